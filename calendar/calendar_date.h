@@ -1,0 +1,49 @@
+// The calendar date: a double, days since 30 December 1899 with the time of day as its fraction (an
+// OLE automation date), and its conversions to and from broken-down time.
+#pragma once
+
+#include <cstdint>
+
+namespace orvello {
+
+using CalendarDate = double;
+
+// 1 January 4501: the store's value for "no date".
+inline constexpr CalendarDate kNoDate = 949998.0;
+
+// Broken-down time. Fields as a device's system time has them: month 1-12, day_of_week 0 = Sunday.
+struct SystemTime {
+  int year = 0;
+  int month = 0;
+  int day_of_week = 0;
+  int day = 0;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+  int milliseconds = 0;
+  friend bool operator==(const SystemTime&, const SystemTime&) = default;
+};
+
+// Days from 30 December 1899 to a proleptic Gregorian date. A month outside 1-12 or a day that the
+// month lacks rolls into the neighbours (31 April is 1 May). After H. Hinnant's days_from_civil.
+std::int32_t day_number(int year, int month, int day);
+
+// The fields of a day number; year, month and day of a SystemTime with the time zero.
+SystemTime civil_from_day_number(std::int32_t day);
+
+// Never fails: hours, minutes and seconds past their range roll forward too (hour 24 is the next
+// midnight). A zero month or day is taken as the platform does for a bare time: 30 December 1899.
+bool SystemTimeToVariantTime(const SystemTime& time, CalendarDate& date);
+
+// Rounded to the nearest second, as store dates are whole seconds. False outside years 100 to 9999,
+// with `time` untouched.
+bool VariantTimeToSystemTime(CalendarDate date, SystemTime& time);
+
+// A local moment in whole seconds since 30 December 1899, 00:00: the unit of recurrence arithmetic.
+using LocalSeconds = std::int64_t;
+inline constexpr std::int64_t kSecondsPerDay = 86400;
+
+LocalSeconds to_seconds(CalendarDate date);           // nearest second
+CalendarDate to_calendar_date(LocalSeconds seconds);  // exact to the second
+
+}  // namespace orvello

@@ -1,0 +1,71 @@
+// Recurrence rules of RFC 5545: every FREQ, every BY part, BYSETPOS, WKST, COUNT and UNTIL.
+// Where calendars differ: the start always counts as an instance (and as the first of COUNT);
+// BYSETPOS counts over the whole period, also one that began before the start; a yearly BYMONTHDAY
+// without BYMONTH means every month. Moments are local to the rule's own zone: no zone is known
+// here.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "calendar/calendar_date.h"
+
+namespace orvello {
+
+enum class Frequency { secondly, minutely, hourly, daily, weekly, monthly, yearly };
+
+struct RuleDay {
+  int ordinal = 0;  // 0: every; n: the n-th; -n: the n-th from the end
+  int weekday = 0;  // 0 Sunday .. 6 Saturday
+  friend bool operator==(const RuleDay&, const RuleDay&) = default;
+};
+
+struct Rule {
+  Frequency frequency = Frequency::daily;
+  int interval = 1;
+  int count = 0;                      // 0: no COUNT
+  std::optional<LocalSeconds> until;  // inclusive
+  bool until_is_date = false;         // UNTIL was a bare date: `until` is that day's last second
+  bool until_is_utc = false;          // UNTIL ended in Z: `until` still holds the UTC reading
+  int week_start = 1;                 // WKST, Monday unless told
+  std::vector<int> by_second, by_minute, by_hour;
+  std::vector<RuleDay> by_day;
+  std::vector<int> by_month_day, by_year_day, by_week_no, by_month, by_set_pos;
+  friend bool operator==(const Rule&, const Rule&) = default;
+};
+
+// Reads the value of an RRULE property ("FREQ=WEEKLY;BYDAY=MO"). Fails with the part at fault for
+// an unknown or doubled part, a number out of range, both COUNT and UNTIL, a missing FREQ.
+Result<Rule> parse_rule(std::string_view text);
+
+// The rule as RFC text, parts in the RFC's order; parse_rule of it gives an equal rule.
+std::string rule_text(const Rule& rule);
+
+// Appends the instances of `rule` from `start` that lie in [from, to), ascending, without doubles.
+// Jumps to the period that holds `from`; only COUNT makes it count from the start, where a closed
+// form counts the plain cases. The search for a rule that never matches ends by itself.
+void append_instances(const Rule& rule, LocalSeconds start, LocalSeconds from, LocalSeconds to,
+                      std::vector<LocalSeconds>& out);
+
+// The last instance; nothing for a rule without end. With COUNT it is walked once, so callers keep
+// the answer (as `until`) rather than ask again.
+std::optional<LocalSeconds> last_instance(const Rule& rule, LocalSeconds start);
+
+// A set of instances: rules and single dates, less excluded dates and rules.
+struct RecurrenceSet {
+  LocalSeconds start = 0;
+  std::vector<Rule> rules;
+  std::vector<LocalSeconds> dates;           // RDATE, sorted
+  std::vector<Rule> excluded_rules;          // EXRULE
+  std::vector<LocalSeconds> excluded_dates;  // EXDATE, sorted
+};
+
+void append_instances(const RecurrenceSet& set, LocalSeconds from, LocalSeconds to,
+                      std::vector<LocalSeconds>& out);
+std::optional<LocalSeconds> last_instance(const RecurrenceSet& set);
+
+}  // namespace orvello

@@ -1,0 +1,55 @@
+// Time zones as an iCalendar file describes them: observances, each with an onset and two offsets.
+// A zone is data kept beside the appointments, so that an item's own zone never depends on what a
+// machine has installed. Clock changes follow RFC 5545 3.6.5: a local time that is skipped is read
+// with the offset before the gap (and so shows at the moved time), one that occurs twice means the
+// first.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "calendar/rule.h"
+
+namespace orvello {
+
+// Seconds since 30 December 1899, 00:00, in Coordinated Universal Time.
+using UtcSeconds = std::int64_t;
+
+struct Observance {
+  LocalSeconds start = 0;  // onset, local to offset_from
+  int offset_from = 0;     // seconds east of Greenwich before the onset
+  int offset_to = 0;       // and after it
+  std::optional<Rule> rule;
+  std::vector<LocalSeconds> dates;  // further onsets, sorted
+  friend bool operator==(const Observance&, const Observance&) = default;
+};
+
+class Zone {
+ public:
+  Zone() = default;  // UTC
+  Zone(std::string name, std::vector<Observance> observances);
+
+  const std::string& name() const { return name_; }
+  const std::vector<Observance>& observances() const { return observances_; }
+  UtcSeconds to_utc(LocalSeconds local) const;
+  LocalSeconds from_utc(UtcSeconds utc) const;
+
+  // One line of ASCII and back, for keeping with the appointments.
+  std::string definition() const;
+  static Result<Zone> parse(std::string_view definition);
+
+ private:
+  std::string name_ = "UTC";
+  std::vector<Observance> observances_;
+  // Transitions in UTC order, computed once: {onset, offset after it}. Rules without end are
+  // expanded to 2200.
+  std::vector<std::pair<UtcSeconds, int>> transitions_;
+  int first_offset_ = 0;
+};
+
+}  // namespace orvello
