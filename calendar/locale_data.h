@@ -8,18 +8,19 @@
 namespace orvello {
 
 struct LocaleData {
-  Text name;                                // "ru-RU"
-  std::array<Text, 7> day_names;            // Monday first, in full
-  std::array<Text, 7> short_day_names;      // Monday first, for "ddd"
-  std::array<Text, 12> month_names;         // nominative
+  Text name;                                  // "ru-RU"
+  std::array<Text, 7> day_names;              // Monday first, in full
+  std::array<Text, 7> short_day_names;        // Monday first, for "ddd"
+  std::array<Text, 12> month_names;           // nominative
   std::array<Text, 12> genitive_month_names;  // after a day number, as in "21 ноября"; may equal
   std::array<Text, 12> short_month_names;
-  Text long_date_order = u"0";    // "0" month day year, "1" day month year, "2" year month day
-  Text short_date_order = u"0";   // likewise, of the short date
-  Text time_format = u"0";        // "0": 12-hour clock; anything else: 24-hour
+  std::array<Text, 12> genitive_short_month_names;  // an empty one: as short_month_names
+  Text long_date_order = u"0";   // "0" month day year, "1" day month year, "2" year month day
+  Text short_date_order = u"0";  // likewise, of the short date
+  Text time_format = u"0";       // "0": 12-hour clock; anything else: 24-hour
   Text date_separator = u"/";
   Text time_separator = u":";
-  Text morning = u"AM";           // may be empty
+  Text morning = u"AM";  // may be empty
   Text afternoon = u"PM";
 };
 
