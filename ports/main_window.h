@@ -1,0 +1,63 @@
+// The one top-level window, the screen that it stands on, its timers and its messages.
+// User-interface thread, except `invalidate` and `post`, which any thread may call.
+#pragma once
+
+#include <cstdint>
+
+#include "base/geometry.h"
+#include "base/text.h"
+#include "ports/canvas.h"
+
+namespace orvello {
+
+// A window message, numbered as the platform numbers them (app/messages.h names them).
+struct Message {
+  std::uint32_t id = 0;
+  std::uint32_t wparam = 0;  // key code, command id, timer id ...
+  Point point;               // pointer position in the window
+  int detail = 0;            // wheel notches, drag distance
+};
+
+class MessageHandler {
+ public:
+  virtual ~MessageHandler() = default;
+  // True when handled; else the host does what it does by default.
+  virtual bool handle_message(const Message& message) = 0;
+};
+
+struct ScreenInfo {
+  Size resolution;  // the whole screen, pixels
+  Rect work_area;   // what a window may use
+  int dpi_x = 96;
+  int dpi_y = 96;
+  int os_major = 0;  // the platform's version, 0.0 on a desktop
+  int os_minor = 0;
+};
+
+class MainWindow {
+ public:
+  virtual ~MainWindow() = default;
+  virtual ScreenInfo screen() const = 0;
+  // A window of this class and title that another process shows already: brings it to the front.
+  virtual bool activate_other_instance(TextView window_class, TextView title) = 0;
+
+  // Creates the window and sends the create message to the handler before it returns. False: none.
+  virtual bool create(TextView window_class, TextView title, int height, MessageHandler& handler) = 0;
+  virtual void destroy() = 0;  // sends the destroy message
+  virtual void move(const Rect& place) = 0;
+  virtual void show() = 0;
+  virtual bool is_active() const = 0;
+  virtual void post(const Message& message) = 0;
+  virtual void post_quit(int code) = 0;
+
+  virtual void invalidate() = 0;  // without erasing; several before the next paint make one paint
+  virtual void copy_surface(Surface& surface, Size size) = 0;  // during the paint message only
+
+  virtual void start_timer(int id, int milliseconds) = 0;
+  virtual void stop_timer(int id) = 0;
+  virtual bool pen_is_down() const = 0;
+  virtual void show_wait_cursor() = 0;  // counted
+  virtual void hide_wait_cursor() = 0;
+};
+
+}  // namespace orvello

@@ -1,0 +1,49 @@
+// The menu bar at the window's bottom edge: text buttons, image buttons and drop-down menus.
+// User-interface thread. A choice reaches the main window's handler as the command message.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "base/image.h"
+#include "base/text.h"
+
+namespace orvello {
+
+struct MenuItem {
+  std::uint32_t command = 0;  // 0: a separator
+  Text text;
+  bool enabled = true;
+  bool checked = false;
+};
+
+struct MenuBarButton {
+  enum class Kind { text, menu, separator, image, image_menu };
+  Kind kind = Kind::text;
+  std::uint32_t command = 0;
+  Text text;  // also the tool tip and accessible name of an image button
+  int image = -1;
+  std::vector<MenuItem> menu;
+};
+
+struct MenuBarContent {
+  std::vector<MenuBarButton> buttons;
+  Image strip;      // images side by side, square
+  int height = 0;   // pixels
+};
+
+class MenuBar {
+ public:
+  virtual ~MenuBar() = default;
+  virtual bool create(const MenuBarContent& content) = 0;
+  virtual void destroy() = 0;
+  virtual bool exists() const = 0;
+  virtual int height() const = 0;  // 0 without a bar
+  virtual void set_button_text(std::uint32_t command, TextView text) = 0;
+  virtual void enable_button(std::uint32_t command, bool enabled) = 0;
+  virtual void check_button(std::uint32_t command, bool checked) = 0;
+  // Replaces the menu under a drop-down button.
+  virtual void set_menu(std::uint32_t command, const std::vector<MenuItem>& items) = 0;
+};
+
+}  // namespace orvello

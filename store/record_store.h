@@ -1,0 +1,46 @@
+// Whole-record access to a store of appointments: what import, export and the command line use
+// beside the calendar-store port. User-interface thread.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "store/appointment_record.h"
+
+namespace orvello {
+
+class RecordStore {
+ public:
+  virtual ~RecordStore() = default;
+
+  // Everything between begin and commit is one durable transaction; a process that dies in between
+  // leaves the store as it was before `begin`. Reads see the transaction's own changes. Without
+  // begin, each put or erase is a transaction of its own. Failures: see problem().
+  virtual bool begin() = 0;
+  virtual bool commit() = 0;
+  virtual void rollback() = 0;
+
+  virtual std::optional<std::int32_t> oid_of_uid(std::string_view uid) = 0;
+  virtual std::optional<AppointmentRecord> load(std::int32_t oid) = 0;
+  // Stores a new record (oid 0) or replaces one; returns its oid, 0 on failure.
+  virtual std::int32_t put(const AppointmentRecord& record) = 0;
+  virtual bool erase(std::int32_t oid) = 0;
+  // Oids, in order, of appointments with an occurrence that touches the days [from, to]; all of them
+  // without bounds.
+  virtual std::vector<std::int32_t> oids(std::optional<std::int32_t> from_day,
+                                         std::optional<std::int32_t> to_day) = 0;
+
+  virtual bool put_zone(const Zone& zone) = 0;  // replaces one of the same name
+  virtual std::optional<Zone> zone(std::string_view name) = 0;
+  virtual bool put_foreign(const ForeignComponent& component) = 0;  // replaces one of the same key
+  virtual std::vector<ForeignComponent> foreign() = 0;              // in order of first storing
+
+  // Why the last call failed: a sentence that names the file at fault.
+  virtual std::string problem() const = 0;
+};
+
+}  // namespace orvello
