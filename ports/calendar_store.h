@@ -118,7 +118,7 @@ class Appointment {
   virtual std::optional<std::vector<StoreRecipient>> recipients() const = 0;
   virtual void set_recipients(const std::vector<StoreRecipient>& recipients) = 0;
   virtual std::unique_ptr<Appointment> copy() = 0;  // unsaved, with no id and no recurrence
-  virtual bool save() = 0;  // one durable transaction; an occurrence becomes an exception
+  virtual bool save() = 0;    // one durable transaction; an occurrence becomes an exception
   virtual bool remove() = 0;  // likewise; of an occurrence: that one only
   virtual bool send() = 0;    // as a meeting request
 };
@@ -129,7 +129,7 @@ class StoreItems {
  public:
   virtual ~StoreItems() = default;
   virtual void set_include_recurrences(bool include) = 0;
-  virtual void sort(TextView property, bool descending) = 0;  // "[Start]"
+  virtual void sort(TextView property, bool descending) = 0;                  // "[Start]"
   virtual std::unique_ptr<StoreItems> restrict_to(TextView restriction) = 0;  // null: failure
   virtual std::optional<StoreItem> find(TextView restriction) = 0;
   virtual std::optional<StoreItem> find_next() = 0;
@@ -140,7 +140,7 @@ class StoreItems {
 class StoreFolder {
  public:
   virtual ~StoreFolder() = default;
-  virtual std::unique_ptr<StoreItems> items() = 0;  // a fresh collection each time
+  virtual std::unique_ptr<StoreItems> items() = 0;   // a fresh collection each time
   virtual std::vector<StoreContact> contacts() = 0;  // by file_as; of the contacts folder
   virtual Text category_text() = 0;  // the labels in use in this folder, comma-separated
   // Both local and remote changes are posted from now on; not every generation does so unasked.
@@ -167,8 +167,8 @@ class StoreApplication {
   virtual Text problem() const = 0;
 };
 
-// Reaching the store. The steps are the platform's, so that a session can be told apart from a store
-// that is not installed.
+// Reaching the store. The steps are the platform's, so that a session can be told apart from a
+// store that is not installed.
 class CalendarStore {
  public:
   enum class Registration { done, library_missing, entry_missing, call_failed };

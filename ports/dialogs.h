@@ -64,8 +64,8 @@ class DialogProcedure {
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
-  // Runs until the procedure closes it; a person's closing of the window is the event `close`, after
-  // which the dialog ends with 0 unless the procedure closed it otherwise.
+  // Runs until the procedure closes it; a person's closing of the window is the event `close`,
+  // after which the dialog ends with 0 unless the procedure closed it otherwise.
   virtual int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) = 0;
   // A child that fills the main window above the menu bar; destroying the object closes it.
   virtual std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,

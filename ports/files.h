@@ -1,5 +1,5 @@
-// The few files that the program itself looks at. Paths are the device's: parts joined by "\". A host
-// with other paths translates them: "\a\b" is "/a/b" there. User-interface thread.
+// The few files that the program itself looks at. Paths are the device's: parts joined by "\". A
+// host with other paths translates them: "\a\b" is "/a/b" there. User-interface thread.
 #pragma once
 
 #include <optional>

@@ -14,6 +14,7 @@ class MenuBar;
 class MessageBoxes;
 class Dialogs;
 class CalendarStore;
+class InputMethods;
 
 struct Host {
   Clock& clock;
@@ -27,6 +28,7 @@ struct Host {
   MessageBoxes& boxes;
   Dialogs& dialogs;
   CalendarStore& store;
+  InputMethods& input;
 };
 
 }  // namespace orvello

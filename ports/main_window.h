@@ -42,7 +42,8 @@ class MainWindow {
   virtual bool activate_other_instance(TextView window_class, TextView title) = 0;
 
   // Creates the window and sends the create message to the handler before it returns. False: none.
-  virtual bool create(TextView window_class, TextView title, int height, MessageHandler& handler) = 0;
+  virtual bool create(TextView window_class, TextView title, int height,
+                      MessageHandler& handler) = 0;
   virtual void destroy() = 0;  // sends the destroy message
   virtual void move(const Rect& place) = 0;
   virtual void show() = 0;

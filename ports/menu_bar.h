@@ -21,15 +21,16 @@ struct MenuBarButton {
   enum class Kind { text, menu, separator, image, image_menu };
   Kind kind = Kind::text;
   std::uint32_t command = 0;
-  Text text;  // also the tool tip and accessible name of an image button
+  Text text;  // shown on text and menu buttons; an image button shows its image alone
   int image = -1;
   std::vector<MenuItem> menu;
+  Text hint;  // tool tip and accessible name of an image button
 };
 
 struct MenuBarContent {
   std::vector<MenuBarButton> buttons;
-  Image strip;      // images side by side, square
-  int height = 0;   // pixels
+  Image strip;     // images side by side, square
+  int height = 0;  // pixels
 };
 
 class MenuBar {
@@ -39,7 +40,8 @@ class MenuBar {
   virtual void destroy() = 0;
   virtual bool exists() const = 0;
   virtual int height() const = 0;  // 0 without a bar
-  virtual void set_button_text(std::uint32_t command, TextView text) = 0;
+  // By position from 0, separators counted. An image button keeps the text unseen.
+  virtual void set_button_text(int index, TextView text) = 0;
   virtual void enable_button(std::uint32_t command, bool enabled) = 0;
   virtual void check_button(std::uint32_t command, bool checked) = 0;
   // Replaces the menu under a drop-down button.

@@ -35,8 +35,8 @@ enum class DatabaseError : std::uint32_t {
   invalid_parameter = 87,
   disk_full = 112,
   already_exists = 183,
-  sharing_violation = 32,   // locked by another process
-  damaged = 1393,           // not a volume, or one that cannot be read
+  sharing_violation = 32,  // locked by another process
+  damaged = 1393,          // not a volume, or one that cannot be read
 };
 
 using VolumeId = std::uint32_t;
@@ -74,8 +74,8 @@ class RecordDatabases {
   // The next record with all its properties; `id` names it for write and erase. Nothing at the end
   // (last_error none) or on a failure.
   virtual std::optional<Record> read_next(DatabaseHandle database, RecordId& id) = 0;
-  // Sets the given properties of record `id`, or of a new record when `id` is 0; returns its id, 0 on
-  // failure.
+  // Sets the given properties of record `id`, or of a new record when `id` is 0; returns its id, 0
+  // on failure.
   virtual RecordId write(DatabaseHandle database, RecordId id, const Record& properties) = 0;
   virtual bool erase(DatabaseHandle database, RecordId id) = 0;
 };

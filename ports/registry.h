@@ -25,8 +25,8 @@ class RegistryKey {
   virtual ~RegistryKey() = default;
   virtual std::optional<RegistryValue> query(TextView name) const = 0;
   virtual bool set(TextView name, const RegistryValue& value) = 0;  // false: could not be written
-  // What was set is on disk when this returns true. Closing a key keeps its changes as well, but may
-  // write them later.
+  // What was set is on disk when this returns true. Closing a key keeps its changes as well, but
+  // may write them later.
   virtual bool flush() = 0;
 };
 

@@ -1,0 +1,61 @@
+// Numbers of commands, dialogs, menus, strings and bitmaps.
+#pragma once
+
+#include <cstdint>
+
+namespace orvello {
+
+// Commands of the menu bar and of the menus.
+inline constexpr std::uint32_t kCommandNew = 40001;
+inline constexpr std::uint32_t kCommandOptions = 40004;
+inline constexpr std::uint32_t kCommandExit = 40008;
+inline constexpr std::uint32_t kCommandSettings = 40011;
+inline constexpr std::uint32_t kCommandProfileMenu = 40031;
+inline constexpr std::uint32_t kCommandDayView = 40032;
+inline constexpr std::uint32_t kCommandMonthView = 40033;
+inline constexpr std::uint32_t kCommandYearView = 40035;
+inline constexpr std::uint32_t kCommandFirstProfile = 60000;
+
+// Dialog templates.
+inline constexpr int kDialogDayView = 106;
+inline constexpr int kDialogImport = 300;
+
+// Controls.
+inline constexpr int kControlYearTooltip = 223;
+inline constexpr int kControlDayList = 222;
+inline constexpr int kControlOk = 1;
+inline constexpr int kControlCancel = 2;
+inline constexpr int kControlImportText = 301;
+inline constexpr int kControlImportFiles = 302;
+inline constexpr int kControlDayText = 303;
+
+// Bitmaps that depend on the screen's density.
+inline constexpr int kBitmapMenuBarLow = 129;
+inline constexpr int kBitmapMenuBarHigh = 1590;
+inline constexpr int kBitmapTodayLow = 188;
+inline constexpr int kBitmapTodayHigh = 187;
+
+enum class StringId : int {
+  new_appointment = 40003,
+  options = 40006,
+  exit = 40010,
+  popup = 40014,
+  // The program's own, from here on.
+  settings = 40011,
+  day_view = 40032,
+  month_view = 40033,
+  year_view = 40035,
+  profiles = 40031,
+  all_profiles = 60000,
+  day_view_empty = 41000,
+  year_view_empty,
+  import_title,
+  import_summary,  // %d new, %d updated, %d skipped
+  import_file,     // %s file, %d appointments
+  import_ok,
+  cancel,
+  import_done,
+  import_failed,
+};
+
+}  // namespace orvello

@@ -1,0 +1,42 @@
+#include "resources/menus.h"
+
+namespace orvello {
+namespace {
+
+MenuBarButton image_button(std::uint32_t command, int image, Text hint) {
+  MenuBarButton button;
+  button.kind = MenuBarButton::Kind::image;
+  button.command = command;
+  button.image = image;
+  button.hint = std::move(hint);
+  return button;
+}
+
+}  // namespace
+
+MenuBarContent main_menu_bar(Language language, Image strip, int height) {
+  const auto text = [language](StringId id) { return load_string(id, language); };
+  using Kind = MenuBarButton::Kind;
+  MenuBarContent bar;
+  bar.strip = std::move(strip);
+  bar.height = height;
+  bar.buttons.push_back({Kind::text, kCommandNew, text(StringId::new_appointment), -1, {}, {}});
+  bar.buttons.push_back({Kind::menu,
+                         kCommandOptions,
+                         text(StringId::options),
+                         -1,
+                         {{kCommandSettings, text(StringId::settings), true, false}},
+                         {}});
+  bar.buttons.push_back({Kind::text, kCommandExit, text(StringId::exit), -1, {}, {}});
+  bar.buttons.push_back({Kind::separator, 0, {}, -1, {}, {}});
+  bar.buttons.push_back(image_button(kCommandDayView, 0, text(StringId::day_view)));
+  bar.buttons.push_back(image_button(kCommandMonthView, 1, text(StringId::month_view)));
+  bar.buttons.push_back(image_button(kCommandYearView, 2, text(StringId::year_view)));
+  MenuBarButton profiles = image_button(kCommandProfileMenu, 3, text(StringId::profiles));
+  profiles.kind = Kind::image_menu;
+  profiles.menu.push_back({kCommandFirstProfile, text(StringId::all_profiles), true, true});
+  bar.buttons.push_back(std::move(profiles));
+  return bar;
+}
+
+}  // namespace orvello

@@ -1,0 +1,46 @@
+#include "resources/strings.h"
+
+namespace orvello {
+namespace {
+
+struct Row {
+  StringId id;
+  const char16_t* russian;
+  const char16_t* english;
+};
+
+constexpr Row kStrings[] = {
+    {StringId::new_appointment, u"Новое", u"New"},
+    {StringId::options, u"Опции", u"Options"},
+    {StringId::exit, u"Выход", u"Exit"},
+    {StringId::popup, u"popup", u"popup"},
+    {StringId::settings, u"Настройки", u"Settings"},
+    {StringId::day_view, u"День", u"Day View"},
+    {StringId::month_view, u"Месяц", u"Month View"},
+    {StringId::year_view, u"Год", u"Year View"},
+    {StringId::profiles, u"Профили", u"Profiles"},
+    {StringId::all_profiles, u"Все", u"All"},
+    {StringId::day_view_empty, u"Список дня ещё не готов в этой версии.",
+     u"This version has no day list yet."},
+    {StringId::year_view_empty, u"Обзор года ещё не готов в этой версии.",
+     u"This version has no year overview yet."},
+    {StringId::import_title, u"Импорт", u"Import"},
+    {StringId::import_summary, u"Новых: %d, обновится: %d, будет пропущено: %d",
+     u"New: %d, to update: %d, to skip: %d"},
+    {StringId::import_file, u"%s: %d", u"%s: %d"},
+    {StringId::import_ok, u"Импорт", u"Import"},
+    {StringId::cancel, u"Отмена", u"Cancel"},
+    {StringId::import_done, u"Импортировано: %d, обновлено: %d, пропущено: %d",
+     u"%d imported, %d updated, %d skipped"},
+    {StringId::import_failed, u"Импорт не выполнен: %s", u"Nothing was imported: %s"},
+};
+
+}  // namespace
+
+Text load_string(StringId id, Language language) {
+  for (const Row& row : kStrings)
+    if (row.id == id) return language == Language::russian ? row.russian : row.english;
+  return {};
+}
+
+}  // namespace orvello
