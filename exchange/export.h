@@ -1,0 +1,24 @@
+// Export as iCalendar 2.0. What was imported comes back as it was, but for what changed since.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "base/result.h"
+#include "ports/clock.h"
+#include "store/record_store.h"
+
+namespace orvello {
+
+// Everything in the store, or the appointments with an occurrence that touches the days [from, to].
+// Imported calendars keep their own properties, so the text may hold several calendars; what is no
+// appointment (tasks, journals ...) is part of an export without bounds only.
+Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32_t> from_day,
+                                    std::optional<std::int32_t> to_day, const Clock& clock);
+
+// Writes all of the text or leaves a file of that name as it was. A new file is for its owner only.
+// Fails with the reason; the value is the number of bytes.
+Result<std::size_t> write_whole_file(const std::string& path, const std::string& text);
+
+}  // namespace orvello
