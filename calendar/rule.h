@@ -55,6 +55,10 @@ void append_instances(const Rule& rule, LocalSeconds start, LocalSeconds from, L
 // the answer (as `until`) rather than ask again.
 std::optional<LocalSeconds> last_instance(const Rule& rule, LocalSeconds start);
 
+// Whether the rule by itself, leaving out COUNT and the rule that the start always counts, produces
+// `moment`. With `moment` = `start` it tells whether the start suits its rule.
+bool rule_produces(const Rule& rule, LocalSeconds start, LocalSeconds moment);
+
 // A set of instances: rules and single dates, less excluded dates and rules.
 struct RecurrenceSet {
   LocalSeconds start = 0;
@@ -66,6 +70,8 @@ struct RecurrenceSet {
 
 void append_instances(const RecurrenceSet& set, LocalSeconds from, LocalSeconds to,
                       std::vector<LocalSeconds>& out);
+
+// The last instance; nothing without end. Where every instance is excluded it is the start.
 std::optional<LocalSeconds> last_instance(const RecurrenceSet& set);
 
 }  // namespace orvello

@@ -1,0 +1,159 @@
+#include "calendar/rule.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "calendar/rule_days.h"
+#include "calendar/rule_expansion.h"
+#include "calendar/rule_series.h"
+
+namespace orvello {
+namespace {
+
+// A count is walked this far; a larger one is taken as none. Only a rule of hours, minutes or
+// seconds gets here, and nothing but a hostile file asks for so many.
+constexpr std::int64_t kMaxWalk = 2'000'000;
+
+// Starts that the calendar's arithmetic can hold; any other stands alone.
+constexpr LocalSeconds kFirstStart = -693593LL * kSecondsPerDay;  // 1 January 1
+
+bool can_recur(const Rule& rule, LocalSeconds start) {
+  return rule.interval >= 1 && start >= kFirstStart && start < kEndOfRules;
+}
+
+LocalSeconds end_of_until(const Rule& rule, LocalSeconds to) {
+  return rule.until && *rule.until < to ? *rule.until + 1 : to;
+}
+
+// The instances that the rule produces after the start.
+void append_later(const Rule& rule, LocalSeconds start, LocalSeconds from, LocalSeconds to,
+                  std::vector<LocalSeconds>& out) {
+  from = std::max(from, start + 1);
+  to = end_of_until(rule, std::min(to, kEndOfRules));
+  if (from >= to || rule.count == 1) return;
+  const PlainSeries series = plain_series(rule, start);
+  if (series.kind != PlainSeries::Kind::none) return append_series(series, from, to, out);
+  std::int64_t left = rule.count > 0 ? rule.count - 1 : kMaxWalk;
+  if (left >= kMaxWalk) left = std::numeric_limits<std::int64_t>::max();
+  const bool counts = left < kMaxWalk;
+  RuleExpansion(rule, start).walk(counts ? start + 1 : from, to, [&](LocalSeconds moment) {
+    if (moment >= from) out.push_back(moment);
+    return --left > 0;
+  });
+}
+
+// The last of what `append` finds in a span that ends at `to`, searched backwards in spans of
+// growing length; `start` where there is none.
+template <typename Append>
+LocalSeconds last_before(LocalSeconds start, LocalSeconds to, std::int64_t span, Append append) {
+  std::vector<LocalSeconds> found;
+  for (; to > start; to -= span, span *= 2) {
+    append(std::max(start, to - span), to, found);
+    if (!found.empty()) return found.back();
+  }
+  return start;
+}
+
+std::int64_t first_span(const Rule& rule) {
+  return rule.frequency < Frequency::daily ? 3600 : 40 * kSecondsPerDay;
+}
+
+std::optional<LocalSeconds> walked_end(const Rule& rule, LocalSeconds start) {
+  if (rule.count > kMaxWalk) return std::nullopt;
+  LocalSeconds last = start;
+  std::int64_t left = rule.count - 1;
+  if (left > 0)
+    RuleExpansion(rule, start).walk(start + 1, kEndOfRules, [&](LocalSeconds moment) {
+      last = moment;
+      return --left > 0;
+    });
+  return last;
+}
+
+// Of an excluding rule only what it really produces counts: the start is no instance by itself.
+void append_produced(const Rule& rule, LocalSeconds start, LocalSeconds from, LocalSeconds to,
+                     std::vector<LocalSeconds>& out) {
+  if (start >= from && start < to && rule_produces(rule, start, start)) out.push_back(start);
+  append_later(rule, start, from, to, out);
+}
+
+void sort_and_unite(std::vector<LocalSeconds>& moments, std::size_t begin) {
+  const auto first = moments.begin() + static_cast<std::ptrdiff_t>(begin);
+  std::sort(first, moments.end());
+  moments.erase(std::unique(first, moments.end()), moments.end());
+}
+
+}  // namespace
+
+bool rule_produces(const Rule& rule, LocalSeconds start, LocalSeconds moment) {
+  bool found = false;
+  if (!can_recur(rule, start) || end_of_until(rule, moment + 1) <= moment) return false;
+  RuleExpansion(rule, start).walk(moment, moment + 1, [&](LocalSeconds) {
+    found = true;
+    return false;
+  });
+  return found;
+}
+
+void append_instances(const Rule& rule, LocalSeconds start, LocalSeconds from, LocalSeconds to,
+                      std::vector<LocalSeconds>& out) {
+  if (start >= from && start < to) out.push_back(start);
+  if (can_recur(rule, start)) append_later(rule, start, from, to, out);
+}
+
+std::optional<LocalSeconds> last_instance(const Rule& rule, LocalSeconds start) {
+  if (rule.count == 0 && !rule.until) return std::nullopt;
+  if (!can_recur(rule, start)) return start;
+  LocalSeconds end = end_of_until(rule, kEndOfRules);
+  if (rule.count > 0) {
+    const PlainSeries series = plain_series(rule, start);
+    const bool plain = series.kind != PlainSeries::Kind::none;
+    const auto last = plain ? counted_end(series) : walked_end(rule, start);
+    if (!last || *last < end) return last;
+  }
+  return last_before(start, end, first_span(rule), [&](auto from, auto to, auto& found) {
+    append_later(rule, start, from, to, found);
+  });
+}
+
+void append_instances(const RecurrenceSet& set, LocalSeconds from, LocalSeconds to,
+                      std::vector<LocalSeconds>& out) {
+  const std::size_t begin = out.size();
+  if (set.rules.empty() && set.start >= from && set.start < to) out.push_back(set.start);
+  for (const Rule& rule : set.rules) append_instances(rule, set.start, from, to, out);
+  const auto first_date = std::lower_bound(set.dates.begin(), set.dates.end(), from);
+  for (auto date = first_date; date != set.dates.end() && *date < to; ++date) out.push_back(*date);
+  if (set.rules.size() > 1 || !set.dates.empty()) sort_and_unite(out, begin);
+  if (out.size() == begin || (set.excluded_dates.empty() && set.excluded_rules.empty())) return;
+
+  std::vector<LocalSeconds> excluded;
+  for (const Rule& rule : set.excluded_rules)
+    if (can_recur(rule, set.start)) append_produced(rule, set.start, from, to, excluded);
+  sort_and_unite(excluded, 0);
+  const auto is_excluded = [&](LocalSeconds moment) {
+    return std::binary_search(set.excluded_dates.begin(), set.excluded_dates.end(), moment) ||
+           std::binary_search(excluded.begin(), excluded.end(), moment);
+  };
+  const auto first = out.begin() + static_cast<std::ptrdiff_t>(begin);
+  out.erase(std::remove_if(first, out.end(), is_excluded), out.end());
+}
+
+std::optional<LocalSeconds> last_instance(const RecurrenceSet& set) {
+  LocalSeconds last = set.start;
+  if (!set.dates.empty()) last = std::max(last, set.dates.back());
+  std::int64_t span = 40 * kSecondsPerDay;
+  for (const Rule& rule : set.rules) {
+    const auto end = last_instance(rule, set.start);
+    if (!end) return std::nullopt;
+    last = std::max(last, *end);
+    span = std::min(span, first_span(rule));
+  }
+  if (set.excluded_dates.empty() && set.excluded_rules.empty()) return last;
+  // A date may lie before the start, so the search goes on to the first of them.
+  const auto first = set.dates.empty() ? set.start : std::min(set.start, set.dates.front());
+  return last_before(first, last + 1, span, [&](auto from, auto to, auto& found) {
+    append_instances(set, from, to, found);
+  });
+}
+
+}  // namespace orvello
