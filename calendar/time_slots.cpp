@@ -1,0 +1,43 @@
+#include "calendar/time_slots.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvello {
+namespace {
+
+CalendarDate fraction_of(int hour, int minute) {
+  SystemTime time;
+  time.hour = hour;
+  time.minute = minute;
+  CalendarDate date = 0;
+  SystemTimeToVariantTime(time, date);
+  return date - std::trunc(date);
+}
+
+}  // namespace
+
+HourMinute TimeSlotToHourMinute(int slot) {
+  const int known = std::clamp(slot, 0, kTimeSlots - 1);
+  return {known < 2 ? 24 : known / 2, known % 2 == 0 ? 0 : 30};
+}
+
+CalendarDate time_of_slot(int slot) {
+  const HourMinute time = TimeSlotToHourMinute(slot);
+  return fraction_of(time.hour, time.minute);
+}
+
+std::array<CalendarDate, 4> TimeBandBounds(int timeA, int timeB, int timeC, int timeD) {
+  const auto bound = [](int slot) -> CalendarDate {
+    return static_cast<float>(time_of_slot(slot));
+  };
+  return {bound(timeA), bound(timeB), bound(timeC), bound(timeD)};
+}
+
+CalendarDate TimeOfDayPart(CalendarDate date) {
+  SystemTime time;
+  if (!VariantTimeToSystemTime(date, time)) return 0;
+  return fraction_of(time.hour, time.minute);
+}
+
+}  // namespace orvello
