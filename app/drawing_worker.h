@@ -1,0 +1,71 @@
+// The drawing worker: one thread that draws the Month and Year views into the off-screen surface.
+//
+// The user-interface thread hands it a drawing made of values (a snapshot) and goes on. The draw
+// state word says where things stand: 100 requested, 101 drawing, 102 finished. Several requests
+// before the worker wakes make one drawing, the newest; a drawing that a newer request has made
+// stale sees 100 and gives up.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "ports/canvas.h"
+#include "ports/main_window.h"
+
+namespace orvello {
+
+inline constexpr int kDrawRequested = 100;
+inline constexpr int kDrawing = 101;
+inline constexpr int kDrawFinished = 102;
+
+// Draws one view; false when it gave up because the word went back to 100. `progress` is called
+// between items and shows what there is so far, now and then.
+using ViewDrawing = std::function<bool(Canvas& canvas, const std::atomic<int>& draw_state,
+                                       const std::function<void()>& progress)>;
+
+class DrawingWorker {
+ public:
+  explicit DrawingWorker(MainWindow& window) : window_(window) {}
+  ~DrawingWorker() { stop(); }
+  DrawingWorker(const DrawingWorker&) = delete;
+  DrawingWorker& operator=(const DrawingWorker&) = delete;
+
+  void start();
+  void stop();  // gives up the current drawing and waits for the thread
+
+  // User-interface thread.
+  void request(ViewDrawing drawing);
+  void cancel();  // nothing is wanted any more: the Day view covers the surface
+  void set_surface(std::unique_ptr<Surface> surface);
+  void copy_to_window(Size size);
+  int draw_state() const { return draw_state_.load(); }
+  // Waits until no drawing is requested or under way; false after the time given.
+  bool wait_until_idle(std::chrono::milliseconds limit);
+
+ private:
+  void run();
+  void draw(const ViewDrawing& drawing);
+  void show_progress();
+
+  MainWindow& window_;
+  std::thread thread_;
+  std::atomic<int> draw_state_{kDrawFinished};
+
+  std::mutex request_lock_;  // guards the three below: the draw event and what it announces
+  std::condition_variable draw_event_;
+  std::condition_variable idle_;
+  ViewDrawing requested_;
+  bool busy_ = false;
+  bool stopping_ = false;
+
+  std::mutex draw_lock_;  // held by the worker while it draws
+  std::unique_ptr<Surface> surface_;
+  std::chrono::steady_clock::time_point last_progress_;
+};
+
+}  // namespace orvello
