@@ -76,6 +76,7 @@ struct StoreContact {
   Text first_name, middle_name, last_name;
   Text company;
   Text email[3];
+  Text categories;
 };
 
 class Appointment;

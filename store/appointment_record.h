@@ -15,36 +15,36 @@ namespace orvello {
 struct AppointmentException {
   LocalSeconds original_start = 0;  // in the record's zone; all-day: midnight
   bool deleted = false;
-  AppointmentFields fields;         // device-local times; unused when deleted
+  AppointmentFields fields;  // device-local times; unused when deleted
   // The changed times in `zone` (or floating), from which `fields` are computed.
   LocalSeconds start = 0;
   LocalSeconds end = 0;
   std::string zone;
   std::vector<StoreRecipient> recipients;
-  std::string residue;              // as in AppointmentRecord
+  std::string residue;  // as in AppointmentRecord
 };
 
 struct AppointmentRecord {
-  std::int32_t oid = 0;             // 0: not stored yet
-  std::string uid;                  // unique in a store; made up when empty
-  AppointmentFields fields;         // start and end are device-local, computed from those below
+  std::int32_t oid = 0;      // 0: not stored yet
+  std::string uid;           // unique in a store; made up when empty
+  AppointmentFields fields;  // start and end are device-local, computed from those below
 
-  // Times in the record's own zone: "" is floating (the device's local time, whatever it is), "UTC",
-  // or the name of a zone kept in the store. All-day items are floating: `start` is midnight of the
-  // first day, `end` 23:59 of the last.
+  // Times in the record's own zone: "" is floating (the device's local time, whatever it is),
+  // "UTC", or the name of a zone kept in the store. All-day items are floating: `start` is midnight
+  // of the first day, `end` 23:59 of the last.
   std::string zone;
   LocalSeconds start = 0;
   LocalSeconds end = 0;
 
-  // At most one of the two: a pattern (in the record's zone), or recurrence lines that no pattern can
-  // hold: "RRULE:...\nRDATE:...\nEXRULE:..." where RDATE lists YYYYMMDDTHHMMSS in the record's zone.
-  // Excluded dates are exceptions with `deleted`.
+  // At most one of the two: a pattern (in the record's zone), or recurrence lines that no pattern
+  // can hold: "RRULE:...\nRDATE:...\nEXRULE:..." where RDATE lists YYYYMMDDTHHMMSS in the record's
+  // zone. Excluded dates are exceptions with `deleted`.
   std::optional<RecurrencePattern> pattern;
   std::string rules;
   std::vector<AppointmentException> exceptions;
 
   std::vector<StoreRecipient> recipients;
-  std::int64_t modified = 0;        // UtcSeconds of the last change
+  std::int64_t modified = 0;  // UtcSeconds of the last change
   // What an exchanged file said and no field holds; only exchange/ reads it.
   std::string residue;
 
@@ -53,7 +53,7 @@ struct AppointmentRecord {
 
 // A part of an exchanged file that is no appointment and comes back on export unchanged.
 struct ForeignComponent {
-  std::string key;   // unique: a kind and a UID, or a calendar and a property
+  std::string key;  // unique: a kind and a UID, or a calendar and a property
   std::string text;
 };
 

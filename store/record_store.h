@@ -29,8 +29,8 @@ class RecordStore {
   // Stores a new record (oid 0) or replaces one; returns its oid, 0 on failure.
   virtual std::int32_t put(const AppointmentRecord& record) = 0;
   virtual bool erase(std::int32_t oid) = 0;
-  // Oids, in order, of appointments with an occurrence that touches the days [from, to]; all of them
-  // without bounds.
+  // Oids, in order, of appointments with an occurrence that touches the days [from, to]; all of
+  // them without bounds.
   virtual std::vector<std::int32_t> oids(std::optional<std::int32_t> from_day,
                                          std::optional<std::int32_t> to_day) = 0;
 

@@ -1,0 +1,87 @@
+// The calendar store in memory: what the embedded store does, without a file, and able to fail on
+// demand.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "store/record_calendar_store.h"
+
+namespace orvello {
+
+class MemoryStore : public RecordCalendarStore {
+ public:
+  explicit MemoryStore(const Clock& clock);
+
+  // What is to fail from now on, until it is set back.
+  struct Faults {
+    bool initialize = false;
+    int create_application = 0;  // the next so many calls
+    Registration registration = Registration::done;
+    bool logon = false;
+    bool folder = false;
+    bool fetch = false;
+    bool save = false;
+    bool exception = false;
+    std::string reason;  // what problem() then says
+  };
+  Faults faults;
+
+  // What was asked of the store, for tests of the order of steps.
+  int initialized = 0;  // initialize less uninitialize
+  int applications_created = 0;
+  int registrations = 0;
+  std::vector<AppointmentRecord> sent, beamed;
+
+  // The labels a folder answers in place of those in use (the tasks folder has no items here).
+  void set_category_text(int folder, Text text) { category_texts_[folder] = std::move(text); }
+
+  bool begin() override;
+  bool commit() override;
+  void rollback() override;
+  std::optional<std::int32_t> oid_of_uid(std::string_view uid) override;
+  std::optional<AppointmentRecord> load(std::int32_t oid) override;
+  std::int32_t put(const AppointmentRecord& record) override;
+  bool erase(std::int32_t oid) override;
+  std::vector<std::int32_t> oids(std::optional<std::int32_t> from_day,
+                                 std::optional<std::int32_t> to_day) override;
+  bool put_zone(const Zone& zone) override;
+  std::optional<Zone> zone(std::string_view name) override;
+  bool put_foreign(const ForeignComponent& component) override;
+  std::vector<ForeignComponent> foreign() override;
+  std::string problem() const override { return problem_; }
+
+  std::vector<StoreContact> contacts() override;
+  std::int32_t put_contact(const StoreContact& contact) override;
+  bool erase_contact(std::int32_t oid) override;
+  std::vector<std::pair<Text, int>> category_texts(int folder) override;
+  Text category_text(int folder) override;
+
+  bool initialize() override;
+  void uninitialize() override { --initialized; }
+  std::unique_ptr<StoreApplication> create_application(bool notify) override;
+  Registration register_server() override;
+
+  bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) override;
+  bool folder_reachable(int folder) const override;
+  bool allows_logon() override;
+  std::optional<AppointmentRecord> fetch(std::int32_t oid) override;
+  bool exception_readable() const override { return !faults.exception; }
+
+ private:
+  struct Contents {
+    std::map<std::int32_t, AppointmentRecord> records;
+    std::map<std::int32_t, StoreContact> contacts;
+    std::map<std::string, Zone, std::less<>> zones;
+    std::vector<ForeignComponent> foreign;
+    std::int32_t next_oid = 1;
+  };
+  bool may_write();
+
+  Contents contents_;
+  std::optional<Contents> before_;  // as it was at `begin`
+  std::map<int, Text> category_texts_;
+};
+
+}  // namespace orvello

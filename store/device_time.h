@@ -1,0 +1,46 @@
+// From the times records hold (floating, in UTC or in a kept zone) to the device's local time.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "calendar/zone.h"
+#include "ports/clock.h"
+
+namespace orvello {
+
+class DeviceTime {
+ public:
+  using ZoneSource = std::function<std::optional<Zone>(std::string_view name)>;
+  DeviceTime(const Clock& clock, ZoneSource zones) : clock_(clock), zones_(std::move(zones)) {}
+
+  // The zone of that name; null for floating times and for a zone nobody described, whose times are
+  // taken as they stand.
+  const Zone* zone(const std::string& name);
+  void forget_zones() { known_.clear(); }
+
+  // What the device shows for a time in `zone`. A floating time that the device's clock skips is
+  // shown at the moved time.
+  LocalSeconds shown(LocalSeconds local, const Zone* zone);
+  // The time in `zone` at which the device shows `local`.
+  LocalSeconds in_zone(LocalSeconds local, const Zone* zone) const;
+  // Whether the device's clock skips a part of that day.
+  bool skips_on(std::int32_t day);
+
+  // The device may have been carried elsewhere.
+  void follow_device_zone();
+  const Clock& clock() const { return clock_; }
+
+ private:
+  const Clock& clock_;
+  ZoneSource zones_;
+  std::unordered_map<std::string, std::unique_ptr<Zone>> known_;
+  std::unordered_map<std::int32_t, bool> skips_;
+  std::string device_zone_;
+};
+
+}  // namespace orvello

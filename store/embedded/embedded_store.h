@@ -1,0 +1,71 @@
+// The personal-information store in one SQLite file. Two processes may use it at once; a change is
+// one durable transaction, and a process that dies leaves the file as it was before or after one.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "store/record_calendar_store.h"
+
+namespace orvello {
+
+class Clock;
+class EmbeddedDatabase;
+class SeriesCache;
+
+class EmbeddedStore : public RecordCalendarStore {
+ public:
+  // Creates a missing file, readable by its owner only. A damaged or foreign file, or one of a
+  // newer format, is refused with a sentence that names it, and left untouched.
+  static Result<std::unique_ptr<EmbeddedStore>> open(const std::string& path, const Clock& clock);
+  ~EmbeddedStore() override;
+
+  bool begin() override;
+  bool commit() override;
+  void rollback() override;
+  std::optional<std::int32_t> oid_of_uid(std::string_view uid) override;
+  std::optional<AppointmentRecord> load(std::int32_t oid) override;
+  std::int32_t put(const AppointmentRecord& record) override;
+  bool erase(std::int32_t oid) override;
+  std::vector<std::int32_t> oids(std::optional<std::int32_t> from_day,
+                                 std::optional<std::int32_t> to_day) override;
+  bool put_zone(const Zone& zone) override;
+  std::optional<Zone> zone(std::string_view name) override;
+  bool put_foreign(const ForeignComponent& component) override;
+  std::vector<ForeignComponent> foreign() override;
+  std::string problem() const override { return problem_; }
+
+  std::vector<StoreContact> contacts() override;
+  std::int32_t put_contact(const StoreContact& contact) override;
+  bool erase_contact(std::int32_t oid) override;
+  std::vector<std::pair<Text, int>> category_texts(int folder) override;
+
+  bool poll() override;
+  bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) override;
+
+ private:
+  EmbeddedStore(std::unique_ptr<EmbeddedDatabase> database, const Clock& clock);
+
+  class Change;  // a transaction of its own, or a part of the one that is open
+  bool finish(bool good);
+  bool store_record(AppointmentRecord& record, bool exists);
+  bool store_details(const AppointmentRecord& record);
+  bool erase_details(std::int32_t oid);
+  void load_details(AppointmentRecord& record);
+  bool refresh_cache();
+  bool flush_notes();
+  bool read_singles(const DayBounds& bounds, OccurrenceList& list);
+
+  std::unique_ptr<EmbeddedDatabase> db_;
+  std::unique_ptr<SeriesCache> cache_;
+  bool in_transaction_ = false;
+  unsigned kinds_ = 0;  // of changes in this transaction
+  std::map<std::pair<int, std::string>, int> category_changes_;
+  std::int64_t seen_version_ = 0;
+  std::int64_t seen_change_ = 0;
+  std::int64_t process_ = 0;  // tells own changes from others' in the log
+};
+
+}  // namespace orvello

@@ -1,0 +1,95 @@
+// The calendar-store port over any store of whole records: collections, appointments, patterns and
+// notifications are written once, for the store in memory and the one in a file.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ports/calendar_store.h"
+#include "store/device_time.h"
+#include "store/occurrence_list.h"
+#include "store/record_store.h"
+#include "store/restriction.h"
+#include "store/series.h"
+
+namespace orvello {
+
+enum class StoreChange { created, deleted, changed };
+
+// How often a label is in use, by kind of item.
+struct CategoryUse {
+  Text label;
+  int appointments = 0;
+  int tasks = 0;
+  int contacts = 0;
+};
+
+class RecordCalendarStore : public RecordStore, public CalendarStore {
+ public:
+  explicit RecordCalendarStore(const Clock& clock);
+
+  // Contacts of the contacts folder. `put_contact` stores a new one (oid 0) or replaces one.
+  virtual std::vector<StoreContact> contacts() = 0;  // by file_as
+  virtual std::int32_t put_contact(const StoreContact& contact) = 0;
+  virtual bool erase_contact(std::int32_t oid) = 0;
+
+  // The distinct category texts of a folder's items, each with the number of items that carry it.
+  virtual std::vector<std::pair<Text, int>> category_texts(int folder) = 0;
+  std::vector<CategoryUse> category_use_counts();  // in order of label
+  virtual Text category_text(int folder);
+
+  // Delivers what changed since the last call to everyone logged on, own changes and other
+  // processes'. The host calls it from its message loop: now and then, and soon after `wake`.
+  // True when there was something.
+  virtual bool poll();
+  void set_wake(std::function<void()> wake) { wake_ = std::move(wake); }
+
+  // How meeting requests and beamed items leave the device; without one, sending fails.
+  using Transport = std::function<bool(const AppointmentRecord&)>;
+  void set_transport(Transport send, Transport beam);
+  bool send(const AppointmentRecord& record);
+  bool beam(const AppointmentRecord& record);
+
+  // CalendarStore; nothing here can fail, a store that can overrides them.
+  bool initialize() override { return true; }
+  void uninitialize() override {}
+  std::unique_ptr<StoreApplication> create_application(bool notify) override;
+  Registration register_server() override { return Registration::done; }
+
+  // For the port's objects.
+  virtual bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) = 0;
+  virtual bool folder_reachable(int folder) const;
+  virtual bool allows_logon() { return true; }
+  virtual std::optional<AppointmentRecord> fetch(std::int32_t oid) { return load(oid); }
+  virtual bool exception_readable() const { return true; }
+  DeviceTime& time() { return time_; }
+  void log_on(const void* application, StoreListener* listener, bool posts);
+  void log_off(const void* application);
+  void enable_notifications(const void* application);
+  // Applications of the first kind are told of changes unless a generation must be asked to.
+  void set_posts_unasked(bool posts) { posts_unasked_ = posts; }
+  bool posts_unasked() const { return posts_unasked_; }
+
+ protected:
+  void note_change(StoreChange change, bool remote);
+  void fail(std::string reason) { problem_ = std::move(reason); }
+
+  DeviceTime time_;
+  std::string problem_;
+
+ private:
+  struct Session {
+    StoreListener* listener;
+    bool posts;
+  };
+  std::map<const void*, Session> sessions_;
+  bool posts_unasked_ = true;
+  unsigned pending_ = 0;  // one bit for each notification
+  std::function<void()> wake_;
+  Transport send_, beam_;
+};
+
+}  // namespace orvello

@@ -1,0 +1,32 @@
+// What a record must hold before it is stored, and what is computed from it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "calendar/rule.h"
+#include "store/appointment_record.h"
+#include "store/device_time.h"
+
+namespace orvello {
+
+// Brings a record into the form stores keep: its own times from device-local ones where it has
+// none, all-day items on whole days, a pattern's length and last day, exceptions in order and one
+// for each occurrence.
+void complete_record(AppointmentRecord& record, DeviceTime& time);
+
+// Fills the device-local times of a record and its exceptions.
+void localize_record(AppointmentRecord& record, DeviceTime& time);
+
+// An all-day item's end: 23:59 of the day on which `end` falls.
+LocalSeconds all_day_end(LocalSeconds end);
+
+// Reads recurrence lines ("RRULE:...\nRDATE:..."); a line that cannot be read is left out.
+RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zone* zone);
+// The same with each COUNT turned into the moment it ends, so that a query never counts.
+std::string resolved_rules(const std::string& lines, LocalSeconds start, const Zone* zone);
+
+// The start of the last instance; nothing for a recurrence without end.
+std::optional<LocalSeconds> last_start(const AppointmentRecord& record, const Zone* zone);
+
+}  // namespace orvello
