@@ -32,6 +32,7 @@ struct Observance {
 class Zone {
  public:
   Zone() = default;  // UTC
+  // Leaves out an observance with an offset beyond 26 hours. Without any the zone is at UTC.
   Zone(std::string name, std::vector<Observance> observances);
 
   const std::string& name() const { return name_; }
@@ -44,11 +45,16 @@ class Zone {
   static Result<Zone> parse(std::string_view definition);
 
  private:
+  struct Transition {
+    UtcSeconds utc;      // the onset
+    LocalSeconds local;  // the first local time that is read with the new offset
+    int offset;
+  };
+
   std::string name_ = "UTC";
   std::vector<Observance> observances_;
-  // Transitions in UTC order, computed once: {onset, offset after it}. Rules without end are
-  // expanded to 2200.
-  std::vector<std::pair<UtcSeconds, int>> transitions_;
+  // In order, computed once. Rules without end are expanded to 2200.
+  std::vector<Transition> transitions_;
   int first_offset_ = 0;
 };
 
