@@ -1,0 +1,156 @@
+// The small ports without a screen: a menu bar, message boxes, dialogs, a clock, a locale and input
+// methods that a test sets up and looks at.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "ports/clock.h"
+#include "ports/dialogs.h"
+#include "ports/input_methods.h"
+#include "ports/locale.h"
+#include "ports/menu_bar.h"
+#include "ports/message_box.h"
+
+namespace orvello {
+
+class HeadlessMenuBar : public MenuBar {
+ public:
+  bool create(const MenuBarContent& content) override;
+  void destroy() override { exists_ = false; }
+  bool exists() const override { return exists_; }
+  int height() const override { return exists_ ? content_.height : 0; }
+  void set_button_text(int index, TextView text) override;
+  void enable_button(std::uint32_t command, bool enabled) override;
+  void check_button(std::uint32_t command, bool checked) override;
+  void set_menu(std::uint32_t command, const std::vector<MenuItem>& items) override;
+
+  const MenuBarContent& content() const { return content_; }
+  const std::vector<MenuItem>& menu(std::uint32_t command) const;
+  bool enabled(std::uint32_t command) const { return !disabled_.count(command); }
+  bool checked(std::uint32_t command) const { return checked_.count(command) != 0; }
+  int creations = 0;
+  bool fail_creation = false;
+
+ private:
+  MenuBarButton* button(std::uint32_t command);
+  MenuBarContent content_;
+  std::set<std::uint32_t> disabled_, checked_;
+  bool exists_ = false;
+};
+
+struct ShownBox {
+  Text text, caption;
+  BoxIcon icon = BoxIcon::none;
+  BoxButtons buttons = BoxButtons::ok;
+  bool owned = false;
+};
+
+class HeadlessBoxes : public MessageBoxes {
+ public:
+  BoxAnswer show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
+                 bool owned) override;
+  std::vector<ShownBox> shown;
+  std::vector<BoxAnswer> answers;  // the next ones to give; then the first button's
+};
+
+class HeadlessDialog : public Dialog {
+ public:
+  HeadlessDialog(const DialogTemplate& dialog, DialogProcedure& procedure);
+
+  Text text(int control) const override;
+  void set_text(int control, TextView text) override;
+  bool checked(int control) const override;
+  void set_checked(int control, bool checked) override;
+  void enable(int control, bool enabled) override;
+  void show(int control, bool shown) override;
+  void focus(int control) override { focused = control; }
+  void set_rows(int control, const std::vector<Text>& rows) override;
+  int selected_row(int control) const override;
+  void select_row(int control, int row) override;
+  void invalidate(int) override {}
+  void start_timer(int id, int milliseconds) override { timers[id] = milliseconds; }
+  void stop_timer(int id) override { timers.erase(id); }
+  void close(int result) override;
+
+  // What a person does.
+  void press(int control);
+  void type(int control, TextView text);
+  void tap_row(int control, int row);
+
+  struct Control {
+    ControlTemplate::Kind kind;
+    Text text;
+    std::vector<Text> rows;
+    int selected = -1;
+    bool checked = false, enabled = true, shown = true;
+  };
+  const DialogTemplate dialog;
+  std::map<int, Control> controls;
+  std::map<int, int> timers;
+  int focused = 0;
+  bool closed = false;
+  int result = 0;
+
+ private:
+  const Control* find(int control) const;
+  DialogProcedure& procedure_;
+};
+
+class HeadlessDialogs : public Dialogs {
+ public:
+  int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) override;
+  std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
+                                        DialogProcedure& procedure) override;
+
+  // Plays the person in front of modal dialogs; without one they are closed at once.
+  std::function<void(HeadlessDialog&)> person;
+  std::vector<int> opened;             // template ids, in order
+  HeadlessDialog* modeless = nullptr;  // the last one opened, while it lives
+
+ private:
+  class Modeless;
+};
+
+class HeadlessClock : public Clock {
+ public:
+  explicit HeadlessClock(SystemTime now = {2026, 11, 6, 21, 10, 0, 0, 0}) { set(now); }
+  void set(SystemTime now);
+  void set_zone(Zone zone) { zone_ = std::move(zone); }
+
+  SystemTime local_time() const override { return now_; }
+  UtcSeconds utc_now() const override;
+  std::string zone_name() const override { return zone_.name(); }
+  LocalSeconds to_local(UtcSeconds utc) const override { return zone_.from_utc(utc); }
+  UtcSeconds to_utc(LocalSeconds local) const override { return zone_.to_utc(local); }
+
+ private:
+  SystemTime now_;
+  Zone zone_;
+};
+
+class HeadlessLocale : public Locale {
+ public:
+  explicit HeadlessLocale(LocaleData data = english_locale(), bool russian = false)
+      : data_(std::move(data)), russian_(russian) {}
+  LocaleData data() const override { return data_; }
+  bool russian_resources() const override { return russian_; }
+
+ private:
+  LocaleData data_;
+  bool russian_;
+};
+
+class HeadlessInput : public InputMethods {
+ public:
+  bool load_library(TextView name) override;
+  void free_library(TextView name) override { loaded.erase(Text(name)); }
+  void hide_input_panel() override { ++panel_hides; }
+  std::set<Text> loaded, missing;
+  int panel_hides = 0;
+};
+
+}  // namespace orvello
