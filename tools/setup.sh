@@ -1,0 +1,44 @@
+# Sourced by ./run and ./test: installs the Debian packages that are missing.
+# install_missing PACKAGE... : quick when all are there; asks apt-get (as root or with sudo) else.
+
+install_missing() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2>/dev/null | grep -q '^ii' ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  local sudo=""
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || {
+      echo "These packages are missing: ${missing[*]}. Install them as root, or install sudo." >&2
+      return 1
+    }
+    sudo=sudo
+  fi
+  echo "Installing: ${missing[*]}"
+  $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -qq &&
+    $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+      "${missing[@]}" >/dev/null || {
+    echo "The packages could not be installed: ${missing[*]}" >&2
+    return 1
+  }
+}
+
+build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev libical-dev
+  fonts-dejavu-core fonts-dejavu-extra)
+test_packages=(libgtest-dev libbenchmark-dev clang-format xvfb xauth)
+
+# configure PRESET [CMAKE OPTION...]: once; the build files keep themselves up to date after that.
+configure() {
+  local preset=$1 launcher=()
+  shift
+  [ -f "build/$preset/build.ninja" ] && return 0
+  command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  cmake --preset "$preset" "${launcher[@]}" "$@" >"/tmp/orvello-configure.$$" 2>&1 || {
+    cat "/tmp/orvello-configure.$$"
+    rm -f "/tmp/orvello-configure.$$"
+    return 1
+  }
+  rm -f "/tmp/orvello-configure.$$"
+}
