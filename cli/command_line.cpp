@@ -1,0 +1,265 @@
+#include "cli/command_line.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+namespace orvello {
+namespace {
+
+constexpr std::array<const char*, 3> kViews = {"day", "month", "year"};
+
+int view_number(const std::string& name) {
+  for (std::size_t i = 0; i < kViews.size(); ++i)
+    if (name == kViews[i]) return static_cast<int>(i);
+  return -1;
+}
+
+// Reads exactly `digits` decimal digits at `at` and moves past them; -1 when there are none such.
+int read_digits(const std::string& text, std::size_t& at, int digits) {
+  int value = 0;
+  for (int i = 0; i < digits; ++i, ++at) {
+    if (at >= text.size() || text[at] < '0' || text[at] > '9') return -1;
+    value = value * 10 + (text[at] - '0');
+  }
+  return value;
+}
+
+std::optional<Size> parse_screen(const std::string& text) {
+  int width = 0, height = 0, used = 0;
+  if (std::sscanf(text.c_str(), "%5dx%5d%n", &width, &height, &used) != 2 ||
+      used != static_cast<int>(text.size()))
+    return std::nullopt;
+  if (width < 160 || height < 160 || width > 8192 || height > 8192) return std::nullopt;
+  return Size{width, height};
+}
+
+std::optional<int> parse_dpi(const std::string& text) {
+  std::size_t at = 0;
+  const int digits = static_cast<int>(text.size());
+  const int value = digits >= 2 && digits <= 3 ? read_digits(text, at, digits) : -1;
+  if (value < 72 || value > 600) return std::nullopt;
+  return value;
+}
+
+// Reads words one after the other into a command line; keeps the first fault.
+class Parser {
+ public:
+  explicit Parser(const std::vector<std::string>& words) : words_(words) {}
+
+  Result<CommandLine> parse() {
+    while (fault_.empty() && at_ < words_.size()) {
+      const std::string& word = words_[at_++];
+      if (!only_files_ && word == "--") {
+        only_files_ = true;
+      } else if (!only_files_ && word.size() > 1 && word[0] == '-') {
+        option(word);
+      } else {
+        plain(word);
+      }
+    }
+    if (fault_.empty()) check();
+    if (!fault_.empty()) return Result<CommandLine>::failure(fault_);
+    return line_;
+  }
+
+ private:
+  using Command = CommandLine::Command;
+
+  // The value behind `--name VALUE` or in `--name=VALUE`.
+  std::string value(const std::string& name) {
+    if (has_inline_) return inline_;
+    if (at_ < words_.size()) return words_[at_++];
+    fail(name + " needs a value");
+    return {};
+  }
+
+  void option(const std::string& word) {
+    const std::size_t equals = word.find('=');
+    has_inline_ = equals != std::string::npos;
+    inline_ = has_inline_ ? word.substr(equals + 1) : std::string();
+    const std::string name = word.substr(0, equals);
+    if (name == "--help" || name == "-h") {
+      line_.command = Command::help;
+    } else if (name == "--version") {
+      line_.command = Command::version;
+    } else if (name == "--json") {
+      line_.json = true;
+    } else if (name == "--data") {
+      line_.data_folder = value(name);
+      if (fault_.empty() && line_.data_folder.empty()) fail("--data needs a folder");
+    } else if (!date_option(name) && !screen_option(name)) {
+      fail("there is no option " + name);
+    }
+  }
+
+  bool date_option(const std::string& name) {
+    if (name == "--now") {
+      take(line_.now, parse_iso_moment(value(name)), name, "a moment as YYYY-MM-DDTHH:MM");
+    } else if (name == "--date") {
+      take(line_.date, parse_iso_date(value(name)), name, "a date as YYYY-MM-DD");
+    } else if (name == "--from") {
+      take(line_.from, parse_iso_date(value(name)), name, "a date as YYYY-MM-DD");
+    } else if (name == "--to") {
+      take(line_.to, parse_iso_date(value(name)), name, "a date as YYYY-MM-DD");
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  bool screen_option(const std::string& name) {
+    if (name == "--view") {
+      line_.view = view_number(value(name));
+      if (line_.view < 0) fail("--view is day, month or year");
+    } else if (name == "--screen") {
+      take(line_.screen, parse_screen(value(name)), name, "a size as WxH, 160 to 8192 each");
+    } else if (name == "--dpi") {
+      std::optional<int> dpi;
+      take(dpi, parse_dpi(value(name)), name, "a number from 72 to 600");
+      line_.dpi = dpi.value_or(0);
+    } else if (name == "--language") {
+      line_.language = value(name);
+      if (line_.language != "ru" && line_.language != "en") fail("--language is ru or en");
+    } else if (name == "--measure") {
+      line_.measure_start = value(name) == "start";
+      if (!line_.measure_start) fail("--measure knows only start");
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  template <typename T>
+  void take(std::optional<T>& into, std::optional<T> parsed, const std::string& name,
+            const char* wanted) {
+    if (!parsed) fail(name + " needs " + wanted);
+    into = parsed;
+  }
+
+  void plain(const std::string& word) {
+    if (!command_seen_ && !only_files_) {
+      command_seen_ = true;
+      if (word == "import") return set(Command::import_files);
+      if (word == "export") return set(Command::export_file);
+      if (word == "agenda") return set(Command::agenda);
+      if (word == "render") return set(Command::render);
+    }
+    command_seen_ = true;
+    if (line_.command == Command::agenda) {
+      std::optional<MonthDayYear>& day = line_.from ? line_.to : line_.from;
+      if (line_.to) return fail("agenda takes two dates at most");
+      take(day, parse_iso_date(word), "agenda", "dates as YYYY-MM-DD");
+    } else if (line_.command == Command::render && !render_view_seen_) {
+      render_view_seen_ = true;
+      line_.view = view_number(word);
+      if (line_.view < 0) fail("render draws day, month or year, not " + word);
+    } else {
+      line_.files.push_back(word);
+    }
+  }
+
+  void set(Command command) {
+    if (line_.command == Command::window) line_.command = command;
+  }
+
+  void check() {
+    const auto files = line_.files.size();
+    switch (line_.command) {
+      case Command::import_files:
+        if (files == 0) fail("import needs a file");
+        break;
+      case Command::export_file:
+        if (files != 1) fail("export needs the name of one file");
+        break;
+      case Command::render:
+        if (!render_view_seen_ || files != 1) fail("render needs a view and the name of one file");
+        break;
+      case Command::agenda:
+        if (line_.from && !line_.to) line_.to = line_.from;
+        break;
+      default:
+        break;
+    }
+    if (line_.json && line_.command != Command::agenda && line_.command != Command::help)
+      fail("--json belongs to agenda");
+    if (line_.from && line_.to &&
+        WholeDayNumber(line_.from->month, line_.from->day, line_.from->year) >
+            WholeDayNumber(line_.to->month, line_.to->day, line_.to->year))
+      fail("the last day lies before the first");
+  }
+
+  void fail(std::string reason) {
+    if (fault_.empty()) fault_ = std::move(reason);
+  }
+
+  const std::vector<std::string>& words_;
+  CommandLine line_;
+  std::string fault_, inline_;
+  std::size_t at_ = 0;
+  bool has_inline_ = false, only_files_ = false, command_seen_ = false, render_view_seen_ = false;
+};
+
+}  // namespace
+
+Result<CommandLine> parse_command_line(const std::vector<std::string>& words) {
+  return Parser(words).parse();
+}
+
+std::optional<MonthDayYear> parse_iso_date(const std::string& text) {
+  std::size_t at = 0;
+  if (text.size() != 10 || text[4] != '-' || text[7] != '-') return std::nullopt;
+  MonthDayYear date;
+  date.year = read_digits(text, at, 4);
+  date.month = read_digits(text, ++at, 2);
+  date.day = read_digits(text, ++at, 2);
+  if (date.year < 1601 || date.month < 1 || date.day < 1) return std::nullopt;
+  // A date that does not exist rolls into another one.
+  if (triple_of(day_number(date.year, date.month, date.day)) != date) return std::nullopt;
+  return date;
+}
+
+std::optional<SystemTime> parse_iso_moment(const std::string& text) {
+  if (text.size() != 16 || text[10] != 'T' || text[13] != ':') return std::nullopt;
+  const auto date = parse_iso_date(text.substr(0, 10));
+  std::size_t at = 11;
+  const int hour = read_digits(text, at, 2);
+  const int minute = read_digits(text, ++at, 2);
+  if (!date || hour < 0 || hour > 23 || minute < 0 || minute > 59) return std::nullopt;
+  SystemTime moment;
+  moment.year = date->year;
+  moment.month = date->month;
+  moment.day = date->day;
+  moment.day_of_week = DayOfWeek(date->month, date->day, date->year);
+  moment.hour = hour;
+  moment.minute = minute;
+  return moment;
+}
+
+std::string usage_text() {
+  return R"(Orvello, a pocket calendar.
+
+  orvello [FILE.ics...]               open the window; files are shown first, with counts, and
+                                      imported on OK
+      --view day|month|year           the view to open
+      --date YYYY-MM-DD               the date to show
+      --screen WxH --dpi N            a screen of that size in pixels and that density
+      --measure start                 print the time to the first painted view, and end
+  orvello import FILE...              import iCalendar (.ics) and vCalendar (.vcs) files
+  orvello export FILE [--from D] [--to D]
+                                      write the calendar, or the appointments of some days
+  orvello agenda [FROM [TO]] [--json] list the appointments of the days (today without dates)
+  orvello render day|month|year FILE.png
+                                      draw a view into a picture; takes the window's options
+
+Every command takes:
+      --data DIR                      keep everything under this folder
+      --now YYYY-MM-DDTHH:MM          the time it is said to be
+      --language ru|en                the language of menus and dates
+      --help, --version
+
+Ends with 0 on success, 1 on a failure, which it names, and 2 on a wrong command line.
+)";
+}
+
+}  // namespace orvello

@@ -1,0 +1,40 @@
+// The command line as a value: what was asked for, or what is wrong with it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/geometry.h"
+#include "base/result.h"
+#include "calendar/calendar_date.h"
+#include "calendar/dates.h"
+
+namespace orvello {
+
+struct CommandLine {
+  enum class Command { window, import_files, export_file, agenda, render, help, version };
+  Command command = Command::window;
+  std::vector<std::string> files;        // .ics files; the file to write for export and render
+  std::string data_folder;               // --data
+  std::string language;                  // --language: "ru", "en" or empty
+  std::optional<SystemTime> now;         // --now
+  std::optional<MonthDayYear> date;      // --date
+  std::optional<MonthDayYear> from, to;  // export's options, agenda's words
+  int view = -1;                         // --view, or render's word: 0 Day, 1 Month, 2 Year
+  std::optional<Size> screen;            // --screen
+  int dpi = 0;                           // --dpi, 0: not given
+  bool json = false;
+  bool measure_start = false;
+};
+
+// `words` are the arguments after the program's name. Fails with a sentence for a person.
+Result<CommandLine> parse_command_line(const std::vector<std::string>& words);
+
+std::string usage_text();
+
+// "YYYY-MM-DD", and the same followed by "THH:MM"; nothing for a date or time that does not exist.
+std::optional<MonthDayYear> parse_iso_date(const std::string& text);
+std::optional<SystemTime> parse_iso_moment(const std::string& text);
+
+}  // namespace orvello

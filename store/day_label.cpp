@@ -1,0 +1,42 @@
+#include "store/day_label.h"
+
+#include <cmath>
+
+#include "calendar/date_text.h"
+
+namespace orvello {
+namespace {
+
+std::int32_t whole_day(CalendarDate date) { return static_cast<std::int32_t>(std::trunc(date)); }
+
+Text time_text(CalendarDate date, bool clock24) {
+  SystemTime time;
+  VariantTimeToSystemTime(date, time);
+  return AppointmentTimeText(time.hour, time.minute, clock24);
+}
+
+}  // namespace
+
+CalendarDate shown_end(const StoreItem& item) {
+  if (!item.summary->all_day) return item.end;
+  return whole_day(item.end) + (23 * 60 + 59) / 1440.0;
+}
+
+bool touches_day(const StoreItem& item, std::int32_t day) {
+  return whole_day(item.start) <= day && day <= whole_day(shown_end(item));
+}
+
+Text day_label(const StoreItem& item, std::int32_t day, bool clock24) {
+  if (item.summary->all_day) return u"All Day";
+  const bool dated = item.start != kNoDate;
+  const Text start = dated ? time_text(item.start, clock24) : Text(u"---");
+  const Text end = dated ? time_text(item.end, clock24) : Text(u"---");
+  const bool began_before = whole_day(item.start) < day;
+  const bool goes_on = whole_day(item.end) > day;
+  if (began_before && goes_on) return u"multiday";
+  if (goes_on) return format(u"%s-multiday", start);
+  if (began_before) return format(u"multiday-%s", end);
+  return format(u"%s-%s", start, end);
+}
+
+}  // namespace orvello

@@ -1,0 +1,19 @@
+// How one appointment reads on one day: its times, or which part of a longer span the day holds.
+#pragma once
+
+#include "ports/calendar_store.h"
+
+namespace orvello {
+
+// An all-day item's end moved to 23:59 of the day on which it falls; any other end as it is.
+CalendarDate shown_end(const StoreItem& item);
+
+// Whole days are compared: an item that ends at midnight still belongs to the day which that
+// begins.
+bool touches_day(const StoreItem& item, std::int32_t day);
+
+// "All Day", "9:00-10:00", "multiday-5:00p", "9:00a-multiday" or "multiday"; "---" for each time of
+// an item without dates.
+Text day_label(const StoreItem& item, std::int32_t day, bool clock24);
+
+}  // namespace orvello
