@@ -1,0 +1,175 @@
+#include "cli/agenda.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "base/text.h"
+#include "calendar/date_pictures.h"
+#include "store/day_label.h"
+
+namespace orvello {
+namespace {
+
+std::int32_t whole_day(CalendarDate date) { return static_cast<std::int32_t>(std::trunc(date)); }
+
+std::string json_text(TextView text) {
+  std::string out = "\"";
+  for (const char c : to_utf8(text)) {
+    if (c == '"' || c == '\\') {
+      out += '\\';
+      out += c;
+    } else if (static_cast<unsigned char>(c) < 0x20) {
+      char escape[8];
+      std::snprintf(escape, sizeof escape, "\\u%04x", c);
+      out += escape;
+    } else {
+      out += c;
+    }
+  }
+  return out + '"';
+}
+
+std::string iso_date(std::int32_t day) {
+  const SystemTime time = civil_from_day_number(day);
+  char text[32];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d", time.year, time.month, time.day);
+  return text;
+}
+
+std::string iso_moment(CalendarDate date) {
+  SystemTime time;
+  VariantTimeToSystemTime(date, time);
+  char text[64];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", time.year, time.month, time.day,
+                time.hour, time.minute, time.second);
+  return text;
+}
+
+const char* busy_word(BusyStatus status) {
+  switch (status) {
+    case BusyStatus::free:
+      return "free";
+    case BusyStatus::tentative:
+      return "tentative";
+    case BusyStatus::out_of_office:
+      return "outOfOffice";
+    case BusyStatus::busy:
+      break;
+  }
+  return "busy";
+}
+
+std::string categories_json(TextView categories) {
+  std::string out = "[";
+  for (const Text& piece : split(categories, u',')) {
+    const std::size_t from = piece.find_first_not_of(u' ');
+    if (from == Text::npos) continue;
+    if (out.size() > 1) out += ", ";
+    out += json_text(piece.substr(from, piece.find_last_not_of(u' ') + 1 - from));
+  }
+  return out + "]";
+}
+
+std::string item_json(const StoreItem& item) {
+  const AppointmentSummary& summary = *item.summary;
+  const bool dated = item.start != kNoDate;
+  std::string start = "null", end = "null";
+  if (dated && summary.all_day) {
+    start = '"' + iso_date(whole_day(item.start)) + '"';
+    end = '"' + iso_date(whole_day(item.end) + 1) + '"';
+  } else if (dated) {
+    start = '"' + iso_moment(item.start) + '"';
+    end = '"' + iso_moment(item.end) + '"';
+  }
+  const auto truth = [](bool value) { return value ? "true" : "false"; };
+  return "{\"oid\": " + std::to_string(summary.oid) + ", \"start\": " + start +
+         ", \"end\": " + end + ", \"allDay\": " + truth(summary.all_day) +
+         ", \"subject\": " + json_text(summary.subject) +
+         ", \"location\": " + json_text(summary.location) +
+         ", \"categories\": " + categories_json(summary.categories) +
+         ", \"recurring\": " + truth(summary.recurring) + ", \"busyStatus\": \"" +
+         busy_word(summary.busy_status) + "\", \"private\": " + truth(summary.sensitivity == 2) +
+         ", \"reminderMinutes\": " +
+         (summary.reminder_set ? std::to_string(summary.reminder_minutes) : "null") + "}";
+}
+
+// Control characters in a subject must not reach a terminal.
+std::string one_line(TextView text) {
+  std::string out = to_utf8(text);
+  for (char& c : out)
+    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
+  return out;
+}
+
+std::string item_row(const StoreItem& item, std::int32_t day, bool clock24) {
+  std::string row = "  " + to_utf8(day_label(item, day, clock24));
+  row.resize(std::max<std::size_t>(row.size() + 2, 19), ' ');
+  row += one_line(item.summary->subject);
+  if (!item.summary->location.empty()) row += " [" + one_line(item.summary->location) + "]";
+  return row + "\n";
+}
+
+}  // namespace
+
+Result<std::vector<StoreItem>> agenda_items(CalendarStore& store, std::int32_t from,
+                                            std::int32_t to) {
+  using Items = Result<std::vector<StoreItem>>;
+  const auto application = store.create_application(false);
+  if (!application || !application->logon(nullptr))
+    return Items::failure(application ? to_utf8(application->problem()) : "no calendar store");
+  std::vector<StoreItem> kept;
+  {
+    const auto folder = application->default_folder(kFolderCalendar);
+    if (!folder) return Items::failure(to_utf8(application->problem()));
+    const auto items = folder->items();
+    items->set_include_recurrences(true);
+    items->sort(u"[Start]", false);
+    const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f",
+                                    static_cast<double>(from), static_cast<double>(to));
+    for (auto item = items->find(restriction); item; item = items->find_next())
+      if (whole_day(item->start) <= to && whole_day(shown_end(*item)) >= from)
+        kept.push_back(std::move(*item));
+  }
+  application->logoff();
+  return kept;
+}
+
+std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, std::int32_t to,
+                        bool clock24, const LocaleData& locale) {
+  // One row an occurrence and day, so that the cost follows what is printed.
+  std::vector<std::pair<std::int32_t, const StoreItem*>> rows;
+  for (const StoreItem& item : items) {
+    const std::int32_t last = std::min(whole_day(shown_end(item)), to);
+    for (std::int32_t day = std::max(whole_day(item.start), from); day <= last; ++day)
+      rows.emplace_back(day, &item);
+  }
+  std::stable_sort(rows.begin(), rows.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  Text picture;
+  LongDatePicture(locale.long_date_order == u"0"   ? 3
+                  : locale.long_date_order == u"1" ? 4
+                                                   : 5,
+                  picture);
+  std::string out;
+  std::int32_t shown = from - 1;
+  for (const auto& [day, item] : rows) {
+    if (day != shown) {
+      if (!out.empty()) out += "\n";
+      out += to_utf8(FormatDatePicture(picture, civil_from_day_number(day), locale)) + "\n";
+      shown = day;
+    }
+    out += item_row(*item, day, clock24);
+  }
+  return rows.empty() ? "No Appointments\n" : out;
+}
+
+std::string agenda_json(const std::vector<StoreItem>& items) {
+  if (items.empty()) return "[]\n";
+  std::string out = "[\n";
+  for (std::size_t i = 0; i < items.size(); ++i)
+    out += "  " + item_json(items[i]) + (i + 1 < items.size() ? ",\n" : "\n");
+  return out + "]\n";
+}
+
+}  // namespace orvello

@@ -1,0 +1,70 @@
+#include "cli/commands.h"
+
+#include <ostream>
+
+#include "calendar/dates.h"
+#include "cli/agenda.h"
+#include "exchange/export.h"
+#include "exchange/import.h"
+
+namespace orvello {
+namespace {
+
+std::int32_t day_of(const MonthDayYear& date) {
+  return day_number(date.year, date.month, date.day);
+}
+
+std::optional<std::int32_t> day_of(const std::optional<MonthDayYear>& date) {
+  if (!date) return std::nullopt;
+  return day_of(*date);
+}
+
+}  // namespace
+
+int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, std::ostream& out,
+               std::ostream& err) {
+  const ImportResult result = import_files(line.files, store, clock);
+  for (const ImportProblem& problem : result.problems) err << problem_line(problem) << "\n";
+  if (!result.done) {
+    err << "orvello: nothing was imported: " << result.failure << "\n";
+    return kExitFailure;
+  }
+  out << counts_line(result.counts) << "\n";
+  const bool nothing_usable = result.counts.imported + result.counts.updated == 0;
+  return nothing_usable && !result.problems.empty() ? kExitFailure : kExitSuccess;
+}
+
+int run_export(const CommandLine& line, RecordStore& store, const Clock& clock, std::ostream& out,
+               std::ostream& err) {
+  const auto text = export_calendar(store, day_of(line.from), day_of(line.to), clock);
+  if (!text) {
+    err << "orvello: " << text.reason() << "\n";
+    return kExitFailure;
+  }
+  if (line.files[0] == "-") {
+    out << *text;
+    return out.flush() ? kExitSuccess : kExitFailure;
+  }
+  const auto written = write_whole_file(line.files[0], *text);
+  if (!written) {
+    err << "orvello: " << written.reason() << "\n";
+    return kExitFailure;
+  }
+  return kExitSuccess;
+}
+
+int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock, bool clock24,
+               const LocaleData& locale, std::ostream& out, std::ostream& err) {
+  const MonthDayYear today = TodayTriple(clock.local_time());
+  const std::int32_t from = day_of(line.from.value_or(today));
+  const std::int32_t to = day_of(line.to.value_or(line.from.value_or(today)));
+  const auto items = agenda_items(store, from, to);
+  if (!items) {
+    err << "orvello: " << items.reason() << "\n";
+    return kExitFailure;
+  }
+  out << (line.json ? agenda_json(*items) : agenda_text(*items, from, to, clock24, locale));
+  return out.flush() ? kExitSuccess : kExitFailure;
+}
+
+}  // namespace orvello

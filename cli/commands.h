@@ -1,0 +1,26 @@
+// The commands that need no window. Results go to `out`, problems to `err`; the answer is the
+// process's exit code.
+#pragma once
+
+#include <iosfwd>
+
+#include "calendar/locale_data.h"
+#include "cli/command_line.h"
+#include "ports/calendar_store.h"
+#include "ports/clock.h"
+#include "store/record_store.h"
+
+namespace orvello {
+
+inline constexpr int kExitSuccess = 0;
+inline constexpr int kExitFailure = 1;
+inline constexpr int kExitUsage = 2;
+
+int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, std::ostream& out,
+               std::ostream& err);
+int run_export(const CommandLine& line, RecordStore& store, const Clock& clock, std::ostream& out,
+               std::ostream& err);
+int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock, bool clock24,
+               const LocaleData& locale, std::ostream& out, std::ostream& err);
+
+}  // namespace orvello
