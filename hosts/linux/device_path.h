@@ -1,0 +1,14 @@
+// Paths as the program writes them ("\home\ann\calendar") and as this system does ("/home/ann/
+// calendar").
+#pragma once
+
+#include <string>
+
+#include "base/text.h"
+
+namespace orvello {
+
+Text device_path(const std::string& path);
+std::string host_path(TextView path);
+
+}  // namespace orvello

@@ -1,0 +1,32 @@
+// Where the program's files live: the three folders of the desktop's base-directory rules, or one
+// folder for everything.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/result.h"
+
+namespace orvello {
+
+struct Paths {
+  std::string data;    // settings.vol, calendar.db, icons.bmp
+  std::string config;  // the registry file, the window's place
+  std::string state;   // diag.txt
+};
+
+// `data_option` puts everything under that one folder. Relative values in the environment are
+// ignored, as the rules want. Fails when there is no home folder to start from.
+Result<Paths> choose_paths(const std::optional<std::string>& data_option);
+
+// Creates the folders that are missing, for their owner alone, and makes sure that they can be
+// written to. The reason names the folder. Folders that exist keep their permissions.
+Result<Paths> prepare_folders(const Paths& paths);
+
+// From now on, files that this process creates are for their owner alone.
+void keep_files_private();
+
+// Writes a file so that a reader finds the old content or the new one, never a part.
+bool write_file_atomically(const std::string& path, const std::string& content);
+
+}  // namespace orvello

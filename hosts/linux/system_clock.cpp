@@ -1,0 +1,115 @@
+#include "hosts/linux/system_clock.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cctype>
+#include <chrono>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+namespace orvello {
+namespace {
+
+constexpr std::int64_t kUnixEpoch = 25569 * kSecondsPerDay;  // 1 January 1970
+
+int offset_at(UtcSeconds utc) {
+  const std::time_t time = static_cast<std::time_t>(utc - kUnixEpoch);
+  std::tm local{};
+  ::localtime_r(&time, &local);
+  return static_cast<int>(local.tm_gmtoff);
+}
+
+SystemTime broken_down(LocalSeconds seconds) {
+  std::int64_t day = seconds / kSecondsPerDay, rest = seconds % kSecondsPerDay;
+  if (rest < 0) rest += kSecondsPerDay, --day;
+  SystemTime time = civil_from_day_number(static_cast<std::int32_t>(day));
+  time.hour = static_cast<int>(rest / 3600);
+  time.minute = static_cast<int>(rest / 60 % 60);
+  time.second = static_cast<int>(rest % 60);
+  return time;
+}
+
+}  // namespace
+
+SystemClock::SystemClock(std::optional<LocalSeconds> fixed) : fixed_(fixed) { ::tzset(); }
+
+SystemTime SystemClock::local_time() const {
+  if (fixed_) return broken_down(*fixed_);
+  using namespace std::chrono;
+  const auto now = duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
+  SystemTime time = broken_down(to_local(kUnixEpoch + now / 1000));
+  time.milliseconds = static_cast<int>(now % 1000);
+  return time;
+}
+
+UtcSeconds SystemClock::utc_now() const {
+  if (fixed_) return to_utc(*fixed_);
+  return kUnixEpoch + static_cast<std::int64_t>(std::time(nullptr));
+}
+
+std::string SystemClock::zone_name() const {
+  std::array<char, PATH_MAX> target{};
+  const ssize_t length = ::readlink("/etc/localtime", target.data(), target.size() - 1);
+  return zone_name_from(std::getenv("TZ"), length > 0 ? target.data() : "");
+}
+
+LocalSeconds SystemClock::to_local(UtcSeconds utc) const { return utc + offset_at(utc); }
+
+// A time that occurs twice means the first one, and a skipped one is read with the offset before
+// the gap: both are the offset of the day before, unless the change lies behind already.
+UtcSeconds SystemClock::to_utc(LocalSeconds local) const {
+  const int before = offset_at(local - kSecondsPerDay);
+  if (to_local(local - before) == local) return local - before;
+  const int after = offset_at(local + kSecondsPerDay);
+  if (to_local(local - after) == local) return local - after;
+  return local - before;
+}
+
+std::optional<LocalSeconds> parse_local_time(const std::string& text) {
+  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, end = 0;
+  const char* picture = "%4d-%2d-%2dT%2d:%2d%n";
+  if (text.size() == 19) picture = "%4d-%2d-%2dT%2d:%2d:%2d%n";
+  const int wanted = text.size() == 19 ? 6 : 5;
+  if (text.size() != 16 && text.size() != 19) return std::nullopt;
+  for (char c : text)
+    if (!std::isdigit(static_cast<unsigned char>(c)) && c != '-' && c != ':' && c != 'T')
+      return std::nullopt;
+  const int found = std::sscanf(text.c_str(), picture, &year, &month, &day, &hour, &minute,
+                                wanted == 6 ? &second : &end, &end);
+  if (found != wanted || end != static_cast<int>(text.size())) return std::nullopt;
+  const std::int32_t number = day_number(year, month, day);
+  const SystemTime back = civil_from_day_number(number);
+  if (back.year != year || back.month != month || back.day != day) return std::nullopt;
+  if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
+    return std::nullopt;
+  return number * kSecondsPerDay + hour * 3600 + minute * 60 + second;
+}
+
+std::string zone_name_from(const char* tz_variable, const std::string& link_target) {
+  static const std::string kFolder = "zoneinfo/";
+  const auto below_folder = [](std::string path) -> std::string {
+    const std::size_t place = path.rfind(kFolder);
+    if (place == std::string::npos) return {};
+    path.erase(0, place + kFolder.size());
+    for (const char* variant : {"posix/", "right/"})
+      if (path.rfind(variant, 0) == 0) path.erase(0, 6);
+    return path;
+  };
+  if (!tz_variable) return below_folder(link_target);
+  std::string name = tz_variable;
+  if (!name.empty() && name.front() == ':') name.erase(0, 1);
+  if (name.empty()) return "UTC";  // an empty variable means Coordinated Universal Time
+  if (name.front() == '/') return below_folder(name);
+  // A rule such as "CET-1CEST,M3.5.0,M10.5.0/3" names no zone. Names with digits have a region.
+  const bool has_region =
+      name.find('/') != std::string::npos && name.find(',') == std::string::npos;
+  for (char c : name)
+    if ((std::isdigit(static_cast<unsigned char>(c)) && !has_region) || c == ',' || c == '<')
+      return {};
+  return name;
+}
+
+}  // namespace orvello

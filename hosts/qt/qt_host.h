@@ -1,0 +1,62 @@
+// The Linux program's host: owns every port that belongs to the desktop and lends the rest.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hosts/linux/paths.h"
+#include "ports/calendar_store.h"
+#include "ports/clock.h"
+#include "ports/host.h"
+#include "ports/main_window.h"
+#include "ports/record_databases.h"
+#include "ports/registry.h"
+
+class QApplication;
+
+namespace orvello {
+
+struct QtHostOptions {
+  Paths paths;                      // folders that exist
+  std::optional<LocalSeconds> now;  // a clock that stands still
+  std::optional<bool> russian;      // --language
+  std::optional<Size> screen;       // --screen, device pixels
+  int dpi = 0;                      // --dpi; 0: the display's
+  std::vector<std::string> files;   // handed to a window that is open already
+  bool offscreen = false;           // never needs a display: for pictures
+};
+
+class QtHost {
+ public:
+  // `argc` and `argv` live as long as the host. Without `offscreen` a display must be there: ask
+  // display_reachable() first. One at a time in a process.
+  QtHost(int& argc, char** argv, QtHostOptions options, Registry& registry,
+         RecordDatabases& databases, CalendarStore& store);
+  ~QtHost();
+  QtHost(const QtHost&) = delete;
+  QtHost& operator=(const QtHost&) = delete;
+
+  Host host();
+
+  // Runs the message loop until the quit message; its code.
+  int run();
+
+  // Another launch asked for these files while this one runs (the window has been raised). Called
+  // from the message loop; without files when only raising was asked for.
+  void on_files(std::function<void(std::vector<std::string>)> callback);
+  // Once, after the first paint that showed a published surface or a modeless dialog.
+  void on_first_paint(std::function<void()> callback);
+
+  bool save_window_picture(const std::string& path);  // the whole window, device pixels, as PNG
+  static bool save_png(Surface& surface, const std::string& path);  // what was published last
+
+ private:
+  struct Parts;
+  std::unique_ptr<QApplication> application_;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace orvello
