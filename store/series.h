@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,6 +52,8 @@ struct SeriesScratch {
 };
 
 Series make_series(const AppointmentRecord& record, DeviceTime& time);
+// Takes the pattern without its end: `last_start` is what ends a series.
+void set_pattern(Series& series, const RecurrencePattern& pattern);
 
 // Adds the occurrences within the bounds. Exceptions count with their own times, so one may come in
 // from outside and one may leave.
@@ -61,8 +62,8 @@ void append_occurrences(const Series& series, const DayBounds& bounds, DeviceTim
 std::vector<SeriesOccurrence> occurrences_of(const Series& series, const DayBounds& bounds,
                                              DeviceTime& time);
 
-// The occurrence shown at that start; with `loose` also one whose clock time a change of clocks
-// moved on that day.
+// The occurrence shown at that start, or the day's only one that a change of clocks moved away from
+// it.
 std::optional<SeriesOccurrence> occurrence_at(const Series& series, LocalSeconds start,
                                               DeviceTime& time);
 

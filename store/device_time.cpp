@@ -1,0 +1,50 @@
+#include "store/device_time.h"
+
+#include "calendar/rule_days.h"
+
+namespace orvello {
+
+const Zone* DeviceTime::zone(const std::string& name) {
+  if (name.empty()) return nullptr;
+  const auto found = known_.find(name);
+  if (found != known_.end()) return found->second.get();
+  auto described = zones_(name);
+  auto& kept = known_[name];
+  if (described)
+    kept = std::make_unique<Zone>(std::move(*described));
+  else if (name == "UTC")
+    kept = std::make_unique<Zone>();
+  return kept.get();
+}
+
+LocalSeconds DeviceTime::shown(LocalSeconds local, const Zone* zone) {
+  if (local >= to_seconds(kNoDate)) return local;
+  if (zone) return clock_.to_local(zone->to_utc(local));
+  if (!skips_on(static_cast<std::int32_t>(day_of(local)))) return local;
+  return clock_.to_local(clock_.to_utc(local));
+}
+
+LocalSeconds DeviceTime::in_zone(LocalSeconds local, const Zone* zone) const {
+  if (!zone || local >= to_seconds(kNoDate)) return local;
+  return zone->from_utc(clock_.to_utc(local));
+}
+
+bool DeviceTime::skips_on(std::int32_t day) {
+  const auto known = skips_.find(day);
+  if (known != skips_.end()) return known->second;
+  const auto midnight = static_cast<LocalSeconds>(day) * kSecondsPerDay;
+  // A day whose first moment is skipped is short as well: that moment reads as the moved one.
+  const bool skips =
+      clock_.to_utc(midnight + kSecondsPerDay) - clock_.to_utc(midnight) < kSecondsPerDay ||
+      clock_.to_local(clock_.to_utc(midnight)) != midnight;
+  return skips_[day] = skips;
+}
+
+void DeviceTime::follow_device_zone() {
+  auto name = clock_.zone_name();
+  if (name == device_zone_) return;
+  device_zone_ = std::move(name);
+  skips_.clear();
+}
+
+}  // namespace orvello

@@ -1,0 +1,52 @@
+#include "store/record_application.h"
+
+#include "store/record_appointment.h"
+#include "store/record_items.h"
+
+namespace orvello {
+
+bool RecordApplication::logon(StoreListener* listener) {
+  if (!store_.allows_logon()) return false;
+  store_.log_on(this, listener, !notify_ && store_.posts_unasked());
+  return true;
+}
+
+std::unique_ptr<StoreFolder> RecordApplication::default_folder(int folder) {
+  if (!store_.folder_reachable(folder)) return nullptr;
+  return std::make_unique<RecordFolder>(store_, *this, folder);
+}
+
+std::unique_ptr<Appointment> RecordApplication::item_from_oid(std::int32_t oid) {
+  if (oid == 0) return nullptr;
+  auto record = store_.fetch(oid);
+  if (!record) return nullptr;
+  return std::make_unique<RecordAppointment>(store_, std::move(*record));
+}
+
+std::unique_ptr<Appointment> RecordApplication::create_appointment() {
+  return std::make_unique<RecordAppointment>(store_, AppointmentRecord());
+}
+
+bool RecordApplication::beam(Appointment& appointment) {
+  AppointmentRecord record;
+  record.oid = appointment.oid();
+  if (auto stored = store_.fetch(record.oid)) record = std::move(*stored);
+  // As it stands, with what was not saved yet; of an occurrence that one alone.
+  appointment.read(record.fields);
+  return store_.beam(record);
+}
+
+std::unique_ptr<StoreItems> RecordFolder::items() {
+  return std::make_unique<RecordItems>(store_, folder_ == kFolderCalendar);
+}
+
+std::vector<StoreContact> RecordFolder::contacts() {
+  return folder_ == kFolderContacts ? store_.contacts() : std::vector<StoreContact>();
+}
+
+bool RecordFolder::enable_notifications() {
+  store_.enable_notifications(&application_);
+  return true;
+}
+
+}  // namespace orvello

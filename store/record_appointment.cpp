@@ -1,0 +1,169 @@
+#include "store/record_appointment.h"
+
+#include <cmath>
+
+#include "calendar/rule_days.h"
+#include "store/record_pattern.h"
+
+namespace orvello {
+namespace {
+
+// Moves a pattern's times by a difference; its days stay.
+void shift_times(RecurrencePattern& pattern, std::int64_t seconds) {
+  const auto shifted = [&](CalendarDate time) {
+    return to_calendar_date(floor_mod(to_seconds(time) + seconds, kSecondsPerDay));
+  };
+  pattern.start_time = shifted(pattern.start_time);
+  pattern.end_time = shifted(pattern.end_time);
+}
+
+bool same_day(LocalSeconds a, LocalSeconds b) { return day_of(a) == day_of(b); }
+
+}  // namespace
+
+RecurrencePattern device_pattern(const AppointmentRecord& record, DeviceTime& time) {
+  RecurrencePattern pattern = *record.pattern;
+  const auto shown = time.shown(record.start, time.zone(record.zone));
+  if (!record.fields.all_day && same_day(shown, record.start))
+    shift_times(pattern, shown - record.start);
+  return pattern;
+}
+
+RecordAppointment::RecordAppointment(RecordCalendarStore& store, AppointmentRecord record)
+    : store_(store), record_(std::move(record)) {}
+
+bool RecordAppointment::read(AppointmentFields& fields) const {
+  fields = fields_.value_or(record_.fields);
+  return true;
+}
+
+bool RecordAppointment::is_recurring() const {
+  return pattern_ || (record_.recurring() && !clears_pattern_);
+}
+
+std::int32_t RecordAppointment::duration_minutes() const {
+  const AppointmentFields& fields = fields_ ? *fields_ : record_.fields;
+  return static_cast<std::int32_t>((to_seconds(fields.end) - to_seconds(fields.start)) / 60);
+}
+
+std::unique_ptr<StorePattern> RecordAppointment::pattern() {
+  if (record_.oid != 0 && !store_.fetch(record_.oid)) return nullptr;
+  return std::make_unique<RecordPattern>(store_, *this);
+}
+
+void RecordAppointment::clear_pattern() {
+  pattern_.reset();
+  clears_pattern_ = true;
+}
+
+void RecordAppointment::set_pattern(const RecurrencePattern& pattern) {
+  pattern_ = pattern;
+  clears_pattern_ = false;
+}
+
+std::optional<std::vector<StoreRecipient>> RecordAppointment::recipients() const {
+  return recipients_ ? *recipients_ : record_.recipients;
+}
+
+void RecordAppointment::set_recipients(const std::vector<StoreRecipient>& recipients) {
+  recipients_ = recipients;
+}
+
+std::unique_ptr<Appointment> RecordAppointment::copy() {
+  auto twin = std::make_unique<RecordAppointment>(store_, AppointmentRecord());
+  twin->fields_ = fields_.value_or(record_.fields);
+  twin->recipients_ = recipients();
+  return twin;
+}
+
+AppointmentRecord RecordAppointment::current() const {
+  AppointmentRecord record = record_;
+  if (record.oid != 0)
+    if (auto stored = store_.fetch(record.oid)) record = std::move(*stored);
+  if (pattern_ || clears_pattern_) {
+    apply_fields(record);
+    apply_pattern(record);
+  }
+  return record;
+}
+
+void RecordAppointment::apply_fields(AppointmentRecord& record) const {
+  if (!fields_) return;
+  const bool moved = fields_->start != record_.fields.start || fields_->end != record_.fields.end ||
+                     fields_->all_day != record_.fields.all_day || record_.oid == 0;
+  const auto start = record.fields.start, end = record.fields.end;
+  record.fields = *fields_;
+  if (!moved) {
+    record.fields.start = start;
+    record.fields.end = end;
+    return;
+  }
+  auto& time = store_.time();
+  const Zone* zone = fields_->all_day ? nullptr : time.zone(record.zone);
+  if (fields_->all_day) record.zone.clear();
+  record.start = time.in_zone(to_seconds(fields_->start), zone);
+  record.end = time.in_zone(to_seconds(fields_->end), zone);
+}
+
+void RecordAppointment::apply_pattern(AppointmentRecord& record) const {
+  if (clears_pattern_) {
+    record.pattern.reset();
+    record.rules.clear();
+    record.exceptions.clear();
+  }
+  if (!pattern_) return;
+  auto& time = store_.time();
+  // The same pattern again changes nothing: its exceptions are still its own.
+  if (record.pattern && !clears_pattern_ && device_pattern(record, time) == *pattern_) return;
+  record.exceptions.clear();
+  record.rules.clear();
+  record.pattern = *pattern_;
+  const Zone* zone = record.fields.all_day ? nullptr : time.zone(record.zone);
+  const auto start = pattern_start(*pattern_);
+  const auto own = time.in_zone(start, zone);
+  if (zone && same_day(start, own))
+    shift_times(*record.pattern, own - start);
+  else
+    record.zone.clear();
+  record.start = record.end = 0;  // the pattern says
+}
+
+void RecordAppointment::apply(AppointmentRecord& record) const {
+  apply_fields(record);
+  apply_pattern(record);
+  if (recipients_) record.recipients = *recipients_;
+}
+
+bool RecordAppointment::save() {
+  AppointmentRecord record = record_;
+  if (record_.oid != 0) {
+    auto stored = store_.fetch(record_.oid);
+    if (!stored) return false;
+    record = std::move(*stored);
+    if (!fields_ && !pattern_ && !clears_pattern_ && !recipients_) {
+      record_ = std::move(record);
+      return true;
+    }
+  }
+  apply(record);
+  record.modified = store_.time().clock().utc_now();
+  const std::int32_t oid = store_.put(record);
+  if (oid == 0) return false;
+  if (auto stored = store_.load(oid)) record_ = std::move(*stored);
+  record_.oid = oid;
+  fields_.reset();
+  pattern_.reset();
+  clears_pattern_ = false;
+  recipients_.reset();
+  return true;
+}
+
+bool RecordAppointment::remove() { return record_.oid != 0 && store_.erase(record_.oid); }
+
+bool RecordAppointment::send() {
+  AppointmentRecord record = record_;
+  apply(record);
+  return store_.send(record);
+}
+
+}  // namespace orvello

@@ -1,0 +1,123 @@
+#include "store/record_calendar_store.h"
+
+#include <algorithm>
+
+#include "store/record_application.h"
+
+namespace orvello {
+namespace {
+
+constexpr std::uint32_t kNotifications[] = {0x8100, 0x8101, 0x8102, 0x8105, 0x8106, 0x8107};
+
+std::size_t bit_of(StoreChange change, bool remote) {
+  return static_cast<std::size_t>(change) + (remote ? 3 : 0);
+}
+
+Text trimmed(const Text& text) {
+  const auto first = text.find_first_not_of(u' ');
+  if (first == Text::npos) return {};
+  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+}
+
+}  // namespace
+
+RecordCalendarStore::RecordCalendarStore(const Clock& clock)
+    : time_(clock, [this](std::string_view name) { return zone(name); }) {}
+
+std::vector<CategoryUse> RecordCalendarStore::category_use_counts() {
+  std::map<Text, CategoryUse> uses;
+  const auto count_folder = [&](int folder, int CategoryUse::*count) {
+    for (const auto& [text, items] : category_texts(folder))
+      for (const Text& piece : split(text, u','))
+        if (Text label = trimmed(piece); !label.empty()) {
+          auto& use = uses[label];
+          use.label = label;
+          use.*count += items;
+        }
+  };
+  count_folder(kFolderCalendar, &CategoryUse::appointments);
+  count_folder(kFolderTasks, &CategoryUse::tasks);
+  count_folder(kFolderContacts, &CategoryUse::contacts);
+  std::vector<CategoryUse> list;
+  for (auto& [label, use] : uses) list.push_back(std::move(use));
+  return list;
+}
+
+Text RecordCalendarStore::category_text(int folder) {
+  Text joined;
+  std::vector<Text> seen;
+  for (const auto& [text, items] : category_texts(folder))
+    for (const Text& piece : split(text, u',')) {
+      Text label = trimmed(piece);
+      if (label.empty() || std::find(seen.begin(), seen.end(), label) != seen.end()) continue;
+      joined += (joined.empty() ? u"" : u",") + label;
+      seen.push_back(std::move(label));
+    }
+  return joined;
+}
+
+bool RecordCalendarStore::folder_reachable(int folder) const {
+  return folder == kFolderCalendar || folder == kFolderContacts || folder == kFolderTasks ||
+         folder == kFolderInfrared;
+}
+
+void RecordCalendarStore::set_transport(Transport send, Transport beam) {
+  send_ = std::move(send);
+  beam_ = std::move(beam);
+}
+
+bool RecordCalendarStore::send(const AppointmentRecord& record) {
+  if (send_) return send_(record);
+  fail("There is no way to send a meeting request from this device.");
+  return false;
+}
+
+bool RecordCalendarStore::beam(const AppointmentRecord& record) {
+  if (beam_) return beam_(record);
+  fail("This device has no infrared port.");
+  return false;
+}
+
+std::unique_ptr<StoreApplication> RecordCalendarStore::create_application(bool notify) {
+  return std::make_unique<RecordApplication>(*this, notify);
+}
+
+void RecordCalendarStore::log_on(const void* application, StoreListener* listener, bool posts) {
+  sessions_[application] = {listener, posts};
+}
+
+void RecordCalendarStore::log_off(const void* application) { sessions_.erase(application); }
+
+void RecordCalendarStore::enable_notifications(const void* application) {
+  const auto found = sessions_.find(application);
+  if (found != sessions_.end()) found->second.posts = true;
+}
+
+void RecordCalendarStore::note_change(StoreChange change, bool remote) {
+  const bool first = pending_ == 0;
+  pending_ |= 1u << bit_of(change, remote);
+  if (first && wake_) wake_();
+}
+
+bool RecordCalendarStore::poll() {
+  time_.follow_device_zone();
+  const unsigned pending = pending_;
+  pending_ = 0;
+  std::vector<StoreListener*> listeners;
+  for (const auto& [application, session] : sessions_)
+    if (session.posts && session.listener &&
+        std::find(listeners.begin(), listeners.end(), session.listener) == listeners.end())
+      listeners.push_back(session.listener);
+  for (std::size_t bit = 0; bit < std::size(kNotifications); ++bit)
+    if (pending >> bit & 1)
+      for (StoreListener* listener : listeners) {
+        // One that was told may have logged another off.
+        const bool still_there =
+            std::any_of(sessions_.begin(), sessions_.end(),
+                        [&](const auto& entry) { return entry.second.listener == listener; });
+        if (still_there) listener->store_changed(kNotifications[bit]);
+      }
+  return pending != 0;
+}
+
+}  // namespace orvello

@@ -1,0 +1,194 @@
+#include "store/record_rules.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <random>
+
+#include "calendar/rule_days.h"
+#include "calendar/rule_text.h"
+
+namespace orvello {
+namespace {
+
+constexpr std::int64_t kMinute = 60;
+
+// Days that an all-day length in minutes covers; a length of exactly one day is that one day.
+std::int64_t days_of_length(std::int64_t minutes) {
+  return std::max<std::int64_t>(1, ceil_div(minutes, 24 * 60));
+}
+
+void complete_pattern(AppointmentRecord& record) {
+  RecurrencePattern& pattern = *record.pattern;
+  if (record.start != 0 || record.end != 0) {
+    pattern.duration = static_cast<std::int32_t>((record.end - record.start) / kMinute);
+  } else {
+    const auto first = to_seconds(pattern.start_time);
+    const auto last = to_seconds(pattern.end_time);
+    // A length that does not lead to the end time is what an earlier pattern left behind.
+    if (floor_mod(first + pattern.duration * kMinute - last, kSecondsPerDay) != 0 ||
+        pattern.duration < 0)
+      pattern.duration =
+          static_cast<std::int32_t>(floor_mod(last - first, kSecondsPerDay) / kMinute);
+  }
+  if (record.fields.all_day) {
+    pattern.start_time = 0;
+    pattern.duration = static_cast<std::int32_t>(days_of_length(pattern.duration) * 24 * 60 - 1);
+  }
+  record.start = pattern_start(pattern);
+  record.end = record.start + pattern.duration * kMinute;
+  pattern.pattern_start_date = static_cast<CalendarDate>(day_of(record.start));
+  pattern.start_time = to_calendar_date(floor_mod(record.start, kSecondsPerDay));
+  pattern.end_time = to_calendar_date(floor_mod(record.end, kSecondsPerDay));
+  const auto last = last_instance(pattern);
+  pattern.no_end_date = !last;
+  pattern.pattern_end_date = last ? static_cast<CalendarDate>(day_of(*last)) : kNoDate;
+}
+
+void complete_times(AppointmentRecord& record, DeviceTime& time) {
+  const bool own_times = record.start != 0 || record.end != 0;
+  const bool all_day = record.fields.all_day;
+  if (all_day) record.zone.clear();
+  if (!own_times && !record.pattern) {
+    const Zone* zone = time.zone(record.zone);
+    record.start = time.in_zone(to_seconds(record.fields.start), zone);
+    record.end = time.in_zone(to_seconds(record.fields.end), zone);
+  }
+  record.end = std::max(record.start, record.end);
+  if (all_day) {
+    record.start = day_of(record.start) * kSecondsPerDay;
+    if (own_times || !record.pattern) record.end = all_day_end(record.end);
+  }
+}
+
+void complete_exceptions(AppointmentRecord& record, DeviceTime& time) {
+  if (!record.recurring()) record.exceptions.clear();
+  for (AppointmentException& exception : record.exceptions) {
+    if (record.fields.all_day)
+      exception.original_start = day_of(exception.original_start) * kSecondsPerDay;
+    if (exception.deleted) continue;
+    if (exception.start == 0 && exception.end == 0) {
+      const Zone* zone = time.zone(exception.zone);
+      exception.start = time.in_zone(to_seconds(exception.fields.start), zone);
+      exception.end = time.in_zone(to_seconds(exception.fields.end), zone);
+    }
+    exception.end = std::max(exception.start, exception.end);
+    if (!exception.fields.all_day) continue;
+    exception.zone.clear();
+    exception.start = day_of(exception.start) * kSecondsPerDay;
+    exception.end = all_day_end(exception.end);
+  }
+  // The last one told of an occurrence stands.
+  auto& list = record.exceptions;
+  std::reverse(list.begin(), list.end());
+  std::stable_sort(list.begin(), list.end(), [](const auto& a, const auto& b) {
+    return a.original_start < b.original_start;
+  });
+  list.erase(std::unique(
+                 list.begin(), list.end(),
+                 [](const auto& a, const auto& b) { return a.original_start == b.original_start; }),
+             list.end());
+}
+
+std::string made_up_uid() {
+  std::random_device source;
+  char text[48];
+  std::snprintf(text, sizeof text, "%08x%08x%08x%08x@orvello", source(), source(), source(),
+                source());
+  return text;
+}
+
+// Splits "RRULE;X=1:value" lines.
+template <typename Take>
+void for_each_line(std::string_view lines, Take take) {
+  while (!lines.empty()) {
+    const auto end = std::min(lines.find('\n'), lines.size());
+    auto line = lines.substr(0, end);
+    lines.remove_prefix(std::min(end + 1, lines.size()));
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    const auto colon = line.find(':');
+    if (colon == std::string_view::npos) continue;
+    take(line.substr(0, std::min(line.find(';'), colon)), line.substr(colon + 1));
+  }
+}
+
+}  // namespace
+
+LocalSeconds all_day_end(LocalSeconds end) { return (day_of(end) + 1) * kSecondsPerDay - kMinute; }
+
+RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zone* zone) {
+  RecurrenceSet set;
+  set.start = start;
+  for_each_line(lines, [&](std::string_view name, std::string_view value) {
+    if (name == "RDATE" || name == "EXDATE") {
+      auto& dates = name == "RDATE" ? set.dates : set.excluded_dates;
+      for (std::string_view date : split_bytes(value, ','))
+        if (const auto moment = parse_moment(date)) dates.push_back(*moment);
+      return;
+    }
+    if (name != "RRULE" && name != "EXRULE") return;
+    auto rule = parse_rule(value);
+    if (!rule) return;
+    if (rule->until_is_utc && rule->until) {
+      if (zone) rule->until = zone->from_utc(*rule->until);
+      rule->until_is_utc = false;
+    }
+    (name == "RRULE" ? set.rules : set.excluded_rules).push_back(std::move(*rule));
+  });
+  std::sort(set.dates.begin(), set.dates.end());
+  std::sort(set.excluded_dates.begin(), set.excluded_dates.end());
+  return set;
+}
+
+std::string resolved_rules(const std::string& lines, LocalSeconds start, const Zone* zone) {
+  RecurrenceSet set = read_rules(lines, start, zone);
+  std::string text;
+  const auto add_rules = [&](std::vector<Rule>& rules, const char* name) {
+    for (Rule& rule : rules) {
+      if (rule.count > 0) {
+        rule.until = last_instance(rule, start);
+        rule.count = 0;
+        rule.until_is_date = false;
+      }
+      text += name + rule_text(rule) + "\n";
+    }
+  };
+  const auto add_dates = [&](const std::vector<LocalSeconds>& dates, const char* name) {
+    if (dates.empty()) return;
+    text += name;
+    for (LocalSeconds date : dates) text += moment_text(date) + ",";
+    text.back() = '\n';
+  };
+  add_rules(set.rules, "RRULE:");
+  add_rules(set.excluded_rules, "EXRULE:");
+  add_dates(set.dates, "RDATE:");
+  add_dates(set.excluded_dates, "EXDATE:");
+  return text;
+}
+
+std::optional<LocalSeconds> last_start(const AppointmentRecord& record, const Zone* zone) {
+  if (record.pattern) return last_instance(*record.pattern);
+  if (record.rules.empty()) return record.start;
+  return last_instance(read_rules(record.rules, record.start, zone));
+}
+
+void complete_record(AppointmentRecord& record, DeviceTime& time) {
+  if (record.uid.empty()) record.uid = made_up_uid();
+  if (record.pattern) record.rules.clear();
+  complete_times(record, time);
+  if (record.pattern) complete_pattern(record);
+  complete_exceptions(record, time);
+}
+
+void localize_record(AppointmentRecord& record, DeviceTime& time) {
+  const Zone* zone = time.zone(record.zone);
+  record.fields.start = to_calendar_date(time.shown(record.start, zone));
+  record.fields.end = to_calendar_date(time.shown(record.end, zone));
+  for (AppointmentException& exception : record.exceptions) {
+    if (exception.deleted) continue;
+    const Zone* own = time.zone(exception.zone);
+    exception.fields.start = to_calendar_date(time.shown(exception.start, own));
+    exception.fields.end = to_calendar_date(time.shown(exception.end, own));
+  }
+}
+
+}  // namespace orvello
