@@ -18,6 +18,7 @@ inline constexpr std::uint32_t kCommandFirstProfile = 60000;
 
 // Dialog templates.
 inline constexpr int kDialogDayView = 106;
+inline constexpr int kDialogDayPopup = 124;
 inline constexpr int kDialogImport = 300;
 
 // Controls.
@@ -27,7 +28,10 @@ inline constexpr int kControlOk = 1;
 inline constexpr int kControlCancel = 2;
 inline constexpr int kControlImportText = 301;
 inline constexpr int kControlImportFiles = 302;
-inline constexpr int kControlDayText = 303;
+inline constexpr int kControlDayDate = 303;
+inline constexpr int kControlPreviousDay = 304;
+inline constexpr int kControlNextDay = 305;
+inline constexpr int kControlToday = 306;
 
 // Bitmaps that depend on the screen's density.
 inline constexpr int kBitmapMenuBarLow = 129;
@@ -47,8 +51,11 @@ enum class StringId : int {
   year_view = 40035,
   profiles = 40031,
   all_profiles = 60000,
-  day_view_empty = 41000,
-  year_view_empty,
+  year_view_empty = 41000,
+  previous_day,
+  next_day,
+  today,
+  close,
   import_title,
   import_summary,  // %d new, %d updated, %d skipped
   import_file,     // %s file, %d appointments

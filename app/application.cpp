@@ -1,0 +1,163 @@
+// Dispatch: the message and command tables, searched in order.
+
+#include "app/application.h"
+
+#include <utility>
+
+#include "app/messages.h"
+#include "resources/ids.h"
+
+namespace orvello {
+
+struct MessageTable {
+  using Handler = bool (Application::*)(const Message&);
+  struct Row {
+    std::uint32_t id;
+    Handler handler;
+  };
+  static constexpr Row kRows[] = {
+      {kMessageCreate, &Application::on_create},
+      {kMessagePaint, &Application::on_paint},
+      {kMessageDeactivated, &Application::on_deactivated},
+      {kMessageActivate, &Application::on_activate},
+      {kMessageDestroy, &Application::on_destroy},
+      {kMessageCommand, &Application::on_command},
+      {kMessageClose, &Application::on_close},
+      {kMessageTimer, &Application::on_timer},
+      {kMessageButtonDown, &Application::on_pointer},
+      {kMessageButtonUp, &Application::on_pointer},
+      {kMessageMouseMove, &Application::on_pointer},
+      {kMessageMouseWheel, &Application::on_pointer},
+      {kMessageKeyDown, &Application::on_key_down},
+      {kMessageSettingChange, &Application::on_setting_change},
+      {kMessageRefresh, &Application::on_refresh},
+      {kMessageReconnect, &Application::on_refresh},
+      {kMessageRefresh401, &Application::on_refresh},
+      {kMessageRefresh3FD, &Application::on_refresh},
+      {kItemCreatedLocal, &Application::on_refresh},
+      {kItemDeletedLocal, &Application::on_refresh},
+      {kItemChangedLocal, &Application::on_refresh},
+      {kItemCreatedRemote, &Application::on_refresh},
+      {kItemDeletedRemote, &Application::on_refresh},
+      {kItemChangedRemote, &Application::on_refresh},
+  };
+};
+
+struct CommandTable {
+  using Handler = void (Application::*)();
+  struct Row {
+    std::uint32_t id;
+    Handler handler;
+  };
+  static constexpr Row kRows[] = {
+      {kCommandNew, &Application::new_appointment},    {kCommandExit, &Application::exit_program},
+      {kCommandSettings, &Application::open_settings}, {kCommandDayView, &Application::day_view},
+      {kCommandMonthView, &Application::month_view},   {kCommandYearView, &Application::year_view},
+  };
+};
+
+Application::Application(Host host, StartOptions options)
+    : host_(host),
+      options_(std::move(options)),
+      session_(host.store, host.boxes),
+      worker_(host.window) {}
+
+Application::~Application() { worker_.stop(); }
+
+bool Application::handle_message(const Message& message) {
+  for (const MessageTable::Row& row : MessageTable::kRows)
+    if (row.id == message.id) return (this->*row.handler)(message);
+  return false;
+}
+
+bool Application::on_command(const Message& message) {
+  for (const CommandTable::Row& row : CommandTable::kRows) {
+    if (row.id != message.wparam) continue;
+    (this->*row.handler)();
+    return true;
+  }
+  const auto profiles = static_cast<std::uint32_t>(state_.profile_count);
+  if (message.wparam >= kCommandFirstProfile && message.wparam <= kCommandFirstProfile + profiles)
+    select_profile(message.wparam);
+  return true;
+}
+
+void Application::send_command(std::uint32_t command) {
+  handle_message({kMessageCommand, command, {}, 0});
+}
+
+void Application::store_changed(std::uint32_t notification) {
+  host_.window.post({notification, 0, {}, 0});
+}
+
+bool Application::on_paint(const Message&) {
+  worker_.copy_to_window(state_.layout.work);
+  return true;
+}
+
+bool Application::on_deactivated(const Message&) {
+  if (!host_.window.is_active()) host_.menu_bar.destroy();
+  return true;
+}
+
+bool Application::on_activate(const Message& message) {
+  if ((message.wparam & 0xFFFF) != 0 && !host_.menu_bar.exists()) create_menu_bar();
+  return true;
+}
+
+bool Application::on_close(const Message&) {
+  host_.menu_bar.destroy();
+  host_.window.destroy();
+  return true;
+}
+
+bool Application::on_timer(const Message& message) {
+  if (message.wparam == kTimerDayChange) {
+    check_day_change();
+  } else if (message.wparam == kTimerHold) {
+    host_.window.stop_timer(kTimerHold);
+    month_action(month_pointer_.hold(month_layout_, host_.window.pen_is_down()));
+  }
+  return true;
+}
+
+bool Application::on_refresh(const Message& message) {
+  if (message.id == kMessageReconnect) {
+    session_.Close();
+    session_.Open(this);
+  }
+  if (state_.view_mode == ViewMode::day) {
+    host_.window.show_wait_cursor();
+    show_day();
+    host_.window.hide_wait_cursor();
+  } else if (state_.view_mode == ViewMode::month || state_.view_mode == ViewMode::year) {
+    request_redraw();
+  }
+  return true;
+}
+
+// Nothing but the day matters to this timer: it moves the mark of today at midnight.
+void Application::check_day_change() {
+  const MonthDayYear now = TodayTriple(host_.clock.local_time());
+  if (now == state_.today) return;
+  state_.today = now;
+  settings_.today = now;
+  if (state_.view_mode == ViewMode::month) {
+    request_redraw();
+    host_.window.invalidate();
+  }
+}
+
+bool Application::on_setting_change(const Message& message) {
+  measure_screen();
+  host_.window.move({place_.x, place_.y, state_.screen_work.width, state_.screen_work.height});
+  if (message.wparam != kScreenRotated) return true;
+  lay_out();
+  create_surface();
+  const ViewMode mode = state_.view_mode;
+  state_.view_mode = ViewMode::none_yet;
+  if (!enter_view(static_cast<int>(mode))) state_.view_mode = mode;
+  return true;
+}
+
+}  // namespace orvello

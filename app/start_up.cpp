@@ -1,0 +1,139 @@
+// From nothing to a window with a view, and back.
+
+#include "app/application.h"
+#include "app/messages.h"
+#include "resources/bitmaps.h"
+#include "resources/ids.h"
+#include "resources/menus.h"
+#include "settings/category_props.h"
+#include "settings/load_settings.h"
+#include "settings/profiles.h"
+#include "settings/registry_access.h"
+
+namespace orvello {
+namespace {
+
+constexpr TextView kWindowClass = u"Orvello";
+constexpr TextView kWindowTitle = u"Orvello";
+constexpr TextView kInkLibraries[] = {u"richink.dll", u"inkx.dll"};
+
+}  // namespace
+
+StartResult Application::start_up() {
+  measure_screen();
+  if (host_.window.activate_other_instance(kWindowClass, kWindowTitle))
+    return StartResult::other_instance;
+  if (!host_.window.create(kWindowClass, kWindowTitle, state_.layout.work.height, *this))
+    return StartResult::no_window;
+  load_ink_libraries();
+  EnsureSettingsKey(host_.registry);
+  const SettingsPorts ports = settings_ports();
+  LoadSettings(ports, state_.dpi_x < kHighResolutionDpi, settings_);
+  host_.window.show_wait_cursor();
+  lay_out();
+  today_button_ = load_bitmap(low_resolution() ? kBitmapTodayLow : kBitmapTodayHigh);
+  open_store();
+  if (host_.menu_bar.exists()) host_.window.move(place_);
+  create_surface();
+  host_.window.show();
+  load_conventions();
+  state_.today = settings_.today;
+  state_.current = options_.date.year != 0 ? options_.date : settings_.shown;
+  started_ = true;
+  state_.view_mode = ViewMode::none_yet;
+  host_.window.hide_wait_cursor();
+  enter_view(options_.view >= 0 ? options_.view : settings_.startmode);
+  state_.appointment_to_edit = 0;
+  host_.window.start_timer(kTimerDayChange, kDayChangeMilliseconds);
+  list_profiles();
+  return StartResult::running;
+}
+
+bool Application::on_create(const Message&) {
+  create_menu_bar();
+  worker_.start();
+  return true;
+}
+
+// The menu bar's own height is known before it exists, so that sizes do not jump while it comes
+// and goes with the window's activation.
+void Application::measure_screen() {
+  const ScreenInfo screen = host_.window.screen();
+  state_.screen = screen.resolution;
+  state_.landscape = screen.resolution.width > screen.resolution.height;
+  state_.platform_generation = platform_generation(screen.os_major, screen.os_minor);
+  state_.dpi_x = screen.dpi_x;
+  state_.dpi_y = screen.dpi_y;
+  const Size work = work_size(screen.work_area, menu_bar_height(screen.dpi_y), screen.dpi_x);
+  place_ = {screen.work_area.x, screen.work_area.y, work.width, work.height};
+  state_.layout = layout_screen(work, screen.dpi_x, screen.dpi_y, settings_.cleartype == 1);
+}
+
+void Application::lay_out() {
+  state_.layout = layout_screen({place_.width, place_.height}, state_.dpi_x, state_.dpi_y,
+                                settings_.cleartype == 1);
+}
+
+bool Application::low_resolution() const { return state_.dpi_x < kHighResolutionDpi; }
+
+Language Application::language() const {
+  return host_.locale.russian_resources() ? Language::russian : Language::english;
+}
+
+void Application::create_menu_bar() {
+  Image strip = load_bitmap(low_resolution() ? kBitmapMenuBarLow : kBitmapMenuBarHigh);
+  MenuBarContent content =
+      main_menu_bar(language(), std::move(strip), menu_bar_height(state_.dpi_y));
+  for (MenuBarButton& button : content.buttons)
+    for (MenuItem& item : button.menu)
+      if (item.command == kCommandSettings) item.enabled = options_.edit_settings != nullptr;
+  if (!host_.menu_bar.create(content)) return;
+  // An image button keeps this text unseen.
+  host_.menu_bar.set_button_text(6, u"New Appt");
+  host_.menu_bar.enable_button(kCommandNew, options_.edit_appointment != nullptr);
+  if (started_) {
+    list_profiles();
+    show_checked_view();
+  }
+}
+
+void Application::create_surface() {
+  worker_.set_surface(host_.surfaces.create(state_.layout.work));
+}
+
+void Application::load_ink_libraries() {
+  for (int i = 0; i < 2; ++i) {
+    ink_loaded_[i] = host_.input.load_library(kInkLibraries[i]);
+    if (!ink_loaded_[i])
+      host_.boxes.show(format(u"Unable to load %s", kInkLibraries[i]), u"Error", BoxIcon::warning);
+  }
+}
+
+void Application::open_store() {
+  if (state_.platform_generation == 3 && !session_.OpenNotify(this))
+    host_.boxes.show(u"Could not initialize POOM for WM5 OS", u"Error");
+  session_.Open(this);  // a failure was shown; the views stay empty
+}
+
+void Application::load_conventions() {
+  settings_.locale = host_.locale.data();
+  LoadMonthNames(settings_.month_names, settings_.locale);
+  loadCategoryProps(settings_ports(), settings_.category_props);
+  loadProfile(settings_ports(), settings_.activeprofilename, settings_);
+}
+
+bool Application::on_destroy(const Message&) {
+  host_.window.stop_timer(kTimerDayChange);
+  worker_.stop();
+  day_view_ = nullptr;
+  worker_.set_surface(nullptr);
+  session_.Close();
+  if (state_.platform_generation == 3) session_.CloseNotify();
+  for (int i = 0; i < 2; ++i)
+    if (ink_loaded_[i]) host_.input.free_library(kInkLibraries[i]);
+  host_.menu_bar.destroy();
+  host_.window.post_quit(0);
+  return true;
+}
+
+}  // namespace orvello

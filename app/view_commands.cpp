@@ -1,0 +1,121 @@
+// The commands: switching views, the forms, the active profile.
+
+#include "app/application.h"
+#include "app/messages.h"
+#include "resources/ids.h"
+#include "settings/profiles.h"
+#include "settings/registry_access.h"
+
+namespace orvello {
+
+// False for a mode that names no view: nothing is entered then.
+bool Application::enter_view(int mode) {
+  if (mode < 0 || mode > 2) return false;
+  static constexpr std::uint32_t kCommands[] = {kCommandDayView, kCommandMonthView,
+                                                kCommandYearView};
+  state_.view_mode = ViewMode::none_yet;
+  send_command(kCommands[mode]);
+  return true;
+}
+
+void Application::day_view() {
+  if (state_.view_mode == ViewMode::day && day_view_) return;
+  state_.view_mode = ViewMode::day;
+  worker_.cancel();
+  open_day_dialog();
+  show_checked_view();
+}
+
+void Application::open_day(int day_parameter) {
+  set_current_date(date_of_day_parameter(day_parameter, state_.current.month, state_.current.year));
+  day_view_ = nullptr;
+  send_command(kCommandDayView);
+}
+
+void Application::month_view() {
+  if (state_.view_mode == ViewMode::month) return;
+  close_day_dialog();
+  state_.view_mode = ViewMode::month;
+  request_redraw();
+  host_.window.invalidate();
+  show_checked_view();
+}
+
+void Application::year_view() {
+  if (state_.view_mode == ViewMode::year) return;
+  close_day_dialog();
+  state_.view_mode = ViewMode::year;
+  request_redraw();
+  host_.window.invalidate();
+  show_checked_view();
+}
+
+void Application::show_checked_view() {
+  host_.menu_bar.check_button(kCommandDayView, state_.view_mode == ViewMode::day);
+  host_.menu_bar.check_button(kCommandMonthView, state_.view_mode == ViewMode::month);
+  host_.menu_bar.check_button(kCommandYearView, state_.view_mode == ViewMode::year);
+}
+
+void Application::set_current_date(const MonthDayYear& date) {
+  state_.current = date;
+  settings_.shown = date;
+}
+
+void Application::new_appointment() {
+  state_.whole_series = false;
+  if (options_.edit_appointment)
+    options_.edit_appointment(state_.appointment_to_edit, state_.whole_series);
+  state_.appointment_to_edit = 0;
+  host_.input.hide_input_panel();
+  if (day_view_) day_view_->focus(kControlDayList);
+}
+
+void Application::exit_program() { handle_message({kMessageClose, 0, {}, 0}); }
+
+void Application::open_settings() {
+  const std::int32_t clock24 = settings_.timeformat;
+  if (options_.edit_settings) options_.edit_settings();
+  request_redraw();
+  if (day_view_) {
+    if (settings_.timeformat != clock24) handle_message({kMessageRefresh, 0, {}, 0});
+    day_view_->focus(kControlDayList);
+  }
+  host_.window.show_wait_cursor();
+  FlushSettings(host_.registry);
+  host_.window.hide_wait_cursor();
+}
+
+void Application::list_profiles() {
+  std::vector<MenuItem> items;
+  items.push_back({kCommandFirstProfile, load_string(StringId::all_profiles, language()), true,
+                   settings_.activeprofilename == kAllProfile});
+  items.push_back({});  // the separator keeps the second position
+  state_.profile_count = listProfilesInMenu(settings_ports(), settings_.activeprofilename, items);
+  if (state_.profile_count == 0) items.resize(1);
+  settings_.profile_item_count = state_.profile_count;
+  profile_menu_ = items;
+  host_.menu_bar.set_menu(kCommandProfileMenu, items);
+}
+
+void Application::select_profile(std::uint32_t command) {
+  Text name;
+  for (MenuItem& item : profile_menu_) {
+    item.checked = item.command == command;
+    if (item.checked) name = command == kCommandFirstProfile ? Text(kAllProfile) : item.text;
+  }
+  if (name.empty()) return;  // the menu holds fewer than the range of commands
+  name = cut(name, kProfileNameLength);
+  const bool changed = name != settings_.activeprofilename;
+  settings_.activeprofilename = name;
+  WriteTextSetting(host_.registry, u"activeprofilename", name);
+  FlushSettings(host_.registry);
+  loadProfile(settings_ports(), name, settings_);
+  list_profiles();
+  if (!changed) return;
+  if (state_.view_mode == ViewMode::day)
+    show_day();
+  else
+    request_redraw();
+}
+
+}  // namespace orvello
