@@ -150,7 +150,7 @@ void Application::check_day_change() {
 
 bool Application::on_setting_change(const Message& message) {
   measure_screen();
-  host_.window.move({place_.x, place_.y, state_.screen_work.width, state_.screen_work.height});
+  host_.window.move(place_);
   if (message.wparam != kScreenRotated) return true;
   lay_out();
   create_surface();

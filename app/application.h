@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/application_state.h"
+#include "app/day_dialogs.h"
 #include "app/drawing_worker.h"
 #include "app/month_pointer.h"
 #include "ports/calendar_store.h"
@@ -15,8 +16,6 @@
 #include "ports/host.h"
 #include "ports/main_window.h"
 #include "resources/strings.h"
-#include "settings/category_props.h"
-#include "settings/profiles.h"
 #include "settings/settings_record.h"
 #include "store/store_session.h"
 
@@ -35,7 +34,7 @@ enum class StartResult { running, other_instance, no_window };
 
 inline constexpr int kExitNoWindow = 16;
 
-class Application : public MessageHandler, public StoreListener {
+class Application : public MessageHandler, public StoreListener, private DayCommands {
  public:
   Application(Host host, StartOptions options);
   ~Application() override;
@@ -56,8 +55,7 @@ class Application : public MessageHandler, public StoreListener {
   const SettingsRecord& settings() const { return settings_; }
   DrawingWorker& worker() { return worker_; }
   StoreSession& session() { return session_; }
-  bool popup_was_shown() const { return popup_date_.year != 0; }
-  MonthDayYear popup_date() const { return popup_date_; }
+  const MonthLayout& month_layout() const { return month_layout_; }
 
  private:
   friend struct MessageTable;
@@ -94,28 +92,38 @@ class Application : public MessageHandler, public StoreListener {
   void show_checked_view();
   void load_ink_libraries();
   void open_store();
-  void enter_view(int mode);
+  void load_conventions();
+  bool enter_view(int mode);
   void open_day_dialog();
+  void close_day_dialog();
+  void show_day();
+  DayContent content_of(const MonthDayYear& date);
   void check_day_change();
-  void month_key(std::uint32_t key);
   void step_months(int months);
   void month_action(const MonthPointer::Action& action);
   ViewDrawing month_drawing();
   ViewDrawing year_drawing();
   Language language() const;
+  bool low_resolution() const;
+
+  // DayCommands.
+  DayContent day_content() override;
+  void step_days(int days) override;
+  void go_to_today() override;
 
   Host host_;
   StartOptions options_;
   ApplicationState state_;
   SettingsRecord settings_;
-  std::vector<CategoryProperty> category_props_;
-  ActiveProfile profile_;
   StoreSession session_;
   DrawingWorker worker_;
   MonthPointer month_pointer_;
-  std::unique_ptr<DialogProcedure> day_procedure_;
+  MonthLayout month_layout_;
+  DayProcedure day_procedure_{*this};
   std::unique_ptr<Dialog> day_view_;
-  MonthDayYear popup_date_;
+  std::vector<MenuItem> profile_menu_;
+  Image today_button_;
+  Rect place_;  // the window's, in the work area
   bool started_ = false;
   bool ink_loaded_[2] = {false, false};
 };
