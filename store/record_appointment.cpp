@@ -89,18 +89,19 @@ AppointmentRecord RecordAppointment::current() const {
 
 void RecordAppointment::apply_fields(AppointmentRecord& record) const {
   if (!fields_) return;
-  const bool moved = fields_->start != record_.fields.start || fields_->end != record_.fields.end ||
-                     fields_->all_day != record_.fields.all_day || record_.oid == 0;
   const auto start = record.fields.start, end = record.fields.end;
   record.fields = *fields_;
-  if (!moved) {
+  auto& time = store_.time();
+  const Zone* zone = fields_->all_day ? nullptr : time.zone(record.zone);
+  // A series' times are its pattern's. Times that were not touched stay exact in their own zone.
+  const bool keeps_times = record.recurring() && !clears_pattern_;
+  if (fields_->all_day) record.zone.clear();
+  if (keeps_times || (record.oid != 0 && fields_->start == record_.fields.start &&
+                      fields_->end == record_.fields.end)) {
     record.fields.start = start;
     record.fields.end = end;
     return;
   }
-  auto& time = store_.time();
-  const Zone* zone = fields_->all_day ? nullptr : time.zone(record.zone);
-  if (fields_->all_day) record.zone.clear();
   record.start = time.in_zone(to_seconds(fields_->start), zone);
   record.end = time.in_zone(to_seconds(fields_->end), zone);
 }

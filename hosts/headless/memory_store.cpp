@@ -1,0 +1,217 @@
+#include "hosts/headless/memory_store.h"
+
+#include <algorithm>
+
+#include "calendar/rule_days.h"
+#include "store/record_rules.h"
+
+namespace orvello {
+
+MemoryStore::MemoryStore(const Clock& clock) : RecordCalendarStore(clock) {
+  set_transport([this](const AppointmentRecord& r) { return sent.push_back(r), true; },
+                [this](const AppointmentRecord& r) { return beamed.push_back(r), true; });
+}
+
+bool MemoryStore::may_write() {
+  problem_ = faults.save ? faults.reason : "";
+  return !faults.save;
+}
+
+bool MemoryStore::begin() {
+  if (before_ || !may_write()) return false;
+  before_ = contents_;
+  return true;
+}
+
+bool MemoryStore::commit() {
+  if (!before_) return false;
+  if (!may_write()) {
+    rollback();
+    return false;
+  }
+  before_.reset();
+  return true;
+}
+
+void MemoryStore::rollback() {
+  if (before_) contents_ = std::move(*before_);
+  before_.reset();
+}
+
+std::optional<std::int32_t> MemoryStore::oid_of_uid(std::string_view uid) {
+  for (const auto& [oid, record] : contents_.records)
+    if (record.uid == uid) return oid;
+  return std::nullopt;
+}
+
+std::optional<AppointmentRecord> MemoryStore::load(std::int32_t oid) {
+  const auto found = contents_.records.find(oid);
+  if (found == contents_.records.end()) return std::nullopt;
+  AppointmentRecord record = found->second;
+  localize_record(record, time_);
+  return record;
+}
+
+std::int32_t MemoryStore::put(const AppointmentRecord& record) {
+  if (!may_write()) return 0;
+  AppointmentRecord stored = record;
+  complete_record(stored, time_);
+  const auto same_uid = oid_of_uid(stored.uid);
+  if (same_uid && *same_uid != stored.oid) {
+    fail("An appointment with the UID " + stored.uid + " is already in the store.");
+    return 0;
+  }
+  const bool exists = contents_.records.count(stored.oid) != 0;
+  if (stored.oid != 0 && !exists) {
+    fail("There is no appointment with the number " + std::to_string(stored.oid) + ".");
+    return 0;
+  }
+  if (!exists) stored.oid = contents_.next_oid++;
+  note_change(exists ? StoreChange::changed : StoreChange::created, false);
+  const std::int32_t oid = stored.oid;
+  contents_.records[oid] = std::move(stored);
+  return oid;
+}
+
+bool MemoryStore::erase(std::int32_t oid) {
+  if (!may_write() || contents_.records.erase(oid) == 0) return false;
+  note_change(StoreChange::deleted, false);
+  return true;
+}
+
+std::vector<std::int32_t> MemoryStore::oids(std::optional<std::int32_t> from_day,
+                                            std::optional<std::int32_t> to_day) {
+  std::vector<std::int32_t> found;
+  DayBounds bounds;
+  bounds.end_from = from_day.value_or(kFirstDay);
+  bounds.start_to = to_day.value_or(kLastDay);
+  const bool all = !from_day && !to_day;
+  for (const auto& [oid, record] : contents_.records) {
+    bool touches = all;
+    if (!all && record.recurring())
+      touches = !occurrences_of(make_series(record, time_), bounds, time_).empty();
+    else if (!all)
+      touches = bounds.admit(
+          static_cast<std::int32_t>(day_of(time_.shown(record.start, time_.zone(record.zone)))),
+          static_cast<std::int32_t>(day_of(time_.shown(record.end, time_.zone(record.zone)))));
+    if (touches) found.push_back(oid);
+  }
+  return found;
+}
+
+bool MemoryStore::put_zone(const Zone& zone) {
+  if (!may_write()) return false;
+  contents_.zones.insert_or_assign(zone.name(), zone);
+  time_.forget_zones();
+  return true;
+}
+
+std::optional<Zone> MemoryStore::zone(std::string_view name) {
+  const auto found = contents_.zones.find(name);
+  return found == contents_.zones.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool MemoryStore::put_foreign(const ForeignComponent& component) {
+  if (!may_write()) return false;
+  auto& list = contents_.foreign;
+  const auto found = std::find_if(list.begin(), list.end(),
+                                  [&](const auto& other) { return other.key == component.key; });
+  if (found == list.end())
+    list.push_back(component);
+  else
+    found->text = component.text;
+  return true;
+}
+
+std::vector<ForeignComponent> MemoryStore::foreign() { return contents_.foreign; }
+
+std::vector<StoreContact> MemoryStore::contacts() {
+  std::vector<StoreContact> list;
+  for (const auto& [oid, contact] : contents_.contacts) list.push_back(contact);
+  std::stable_sort(list.begin(), list.end(),
+                   [](const auto& a, const auto& b) { return a.file_as < b.file_as; });
+  return list;
+}
+
+std::int32_t MemoryStore::put_contact(const StoreContact& contact) {
+  if (!may_write() || (contact.oid != 0 && contents_.contacts.count(contact.oid) == 0)) return 0;
+  StoreContact stored = contact;
+  if (stored.oid == 0) stored.oid = contents_.next_oid++;
+  const std::int32_t oid = stored.oid;
+  contents_.contacts[oid] = std::move(stored);
+  return oid;
+}
+
+bool MemoryStore::erase_contact(std::int32_t oid) {
+  return may_write() && contents_.contacts.erase(oid) != 0;
+}
+
+std::vector<std::pair<Text, int>> MemoryStore::category_texts(int folder) {
+  std::map<Text, int> uses;
+  if (folder == kFolderCalendar)
+    for (const auto& [oid, record] : contents_.records) ++uses[record.fields.categories];
+  if (folder == kFolderContacts)
+    for (const auto& [oid, contact] : contents_.contacts) ++uses[contact.categories];
+  uses.erase(Text());
+  return {uses.begin(), uses.end()};
+}
+
+Text MemoryStore::category_text(int folder) {
+  const auto told = category_texts_.find(folder);
+  return told != category_texts_.end() ? told->second : RecordCalendarStore::category_text(folder);
+}
+
+bool MemoryStore::initialize() {
+  if (faults.initialize) return false;
+  ++initialized;
+  return true;
+}
+
+std::unique_ptr<StoreApplication> MemoryStore::create_application(bool notify) {
+  if (faults.create_application > 0) {
+    --faults.create_application;
+    return nullptr;
+  }
+  ++applications_created;
+  return RecordCalendarStore::create_application(notify);
+}
+
+CalendarStore::Registration MemoryStore::register_server() {
+  ++registrations;
+  return faults.registration;
+}
+
+bool MemoryStore::query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) {
+  if (faults.fetch) return false;
+  SeriesScratch scratch;
+  for (const auto& [oid, record] : contents_.records) {
+    if (record.recurring() && occurrences) {
+      append_occurrences(make_series(record, time_), bounds, time_, scratch, list);
+      continue;
+    }
+    const Zone* zone = time_.zone(record.zone);
+    const auto start = time_.shown(record.start, zone), end = time_.shown(record.end, zone);
+    if (!bounds.admit(static_cast<std::int32_t>(day_of(start)),
+                      static_cast<std::int32_t>(day_of(end))))
+      continue;
+    list.show(make_summary(record.fields, oid, record.recurring()));
+    list.add(start, end);
+  }
+  return true;
+}
+
+bool MemoryStore::folder_reachable(int folder) const {
+  return !faults.folder && RecordCalendarStore::folder_reachable(folder);
+}
+
+bool MemoryStore::allows_logon() {
+  problem_ = faults.logon ? faults.reason : "";
+  return !faults.logon;
+}
+
+std::optional<AppointmentRecord> MemoryStore::fetch(std::int32_t oid) {
+  if (faults.fetch) return std::nullopt;
+  return load(oid);
+}
+
+}  // namespace orvello
