@@ -1,0 +1,17 @@
+// What is kept beside each category label: a display colour and a flag.
+#pragma once
+
+#include "settings/settings_record.h"
+#include "settings/volume.h"
+
+namespace orvello {
+
+inline constexpr TextView kCategoryProps = u"categoryprops";
+
+// Replaces `entries`; after a failure it holds what could be read.
+void loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries);
+// One record a label: changes its two numbers in place, or adds the label with them.
+void saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_t value32,
+                       std::int16_t value16);
+
+}  // namespace orvello

@@ -1,0 +1,36 @@
+// Profiles: named sets of category labels. While one other than "All" is active, only appointments
+// with a category of the set are shown.
+#pragma once
+
+#include "ports/menu_bar.h"
+#include "settings/settings_record.h"
+#include "settings/volume.h"
+
+namespace orvello {
+
+inline constexpr TextView kProfilePrefix = u"pfile-";
+
+// A list box with several items chosen.
+struct ListSelection {
+  std::vector<Text> items;
+  std::vector<int> selected;  // positions
+};
+
+// Replaces `labels` by the profile's, in sort order; "All" has none. After a failed read nothing of
+// an earlier profile is left.
+void loadProfile(const SettingsVolume& volume, TextView name, std::vector<Text>& labels);
+// Adds the selected labels to the database; a caller that replaces a profile deletes it first.
+void saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_name,
+                               const ListSelection& list_box);
+void deleteSettingsDatabase(const SettingsVolume& volume, TextView name);
+
+// Marks the active profile in the menu, whose first two items stay, and lists the others behind
+// them in order of creation. Returns how many there are.
+int listProfilesInMenu(const SettingsVolume& volume, TextView active_name,
+                       std::vector<MenuItem>& menu);
+void listProfilesInCombo(const SettingsVolume& volume, ChoiceList& combo_box);
+
+// Of one label; letter case counts.
+bool profileAllowsCategory(const SettingsRecord& settings, TextView label);
+
+}  // namespace orvello

@@ -1,0 +1,89 @@
+// The settings volume: a file of small record databases beside the program. It is mounted for one
+// operation at a time and never left mounted. Failures are shown in boxes without an owner, and the
+// operation is given up.
+#pragma once
+
+#include "ports/files.h"
+#include "ports/message_box.h"
+#include "ports/record_databases.h"
+
+namespace orvello {
+
+inline constexpr PropertyId kPretextText = 0x000D001F;
+inline constexpr PropertyId kCategoryLabel = 0x000A001F;
+inline constexpr PropertyId kCategoryColor = 0x000B0003;
+inline constexpr PropertyId kCategoryFlag = 0x000C0002;
+
+// What the operations on the volume need of the device.
+struct SettingsVolume {
+  RecordDatabases& databases;
+  MessageBoxes& boxes;
+  const Files& files;
+};
+
+// Opens a database in the order of `sort_property`, creating it when it is missing.
+DatabaseHandle OpenCreateDB(const SettingsVolume& volume, VolumeId id, TextView name,
+                            PropertyId sort_property, std::uint32_t& record_count);
+// The same for profiles, whose two messages name it and answer 0 instead of the invalid handle.
+DatabaseHandle OpenCreateDB_profile(const SettingsVolume& volume, VolumeId id, TextView name,
+                                    std::uint32_t& record_count);
+
+// Follows every write: shows why `result` is 0.
+void reportWriteError(const SettingsVolume& volume, RecordId result);
+
+// The volume for as long as this lives; a failed mount has been shown.
+class MountedVolume {
+ public:
+  explicit MountedVolume(const SettingsVolume& volume);
+  ~MountedVolume();
+  MountedVolume(const MountedVolume&) = delete;
+  MountedVolume& operator=(const MountedVolume&) = delete;
+  explicit operator bool() const { return id_ != kInvalidVolume; }
+  VolumeId id() const { return id_; }
+
+ private:
+  const SettingsVolume& volume_;
+  VolumeId id_;
+};
+
+// A database of the volume for as long as this lives.
+class OpenDatabase {
+ public:
+  OpenDatabase(RecordDatabases& databases, DatabaseHandle handle)
+      : databases_(databases), handle_(handle) {}
+  ~OpenDatabase() {
+    if (*this) databases_.close(handle_);
+  }
+  OpenDatabase(const OpenDatabase&) = delete;
+  OpenDatabase& operator=(const OpenDatabase&) = delete;
+  explicit operator bool() const { return handle_ != kInvalidDatabase && handle_ != 0; }
+  DatabaseHandle handle() const { return handle_; }
+
+ private:
+  RecordDatabases& databases_;
+  DatabaseHandle handle_;
+};
+
+// Goes through at most `count` records until `visit(record, id)` is false. False when a record
+// could not be read, which has been shown as `fault`.
+template <typename Visit>
+bool visit_records(const SettingsVolume& volume, DatabaseHandle database, std::uint32_t count,
+                   TextView fault, Visit visit) {
+  for (std::uint32_t i = 0; i < count; ++i) {
+    RecordId id = 0;
+    const auto record = volume.databases.read_next(database, id);
+    if (!record) {
+      // Another process may have deleted records since they were counted.
+      if (volume.databases.last_error() == DatabaseError::none) return true;
+      volume.boxes.show(fault, u"error");
+      return false;
+    }
+    if (!visit(*record, id)) return true;
+  }
+  return true;
+}
+
+// The text of the record's property, null without one.
+const Text* text_of(const Record& record, PropertyId id);
+
+}  // namespace orvello
