@@ -1,0 +1,126 @@
+#include "hosts/qt/program.h"
+
+#include <fstream>
+#include <iostream>
+
+#include "calendar/date_text.h"
+#include "cli/command_line.h"
+#include "cli/commands.h"
+#include "hosts/linux/display.h"
+#include "hosts/linux/file_registry.h"
+#include "hosts/linux/paths.h"
+#include "hosts/linux/system_clock.h"
+#include "hosts/qt/qt_locale.h"
+#include "hosts/qt/window_program.h"
+#include "settings/registry_access.h"
+#include "store/embedded/embedded_store.h"
+
+namespace orvello {
+namespace {
+
+using Command = CommandLine::Command;
+
+std::optional<LocalSeconds> fixed_time(const CommandLine& line) {
+  if (!line.now) return std::nullopt;
+  CalendarDate date = 0;
+  SystemTimeToVariantTime(*line.now, date);
+  return to_seconds(date);
+}
+
+std::optional<bool> wanted_russian(const CommandLine& line) {
+  if (line.language.empty()) return std::nullopt;
+  return line.language == "ru";
+}
+
+// What the program's parts share, opened once.
+struct Opened {
+  Paths paths;
+  std::unique_ptr<SystemClock> clock;
+  std::unique_ptr<EmbeddedStore> store;  // null: see the reason
+  std::string reason;
+};
+
+bool open_files(const CommandLine& line, Opened& opened) {
+  keep_files_private();
+  const auto chosen = choose_paths(
+      line.data_folder.empty() ? std::nullopt : std::optional<std::string>(line.data_folder));
+  const auto prepared = chosen ? prepare_folders(*chosen) : chosen;
+  if (!prepared) {
+    std::cerr << "orvello: " << prepared.reason() << "\n";
+    return false;
+  }
+  opened.paths = *prepared;
+  opened.clock = std::make_unique<SystemClock>(fixed_time(line));
+  auto store = EmbeddedStore::open(opened.paths.data + "/calendar.db", *opened.clock);
+  if (store)
+    opened.store = std::move(*store);
+  else
+    opened.reason = store.reason();
+  return true;
+}
+
+int agenda(const CommandLine& line, Opened& opened) {
+  const QtLocale locale = QtLocale::of_environment(wanted_russian(line));
+  FileRegistry registry(opened.paths.config + "/registry");
+  std::int32_t clock24 = has_24_hour_clock(locale.data()) ? 1 : 0;
+  ReadNumberSetting(registry, u"timeformat", clock24);
+  return run_agenda(line, *opened.store, *opened.clock, clock24 != 0, locale.data(), std::cout,
+                    std::cerr);
+}
+
+int command(const CommandLine& line, Opened& opened) {
+  if (!opened.store) {
+    std::cerr << "orvello: " << opened.reason << "\n";
+    return kExitFailure;
+  }
+  switch (line.command) {
+    case Command::import_files:
+      return run_import(line, *opened.store, *opened.clock, std::cout, std::cerr);
+    case Command::export_file:
+      return run_export(line, *opened.store, *opened.clock, std::cout, std::cerr);
+    default:
+      return agenda(line, opened);
+  }
+}
+
+// A person who starts the program where no window can open still gets to see the day.
+int without_display(int argc, char** argv, CommandLine line, Opened& opened) {
+  std::cerr << "orvello: there is no display to open a window on. The start view is drawn into "
+               "orvello.png; today's agenda follows.\n";
+  if (!opened.store) return command(line, opened);
+  line.files = {"orvello.png"};
+  const WindowParts parts{line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
+  const int drawn = run_render(argc, argv, parts);
+  line.from = line.to = std::nullopt;
+  return std::max(drawn, agenda(line, opened));
+}
+
+}  // namespace
+
+int run_program(int argc, char** argv) {
+  const auto line = parse_command_line({argv + 1, argv + argc});
+  if (!line) {
+    std::cerr << "orvello: " << line.reason() << "\nTry orvello --help.\n";
+    return kExitUsage;
+  }
+  if (line->command == Command::help) {
+    std::cout << usage_text();
+    return kExitSuccess;
+  }
+  if (line->command == Command::version) {
+    std::cout << "orvello 0.1.0\n";
+    return kExitSuccess;
+  }
+  Opened opened;
+  if (!open_files(*line, opened)) return kExitFailure;
+  const WindowParts parts{*line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
+  if (line->command == Command::render) {
+    if (!opened.store) return command(*line, opened);
+    return run_render(argc, argv, parts);
+  }
+  if (line->command != Command::window) return command(*line, opened);
+  if (!display_reachable()) return without_display(argc, argv, *line, opened);
+  return run_window(argc, argv, parts);
+}
+
+}  // namespace orvello

@@ -1,0 +1,166 @@
+#include "hosts/qt/window_program.h"
+
+#include <unistd.h>
+
+#include <QTimer>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "app/application.h"
+#include "app/messages.h"
+#include "cli/commands.h"
+#include "cli/import_preview.h"
+#include "hosts/linux/file_registry.h"
+#include "hosts/qt/qt_host.h"
+#include "store/embedded/sqlite_record_databases.h"
+#include "store/unavailable_store.h"
+
+namespace orvello {
+namespace {
+
+constexpr int kPollMilliseconds = 1500;  // for what another process changed
+constexpr std::chrono::seconds kDrawLimit{30};
+
+// Milliseconds since the system started this process; its own record counts in clock ticks.
+long milliseconds_since_start() {
+  std::ifstream stat("/proc/self/stat");
+  std::string text((std::istreambuf_iterator<char>(stat)), std::istreambuf_iterator<char>());
+  std::istringstream fields(text.substr(text.rfind(')') + 2));
+  std::string skipped;
+  for (int field = 3; field < 22; ++field) fields >> skipped;
+  double ticks = 0;
+  fields >> ticks;
+  timespec now{};
+  clock_gettime(CLOCK_BOOTTIME, &now);
+  const double seconds = static_cast<double>(now.tv_sec) + now.tv_nsec / 1e9;
+  return std::lround((seconds - ticks / static_cast<double>(sysconf(_SC_CLK_TCK))) * 1000);
+}
+
+// Message boxes nobody is there to answer: what they say goes to standard error.
+class WrittenBoxes : public MessageBoxes {
+ public:
+  BoxAnswer show(TextView text, TextView, BoxIcon icon, BoxButtons buttons, bool) override {
+    if (icon != BoxIcon::none || buttons == BoxButtons::ok)
+      std::cerr << "orvello: " << to_utf8(text) << "\n";
+    return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::ok;
+  }
+};
+
+std::optional<LocalSeconds> fixed_time(const WindowParts& parts) {
+  if (!parts.line.now) return std::nullopt;
+  CalendarDate date = 0;
+  SystemTimeToVariantTime(*parts.line.now, date);
+  return to_seconds(date);
+}
+
+QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
+  QtHostOptions options;
+  options.paths = parts.paths;
+  options.now = fixed_time(parts);
+  if (!parts.line.language.empty()) options.russian = parts.line.language == "ru";
+  options.screen = parts.line.screen;
+  options.dpi = parts.line.dpi;
+  if (!offscreen) options.files = parts.line.files;
+  options.offscreen = offscreen;
+  if (offscreen && !options.screen) options.screen = Size{480, 640};
+  if (offscreen && options.dpi == 0) options.dpi = parts.line.screen ? 96 : 192;
+  return options;
+}
+
+// Everything that a window stands on, in the order in which it must go away again.
+struct Session {
+  Session(int& argc, char** argv, const WindowParts& parts, bool unattended)
+      : registry(parts.paths.config + "/registry"),
+        databases(parts.paths.data + "/device.db"),
+        unavailable(parts.reason),
+        store(parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable),
+        qt(argc, argv, host_options(parts, parts.line.command == CommandLine::Command::render),
+           registry, databases, store),
+        host(qt.host()),
+        application(attended_host(unattended), start_options(parts)) {}
+
+  Host attended_host(bool unattended) {
+    MessageBoxes& boxes = unattended ? static_cast<MessageBoxes&>(written) : host.boxes;
+    return {host.clock,  host.locale,   host.registry, host.files,   host.databases, host.surfaces,
+            host.window, host.menu_bar, boxes,         host.dialogs, host.store,     host.input};
+  }
+
+  static StartOptions start_options(const WindowParts& parts) {
+    StartOptions options;
+    options.view = parts.line.view;
+    if (parts.line.date) options.date = *parts.line.date;
+    return options;
+  }
+
+  FileRegistry registry;
+  SqliteRecordDatabases databases;
+  UnavailableStore unavailable;
+  CalendarStore& store;
+  WrittenBoxes written;
+  QtHost qt;
+  Host host;
+  Application application;
+};
+
+void import_files_here(Session& session, EmbeddedStore* store,
+                       const std::vector<std::string>& files) {
+  if (files.empty() || !store) return;
+  const Language language =
+      session.host.locale.russian_resources() ? Language::russian : Language::english;
+  if (import_after_preview(files, *store, session.host.clock, session.host.dialogs,
+                           session.host.boxes, language))
+    session.host.window.post({kMessageRefresh, 0, {}, 0});
+}
+
+}  // namespace
+
+int run_window(int argc, char** argv, const WindowParts& parts) {
+  Session session(argc, argv, parts, parts.line.measure_start);
+  EmbeddedStore* store = parts.store;
+  session.qt.on_files(
+      [&](std::vector<std::string> files) { import_files_here(session, store, files); });
+  if (parts.line.measure_start) {
+    session.qt.on_first_paint([&] {
+      std::printf("first paint: %ld ms\n", milliseconds_since_start());
+      std::fflush(stdout);
+      session.host.window.post({kMessageClose, 0, {}, 0});
+    });
+  }
+  if (session.application.start_up() != StartResult::running) return kExitNoWindow;
+
+  QTimer poll;
+  if (store) {
+    QObject::connect(&poll, &QTimer::timeout, [store] { store->poll(); });
+    store->set_wake([store, &poll] { QTimer::singleShot(0, &poll, [store] { store->poll(); }); });
+    poll.start(kPollMilliseconds);
+  }
+  if (!parts.line.files.empty())
+    QTimer::singleShot(0, &poll, [&] { import_files_here(session, store, parts.line.files); });
+  const int code = session.qt.run();
+  if (store) store->set_wake({});
+  return code;
+}
+
+int run_render(int argc, char** argv, const WindowParts& given) {
+  WindowParts parts = given;
+  parts.line.command = CommandLine::Command::render;
+  Session session(argc, argv, parts, true);
+  if (session.application.start_up() != StartResult::running) {
+    std::cerr << "orvello: no window could be made to draw in\n";
+    return kExitFailure;
+  }
+  const std::string& path = parts.line.files[0];
+  if (!session.application.worker().wait_until_idle(kDrawLimit) ||
+      !session.qt.save_window_picture(path)) {
+    std::cerr << "orvello: " << path << " could not be written\n";
+    return kExitFailure;
+  }
+  session.application.handle_message({kMessageClose, 0, {}, 0});
+  return kExitSuccess;
+}
+
+}  // namespace orvello

@@ -1,0 +1,26 @@
+// The window, and pictures of it.
+#pragma once
+
+#include <string>
+
+#include "cli/command_line.h"
+#include "hosts/linux/paths.h"
+#include "ports/clock.h"
+#include "store/embedded/embedded_store.h"
+
+namespace orvello {
+
+struct WindowParts {
+  CommandLine line;
+  Paths paths;
+  const Clock& clock;
+  EmbeddedStore* store = nullptr;  // null: could not be opened,
+  std::string reason;              // because of this
+};
+
+int run_window(int argc, char** argv, const WindowParts& parts);
+
+// Draws the window that the options ask for into the first of the line's files.
+int run_render(int argc, char** argv, const WindowParts& parts);
+
+}  // namespace orvello
