@@ -59,6 +59,7 @@ struct CommandTable {
 Application::Application(Host host, StartOptions options)
     : host_(host),
       options_(std::move(options)),
+      volume_{host.databases, host.boxes, host.files},
       session_(host.store, host.boxes),
       worker_(host.window) {}
 

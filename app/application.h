@@ -17,6 +17,7 @@
 #include "ports/main_window.h"
 #include "resources/strings.h"
 #include "settings/settings_record.h"
+#include "settings/volume.h"
 #include "store/store_session.h"
 
 namespace orvello {
@@ -114,6 +115,7 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   Host host_;
   StartOptions options_;
   ApplicationState state_;
+  SettingsVolume volume_;
   SettingsRecord settings_;
   StoreSession session_;
   DrawingWorker worker_;

@@ -27,8 +27,8 @@ StartResult Application::start_up() {
     return StartResult::no_window;
   load_ink_libraries();
   EnsureSettingsKey(host_.registry);
-  const SettingsPorts ports = settings_ports();
-  LoadSettings(ports, state_.dpi_x < kHighResolutionDpi, settings_);
+  LoadSettings(settings_, host_.registry, volume_, host_.clock, host_.locale.data(),
+               low_resolution());
   host_.window.show_wait_cursor();
   lay_out();
   today_button_ = load_bitmap(low_resolution() ? kBitmapTodayLow : kBitmapTodayHigh);
@@ -116,10 +116,9 @@ void Application::open_store() {
 }
 
 void Application::load_conventions() {
-  settings_.locale = host_.locale.data();
-  LoadMonthNames(settings_.month_names, settings_.locale);
-  loadCategoryProps(settings_ports(), settings_.category_props);
-  loadProfile(settings_ports(), settings_.activeprofilename, settings_);
+  load_locale_conventions(settings_, host_.locale.data());
+  loadCategoryProps(volume_, settings_.category_props);
+  loadProfile(volume_, settings_.activeprofilename, settings_.profile_labels);
 }
 
 bool Application::on_destroy(const Message&) {

@@ -90,7 +90,7 @@ void Application::list_profiles() {
   items.push_back({kCommandFirstProfile, load_string(StringId::all_profiles, language()), true,
                    settings_.activeprofilename == kAllProfile});
   items.push_back({});  // the separator keeps the second position
-  state_.profile_count = listProfilesInMenu(settings_ports(), settings_.activeprofilename, items);
+  state_.profile_count = listProfilesInMenu(volume_, settings_.activeprofilename, items);
   if (state_.profile_count == 0) items.resize(1);
   settings_.profile_item_count = state_.profile_count;
   profile_menu_ = items;
@@ -109,7 +109,7 @@ void Application::select_profile(std::uint32_t command) {
   settings_.activeprofilename = name;
   WriteTextSetting(host_.registry, u"activeprofilename", name);
   FlushSettings(host_.registry);
-  loadProfile(settings_ports(), name, settings_);
+  loadProfile(volume_, name, settings_.profile_labels);
   list_profiles();
   if (!changed) return;
   if (state_.view_mode == ViewMode::day)
