@@ -9,7 +9,8 @@ namespace orvello {
 int IsoWeekNumber(int month, int day, int year, int firstdayofweek);
 
 // Week 1 is the week that holds the start month and day. 0 is possible for a day that lies just
-// before that week and yet not far enough before it to belong to the year before.
+// before that week and yet not far enough before it to belong to the year before. A 53rd week turns
+// into week 1 six days before the next start, even in mid-week.
 int UsWeekNumber(int month, int day, int year, int firstdayofweek, int weekstartmonth,
                  int weekstartday);
 

@@ -1,0 +1,108 @@
+#include <algorithm>
+
+#include "calendar/date_pictures.h"
+#include "calendar/date_text.h"
+#include "tests/calendar/dates_case_file.h"
+
+namespace orvello {
+namespace {
+
+TEST(DatePictures, PinnedCases) {
+  for (const std::string& line : case_lines("date_pictures.txt")) {
+    const std::vector<Text> cells = split(to_utf16(line), u'|');
+    ASSERT_EQ(cells.size(), 4u) << line;
+    const MonthDayYear date = read_date(to_utf8(cells[2]));
+    // A wrong weekday in the record must not show.
+    const SystemTime time{
+        .year = date.year, .month = date.month, .day_of_week = 3, .day = date.day};
+    const LocaleData locale = cells[0] == u"ru" ? russian_locale() : english_locale();
+    EXPECT_EQ(to_utf8(FormatDatePicture(cells[1], time, locale)), to_utf8(cells[3])) << line;
+  }
+}
+
+TEST(DatePictures, TimeElements) {
+  const LocaleData locale = english_locale();
+  const SystemTime morning{.hour = 0, .minute = 5}, evening{.hour = 21, .minute = 30};
+  EXPECT_EQ(FormatTimePicture(u"h:mm tt|hh:m t|H HH", morning, locale), u"12:05 AM|12:5 A|0 00");
+  EXPECT_EQ(FormatTimePicture(u"h':'mm tt|hh:m t|H HH", evening, locale), u"9:30 PM|09:30 P|21 21");
+}
+
+TEST(DatePictures, LocaleOrdersChooseThePicture) {
+  LocaleData locale = english_locale();
+  EXPECT_EQ(OneDateHeaderPicture(0, locale), u"MMMM dd',' yyyy");
+  EXPECT_EQ(DatePickerPicture(locale), u"ddd MMM'/'dd'/'yy");
+  locale.long_date_order = u"2";
+  EXPECT_EQ(OneDateHeaderPicture(1, locale), u"ddd - yyyy MMM dd");
+  locale.short_date_order = u"";  // the long order stands in
+  locale.date_separator = u"o'";
+  EXPECT_EQ(DatePickerPicture(locale), u"ddd yy'o'''MMM'o'''dd");
+  const SystemTime day{.year = 2008, .month = 2, .day = 5};
+  EXPECT_EQ(FormatDatePicture(DatePickerPicture(locale), day, locale), u"Tue 08o'Febo'05");
+  locale.date_separator = u"0123456789";
+  EXPECT_EQ(DatePickerPicture(locale), u"ddd yy'012345678'MMM'012345678'dd");
+  locale.long_date_order = u"x";
+  EXPECT_EQ(DatePickerPicture(locale), u"ddd ");
+  EXPECT_EQ(DatePickerPicture(russian_locale()), u"ddd dd'.'MMM'.'yy");
+}
+
+TEST(DatePictures, AnUnknownHeaderFormatLeavesThePicture) {
+  Text picture = u"kept";
+  LongDatePicture(6, picture);
+  LongDatePicture(-1, picture);
+  EXPECT_EQ(picture, u"kept");
+  LongDatePicture(5, picture);
+  EXPECT_EQ(picture, u"dddd, yyyy MMMM d");
+}
+
+TEST(Names, ColumnsAndWeekdays) {
+  const LocaleData locale = russian_locale();
+  for (int weekday = 0; weekday < 7; ++weekday) {
+    const Text name = DayNameForWeekday(weekday, false, locale);
+    EXPECT_EQ(DayNameForColumn(weekday, false, 0, locale), name);
+    EXPECT_EQ(DayNameForColumn((weekday + 6) % 7, false, 1, locale), name);
+  }
+  EXPECT_EQ(DayNameForColumn(0, false, 1, locale), u"понедельник");
+  EXPECT_EQ(DayNameForColumn(6, true, 1, locale), u"вос");
+  EXPECT_EQ(DayNameForWeekday(7, false, locale), u"");
+}
+
+TEST(Names, LongNamesAreCutToTheirBuffers) {
+  LocaleData locale = english_locale();
+  locale.month_names[3] = Text(30, u'x');
+  locale.day_names[0] = Text(30, u'y');
+  MonthNames names;
+  LoadMonthNames(names, locale);
+  EXPECT_EQ(names[3].size(), 19u);
+  EXPECT_EQ(names[11], u"December");
+  EXPECT_EQ(DayNameForWeekday(1, false, locale).size(), 19u);
+}
+
+TEST(Names, BuiltInLocalesAreComplete) {
+  for (const LocaleData& locale : {english_locale(), russian_locale()}) {
+    const auto check = [](const auto& names) {
+      for (auto name = names.begin(); name != names.end(); ++name) {
+        EXPECT_FALSE(name->empty());
+        EXPECT_EQ(std::find(names.begin(), name, *name), name) << to_utf8(*name);
+      }
+    };
+    check(locale.day_names);
+    check(locale.short_day_names);
+    check(locale.month_names);
+    check(locale.genitive_month_names);
+    check(locale.short_month_names);
+    check(locale.genitive_short_month_names);
+  }
+  EXPECT_FALSE(has_24_hour_clock(english_locale()));
+  EXPECT_TRUE(has_24_hour_clock(russian_locale()));
+}
+
+TEST(RecurrenceChoices, SpeakOfTheStartDate) {
+  const CalendarDate start = calendar_date_of({11, 21, 2026}) + 0.5;
+  const auto english = recurrence_choice_texts(start, english_locale());
+  EXPECT_EQ(english, (std::array<Text, 4>{u"Once", u"Every Saturday", u"Every 21 of the month",
+                                          u"Every November 21"}));
+  EXPECT_EQ(recurrence_choice_texts(start, russian_locale())[3], u"Every Ноябрь 21");
+}
+
+}  // namespace
+}  // namespace orvello
