@@ -117,7 +117,7 @@ bool Application::on_timer(const Message& message) {
     check_day_change();
   } else if (message.wparam == kTimerHold) {
     host_.window.stop_timer(kTimerHold);
-    month_action(month_pointer_.hold(month_layout_, host_.window.pen_is_down()));
+    month_action(month_pointer_.hold(host_.window.pen_is_down()));
   }
   return true;
 }

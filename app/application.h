@@ -19,6 +19,7 @@
 #include "settings/settings_record.h"
 #include "settings/volume.h"
 #include "store/store_session.h"
+#include "views/month_layout.h"
 
 namespace orvello {
 
@@ -102,6 +103,7 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   void check_day_change();
   void step_months(int months);
   void month_action(const MonthPointer::Action& action);
+  MonthTarget month_target(Point point) const;
   ViewDrawing month_drawing();
   ViewDrawing year_drawing();
   Language language() const;

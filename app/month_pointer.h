@@ -1,36 +1,56 @@
-// What the pen does in the Month view. A press and release at one place is a tap; a release a
-// good way to the side is a drag that turns the month; a press that stays on a day for the hold
-// time asks for that day's popup. Pure: points and hits in, an action out.
+// What the pen does in the Month view. A press and release at one place is a tap; a release a good
+// way to the side is a drag that turns the month; a press that stays on a day for the hold time
+// asks for that day's popup. Pure: points and what lies under them in, an action out.
 #pragma once
 
 #include "base/geometry.h"
 #include "calendar/dates.h"
-#include "views/month_layout.h"
 
 namespace orvello {
+
+// What lies under a point of the Month view.
+struct MonthTarget {
+  enum class Kind { nothing, strip_month, previous_year, next_year, title, day };
+  Kind kind = Kind::nothing;
+  int month = 0;      // 1-12, of the strip
+  MonthDayYear date;  // of a day
+  friend bool operator==(const MonthTarget&, const MonthTarget&) = default;
+};
 
 class MonthPointer {
  public:
   struct Action {
-    enum class Kind { none, start_hold, stop_hold, show_month, show_year, open_day, turn, popup };
+    enum class Kind {
+      none,
+      start_hold,
+      stop_hold,
+      show_month,
+      step_year,
+      show_today,
+      open_day,
+      turn,
+      popup
+    };
     Kind kind = Kind::none;
-    int value = 0;      // month 1-12, a step of years, or of months
+    int value = 0;      // the month 1-12; the years or months to step
     MonthDayYear date;  // open_day and popup
   };
 
-  Action press(Point point, const MonthLayout& layout);
-  Action move(Point point, const MonthLayout& layout);
-  Action release(Point point, const MonthLayout& layout);
-  Action hold(const MonthLayout& layout, bool pen_is_down);
-  void forget() { pressed_ = false; }
+  // Distances that count are in proportion to the view's width and the screen's density.
+  void set_view(int width, int dpi);
+
+  Action press(Point point, const MonthTarget& target);
+  Action move(Point point);
+  Action release(Point point, const MonthTarget& target);
+  Action hold(bool pen_is_down);  // the hold time has passed
 
  private:
-  bool is_drag(Point point, const MonthLayout& layout) const;
-  bool moved_off(Point point, const MonthLayout& layout) const;
-
   bool pressed_ = false;
-  bool left_place_ = false;  // moved too far for a tap
+  bool wandered_ = false;  // too far for a tap or a hold
   Point press_;
+  MonthTarget target_;
+  int slack_ = 6;  // pixels that a hand trembles
+  int drag_ = 40;  // pixels that turn the month
 };
 
 }  // namespace orvello

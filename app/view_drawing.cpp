@@ -105,14 +105,14 @@ bool Application::on_pointer(const Message& message) {
   if (state_.view_mode != ViewMode::month) return false;
   switch (message.id) {
     case kMessageButtonDown:
-      month_action(month_pointer_.press(message.point, month_layout_));
+      month_action(month_pointer_.press(message.point, month_target(message.point)));
       break;
     case kMessageMouseMove:
-      month_action(month_pointer_.move(message.point, month_layout_));
+      month_action(month_pointer_.move(message.point));
       break;
     case kMessageButtonUp:
       host_.window.stop_timer(kTimerHold);
-      month_action(month_pointer_.release(message.point, month_layout_));
+      month_action(month_pointer_.release(message.point, month_target(message.point)));
       break;
     case kMessageMouseWheel:
       step_months(-message.detail);
