@@ -24,6 +24,14 @@ LocalSeconds DeviceTime::shown(LocalSeconds local, const Zone* zone) {
   return clock_.to_local(clock_.to_utc(local));
 }
 
+DeviceTime::Span DeviceTime::shown(LocalSeconds start, LocalSeconds end, const Zone* zone,
+                                   bool all_day) {
+  if (all_day) return {start, end};
+  const Span span{shown(start, zone), shown(end, zone)};
+  // Only the start was moved, past the end.
+  return span.end < span.start ? Span{span.start, span.start + (end - start)} : span;
+}
+
 LocalSeconds DeviceTime::in_zone(LocalSeconds local, const Zone* zone) const {
   if (!zone || local >= to_seconds(kNoDate)) return local;
   return zone->from_utc(clock_.to_utc(local));

@@ -26,6 +26,12 @@ class DeviceTime {
   // What the device shows for a time in `zone`. A floating time that the device's clock skips is
   // shown at the moved time.
   LocalSeconds shown(LocalSeconds local, const Zone* zone);
+  // An item's start and end as the device shows them; an all-day item's days stay as they are.
+  struct Span {
+    LocalSeconds start;
+    LocalSeconds end;
+  };
+  Span shown(LocalSeconds start, LocalSeconds end, const Zone* zone, bool all_day);
   // The time in `zone` at which the device shows `local`.
   LocalSeconds in_zone(LocalSeconds local, const Zone* zone) const;
   // Whether the device's clock skips a part of that day.

@@ -17,6 +17,15 @@ void OccurrenceList::sort_by_start(bool descending) {
     std::sort(rows_.begin(), rows_.end(), ascending_order);
 }
 
+std::vector<std::int32_t> OccurrenceList::oids() const {
+  std::vector<std::int32_t> list;
+  for (const Row& row : rows_)
+    if (list.empty() || list.back() != row.oid) list.push_back(row.oid);
+  std::sort(list.begin(), list.end());
+  list.erase(std::unique(list.begin(), list.end()), list.end());
+  return list;
+}
+
 StoreItem OccurrenceList::item(std::size_t index) const {
   const Row& row = rows_[index];
   return {to_calendar_date(row.start), to_calendar_date(row.end), summaries_[row.summary]};

@@ -21,7 +21,8 @@ class OccurrenceList {
         {start, end, summaries_.back()->oid, static_cast<std::uint32_t>(summaries_.size() - 1)});
   }
 
-  void sort_by_start(bool descending);  // ties: by end, then by oid
+  void sort_by_start(bool descending);     // ties: by end, then by oid
+  std::vector<std::int32_t> oids() const;  // ascending, each once
   std::size_t size() const { return rows_.size(); }
   StoreItem item(std::size_t index) const;
 

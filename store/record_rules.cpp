@@ -180,15 +180,14 @@ void complete_record(AppointmentRecord& record, DeviceTime& time) {
 }
 
 void localize_record(AppointmentRecord& record, DeviceTime& time) {
-  const Zone* zone = time.zone(record.zone);
-  record.fields.start = to_calendar_date(time.shown(record.start, zone));
-  record.fields.end = to_calendar_date(time.shown(record.end, zone));
-  for (AppointmentException& exception : record.exceptions) {
-    if (exception.deleted) continue;
-    const Zone* own = time.zone(exception.zone);
-    exception.fields.start = to_calendar_date(time.shown(exception.start, own));
-    exception.fields.end = to_calendar_date(time.shown(exception.end, own));
-  }
+  const auto localize = [&](auto& times, const std::string& zone) {
+    const auto span = time.shown(times.start, times.end, time.zone(zone), times.fields.all_day);
+    times.fields.start = to_calendar_date(span.start);
+    times.fields.end = to_calendar_date(span.end);
+  };
+  localize(record, record.zone);
+  for (AppointmentException& exception : record.exceptions)
+    if (!exception.deleted) localize(exception, exception.zone);
 }
 
 }  // namespace orvello

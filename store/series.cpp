@@ -58,12 +58,8 @@ void find_instances(const Series& series, const DayBounds& bounds, DeviceTime& t
 
 // The occurrence of an instance as the device shows it.
 SeriesOccurrence shown(const Series& series, LocalSeconds instance, DeviceTime& time) {
-  SeriesOccurrence occurrence{instance, instance, instance + series.duration, -1};
-  if (series.all_day) return occurrence;
-  occurrence.start = time.shown(instance, series.zone);
-  occurrence.end = time.shown(instance + series.duration, series.zone);
-  if (occurrence.end < occurrence.start) occurrence.end = occurrence.start + series.duration;
-  return occurrence;
+  const auto span = time.shown(instance, instance + series.duration, series.zone, series.all_day);
+  return {instance, span.start, span.end, -1};
 }
 
 // Calls take(occurrence) for everything within the bounds; exceptions come last.
@@ -82,10 +78,9 @@ void for_each_occurrence(const Series& series, const DayBounds& bounds, DeviceTi
     const SeriesException& exception = series.exceptions[i];
     if (exception.deleted) continue;
     const bool all_day = exception.summary && exception.summary->all_day;
-    const auto start = all_day ? exception.start : time.shown(exception.start, exception.zone);
-    const auto end = all_day ? exception.end : time.shown(exception.end, exception.zone);
-    if (bounds.admit(day_number_of(start), day_number_of(end)))
-      take(SeriesOccurrence{exception.original_start, start, end, static_cast<int>(i)});
+    const auto span = time.shown(exception.start, exception.end, exception.zone, all_day);
+    if (bounds.admit(day_number_of(span.start), day_number_of(span.end)))
+      take(SeriesOccurrence{exception.original_start, span.start, span.end, static_cast<int>(i)});
   }
 }
 

@@ -81,22 +81,12 @@ bool MemoryStore::erase(std::int32_t oid) {
 
 std::vector<std::int32_t> MemoryStore::oids(std::optional<std::int32_t> from_day,
                                             std::optional<std::int32_t> to_day) {
-  std::vector<std::int32_t> found;
   DayBounds bounds;
   bounds.end_from = from_day.value_or(kFirstDay);
   bounds.start_to = to_day.value_or(kLastDay);
-  const bool all = !from_day && !to_day;
-  for (const auto& [oid, record] : contents_.records) {
-    bool touches = all;
-    if (!all && record.recurring())
-      touches = !occurrences_of(make_series(record, time_), bounds, time_).empty();
-    else if (!all)
-      touches = bounds.admit(
-          static_cast<std::int32_t>(day_of(time_.shown(record.start, time_.zone(record.zone)))),
-          static_cast<std::int32_t>(day_of(time_.shown(record.end, time_.zone(record.zone)))));
-    if (touches) found.push_back(oid);
-  }
-  return found;
+  OccurrenceList list;
+  query(bounds, from_day || to_day, list);
+  return list.oids();
 }
 
 bool MemoryStore::put_zone(const Zone& zone) {
@@ -190,12 +180,12 @@ bool MemoryStore::query(const DayBounds& bounds, bool occurrences, OccurrenceLis
       continue;
     }
     const Zone* zone = time_.zone(record.zone);
-    const auto start = time_.shown(record.start, zone), end = time_.shown(record.end, zone);
-    if (!bounds.admit(static_cast<std::int32_t>(day_of(start)),
-                      static_cast<std::int32_t>(day_of(end))))
+    const auto span = time_.shown(record.start, record.end, zone, record.fields.all_day);
+    if (!bounds.admit(static_cast<std::int32_t>(day_of(span.start)),
+                      static_cast<std::int32_t>(day_of(span.end))))
       continue;
     list.show(make_summary(record.fields, oid, record.recurring()));
-    list.add(start, end);
+    list.add(span.start, span.end);
   }
   return true;
 }

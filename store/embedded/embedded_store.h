@@ -2,6 +2,7 @@
 // one durable transaction, and a process that dies leaves the file as it was before or after one.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -48,21 +49,27 @@ class EmbeddedStore : public RecordCalendarStore {
  private:
   EmbeddedStore(std::unique_ptr<EmbeddedDatabase> database, const Clock& clock);
 
-  class Change;  // a transaction of its own, or a part of the one that is open
-  bool finish(bool good);
-  bool store_record(AppointmentRecord& record, bool exists);
-  bool store_details(const AppointmentRecord& record);
+  // Runs `write` in a transaction of its own, or as a part of the one that is open.
+  bool change(const std::function<bool()>& write);
+  bool failed();
+  bool write_record(AppointmentRecord& record);
+  bool write_details(const AppointmentRecord& record);
   bool erase_details(std::int32_t oid);
-  void load_details(AppointmentRecord& record);
-  bool refresh_cache();
-  bool flush_notes();
+  void read_details(AppointmentRecord& record);
+  bool write_notes();
+  void count_category(int folder, const Text& text, int difference);
+  void follow_changes();
+  bool read_series();
+  void read_series_exceptions();
   bool read_singles(const DayBounds& bounds, OccurrenceList& list);
+  bool read_class(int span_class, const DayBounds& bounds, OccurrenceList& list);
 
   std::unique_ptr<EmbeddedDatabase> db_;
   std::unique_ptr<SeriesCache> cache_;
   bool in_transaction_ = false;
-  unsigned kinds_ = 0;  // of changes in this transaction
+  unsigned kinds_ = 0;  // of changes in this transaction, a bit each
   std::map<std::pair<int, std::string>, int> category_changes_;
+  std::int64_t cache_version_ = 0;
   std::int64_t seen_version_ = 0;
   std::int64_t seen_change_ = 0;
   std::int64_t process_ = 0;  // tells own changes from others' in the log

@@ -1,0 +1,91 @@
+// Contacts, the labels in use, and what came with an exchanged file.
+#include "store/embedded/embedded_database.h"
+#include "store/embedded/embedded_store.h"
+
+namespace orvello {
+
+std::vector<StoreContact> EmbeddedStore::contacts() {
+  std::vector<StoreContact> list;
+  auto row = db_->use(
+      "SELECT oid, file_as, first_name, middle_name, last_name, company, email1, email2, email3,"
+      " categories FROM contacts ORDER BY file_as, oid");
+  while (row->step())
+    list.push_back({row->small(0),
+                    row->text(1),
+                    row->text(2),
+                    row->text(3),
+                    row->text(4),
+                    row->text(5),
+                    {row->text(6), row->text(7), row->text(8)},
+                    row->text(9)});
+  return list;
+}
+
+std::int32_t EmbeddedStore::put_contact(const StoreContact& contact) {
+  std::int32_t oid = contact.oid;
+  const bool written = change([&] {
+    if (oid != 0) {
+      auto old = db_->use("SELECT categories FROM contacts WHERE oid = ?1");
+      if (!old->bind(1, oid).step()) {
+        if (!old->failed())
+          fail("There is no contact with the number " + std::to_string(oid) + ".");
+        return false;
+      }
+      count_category(kFolderContacts, old->text(0), -1);
+    }
+    count_category(kFolderContacts, contact.categories, 1);
+    auto write = db_->use(
+        "INSERT OR REPLACE INTO contacts (file_as, first_name, middle_name, last_name, company,"
+        " email1, email2, email3, categories, oid) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9,"
+        " nullif(?10, 0))");
+    write->bind(1, contact.file_as)
+        .bind(2, contact.first_name)
+        .bind(3, contact.middle_name)
+        .bind(4, contact.last_name)
+        .bind(5, contact.company);
+    for (int i = 0; i < 3; ++i) write->bind(6 + i, contact.email[i]);
+    if (!write->bind(9, contact.categories).bind(10, oid).run()) return false;
+    if (oid == 0) oid = static_cast<std::int32_t>(db_->last_row());
+    return true;
+  });
+  return written ? oid : 0;
+}
+
+bool EmbeddedStore::erase_contact(std::int32_t oid) {
+  return change([&] {
+    auto old = db_->use("SELECT categories FROM contacts WHERE oid = ?1");
+    if (!old->bind(1, oid).step()) {
+      if (!old->failed()) fail("There is no contact with the number " + std::to_string(oid) + ".");
+      return false;
+    }
+    count_category(kFolderContacts, old->text(0), -1);
+    old->reset();
+    return db_->use("DELETE FROM contacts WHERE oid = ?1")->bind(1, oid).run();
+  });
+}
+
+std::vector<std::pair<Text, int>> EmbeddedStore::category_texts(int folder) {
+  std::vector<std::pair<Text, int>> list;
+  auto row = db_->use("SELECT text, items FROM category_uses WHERE folder = ?1 ORDER BY text");
+  row->bind(1, folder);
+  while (row->step()) list.emplace_back(row->text(0), row->small(1));
+  return list;
+}
+
+bool EmbeddedStore::put_foreign(const ForeignComponent& component) {
+  return change([&] {
+    auto write = db_->use(
+        "INSERT INTO foreign_components (key, text) VALUES (?1, ?2)"
+        " ON CONFLICT (key) DO UPDATE SET text = ?2");
+    return write->bind(1, component.key).bind(2, component.text).run();
+  });
+}
+
+std::vector<ForeignComponent> EmbeddedStore::foreign() {
+  std::vector<ForeignComponent> list;
+  auto row = db_->use("SELECT key, text FROM foreign_components ORDER BY position");
+  while (row->step()) list.push_back({row->string(0), row->string(1)});
+  return list;
+}
+
+}  // namespace orvello

@@ -1,0 +1,149 @@
+// What the calendar shows of a span of days.
+#include <algorithm>
+#include <unordered_map>
+
+#include "calendar/rule_days.h"
+#include "store/embedded/embedded_database.h"
+#include "store/embedded/embedded_store.h"
+#include "store/embedded/item_columns.h"
+#include "store/embedded/series_cache.h"
+#include "store/embedded/span_classes.h"
+#include "store/embedded/stored_pattern.h"
+#include "store/record_rules.h"
+
+namespace orvello {
+namespace {
+
+// Days by which the device may show an item earlier or later than its row says: a zone may do that
+// by more than a day, a skipped time of the device's own clock by a few minutes past midnight.
+constexpr std::int32_t kZonedMargin = 2;
+constexpr std::int32_t kFloatingMargin = 1;
+
+std::int32_t day_at(LocalSeconds moment) { return static_cast<std::int32_t>(day_of(moment)); }
+
+}  // namespace
+
+bool EmbeddedStore::query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) {
+  time_.follow_device_zone();
+  ReadScope scope(*db_);
+  follow_changes();
+  if (!cache_->valid && !read_series()) return failed();
+  if (!read_singles(bounds, list)) return failed();
+  for (const Series& series : cache_->series) {
+    if (occurrences) {
+      append_occurrences(series, bounds, time_, cache_->scratch, list);
+      continue;
+    }
+    const auto span =
+        time_.shown(series.start, series.start + series.duration, series.zone, series.all_day);
+    if (!bounds.admit(day_at(span.start), day_at(span.end))) continue;
+    list.show(series.summary);
+    list.add(span.start, span.end);
+  }
+  return true;
+}
+
+void EmbeddedStore::follow_changes() {
+  const auto version = db_->data_version();
+  if (version == cache_version_) return;
+  cache_version_ = version;
+  cache_->forget();
+  time_.forget_zones();
+}
+
+bool EmbeddedStore::read_series() {
+  cache_->series.clear();
+  auto row = db_->use("SELECT oid, start, end, zone, " ORVELLO_SHARED_COLUMNS
+                      ", last_start, pattern, resolved FROM items INDEXED BY items_series"
+                      " WHERE recurring = 1");
+  while (row->step()) {
+    Series series;
+    series.oid = row->small(0);
+    series.start = row->number(1);
+    series.duration = row->number(2) - series.start;
+    if (!row->bytes(3).empty()) series.zone = time_.zone(row->string(3));
+    series.summary = read_summary(row.statement(), 4, series.oid, true);
+    series.all_day = series.summary->all_day;
+    series.last_start = row->is_null(13) ? kEndOfRules : row->number(13);
+    if (!row->is_null(14)) {
+      if (const auto pattern = read_stored_pattern(row->bytes(14))) set_pattern(series, *pattern);
+    } else {
+      series.rules =
+          std::make_unique<RecurrenceSet>(read_rules(row->string(15), series.start, nullptr));
+    }
+    cache_->series.push_back(std::move(series));
+  }
+  if (row->failed()) return false;
+  read_series_exceptions();
+  cache_->valid = true;
+  return true;
+}
+
+void EmbeddedStore::read_series_exceptions() {
+  std::unordered_map<std::int32_t, Series*> by_oid;
+  auto row =
+      db_->use("SELECT oid, original_start, deleted, start, end, zone, " ORVELLO_SHARED_COLUMNS
+               " FROM exceptions ORDER BY oid, position");
+  while (row->step()) {
+    if (by_oid.empty())
+      for (Series& series : cache_->series) by_oid[series.oid] = &series;
+    const auto found = by_oid.find(row->small(0));
+    if (found == by_oid.end()) continue;
+    SeriesException exception;
+    exception.original_start = row->number(1);
+    exception.deleted = row->flag(2);
+    exception.start = row->number(3);
+    exception.end = row->number(4);
+    if (!row->bytes(5).empty()) exception.zone = time_.zone(row->string(5));
+    if (!exception.deleted)
+      exception.summary = read_summary(row.statement(), 6, found->first, true);
+    found->second->exceptions.push_back(std::move(exception));
+  }
+}
+
+bool EmbeddedStore::read_singles(const DayBounds& bounds, OccurrenceList& list) {
+  if (bounds.empty()) return true;
+  for (int span_class = 0; span_class < 2 * kSpanClasses; ++span_class)
+    if (!read_class(span_class, bounds, list)) return false;
+  return true;
+}
+
+bool EmbeddedStore::read_class(int span_class, const DayBounds& bounds, OccurrenceList& list) {
+  const auto longest = kSpanDays[span_class % kSpanClasses];
+  const bool zoned = span_class >= kSpanClasses;
+  const auto margin = zoned ? kZonedMargin : kFloatingMargin;
+  auto row = db_->use("SELECT oid, start, end, zone, " ORVELLO_SHARED_COLUMNS
+                      " FROM items WHERE recurring = 0 AND span_class = ?1"
+                      " AND first_day BETWEEN ?2 AND ?3 AND last_day BETWEEN ?4 AND ?5");
+  row->bind(1, span_class)
+      .bind(2, std::max(bounds.start_from, bounds.end_from - longest) - margin)
+      .bind(3, std::min(bounds.start_to, bounds.end_to) + margin)
+      .bind(4, bounds.end_from - margin)
+      .bind(5, bounds.end_to + margin);
+  while (row->step()) {
+    const Zone* zone = zoned ? time_.zone(row->string(3)) : nullptr;
+    const auto span = time_.shown(row->number(1), row->number(2), zone, row->flag(4));
+    if (!bounds.admit(day_at(span.start), day_at(span.end))) continue;
+    list.show(read_summary(row.statement(), 4, row->small(0), false));
+    list.add(span.start, span.end);
+  }
+  return !row->failed();
+}
+
+std::vector<std::int32_t> EmbeddedStore::oids(std::optional<std::int32_t> from_day,
+                                              std::optional<std::int32_t> to_day) {
+  if (!from_day && !to_day) {
+    std::vector<std::int32_t> all;
+    auto row = db_->use("SELECT oid FROM items ORDER BY oid");
+    while (row->step()) all.push_back(row->small(0));
+    return all;
+  }
+  DayBounds bounds;
+  bounds.end_from = from_day.value_or(kFirstDay);
+  bounds.start_to = to_day.value_or(kLastDay);
+  OccurrenceList list;
+  query(bounds, true, list);
+  return list.oids();
+}
+
+}  // namespace orvello

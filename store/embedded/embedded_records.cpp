@@ -1,0 +1,223 @@
+// Whole records in and out of the file.
+#include "calendar/rule_days.h"
+#include "store/embedded/embedded_database.h"
+#include "store/embedded/embedded_store.h"
+#include "store/embedded/item_columns.h"
+#include "store/embedded/series_cache.h"
+#include "store/embedded/span_classes.h"
+#include "store/embedded/stored_pattern.h"
+#include "store/record_rules.h"
+
+namespace orvello {
+namespace {
+
+std::int32_t day_at(LocalSeconds moment) { return static_cast<std::int32_t>(day_of(moment)); }
+
+void bind_recurrence(Statement& statement, int at, const AppointmentRecord& record,
+                     const Zone* zone) {
+  if (!record.recurring()) return;
+  if (const auto last = last_start(record, zone)) statement.bind(at, *last);
+  if (record.pattern) {
+    statement.bind(at + 1, stored_pattern(*record.pattern));
+  } else {
+    statement.bind(at + 2, resolved_rules(record.rules, record.start, zone));
+    statement.bind(at + 3, record.rules);
+  }
+}
+
+void bind_long(Statement& statement, int at, const AppointmentFields& fields,
+               const std::string& residue) {
+  if (!fields.body.empty()) statement.bind(at, fields.body);
+  if (!fields.body_ink.empty()) statement.bind_blob(at + 1, fields.body_ink);
+  if (!residue.empty()) statement.bind(at + 2, residue);
+}
+
+}  // namespace
+
+bool EmbeddedStore::write_record(AppointmentRecord& record) {
+  const bool exists = record.oid != 0;
+  auto write = exists
+                   ? db_->use(
+                         "UPDATE items SET uid = ?1, recurring = ?2, span_class = ?3,"
+                         " first_day = ?4, last_day = ?5, start = ?6, end = ?7, zone = ?8,"
+                         " all_day = ?9, has_notes = ?10, reminder_set = ?11,"
+                         " reminder_minutes = ?12, sensitivity = ?13, busy_status = ?14,"
+                         " subject = ?15, location = ?16, categories = ?17, last_start = ?18,"
+                         " pattern = ?19, resolved = ?20, rules = ?21, modified = ?22, body = ?23,"
+                         " body_ink = ?24, residue = ?25 WHERE oid = ?26")
+                   : db_->use(
+                         "INSERT INTO items (uid, recurring, span_class, first_day, last_day,"
+                         " start, end, zone, " ORVELLO_SHARED_COLUMNS
+                         ", last_start, pattern, resolved, rules, modified, body, body_ink,"
+                         " residue) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12,"
+                         " ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21, ?22, ?23, ?24, ?25)");
+  const auto first = day_at(record.start), last = day_at(record.end);
+  write->bind(1, record.uid)
+      .bind(2, record.recurring())
+      .bind(3, span_class_of(last - first, !record.zone.empty()))
+      .bind(4, first)
+      .bind(5, last)
+      .bind(6, record.start)
+      .bind(7, record.end)
+      .bind(8, record.zone);
+  bind_shared(write.statement(), 9, record.fields);
+  bind_recurrence(write.statement(), 18, record, time_.zone(record.zone));
+  write->bind(22, record.modified);
+  bind_long(write.statement(), 23, record.fields, record.residue);
+  if (exists) write->bind(26, record.oid);
+  if (!write->run()) return false;
+  if (!exists) record.oid = static_cast<std::int32_t>(db_->last_row());
+  return (!exists || erase_details(record.oid)) && write_details(record);
+}
+
+bool EmbeddedStore::write_details(const AppointmentRecord& record) {
+  const auto write_recipients = [&](int exception, const std::vector<StoreRecipient>& list) {
+    for (std::size_t i = 0; i < list.size(); ++i) {
+      auto write = db_->use("INSERT INTO recipients VALUES (?1, ?2, ?3, ?4, ?5)");
+      write->bind(1, record.oid).bind(2, exception).bind(3, static_cast<std::int64_t>(i));
+      if (!write->bind(4, list[i].name).bind(5, list[i].address).run()) return false;
+    }
+    return true;
+  };
+  if (!write_recipients(0, record.recipients)) return false;
+  for (std::size_t i = 0; i < record.exceptions.size(); ++i) {
+    const AppointmentException& exception = record.exceptions[i];
+    const int position = static_cast<int>(i) + 1;
+    auto write = db_->use(
+        "INSERT INTO exceptions (oid, position, original_start, deleted, start, end,"
+        " zone, " ORVELLO_SHARED_COLUMNS
+        ", body, body_ink, residue) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12,"
+        " ?13, ?14, ?15, ?16, ?17, ?18, ?19)");
+    write->bind(1, record.oid)
+        .bind(2, position)
+        .bind(3, exception.original_start)
+        .bind(4, exception.deleted)
+        .bind(5, exception.start)
+        .bind(6, exception.end)
+        .bind(7, exception.zone);
+    bind_shared(write.statement(), 8, exception.fields);
+    bind_long(write.statement(), 17, exception.fields, exception.residue);
+    if (!write->run() || !write_recipients(position, exception.recipients)) return false;
+  }
+  return true;
+}
+
+bool EmbeddedStore::erase_details(std::int32_t oid) {
+  return db_->use("DELETE FROM exceptions WHERE oid = ?1")->bind(1, oid).run() &&
+         db_->use("DELETE FROM recipients WHERE oid = ?1")->bind(1, oid).run();
+}
+
+std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
+  AppointmentRecord record = given;
+  const bool alone = !in_transaction_;
+  const bool written = change([&] {
+    complete_record(record, time_);
+    if (record.oid != 0) {
+      auto old = db_->use("SELECT categories FROM items WHERE oid = ?1");
+      if (!old->bind(1, record.oid).step()) {
+        if (!old->failed())
+          fail("There is no appointment with the number " + std::to_string(record.oid) + ".");
+        return false;
+      }
+      count_category(kFolderCalendar, old->text(0), -1);
+    }
+    count_category(kFolderCalendar, record.fields.categories, 1);
+    kinds_ |= 1u << static_cast<int>(record.oid ? StoreChange::changed : StoreChange::created);
+    return write_record(record);
+  });
+  if (!written) return 0;
+  if (!alone) {
+    if (cache_->valid) cache_->forget();
+  } else if (cache_->valid && record.recurring()) {
+    cache_->put(make_series(record, time_));
+  } else if (cache_->valid && given.oid != 0) {
+    cache_->erase(record.oid);
+  }
+  return record.oid;
+}
+
+bool EmbeddedStore::erase(std::int32_t oid) {
+  const bool erased = change([&] {
+    auto old = db_->use("SELECT categories FROM items WHERE oid = ?1");
+    if (!old->bind(1, oid).step()) {
+      if (!old->failed())
+        fail("There is no appointment with the number " + std::to_string(oid) + ".");
+      return false;
+    }
+    count_category(kFolderCalendar, old->text(0), -1);
+    old->reset();
+    kinds_ |= 1u << static_cast<int>(StoreChange::deleted);
+    return erase_details(oid) && db_->use("DELETE FROM items WHERE oid = ?1")->bind(1, oid).run();
+  });
+  if (erased && cache_->valid) cache_->erase(oid);
+  return erased;
+}
+
+std::optional<std::int32_t> EmbeddedStore::oid_of_uid(std::string_view uid) {
+  auto read = db_->use("SELECT oid FROM items WHERE uid = ?1");
+  if (!read->bind(1, uid).step()) return std::nullopt;
+  return read->small(0);
+}
+
+std::optional<AppointmentRecord> EmbeddedStore::load(std::int32_t oid) {
+  ReadScope scope(*db_);
+  AppointmentRecord record;
+  {
+    auto row = db_->use("SELECT uid, start, end, zone, " ORVELLO_SHARED_COLUMNS
+                        ", pattern, rules, modified, body, body_ink, residue FROM items"
+                        " WHERE oid = ?1");
+    if (!row->bind(1, oid).step()) {
+      if (row->failed()) failed();
+      return std::nullopt;
+    }
+    record.oid = oid;
+    record.uid = row->string(0);
+    record.start = row->number(1);
+    record.end = row->number(2);
+    record.zone = row->string(3);
+    read_shared(row.statement(), 4, record.fields);
+    if (!row->is_null(13)) record.pattern = read_stored_pattern(row->bytes(13));
+    record.rules = row->string(14);
+    record.modified = row->number(15);
+    record.fields.body = row->text(16);
+    record.fields.body_ink = row->string(17);
+    record.residue = row->string(18);
+  }
+  read_details(record);
+  localize_record(record, time_);
+  return record;
+}
+
+void EmbeddedStore::read_details(AppointmentRecord& record) {
+  if (record.recurring()) {
+    auto row = db_->use("SELECT original_start, deleted, start, end, zone, " ORVELLO_SHARED_COLUMNS
+                        ", body, body_ink, residue FROM exceptions WHERE oid = ?1"
+                        " ORDER BY position");
+    row->bind(1, record.oid);
+    while (row->step()) {
+      AppointmentException exception;
+      exception.original_start = row->number(0);
+      exception.deleted = row->flag(1);
+      exception.start = row->number(2);
+      exception.end = row->number(3);
+      exception.zone = row->string(4);
+      read_shared(row.statement(), 5, exception.fields);
+      exception.fields.body = row->text(14);
+      exception.fields.body_ink = row->string(15);
+      exception.residue = row->string(16);
+      record.exceptions.push_back(std::move(exception));
+    }
+  }
+  auto row = db_->use(
+      "SELECT exception, name, address FROM recipients WHERE oid = ?1"
+      " ORDER BY exception, position");
+  row->bind(1, record.oid);
+  while (row->step()) {
+    const auto owner = static_cast<std::size_t>(row->number(0));
+    if (owner > record.exceptions.size()) continue;
+    auto& list = owner == 0 ? record.recipients : record.exceptions[owner - 1].recipients;
+    list.push_back({row->text(1), row->text(2)});
+  }
+}
+
+}  // namespace orvello
