@@ -1,0 +1,123 @@
+#include "hosts/qt/bar_button.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QPointer>
+
+#include "hosts/qt/qt_look.h"
+#include "hosts/qt/qt_text.h"
+
+namespace orvello {
+
+using Kind = MenuBarButton::Kind;
+
+BarButton::BarButton(QWidget* parent, const Density& density, const MenuBarButton& button,
+                     QImage image)
+    : QAbstractButton(parent), density_(density), content_(button), image_(std::move(image)) {
+  // A tap leaves the keyboard with the calendar.
+  setFocusPolicy(Qt::TabFocus);
+  setText(to_qt(button.text));
+  if (shows_image()) {
+    setToolTip(to_qt(button.hint));
+    setAccessibleName(to_qt(button.hint));
+  } else {
+    setAccessibleName(to_qt(button.text));
+  }
+  setObjectName(QStringLiteral("bar%1").arg(button.command));
+}
+
+bool BarButton::shows_image() const {
+  return content_.kind == Kind::image || content_.kind == Kind::image_menu;
+}
+bool BarButton::has_menu() const {
+  return content_.kind == Kind::menu || content_.kind == Kind::image_menu;
+}
+
+void BarButton::set_caption(const QString& text) {
+  setText(text);
+  // An image button keeps its text unseen and goes on being called by its hint.
+  if (!shows_image()) setAccessibleName(text);
+}
+
+int BarButton::text_width() const { return fontMetrics().horizontalAdvance(text()); }
+
+std::uint32_t BarButton::run_menu() {
+  QMenu menu;  // without a parent, which a command of another source could destroy meanwhile
+  const QPointer<BarButton> alive(this);
+  menu.setFont(widget_font(density_));
+  menu.setStyleSheet(QStringLiteral("QMenu::item{padding:%1px %2px %1px %3px}")
+                         .arg(density_.scaled(6))
+                         .arg(density_.scaled(14))
+                         .arg(density_.scaled(22)));
+  for (const MenuItem& item : content_.menu) {
+    if (item.command == 0) {
+      menu.addSeparator();
+      continue;
+    }
+    QAction* action = menu.addAction(to_qt(item.text).replace(u'&', QStringLiteral("&&")));
+    action->setEnabled(item.enabled);
+    action->setCheckable(item.checked);
+    action->setChecked(item.checked);
+    action->setData(item.command);
+  }
+  setDown(true);
+  const QAction* chosen = menu.exec(mapToGlobal(QPoint(0, -menu.sizeHint().height())));
+  if (alive) setDown(false);
+  return chosen ? chosen->data().toUInt() : 0;
+}
+
+void BarButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const bool marked = isCheckable() && isChecked();
+  if (isDown() || marked || (hovered_ && isEnabled()))
+    painter.fillRect(rect(), QColor(isDown() || marked ? kAccentTint : 0xFFECEDF4));
+  if (marked) painter.fillRect(0, 0, width(), std::max(2, density_.scaled(2)), QColor(kAccent));
+  if (!isEnabled()) painter.setOpacity(0.4);
+  if (shows_image() && !image_.isNull())
+    paint_image(painter);
+  else
+    paint_caption(painter);
+  painter.setOpacity(1);
+  if (hasFocus()) {
+    const int edge = density_.scaled(2);
+    painter.setPen(QPen(QColor(kAccent), std::max(1, density_.scaled(1))));
+    painter.drawRect(rect().adjusted(edge, edge, -edge - 1, -edge - 1));
+  }
+}
+
+void BarButton::paint_caption(QPainter& painter) {
+  painter.setFont(font());
+  painter.setPen(QColor(kInk));
+  painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
+// Pixel for pixel, at a device pixel's edge.
+void BarButton::paint_image(QPainter& painter) {
+  const double side = image_.width() / density_.ratio;
+  const double x = std::floor((width() - side) / 2 * density_.ratio) / density_.ratio;
+  const double y = std::floor((height() - side) / 2 * density_.ratio) / density_.ratio;
+  painter.drawImage(QRectF(x, y, side, image_.height() / density_.ratio), image_,
+                    QRectF(image_.rect()));
+}
+
+void BarButton::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  const bool opens = has_menu() && (key == Qt::Key_Up || key == Qt::Key_Down);
+  if (key == Qt::Key_Return || key == Qt::Key_Enter || opens)
+    click();
+  else
+    QAbstractButton::keyPressEvent(event);
+}
+
+void BarButton::enterEvent(QEnterEvent*) {
+  hovered_ = true;
+  update();
+}
+
+void BarButton::leaveEvent(QEvent*) {
+  hovered_ = false;
+  update();
+}
+
+}  // namespace orvello

@@ -1,0 +1,41 @@
+// One button of the menu bar, drawn by itself.
+#pragma once
+
+#include <QAbstractButton>
+#include <QImage>
+
+#include "hosts/qt/density.h"
+#include "ports/menu_bar.h"
+
+namespace orvello {
+
+class BarButton : public QAbstractButton {
+ public:
+  BarButton(QWidget* parent, const Density& density, const MenuBarButton& button, QImage image);
+
+  const MenuBarButton& content() const { return content_; }
+  bool shows_image() const;
+  bool has_menu() const;
+  void set_menu(const std::vector<MenuItem>& items) { content_.menu = items; }
+  void set_caption(const QString& text);
+  int text_width() const;
+  // Opens upwards; the chosen item's command, 0 for none.
+  std::uint32_t run_menu();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+
+ private:
+  void paint_caption(QPainter& painter);
+  void paint_image(QPainter& painter);
+
+  const Density& density_;
+  MenuBarButton content_;
+  QImage image_;
+  bool hovered_ = false;
+};
+
+}  // namespace orvello

@@ -1,0 +1,113 @@
+#include "hosts/qt/modal_layer.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPointer>
+
+#include "hosts/qt/qt_look.h"
+
+namespace orvello {
+namespace {
+
+QWidget* parent_for(QtMainWindow& window) {
+  Shell* shell = window.shell();
+  // Also what belongs to nobody goes on the window when that is shown: on a small screen it could
+  // stand nowhere else.
+  return shell && shell->isVisible() ? shell : nullptr;
+}
+
+}  // namespace
+
+ModalLayer::ModalLayer(QtMainWindow& window) : QWidget(parent_for(window)), window_(window) {
+  setFocusPolicy(Qt::StrongFocus);
+  setObjectName(QStringLiteral("modal"));
+  if (covers_window()) {
+    covered_before_ = window.shell()->cover();
+    focus_before_ = window.shell()->focusWidget();
+  } else {
+    setWindowFlags(Qt::Dialog);
+    setWindowModality(Qt::ApplicationModal);
+  }
+}
+
+void ModalLayer::uncover() {
+  hide();
+  if (covers_window() && window_.shell() && window_.shell()->cover() == this)
+    window_.shell()->set_cover(covered_before_);
+}
+
+void ModalLayer::run(QWidget& sheet, QSize own_window) {
+  if (ended_) return;
+  sheet_ = &sheet;
+  const QPointer<ModalLayer> alive(this);
+  const QPointer<QWidget> focus_before(focus_before_);
+  window_.let_pointer_go();
+  if (covers_window()) {
+    window_.shell()->set_cover(this);
+    raise();
+  } else {
+    resize(own_window);
+  }
+  place();
+  sheet.show();
+  show();
+  const QWidget* focus = window()->focusWidget();
+  if (!focus || !isAncestorOf(focus)) focusNextPrevChild(true);
+  QEventLoop loop;
+  loop_ = &loop;
+  if (!ended_) loop.exec();
+  if (!alive) return;
+  loop_ = nullptr;
+  uncover();
+  if (focus_before) focus_before->setFocus();
+}
+
+void ModalLayer::end() {
+  ended_ = true;
+  if (loop_) loop_->quit();
+}
+
+void ModalLayer::place() {
+  if (sheet_ && place_sheet) sheet_->setGeometry(place_sheet(size()));
+}
+
+void ModalLayer::resizeEvent(QResizeEvent*) { place(); }
+
+void ModalLayer::paintEvent(QPaintEvent*) {
+  if (!covers_window()) return;
+  QPainter(this).fillRect(rect(), QColor(20, 22, 40, 90));
+}
+
+void ModalLayer::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (event->key() == Qt::Key_Escape && close_wanted)
+    close_wanted();
+  else if (enter && accept_wanted)
+    accept_wanted();
+  event->accept();  // nothing reaches the window below
+}
+
+void ModalLayer::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (close_wanted) close_wanted();
+}
+
+// The focus goes round inside the sheet.
+bool ModalLayer::focusNextPrevChild(bool next) {
+  QWidget* focus = window()->focusWidget();
+  QWidget* start = focus && isAncestorOf(focus) ? focus : this;
+  QWidget* candidate = start;
+  do {
+    candidate = next ? candidate->nextInFocusChain() : candidate->previousInFocusChain();
+    if (candidate != this && isAncestorOf(candidate) && candidate->isEnabled() &&
+        candidate->isVisibleTo(this) && (candidate->focusPolicy() & Qt::TabFocus)) {
+      candidate->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+      return true;
+    }
+  } while (candidate != start);
+  return true;
+}
+
+}  // namespace orvello

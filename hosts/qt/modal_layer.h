@@ -1,0 +1,48 @@
+// Covers the window while something modal is shown on it, or is a window of its own when there is
+// none to cover.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "hosts/qt/qt_main_window.h"
+
+class QEventLoop;
+
+namespace orvello {
+
+class ModalLayer : public QWidget {
+ public:
+  explicit ModalLayer(QtMainWindow& window);
+
+  // Where the sheet stands inside the layer, given the layer's size; asked again when that changes.
+  std::function<QRect(QSize)> place_sheet;
+  std::function<void()> close_wanted;
+  std::function<void()> accept_wanted;  // Return, when no button has the focus
+
+  bool covers_window() const { return !isWindow(); }
+  // Shows the sheet, a child of the layer, until `end`.
+  void run(QWidget& sheet, QSize own_window);
+  void end();
+  // Gives the window back what was there before; also when it was never run.
+  void uncover();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+
+ private:
+  void place();
+
+  QtMainWindow& window_;
+  QWidget* covered_before_ = nullptr;
+  QWidget* focus_before_ = nullptr;
+  QWidget* sheet_ = nullptr;
+  QEventLoop* loop_ = nullptr;
+  bool ended_ = false;
+};
+
+}  // namespace orvello

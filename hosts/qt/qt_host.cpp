@@ -1,0 +1,107 @@
+#include "hosts/qt/qt_host.h"
+
+#include <QApplication>
+#include <QStyleFactory>
+
+#include "hosts/linux/desktop_input.h"
+#include "hosts/linux/linux_files.h"
+#include "hosts/linux/system_clock.h"
+#include "hosts/qt/qt_dialogs.h"
+#include "hosts/qt/qt_locale.h"
+#include "hosts/qt/qt_main_window.h"
+#include "hosts/qt/qt_menu_bar.h"
+#include "hosts/qt/qt_message_boxes.h"
+#include "hosts/qt/qt_surface.h"
+
+namespace orvello {
+namespace {
+
+QtWindowOptions window_options(const QtHostOptions& options) {
+  QtWindowOptions result;
+  result.data_folder = options.paths.data;
+  result.place_file = options.paths.config.empty() ? "" : options.paths.config + "/window";
+  result.screen = options.screen;
+  result.dpi = options.dpi;
+  result.files = options.files;
+  if (options.offscreen) result.data_folder.clear(), result.place_file.clear();
+  return result;
+}
+
+std::unique_ptr<QApplication> make_application(int& argc, char** argv, bool offscreen) {
+  if (QCoreApplication::instance()) return nullptr;
+  if (offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
+  // The program brings its own look: asking the desktop for its colours and fonts costs time.
+  QApplication::setDesktopSettingsAware(false);
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+  QCoreApplication::setApplicationName(QStringLiteral("orvello"));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvello"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("orvello"));
+  auto application = std::make_unique<QApplication>(argc, argv);
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+  return application;
+}
+
+}  // namespace
+
+struct QtHost::Parts {
+  Parts(const QtHostOptions& options, Registry& r, RecordDatabases& d, CalendarStore& s)
+      : clock(options.now),
+        locale(QtLocale::of_environment(options.russian)),
+        files(options.paths),
+        window(window_options(options)),
+        menu_bar(window),
+        boxes(window),
+        dialogs(window),
+        registry(r),
+        databases(d),
+        store(s) {}
+
+  SystemClock clock;
+  QtLocale locale;
+  LinuxFiles files;
+  DesktopInput input;
+  QtSurfaces surfaces;
+  QtMainWindow window;
+  QtMenuBar menu_bar;
+  QtMessageBoxes boxes;
+  QtDialogs dialogs;
+  Registry& registry;
+  RecordDatabases& databases;
+  CalendarStore& store;
+};
+
+QtHost::QtHost(int& argc, char** argv, QtHostOptions options, Registry& registry,
+               RecordDatabases& databases, CalendarStore& store)
+    : application_(make_application(argc, argv, options.offscreen)),
+      parts_(std::make_unique<Parts>(options, registry, databases, store)) {}
+
+QtHost::~QtHost() = default;
+
+Host QtHost::host() {
+  Parts& p = *parts_;
+  return {p.clock,  p.locale,   p.registry, p.files,   p.databases, p.surfaces,
+          p.window, p.menu_bar, p.boxes,    p.dialogs, p.store,     p.input};
+}
+
+int QtHost::run() { return parts_->window.run(); }
+
+void QtHost::on_files(std::function<void(std::vector<std::string>)> callback) {
+  parts_->window.on_files = std::move(callback);
+}
+
+void QtHost::on_first_paint(std::function<void()> callback) {
+  parts_->window.on_first_paint = std::move(callback);
+}
+
+bool QtHost::save_window_picture(const std::string& path) {
+  Shell* shell = parts_->window.shell();
+  return shell && shell->grab().toImage().save(QString::fromStdString(path), "PNG");
+}
+
+bool QtHost::save_png(Surface& surface, const std::string& path) {
+  const auto* picture = dynamic_cast<const QtSurface*>(&surface);
+  return picture && picture->front().save(QString::fromStdString(path), "PNG");
+}
+
+}  // namespace orvello

@@ -1,0 +1,286 @@
+#include "hosts/qt/qt_main_window.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QSocketNotifier>
+#include <filesystem>
+#include <vector>
+
+#include "app/messages.h"
+#include "hosts/linux/window_place.h"
+#include "hosts/qt/modal_layer.h"
+#include "hosts/qt/qt_surface.h"
+#include "hosts/qt/qt_text.h"
+
+namespace orvello {
+namespace {
+
+constexpr int kFirstWidth = 480, kFirstHeight = 640;  // logical pixels
+constexpr int kLeastWidth = 240, kLeastHeight = 240;  // design units
+
+const auto kMessageEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
+const auto kInvalidateEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+struct MessageEvent : QEvent {
+  explicit MessageEvent(const Message& m) : QEvent(kMessageEvent), message(m) {}
+  Message message;
+};
+
+Rect from_qt(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
+
+}  // namespace
+
+// Takes what other threads send. It lives as long as the window object, longer than the widgets.
+class QtMainWindow::Receiver : public QObject {
+ public:
+  explicit Receiver(QtMainWindow& window) : window_(window) {}
+  bool event(QEvent* event) override {
+    if (event->type() == kMessageEvent)
+      window_.send(static_cast<MessageEvent*>(event)->message);
+    else if (event->type() == kInvalidateEvent)
+      take_invalidation();
+    else
+      return QObject::event(event);
+    return true;
+  }
+  void take_invalidation() {
+    invalidation_posted = false;
+    if (window_.shell_) window_.shell_->content().update();
+  }
+  std::atomic<bool> invalidation_posted{false};
+
+ private:
+  QtMainWindow& window_;
+};
+
+QtMainWindow::QtMainWindow(QtWindowOptions options)
+    : options_(std::move(options)), receiver_(std::make_unique<Receiver>(*this)) {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  density_.ratio = screen ? screen->devicePixelRatio() : 1;
+  density_.dpi = options_.dpi > 0 ? options_.dpi : density_.device(96);
+  place_ = first_place();
+  events_.send = [this](const Message& message) { return send(message); };
+  events_.close_wanted = [this] { close_wanted(); };
+  events_.resized = [this] { resized(); };
+}
+
+QtMainWindow::~QtMainWindow() {
+  handler_ = nullptr;  // it may be gone already
+  delete shell_;
+}
+
+Rect QtMainWindow::first_place() const {
+  if (options_.screen)
+    return {0, 0, density_.logical(options_.screen->width),
+            density_.logical(options_.screen->height)};
+  std::vector<Rect> screens;
+  for (const QScreen* screen : QGuiApplication::screens())
+    screens.push_back(from_qt(screen->availableGeometry()));
+  Rect place;
+  if (const auto kept = load_window_place(options_.place_file)) {
+    place = *kept;
+  } else {
+    place = {0, 0, kFirstWidth, kFirstHeight};
+    if (!screens.empty())
+      place = place.moved(screens[0].center().x - kFirstWidth / 2,
+                          screens[0].center().y - kFirstHeight / 2);
+  }
+  return clamp_to_screens(place, screens.data(), static_cast<int>(screens.size()));
+}
+
+ScreenInfo QtMainWindow::screen() const {
+  ScreenInfo info;
+  if (options_.screen)
+    info.resolution = *options_.screen;
+  else if (shell_)
+    info.resolution = {density_.device(shell_->width()), density_.device(shell_->height())};
+  else
+    info.resolution = {density_.device(place_.width), density_.device(place_.height)};
+  info.work_area = {0, 0, info.resolution.width, info.resolution.height};
+  info.dpi_x = info.dpi_y = density_.dpi;
+  return info;
+}
+
+bool QtMainWindow::activate_other_instance(TextView, TextView) {
+  if (options_.data_folder.empty()) return false;
+  if (!instance_) instance_ = std::make_unique<SingleInstance>(options_.data_folder);
+  if (!instance_->become_first()) {
+    // Also when it is too busy to answer: a second window on one calendar is never opened.
+    std::vector<std::string> files;
+    for (const std::string& file : options_.files)
+      files.push_back(std::filesystem::absolute(file).string());
+    instance_->hand_over(files);
+    return true;
+  }
+  if (instance_->listening_socket() >= 0 && !calls_) {
+    calls_ =
+        std::make_unique<QSocketNotifier>(instance_->listening_socket(), QSocketNotifier::Read);
+    QObject::connect(calls_.get(), &QSocketNotifier::activated, receiver_.get(),
+                     [this] { take_calls(); });
+  }
+  return false;
+}
+
+void QtMainWindow::take_calls() {
+  while (auto files = instance_->take_call()) {
+    come_forward();
+    if (on_files) on_files(std::move(*files));
+  }
+}
+
+void QtMainWindow::come_forward() {
+  if (!shell_) return;
+  shell_->setWindowState(shell_->windowState() & ~Qt::WindowMinimized);
+  shell_->show();
+  shell_->raise();
+  shell_->activateWindow();
+}
+
+bool QtMainWindow::create(TextView, TextView title, int, MessageHandler& handler) {
+  if (shell_) return false;
+  handler_ = &handler;
+  shell_ = new Shell(density_, events_);
+  shell_->setWindowTitle(to_qt(title));
+  shell_->setAccessibleName(to_qt(title));
+  shell_->content().setAccessibleName(to_qt(title));
+  if (options_.screen) {
+    shell_->setFixedSize(place_.width, place_.height);
+  } else {
+    shell_->setMinimumSize(density_.scaled(kLeastWidth), density_.scaled(kLeastHeight));
+    shell_->setGeometry(to_qt(place_));
+  }
+  reported_ = screen().resolution;
+  send({kMessageCreate, 0, {}, 0});
+  return shell_ != nullptr;
+}
+
+void QtMainWindow::destroy() {
+  if (!shell_) return;
+  remember_place();
+  shell_->hide();
+  send({kMessageDestroy, 0, {}, 0});
+  for (auto& [id, timer] : timers_) {
+    timer->stop();
+    timer->deleteLater();  // this may be its own message
+  }
+  timers_.clear();
+  handler_ = nullptr;
+  shell_->deleteLater();  // this may be called from one of its events
+  shell_ = nullptr;
+  while (wait_cursors_ > 0) hide_wait_cursor();
+}
+
+void QtMainWindow::remember_place() {
+  if (options_.screen || options_.place_file.empty() || !shell_->isVisible()) return;
+  const bool plain = !shell_->isMaximized() && !shell_->isFullScreen();
+  const Rect place = from_qt(plain ? shell_->geometry() : shell_->normalGeometry());
+  if (!place.empty()) save_window_place(options_.place_file, place);
+}
+
+void QtMainWindow::move(const Rect& place) {
+  if (shell_) shell_->place_content(place);
+}
+
+void QtMainWindow::show() {
+  if (!shell_) return;
+  shell_->show();
+  shell_->content().setFocus();
+}
+
+bool QtMainWindow::is_active() const {
+  return shell_ && shell_->isVisible() && !shell_->isMinimized();
+}
+
+bool QtMainWindow::send(const Message& message) {
+  return handler_ && handler_->handle_message(message);
+}
+
+void QtMainWindow::post(const Message& message) {
+  QCoreApplication::postEvent(receiver_.get(), new MessageEvent(message));
+}
+
+void QtMainWindow::post_quit(int code) {
+  quit_code_ = code;
+  QCoreApplication::exit(code);
+}
+
+int QtMainWindow::run() {
+  // The quit message may have been posted before there was a loop to end.
+  if (!quit_code_) quit_code_ = QApplication::exec();
+  return *quit_code_;
+}
+
+void QtMainWindow::invalidate() {
+  if (!receiver_->invalidation_posted.exchange(true))
+    QCoreApplication::postEvent(receiver_.get(), new QEvent(kInvalidateEvent));
+}
+
+void QtMainWindow::copy_surface(Surface& surface, Size size) {
+  auto* picture = dynamic_cast<QtSurface*>(&surface);
+  if (!shell_ || !picture) return;
+  ContentArea& content = shell_->content();
+  QPainter painter(&content);
+  picture->paint(painter, size, density_.ratio);
+  if (picture->published()) note_first_paint();
+}
+
+void QtMainWindow::note_first_paint() {
+  if (painted_) return;
+  painted_ = true;
+  // The toolkit shows what was painted when the paint event has returned.
+  QMetaObject::invokeMethod(
+      receiver_.get(),
+      [this] {
+        if (on_first_paint) on_first_paint();
+      },
+      Qt::QueuedConnection);
+}
+
+void QtMainWindow::start_timer(int id, int milliseconds) {
+  QTimer*& timer = timers_[id];
+  if (!timer) {
+    timer = new QTimer(receiver_.get());
+    QObject::connect(timer, &QTimer::timeout, receiver_.get(), [this, id] {
+      send({kMessageTimer, static_cast<std::uint32_t>(id), {}, 0});
+    });
+  }
+  timer->start(milliseconds);
+}
+
+void QtMainWindow::stop_timer(int id) {
+  const auto found = timers_.find(id);
+  if (found != timers_.end()) found->second->stop();  // it may be the one that is firing
+}
+
+bool QtMainWindow::pen_is_down() const { return shell_ && shell_->content().pointer().is_down(); }
+
+void QtMainWindow::let_pointer_go() {
+  if (shell_) shell_->content().pointer().let_go();
+}
+
+void QtMainWindow::show_wait_cursor() {
+  if (wait_cursors_++ == 0) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+void QtMainWindow::hide_wait_cursor() {
+  if (wait_cursors_ > 0 && --wait_cursors_ == 0) QGuiApplication::restoreOverrideCursor();
+}
+
+void QtMainWindow::close_wanted() {
+  if (auto* layer = shell_ ? dynamic_cast<ModalLayer*>(shell_->cover()) : nullptr) {
+    if (layer->close_wanted) layer->close_wanted();
+    return;
+  }
+  if (!send({kMessageClose, 0, {}, 0})) destroy();
+}
+
+void QtMainWindow::resized() {
+  const Size size = screen().resolution;
+  if (size == reported_) return;
+  reported_ = size;
+  send({kMessageSettingChange, kScreenRotated, {}, 0});
+}
+
+}  // namespace orvello

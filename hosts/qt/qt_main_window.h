@@ -1,0 +1,88 @@
+// The top-level window. The window is the device's screen: its size is the resolution that the
+// program sees, and resizing it is rotating the screen.
+#pragma once
+
+#include <QObject>
+#include <atomic>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "hosts/linux/single_instance.h"
+#include "hosts/qt/qt_shell.h"
+#include "ports/main_window.h"
+
+class QSocketNotifier;
+
+namespace orvello {
+
+struct QtWindowOptions {
+  std::string data_folder;
+  std::string place_file;  // remembers the window's place; empty: nothing does
+  std::optional<Size> screen;
+  int dpi = 0;
+  std::vector<std::string> files;
+};
+
+class QtMainWindow : public MainWindow {
+ public:
+  explicit QtMainWindow(QtWindowOptions options);
+  ~QtMainWindow() override;
+
+  ScreenInfo screen() const override;
+  bool activate_other_instance(TextView window_class, TextView title) override;
+  bool create(TextView window_class, TextView title, int height, MessageHandler& handler) override;
+  void destroy() override;
+  void move(const Rect& place) override;
+  void show() override;
+  // A desktop's window is active as long as it can be seen: nothing else takes its menu bar.
+  bool is_active() const override;
+  void post(const Message& message) override;
+  void post_quit(int code) override;
+  void invalidate() override;
+  void copy_surface(Surface& surface, Size size) override;
+  void start_timer(int id, int milliseconds) override;
+  void stop_timer(int id) override;
+  bool pen_is_down() const override;
+  void show_wait_cursor() override;
+  void hide_wait_cursor() override;
+
+  // For the other ports of this host.
+  const Density& density() const { return density_; }
+  Shell* shell() { return shell_; }
+  void let_pointer_go();
+  void note_first_paint();
+  int run();
+
+  std::function<void(std::vector<std::string>)> on_files;
+  std::function<void()> on_first_paint;
+
+ private:
+  class Receiver;
+  bool send(const Message& message);
+  void close_wanted();
+  void resized();
+  void take_calls();
+  void come_forward();
+  void remember_place();
+  Rect first_place() const;
+
+  QtWindowOptions options_;
+  Density density_;
+  Rect place_;  // logical pixels, on the desktop
+  ShellEvents events_;
+  std::unique_ptr<Receiver> receiver_;
+  std::unique_ptr<SingleInstance> instance_;
+  std::unique_ptr<QSocketNotifier> calls_;
+  Shell* shell_ = nullptr;
+  MessageHandler* handler_ = nullptr;
+  std::map<int, QTimer*> timers_;  // the receiver's
+  Size reported_;
+  int wait_cursors_ = 0;
+  bool painted_ = false;
+  std::optional<int> quit_code_;
+};
+
+}  // namespace orvello

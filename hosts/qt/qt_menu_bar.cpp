@@ -1,0 +1,160 @@
+#include "hosts/qt/qt_menu_bar.h"
+
+#include <QPainter>
+#include <QPointer>
+#include <algorithm>
+
+#include "app/messages.h"
+#include "hosts/qt/bar_button.h"
+#include "hosts/qt/qt_look.h"
+#include "hosts/qt/qt_text.h"
+
+namespace orvello {
+namespace {
+
+constexpr int kMostTextPadding = 10, kLeastTextPadding = 2;  // either side, design units
+constexpr int kWidestImage = 36;
+constexpr int kSmallestText = 8;
+
+}  // namespace
+
+// Texts from the left, then the images, which share one width. What does not fit first loses
+// padding and then text size; nothing is ever cut.
+class QtMenuBar::Bar : public QWidget {
+ public:
+  Bar(QWidget* parent, const Density& density, const std::vector<BarButton*>& buttons)
+      : QWidget(parent), density_(density), buttons_(buttons) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setObjectName(QStringLiteral("menubar"));
+  }
+
+  void lay_out() {
+    int images = 0, texts = 0;
+    for (const BarButton* button : buttons_)
+      if (button) ++(button->shows_image() ? images : texts);
+    const int touch = density_.scaled(kTouchHeight);
+    int padding = density_.scaled(kMostTextPadding);
+    double size = kTextSize;
+    int text_width = fit_texts(size);
+    const auto rest = [&] { return width() - text_width - images * touch; };
+    const int least = density_.scaled(kLeastTextPadding);
+    while (rest() < 2 * texts * least && size > kSmallestText) text_width = fit_texts(size -= 0.5);
+    if (texts) padding = std::clamp(rest() / (2 * texts), least, padding);
+    const int left = rest() - 2 * texts * padding;
+    const int image_width =
+        images ? std::min(density_.scaled(kWidestImage), touch + std::max(0, left) / images) : 0;
+    place(padding, image_width, images);
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent*) override { lay_out(); }
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(kBarGround));
+    painter.fillRect(0, 0, width(), std::max(1, density_.scaled(1)), QColor(kHairline));
+  }
+
+ private:
+  int fit_texts(double size) {
+    const QFont font = widget_font(density_, size);
+    int sum = 0;
+    for (BarButton* button : buttons_) {
+      if (!button || button->shows_image()) continue;
+      button->setFont(font);
+      sum += button->text_width();
+    }
+    return sum;
+  }
+
+  void place(int padding, int image_width, int images) {
+    const int line = std::max(1, density_.scaled(1));
+    int x = 0, image_x = width() - images * image_width;
+    for (BarButton* button : buttons_) {
+      if (!button) continue;
+      int& at = button->shows_image() ? image_x : x;
+      const int wide = button->shows_image() ? image_width : button->text_width() + 2 * padding;
+      button->setGeometry(at, line, wide, height() - line);
+      at += wide;
+    }
+  }
+
+  const Density& density_;
+  const std::vector<BarButton*>& buttons_;
+};
+
+bool QtMenuBar::create(const MenuBarContent& content) {
+  Shell* shell = window_.shell();
+  if (!shell || bar_) return false;
+  const Density& density = window_.density();
+  bar_ = new Bar(shell, density, buttons_);
+  const QImage strip = content.strip.empty() ? QImage() : to_qt(content.strip);
+  const int side = content.strip.height;
+  for (const MenuBarButton& item : content.buttons) {
+    if (item.kind == MenuBarButton::Kind::separator) {
+      buttons_.push_back(nullptr);
+      continue;
+    }
+    const bool has_image = item.image >= 0 && (item.image + 1) * side <= strip.width();
+    QImage image = has_image ? strip.copy(item.image * side, 0, side, side) : QImage();
+    auto* button = new BarButton(bar_, density, item, std::move(image));
+    buttons_.push_back(button);
+    QObject::connect(button, &QAbstractButton::clicked, bar_, [this, button] {
+      // Posted, as a command may destroy the bar and this button with it.
+      const QPointer<QWidget> alive(bar_);
+      const std::uint32_t command =
+          button->has_menu() ? button->run_menu() : button->content().command;
+      if (alive && command) window_.post({kMessageCommand, command, {}, 0});
+    });
+  }
+  const double device_unit = density.dpi / 96.0;
+  height_ = std::max(content.height, static_cast<int>(std::ceil(kTouchHeight * device_unit)));
+  shell->set_bar(bar_, height_);
+  bar_->lay_out();
+  return true;
+}
+
+void QtMenuBar::destroy() {
+  if (!bar_) return;
+  if (Shell* shell = window_.shell()) {
+    shell->set_bar(nullptr, 0);
+    bar_->hide();
+    bar_->deleteLater();
+  }  // else the window has taken its widgets with it
+  bar_ = nullptr;
+  buttons_.clear();
+  height_ = 0;
+}
+
+BarButton* QtMenuBar::button_of(std::uint32_t command) const {
+  if (!window_.shell()) return nullptr;
+  for (BarButton* button : buttons_)
+    if (button && button->content().command == command) return button;
+  return nullptr;
+}
+
+void QtMenuBar::set_button_text(int index, TextView text) {
+  if (!window_.shell() || index < 0 || index >= static_cast<int>(buttons_.size())) return;
+  BarButton* button = buttons_[static_cast<std::size_t>(index)];
+  if (!button) return;
+  button->set_caption(to_qt(text));
+  bar_->lay_out();
+}
+
+void QtMenuBar::enable_button(std::uint32_t command, bool enabled) {
+  if (BarButton* button = button_of(command)) button->setEnabled(enabled);
+}
+
+void QtMenuBar::check_button(std::uint32_t command, bool checked) {
+  BarButton* button = button_of(command);
+  if (!button) return;
+  // Checkable only while checked, so that a tap does not turn the mark.
+  button->setCheckable(checked);
+  button->setChecked(checked);
+  button->update();
+}
+
+void QtMenuBar::set_menu(std::uint32_t command, const std::vector<MenuItem>& items) {
+  if (BarButton* button = button_of(command)) button->set_menu(items);
+}
+
+}  // namespace orvello

@@ -1,0 +1,161 @@
+#include "hosts/qt/qt_message_boxes.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "hosts/qt/modal_layer.h"
+#include "hosts/qt/qt_look.h"
+#include "hosts/qt/qt_text.h"
+
+namespace orvello {
+namespace {
+
+constexpr int kBoxWidth = 216;  // fits a 240-pixel screen with a margin
+constexpr int kWideBoxWidth = 300;
+constexpr QRgb kWarning = 0xFFB56A00, kError = 0xFF990000;
+
+struct Choice {
+  BoxAnswer answer;
+  const char* text;
+};
+
+std::vector<Choice> choices_of(BoxButtons buttons) {
+  switch (buttons) {
+    case BoxButtons::ok_cancel:
+      return {{BoxAnswer::ok, "OK"}, {BoxAnswer::cancel, "Cancel"}};
+    case BoxButtons::yes_no:
+      return {{BoxAnswer::yes, "Yes"}, {BoxAnswer::no, "No"}};
+    case BoxButtons::ok:
+      break;
+  }
+  return {{BoxAnswer::ok, "OK"}};
+}
+
+// Closing a box without choosing is the careful answer.
+BoxAnswer careful_answer(BoxButtons buttons) {
+  if (buttons == BoxButtons::ok) return BoxAnswer::ok;
+  return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::cancel;
+}
+
+class BoxSheet : public QWidget {
+ public:
+  BoxSheet(QWidget* parent, const Density& density, TextView text, TextView caption, BoxIcon icon)
+      : QWidget(parent),
+        density_(density),
+        color_(icon == BoxIcon::error     ? kError
+               : icon == BoxIcon::warning ? kWarning
+                                          : kAccent) {
+    apply_form_look(*this, density);
+    setAutoFillBackground(true);
+    setAccessibleName(to_qt(caption));
+    setObjectName(QStringLiteral("box"));
+    const int grid = density.scaled(kGrid);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
+    column->setSpacing(2 * grid);
+    auto* heading = new QLabel(to_qt(caption));
+    heading->setTextFormat(Qt::PlainText);
+    heading->setWordWrap(true);
+    heading->setFont(widget_font(density, kHeadingSize, true));
+    QPalette palette = heading->palette();
+    palette.setColor(QPalette::WindowText, QColor(color_));
+    heading->setPalette(palette);
+    column->addWidget(heading);
+    message_ = new QLabel(to_qt(text));
+    message_->setTextFormat(Qt::PlainText);
+    message_->setWordWrap(true);
+    message_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    // A text longer than the screen scrolls.
+    scroll_ = new QScrollArea;
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setWidgetResizable(true);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    scroll_->setWidget(message_);
+    column->addWidget(scroll_, 1);
+    row_ = new QHBoxLayout;
+    row_->addStretch();
+    column->addLayout(row_);
+  }
+
+  QPushButton* add_button(const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setMinimumSize(density_.scaled(64), density_.scaled(kTouchHeight));
+    row_->addWidget(button);
+    return button;
+  }
+
+  QSize wanted(int width) const {
+    const QMargins margins = layout()->contentsMargins();
+    const int inside = width - margins.left() - margins.right();
+    const int heading = layout()->itemAt(0)->widget()->heightForWidth(inside);
+    const int height = margins.top() + margins.bottom() + heading +
+                       message_->heightForWidth(inside) + row_->sizeHint().height() +
+                       2 * layout()->spacing();
+    return {width, height};
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(0, 0, width(), std::max(2, density_.scaled(3)), QColor(color_));
+  }
+
+ private:
+  const Density& density_;
+  QRgb color_;
+  QLabel* message_;
+  QScrollArea* scroll_;
+  QHBoxLayout* row_;
+};
+
+QRect centered(QSize size, QSize whole) {
+  size = size.boundedTo(whole);
+  return {(whole.width() - size.width()) / 2, (whole.height() - size.height()) / 2, size.width(),
+          size.height()};
+}
+
+}  // namespace
+
+BoxAnswer QtMessageBoxes::show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
+                               bool) {
+  if (answer) return answer(text, caption, icon, buttons);
+  const Density& density = window_.density();
+  const QPointer<ModalLayer> layer = new ModalLayer(window_);
+  auto* sheet = new BoxSheet(layer, density, text, caption, icon);
+  BoxAnswer given = careful_answer(buttons);
+  QPushButton* first = nullptr;
+  for (const Choice& choice : choices_of(buttons)) {
+    QPushButton* button = sheet->add_button(QString::fromLatin1(choice.text));
+    QObject::connect(button, &QPushButton::clicked, layer, [&given, layer, choice] {
+      given = choice.answer;
+      layer->end();
+    });
+    if (!first) first = button;
+  }
+  first->setDefault(true);
+  first->setFocus();
+  layer->setWindowTitle(to_qt(caption));
+  layer->close_wanted = [layer] { layer->end(); };
+  layer->accept_wanted = [first] { first->click(); };
+  const auto wanted = [&](int room) {
+    const int most = density.scaled(kWideBoxWidth);
+    return sheet->wanted(std::min(most, std::max(density.scaled(kBoxWidth), room * 3 / 4)));
+  };
+  layer->place_sheet = [&](QSize whole) {
+    if (layer->isWindow()) return QRect(QPoint(0, 0), whole);
+    return centered(wanted(whole.width()), whole);
+  };
+  layer->run(*sheet, wanted(density.scaled(kWideBoxWidth)));
+  if (layer) {
+    layer->uncover();
+    layer->deleteLater();
+  }
+  return given;
+}
+
+}  // namespace orvello

@@ -1,0 +1,76 @@
+// The widgets of the top-level window: the content area, which shows the program's picture, and
+// below it the place of the menu bar.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+
+#include "hosts/qt/density.h"
+#include "hosts/qt/qt_pointer.h"
+#include "ports/main_window.h"
+
+namespace orvello {
+
+// What the widgets tell. Points are device pixels.
+struct ShellEvents {
+  std::function<bool(const Message&)> send;
+  std::function<void()> close_wanted;
+  std::function<void()> resized;  // some time after the last of a row of changes
+};
+
+class ContentArea : public QWidget {
+ public:
+  ContentArea(QWidget* parent, const Density& density, ShellEvents& events);
+  QtPointer& pointer() { return pointer_; }
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  bool send_pointer(const QtPointer::Step& step);
+  bool send_key(const QKeyEvent& event, std::uint32_t id);
+
+  const Density& density_;
+  ShellEvents& events_;
+  QtPointer pointer_;
+  int wheel_rest_ = 0;
+};
+
+class Shell : public QWidget {
+ public:
+  Shell(const Density& density, ShellEvents& events);
+  ContentArea& content() { return *content_; }
+
+  // The bar stands at the bottom edge; null: none.
+  void set_bar(QWidget* bar, int device_height);
+  // Covers everything while something modal is shown; null: nothing.
+  void set_cover(QWidget* cover);
+  QWidget* cover() const { return cover_; }
+  void add_sheet(QWidget* sheet);  // fills the content area
+  void place_content(const Rect& place);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void lay_out();
+
+  const Density& density_;
+  ShellEvents& events_;
+  ContentArea* content_;
+  QWidget* bar_ = nullptr;
+  QWidget* cover_ = nullptr;
+  int bar_height_ = 0;
+  QTimer resize_pause_;
+};
+
+}  // namespace orvello
