@@ -1,0 +1,186 @@
+#include "exchange/calendar_scanner.h"
+
+#include <algorithm>
+
+#include "exchange/content_line.h"
+
+namespace orvello {
+namespace {
+
+// Far above any attachment people mail each other; what is larger is no appointment.
+constexpr std::size_t kLargestComponent = 32 << 20;
+constexpr std::size_t kLargestHeader = 1 << 18;
+constexpr std::size_t kLongestOutside = 256;
+constexpr std::size_t kDeepest = 16;
+
+// The value of "BEGIN:value" or "END:value" for that word, empty for any other line.
+std::string_view marked(std::string_view line, std::string_view word) {
+  if (line.size() <= word.size() || line[word.size()] != ':') return {};
+  if (!equal_ignoring_case(line.substr(0, word.size()), word)) return {};
+  return trimmed(line.substr(word.size() + 1));
+}
+
+std::string in_capitals(std::string_view name) {
+  std::string kind(name);
+  for (char& c : kind)
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+  return kind;
+}
+
+}  // namespace
+
+bool CalendarScanner::next(ScannedCalendar& calendar) {
+  calendar = ScannedCalendar();
+  open_.clear();
+  in_calendar_ = recovering_ = false;
+  if (begin_pending_) start_calendar(calendar);
+  begin_pending_ = false;
+  std::string_view line;
+  const auto longest = [&] {
+    return in_calendar_ || !open_.empty() ? kLargestComponent : kLongestOutside;
+  };
+  while (lines_.next(line, longest()))
+    if (take(line, calendar) == Step::calendar_done) return true;
+  finish_file(calendar);
+  return in_calendar_ || !calendar.components.empty() || calendar.broken_events > 0;
+}
+
+CalendarScanner::Step CalendarScanner::take(std::string_view line, ScannedCalendar& calendar) {
+  const char first = line.empty() ? '\0' : line.front();
+  std::string_view begun, ended;
+  if (first == 'B' || first == 'b') begun = marked(line, "BEGIN");
+  if (first == 'E' || first == 'e') ended = marked(line, "END");
+  if (!open_.empty()) return take_in_component(line, begun, ended, calendar);
+  if (in_calendar_) return take_in_calendar(line, begun, ended, calendar);
+  return take_outside(line, begun, calendar);
+}
+
+void CalendarScanner::start_calendar(ScannedCalendar& calendar) {
+  in_calendar_ = found_any_ = true;
+  calendar.line = lines_.number();
+}
+
+CalendarScanner::Step CalendarScanner::take_outside(std::string_view line, std::string_view begun,
+                                                    ScannedCalendar& calendar) {
+  if (equal_ignoring_case(begun, "VCALENDAR")) {
+    if (!calendar.components.empty() || calendar.broken_events > 0) {
+      begin_pending_ = true;
+      return Step::calendar_done;
+    }
+    start_calendar(calendar);
+  } else if (begun.size() > 1 && begun.front() == 'V' && is_utf8(begun)) {
+    if (calendar.components.empty()) calendar.line = lines_.number();
+    found_any_ = true;
+    start_component(line, begun, calendar);
+  } else if (!trimmed(line).empty() && found_any_ && !text_outside_) {
+    text_outside_ = true;
+    problems_.add(lines_.number(), "text outside of a calendar is left out");
+  }
+  return Step::go_on;
+}
+
+CalendarScanner::Step CalendarScanner::take_in_calendar(std::string_view line,
+                                                        std::string_view begun,
+                                                        std::string_view ended,
+                                                        ScannedCalendar& calendar) {
+  if (!ended.empty()) {
+    if (equal_ignoring_case(ended, "VCALENDAR")) return Step::calendar_done;
+    if (!recovering_) problems_.add(lines_.number(), "END without a BEGIN");
+    recovering_ = false;
+  } else if (equal_ignoring_case(begun, "VCALENDAR")) {
+    problems_.add(lines_.number(), "a new calendar begins before the one before it has ended");
+    begin_pending_ = true;
+    return Step::calendar_done;
+  } else if (!begun.empty()) {
+    start_component(line, begun, calendar);
+  } else if (recovering_) {
+    return Step::go_on;  // what is left of a component that was given up
+  } else if (calendar.header.size() + line.size() < kLargestHeader) {
+    calendar.header.append(line).append("\n");
+  } else if (!text_outside_) {
+    text_outside_ = true;
+    problems_.add(lines_.number(), "the calendar's own properties are too long; cut here");
+  }
+  return Step::go_on;
+}
+
+CalendarScanner::Step CalendarScanner::take_in_component(std::string_view line,
+                                                         std::string_view begun,
+                                                         std::string_view ended,
+                                                         ScannedCalendar& calendar) {
+  const bool calendar_mark =
+      equal_ignoring_case(begun, "VCALENDAR") || equal_ignoring_case(ended, "VCALENDAR");
+  const bool event_in_event =
+      equal_ignoring_case(begun, "VEVENT") && equal_ignoring_case(open_.front(), "VEVENT");
+  if (calendar_mark || event_in_event) {
+    drop_component(calendar, "has no END");
+    return take(line, calendar);
+  }
+  const std::size_t length = calendar.text.size() - component_.offset;
+  if (too_large_ || lines_.was_cut() || length + line.size() > kLargestComponent) {
+    too_large_ = true;
+    calendar.text.resize(component_.offset);
+  } else {
+    calendar.text.append(line).append("\n");
+  }
+  if (!begun.empty()) {
+    open_.push_back(std::string(begun));
+    if (open_.size() > kDeepest) drop_component(calendar, "is nested too deeply");
+  } else if (!ended.empty()) {
+    if (!equal_ignoring_case(ended, open_.back())) {
+      drop_component(calendar, "ends with END:" + std::string(ended.substr(0, 40)));
+    } else {
+      open_.pop_back();
+      if (open_.empty()) finish_component(calendar);
+    }
+  }
+  return Step::go_on;
+}
+
+void CalendarScanner::start_component(std::string_view line, std::string_view kind,
+                                      ScannedCalendar& calendar) {
+  open_.assign(1, std::string(kind));
+  too_large_ = recovering_ = false;
+  component_ = {in_capitals(kind), calendar.text.size(), 0, lines_.number()};
+  calendar.text.append(line).append("\n");
+}
+
+void CalendarScanner::finish_component(ScannedCalendar& calendar) {
+  if (too_large_) {
+    drop_component(calendar, "is too large");
+    recovering_ = false;
+    return;
+  }
+  const std::string_view text = std::string_view(calendar.text).substr(component_.offset);
+  if (text.find('\0') != std::string_view::npos || !is_utf8(text)) {
+    std::string repaired(text);
+    const int done = repair_encoding(repaired);
+    if ((done & kHadNul) != 0 && !std::exchange(told_nul_, true))
+      problems_.add(component_.line, "NUL bytes are left out");
+    if ((done & kHadForeignBytes) != 0 && !std::exchange(told_encoding_, true))
+      problems_.add(component_.line, "text is not UTF-8; read as Windows-1252");
+    calendar.text.replace(component_.offset, std::string::npos, repaired);
+  }
+  component_.length = calendar.text.size() - component_.offset;
+  calendar.components.push_back(component_);
+}
+
+// Lines up to the next BEGIN or END belong to nothing; the calendar goes on behind them.
+void CalendarScanner::drop_component(ScannedCalendar& calendar, const std::string& why) {
+  problems_.add(component_.line, component_.kind.substr(0, 40) + " " + why + "; left out");
+  calendar.broken_events += component_.kind == "VEVENT";
+  calendar.text.resize(component_.offset);
+  open_.clear();
+  recovering_ = true;
+}
+
+void CalendarScanner::finish_file(ScannedCalendar& calendar) {
+  if (!open_.empty())
+    drop_component(calendar, "is cut off by the end of the file");
+  else if (in_calendar_)
+    problems_.add(lines_.number(), "the calendar has no END:VCALENDAR");
+  else if (!found_any_)
+    problems_.add(1, "no calendar in this file");
+}
+
+}  // namespace orvello

@@ -1,0 +1,49 @@
+// Appointments as VEVENTs.
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "exchange/event_reader.h"
+#include "store/record_store.h"
+
+namespace orvello {
+
+// One for each calendar.
+class EventWriter {
+ public:
+  EventWriter(RecordStore& store, const Clock& clock) : clock_(clock), zones_(store, false) {}
+
+  // TZIDs in kept texts mean what this calendar defines.
+  ZoneTable& zones() { return zones_; }
+  const std::set<std::string>& used_tzids() const { return used_tzids_; }
+
+  // Appends the appointment and its changed occurrences.
+  void write(std::string& out, const AppointmentRecord& record);
+
+ private:
+  struct Item;
+  struct Plan;
+  void write_new(std::string& out, const Item& item);
+  void write_kept(std::string& out, const Item& item, const Component& text,
+                  const ReadEvent& reference);
+  void write_exception(std::string& out, const Item& series, const AppointmentException& exception,
+                       const ReadEvent* reference);
+  void plan_changes(const Item& item, const ReadEvent& reference, Plan& plan);
+  void plan_excluded(const Item& item, const ReadEvent& reference, Plan& plan);
+  void write_alarms(std::string& out, const Item& item, const Component& text,
+                    const ReadEvent& reference);
+  std::string times(const Item& item);
+  std::string recurrence(const Item& item);
+  std::string excluded(const Item& item, const std::vector<LocalSeconds>& dates);
+  std::string date_line(std::string_view name, const Item& item, LocalSeconds local);
+  Moment start_of(const Item& item);
+  std::optional<ReadEvent> reference_of(const Component& text);
+
+  const Clock& clock_;
+  ZoneTable zones_;
+  std::set<std::string> used_tzids_;
+};
+
+}  // namespace orvello

@@ -1,0 +1,226 @@
+#include "exchange/export.h"
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "exchange/calendar_keys.h"
+#include "exchange/event_writer.h"
+
+namespace orvello {
+namespace {
+
+// One VCALENDAR to be.
+struct Group {
+  std::string key;
+  bool had_items = false;
+  std::string header;
+  std::vector<std::string> zones;  // VTIMEZONEs as they stood in the file
+  std::vector<std::string> others;
+  std::unique_ptr<EventWriter> writer;
+  std::string events;
+  std::set<std::string> more_tzids;  // of events that joined it
+  bool empty() const { return events.empty() && others.empty(); }
+};
+
+class Exporter {
+ public:
+  Exporter(RecordStore& store, const Clock& clock, bool whole)
+      : store_(store), clock_(clock), whole_(whole) {}
+
+  bool collect(const std::vector<std::int32_t>& oids);
+  std::string text();
+
+ private:
+  Group& group(std::string_view key);
+  std::unique_ptr<EventWriter> writer_for(const Group& calendar);
+  void collect_foreign();
+  void join_own();
+  void write_group(std::string& out, const Group& group);
+  std::string header_text(const Group& group);
+  std::string zone_texts(const Group& group);
+
+  RecordStore& store_;
+  const Clock& clock_;
+  bool whole_;
+  std::vector<Group> groups_;
+  std::map<std::string, std::size_t, std::less<>> index_;
+};
+
+Group& Exporter::group(std::string_view key) {
+  const auto known = index_.find(key);
+  if (known != index_.end()) return groups_[known->second];
+  index_.emplace(key, groups_.size());
+  Group& made = groups_.emplace_back();
+  made.key = std::string(key);
+  made.had_items = true;
+  return made;
+}
+
+void Exporter::collect_foreign() {
+  const std::vector<ForeignComponent> all = store_.foreign();
+  for (const ForeignComponent& one : all) {
+    const Residue split = split_residue(one.text);
+    if (one.key.starts_with(kCalendarPrefix)) {
+      Group& calendar = group(std::string_view(one.key).substr(kCalendarPrefix.size()));
+      calendar.had_items = split.calendar == "items";
+      calendar.header = std::string(split.component);
+    } else if (one.key.starts_with(kComponentPrefix) && whole_) {
+      group(split.calendar).others.emplace_back(split.component);
+    }
+  }
+  for (Group& calendar : groups_) {
+    const std::string prefix = zone_key(calendar.key, "");
+    for (const ForeignComponent& one : all)
+      if (one.key.starts_with(prefix)) calendar.zones.push_back(one.text);
+  }
+}
+
+bool is_request(const Group& group) {
+  return ("\n" + group.header).find("\nMETHOD") != std::string::npos;
+}
+
+bool Exporter::collect(const std::vector<std::int32_t>& oids) {
+  collect_foreign();
+  for (const std::int32_t oid : oids) {
+    const auto record = store_.load(oid);
+    if (!record) return false;
+    Group& calendar = group(split_residue(record->residue).calendar);
+    if (!calendar.writer) calendar.writer = writer_for(calendar);
+    calendar.writer->write(calendar.events, *record);
+  }
+  join_own();
+  return true;
+}
+
+std::unique_ptr<EventWriter> Exporter::writer_for(const Group& calendar) {
+  auto writer = std::make_unique<EventWriter>(store_, clock_);
+  ProblemList ignored{""};
+  for (const std::string& zone : calendar.zones) {
+    ParsedComponent parsed;
+    if (parsed.parse(zone, 1)) writer->zones().define(parsed.root(), ignored);
+  }
+  return writer;
+}
+
+// Ours join the first calendar that is no message to somebody: many readers take only one.
+void Exporter::join_own() {
+  const auto own = index_.find(std::string_view());
+  if (own == index_.end()) return;
+  Group& ours = groups_[own->second];
+  for (Group& other : groups_) {
+    if (other.key.empty() || is_request(other) || other.empty()) continue;
+    other.events += std::exchange(ours.events, {});
+    other.others.insert(other.others.end(), ours.others.begin(), ours.others.end());
+    ours.others.clear();
+    if (ours.writer)
+      other.more_tzids.insert(ours.writer->used_tzids().begin(), ours.writer->used_tzids().end());
+    return;
+  }
+}
+
+void append_lines(std::string& out, std::string_view text) {
+  std::size_t at = 0;
+  for (std::string_view line; next_line(text, at, line);) out.append(line).append("\r\n");
+}
+
+std::string Exporter::header_text(const Group& group) {
+  std::string text = "BEGIN:VCALENDAR\r\n";
+  ParsedComponent parsed;
+  const std::string whole = "BEGIN:VCALENDAR\n" + group.header + "END:VCALENDAR\n";
+  parsed.parse(whole, 1);
+  const Component& root = parsed.root();
+  const Property* version = root.find("VERSION");
+  // Whatever came in the older form was converted.
+  const bool keep_version = version && trimmed(version->value) != "1.0";
+  if (!keep_version) text += "VERSION:2.0\r\n";
+  if (!root.find("PRODID")) text += "PRODID:" + std::string(kOwnProduct) + "\r\n";
+  for (const Property& property : root.properties)
+    if (keep_version || &property != version) append_lines(text, property.raw);
+  return text;
+}
+
+std::string Exporter::zone_texts(const Group& group) {
+  std::string text;
+  std::set<std::string> missing = group.more_tzids;
+  if (group.writer)
+    missing.insert(group.writer->used_tzids().begin(), group.writer->used_tzids().end());
+  for (const std::string& zone : group.zones) {
+    ParsedComponent parsed;
+    if (!parsed.parse(zone, 1)) continue;
+    const Property* tzid = parsed.root().find("TZID");
+    const bool used = tzid && missing.erase(std::string(trimmed(tzid->value))) > 0;
+    if (used || whole_) append_lines(text, zone);
+  }
+  for (const std::string& tzid : missing)
+    if (const auto zone = store_.zone(tzid)) text += vtimezone_text(*zone, tzid);
+  return text;
+}
+
+void Exporter::write_group(std::string& out, const Group& group) {
+  out += header_text(group) + zone_texts(group);
+  out += group.events;
+  for (const std::string& other : group.others) append_lines(out, other);
+  out += "END:VCALENDAR\r\n";
+}
+
+std::string Exporter::text() {
+  std::string out;
+  for (const Group& group : groups_)
+    if (!group.empty() || (!group.had_items && whole_)) write_group(out, group);
+  // A file without a calendar is no calendar file.
+  if (out.empty()) write_group(out, Group{});
+  return out;
+}
+
+}  // namespace
+
+Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32_t> from_day,
+                                    std::optional<std::int32_t> to_day, const Clock& clock) {
+  Exporter exporter(store, clock, !from_day && !to_day);
+  if (!exporter.collect(store.oids(from_day, to_day)))
+    return Result<std::string>::failure(store.problem());
+  return exporter.text();
+}
+
+Result<std::size_t> write_whole_file(const std::string& path, const std::string& text) {
+  namespace fs = std::filesystem;
+  const auto failure = [&path](const std::string& why) {
+    return Result<std::size_t>::failure(path + ": " + why);
+  };
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (fs::is_directory(status)) return failure("is a folder");
+  // A link is followed, so that what it names is replaced; a pipe or device is written to.
+  fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    std::ofstream out(path, std::ios::binary);
+    out.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
+    return out ? Result<std::size_t>(text.size()) : failure("cannot be written");
+  }
+  fs::path part = target;
+  part += ".part";
+  const auto give_up = [&] {
+    fs::remove(part, error);
+    return failure("cannot be written");
+  };
+  fs::remove(part, error);
+  std::ofstream out(part, std::ios::binary);
+  if (!out) return failure("cannot be written");
+  const fs::perms allowed =
+      fs::exists(status) ? status.permissions() : fs::perms::owner_read | fs::perms::owner_write;
+  fs::permissions(part, allowed, error);
+  if (error) return give_up();
+  out.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
+  out.close();
+  if (!out) return give_up();
+  fs::rename(part, target, error);
+  if (error) return give_up();
+  return text.size();
+}
+
+}  // namespace orvello

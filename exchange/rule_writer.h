@@ -1,0 +1,19 @@
+// Recurrence as an exchanged file has it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "calendar/recurrence_pattern.h"
+#include "exchange/moment.h"
+
+namespace orvello {
+
+// The value of the RRULE that means the pattern of an item with this start: its end is a date for
+// an all-day item, in UTC where the item has a zone.
+std::string rule_value(const RecurrencePattern& pattern, const Moment& start);
+
+// The value of a rule as a record keeps it (its end local to the item's zone), for a file.
+std::string rule_value(std::string_view kept, const Moment& start);
+
+}  // namespace orvello
