@@ -1,0 +1,294 @@
+#include "app/application.h"
+
+#include <gtest/gtest.h>
+
+#include "app/messages.h"
+#include "hosts/headless/headless_host.h"
+#include "resources/ids.h"
+#include "settings/registry_access.h"
+
+namespace orvello {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct ApplicationTest : testing::Test {
+  void start(StartOptions options = {}) {
+    device.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
+    application = std::make_unique<Application>(device.host(), std::move(options));
+    result = application->start_up();
+  }
+
+  // A one-hour appointment on a day of November 2026.
+  void add(int day, int hour, TextView subject, TextView categories = u"") {
+    AppointmentRecord record;
+    record.fields.subject = subject;
+    record.fields.categories = categories;
+    record.start = (static_cast<std::int64_t>(day_number(2026, 11, day)) * 24 + hour) * 3600;
+    record.end = record.start + 3600;
+    record.fields.start = to_calendar_date(record.start);
+    record.fields.end = to_calendar_date(record.end);
+    ASSERT_GT(device.store.put(record), 0);
+  }
+
+  void add_profile(TextView name, TextView label) {
+    ListSelection selection{{Text(label)}, {0}};
+    saveProfileInfoToDatabase({device.databases, device.boxes, device.files},
+                              Text(kProfilePrefix) + Text(name), selection);
+  }
+
+  ViewMode mode() const { return application->state().view_mode; }
+  MonthDayYear shown() const { return application->state().current; }
+  bool idle() { return application->worker().wait_until_idle(20s); }
+  int drawings() {
+    EXPECT_TRUE(idle());
+    return device.surfaces.published;
+  }
+
+  HeadlessHost device;
+  std::unique_ptr<Application> application;
+  StartResult result = StartResult::no_window;
+};
+
+TEST_F(ApplicationTest, StartsInTheMonthViewWithEverythingInPlace) {
+  start();
+  EXPECT_EQ(result, StartResult::running);
+  EXPECT_EQ(mode(), ViewMode::month);
+  EXPECT_EQ(shown(), (MonthDayYear{11, 21, 2026}));
+  EXPECT_EQ(device.dialogs.modeless, nullptr);
+  EXPECT_TRUE(device.window.shown());
+  EXPECT_TRUE(device.menu_bar.checked(kCommandMonthView));
+  EXPECT_TRUE(application->session().logged_on());
+  EXPECT_EQ(device.window.timers().count(kTimerDayChange), 1u);
+  EXPECT_EQ(device.window.wait_cursors(), 0);
+  EXPECT_GE(drawings(), 1);
+  EXPECT_TRUE(device.boxes.shown.empty());
+  // The view, the gap and the menu bar share the work area.
+  const ScreenLayout& layout = application->state().layout;
+  EXPECT_EQ(layout.work.width, 240);
+  EXPECT_EQ(layout.work.height + device.menu_bar.height() + 2, 320);
+  EXPECT_EQ(layout.header_height, 49);
+  device.window.paint();
+  EXPECT_EQ(device.window.copied_size(), layout.work);
+}
+
+TEST_F(ApplicationTest, ASecondLaunchOnlyBringsTheFirstForward) {
+  device.window.other_instance = true;
+  start();
+  EXPECT_EQ(result, StartResult::other_instance);
+  EXPECT_TRUE(device.window.other_was_activated());
+  EXPECT_FALSE(device.window.exists());
+}
+
+TEST_F(ApplicationTest, WithoutAWindowThereIsNoProgram) {
+  device.window.fail_creation = true;
+  start();
+  EXPECT_EQ(result, StartResult::no_window);
+}
+
+TEST_F(ApplicationTest, SurvivesMissingInkAndAStoreThatCannotBeOpened) {
+  device.input.missing = {u"inkx.dll"};
+  device.store.faults.logon = true;
+  start();
+  EXPECT_EQ(result, StartResult::running);
+  ASSERT_EQ(device.boxes.shown.size(), 2u);
+  EXPECT_EQ(device.boxes.shown[0].text, u"Unable to load inkx.dll");
+  EXPECT_EQ(device.boxes.shown[0].icon, BoxIcon::warning);
+  EXPECT_TRUE(starts_with(device.boxes.shown[1].text, u"Failure to logon to app object."));
+  EXPECT_GE(drawings(), 1);  // an empty month
+}
+
+TEST_F(ApplicationTest, StartModeChoosesTheViewAndOptionsOverrideIt) {
+  EnsureSettingsKey(device.registry);
+  WriteNumberSetting(device.registry, u"startmode", 0);
+  add(21, 9, u"Dentist");
+  start();
+  EXPECT_EQ(mode(), ViewMode::day);
+  ASSERT_NE(device.dialogs.modeless, nullptr);
+  EXPECT_EQ(device.dialogs.modeless->controls[kControlDayList].rows.size(), 1u);
+
+  StartOptions options;
+  options.view = 2;
+  options.date = {3, 5, 2031};
+  start(options);
+  EXPECT_EQ(mode(), ViewMode::year);
+  EXPECT_EQ(shown(), (MonthDayYear{3, 5, 2031}));
+
+  WriteNumberSetting(device.registry, u"startmode", 7);
+  start();
+  EXPECT_EQ(mode(), ViewMode::none_yet);
+  device.window.send({kMessageRefresh, 0, {}, 0});  // acknowledged and ignored
+  device.window.command(kCommandMonthView);
+  EXPECT_EQ(mode(), ViewMode::month);
+}
+
+TEST_F(ApplicationTest, ViewCommandsDoNothingInTheirOwnView) {
+  start();
+  const int before = drawings();
+  device.window.command(kCommandMonthView);
+  EXPECT_EQ(drawings(), before);
+  device.window.command(kCommandDayView);
+  HeadlessDialog* day = device.dialogs.modeless;
+  ASSERT_NE(day, nullptr);
+  device.window.command(kCommandDayView);
+  EXPECT_EQ(device.dialogs.modeless, day);
+  device.window.command(kCommandYearView);
+  EXPECT_EQ(device.dialogs.modeless, nullptr);
+  EXPECT_EQ(mode(), ViewMode::year);
+  EXPECT_FALSE(device.menu_bar.checked(kCommandMonthView));
+  EXPECT_TRUE(device.menu_bar.checked(kCommandYearView));
+}
+
+TEST_F(ApplicationTest, KeysAndWheelTurnTheMonth) {
+  start();
+  device.window.key(kKeyRight);
+  EXPECT_EQ(shown(), (MonthDayYear{12, 21, 2026}));
+  device.window.key(kKeyPageDown);
+  EXPECT_EQ(shown(), (MonthDayYear{1, 21, 2027}));
+  device.window.key(kKeyUp);
+  EXPECT_EQ(shown(), (MonthDayYear{1, 21, 2026}));
+  device.window.key(kKeyHome);
+  EXPECT_EQ(shown(), (MonthDayYear{11, 21, 2026}));
+  device.window.wheel({100, 100}, 1);
+  EXPECT_EQ(shown(), (MonthDayYear{10, 21, 2026}));
+  application->set_current_date({1, 31, 2026});
+  device.window.key(kKeyRight);
+  EXPECT_EQ(shown(), (MonthDayYear{2, 28, 2026}));  // never a day that the month lacks
+}
+
+TEST_F(ApplicationTest, MidnightMovesTheMarkOfTodayInTheMonthViewOnly) {
+  start();
+  const int before = drawings();
+  EXPECT_TRUE(device.window.fire_timer(kTimerDayChange));
+  EXPECT_EQ(drawings(), before);  // the same day
+  device.clock.set({2026, 11, 0, 22, 0, 0, 10, 0});
+  device.window.fire_timer(kTimerDayChange);
+  EXPECT_EQ(application->state().today, (MonthDayYear{11, 22, 2026}));
+  EXPECT_EQ(drawings(), before + 1);
+  device.window.command(kCommandDayView);
+  device.clock.set({2026, 11, 0, 23, 0, 0, 10, 0});
+  device.window.fire_timer(kTimerDayChange);
+  EXPECT_EQ(drawings(), before + 1);
+}
+
+TEST_F(ApplicationTest, ChangesInTheStoreReachTheView) {
+  start();
+  const int before = drawings();
+  add(3, 9, u"New");
+  device.store.poll();
+  EXPECT_GT(device.window.pump(), 0);
+  EXPECT_EQ(drawings(), before + 1);
+  device.window.command(kCommandDayView);
+  application->set_current_date({11, 3, 2026});
+  device.window.send({kItemChangedRemote, 0, {}, 0});
+  EXPECT_EQ(device.dialogs.modeless->controls[kControlDayList].rows,
+            (std::vector<Text>{u"9:00a-10:00a  New"}));
+}
+
+TEST_F(ApplicationTest, ReconnectOpensTheSessionAgain) {
+  start();
+  const int before = device.store.applications_created;
+  device.window.send({kMessageReconnect, 0, {}, 0});
+  EXPECT_EQ(device.store.applications_created, before + 1);
+  EXPECT_TRUE(application->session().logged_on());
+  EXPECT_EQ(device.dialogs.opened.size(), 0u);  // no day list in the Month view
+}
+
+TEST_F(ApplicationTest, RotationLaysOutAnewAndKeepsTheView) {
+  StartOptions options;
+  options.view = 2;
+  start(options);
+  const std::size_t surfaces = device.surfaces.sizes.size();
+  ScreenInfo screen = HeadlessWindow::default_screen();
+  screen.resolution = {320, 240};
+  screen.work_area = {0, 0, 320, 240};
+  device.window.rotate(screen);
+  EXPECT_EQ(mode(), ViewMode::year);
+  EXPECT_TRUE(application->state().landscape);
+  EXPECT_EQ(application->state().layout.work.width, 320);
+  EXPECT_EQ(device.surfaces.sizes.size(), surfaces + 1);
+  EXPECT_EQ(device.surfaces.sizes.back(), application->state().layout.work);
+}
+
+TEST_F(ApplicationTest, TheMenuBarComesAndGoesWithActivation) {
+  start();
+  device.window.set_active(false);
+  EXPECT_FALSE(device.menu_bar.exists());
+  device.window.set_active(true);
+  EXPECT_TRUE(device.menu_bar.exists());
+  EXPECT_TRUE(device.menu_bar.checked(kCommandMonthView));
+  device.window.set_active(true);
+  EXPECT_EQ(device.menu_bar.creations, 2);
+}
+
+TEST_F(ApplicationTest, ProfilesFilterAndAreRemembered) {
+  add_profile(u"Work", u"Work");
+  add_profile(u"Home", u"Home");
+  add(21, 9, u"Meeting", u"Work");
+  add(21, 11, u"Gardening", u"Home");
+  StartOptions options;
+  options.view = 0;
+  start(options);
+  EXPECT_EQ(application->state().profile_count, 2);
+  const auto rows = [this] { return device.dialogs.modeless->controls[kControlDayList].rows; };
+  EXPECT_EQ(rows().size(), 2u);
+  device.window.command(kCommandFirstProfile + 2);
+  EXPECT_EQ(rows(), (std::vector<Text>{u"11:00a-12:00p  Gardening"}));
+  Text name;
+  ReadTextSetting(device.registry, u"activeprofilename", name);
+  EXPECT_EQ(name, u"Home");
+  const auto& menu = device.menu_bar.menu(kCommandProfileMenu);
+  ASSERT_EQ(menu.size(), 4u);
+  EXPECT_FALSE(menu[0].checked);
+  EXPECT_TRUE(menu[3].checked);
+  device.window.command(kCommandFirstProfile + 3);  // one past the last
+  EXPECT_EQ(rows().size(), 1u);
+  device.window.command(kCommandFirstProfile);
+  EXPECT_EQ(rows().size(), 2u);
+}
+
+TEST_F(ApplicationTest, CommandsWithoutAFormAreGreyed) {
+  start();
+  EXPECT_FALSE(device.menu_bar.enabled(kCommandNew));
+  std::vector<std::int32_t> edited;
+  StartOptions options;
+  options.edit_appointment = [&](std::int32_t oid, bool) { edited.push_back(oid); };
+  start(options);
+  EXPECT_TRUE(device.menu_bar.enabled(kCommandNew));
+  application->state().appointment_to_edit = 12;
+  device.window.command(kCommandNew);
+  device.window.command(kCommandNew);
+  EXPECT_EQ(edited, (std::vector<std::int32_t>{12, 0}));
+  EXPECT_EQ(device.input.panel_hides, 2);
+}
+
+TEST_F(ApplicationTest, ClosingLetsGoOfEverything) {
+  start();
+  device.window.command(kCommandExit);
+  EXPECT_TRUE(device.window.quit());
+  EXPECT_EQ(device.window.quit_code(), 0);
+  EXPECT_TRUE(device.window.timers().empty());
+  EXPECT_TRUE(device.input.loaded.empty());
+  EXPECT_FALSE(device.menu_bar.exists());
+  EXPECT_EQ(device.store.initialized, 0);
+  EXPECT_TRUE(device.databases.nothing_open());
+}
+
+TEST(DayParameter, NamesDaysOfTheNeighbouringMonths) {
+  EXPECT_EQ(date_of_day_parameter(17, 3, 2026), (MonthDayYear{3, 17, 2026}));
+  EXPECT_EQ(date_of_day_parameter(105, 3, 2026), (MonthDayYear{4, 5, 2026}));
+  EXPECT_EQ(date_of_day_parameter(128, 3, 2026), (MonthDayYear{2, 28, 2026}));
+  EXPECT_EQ(date_of_day_parameter(103, 12, 2026), (MonthDayYear{1, 3, 2027}));
+  EXPECT_EQ(date_of_day_parameter(131, 1, 2026), (MonthDayYear{12, 31, 2025}));
+}
+
+TEST(Screen, GenerationComesFromTheVersion) {
+  EXPECT_EQ(platform_generation(3, 0), 1);
+  EXPECT_EQ(platform_generation(4, 19), 0);
+  EXPECT_EQ(platform_generation(4, 20), 2);
+  EXPECT_EQ(platform_generation(5, 1), 3);
+  EXPECT_EQ(platform_generation(6, 0), 0);
+}
+
+}  // namespace
+}  // namespace orvello
