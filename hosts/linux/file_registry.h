@@ -1,0 +1,42 @@
+// The registry as one text file. What is set is held until a flush, which takes a lock, reads the
+// file again, puts the changes in and replaces it whole: other processes' values survive, and a
+// reader finds the old file or the new one.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hosts/linux/registry_text.h"
+
+namespace orvello {
+
+class FileRegistry : public Registry {
+ public:
+  explicit FileRegistry(std::string path) : path_(std::move(path)) {}
+  ~FileRegistry() override;  // writes what was not flushed
+  FileRegistry(const FileRegistry&) = delete;
+  FileRegistry& operator=(const FileRegistry&) = delete;
+
+  std::unique_ptr<RegistryKey> open(RegistryRoot root, TextView path) override;
+  std::unique_ptr<RegistryKey> create(RegistryRoot root, TextView path) override;
+
+ private:
+  class Key;
+  struct Change {
+    RegistryRoot root;
+    Text path;
+    std::optional<Text> name;  // nothing: the key itself
+    RegistryValue value;
+  };
+  void apply_changes(RegistryText& text) const;
+  const RegistryText& current();
+  bool set(Change change);
+  bool flush();
+
+  std::string path_;
+  std::vector<Change> changes_;  // not written yet
+  RegistryText text_;            // the file as last read, with the changes
+  std::string stamp_;            // tells whether the file is another one now
+};
+
+}  // namespace orvello
