@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/calendar/rule_case_file.h"
+#include "tests/calendar/rule_random.h"
+
+namespace orvello {
+namespace {
+
+constexpr LocalSeconds kDay = kSecondsPerDay;
+
+LocalSeconds at(const char* text) { return parse_moment(text).value(); }
+
+std::vector<LocalSeconds> between(const Rule& rule, LocalSeconds start, LocalSeconds from,
+                                  LocalSeconds to) {
+  std::vector<LocalSeconds> found;
+  append_instances(rule, start, from, to, found);
+  return found;
+}
+
+TEST(RuleInstances, AreThoseOfTheCases) {
+  const auto cases = read_rule_cases();
+  ASSERT_GT(cases.size(), 80u);
+  for (const RuleCase& one : cases) {
+    SCOPED_TRACE(one.line);
+    const auto last = one.expected.back();
+    EXPECT_EQ(moments_text(between(one.rule, one.start, one.start, last + 1)),
+              moments_text(one.expected));
+    const auto end = last_instance(one.rule, one.start);
+    if (one.ends) {
+      ASSERT_TRUE(end);
+      EXPECT_EQ(moment_text(*end), moment_text(last));
+      EXPECT_EQ(between(one.rule, one.start, last + 1, at("21000101")).size(), 0u);
+    } else if (!one.rule.until) {
+      EXPECT_FALSE(end);
+    }
+  }
+}
+
+// A span found by a jump holds what a walk from the start finds there, with COUNT and UNTIL too.
+TEST(RuleInstances, OfASpanAreThoseOfTheWholeSeries) {
+  RandomRules random(20261121);
+  for (int round = 0; round < 700; ++round) {
+    const auto frequency = kAllFrequencies[round % 7];
+    Rule rule = random.rule(frequency);
+    if (frequency < Frequency::hourly) rule.interval *= 997;  // keeps the walk short
+    const auto start = random.start();
+    if (random.chance(30)) rule.count = random.number(1, 60);
+    const LocalSeconds length = frequency < Frequency::daily ? 60 * kDay : 9 * 366 * kDay;
+    const auto whole = between(rule, start, start, start + length);
+    SCOPED_TRACE(moment_text(start) + " " + rule_text(rule));
+    ASSERT_EQ(whole.front(), start);
+    ASSERT_TRUE(std::is_sorted(whole.begin(), whole.end(), std::less_equal<>()));
+    for (int span = 0; span < 5; ++span) {
+      const auto from = start + random.number(-1000, static_cast<int>(length / 70)) * 60LL;
+      const LocalSeconds to =
+          std::min<LocalSeconds>(from + random.number(1, 60 * 1440) * 60LL, start + length);
+      std::vector<LocalSeconds> filtered;
+      for (auto moment : whole)
+        if (moment >= from && moment < to) filtered.push_back(moment);
+      EXPECT_EQ(moments_text(between(rule, start, from, to)), moments_text(filtered));
+    }
+    // Ending the series at its middle instance makes that the last.
+    if (rule.count > 0) continue;
+    const auto middle = whole[whole.size() / 2];
+    rule.until = middle + 1;
+    EXPECT_EQ(last_instance(rule, start), middle);
+    EXPECT_EQ(between(rule, start, start, start + length).size(), whole.size() / 2 + 1);
+  }
+}
+
+// A count ends at the same instance whether it is multiplied out or walked: BYHOUR with the
+// start's own hour changes nothing but keeps a rule from being plain.
+TEST(RuleInstances, CountEndsPlainAndOtherRulesAlike) {
+  RandomRules random(7);
+  for (int round = 0; round < 700; ++round) {
+    Rule rule = random.rule(kAllFrequencies[3 + round % 4]);
+    const auto start = random.start();
+    rule.by_hour.clear();
+    rule.by_minute.clear();
+    rule.count = random.number(1, 90);
+    Rule walked = rule;
+    walked.by_hour = {static_cast<int>((start % kDay + kDay) % kDay / 3600)};
+    SCOPED_TRACE(moment_text(start) + " " + rule_text(rule));
+    EXPECT_EQ(last_instance(rule, start), last_instance(walked, start));
+    EXPECT_EQ(between(rule, start, start, start + 3000 * kDay),
+              between(walked, start, start, start + 3000 * kDay));
+  }
+}
+
+TEST(RuleInstances, KeepWithinTheYearsOfTheCalendar) {
+  const Rule yearly = *parse_rule("FREQ=YEARLY");
+  const auto start = at("44990315T100000");
+  EXPECT_EQ(between(yearly, start, start, start + 9999 * kDay).size(), 2u);
+  const Rule long_ago = *parse_rule("FREQ=YEARLY;BYMONTH=3;BYDAY=-1SU");  // as zone files begin
+  const auto found = between(long_ago, at("00010101T020000"), at("20260101"), at("20270101"));
+  EXPECT_EQ(moments_text(found), "20260329T020000 ");
+  // Absurd numbers neither overflow nor hang.
+  for (const char* text :
+       {"FREQ=YEARLY;INTERVAL=2147483647", "FREQ=DAILY;INTERVAL=2147483647;COUNT=2147483647",
+        "FREQ=MONTHLY;INTERVAL=2147483647;BYDAY=MO", "FREQ=HOURLY;INTERVAL=2147483647;BYMONTH=5",
+        "FREQ=SECONDLY;BYSECOND=1;COUNT=2147483647", "FREQ=WEEKLY;COUNT=2147483647"}) {
+    SCOPED_TRACE(text);
+    const Rule rule = *parse_rule(text);
+    EXPECT_EQ(between(rule, start, start, start + 1).size(), 1u);
+    last_instance(rule, start);
+  }
+  EXPECT_EQ(between(yearly, INT64_MAX / 2, INT64_MIN / 2, INT64_MAX).size(), 1u);
+}
+
+TEST(RecurrenceSet, UnitesRulesAndDatesAndTakesTheExcludedAway) {
+  RecurrenceSet set;
+  set.start = at("20260105T090000");  // a Monday
+  set.rules = {*parse_rule("FREQ=WEEKLY;COUNT=4"), *parse_rule("FREQ=MONTHLY;COUNT=2")};
+  set.dates = {at("20260107T090000"), at("20260112T090000"), at("20260301T100000")};
+  const auto all = [&] {
+    std::vector<LocalSeconds> found{-1};  // what is there already stays
+    append_instances(set, at("20260101"), at("20270101"), found);
+    EXPECT_EQ(found.front(), -1);
+    found.erase(found.begin());
+    return moments_text(found);
+  };
+  EXPECT_EQ(all(),
+            "20260105T090000 20260107T090000 20260112T090000 20260119T090000 20260126T090000 "
+            "20260205T090000 20260301T100000 ");
+  EXPECT_EQ(last_instance(set), at("20260301T100000"));
+  set.excluded_dates = {at("20260105T090000"), at("20260301T100000")};
+  set.excluded_rules = {*parse_rule("FREQ=WEEKLY;INTERVAL=2"), *parse_rule("FREQ=DAILY;COUNT=2")};
+  EXPECT_EQ(all(), "20260107T090000 20260112T090000 20260126T090000 20260205T090000 ");
+  EXPECT_EQ(last_instance(set), at("20260205T090000"));
+  // An excluding rule that the start does not suit leaves the start alone.
+  set.excluded_dates.clear();
+  set.excluded_rules = {*parse_rule("FREQ=WEEKLY;BYDAY=WE")};
+  EXPECT_EQ(all().substr(0, 31), "20260105T090000 20260112T090000");
+  set.rules.push_back(*parse_rule("FREQ=DAILY"));
+  EXPECT_FALSE(last_instance(set));
+}
+
+}  // namespace
+}  // namespace orvello
