@@ -113,8 +113,7 @@ bool is_day_kind(int mask) {
 // Whether weeks that begin on `week_start` group these days otherwise than weeks from Monday do.
 bool week_start_matters(int mask, int week_start) {
   int before = 0;  // from Monday to the day before week_start
-  for (int day = 1; day != week_start && day < 8; ++day) before |= 1 << day % 7;
-  if (week_start == 1) return false;
+  for (int day = 1; day % 7 != week_start; ++day) before |= 1 << day % 7;
   return (mask & before) != 0 && (mask & ~before) != 0;
 }
 
@@ -223,6 +222,7 @@ LocalSeconds pattern_start(const RecurrencePattern& pattern) {
   if (pattern.type == RecurrenceType::daily || named < kFirstRuleSecond || named >= kEndOfRules)
     return named;
   PlainSeries series = series_around(dense, named);
+  if (suits(series, day)) return named;
   series.start = named - kSecondsPerDay;  // so that `named` itself is a later instance
   std::vector<LocalSeconds> found;
   append_series(series, named, named + 370 * kSecondsPerDay, found);

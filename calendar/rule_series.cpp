@@ -183,9 +183,26 @@ PlainSeries plain_series(const Rule& rule, LocalSeconds start) {
   return series;
 }
 
+bool suits(const PlainSeries& series, std::int64_t day) {
+  if (series.kind == PlainSeries::Kind::weeks) {
+    const auto weeks =
+        (week_of(day, series.week_start) - week_of(day_of(series.start), series.week_start)) / 7;
+    return (series.mask >> weekday_of(day) & 1) && weeks % series.step == 0;
+  }
+  const auto month = month_index(day);
+  const auto first = first_of_month(month);
+  return (month - series.first_month) % series.step == 0 &&
+         chosen_day(series, month, first) == 1u << (day - first);
+}
+
 LocalSeconds counted_end(const PlainSeries& series) {
   const std::int64_t left = series.count - 1;
   if (left <= 0) return series.start;
+  // So many that their end lies past the calendar (and perhaps past the integers): a week has at
+  // most seven instances, and the calendar fewer than kMostDays days.
+  constexpr std::int64_t kMostDays = 1'700'000;
+  const std::int64_t shortest = series.kind == PlainSeries::Kind::steps ? kSecondsPerDay : 1;
+  if (left / 7 > kMostDays * shortest / series.step) return kEndOfRules;
   if (series.kind == PlainSeries::Kind::steps) return series.start + left * series.step;
   if (series.kind == PlainSeries::Kind::weeks) return end_of_weeks(series, left);
   return end_of_months(series, left);
