@@ -1,0 +1,93 @@
+// Where everything of the Month view stands, and what a point on it means: sizes in, rectangles
+// out.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "calendar/dates.h"
+#include "calendar/month_grid_range.h"
+#include "draw/screen_layout.h"
+
+namespace orvello {
+
+// A cell holds at most six icons, three to a row, from its bottom right corner leftwards.
+inline constexpr int kIconsInCell = 6;
+
+struct MonthLayoutInput {
+  int month = 1;
+  int year = 2000;
+  int showdays = 0;
+  int firstdayofweek = 0;
+  bool icons = false;  // leave room for them
+  int icon_cell = 9;
+  bool bars = false;
+};
+
+struct MonthCell {
+  int row = 0;
+  int column = 0;
+  Rect box;    // what a tap on the day hits
+  Rect frame;  // with the lines that it shares with its right and lower neighbours
+  Rect number;
+  MonthDayYear date;
+  bool off_month = false;
+  bool drawn = true;  // the neighbouring months' days appear only with showdays
+};
+
+// Where the time indicator bars stand, measured from a cell's top left corner: the whole day runs
+// from the left to the right edge. All-day appointments lie at the bottom, three lanes above them.
+struct BarBand {
+  int left = 0;
+  int width = 0;
+  int all_day_top = 0;
+  int all_day_height = 0;
+  int lanes_bottom = 0;  // below lane 0; lanes grow upwards
+  int lane_pitch = 0;
+  int lane_height = 0;
+};
+inline constexpr int kBarLanes = 3;
+
+struct MonthSnapshot;
+
+struct MonthLayout {
+  MonthLayout() = default;
+  MonthLayout(const ScreenLayout& screen, const MonthLayoutInput& input);
+  explicit MonthLayout(const MonthSnapshot& snapshot);
+
+  ScreenLayout screen;
+  MonthGrid grid;
+  int month = 0;
+  int year = 0;
+
+  Rect strip;
+  std::array<Rect, 12> months;
+  int underline_y = 0;  // the middle of the line under the shown month's name
+  Rect title_band;
+  Rect title;
+  Rect previous_year, next_year;  // the texts' boxes
+  Rect previous_tap, next_tap;
+  std::array<Rect, 7> day_names;
+  int grid_top = 0;
+  FontSpec number_font, week_number_font;
+  std::vector<MonthCell> cells;    // row by row
+  std::vector<Rect> week_numbers;  // one a row
+  Size icon;
+  BarBand bars;
+};
+
+// The place of a cell's n-th icon, n from 1 to kIconsInCell.
+Point month_icon_place(const MonthLayout& layout, int row, int column, int n);
+
+struct MonthHit {
+  enum class Kind { none, month, previous_year, next_year, title, day };
+  Kind kind = Kind::none;
+  int month = 0;  // 1-12, of the strip
+  int row = 0;    // of a day
+  int column = 0;
+  MonthDayYear date;
+  bool off_month = false;
+};
+MonthHit hit_month(const MonthLayout& layout, Point point);
+
+}  // namespace orvello

@@ -1,0 +1,99 @@
+#include "views/month_snapshot.h"
+
+#include "resources/bitmaps.h"
+#include "settings/profiles.h"
+
+namespace orvello {
+
+namespace {
+
+Image cut_icon(const Image& strip, int index, int side) {
+  Image icon{side, side, {}};
+  if (index < 0 || (index + 1) * side > strip.width || side > strip.height) return {};
+  icon.pixels.reserve(static_cast<std::size_t>(side) * side);
+  for (int y = 0; y < side; ++y)
+    for (int x = 0; x < side; ++x) icon.pixels.push_back(strip.at(index * side + x, y));
+  return icon;
+}
+
+// Icon numbers run through the built-in strip and then through the user's.
+Image icon_picture(const SettingsRecord& settings, int number) {
+  if (number < 0) return {};
+  if (number < settings.builtin_icon_count)
+    return cut_icon(settings.builtin_icons, number, settings.icon_cell);
+  if (!settings.has_user_icons) return {};
+  return cut_icon(settings.user_icons, number - settings.builtin_icon_count, settings.icon_cell);
+}
+
+void copy_icons(MonthSnapshot& snapshot, const SettingsRecord& settings) {
+  for (int slot = 0; slot < kDisplayIconSlots; ++slot) {
+    const Text& label = settings.displayiconstring[slot];
+    if (label.empty()) continue;  // no category has an empty name
+    snapshot.icons.push_back({label, icon_picture(settings, settings.displayicon[slot])});
+  }
+}
+
+}  // namespace
+
+MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
+                                           const ScreenLayout& screen, int month, int year,
+                                           const MonthDayYear& today, int generation) {
+  MonthSnapshot snapshot;
+  snapshot.screen = screen;
+  snapshot.layout = {month,
+                     year,
+                     settings.showdays,
+                     settings.firstdayofweek,
+                     settings.showholiday == 1,
+                     settings.icon_cell,
+                     settings.showindicator == 1};
+  snapshot.today = today;
+  snapshot.generation = generation;
+  snapshot.calendarcolorstyle = settings.calendarcolorstyle;
+  snapshot.coloroffdays = settings.coloroffdays;
+  snapshot.showindicator = settings.showindicator;
+  snapshot.showfree = settings.showfree;
+  snapshot.showholiday = settings.showholiday;
+  snapshot.usecategorycolorforbar = settings.usecategorycolorforbar;
+  snapshot.weeks = {settings.weeknumberformat, settings.firstdayofweek, settings.weekstartmonth,
+                    settings.weekstartday};
+  snapshot.colors = settings.item_colors;
+  snapshot.strip_names = settings.locale.short_month_names;
+  snapshot.title_name = settings.month_names[month - 1];
+  for (int column = 0; column < 7; ++column)
+    snapshot.day_names[column] =
+        DayNameForColumn(column, true, settings.firstdayofweek, settings.locale);
+  snapshot.previous_arrow =
+      load_bitmap(screen.low_resolution ? kBitmapPreviousLow : kBitmapPreviousHigh);
+  snapshot.next_arrow = load_bitmap(screen.low_resolution ? kBitmapNextLow : kBitmapNextHigh);
+  snapshot.category_colors = settings.category_props;
+  if (settings.showholiday == 1) copy_icons(snapshot, settings);
+  return snapshot;
+}
+
+MonthSnapshot take_month_snapshot(const ItemsSource& source, const SettingsRecord& settings,
+                                  const ScreenLayout& screen, int month, int year,
+                                  const MonthDayYear& today, int generation) {
+  MonthSnapshot snapshot =
+      month_snapshot_without_items(settings, screen, month, year, today, generation);
+  if (settings.showindicator != 1 && settings.showholiday != 1) return snapshot;
+  const MonthGrid grid = MonthGridRange(month, year, settings.showdays, settings.firstdayofweek);
+  // The whole categories text is compared with the profile's labels: an appointment in several
+  // categories passes only a profile that names just these.
+  snapshot.items = fetch_period(source, grid, [&](TextView categories) {
+    return profileAllowsCategory(settings, categories);
+  });
+  return snapshot;
+}
+
+MonthSnapshot take_month_snapshot(StoreSession& session, const SettingsRecord& settings,
+                                  const ScreenLayout& screen, int month, int year,
+                                  const MonthDayYear& today, int generation) {
+  return take_month_snapshot([&] { return session.CalendarItems(); }, settings, screen, month, year,
+                             today, generation);
+}
+
+MonthLayout::MonthLayout(const MonthSnapshot& snapshot)
+    : MonthLayout(snapshot.screen, snapshot.layout) {}
+
+}  // namespace orvello

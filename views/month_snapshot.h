@@ -1,0 +1,62 @@
+// Everything one drawing of the Month view needs, as a value: taken on the user-interface thread,
+// drawn from on the drawing worker while settings and appointments change underneath.
+#pragma once
+
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "base/image.h"
+#include "calendar/week_numbers.h"
+#include "draw/screen_layout.h"
+#include "settings/settings_record.h"
+#include "store/store_session.h"
+#include "views/month_layout.h"
+#include "views/period_query.h"
+
+namespace orvello {
+
+// An icon slot that has a label, and its picture; empty for an icon number past the strips.
+struct MonthIconSlot {
+  Text label;
+  Image picture;
+};
+
+struct MonthSnapshot {
+  ScreenLayout screen;
+  MonthLayoutInput layout;  // with the month and year shown
+  MonthDayYear today;
+  int generation = 0;  // of the platform
+
+  int calendarcolorstyle = 0;
+  int coloroffdays = 0;
+  int showindicator = 0;
+  int showfree = 1;
+  int showholiday = 0;
+  int usecategorycolorforbar = 0;
+  WeekNumberSettings weeks;
+  ItemColors colors{};
+
+  std::array<Text, 12> strip_names;
+  Text title_name;
+  std::array<Text, 7> day_names;  // by column
+  Image previous_arrow, next_arrow;
+  std::vector<MonthIconSlot> icons;           // in slot order
+  std::vector<CategoryProp> category_colors;  // of all labels that have one
+  std::vector<PeriodItem> items;              // empty when no pass wants them
+};
+
+// All but the appointments.
+MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
+                                           const ScreenLayout& screen, int month, int year,
+                                           const MonthDayYear& today, int generation);
+
+// With the appointments of the grid's span, where a setting wants them drawn.
+MonthSnapshot take_month_snapshot(const ItemsSource& source, const SettingsRecord& settings,
+                                  const ScreenLayout& screen, int month, int year,
+                                  const MonthDayYear& today, int generation = 0);
+MonthSnapshot take_month_snapshot(StoreSession& session, const SettingsRecord& settings,
+                                  const ScreenLayout& screen, int month, int year,
+                                  const MonthDayYear& today, int generation = 0);
+
+}  // namespace orvello

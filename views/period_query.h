@@ -1,0 +1,43 @@
+// The appointments of a span of days, as the store's period queries return them. User-interface
+// thread; the answer is a value that a drawing keeps for itself.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "calendar/month_grid_range.h"
+#include "ports/calendar_store.h"
+
+namespace orvello {
+
+struct PeriodItem {
+  CalendarDate start = 0;
+  CalendarDate end = 0;
+  std::shared_ptr<const AppointmentSummary> summary;
+  bool passes_profile = true;
+};
+
+// A fresh collection of the calendar folder's items; null when the store gives none.
+using ItemsSource = std::function<std::unique_ptr<StoreItems>()>;
+// Whether the active profile shows appointments with this categories text.
+using ProfileTest = std::function<bool(TextView categories)>;
+
+// The three texts in their order: what reaches into the leading days, the month, what follows it.
+std::array<Text, 3> period_restrictions(const MonthGrid& grid);
+
+// In the order of the restrictions, each sorted by start; an item that several of them select is
+// there once. A query that fails contributes nothing.
+std::vector<PeriodItem> fetch_period(const ItemsSource& source, const MonthGrid& grid,
+                                     const ProfileTest& passes);
+
+// The whole days, as offsets from the grid's first, that an item covers there: from `first` to
+// `last`, empty when first > last. On generation 3 all-day items end at the next midnight.
+struct CellSpan {
+  int first = 0;
+  int last = -1;
+};
+CellSpan cells_of(const PeriodItem& item, const MonthGrid& grid, int generation);
+
+}  // namespace orvello
