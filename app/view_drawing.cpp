@@ -1,5 +1,7 @@
 // Snapshots for the drawing worker, and the pen and keys of the Month view.
 
+#include <algorithm>
+
 #include "app/application.h"
 #include "app/messages.h"
 #include "calendar/month_grid_range.h"
@@ -27,9 +29,11 @@ void Application::request_redraw() {
 }
 
 ViewDrawing Application::month_drawing() {
-  auto snapshot = std::make_shared<const MonthSnapshot>(take_month_snapshot(
-      session_, settings_, state_.layout, state_.current.month, state_.current.year, state_.today));
+  auto snapshot = std::make_shared<const MonthSnapshot>(
+      take_month_snapshot(session_, settings_, state_.layout, state_.current.month,
+                          state_.current.year, state_.today, state_.platform_generation));
   month_layout_ = MonthLayout(*snapshot);
+  month_pointer_.set_view(state_.layout.work.width, state_.dpi_x);
   return [snapshot](Canvas& canvas, const std::atomic<int>& draw_state,
                     const std::function<void()>& progress) {
     return DrawMonthView(*snapshot, canvas, draw_state, progress);
@@ -95,6 +99,26 @@ bool Application::on_key_down(const Message& message) {
     default:
       return false;
   }
+}
+
+MonthTarget Application::month_target(Point point) const {
+  const MonthHit hit = hit_month(month_layout_, point);
+  using Kind = MonthTarget::Kind;
+  switch (hit.kind) {
+    case MonthHit::Kind::month:
+      return {Kind::strip_month, hit.month, {}};
+    case MonthHit::Kind::previous_year:
+      return {Kind::previous_year, 0, {}};
+    case MonthHit::Kind::next_year:
+      return {Kind::next_year, 0, {}};
+    case MonthHit::Kind::title:
+      return {Kind::title, 0, {}};
+    case MonthHit::Kind::day:
+      return {Kind::day, 0, hit.date};
+    case MonthHit::Kind::none:
+      break;
+  }
+  return {};
 }
 
 bool Application::on_pointer(const Message& message) {

@@ -1,20 +1,20 @@
 // What a host gives the application: one reference a port.
 #pragma once
 
-namespace orvello {
+#include "ports/calendar_store.h"
+#include "ports/canvas.h"
+#include "ports/clock.h"
+#include "ports/dialogs.h"
+#include "ports/files.h"
+#include "ports/input_methods.h"
+#include "ports/locale.h"
+#include "ports/main_window.h"
+#include "ports/menu_bar.h"
+#include "ports/message_box.h"
+#include "ports/record_databases.h"
+#include "ports/registry.h"
 
-class Clock;
-class Locale;
-class Registry;
-class Files;
-class RecordDatabases;
-class Surfaces;
-class MainWindow;
-class MenuBar;
-class MessageBoxes;
-class Dialogs;
-class CalendarStore;
-class InputMethods;
+namespace orvello {
 
 struct Host {
   Clock& clock;

@@ -40,6 +40,17 @@ struct Opened {
   std::string reason;
 };
 
+// A desktop's month has room for its appointments, and its first user should see them at once: a
+// registry that does not exist yet starts with their bars switched on.
+void prepare_first_start(const Paths& paths) {
+  if (std::ifstream(paths.config + "/registry")) return;
+  FileRegistry registry(paths.config + "/registry");
+  if (!EnsureSettingsKey(registry)) return;
+  WriteNumberSetting(registry, u"showindicator", 1);
+  WriteNumberSetting(registry, u"usecategorycolorforbar", 1);
+  FlushSettings(registry);
+}
+
 bool open_files(const CommandLine& line, Opened& opened) {
   keep_files_private();
   const auto chosen = choose_paths(
@@ -50,6 +61,7 @@ bool open_files(const CommandLine& line, Opened& opened) {
     return false;
   }
   opened.paths = *prepared;
+  prepare_first_start(opened.paths);
   opened.clock = std::make_unique<SystemClock>(fixed_time(line));
   auto store = EmbeddedStore::open(opened.paths.data + "/calendar.db", *opened.clock);
   if (store)
