@@ -79,8 +79,22 @@ PlainSeries series_around(const RecurrencePattern& pattern, LocalSeconds start) 
   return series;
 }
 
+// From the start date, or the nearest day after it that suits, counting every week, month or year.
 PlainSeries series_of(const RecurrencePattern& pattern) {
-  return series_around(pattern, pattern_start(pattern));
+  const LocalSeconds named = whole_day(pattern.pattern_start_date) * kSecondsPerDay +
+                             floor_mod(to_seconds(pattern.start_time), kSecondsPerDay);
+  const PlainSeries series = series_around(pattern, named);
+  if (series.kind == PlainSeries::Kind::steps || named < kFirstRuleSecond || named >= kEndOfRules ||
+      suits(series, day_of(named)))
+    return series;
+  RecurrencePattern dense = pattern;
+  dense.interval = 1;
+  dense.no_end_date = true;
+  PlainSeries search = series_around(dense, named);
+  search.start = named - kSecondsPerDay;  // so that `named` itself is a later instance
+  std::vector<LocalSeconds> found;
+  append_series(search, named, named + 370 * kSecondsPerDay, found);
+  return found.empty() ? series : series_around(pattern, found.front());
 }
 
 void add_weekdays(int mask, int ordinal, Rule& rule) {
@@ -211,23 +225,7 @@ bool times_are_the_starts(const Rule& rule, int time) {
 
 }  // namespace
 
-LocalSeconds pattern_start(const RecurrencePattern& pattern) {
-  const auto day = whole_day(pattern.pattern_start_date);
-  const auto time = floor_mod(to_seconds(pattern.start_time), kSecondsPerDay);
-  const LocalSeconds named = day * kSecondsPerDay + time;
-  // The nearest day that suits, counting every week, month or year.
-  RecurrencePattern dense = pattern;
-  dense.interval = 1;
-  dense.no_end_date = true;
-  if (pattern.type == RecurrenceType::daily || named < kFirstRuleSecond || named >= kEndOfRules)
-    return named;
-  PlainSeries series = series_around(dense, named);
-  if (suits(series, day)) return named;
-  series.start = named - kSecondsPerDay;  // so that `named` itself is a later instance
-  std::vector<LocalSeconds> found;
-  append_series(series, named, named + 370 * kSecondsPerDay, found);
-  return found.empty() ? named : found.front();
-}
+LocalSeconds pattern_start(const RecurrencePattern& pattern) { return series_of(pattern).start; }
 
 Rule rule_from_pattern(const RecurrencePattern& pattern) {
   const auto start_day = day_of(pattern_start(pattern));
