@@ -44,6 +44,8 @@ struct MonthSnapshot {
   std::vector<MonthIconSlot> icons;           // in slot order
   std::vector<CategoryProp> category_colors;  // of all labels that have one
   std::vector<PeriodItem> items;              // empty when no pass wants them
+
+  Color color(ColorSlot slot) const { return colors[static_cast<std::size_t>(slot)]; }
 };
 
 // All but the appointments.

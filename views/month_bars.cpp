@@ -1,0 +1,194 @@
+#include "views/month_bars.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+#include "views/month_icons.h"
+
+namespace orvello {
+
+namespace {
+
+// Without a category's colour a bar says how the time is spent.
+Color busy_color(BusyStatus status) {
+  switch (status) {
+    case BusyStatus::free:
+      return rgb(70, 150, 80);
+    case BusyStatus::tentative:
+      return rgb(112, 158, 214);
+    case BusyStatus::out_of_office:
+      return rgb(136, 68, 156);
+    case BusyStatus::busy:
+      break;
+  }
+  return rgb(32, 74, 156);
+}
+
+// Category colours are chosen as backgrounds; a pale one would vanish as a thin bar on paper.
+Color legible(Color color) {
+  const int light = (red_of(color) * 30 + green_of(color) * 59 + blue_of(color) * 11) / 100;
+  constexpr int kLightest = 165;
+  if (light <= kLightest) return color;
+  const auto darker = [&](int part) { return part * kLightest / light; };
+  return rgb(darker(red_of(color)), darker(green_of(color)), darker(blue_of(color)));
+}
+
+std::uint64_t slot_bits(int first, int last) {
+  return (~std::uint64_t{0} >> (64 - (last - first))) << first;
+}
+
+// Half a minute in slots: dates are fractions of a day and never exact.
+constexpr double kSlack = 1.0 / 60;
+
+int slot_before(CalendarDate date) {
+  return static_cast<int>((date - std::floor(date)) * 48 + kSlack);
+}
+int slot_after(CalendarDate date) {
+  return static_cast<int>(std::ceil((date - std::floor(date)) * 48 - kSlack));
+}
+
+}  // namespace
+
+void MonthBars::add(const PeriodItem& item, const CellSpan& span) {
+  if (!item.passes_profile || span.first > span.last) return;
+  const AppointmentSummary& summary = *item.summary;
+  const bool free = summary.busy_status == BusyStatus::free;
+  if (summary.all_day && free && snapshot_.showfree != 1) return;
+  const std::uint8_t color = color_of(summary);
+  for (int index = span.first; index <= span.last; ++index) {
+    if (!layout_.cells[index].drawn) continue;
+    Cell& cell = cells_[index];
+    if (summary.all_day) {
+      add_all_day(cell, free, color);
+      continue;
+    }
+    const CalendarDate day = layout_.grid.grid_start + index;
+    const int first = item.start >= day ? std::min(slot_before(item.start), kSlots - 1) : 0;
+    int last = item.end < day + 1 ? std::min(slot_after(item.end), kSlots) : kSlots;
+    // What ends at midnight takes no time of the day that begins then.
+    if (last <= 0 && item.start < day) continue;
+    last = std::max(last, first + 1);
+    add_slots(cell, first, last, color);
+  }
+}
+
+// Taken time is shown before free time, else the first appointment counts.
+void MonthBars::add_all_day(Cell& cell, bool free, std::uint8_t color) {
+  if (cell.all_day && (free || !cell.all_day_free)) return;
+  cell.all_day = true;
+  cell.all_day_free = free;
+  cell.all_day_color = color;
+}
+
+void MonthBars::add_slots(Cell& cell, int first, int last, std::uint8_t color) {
+  std::uint64_t bits = slot_bits(first, last);
+  const auto free_lane = std::find_if(cell.lanes.begin(), cell.lanes.end(),
+                                      [&](const Lane& lane) { return (lane.taken & bits) == 0; });
+  Lane& lane = free_lane == cell.lanes.end() ? cell.lanes.back() : *free_lane;
+  bits &= ~lane.taken;
+  if (bits == 0) return;
+  lane.taken |= bits;
+  lane.begins |= bits & -bits;
+  for (; bits != 0; bits &= bits - 1) lane.colors[std::countr_zero(bits)] = color;
+}
+
+std::optional<Color> MonthBars::category_color(TextView categories) const {
+  if (categories.empty()) return std::nullopt;
+  const auto find = [&](TextView label) -> std::optional<Color> {
+    for (const CategoryProp& prop : snapshot_.category_colors)
+      if (prop.label == label) return static_cast<Color>(prop.color) & kWhite;
+    return std::nullopt;
+  };
+  if (const auto color = find(categories)) return color;
+  return find(categories.substr(0, categories.find(u',')));
+}
+
+std::uint8_t MonthBars::color_of(const AppointmentSummary& summary) {
+  if (snapshot_.usecategorycolorforbar == 1) {
+    const auto [place, added] = colors_by_text_.try_emplace(summary.categories, -1);
+    if (added) {
+      if (const auto color = category_color(summary.categories))
+        place->second = color_index(legible(*color));
+    }
+    if (place->second >= 0) return static_cast<std::uint8_t>(place->second);
+  }
+  return color_index(busy_color(summary.busy_status));
+}
+
+std::uint8_t MonthBars::color_index(Color color) {
+  const auto found = std::find(palette_.begin(), palette_.end(), color);
+  if (found == palette_.end() && palette_.size() < 255) {
+    palette_.push_back(color);
+    return static_cast<std::uint8_t>(palette_.size() - 1);
+  }
+  return static_cast<std::uint8_t>(std::min<std::ptrdiff_t>(found - palette_.begin(), 254));
+}
+
+std::vector<MonthBar> MonthBars::bars_of(int index) const {
+  std::vector<MonthBar> bars;
+  const Cell& cell = cells_[index];
+  const MonthCell& place = layout_.cells[index];
+  const BarBand& band = layout_.bars;
+  if (cell.all_day) {
+    bars.push_back(
+        {{place.box.x + band.left, place.box.y + band.all_day_top, band.width, band.all_day_height},
+         palette_[cell.all_day_color],
+         cell.all_day_free});
+  }
+  for (int lane = 0; lane < kBarLanes; ++lane) append_lane(place, cell, lane, bars);
+  return bars;
+}
+
+void MonthBars::append_lane(const MonthCell& place, const Cell& cell, int number,
+                            std::vector<MonthBar>& bars) const {
+  const Lane& lane = cell.lanes[number];
+  const BarBand& band = layout_.bars;
+  const int scale = layout_.screen.scale;
+  const int left = place.box.x + band.left;
+  const int top = place.box.y + band.lanes_bottom - number * band.lane_pitch - band.lane_height;
+  const auto at = [&](int slot) { return left + slot * band.width / kSlots; };
+  for (int slot = 0; slot < kSlots;) {
+    if (!(lane.taken >> slot & 1)) {
+      ++slot;
+      continue;
+    }
+    int end = slot + 1;
+    while (end < kSlots && (lane.taken >> end & 1) && !(lane.begins >> end & 1) &&
+           lane.colors[end] == lane.colors[slot])
+      ++end;
+    // Back to back appointments stay apart by a pixel where they are long enough to spare one.
+    const bool touches = end < kSlots && (lane.taken >> end & 1);
+    int x = at(slot);
+    int width = at(end) - x - (touches && at(end) - x > 2 * scale ? scale : 0);
+    width = std::max(width, 2 * scale);
+    x = std::min(x, left + band.width - width);
+    bars.push_back({{x, top, width, band.lane_height}, palette_[lane.colors[slot]], false});
+    slot = end;
+  }
+}
+
+bool MonthIndicatorPass(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,
+                        const DrawControl& control) {
+  MonthBars bars(snapshot, layout);
+  MonthIcons icons(snapshot, layout, canvas);
+  for (const PeriodItem& item : snapshot.items) {
+    if (control.stopped()) return false;
+    const CellSpan span = cells_of(item, layout.grid, snapshot.generation);
+    bars.add(item, span);
+    if (snapshot.showholiday == 1) icons.place(item, span);
+  }
+  for (int cell = 0; cell < static_cast<int>(layout.cells.size()); ++cell) {
+    if (control.stopped()) return false;
+    for (const MonthBar& bar : bars.bars_of(cell)) {
+      if (bar.outline)
+        canvas.frame_rect(bar.box, bar.color, layout.screen.scale);
+      else
+        canvas.fill_rect(bar.box, bar.color);
+    }
+    control.progress();
+  }
+  return true;
+}
+
+}  // namespace orvello

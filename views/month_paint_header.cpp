@@ -1,0 +1,76 @@
+#include "draw/fit_text.h"
+#include "views/month_paint.h"
+
+namespace orvello {
+
+namespace {
+
+constexpr Color kUnderline = 0x0000FFFF;  // yellow, in the order blue, green, red
+
+void draw_strip(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
+  const ScreenLayout& screen = layout.screen;
+  canvas.fill_rect(layout.strip, snapshot.color(ColorSlot::month_bar_background));
+  const std::vector<Text> names(snapshot.strip_names.begin(), snapshot.strip_names.end());
+  const FontSpec font =
+      fitting_font(canvas, names, screen.work.width / 12 - screen.scale, 9, 400, screen);
+  const TextStyle style{font, snapshot.color(ColorSlot::month_bar_text), Align::center};
+  for (int m = 0; m < 12; ++m) canvas.draw_text(names[m], layout.months[m], style);
+
+  const Rect& shown = layout.months[layout.month - 1];
+  const int width = canvas.measure(names[layout.month - 1], font).width;
+  const int left = shown.x + (shown.width - width) / 2;
+  canvas.polyline({{left, layout.underline_y}, {left + width, layout.underline_y}}, kUnderline,
+                  screen.line_width);
+}
+
+void draw_arrow(const Image& arrow, int x, const Rect& band, Canvas& canvas) {
+  const int y = band.y + (band.height - arrow.height) / 2;
+  canvas.draw_image(arrow, {0, 0, arrow.width, arrow.height}, {x, y});
+}
+
+// Year and arrow, arrow pointing outwards and standing towards the title: "2025 <   > 2027".
+void draw_title_band(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
+  const ScreenLayout& screen = layout.screen;
+  const Color color = snapshot.color(ColorSlot::month_header_text);
+  canvas.fill_rect(layout.title_band, snapshot.color(ColorSlot::month_header_background));
+
+  const std::vector<Text> years = {format(u"%d", layout.year - 1), format(u"%d", layout.year + 1)};
+  const FontSpec font = fitting_font(canvas, years, layout.previous_year.width, 9, 400, screen);
+  canvas.draw_text(years[0], layout.previous_year, {font, color, Align::left});
+  canvas.draw_text(years[1], layout.next_year, {font, color, Align::right});
+
+  const int gap = 3 * screen.scale;
+  const int previous_end = layout.previous_year.x + canvas.measure(years[0], font).width;
+  draw_arrow(snapshot.previous_arrow, previous_end + gap, layout.title_band, canvas);
+  const int next_start = layout.next_year.right() - canvas.measure(years[1], font).width;
+  draw_arrow(snapshot.next_arrow, next_start - gap - snapshot.next_arrow.width, layout.title_band,
+             canvas);
+
+  const Text title = format(u"%s %d", snapshot.title_name, layout.year);
+  const FontSpec title_font = fitting_font(canvas, {title}, layout.title.width, 11, 700, screen);
+  canvas.draw_text(title, layout.title, {title_font, color, Align::center});
+}
+
+void draw_day_names(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
+  const ScreenLayout& screen = layout.screen;
+  const std::vector<Text> names(snapshot.day_names.begin(), snapshot.day_names.end());
+  const FontSpec font =
+      fitting_font(canvas, names, screen.column_width - 3 * screen.scale, 9, 400, screen);
+  const TextStyle style{font, snapshot.color(ColorSlot::month_day_header_text), Align::center};
+  for (int column = 0; column < 7; ++column) {
+    const Rect& box = layout.day_names[column];
+    canvas.fill_rect(box, snapshot.color(ColorSlot::month_day_header_background));
+    canvas.frame_rect(box, snapshot.color(ColorSlot::month_line), screen.scale);
+    canvas.draw_text(names[column], box, style);
+  }
+}
+
+}  // namespace
+
+void draw_month_header(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
+  draw_strip(snapshot, layout, canvas);
+  draw_title_band(snapshot, layout, canvas);
+  draw_day_names(snapshot, layout, canvas);
+}
+
+}  // namespace orvello
