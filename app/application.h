@@ -57,6 +57,7 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   const SettingsRecord& settings() const { return settings_; }
   DrawingWorker& worker() { return worker_; }
   StoreSession& session() { return session_; }
+  int redraw_requests() const { return redraw_requests_; }
   const MonthLayout& month_layout() const { return month_layout_; }
 
  private:
@@ -129,6 +130,7 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   Image today_button_;
   Rect place_;  // the window's, in the work area
   bool started_ = false;
+  int redraw_requests_ = 0;
   bool ink_loaded_[2] = {false, false};
 };
 

@@ -19,6 +19,7 @@ constexpr int kFirstYear = 1601, kLastYear = 4499;
 
 void Application::request_redraw() {
   if (!started_) return;
+  ++redraw_requests_;
   host_.window.show_wait_cursor();
   if (state_.view_mode == ViewMode::month) {
     worker_.request(month_drawing());
