@@ -38,21 +38,22 @@ LocalSeconds DeviceTime::in_zone(LocalSeconds local, const Zone* zone) const {
 }
 
 bool DeviceTime::skips_on(std::int32_t day) {
-  const auto known = skips_.find(day);
-  if (known != skips_.end()) return known->second;
+  KnownDay& known = days_[static_cast<std::uint32_t>(day) % days_.size()];
+  if (known.day == day) return known.skips;
   const auto midnight = static_cast<LocalSeconds>(day) * kSecondsPerDay;
   // A day whose first moment is skipped is short as well: that moment reads as the moved one.
-  const bool skips =
+  known.day = day;
+  known.skips =
       clock_.to_utc(midnight + kSecondsPerDay) - clock_.to_utc(midnight) < kSecondsPerDay ||
       clock_.to_local(clock_.to_utc(midnight)) != midnight;
-  return skips_[day] = skips;
+  return known.skips;
 }
 
 void DeviceTime::follow_device_zone() {
   auto name = clock_.zone_name();
   if (name == device_zone_) return;
   device_zone_ = std::move(name);
-  skips_.clear();
+  days_.fill({});
 }
 
 }  // namespace orvello

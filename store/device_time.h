@@ -1,6 +1,7 @@
 // From the times records hold (floating, in UTC or in a kept zone) to the device's local time.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -45,7 +46,11 @@ class DeviceTime {
   const Clock& clock_;
   ZoneSource zones_;
   std::unordered_map<std::string, std::unique_ptr<Zone>> known_;
-  std::unordered_map<std::int32_t, bool> skips_;
+  struct KnownDay {
+    std::int32_t day = 0x7FFFFFFF;
+    bool skips = false;
+  };
+  std::array<KnownDay, 512> days_;  // each day has one place; thousands of occurrences ask
   std::string device_zone_;
 };
 

@@ -33,7 +33,10 @@ class OccurrenceList {
     std::int32_t oid;
     std::uint32_t summary;
   };
+  void bucket_by_slot();
+
   std::vector<Row> rows_;
+  std::vector<bool> slot_ends_;  // while sorting
   std::vector<Summary> summaries_;
 };
 

@@ -50,10 +50,12 @@ void find_instances(const Series& series, const DayBounds& bounds, DeviceTime& t
   from = std::max(from, series.start);
   to = std::min(to, series.last_start + 1);
   if (from >= to) return;
-  if (series.pattern)
-    append_occurrences(*series.pattern, from, to, out);
-  else if (series.rules)
+  if (series.rules) {
     append_instances(*series.rules, from, to, out);
+    return;
+  }
+  if (from <= series.start) out.push_back(series.start);
+  append_series(series.plain, from, to, out);
 }
 
 // The occurrence of an instance as the device shows it.
@@ -113,10 +115,10 @@ Series make_series(const AppointmentRecord& record, DeviceTime& time) {
   const auto last = last_start(record, series.zone);
   series.last_start = last.value_or(kEndOfRules);
   if (record.pattern)
-    set_pattern(series, *record.pattern);
+    set_recurrence(series, *record.pattern);
   else
-    series.rules = std::make_unique<RecurrenceSet>(
-        read_rules(resolved_rules(record.rules, record.start, series.zone), record.start, nullptr));
+    set_recurrence(series, read_rules(resolved_rules(record.rules, record.start, series.zone),
+                                      record.start, nullptr));
   for (const AppointmentException& exception : record.exceptions) {
     SeriesException kept;
     kept.original_start = exception.original_start;
@@ -133,10 +135,23 @@ Series make_series(const AppointmentRecord& record, DeviceTime& time) {
   return series;
 }
 
-void set_pattern(Series& series, const RecurrencePattern& pattern) {
-  series.pattern = pattern;
-  series.pattern->occurrences = -1;  // last_start says where it ends
-  series.pattern->no_end_date = true;
+void set_recurrence(Series& series, const RecurrencePattern& pattern) {
+  Rule rule = rule_from_pattern(pattern);
+  rule.count = 0;  // last_start says where it ends
+  rule.until.reset();
+  series.plain = plain_series(rule, series.start);
+  if (series.plain.kind != PlainSeries::Kind::none) return;
+  series.rules = std::make_unique<RecurrenceSet>();
+  series.rules->start = series.start;
+  series.rules->rules.push_back(std::move(rule));
+}
+
+void set_recurrence(Series& series, RecurrenceSet rules) {
+  if (rules.rules.size() == 1 && rules.dates.empty() && rules.excluded_rules.empty() &&
+      rules.excluded_dates.empty())
+    series.plain = plain_series(rules.rules[0], series.start);
+  if (series.plain.kind == PlainSeries::Kind::none)
+    series.rules = std::make_unique<RecurrenceSet>(std::move(rules));
 }
 
 void append_occurrences(const Series& series, const DayBounds& bounds, DeviceTime& time,

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "calendar/rule.h"
+#include "calendar/rule_series.h"
 #include "store/appointment_record.h"
 #include "store/device_time.h"
 #include "store/occurrence_list.h"
@@ -40,8 +41,8 @@ struct Series {
   std::int64_t duration = 0;  // seconds on the clock, first to last
   bool all_day = false;
   LocalSeconds last_start = 0;  // of the last instance; far ahead for a series without end
-  std::optional<RecurrencePattern> pattern;
-  std::unique_ptr<RecurrenceSet> rules;  // where no pattern holds the recurrence
+  PlainSeries plain;            // of nearly all; kind none: see `rules`
+  std::unique_ptr<RecurrenceSet> rules;
   std::vector<SeriesException> exceptions;
   OccurrenceList::Summary summary;
 };
@@ -52,8 +53,10 @@ struct SeriesScratch {
 };
 
 Series make_series(const AppointmentRecord& record, DeviceTime& time);
-// Takes the pattern without its end: `last_start` is what ends a series.
-void set_pattern(Series& series, const RecurrencePattern& pattern);
+// Sets the recurrence from a pattern, or from rules without counts. `start` and `last_start` are
+// set before.
+void set_recurrence(Series& series, const RecurrencePattern& pattern);
+void set_recurrence(Series& series, RecurrenceSet rules);
 
 // Adds the occurrences within the bounds. Exceptions count with their own times, so one may come in
 // from outside and one may leave.

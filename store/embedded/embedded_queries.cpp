@@ -65,12 +65,11 @@ bool EmbeddedStore::read_series() {
     series.summary = read_summary(row.statement(), 4, series.oid, true);
     series.all_day = series.summary->all_day;
     series.last_start = row->is_null(13) ? kEndOfRules : row->number(13);
-    if (!row->is_null(14)) {
-      if (const auto pattern = read_stored_pattern(row->bytes(14))) set_pattern(series, *pattern);
-    } else {
-      series.rules =
-          std::make_unique<RecurrenceSet>(read_rules(row->string(15), series.start, nullptr));
-    }
+    const auto pattern = read_stored_pattern(row->bytes(14));
+    if (pattern)
+      set_recurrence(series, *pattern);
+    else
+      set_recurrence(series, read_rules(row->string(15), series.start, nullptr));
     cache_->series.push_back(std::move(series));
   }
   if (row->failed()) return false;
