@@ -30,7 +30,8 @@ class LineReader {
   std::string raw_;
   std::string odd_;              // bytes of an unfinished UTF-16 unit or pair
   std::size_t at_ = 0;           // first unread byte
-  std::size_t lf_ = 0, cr_ = 0;  // next of each at or behind `at_`; kNone: none in the buffer
+  // The next of each mark at or behind `at_`.
+  std::size_t lf_ = std::string::npos, cr_ = std::string::npos;
   bool ended_ = false;
   bool was_cut_ = false;
   int number_ = 0;
