@@ -162,8 +162,12 @@ void Application::month_action(const MonthPointer::Action& action) {
     case Kind::show_month:
       step_months(action.value - state_.current.month);
       break;
-    case Kind::show_year:
+    case Kind::step_year:
       step_months(12 * action.value);
+      break;
+    case Kind::show_today:
+      set_current_date(state_.today);
+      request_redraw();
       break;
     case Kind::turn:
       step_months(action.value);

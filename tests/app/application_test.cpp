@@ -5,6 +5,7 @@
 #include "app/messages.h"
 #include "hosts/headless/headless_host.h"
 #include "resources/ids.h"
+#include "settings/profiles.h"
 #include "settings/registry_access.h"
 
 namespace orvello {
