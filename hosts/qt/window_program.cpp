@@ -14,6 +14,7 @@
 #include "app/messages.h"
 #include "cli/commands.h"
 #include "cli/import_preview.h"
+#include "hosts/linux/device_path.h"
 #include "hosts/linux/file_registry.h"
 #include "hosts/qt/qt_host.h"
 #include "store/embedded/sqlite_record_databases.h"
@@ -75,7 +76,7 @@ QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
 struct Session {
   Session(int& argc, char** argv, const WindowParts& parts, bool unattended)
       : registry(parts.paths.config + "/registry"),
-        databases(parts.paths.data + "/device.db"),
+        databases(parts.paths.data + "/device.db", host_path),
         unavailable(parts.reason),
         store(parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable),
         qt(argc, argv, host_options(parts, parts.line.command == CommandLine::Command::render),
