@@ -68,7 +68,7 @@ class EmbeddedDatabase {
   StatementUse use(const char* sql);
   bool run(const char* sql) { return use(sql)->run(); }
   std::int64_t last_row() const { return sqlite3_last_insert_rowid(db_); }
-  bool wrote() const { return sqlite3_changes(db_) > 0; }
+  bool violates_constraint() const { return (sqlite3_errcode(db_) & 0xFF) == SQLITE_CONSTRAINT; }
   bool in_transaction() const { return sqlite3_get_autocommit(db_) == 0; }
 
   // Changes when another process has written.

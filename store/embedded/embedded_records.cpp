@@ -112,18 +112,18 @@ std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
   const bool alone = !in_transaction_;
   const bool written = change([&] {
     complete_record(record, time_);
-    if (record.oid != 0) {
-      auto old = db_->use("SELECT categories FROM items WHERE oid = ?1");
-      if (!old->bind(1, record.oid).step()) {
-        if (!old->failed())
-          fail("There is no appointment with the number " + std::to_string(record.oid) + ".");
-        return false;
-      }
-      count_category(kFolderCalendar, old->text(0), -1);
+    const bool exists = record.oid != 0;
+    Text old_categories;
+    if (exists && !find_categories(record.oid, old_categories)) return false;
+    if (!write_record(record)) {
+      if (db_->violates_constraint())
+        fail("An appointment with the UID " + record.uid + " is already in the store.");
+      return false;
     }
+    count_category(kFolderCalendar, old_categories, -1);
     count_category(kFolderCalendar, record.fields.categories, 1);
-    kinds_ |= 1u << static_cast<int>(record.oid ? StoreChange::changed : StoreChange::created);
-    return write_record(record);
+    kinds_ |= 1u << static_cast<int>(exists ? StoreChange::changed : StoreChange::created);
+    return true;
   });
   if (!written) return 0;
   if (!alone) {
@@ -136,18 +136,25 @@ std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
   return record.oid;
 }
 
+bool EmbeddedStore::find_categories(std::int32_t oid, Text& categories) {
+  auto row = db_->use("SELECT categories FROM items WHERE oid = ?1");
+  if (row->bind(1, oid).step()) {
+    categories = row->text(0);
+    return true;
+  }
+  if (!row->failed()) fail("There is no appointment with the number " + std::to_string(oid) + ".");
+  return false;
+}
+
 bool EmbeddedStore::erase(std::int32_t oid) {
   const bool erased = change([&] {
-    auto old = db_->use("SELECT categories FROM items WHERE oid = ?1");
-    if (!old->bind(1, oid).step()) {
-      if (!old->failed())
-        fail("There is no appointment with the number " + std::to_string(oid) + ".");
+    Text categories;
+    if (!find_categories(oid, categories) || !erase_details(oid) ||
+        !db_->use("DELETE FROM items WHERE oid = ?1")->bind(1, oid).run())
       return false;
-    }
-    count_category(kFolderCalendar, old->text(0), -1);
-    old->reset();
+    count_category(kFolderCalendar, categories, -1);
     kinds_ |= 1u << static_cast<int>(StoreChange::deleted);
-    return erase_details(oid) && db_->use("DELETE FROM items WHERE oid = ?1")->bind(1, oid).run();
+    return true;
   });
   if (erased && cache_->valid) cache_->erase(oid);
   return erased;

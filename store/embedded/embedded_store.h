@@ -53,6 +53,7 @@ class EmbeddedStore : public RecordCalendarStore {
   bool change(const std::function<bool()>& write);
   bool failed();
   bool write_record(AppointmentRecord& record);
+  bool find_categories(std::int32_t oid, Text& categories);
   bool write_details(const AppointmentRecord& record);
   bool erase_details(std::int32_t oid);
   void read_details(AppointmentRecord& record);

@@ -73,7 +73,7 @@ std::vector<std::string> CalendarStoreContract::found(const Text& restriction, b
   EXPECT_EQ(part->count(), static_cast<int>(list.size()));
   for (int i = 1; i <= part->count(); ++i)
     EXPECT_EQ(to_utf8(part->item(i)->summary->subject),
-              list[i - 1].substr(0, list[i - 1].find(' ')));
+              list[i - 1].substr(0, list[i - 1].rfind(' ')));
   return list;
 }
 

@@ -1,4 +1,5 @@
-#include <cstdlib>
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "store/embedded/embedded_store.h"
@@ -8,11 +9,23 @@
 namespace orvello::test {
 namespace {
 
+std::filesystem::path store_directory() {
+  return std::filesystem::temp_directory_path() / ("orvello-stores-" + std::to_string(getpid()));
+}
+
+class StoreDirectory : public testing::Environment {
+ public:
+  void SetUp() override { std::filesystem::create_directories(store_directory()); }
+  void TearDown() override { std::filesystem::remove_all(store_directory()); }
+};
+
+[[maybe_unused]] const auto* const kDirectory =
+    testing::AddGlobalTestEnvironment(new StoreDirectory);
+
 std::unique_ptr<RecordCalendarStore> make_embedded(const Clock& clock) {
-  const auto path = std::filesystem::temp_directory_path() /
-                    ("orvello-contract-" + std::to_string(std::rand()) + ".db");
+  const auto path = store_directory() / "calendar.db";
+  std::filesystem::remove(path);
   auto store = EmbeddedStore::open(path.string(), clock);
-  std::filesystem::remove(path);  // the open file lives on without a name
   return store ? std::move(*store) : nullptr;
 }
 

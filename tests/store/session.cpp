@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include "hosts/headless/memory_store.h"
+#include "store/store_session.h"
+#include "store/unavailable_store.h"
+
+namespace orvello {
+namespace {
+
+class StillClock : public Clock {
+ public:
+  SystemTime local_time() const override { return civil_from_day_number(46200); }
+  UtcSeconds utc_now() const override { return 46200LL * 86400; }
+  std::string zone_name() const override { return "UTC"; }
+  LocalSeconds to_local(UtcSeconds utc) const override { return utc; }
+  UtcSeconds to_utc(LocalSeconds local) const override { return local; }
+};
+
+class Boxes : public MessageBoxes {
+ public:
+  BoxAnswer show(TextView text, TextView caption, BoxIcon, BoxButtons, bool owned) override {
+    shown.push_back(to_utf8(caption) + "|" + to_utf8(text));
+    EXPECT_FALSE(owned);
+    return BoxAnswer::ok;
+  }
+  std::vector<std::string> shown;
+};
+
+class Session : public testing::Test {
+ protected:
+  using Registration = CalendarStore::Registration;
+  StillClock clock;
+  MemoryStore store{clock};
+  Boxes boxes;
+  StoreSession session{store, boxes};
+
+  // Opening fails with these boxes and leaves the session closed.
+  void fails_with(const std::vector<std::string>& shown) {
+    EXPECT_FALSE(session.Open(nullptr));
+    EXPECT_EQ(boxes.shown, shown);
+    EXPECT_FALSE(session.logged_on());
+    EXPECT_FALSE(session.app());
+    EXPECT_FALSE(session.CalendarItems());
+    EXPECT_FALSE(session.ItemFromOid(1));
+    boxes.shown.clear();
+  }
+};
+
+constexpr char kNoInstance[] =
+    "|CoCreateInstance failed. See the 'Troubleshooting' section of the user guide.";
+constexpr char kNoRegistration[] =
+    "|RegisterFile failed. See the 'Troubleshooting' section of the user guide.";
+
+TEST_F(Session, OpensOnceAndReopensAfterClose) {
+  EXPECT_TRUE(session.Open(nullptr));
+  EXPECT_TRUE(session.Open(nullptr));
+  EXPECT_EQ(store.applications_created, 1);
+  EXPECT_EQ(store.initialized, 1);
+  EXPECT_TRUE(session.CalendarItems());
+  session.Close();
+  EXPECT_EQ(store.initialized, 0);
+  EXPECT_FALSE(session.calendar_folder());
+  EXPECT_TRUE(session.Open(nullptr));
+  EXPECT_EQ(store.applications_created, 2);
+  EXPECT_TRUE(boxes.shown.empty());
+}
+
+TEST_F(Session, EachStepFailsWithItsMessage) {
+  store.faults.initialize = true;
+  fails_with({"Error|Error in call to CoInitializeEx"});
+  store.faults.initialize = false;
+  store.faults.logon = true;
+  fails_with({"Error|Failure to logon to app object."});
+  store.faults.reason = "calendar.db is damaged.";
+  fails_with({"Error|Failure to logon to app object.\ncalendar.db is damaged."});
+  store.faults = {};
+  store.faults.folder = true;
+  const int before = store.applications_created;
+  fails_with({"Error|Failure to Obtain Calendar Folder"});
+  EXPECT_EQ(store.applications_created, before + 1);
+  store.faults = {};
+  EXPECT_TRUE(session.Open(nullptr)) << "from scratch";
+}
+
+TEST_F(Session, OneRegistrationAndOneMoreTry) {
+  store.faults.create_application = 1;
+  EXPECT_TRUE(session.Open(nullptr));
+  EXPECT_EQ(store.registrations, 1);
+  session.Close();
+  store.faults.create_application = 2;
+  fails_with({kNoInstance});
+  EXPECT_EQ(store.registrations, 2);
+  EXPECT_EQ(store.faults.create_application, 0) << "no third try";
+
+  const std::pair<Registration, const char*> cases[] = {
+      {Registration::library_missing, "|RegisterFile: (A) Failed to register pimstore.dll"},
+      {Registration::entry_missing, "|RegisterFile: DllRegisterServer is NULL"},
+      {Registration::call_failed, "|DllRegisterServer call failed"}};
+  for (const auto& [registration, text] : cases) {
+    store.faults.create_application = 2;
+    store.faults.registration = registration;
+    fails_with({text, kNoRegistration});
+    EXPECT_EQ(store.faults.create_application, 1) << "not tried again";
+  }
+}
+
+TEST_F(Session, TheNotifySessionOutlivesReconnectsAndShowsNothing) {
+  struct Listener : StoreListener {
+    void store_changed(std::uint32_t) override { ++heard; }
+    int heard = 0;
+  } listener;
+  store.set_posts_unasked(false);
+  store.faults.create_application = 1;
+  EXPECT_FALSE(session.OpenNotify(&listener));
+  store.faults.logon = true;
+  EXPECT_FALSE(session.OpenNotify(&listener));
+  store.faults = {};
+  ASSERT_TRUE(session.OpenNotify(&listener));
+  ASSERT_TRUE(session.Open(&listener));
+  session.Close();
+  ASSERT_TRUE(session.Open(&listener));
+  EXPECT_TRUE(session.CreateAppointment()->save());
+  store.poll();
+  EXPECT_EQ(listener.heard, 1);
+  session.CloseNotify();
+  session.CreateAppointment()->save();
+  store.poll();
+  EXPECT_EQ(listener.heard, 1);
+  EXPECT_TRUE(boxes.shown.empty());
+}
+
+TEST_F(Session, BeamingNeedsTheInfraredFolder) {
+  ASSERT_TRUE(session.Open(nullptr));
+  auto item = session.CreateAppointment();
+  ASSERT_TRUE(item->save());
+  EXPECT_TRUE(session.BeamToInfrared(*item));
+  EXPECT_EQ(store.beamed.size(), 1u);
+  store.faults.folder = true;
+  EXPECT_FALSE(session.BeamToInfrared(*item));
+}
+
+TEST_F(Session, AStoreThatCannotBeOpenedSaysWhy) {
+  UnavailableStore missing("calendar.db was written by a newer version.");
+  StoreSession broken(missing, boxes);
+  EXPECT_FALSE(broken.Open(nullptr));
+  EXPECT_EQ(boxes.shown, std::vector<std::string>{"Error|Failure to logon to app object.\n"
+                                                  "calendar.db was written by a newer version."});
+}
+
+TEST_F(Session, FailedStepsOfAnItemAreReported) {
+  ASSERT_TRUE(session.Open(nullptr));
+  auto item = session.CreateAppointment();
+  item->pattern()->set_fields({});
+  ASSERT_TRUE(item->save());
+  OccurrenceError error;
+  auto pattern = item->pattern();
+  const auto first = pattern->fields()->pattern_start_date;
+  ASSERT_TRUE(pattern->occurrence(first + 3, error)->remove());
+  store.faults.exception = true;
+  EXPECT_EQ(pattern->exception_count(), 1);
+  EXPECT_FALSE(pattern->exception(1));
+  store.faults = {};
+  store.faults.save = true;
+  EXPECT_FALSE(pattern->occurrence(first + 4, error)->save());
+  EXPECT_FALSE(item->remove());
+  store.faults = {};
+  store.faults.fetch = true;
+  EXPECT_FALSE(session.ItemFromOid(item->oid()));
+  EXPECT_FALSE(session.CalendarItems()->restrict_to(u""));
+  EXPECT_FALSE(session.CalendarItems()->find(u""));
+}
+
+}  // namespace
+}  // namespace orvello
