@@ -14,7 +14,7 @@
 
 namespace orvello {
 
-// Property identifier: (number << 16) | value type.
+// RecordProperty identifier: (number << 16) | value type.
 using PropertyId = std::uint32_t;
 inline constexpr std::uint32_t kTypeShort = 0x0002;
 inline constexpr std::uint32_t kTypeLong = 0x0003;
@@ -22,11 +22,11 @@ inline constexpr std::uint32_t kTypeText = 0x001F;
 constexpr std::uint32_t property_type(PropertyId id) { return id & 0xFFFF; }
 constexpr std::uint32_t property_number(PropertyId id) { return id >> 16; }
 
-struct Property {
+struct RecordProperty {
   PropertyId id = 0;
   std::variant<std::int16_t, std::int32_t, Text> value;
 };
-using Record = std::vector<Property>;
+using Record = std::vector<RecordProperty>;
 
 enum class DatabaseError : std::uint32_t {
   none = 0,

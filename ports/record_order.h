@@ -7,23 +7,24 @@
 
 namespace orvello {
 
-inline const Property* find_property(const Record& record, PropertyId id) {
-  const auto found = std::find_if(record.begin(), record.end(),
-                                  [id](const Property& property) { return property.id == id; });
+inline const RecordProperty* find_property(const Record& record, PropertyId id) {
+  const auto found =
+      std::find_if(record.begin(), record.end(),
+                   [id](const RecordProperty& property) { return property.id == id; });
   return found == record.end() ? nullptr : &*found;
 }
 
 // A missing property comes first; texts compare by UTF-16 units.
 inline bool comes_before(const Record& a, const Record& b, PropertyId sort_property) {
-  const Property* left = find_property(a, sort_property);
-  const Property* right = find_property(b, sort_property);
+  const RecordProperty* left = find_property(a, sort_property);
+  const RecordProperty* right = find_property(b, sort_property);
   if (!left || !right) return !left && right;
   return left->value < right->value;
 }
 
 // Each value fits the type in its id.
 inline bool well_formed(const Record& record) {
-  return std::all_of(record.begin(), record.end(), [](const Property& property) {
+  return std::all_of(record.begin(), record.end(), [](const RecordProperty& property) {
     switch (property_type(property.id)) {
       case kTypeShort:
         return std::holds_alternative<std::int16_t>(property.value);

@@ -8,7 +8,7 @@ constexpr TextView kNotRead = u"Failed to read record";
 
 CategoryProp prop_of(const Record& record) {
   CategoryProp prop;
-  for (const Property& property : record) {
+  for (const RecordProperty& property : record) {
     if (const auto* label = std::get_if<Text>(&property.value)) {
       if (property.id == kCategoryLabel) prop.label = cut(*label, kLabelLength);
     } else if (const auto* color = std::get_if<std::int32_t>(&property.value)) {
@@ -22,7 +22,7 @@ CategoryProp prop_of(const Record& record) {
 
 // One property a write, each reported; false when it failed.
 bool write_one(const SettingsVolume& volume, DatabaseHandle database, RecordId& id,
-               const Property& property) {
+               const RecordProperty& property) {
   const RecordId written = volume.databases.write(database, id, {property});
   reportWriteError(volume, written);
   if (written != 0) id = written;
@@ -67,7 +67,7 @@ void saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_
                                     return found == 0;
                                   });
   if (!read) return;
-  const Property color{kCategoryColor, value32}, flag{kCategoryFlag, value16};
+  const RecordProperty color{kCategoryColor, value32}, flag{kCategoryFlag, value16};
   if (found != 0) {
     if (write_one(volume, database.handle(), found, flag))
       write_one(volume, database.handle(), found, color);

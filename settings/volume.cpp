@@ -100,7 +100,7 @@ MountedVolume::~MountedVolume() {
 }
 
 const Text* text_of(const Record& record, PropertyId id) {
-  for (const Property& property : record)
+  for (const RecordProperty& property : record)
     if (property.id == id) return std::get_if<Text>(&property.value);
   return nullptr;
 }

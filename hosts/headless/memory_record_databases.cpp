@@ -55,6 +55,7 @@ VolumeId MemoryRecordDatabases::mount(TextView path) {
 
 bool MemoryRecordDatabases::unmount(VolumeId volume) {
   error_ = DatabaseError::none;
+  std::erase_if(handles_, [&](const auto& entry) { return entry.second.volume == volume; });
   return mounts_.erase(volume) != 0 || fail(DatabaseError::invalid_parameter);
 }
 
@@ -146,15 +147,16 @@ RecordId MemoryRecordDatabases::write(DatabaseHandle database, RecordId id,
                                       const Record& properties) {
   Database* found = database_of(database);
   if (!found) return 0;
-  if (!well_formed(properties) || (id != 0 && found->records.count(id) == 0)) {
+  if (properties.empty() || !well_formed(properties) ||
+      (id != 0 && found->records.count(id) == 0)) {
     error_ = DatabaseError::invalid_parameter;
     return 0;
   }
   if (refuses_write()) return 0;
   if (id == 0) id = next_id_++;
   Record& record = found->records[id];
-  for (const Property& property : properties) {
-    std::erase_if(record, [&](const Property& old) { return old.id == property.id; });
+  for (const RecordProperty& property : properties) {
+    std::erase_if(record, [&](const RecordProperty& old) { return old.id == property.id; });
     record.push_back(property);
   }
   return id;

@@ -5,8 +5,8 @@
 namespace orvello {
 namespace {
 
-Property property_from(const SqliteQuery& row, int column) {
-  Property property;
+RecordProperty property_from(const SqliteQuery& row, int column) {
+  RecordProperty property;
   property.id = static_cast<PropertyId>(row.number(column));
   switch (property_type(property.id)) {
     case kTypeShort:
@@ -21,7 +21,7 @@ Property property_from(const SqliteQuery& row, int column) {
   return property;
 }
 
-bool write_property(SqliteVolume& volume, RecordId id, const Property& property) {
+bool write_property(SqliteVolume& volume, RecordId id, const RecordProperty& property) {
   SqliteQuery insert(volume, "INSERT OR REPLACE INTO properties VALUES(?, ?, ?)");
   insert.bind(0, id).bind(1, property.id);
   if (const auto* text = std::get_if<Text>(&property.value))
@@ -208,7 +208,7 @@ RecordId SqliteRecordDatabases::write(DatabaseHandle database, RecordId id,
     if (!known.next())
       return fail(known.failed() ? volume.reason() : DatabaseError::invalid_parameter), 0;
   }
-  for (const Property& property : properties)
+  for (const RecordProperty& property : properties)
     if (!write_property(volume, id, property)) return fail_for(volume), 0;
   return change.commit() ? id : (fail_for(volume), 0);
 }
