@@ -32,7 +32,7 @@ const ControlTemplate* growing_control(const DialogTemplate& dialog) {
   return nullptr;
 }
 
-void widen(Rect& place, const ControlTemplate& control, int design_width, int extra, double unit) {
+void widen(Rect& place, const ControlTemplate& control, int design_width, int extra) {
   const Rect& drawn = control.place;
   if (is_button(control.kind)) {
     const int off_center = drawn.center().x - design_width / 2;
@@ -47,10 +47,16 @@ void widen(Rect& place, const ControlTemplate& control, int design_width, int ex
     place.width += extra;
     return;
   }
-  const double growth = 1.0 + extra / (design_width * unit);
-  place.x = static_cast<int>(std::lround(place.x * growth));
-  if (control.kind != Kind::label && control.kind != Kind::check_box)
-    place.width = static_cast<int>(std::lround(place.width * growth));
+  // Two halves side by side share what is left over; a label keeps beside its field.
+  const bool grows = control.kind != Kind::label && control.kind != Kind::check_box;
+  const int half = extra / 2;
+  if (drawn.x * 5 >= design_width * 2) {
+    place.x += half;
+    if (grows && to_the_edge) place.width += half;
+  } else if (grows && drawn.right() * 20 >= design_width * 7 &&
+             drawn.right() * 20 <= design_width * 11) {
+    place.width += half;
+  }
 }
 
 }  // namespace
@@ -80,7 +86,7 @@ FormLayout lay_out_form(const DialogTemplate& dialog, double unit, Size availabl
     const Rect& drawn = control.place;
     const int x = scaled(drawn.x, unit), y = scaled(drawn.y, unit);
     Rect place{x, y, scaled(drawn.right(), unit) - x, scaled(drawn.bottom(), unit) - y};
-    if (extra_width) widen(place, control, design.width, extra_width, unit);
+    if (extra_width) widen(place, control, design.width, extra_width);
     if (growing && &control == growing)
       place.height += extra_height;
     else if (growing && drawn.y >= growing->place.bottom())

@@ -28,6 +28,18 @@ struct MessageEvent : QEvent {
   Message message;
 };
 
+constexpr const char* kQuitPosted = "quitPosted";
+
+// A quit that came while the main loop did not run would end every later loop of the process at
+// once, also those of another window. Only a run of the main loop takes it back.
+void forget_last_quit() {
+  QCoreApplication* application = QCoreApplication::instance();
+  if (!application->property(kQuitPosted).toBool()) return;
+  application->setProperty(kQuitPosted, false);
+  QTimer::singleShot(0, application, &QCoreApplication::quit);
+  QApplication::exec();
+}
+
 Rect from_qt(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
 
 }  // namespace
@@ -57,6 +69,7 @@ class QtMainWindow::Receiver : public QObject {
 
 QtMainWindow::QtMainWindow(QtWindowOptions options)
     : options_(std::move(options)), receiver_(std::make_unique<Receiver>(*this)) {
+  forget_last_quit();
   const QScreen* screen = QGuiApplication::primaryScreen();
   density_.ratio = screen ? screen->devicePixelRatio() : 1;
   density_.dpi = options_.dpi > 0 ? options_.dpi : density_.device(96);
@@ -92,12 +105,11 @@ Rect QtMainWindow::first_place() const {
 
 ScreenInfo QtMainWindow::screen() const {
   ScreenInfo info;
-  if (options_.screen)
+  const QSize shown = shell_ ? shell_->size() : QSize(place_.width, place_.height);
+  info.resolution = {density_.device(shown.width()), density_.device(shown.height())};
+  // What was asked for may not be a whole number of logical pixels.
+  if (options_.screen && shown == QSize(place_.width, place_.height))
     info.resolution = *options_.screen;
-  else if (shell_)
-    info.resolution = {density_.device(shell_->width()), density_.device(shell_->height())};
-  else
-    info.resolution = {density_.device(place_.width), density_.device(place_.height)};
   info.work_area = {0, 0, info.resolution.width, info.resolution.height};
   info.dpi_x = info.dpi_y = density_.dpi;
   return info;
@@ -203,6 +215,7 @@ void QtMainWindow::post(const Message& message) {
 
 void QtMainWindow::post_quit(int code) {
   quit_code_ = code;
+  QCoreApplication::instance()->setProperty(kQuitPosted, true);
   QCoreApplication::exit(code);
 }
 

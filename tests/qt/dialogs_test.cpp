@@ -1,0 +1,282 @@
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+
+#include "hosts/qt/form_layout.h"
+#include "hosts/qt/modal_layer.h"
+#include "hosts/qt/qt_dialogs.h"
+#include "hosts/qt/qt_message_boxes.h"
+#include "tests/qt/test_window.h"
+
+namespace orvello {
+namespace {
+
+using Kind = ControlTemplate::Kind;
+using Event = DialogEvent::Kind;
+
+DialogTemplate form() {
+  DialogTemplate dialog;
+  dialog.id = 500;
+  dialog.title = u"Настройки";
+  dialog.controls = {{Kind::label, 10, u"Subject <b>&</b>", {8, 8, 60, 20}},
+                     {Kind::edit, 11, u"", {72, 6, 160, 24}},
+                     {Kind::list, 12, u"", {8, 40, 224, 120}},
+                     {Kind::check_box, 13, u"All day", {8, 168, 100, 24}},
+                     {Kind::edit, 14, u"", {8, 196, 224, 36}},
+                     {Kind::default_button, 1, u"OK", {90, 238, 66, 26}},
+                     {Kind::button, 2, u"Cancel", {164, 238, 68, 26}}};
+  return dialog;
+}
+
+struct Listener : DialogProcedure {
+  void handle(Dialog& dialog, const DialogEvent& event) override {
+    if (event.kind == Event::paint) return;
+    events.push_back({event.kind, event.control});
+    if (act) act(dialog, event);
+  }
+  int count(Event kind, int control) const {
+    return static_cast<int>(std::count(events.begin(), events.end(), std::pair{kind, control}));
+  }
+  std::vector<std::pair<Event, int>> events;
+  std::function<void(Dialog&, const DialogEvent&)> act;
+};
+
+template <typename Widget>
+Widget* find(TestWindow& test, int id) {
+  return test.window->shell()->findChild<Widget*>(QStringLiteral("control%1").arg(id));
+}
+
+TEST(FormLayout, NothingOverlapsOrLeavesTheFormOnAnyScreen) {
+  const DialogTemplate dialog = form();
+  for (const double unit : {1.0, 1.5, 2.0})
+    for (const Size design : {Size{240, 268}, Size{320, 268}, Size{480, 600}, Size{240, 214}}) {
+      const Size available{int(design.width * unit), int(design.height * unit)};
+      const FormLayout layout = lay_out_form(dialog, unit, available);
+      for (std::size_t i = 0; i < layout.places.size(); ++i) {
+        const Rect& place = layout.places[i];
+        EXPECT_GE(place.height, int(20 * unit) - 1);
+        EXPECT_LE(place.right(), layout.body.width);
+        EXPECT_LE(place.bottom(), layout.body.height);
+        for (std::size_t j = 0; j < i; ++j)
+          EXPECT_TRUE(intersection(place, layout.places[j]).empty()) << i << " on " << j;
+      }
+      EXPECT_EQ(layout.body, available) << "the list takes up what is left";
+    }
+}
+
+TEST(FormLayout, RoomGoesToTheListAndTheWideEditWhileButtonsKeepTheirSize) {
+  const FormLayout layout = lay_out_form(form(), 1.0, {340, 368});
+  EXPECT_EQ(layout.places[1], (Rect{72, 6, 260, 24}));
+  EXPECT_EQ(layout.places[2], (Rect{8, 40, 324, 220}));
+  EXPECT_EQ(layout.places[6], (Rect{264, 338, 68, 26}));
+  // Too low a form shrinks the list only so far; the rest can be scrolled to.
+  EXPECT_EQ(lay_out_form(form(), 1.0, {240, 100}).body.height, 268 - 80);
+}
+
+TEST(FormLayout, FillsAHandheldAndIsASheetOnADesktop) {
+  EXPECT_EQ(sheet_place(form(), 1.0, 28, {240, 320}), (Rect{0, 0, 240, 320}));
+  EXPECT_EQ(sheet_place(form(), 2.0, 56, {480, 640}), (Rect{0, 0, 480, 640}));
+  const Rect sheet = sheet_place(form(), 1.0, 28, {1000, 900});
+  EXPECT_LT(sheet.width, 500);
+  EXPECT_EQ(sheet.x, 1000 - sheet.right());
+  DialogTemplate small = form();
+  small.full_screen = false;
+  EXPECT_EQ(sheet_place(small, 1.0, 28, {480, 640}), (Rect{120, 172, 240, 296}));
+}
+
+TEST(Dialog, WhatAPersonDoesMakesEventsAndSettersDoNot) {
+  TestWindow test;
+  test.show();
+  Listener listener;
+  int found = -2;
+  listener.act = [&](Dialog& dialog, const DialogEvent& event) {
+    if (event.kind != Event::init) return;
+    dialog.set_text(11, u"Встреча");
+    dialog.set_text(14, u"two\nlines");
+    dialog.set_rows(12, {u"a", u"b", u"c"});
+    dialog.select_row(12, 1);
+    dialog.set_checked(13, true);
+    dialog.set_text(99, u"no such control");
+    found = dialog.selected_row(99);
+    EXPECT_EQ(dialog.text(11), u"Встреча");
+    EXPECT_EQ(dialog.text(14), u"two\nlines");
+    EXPECT_EQ(dialog.selected_row(12), 1);
+    EXPECT_TRUE(dialog.checked(13));
+    EXPECT_EQ(dialog.text(10), u"Subject <b>&</b>");
+  };
+  QtDialogs dialogs(*test.window);
+  const auto dialog = dialogs.open_modeless(form(), listener);
+  settle();
+  EXPECT_EQ(found, -1);
+  EXPECT_EQ(listener.events, (std::vector<std::pair<Event, int>>{{Event::init, 0}}));
+
+  QTest::keyClicks(find<QLineEdit>(test, 11), QStringLiteral("x"));
+  EXPECT_EQ(listener.count(Event::changed, 11), 1);
+  EXPECT_EQ(dialog->text(11), u"Встречаx");
+  QTest::keyClicks(find<QPlainTextEdit>(test, 14), QStringLiteral("y"));
+  EXPECT_EQ(listener.count(Event::changed, 14), 1);
+  auto* list = find<QListWidget>(test, 12);
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                    list->visualItemRect(list->item(2)).center());
+  EXPECT_EQ(listener.count(Event::changed, 12), 1);
+  EXPECT_EQ(listener.count(Event::command, 12), 1);
+  EXPECT_EQ(dialog->selected_row(12), 2);
+  QTest::mouseClick(find<QWidget>(test, 13), Qt::LeftButton, {}, QPoint(8, 12));
+  EXPECT_EQ(listener.count(Event::command, 13), 1);
+  EXPECT_FALSE(dialog->checked(13));
+  QTest::mouseClick(find<QPushButton>(test, 2), Qt::LeftButton);
+  EXPECT_EQ(listener.count(Event::command, 2), 1);
+}
+
+TEST(Dialog, AModelessOneFollowsTheContentAndMayDestroyItselfFromAnEvent) {
+  TestWindow test;
+  test.show();
+  Listener listener;
+  QtDialogs dialogs(*test.window);
+  auto dialog = dialogs.open_modeless(form(), listener);
+  test.window->move({0, 0, 240, 290});
+  QWidget* sheet = test.window->shell()->findChild<QWidget*>(QStringLiteral("dialog500"));
+  ASSERT_NE(sheet, nullptr);
+  EXPECT_EQ(sheet->size(), QSize(240, 290));
+  dialog->start_timer(1, 5);
+  listener.act = [&](Dialog&, const DialogEvent& event) {
+    if (event.kind == Event::command) dialog.reset();
+  };
+  ASSERT_TRUE(wait_until([&] { return listener.count(Event::timer, 1) > 0; }));
+  QTest::mouseClick(find<QPushButton>(test, 1), Qt::LeftButton);
+  settle();
+  EXPECT_EQ(dialog, nullptr);
+  EXPECT_EQ(test.window->shell()->findChild<QWidget*>(QStringLiteral("dialog500")), nullptr);
+  const auto events = listener.events.size();
+  settle();
+  EXPECT_EQ(listener.events.size(), events) << "its timer has stopped";
+}
+
+struct ModalRun {
+  explicit ModalRun(TestWindow& test) : dialogs(*test.window) {}
+  int run(std::function<void()> person) {
+    QTimer::singleShot(80, std::move(person));
+    return dialogs.run_modal(form(), listener);
+  }
+  Listener listener;
+  QtDialogs dialogs;
+};
+
+TEST(Dialog, AModalOneReturnsItsResultAndGivesTheFocusBack) {
+  TestWindow test;
+  test.show();
+  ModalRun modal(test);
+  modal.listener.act = [](Dialog& dialog, const DialogEvent& event) {
+    if (event.kind == Event::command && event.control == 1) dialog.close(42);
+  };
+  EXPECT_EQ(modal.run([&] { QTest::keyClick(find<QLineEdit>(test, 11), Qt::Key_Return); }), 42);
+  EXPECT_TRUE(test.content()->hasFocus());
+  EXPECT_EQ(test.window->shell()->cover(), nullptr);
+  // Closed by the procedure before it was shown.
+  modal.listener.act = [](Dialog& dialog, const DialogEvent&) { dialog.close(7); };
+  EXPECT_EQ(modal.dialogs.run_modal(form(), modal.listener), 7);
+}
+
+TEST(Dialog, ClosingTheWindowOrEscapeAsksTheModalOneFirst) {
+  TestWindow test;
+  test.show();
+  ModalRun modal(test);
+  EXPECT_EQ(modal.run([&] { test.window->shell()->close(); }), 0);
+  EXPECT_EQ(modal.run([&] { QTest::keyClick(find<QLineEdit>(test, 11), Qt::Key_Escape); }), 0);
+  EXPECT_EQ(modal.listener.count(Event::close, 0), 2);
+  EXPECT_EQ(test.recorder.count(kMessageClose), 0);
+  modal.listener.act = [](Dialog& dialog, const DialogEvent& event) {
+    if (event.kind == Event::close) dialog.close(3);
+  };
+  EXPECT_EQ(modal.run([&] { test.window->shell()->close(); }), 3);
+}
+
+TEST(Dialog, NothingBelowAModalOneIsReachedAndThePenIsLetGo) {
+  TestWindow test;
+  test.show();
+  QTest::mousePress(test.content(), Qt::LeftButton, {}, QPoint(5, 5));
+  test.recorder.messages.clear();
+  ModalRun modal(test);
+  bool pen_down = true;
+  modal.run([&] {
+    pen_down = test.window->pen_is_down();
+    for (int i = 0; i < 20; ++i) {
+      QWidget* focus = test.window->shell()->focusWidget();
+      ASSERT_NE(focus, nullptr);
+      EXPECT_TRUE(test.window->shell()->cover()->isAncestorOf(focus));
+      QTest::keyClick(focus, Qt::Key_Tab);
+    }
+    QTest::keyClick(test.window->shell()->cover(), Qt::Key_Left);
+    test.window->shell()->close();
+  });
+  EXPECT_FALSE(pen_down);
+  EXPECT_EQ(test.recorder.count(kMessageKeyDown), 0);
+}
+
+TEST(Dialog, QuittingEndsAModalOne) {
+  TestWindow test;
+  test.show();
+  ModalRun modal(test);
+  EXPECT_EQ(modal.run([&] {
+    test.window->destroy();
+    test.window->post_quit(0);
+  }),
+            0);
+}
+
+QPushButton* box_button(TestWindow& test, const char* text) {
+  for (auto* button : test.window->shell()->findChildren<QPushButton*>())
+    if (button->text() == QLatin1String(text)) return button;
+  return nullptr;
+}
+
+TEST(MessageBox, ALongTextFitsASmallScreenAndTheButtonsCanBeTapped) {
+  TestWindow test({240, 320}, 96);
+  test.show();
+  QtMessageBoxes boxes(*test.window);
+  Text text;
+  for (int i = 0; i < 200; ++i) text += u"The calendar file could not be opened. ";
+  QTimer::singleShot(80, [&] {
+    QPushButton* yes = box_button(test, "Yes");
+    ASSERT_NE(yes, nullptr);
+    const QRect place(yes->mapTo(test.window->shell(), QPoint(0, 0)), yes->size());
+    EXPECT_TRUE(test.window->shell()->rect().contains(place));
+    EXPECT_GE(place.height(), 26);
+    QTest::mouseClick(yes, Qt::LeftButton);
+  });
+  EXPECT_EQ(boxes.show(text, u"Error", BoxIcon::error, BoxButtons::yes_no, true), BoxAnswer::yes);
+}
+
+TEST(MessageBox, LeavingWithoutAChoiceIsTheCarefulAnswer) {
+  TestWindow test;
+  test.show();
+  QtMessageBoxes boxes(*test.window);
+  const std::pair<BoxButtons, BoxAnswer> cases[] = {{BoxButtons::ok, BoxAnswer::ok},
+                                                    {BoxButtons::ok_cancel, BoxAnswer::cancel},
+                                                    {BoxButtons::yes_no, BoxAnswer::no}};
+  for (const auto& [buttons, answer] : cases) {
+    QTimer::singleShot(50, [&] { test.window->shell()->close(); });
+    EXPECT_EQ(boxes.show(u"text", u"caption", BoxIcon::none, buttons, true), answer);
+  }
+  EXPECT_EQ(test.recorder.count(kMessageClose), 0);
+}
+
+TEST(MessageBox, StandsAloneBeforeThereIsAWindow) {
+  need_application();
+  QtMainWindow window({});
+  QtMessageBoxes boxes(window);
+  QTimer::singleShot(80, [] {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (auto* layer = dynamic_cast<ModalLayer*>(widget); layer && layer->isVisible())
+        layer->close();
+  });
+  EXPECT_EQ(boxes.show(u"Unable to load", u"Error", BoxIcon::warning, BoxButtons::ok_cancel, false),
+            BoxAnswer::cancel);
+}
+
+}  // namespace
+}  // namespace orvello

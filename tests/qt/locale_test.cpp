@@ -1,0 +1,59 @@
+#include <gtest/gtest.h>
+
+#include "hosts/qt/qt_locale.h"
+
+namespace orvello {
+namespace {
+
+TEST(Locale, RussianResourcesForRussianAndForNoLocaleAtAll) {
+  for (const char* name : {"ru_RU.UTF-8", "ru_UA", "ru", "C", "C.UTF-8", "POSIX", ""})
+    EXPECT_TRUE(QtLocale(name, name, {}).russian_resources()) << name;
+  for (const char* name : {"en_US.UTF-8", "de_DE.UTF-8", "be_BY", "ja_JP"})
+    EXPECT_FALSE(QtLocale(name, name, {}).russian_resources()) << name;
+}
+
+TEST(Locale, TheLanguageOptionDecidesAboutTextsAndNames) {
+  const QtLocale russian("de_DE.UTF-8", "de_DE.UTF-8", true);
+  EXPECT_TRUE(russian.russian_resources());
+  EXPECT_EQ(russian.data().genitive_month_names[10], u"ноября");
+  const QtLocale english("ru_RU.UTF-8", "ru_RU.UTF-8", false);
+  EXPECT_FALSE(english.russian_resources());
+  EXPECT_EQ(english.data().day_names[0], u"Monday");
+  // The region of the wanted language still counts.
+  EXPECT_EQ(QtLocale("en_GB.UTF-8", "en_GB.UTF-8", false).data().short_date_order, u"1");
+}
+
+struct Convention {
+  const char* name;
+  TextView long_order, short_order, separator, time_separator;
+  bool half_day_clock;
+};
+
+TEST(Locale, RegionsDecideAboutOrdersSeparatorsAndClocks) {
+  const Convention cases[] = {{"en_US.UTF-8", u"0", u"0", u"/", u":", true},
+                              {"en_GB.UTF-8", u"1", u"1", u"/", u":", false},
+                              {"ru_RU.UTF-8", u"1", u"1", u".", u":", false},
+                              {"de_DE@euro", u"1", u"1", u".", u":", false},
+                              {"hu_HU.UTF-8", u"2", u"2", u".", u":", false},
+                              {"sv_SE.UTF-8", u"1", u"2", u"-", u":", false},
+                              {"fi_FI.UTF-8", u"1", u"1", u".", u".", false}};
+  for (const Convention& c : cases) {
+    const LocaleData data = QtLocale(c.name, c.name, {}).data();
+    EXPECT_EQ(data.long_date_order, c.long_order) << c.name;
+    EXPECT_EQ(data.short_date_order, c.short_order) << c.name;
+    EXPECT_EQ(data.date_separator, c.separator) << c.name;
+    EXPECT_EQ(data.time_separator, c.time_separator) << c.name;
+    EXPECT_EQ(data.time_format == u"0", c.half_day_clock) << c.name;
+  }
+}
+
+TEST(Locale, DatesAreInTheirOwnLanguageAndElseInThatOfTheTexts) {
+  EXPECT_EQ(QtLocale("en_US.UTF-8", "de_DE.UTF-8", {}).data().day_names[2], u"Mittwoch");
+  EXPECT_EQ(QtLocale("en_US.UTF-8", "C", {}).data().day_names[2], u"Wednesday");
+  const LocaleData polish = QtLocale("pl_PL.UTF-8", "pl_PL.UTF-8", {}).data();
+  EXPECT_EQ(polish.month_names[0], u"styczeń");
+  EXPECT_EQ(polish.genitive_month_names[0], u"stycznia");
+}
+
+}  // namespace
+}  // namespace orvello

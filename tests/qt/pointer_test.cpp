@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include "tests/qt/test_window.h"
+
+namespace orvello {
+namespace {
+
+std::vector<std::uint32_t> ids_of(const Recorder& recorder) {
+  std::vector<std::uint32_t> ids;
+  for (const Message& message : recorder.messages)
+    if (message.id >= kMessageMouseMove && message.id <= kMessageButtonUp)
+      ids.push_back(message.id);
+  return ids;
+}
+
+void turn_wheel(QWidget* widget, int angle) {
+  QWheelEvent event(QPointF(20, 30), widget->mapToGlobal(QPointF(20, 30)), {}, {0, angle},
+                    Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(widget, &event);
+}
+
+const std::vector<std::uint32_t> kDrag = {kMessageButtonDown, kMessageMouseMove, kMessageButtonUp};
+
+TEST(Pointer, AMouseDragArrivesAndHoveringAndOtherButtonsDoNot) {
+  TestWindow test;
+  test.show();
+  QTest::mouseMove(test.content(), QPoint(3, 3));
+  QTest::mouseClick(test.content(), Qt::RightButton, {}, QPoint(5, 5));
+  EXPECT_TRUE(ids_of(test.recorder).empty());
+
+  QTest::mousePress(test.content(), Qt::LeftButton, {}, QPoint(10, 20));
+  EXPECT_TRUE(test.window->pen_is_down());
+  QTest::mouseMove(test.content(), QPoint(60, 25));
+  QTest::mouseRelease(test.content(), Qt::LeftButton, {}, QPoint(70, 26));
+  EXPECT_FALSE(test.window->pen_is_down());
+  EXPECT_EQ(ids_of(test.recorder), kDrag);
+  EXPECT_EQ(test.recorder.of(kMessageButtonDown).at(0).point, (Point{10, 20}));
+  EXPECT_EQ(test.recorder.of(kMessageMouseMove).at(0).point, (Point{60, 25}));
+  EXPECT_EQ(test.recorder.of(kMessageButtonUp).at(0).point, (Point{70, 26}));
+}
+
+TEST(Pointer, BothPressesOfADoubleClickArrive) {
+  TestWindow test;
+  test.show();
+  QTest::mouseDClick(test.content(), Qt::LeftButton, {}, QPoint(10, 20));
+  EXPECT_EQ(test.recorder.count(kMessageButtonDown), test.recorder.count(kMessageButtonUp));
+  EXPECT_EQ(test.recorder.count(kMessageButtonDown), 2);
+}
+
+TEST(Pointer, ATouchIsThePointerOnceAndFurtherFingersAreNotHeard) {
+  static QPointingDevice* const screen = QTest::createTouchDevice();
+  TestWindow test;
+  test.show();
+  QTest::touchEvent(test.content(), screen).press(0, QPoint(40, 50));
+  QTest::touchEvent(test.content(), screen).stationary(0).press(1, QPoint(140, 150));
+  QTest::touchEvent(test.content(), screen).move(0, QPoint(45, 90)).move(1, QPoint(150, 150));
+  EXPECT_TRUE(test.window->pen_is_down());
+  QTest::touchEvent(test.content(), screen).release(0, QPoint(45, 90)).stationary(1);
+  EXPECT_FALSE(test.window->pen_is_down());
+  QTest::touchEvent(test.content(), screen).release(1, QPoint(150, 150));
+  settle();
+  EXPECT_EQ(ids_of(test.recorder), kDrag);
+  EXPECT_EQ(test.recorder.of(kMessageButtonDown).at(0).point, (Point{40, 50}));
+  EXPECT_EQ(test.recorder.of(kMessageButtonUp).at(0).point, (Point{45, 90}));
+}
+
+TEST(Pointer, WhoeverHoldsThePointerKeepsIt) {
+  static QPointingDevice* const screen = QTest::createTouchDevice();
+  TestWindow test;
+  test.show();
+  QTest::mousePress(test.content(), Qt::LeftButton, {}, QPoint(10, 20));
+  QTest::touchEvent(test.content(), screen).press(0, QPoint(40, 50));
+  QTest::touchEvent(test.content(), screen).release(0, QPoint(40, 50));
+  EXPECT_TRUE(test.window->pen_is_down());
+  QTest::mouseRelease(test.content(), Qt::LeftButton, {}, QPoint(10, 20));
+  EXPECT_EQ(ids_of(test.recorder),
+            (std::vector<std::uint32_t>{kMessageButtonDown, kMessageButtonUp}));
+}
+
+TEST(Pointer, ACancelledTouchEndsWhereNothingIs) {
+  QtPointer pointer;
+  need_application();
+  static QPointingDevice* const screen = QTest::createTouchDevice();
+  QList<QEventPoint> points{QEventPoint(7, QEventPoint::Pressed, {5, 5}, {5, 5})};
+  EXPECT_EQ(pointer.take(QTouchEvent(QEvent::TouchBegin, screen, {}, points)).change,
+            QtPointer::Change::down);
+  const auto step = pointer.take(QTouchEvent(QEvent::TouchCancel, screen));
+  EXPECT_EQ(step.change, QtPointer::Change::up);
+  EXPECT_LT(step.place.x(), 0);
+  EXPECT_FALSE(pointer.is_down());
+}
+
+TEST(Wheel, TurnsAddUpToNotchesAndTurningBackCountsAtOnce) {
+  TestWindow test;
+  test.show();
+  for (int i = 0; i < 3; ++i) turn_wheel(test.content(), 40);
+  ASSERT_EQ(test.recorder.count(kMessageMouseWheel), 1);
+  EXPECT_EQ(test.recorder.of(kMessageMouseWheel)[0].detail, 1);
+  EXPECT_EQ(test.recorder.of(kMessageMouseWheel)[0].point, (Point{20, 30}));
+  turn_wheel(test.content(), 90);
+  turn_wheel(test.content(), -120);
+  ASSERT_EQ(test.recorder.count(kMessageMouseWheel), 2);
+  EXPECT_EQ(test.recorder.of(kMessageMouseWheel)[1].detail, -1);
+}
+
+TEST(Keys, ArriveAsVirtualKeysAndTabIsKeptForTheFocus) {
+  TestWindow test;
+  test.show();
+  const std::vector<std::pair<Qt::Key, std::uint32_t>> keys = {
+      {Qt::Key_Left, kKeyLeft},
+      {Qt::Key_Down, kKeyDown},
+      {Qt::Key_PageUp, kKeyPageUp},
+      {Qt::Key_Home, kKeyHome},
+      {Qt::Key_PageDown, kKeyPageDown},
+      {Qt::Key_Enter, kKeyReturn},
+      {Qt::Key_N, 'N'},
+      {Qt::Key_7, '7'},
+  };
+  for (const auto& [key, code] : keys) {
+    test.recorder.messages.clear();
+    QTest::keyClick(test.content(), key);
+    ASSERT_EQ(test.recorder.count(kMessageKeyDown), 1) << code;
+    EXPECT_EQ(test.recorder.of(kMessageKeyDown)[0].wparam, code);
+    ASSERT_EQ(test.recorder.count(kMessageKeyUp), 1) << code;
+    EXPECT_EQ(test.recorder.of(kMessageKeyUp)[0].wparam, code);
+  }
+  test.recorder.messages.clear();
+  QTest::keyClick(test.content(), Qt::Key_Tab);
+  QTest::keyClick(test.content(), Qt::Key_F5);
+  EXPECT_EQ(test.recorder.count(kMessageKeyDown), 0);
+}
+
+TEST(Keys, AHeldKeyRepeatsItsPressAlone) {
+  TestWindow test;
+  test.show();
+  for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, Qt::Key_Right, {}, {}, true);
+    QApplication::sendEvent(test.content(), &event);
+  }
+  EXPECT_EQ(test.recorder.count(kMessageKeyDown), 1);
+  EXPECT_EQ(test.recorder.count(kMessageKeyUp), 0);
+}
+
+}  // namespace
+}  // namespace orvello

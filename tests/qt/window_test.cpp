@@ -1,0 +1,193 @@
+#include <gtest/gtest.h>
+
+#include <QCloseEvent>
+#include <thread>
+
+#include "hosts/linux/window_place.h"
+#include "hosts/qt/qt_surface.h"
+#include "tests/qt/test_window.h"
+
+namespace orvello {
+namespace {
+
+QtWindowOptions remembered_in(const std::string& folder) {
+  QtWindowOptions options;
+  options.place_file = folder + "/window";
+  return options;
+}
+
+TEST(Window, AFixedScreenIsWhatTheProgramSeesAndWhatIsShown) {
+  TestWindow test({480, 640}, 192);
+  const ScreenInfo screen = test.window->screen();
+  EXPECT_EQ(screen.resolution, (Size{480, 640}));
+  EXPECT_EQ(screen.work_area, (Rect{0, 0, 480, 640}));
+  EXPECT_EQ(screen.dpi_x, 192);
+  test.show();
+  EXPECT_EQ(test.window->shell()->grab().toImage().size(), QSize(480, 640));
+}
+
+TEST(Window, ARowOfSizesIsOneRotationAndAReturnToTheOldSizeIsNone) {
+  need_application();
+  Recorder recorder;
+  QtMainWindow window({});
+  ASSERT_TRUE(window.create(u"Orvello", u"Orvello", 0, recorder));
+  window.show();
+  settle();
+  recorder.messages.clear();
+  for (const QSize& size : {QSize(500, 300), QSize(520, 310), QSize(540, 320)})
+    window.shell()->resize(size);
+  ASSERT_TRUE(wait_until([&] { return recorder.count(kMessageSettingChange) > 0; }));
+  settle();
+  EXPECT_EQ(recorder.count(kMessageSettingChange), 1);
+  EXPECT_EQ(recorder.of(kMessageSettingChange)[0].wparam, kScreenRotated);
+  EXPECT_EQ(window.screen().resolution, (Size{540, 320}));
+  window.shell()->resize(400, 400);
+  window.shell()->resize(540, 320);
+  settle();
+  EXPECT_EQ(recorder.count(kMessageSettingChange), 1);
+}
+
+TEST(Window, MessagesAndRedrawsComeFromAnyThread) {
+  TestWindow test;
+  test.show();
+  std::vector<std::thread> threads;
+  for (std::uint32_t t = 0; t < 4; ++t)
+    threads.emplace_back([&test, t] {
+      for (std::uint32_t i = 0; i < 50; ++i) {
+        test.window->post({kMessageRefresh, t * 100 + i, {}, 0});
+        test.window->invalidate();
+      }
+    });
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(test.recorder.count(kMessagePaint), 0);
+  ASSERT_TRUE(wait_until([&] { return test.recorder.count(kMessageRefresh) == 200; }));
+  ASSERT_TRUE(wait_until([&] { return test.recorder.count(kMessagePaint) > 0; }));
+  settle();
+  EXPECT_LE(test.recorder.count(kMessagePaint), 3);
+  std::uint32_t next = 0;
+  for (const Message& message : test.recorder.of(kMessageRefresh))
+    if (message.wparam < 100) {
+      EXPECT_EQ(message.wparam, next++);
+    }
+}
+
+TEST(Window, ThePublishedPictureIsShownPixelForPixelAndReportedOnce) {
+  TestWindow test({120, 100}, 96);
+  QtSurface surface({120, 80});
+  test.recorder.on_message = [&](const Message& message) {
+    if (message.id == kMessagePaint) test.window->copy_surface(surface, {120, 80});
+    return message.id == kMessagePaint;
+  };
+  int first_paints = 0;
+  test.window->on_first_paint = [&] { ++first_paints; };
+  test.show();
+  EXPECT_EQ(first_paints, 0) << "nothing was drawn yet";
+  surface.canvas().fill_rect({10, 10, 20, 20}, rgb(200, 0, 0));
+  surface.publish();
+  surface.canvas().fill_rect({0, 0, 120, 80}, rgb(0, 0, 200));  // not published
+  for (int i = 0; i < 2; ++i) {
+    test.window->invalidate();
+    settle();
+  }
+  EXPECT_EQ(first_paints, 1);
+  const QImage shown = test.window->shell()->grab().toImage();
+  EXPECT_EQ(shown.pixel(10, 10), qRgb(200, 0, 0));
+  EXPECT_EQ(shown.pixel(29, 29), qRgb(200, 0, 0));
+  EXPECT_EQ(shown.pixel(30, 30), qRgb(255, 255, 255));
+  EXPECT_EQ(shown.pixel(9, 9), qRgb(255, 255, 255));
+  EXPECT_EQ(shown.pixel(60, 95), qRgb(255, 255, 255)) << "below the picture";
+}
+
+TEST(Window, ClosingIsTheProgramsDecision) {
+  TestWindow test;
+  test.show();
+  bool destroys = false;
+  test.recorder.on_message = [&](const Message& message) {
+    if (message.id != kMessageClose) return false;
+    if (destroys) test.window->destroy();
+    return true;
+  };
+  test.window->shell()->close();
+  EXPECT_TRUE(test.window->is_active());
+  destroys = true;
+  test.window->start_timer(5, 1);
+  test.window->shell()->close();
+  EXPECT_FALSE(test.window->is_active());
+  EXPECT_EQ(test.recorder.count(kMessageDestroy), 1);
+  settle();
+  EXPECT_EQ(test.recorder.count(kMessageTimer), 0);
+  test.window->invalidate();  // a drawing that ends late
+  test.window->post({kMessageRefresh, 0, {}, 0});
+  settle();
+  EXPECT_EQ(test.recorder.count(kMessageRefresh), 0);
+}
+
+TEST(Window, ATimerMayDestroyTheWindow) {
+  TestWindow test;
+  test.show();
+  test.recorder.on_message = [&](const Message& message) {
+    if (message.id == kMessageTimer) test.window->destroy();
+    return true;
+  };
+  test.window->start_timer(3, 5);
+  EXPECT_TRUE(wait_until([&] { return test.recorder.count(kMessageDestroy) == 1; }));
+  settle();
+}
+
+TEST(Window, QuittingBeforeTheLoopEndsItAtOnce) {
+  TestWindow test;
+  test.window->post_quit(7);
+  EXPECT_EQ(test.window->run(), 7);
+}
+
+TEST(Window, RemembersItsPlaceUnlessTheScreenIsFixed) {
+  need_application();
+  TemporaryFolder folder;
+  Recorder recorder;
+  {
+    QtMainWindow window(remembered_in(folder.path()));
+    window.create(u"Orvello", u"Orvello", 0, recorder);
+    window.show();
+    window.shell()->setGeometry(40, 50, 333, 444);
+    settle();
+    window.destroy();
+    settle();
+  }
+  {
+    QtMainWindow window(remembered_in(folder.path()));
+    EXPECT_EQ(window.screen().resolution, (Size{333, 444}));
+    window.create(u"Orvello", u"Orvello", 0, recorder);
+    EXPECT_EQ(window.shell()->geometry(), QRect(40, 50, 333, 444));
+  }
+  QtWindowOptions fixed = remembered_in(folder.path());
+  fixed.screen = Size{240, 320};
+  QtMainWindow window(fixed);
+  EXPECT_EQ(window.screen().resolution, (Size{240, 320}));
+  window.create(u"Orvello", u"Orvello", 0, recorder);
+  window.show();
+  settle();
+  window.destroy();
+  EXPECT_EQ(load_window_place(folder / "window"), (Rect{40, 50, 333, 444}));
+}
+
+TEST(WindowPlace, IsBroughtBackToAScreenThatExists) {
+  const Rect screens[] = {{0, 0, 800, 600}, {800, 0, 400, 300}};
+  EXPECT_EQ(clamp_to_screens({100, 100, 300, 300}, screens, 2), (Rect{100, 100, 300, 300}));
+  EXPECT_EQ(clamp_to_screens({5000, 5000, 300, 300}, screens, 2), (Rect{500, 300, 300, 300}));
+  EXPECT_EQ(clamp_to_screens({900, 100, 900, 900}, screens, 2), (Rect{800, 0, 400, 300}));
+  EXPECT_EQ(clamp_to_screens({-50, -20, 300, 300}, screens, 2), (Rect{0, 0, 300, 300}));
+}
+
+TEST(WindowPlace, ADamagedFileIsNoPlace) {
+  TemporaryFolder folder;
+  EXPECT_FALSE(load_window_place(folder / "none"));
+  for (const char* content : {"", "rubbish", "1 2 3", "0 0 0 0", "0 0 99999999 5"}) {
+    FILE* file = std::fopen((folder / "window").c_str(), "w");
+    std::fputs(content, file);
+    std::fclose(file);
+    EXPECT_FALSE(load_window_place(folder / "window")) << content;
+  }
+}
+
+}  // namespace
+}  // namespace orvello
