@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <optional>
 
 #include "views/month_icons.h"
 
@@ -48,18 +49,41 @@ int slot_after(CalendarDate date) {
   return static_cast<int>(std::ceil((date - std::floor(date)) * 48 - kSlack));
 }
 
+// The colour kept for the whole categories text, else for its first label.
+std::optional<Color> category_color(TextView categories, const std::vector<CategoryProp>& props) {
+  if (categories.empty()) return std::nullopt;
+  const auto find = [&](TextView label) -> std::optional<Color> {
+    for (const CategoryProp& prop : props)
+      if (prop.label == label) return static_cast<Color>(prop.color) & kWhite;
+    return std::nullopt;
+  };
+  if (const auto color = find(categories)) return color;
+  return find(categories.substr(0, categories.find(u',')));
+}
+
 }  // namespace
+
+MonthBars::MonthBars(const MonthSnapshot& snapshot, const MonthLayout& layout)
+    : snapshot_(snapshot), layout_(layout) {
+  for (int status = 0; status < 4; ++status)
+    colors_by_status_[status] = color_index(busy_color(static_cast<BusyStatus>(status)));
+  for (const Text& categories : snapshot.period.categories) {
+    std::optional<Color> color;
+    if (snapshot.usecategorycolorforbar == 1)
+      color = category_color(categories, snapshot.category_colors);
+    colors_by_categories_.push_back(color ? color_index(legible(*color)) : -1);
+  }
+}
 
 void MonthBars::add(const PeriodItem& item, const CellSpan& span) {
   if (!item.passes_profile || span.first > span.last) return;
-  const AppointmentSummary& summary = *item.summary;
-  const bool free = summary.busy_status == BusyStatus::free;
-  if (summary.all_day && free && snapshot_.showfree != 1) return;
-  const std::uint8_t color = color_of(summary);
+  const bool free = item.busy_status == BusyStatus::free;
+  if (item.all_day && free && snapshot_.showfree != 1) return;
+  const std::uint8_t color = color_of(item);
   for (int index = span.first; index <= span.last; ++index) {
     if (!layout_.cells[index].drawn) continue;
     Cell& cell = cells_[index];
-    if (summary.all_day) {
+    if (item.all_day) {
       add_all_day(cell, free, color);
       continue;
     }
@@ -83,9 +107,10 @@ void MonthBars::add_all_day(Cell& cell, bool free, std::uint8_t color) {
 
 void MonthBars::add_slots(Cell& cell, int first, int last, std::uint8_t color) {
   std::uint64_t bits = slot_bits(first, last);
-  const auto free_lane = std::find_if(cell.lanes.begin(), cell.lanes.end(),
+  const auto lanes_end = cell.lanes.begin() + layout_.bars.lanes;
+  const auto free_lane = std::find_if(cell.lanes.begin(), lanes_end,
                                       [&](const Lane& lane) { return (lane.taken & bits) == 0; });
-  Lane& lane = free_lane == cell.lanes.end() ? cell.lanes.back() : *free_lane;
+  Lane& lane = free_lane == lanes_end ? *(lanes_end - 1) : *free_lane;
   bits &= ~lane.taken;
   if (bits == 0) return;
   lane.taken |= bits;
@@ -93,27 +118,10 @@ void MonthBars::add_slots(Cell& cell, int first, int last, std::uint8_t color) {
   for (; bits != 0; bits &= bits - 1) lane.colors[std::countr_zero(bits)] = color;
 }
 
-std::optional<Color> MonthBars::category_color(TextView categories) const {
-  if (categories.empty()) return std::nullopt;
-  const auto find = [&](TextView label) -> std::optional<Color> {
-    for (const CategoryProp& prop : snapshot_.category_colors)
-      if (prop.label == label) return static_cast<Color>(prop.color) & kWhite;
-    return std::nullopt;
-  };
-  if (const auto color = find(categories)) return color;
-  return find(categories.substr(0, categories.find(u',')));
-}
-
-std::uint8_t MonthBars::color_of(const AppointmentSummary& summary) {
-  if (snapshot_.usecategorycolorforbar == 1) {
-    const auto [place, added] = colors_by_text_.try_emplace(summary.categories, -1);
-    if (added) {
-      if (const auto color = category_color(summary.categories))
-        place->second = color_index(legible(*color));
-    }
-    if (place->second >= 0) return static_cast<std::uint8_t>(place->second);
-  }
-  return color_index(busy_color(summary.busy_status));
+std::uint8_t MonthBars::color_of(const PeriodItem& item) const {
+  const int own = colors_by_categories_[item.categories];
+  return own >= 0 ? static_cast<std::uint8_t>(own)
+                  : colors_by_status_[static_cast<std::size_t>(item.busy_status) & 3];
 }
 
 std::uint8_t MonthBars::color_index(Color color) {
@@ -130,14 +138,27 @@ std::vector<MonthBar> MonthBars::bars_of(int index) const {
   const Cell& cell = cells_[index];
   const MonthCell& place = layout_.cells[index];
   const BarBand& band = layout_.bars;
-  if (cell.all_day) {
+  if (cell.all_day) append_all_day(place, cell, bars);
+  // Where the day lies, so that a short bar alone still says when.
+  if (cell.lanes[0].taken != 0 && band.axis_height > 0) {
     bars.push_back(
-        {{place.box.x + band.left, place.box.y + band.all_day_top, band.width, band.all_day_height},
-         palette_[cell.all_day_color],
-         cell.all_day_free});
+        {{place.box.x + band.left, place.box.y + band.axis_top, band.width, band.axis_height},
+         snapshot_.color(ColorSlot::month_line)});
   }
-  for (int lane = 0; lane < kBarLanes; ++lane) append_lane(place, cell, lane, bars);
+  for (int lane = 0; lane < band.lanes; ++lane) append_lane(place, cell, lane, bars);
   return bars;
+}
+
+void MonthBars::append_all_day(const MonthCell& place, const Cell& cell,
+                               std::vector<MonthBar>& bars) const {
+  const BarBand& band = layout_.bars;
+  const int scale = layout_.screen.scale;
+  const int dash = cell.all_day_free ? 3 * scale : band.width;
+  for (int x = 0; x < band.width; x += dash + 2 * scale) {
+    bars.push_back({{place.box.x + band.left + x, place.box.y + band.all_day_top,
+                     std::min(dash, band.width - x), band.all_day_height},
+                    palette_[cell.all_day_color]});
+  }
 }
 
 void MonthBars::append_lane(const MonthCell& place, const Cell& cell, int number,
@@ -163,7 +184,7 @@ void MonthBars::append_lane(const MonthCell& place, const Cell& cell, int number
     int width = at(end) - x - (touches && at(end) - x > 2 * scale ? scale : 0);
     width = std::max(width, 2 * scale);
     x = std::min(x, left + band.width - width);
-    bars.push_back({{x, top, width, band.lane_height}, palette_[lane.colors[slot]], false});
+    bars.push_back({{x, top, width, band.lane_height}, palette_[lane.colors[slot]]});
     slot = end;
   }
 }
@@ -172,7 +193,7 @@ bool MonthIndicatorPass(const MonthSnapshot& snapshot, const MonthLayout& layout
                         const DrawControl& control) {
   MonthBars bars(snapshot, layout);
   MonthIcons icons(snapshot, layout, canvas);
-  for (const PeriodItem& item : snapshot.items) {
+  for (const PeriodItem& item : snapshot.period.items) {
     if (control.stopped()) return false;
     const CellSpan span = cells_of(item, layout.grid, snapshot.generation);
     bars.add(item, span);
@@ -180,12 +201,7 @@ bool MonthIndicatorPass(const MonthSnapshot& snapshot, const MonthLayout& layout
   }
   for (int cell = 0; cell < static_cast<int>(layout.cells.size()); ++cell) {
     if (control.stopped()) return false;
-    for (const MonthBar& bar : bars.bars_of(cell)) {
-      if (bar.outline)
-        canvas.frame_rect(bar.box, bar.color, layout.screen.scale);
-      else
-        canvas.fill_rect(bar.box, bar.color);
-    }
+    for (const MonthBar& bar : bars.bars_of(cell)) canvas.fill_rect(bar.box, bar.color);
     control.progress();
   }
   return true;

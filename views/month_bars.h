@@ -1,15 +1,13 @@
 // Time indicator bars: each appointment as a bar in its day cells whose place and length show its
 // time of day. A cell runs from midnight to midnight, left to right, in half-hour slots.
 //
-// Appointments that overlap stand in lanes above each other; what finds no free lane of the three
-// fills the gaps of the top one. All-day appointments share one line at the bottom: filled when the
-// time is taken, an outline when it is free - and those only with showfree.
+// Appointments that overlap stand in lanes above each other; what finds no free lane
+// fills the gaps of the top one. All-day appointments share one line at the bottom: solid when the
+// time is taken, dashed when it is free - and those only with showfree.
 #pragma once
 
 #include <array>
 #include <cstdint>
-#include <optional>
-#include <unordered_map>
 #include <vector>
 
 #include "views/draw_control.h"
@@ -20,15 +18,13 @@ namespace orvello {
 struct MonthBar {
   Rect box;
   Color color = 0;
-  bool outline = false;
   friend bool operator==(const MonthBar&, const MonthBar&) = default;
 };
 
 // Collects bars cell by cell, so that any number of appointments ends as a few rectangles.
 class MonthBars {
  public:
-  MonthBars(const MonthSnapshot& snapshot, const MonthLayout& layout)
-      : snapshot_(snapshot), layout_(layout) {}
+  MonthBars(const MonthSnapshot& snapshot, const MonthLayout& layout);
 
   void add(const PeriodItem& item, const CellSpan& span);
   std::vector<MonthBar> bars_of(int cell) const;
@@ -41,7 +37,7 @@ class MonthBars {
     std::array<std::uint8_t, kSlots> colors{};
   };
   struct Cell {
-    std::array<Lane, kBarLanes> lanes;
+    std::array<Lane, kMaxBarLanes> lanes;
     bool all_day = false;
     bool all_day_free = false;
     std::uint8_t all_day_color = 0;
@@ -51,16 +47,16 @@ class MonthBars {
   void add_slots(Cell& cell, int first, int last, std::uint8_t color);
   void append_lane(const MonthCell& place, const Cell& cell, int lane,
                    std::vector<MonthBar>& bars) const;
-  std::uint8_t color_of(const AppointmentSummary& summary);
+  void append_all_day(const MonthCell& place, const Cell& cell, std::vector<MonthBar>& bars) const;
+  std::uint8_t color_of(const PeriodItem& item) const;
   std::uint8_t color_index(Color color);
-  // Nothing where the categories have no colour of their own.
-  std::optional<Color> category_color(TextView categories) const;
 
   const MonthSnapshot& snapshot_;
   const MonthLayout& layout_;
   std::array<Cell, 42> cells_{};
   std::vector<Color> palette_;
-  std::unordered_map<TextView, int> colors_by_text_;  // -1: none
+  std::array<std::uint8_t, 4> colors_by_status_{};
+  std::vector<int> colors_by_categories_;  // -1: none of its own
 };
 
 // Bars and, with showholiday, icons. False: given up, a newer drawing is wanted.

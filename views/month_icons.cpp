@@ -3,45 +3,61 @@
 #include <bit>
 
 #include "settings/category_text.h"
+#include "views/month_cells.h"
 
 namespace orvello {
 
+namespace {
+
+std::uint64_t slots_of(TextView categories, const std::vector<MonthIconSlot>& icons) {
+  std::uint64_t slots = 0;
+  for (std::size_t i = 0; i < icons.size(); ++i) {
+    const Text& label = icons[i].label;
+    const bool matches =
+        categories.empty() ? label == kNoCategory : categoryTextHasLabel(categories, label);
+    if (matches) slots |= std::uint64_t{1} << i;
+  }
+  return slots;
+}
+
+}  // namespace
+
+MonthIcons::MonthIcons(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas)
+    : snapshot_(snapshot), layout_(layout), canvas_(canvas) {
+  for (const Text& categories : snapshot.period.categories)
+    slots_by_categories_.push_back(slots_of(categories, snapshot.icons));
+}
+
 void MonthIcons::place(const PeriodItem& item, const CellSpan& span) {
-  if (!item.passes_profile || snapshot_.icons.empty()) return;
-  const std::uint64_t slots = slots_of(item.summary->categories);
+  if (!item.passes_profile) return;
+  const std::uint64_t slots = slots_by_categories_[item.categories];
   if (slots == 0) return;
   for (int cell = span.first; cell <= span.last; ++cell)
     if (layout_.cells[cell].drawn) offer(cell, slots);
 }
 
-std::uint64_t MonthIcons::slots_of(TextView categories) {
-  const auto [place, added] = slots_by_text_.try_emplace(categories, 0);
-  if (!added) return place->second;
-  for (std::size_t i = 0; i < snapshot_.icons.size(); ++i) {
-    const Text& label = snapshot_.icons[i].label;
-    const bool matches =
-        categories.empty() ? label == kNoCategory : categoryTextHasLabel(categories, label);
-    if (matches) place->second |= std::uint64_t{1} << i;
-  }
-  return place->second;
-}
-
 void MonthIcons::offer(int cell, std::uint64_t slots) {
   for (slots &= ~placed_[cell]; slots != 0 && counts_[cell] < kIconsInCell; slots &= slots - 1) {
     placed_[cell] |= slots & -slots;
-    const int n = ++counts_[cell];
-    const Image& picture = snapshot_.icons[std::countr_zero(slots)].picture;
     // A number past the strips keeps its place and shows nothing.
-    if (picture.empty()) continue;
-    canvas_.draw_image(picture, {0, 0, picture.width, picture.height},
-                       month_icon_place(layout_, cell / 7, cell % 7, n));
+    draw(snapshot_.icons[std::countr_zero(slots)].picture, layout_.cells[cell], ++counts_[cell]);
   }
+}
+
+void MonthIcons::draw(const Image& picture, const MonthCell& cell, int n) {
+  if (picture.empty()) return;
+  const Point place = month_icon_place(layout_, cell.row, cell.column, n);
+  canvas_.draw_image(picture, {0, 0, picture.width, picture.height}, place);
+  // The second row of icons reaches the numbers of a low cell; the date is more important.
+  const Rect box{place.x, place.y, picture.width, picture.height};
+  if (!intersection(box, cell.number).empty())
+    restore_day_number(snapshot_, layout_, cell, canvas_);
 }
 
 bool MonthIconPass(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,
                    const DrawControl& control) {
   MonthIcons icons(snapshot, layout, canvas);
-  for (const PeriodItem& item : snapshot.items) {
+  for (const PeriodItem& item : snapshot.period.items) {
     if (control.stopped()) return false;
     icons.place(item, cells_of(item, layout.grid, snapshot.generation));
     control.progress();

@@ -3,7 +3,7 @@
 
 #include <array>
 #include <cstdint>
-#include <unordered_map>
+#include <vector>
 
 #include "views/draw_control.h"
 #include "views/month_snapshot.h"
@@ -14,22 +14,21 @@ namespace orvello {
 // snapshot outlives it.
 class MonthIcons {
  public:
-  MonthIcons(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas)
-      : snapshot_(snapshot), layout_(layout), canvas_(canvas) {}
+  MonthIcons(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas);
 
   // Offers the item's days to every slot, if the item passes the profile.
   void place(const PeriodItem& item, const CellSpan& span);
 
  private:
-  std::uint64_t slots_of(TextView categories);  // bit i: the snapshot's i-th icon
   void offer(int cell, std::uint64_t slots);
+  void draw(const Image& picture, const MonthCell& cell, int n);
 
   const MonthSnapshot& snapshot_;
   const MonthLayout& layout_;
   Canvas& canvas_;
   std::array<int, 42> counts_{};
-  std::array<std::uint64_t, 42> placed_{};  // a flag for each slot
-  std::unordered_map<TextView, std::uint64_t> slots_by_text_;
+  std::array<std::uint64_t, 42> placed_{};          // a flag for each slot
+  std::vector<std::uint64_t> slots_by_categories_;  // bit i: the snapshot's i-th icon
 };
 
 // The icons alone. False: given up, a newer drawing is wanted.

@@ -96,8 +96,8 @@ void place_cells(MonthLayout& layout, const MonthLayoutInput& input) {
 void place_bars(MonthLayout& layout, const MonthLayoutInput& input) {
   const ScreenLayout& screen = layout.screen;
   const int scale = screen.scale;
-  const int number_bottom = layout.number_font.height + scale;
-  const int full = 16 * scale;  // four lines of four
+  const int number_bottom = layout.number_font.height;  // digits end above the line's end
+  const int full = 16 * scale;                          // four lines of four
   const int icon_gap = std::max(0, (screen.column_width - 3 * layout.icon.width) / 5);
   const int icon_pitch = icon_gap + layout.icon.height;
   int bottom = screen.row_height - scale;
@@ -111,11 +111,14 @@ void place_bars(MonthLayout& layout, const MonthLayoutInput& input) {
   BarBand& band = layout.bars;
   band.left = 2 * scale;
   band.width = std::max(0, screen.column_width - 3 * scale);
-  band.all_day_height = std::min(std::max(1, height / 5), 3 * scale);
+  band.all_day_height = std::clamp(height / 4, 1, 2 * scale);
   band.all_day_top = bottom - band.all_day_height;
-  const int gap = height >= 7 * scale ? scale : 0;
-  band.lanes_bottom = band.all_day_top - gap;
-  band.lane_pitch = std::max(1, (height - band.all_day_height - gap) / kBarLanes);
+  band.axis_height = height >= 7 * scale ? scale : 0;
+  band.axis_top = band.all_day_top - band.axis_height;
+  band.lanes_bottom = band.axis_top;
+  const int room = std::max(1, height - band.all_day_height - band.axis_height);
+  band.lanes = std::clamp(room / (2 * scale), 1, kMaxBarLanes);
+  band.lane_pitch = room / band.lanes;
   band.lane_height = band.lane_pitch > 2 * scale ? band.lane_pitch - scale : band.lane_pitch;
 }
 

@@ -36,17 +36,20 @@ struct MonthCell {
 };
 
 // Where the time indicator bars stand, measured from a cell's top left corner: the whole day runs
-// from the left to the right edge. All-day appointments lie at the bottom, three lanes above them.
+// from the left to the right edge. All-day appointments lie at the bottom, lanes above them.
 struct BarBand {
   int left = 0;
   int width = 0;
   int all_day_top = 0;
   int all_day_height = 0;
+  int axis_top = 0;  // a hairline between the two, where there is room: else axis_height is 0
+  int axis_height = 0;
+  int lanes = 1;
   int lanes_bottom = 0;  // below lane 0; lanes grow upwards
   int lane_pitch = 0;
   int lane_height = 0;
 };
-inline constexpr int kBarLanes = 3;
+inline constexpr int kMaxBarLanes = 3;
 
 struct MonthSnapshot;
 

@@ -1,56 +1,10 @@
 #include "views/month_paint.h"
 
 #include "views/month_bars.h"
+#include "views/month_cells.h"
 #include "views/month_icons.h"
 
 namespace orvello {
-
-namespace {
-
-bool is_weekend(int column, int firstdayofweek) {
-  return firstdayofweek != 0 ? column >= 5 : column == 0 || column == 6;
-}
-
-Color cell_background(const MonthSnapshot& snapshot, const MonthCell& cell) {
-  if (cell.date == snapshot.today) return snapshot.color(ColorSlot::month_today_background);
-  if (cell.off_month) return snapshot.color(ColorSlot::month_off_background);
-  const bool second = snapshot.calendarcolorstyle == 1
-                          ? is_weekend(cell.column, snapshot.layout.firstdayofweek)
-                          : cell.row % 2 == 1;
-  return snapshot.color(second ? ColorSlot::month_date_background_2
-                               : ColorSlot::month_date_background_1);
-}
-
-// With coloroffdays the days of the weekend stand out in the week numbers' colour.
-Color number_color(const MonthSnapshot& snapshot, const MonthCell& cell) {
-  if (cell.off_month) return snapshot.color(ColorSlot::month_off_text);
-  const bool day_off = is_weekend(cell.column, snapshot.layout.firstdayofweek);
-  return snapshot.color(snapshot.coloroffdays == 1 && day_off ? ColorSlot::month_week_number_text
-                                                              : ColorSlot::month_date_text);
-}
-
-void draw_cells(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
-  const Color line = snapshot.color(ColorSlot::month_line);
-  for (const MonthCell& cell : layout.cells) {
-    if (!cell.drawn) continue;
-    canvas.fill_rect(cell.frame, cell_background(snapshot, cell));
-    canvas.frame_rect(cell.frame, line, layout.screen.scale);
-    canvas.draw_text(format(u"%d", cell.date.day), cell.number,
-                     {layout.number_font, number_color(snapshot, cell), Align::right});
-  }
-}
-
-void draw_week_numbers(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
-  if (snapshot.weeks.weeknumberformat == 0) return;
-  const TextStyle style{layout.week_number_font, snapshot.color(ColorSlot::month_week_number_text),
-                        Align::left};
-  for (int row = 0; row < layout.grid.rows; ++row) {
-    const int number = row_week_number(row, layout.month, layout.year, snapshot.weeks);
-    canvas.draw_text(format(u"%d", number), layout.week_numbers[row], style);
-  }
-}
-
-}  // namespace
 
 bool DrawMonthView(const MonthSnapshot& snapshot, Canvas& canvas,
                    const std::atomic<int>& draw_state, const std::function<void()>& progress) {
@@ -64,7 +18,7 @@ bool DrawMonthView(const MonthSnapshot& snapshot, Canvas& canvas,
 
 bool DrawMonthGrid(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,
                    const DrawControl& control) {
-  draw_cells(snapshot, layout, canvas);
+  draw_month_cells(snapshot, layout, canvas);
   draw_week_numbers(snapshot, layout, canvas);
   if (control.stopped()) return false;
   control.progress();

@@ -12,7 +12,7 @@ void draw_strip(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas
   canvas.fill_rect(layout.strip, snapshot.color(ColorSlot::month_bar_background));
   const std::vector<Text> names(snapshot.strip_names.begin(), snapshot.strip_names.end());
   const FontSpec font =
-      fitting_font(canvas, names, screen.work.width / 12 - screen.scale, 9, 400, screen);
+      fitting_font(canvas, names, screen.work.width / 12 - 3 * screen.scale, 9, 400, screen);
   const TextStyle style{font, snapshot.color(ColorSlot::month_bar_text), Align::center};
   for (int m = 0; m < 12; ++m) canvas.draw_text(names[m], layout.months[m], style);
 
@@ -61,7 +61,9 @@ void draw_day_names(const MonthSnapshot& snapshot, const MonthLayout& layout, Ca
     const Rect& box = layout.day_names[column];
     canvas.fill_rect(box, snapshot.color(ColorSlot::month_day_header_background));
     canvas.frame_rect(box, snapshot.color(ColorSlot::month_line), screen.scale);
-    canvas.draw_text(names[column], box, style);
+    // Raised a little: the grid's first line covers the row's last pixels, not the letters.
+    const int top = box.y - 2 * screen.scale;
+    canvas.draw_text(names[column], {box.x, top, box.width, layout.grid_top - top}, style);
   }
 }
 

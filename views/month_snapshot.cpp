@@ -80,7 +80,7 @@ MonthSnapshot take_month_snapshot(const ItemsSource& source, const SettingsRecor
   const MonthGrid grid = MonthGridRange(month, year, settings.showdays, settings.firstdayofweek);
   // The whole categories text is compared with the profile's labels: an appointment in several
   // categories passes only a profile that names just these.
-  snapshot.items = fetch_period(source, grid, [&](TextView categories) {
+  snapshot.period = fetch_period(source, grid, [&](TextView categories) {
     return profileAllowsCategory(settings, categories);
   });
   return snapshot;

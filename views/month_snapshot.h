@@ -43,7 +43,7 @@ struct MonthSnapshot {
   Image previous_arrow, next_arrow;
   std::vector<MonthIconSlot> icons;           // in slot order
   std::vector<CategoryProp> category_colors;  // of all labels that have one
-  std::vector<PeriodItem> items;              // empty when no pass wants them
+  PeriodItems period;                         // empty when no pass wants them
 
   Color color(ColorSlot slot) const { return colors[static_cast<std::size_t>(slot)]; }
 };

@@ -1,7 +1,6 @@
 #include "views/period_query.h"
 
 #include <algorithm>
-#include <cmath>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -13,8 +12,8 @@ namespace {
 // later query's first day can, so few are remembered.
 class SeenItems {
  public:
-  void remember(const PeriodItem& item) { keys_.insert(key(item)); }
-  bool contains(const PeriodItem& item) const { return keys_.count(key(item)) != 0; }
+  void remember(const StoreItem& item) { keys_.insert(key(item)); }
+  bool contains(const StoreItem& item) const { return keys_.count(key(item)) != 0; }
 
  private:
   // Each query may answer with summaries of its own, so the item is known by its id and times.
@@ -28,24 +27,31 @@ class SeenItems {
       return std::hash<double>()(key.start) * 31 + static_cast<std::size_t>(key.oid);
     }
   };
-  static Key key(const PeriodItem& item) { return {item.summary->oid, item.start, item.end}; }
+  static Key key(const StoreItem& item) { return {item.summary->oid, item.start, item.end}; }
   std::unordered_set<Key, Hash> keys_;
 };
 
-class ProfileCache {
+// Appointments share few categories texts: each is kept and tested once.
+class CategoryTexts {
  public:
-  explicit ProfileCache(const ProfileTest& passes) : passes_(passes) {}
+  CategoryTexts(std::vector<Text>& texts, const ProfileTest& passes)
+      : texts_(texts), passes_(passes) {}
 
-  bool passes(const AppointmentSummary* summary) {
-    if (!passes_) return true;
-    const auto [place, added] = known_.try_emplace(summary, false);
-    if (added) place->second = passes_(summary->categories);
+  std::int32_t index_of(const Text& text) {
+    const auto [place, added] = known_.try_emplace(text, static_cast<std::int32_t>(texts_.size()));
+    if (added) {
+      texts_.push_back(text);
+      allowed_.push_back(!passes_ || passes_(text));
+    }
     return place->second;
   }
+  bool passes(std::int32_t index) const { return allowed_[static_cast<std::size_t>(index)]; }
 
  private:
+  std::vector<Text>& texts_;
   const ProfileTest& passes_;
-  std::unordered_map<const AppointmentSummary*, bool> known_;
+  std::vector<bool> allowed_;
+  std::unordered_map<Text, std::int32_t> known_;
 };
 
 }  // namespace
@@ -58,45 +64,47 @@ std::array<Text, 3> period_restrictions(const MonthGrid& grid) {
   };
 }
 
-std::vector<PeriodItem> fetch_period(const ItemsSource& source, const MonthGrid& grid,
-                                     const ProfileTest& passes) {
-  std::vector<PeriodItem> found;
+PeriodItems fetch_period(const ItemsSource& source, const MonthGrid& grid,
+                         const ProfileTest& passes) {
+  PeriodItems found;
   SeenItems seen;
-  ProfileCache profile(passes);
+  CategoryTexts texts(found.categories, passes);
   // The first day that the following query may share with this one; the last has none.
   const std::array<CalendarDate, 3> next_first = {grid.month_start, grid.month_end, kNoDate};
   // And the last day on which an item of this query may start to be one of an earlier query's.
   const std::array<CalendarDate, 3> shared_until = {-1, grid.month_start, grid.month_end};
-  const std::array<Text, 3> texts = period_restrictions(grid);
+  const std::array<Text, 3> queries = period_restrictions(grid);
 
   const std::unique_ptr<StoreItems> all = source();
   if (!all) return found;
   all->set_include_recurrences(true);
   all->sort(u"[Start]", false);
-  for (std::size_t query = 0; query < texts.size(); ++query) {
-    const std::unique_ptr<StoreItems> items = all->restrict_to(texts[query]);
+  for (std::size_t query = 0; query < queries.size(); ++query) {
+    const std::unique_ptr<StoreItems> items = all->restrict_to(queries[query]);
     if (!items) continue;
     for (int index = 1;; ++index) {
       std::optional<StoreItem> item = items->item(index);
       if (!item) break;
       if (!item->summary) continue;
-      PeriodItem kept{item->start, item->end, std::move(item->summary), true};
-      if (kept.start < shared_until[query] + 1 && seen.contains(kept)) continue;
-      if (kept.end >= next_first[query]) seen.remember(kept);
-      kept.passes_profile = profile.passes(kept.summary.get());
-      found.push_back(std::move(kept));
+      if (item->start < shared_until[query] + 1 && seen.contains(*item)) continue;
+      if (item->end >= next_first[query]) seen.remember(*item);
+      const AppointmentSummary& summary = *item->summary;
+      const std::int32_t categories = texts.index_of(summary.categories);
+      found.items.push_back({item->start, item->end, categories, summary.busy_status,
+                             summary.all_day, texts.passes(categories)});
     }
   }
   return found;
 }
 
 CellSpan cells_of(const PeriodItem& item, const MonthGrid& grid, int generation) {
-  // Clamped before they become whole numbers: an absent date lies far outside.
+  // Clamped before they become whole numbers, as an absent date lies far outside; moved above zero,
+  // where dropping the fraction rounds down.
   const auto cell = [&](CalendarDate date) {
-    return static_cast<int>(std::clamp(std::trunc(date) - grid.grid_start, -2.0, 1000.0));
+    return static_cast<int>(std::clamp(date - grid.grid_start, -2.0, 1000.0) + 2) - 2;
   };
   CellSpan span{cell(item.start), cell(item.end)};
-  if (item.summary->all_day && generation == 3) --span.last;
+  if (item.all_day && generation == 3) --span.last;
   span.first = std::max(span.first, 0);
   span.last = std::min(span.last, grid.rows * 7 - 1);
   return span;

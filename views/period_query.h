@@ -12,11 +12,19 @@
 
 namespace orvello {
 
+// Just what a drawing needs, and small: a full month has tens of thousands.
 struct PeriodItem {
   CalendarDate start = 0;
   CalendarDate end = 0;
-  std::shared_ptr<const AppointmentSummary> summary;
+  std::int32_t categories = 0;  // index of the text
+  BusyStatus busy_status = BusyStatus::busy;
+  bool all_day = false;
   bool passes_profile = true;
+};
+
+struct PeriodItems {
+  std::vector<PeriodItem> items;
+  std::vector<Text> categories;  // the distinct texts
 };
 
 // A fresh collection of the calendar folder's items; null when the store gives none.
@@ -29,8 +37,8 @@ std::array<Text, 3> period_restrictions(const MonthGrid& grid);
 
 // In the order of the restrictions, each sorted by start; an item that several of them select is
 // there once. A query that fails contributes nothing.
-std::vector<PeriodItem> fetch_period(const ItemsSource& source, const MonthGrid& grid,
-                                     const ProfileTest& passes);
+PeriodItems fetch_period(const ItemsSource& source, const MonthGrid& grid,
+                         const ProfileTest& passes);
 
 // The whole days, as offsets from the grid's first, that an item covers there: from `first` to
 // `last`, empty when first > last. On generation 3 all-day items end at the next midnight.

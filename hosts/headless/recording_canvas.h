@@ -15,12 +15,12 @@ struct DrawnOperation {
   Rect box;  // of a polyline or polygon: what it spans; of an image: where it lies
   Color color = 0;
   int width = 0;  // of the pen
-  std::vector<Point> points;
-  Text text;
-  TextStyle style;
-  Size text_size;  // as measured
+  std::vector<Point> points{};
+  Text text{};
+  TextStyle style{};
+  Size text_size{};  // as measured
   const Image* image = nullptr;
-  Rect source;
+  Rect source{};
 };
 
 class RecordingCanvas : public Canvas {

@@ -1,0 +1,67 @@
+#include "views/month_cells.h"
+
+namespace orvello {
+
+namespace {
+
+bool is_weekend(int column, int firstdayofweek) {
+  return firstdayofweek != 0 ? column >= 5 : column == 0 || column == 6;
+}
+
+Color cell_background(const MonthSnapshot& snapshot, const MonthCell& cell) {
+  if (cell.date == snapshot.today) return snapshot.color(ColorSlot::month_today_background);
+  if (cell.off_month) return snapshot.color(ColorSlot::month_off_background);
+  const bool second = snapshot.calendarcolorstyle == 1
+                          ? is_weekend(cell.column, snapshot.layout.firstdayofweek)
+                          : cell.row % 2 == 1;
+  return snapshot.color(second ? ColorSlot::month_date_background_2
+                               : ColorSlot::month_date_background_1);
+}
+
+// With coloroffdays the days of the weekend stand out in the week numbers' colour.
+Color number_color(const MonthSnapshot& snapshot, const MonthCell& cell) {
+  if (cell.off_month) return snapshot.color(ColorSlot::month_off_text);
+  const bool day_off = is_weekend(cell.column, snapshot.layout.firstdayofweek);
+  return snapshot.color(snapshot.coloroffdays == 1 && day_off ? ColorSlot::month_week_number_text
+                                                              : ColorSlot::month_date_text);
+}
+
+void draw_number(const MonthSnapshot& snapshot, const MonthLayout& layout, const MonthCell& cell,
+                 Canvas& canvas) {
+  canvas.draw_text(format(u"%d", cell.date.day), cell.number,
+                   {layout.number_font, number_color(snapshot, cell), Align::right});
+}
+
+}  // namespace
+
+void draw_month_cells(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
+  const Color line = snapshot.color(ColorSlot::month_line);
+  for (const MonthCell& cell : layout.cells) {
+    if (!cell.drawn) continue;
+    canvas.fill_rect(cell.frame, cell_background(snapshot, cell));
+    canvas.frame_rect(cell.frame, line, layout.screen.scale);
+    draw_number(snapshot, layout, cell, canvas);
+  }
+}
+
+void draw_week_numbers(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
+  if (snapshot.weeks.weeknumberformat == 0) return;
+  const TextStyle style{layout.week_number_font, snapshot.color(ColorSlot::month_week_number_text),
+                        Align::left};
+  for (int row = 0; row < layout.grid.rows; ++row) {
+    const int number = row_week_number(row, layout.month, layout.year, snapshot.weeks);
+    canvas.draw_text(format(u"%d", number), layout.week_numbers[row], style);
+  }
+}
+
+void restore_day_number(const MonthSnapshot& snapshot, const MonthLayout& layout,
+                        const MonthCell& cell, Canvas& canvas) {
+  const int scale = layout.screen.scale;
+  const int width = canvas.measure(format(u"%d", cell.date.day), layout.number_font).width + scale;
+  const Rect under{cell.number.right() - width, cell.box.y + scale, width,
+                   layout.number_font.height};
+  canvas.fill_rect(under, cell_background(snapshot, cell));
+  draw_number(snapshot, layout, cell, canvas);
+}
+
+}  // namespace orvello

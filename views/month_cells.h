@@ -1,0 +1,14 @@
+// The cells of the Month view: backgrounds, lines, day numbers and week numbers.
+#pragma once
+
+#include "views/month_snapshot.h"
+
+namespace orvello {
+
+void draw_month_cells(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas);
+void draw_week_numbers(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas);
+// Makes the day number legible again after something was drawn over it.
+void restore_day_number(const MonthSnapshot& snapshot, const MonthLayout& layout,
+                        const MonthCell& cell, Canvas& canvas);
+
+}  // namespace orvello
