@@ -62,6 +62,7 @@ Group& Exporter::group(std::string_view key) {
 }
 
 void Exporter::collect_foreign() {
+  group("");  // ours
   const std::vector<ForeignComponent> all = store_.foreign();
   for (const ForeignComponent& one : all) {
     const Residue split = split_residue(one.text);

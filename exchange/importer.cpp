@@ -91,6 +91,7 @@ void Importer::import_calendar(ScannedCalendar& calendar) {
       zones_.define(parsed_.root(), *problems_);
   }
   if (!key_.empty()) key_ = fingerprint(calendar.header, definitions);
+  items_ = 0;
   keep_foreign(calendar);
   const Uids uids = find_uids(calendar);
   for (std::size_t i = 0; i < calendar.components.size() && !failed_; ++i) {
@@ -100,6 +101,9 @@ void Importer::import_calendar(ScannedCalendar& calendar) {
   }
   for (const auto& [uid, indices] : uids.changes)
     if (!failed_ && !uids.masters.contains(uid)) import_changes(calendar, uid, indices);
+  // A calendar that had items is gone with its last one; an empty one stays as it was.
+  if (!key_.empty())
+    put_foreign(calendar_key(key_), (items_ > 0 ? "items\n" : "empty\n") + calendar.header);
 }
 
 void Importer::read_header(ScannedCalendar& calendar) {
@@ -137,11 +141,6 @@ void Importer::put_foreign(std::string key, std::string text) {
 }
 
 void Importer::keep_foreign(const ScannedCalendar& calendar) {
-  // A calendar that had items is gone with its last one; an empty one stays as it was.
-  const bool has_items = std::any_of(calendar.components.begin(), calendar.components.end(),
-                                     [](const auto& one) { return one.kind != "VTIMEZONE"; });
-  if (!key_.empty())
-    put_foreign(calendar_key(key_), (has_items ? "items\n" : "empty\n") + calendar.header);
   for (const ScannedComponent& component : calendar.components) {
     if (component.kind == "VEVENT") continue;
     const std::string_view text = calendar.text_of(component);
@@ -155,6 +154,7 @@ void Importer::keep_foreign(const ScannedCalendar& calendar) {
       if (!key_.empty()) put_foreign(zone_key(key_, value_of(root, "TZID")), std::string(root.raw));
       continue;
     }
+    ++items_;
     std::string id = value_of(root, "UID");
     if (id.empty()) id = fingerprint(text, {});
     put_foreign(component_key(component.kind, id, value_of(root, "RECURRENCE-ID")),
@@ -318,6 +318,7 @@ void Importer::put(AppointmentRecord& record, bool known) {
     failed_ = true;
     return;
   }
+  ++items_;
   count(record.uid, known);
 }
 

@@ -54,7 +54,8 @@ class Importer {
   ParsedComponent parsed_;
   std::string key_;  // of the calendar at hand
   bool old_version_ = false;
-  std::unordered_set<std::size_t> counted_;               // hashes of the UIDs counted so far
+  int items_ = 0;                            // of that calendar, as far as the store has them now
+  std::unordered_set<std::size_t> counted_;  // hashes of the UIDs counted so far
   std::map<std::string, std::vector<std::string>> lone_;  // UID: its changes' records
   bool lone_changed_ = false;
   // Changes that came in this import, for a series that comes later in it.

@@ -28,8 +28,8 @@ class LineReader {
   Encoding encoding_ = Encoding::unknown;
   std::string buffer_;
   std::string raw_;
-  std::string odd_;              // bytes of an unfinished UTF-16 unit or pair
-  std::size_t at_ = 0;           // first unread byte
+  std::string odd_;     // bytes of an unfinished UTF-16 unit or pair
+  std::size_t at_ = 0;  // first unread byte
   // The next of each mark at or behind `at_`.
   std::size_t lf_ = std::string::npos, cr_ = std::string::npos;
   bool ended_ = false;

@@ -77,14 +77,17 @@ struct RecurrenceLines {
 
 void read_rule(const Property& property, std::string_view kind, EventContext& context,
                ReadEvent& read, RecurrenceLines& lines) {
-  Result<Rule> rule = parse_rule(trimmed(property.value));
+  // Blanks behind commas are wrong and common.
+  std::string value(property.value);
+  std::erase(value, ' ');
+  Result<Rule> rule = parse_rule(value);
   if (!rule) {
     read.plain = false;
     context.problems.add(property.line, "rule cannot be read (" + rule.reason() +
                                             "); kept, but only the start is shown");
     return;
   }
-  const std::string text = localized(property.value, *rule, read.start, context.clock);
+  const std::string text = localized(value, *rule, read.start, context.clock);
   lines.text += (lines.text.empty() ? "" : "\n") + std::string(kind) + ":" + text;
   if (kind == "RRULE") {
     ++lines.rules;

@@ -1,0 +1,91 @@
+// Texts in, records and lines out.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "exchange/content_line.h"
+#include "exchange/export.h"
+#include "exchange/import.h"
+#include "tests/exchange/fake_store.h"
+
+namespace orvello {
+
+inline std::string file_text(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+inline std::string data_file(const std::string& name) {
+  return std::string(ORVELLO_TEST_DATA) + "/ics/" + name;
+}
+
+inline std::vector<std::string> unfolded_lines(std::string_view text) {
+  std::vector<std::string> lines;
+  std::size_t at = 0;
+  for (std::string_view line; next_line(text, at, line);)
+    if (!lines.empty() && !line.empty() && (line[0] == ' ' || line[0] == '\t'))
+      lines.back() += line.substr(1);
+    else if (!line.empty())
+      lines.emplace_back(line);
+  return lines;
+}
+
+class ExchangeTest : public testing::Test {
+ protected:
+  // In a file of its own, as an import is told file names.
+  std::string file_of(std::string_view text, const std::string& name = "input.ics") {
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    const std::string path = testing::TempDir() + test->name() + "-" + name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+  }
+  ImportResult import_text(std::string_view text) {
+    return import_files({file_of(text)}, store, clock);
+  }
+  static std::string calendar(std::string_view inside) {
+    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Sample//EN\r\n" + std::string(inside) +
+           "END:VCALENDAR\r\n";
+  }
+  static std::string event(std::string_view lines) {
+    return "BEGIN:VEVENT\r\nDTSTAMP:20260101T000000Z\r\n" + std::string(lines) + "END:VEVENT\r\n";
+  }
+  std::string exported() {
+    const auto text = export_calendar(store, {}, {}, clock);
+    EXPECT_TRUE(text) << text.reason();
+    return text ? *text : std::string();
+  }
+  // Lines of `a` that `b` lacks, each as often as it is missing.
+  static std::string missing(std::string_view a, std::string_view b) {
+    std::vector<std::string> left = unfolded_lines(a), right = unfolded_lines(b), lost;
+    std::sort(left.begin(), left.end());
+    std::sort(right.begin(), right.end());
+    std::set_difference(left.begin(), left.end(), right.begin(), right.end(),
+                        std::back_inserter(lost));
+    std::string text;
+    for (const std::string& line : lost) text += line + "\n";
+    return text;
+  }
+  std::string problems_of(const ImportResult& result) {
+    std::string text;
+    for (const ImportProblem& problem : result.problems)
+      text += std::to_string(problem.line) + ": " + problem.text + "\n";
+    return text;
+  }
+
+  FakeStore store;
+  FakeClock clock;
+};
+
+inline LocalSeconds at(int year, int month, int day, int hour = 0, int minute = 0) {
+  return day_number(year, month, day) * kSecondsPerDay + hour * 3600 + minute * 60;
+}
+
+}  // namespace orvello

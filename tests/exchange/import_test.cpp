@@ -1,0 +1,246 @@
+#include "tests/exchange/exchange_fixture.h"
+
+namespace orvello {
+namespace {
+
+using ImportTest = ExchangeTest;
+
+TEST_F(ImportTest, SeriesWithItsChangesInAnyOrderIsOneAppointment) {
+  const auto result = import_files({data_file("series.ics")}, store, clock);
+  ASSERT_TRUE(result.done) << result.failure;
+  EXPECT_EQ(counts_line(result.counts), "1 imported, 0 updated, 0 skipped");
+  EXPECT_EQ(problems_of(result), "");
+  const AppointmentRecord* record = store.of_uid("weekly@sample");
+  ASSERT_TRUE(record);
+  EXPECT_EQ(record->fields.subject, u"Meeting");
+  EXPECT_EQ(record->fields.body,
+            u"First line\nsecond; line with a long tail that a writer had to fold, although not "
+            u"at the usual place");
+  EXPECT_EQ(record->fields.categories, u"Work,Team,Regular");
+  EXPECT_EQ(record->fields.sensitivity, 2);
+  EXPECT_EQ(record->fields.busy_status, BusyStatus::tentative);
+  EXPECT_TRUE(record->fields.reminder_set);
+  EXPECT_EQ(record->fields.reminder_minutes, 20);  // not the mail a day ahead
+  ASSERT_EQ(record->recipients.size(), 3u);
+  EXPECT_EQ(record->recipients[0].name, u"Lee, Ann");
+  EXPECT_EQ(record->recipients[1].address, u"bob@sample.org");
+  EXPECT_EQ(record->recipients[2].name, u"Carl \"C\" Doe");
+  EXPECT_EQ(record->zone, "Town");
+  EXPECT_EQ(record->start, at(2026, 1, 5, 9));
+  // 9:00 an hour east of Greenwich is 10:00 on this device.
+  EXPECT_EQ(to_seconds(record->fields.start), at(2026, 1, 5, 10));
+  EXPECT_EQ(to_seconds(record->fields.end), at(2026, 1, 5, 11, 30));
+  ASSERT_TRUE(record->pattern);
+  EXPECT_EQ(record->pattern->type, RecurrenceType::weekly);
+  // The end in UTC is 9:00 in the series' own zone, so that day is still part of it.
+  EXPECT_EQ(record->pattern->pattern_end_date, day_number(2026, 3, 2));
+  ASSERT_EQ(record->exceptions.size(), 4u);
+  EXPECT_EQ(record->exceptions[0].original_start, at(2026, 1, 12, 9));
+  EXPECT_EQ(record->exceptions[0].start, at(2026, 1, 12, 14));
+  EXPECT_EQ(record->exceptions[0].fields.subject, u"Meeting, moved");
+  EXPECT_TRUE(record->exceptions[1].deleted && record->exceptions[2].deleted);
+  EXPECT_TRUE(record->exceptions[3].deleted);  // cancelled, named in UTC
+  EXPECT_EQ(record->exceptions[3].original_start, at(2026, 2, 2, 9));
+}
+
+TEST_F(ImportTest, RulesNoPatternHoldsAndPeriods) {
+  const auto result = import_files({data_file("rules.ics")}, store, clock);
+  EXPECT_EQ(counts_line(result.counts), "4 imported, 0 updated, 0 skipped");
+  const AppointmentRecord* odd = store.of_uid("odd@sample");
+  ASSERT_TRUE(odd);
+  EXPECT_FALSE(odd->pattern);
+  EXPECT_EQ(odd->rules,
+            "RRULE:FREQ=MONTHLY;BYDAY=MO,TU;BYSETPOS=-1;UNTIL=20261231T100000\n"
+            "RRULE:FREQ=YEARLY;BYYEARDAY=-1\nEXRULE:FREQ=YEARLY;BYMONTH=6\n"
+            "RDATE:20260505T100000");
+  const AppointmentRecord* periods = store.of_uid("periods@sample");
+  ASSERT_TRUE(periods);
+  EXPECT_EQ(periods->rules, "RRULE:FREQ=DAILY;COUNT=5\nRDATE:20260102T150000,20260103T150000");
+  ASSERT_EQ(periods->exceptions.size(), 1u);  // the other period is as long as the rest
+  EXPECT_EQ(periods->exceptions[0].end, at(2026, 1, 2, 17));
+  const AppointmentRecord* trip = store.of_uid("trip@sample");
+  ASSERT_TRUE(trip);
+  EXPECT_TRUE(trip->fields.all_day);
+  EXPECT_EQ(trip->end, at(2026, 7, 2, 23, 59));
+  EXPECT_EQ(trip->fields.busy_status, BusyStatus::free);
+  EXPECT_TRUE(trip->pattern);
+  EXPECT_TRUE(store.of_uid("later@sample#20260108T120000Z"));  // a change without a series
+}
+
+TEST_F(ImportTest, EndsAndZones) {
+  struct Case {
+    const char* lines;
+    const char* zone;
+    LocalSeconds start, end;
+  };
+  const Case cases[] = {
+      {"DTSTART:20260301T100000\r\n", "", at(2026, 3, 1, 10), at(2026, 3, 1, 10)},
+      {"DTSTART:20260301T100000Z\r\nDTEND:20260301T113000Z\r\n", "UTC", at(2026, 3, 1, 10),
+       at(2026, 3, 1, 11, 30)},
+      {"DTSTART;VALUE=DATE:20260301\r\n", "", at(2026, 3, 1), at(2026, 3, 1, 23, 59)},
+      {"DTSTART;VALUE=DATE:20260301\r\nDTEND;VALUE=DATE:20260301\r\n", "", at(2026, 3, 1),
+       at(2026, 3, 1, 23, 59)},
+      {"DTSTART;VALUE=DATE:20260301\r\nDURATION:P1W\r\n", "", at(2026, 3, 1),
+       at(2026, 3, 7, 23, 59)},
+      // A day over the change to summer time is 24 hours by the calendar, 23 by the clock.
+      {"DTSTART;TZID=Europe/Berlin:20260328T120000\r\nDURATION:P1D\r\n", "Europe/Berlin",
+       at(2026, 3, 28, 12), at(2026, 3, 29, 12)},
+      {"DTSTART;TZID=Europe/Berlin:20260328T120000\r\nDURATION:PT24H\r\n", "Europe/Berlin",
+       at(2026, 3, 28, 12), at(2026, 3, 29, 13)},
+      {"DTSTART;TZID=Europe/Berlin:20260701T120000\r\nDTEND:20260701T110000Z\r\n", "Europe/Berlin",
+       at(2026, 7, 1, 12), at(2026, 7, 1, 13)},
+      {"DTSTART;TZID=\"W. Europe Standard Time\":20260701T120000\r\n", "W. Europe Standard Time",
+       at(2026, 7, 1, 12), at(2026, 7, 1, 12)},
+      {"DTSTART;TZID=/sample.org/Olson/Europe/Berlin:20260701T120000\r\n",
+       "/sample.org/Olson/Europe/Berlin", at(2026, 7, 1, 12), at(2026, 7, 1, 12)},
+      {"DTSTART;TZID=../../etc/passwd:20260701T120000\r\n", "", at(2026, 7, 1, 12),
+       at(2026, 7, 1, 12)},
+  };
+  for (const Case& one : cases) {
+    import_text(calendar(event("UID:x\r\n" + std::string(one.lines))));
+    const AppointmentRecord* record = store.of_uid("x");
+    ASSERT_TRUE(record) << one.lines;
+    EXPECT_EQ(record->zone, one.zone) << one.lines;
+    EXPECT_EQ(record->start, one.start) << one.lines;
+    EXPECT_EQ(record->end, one.end) << one.lines;
+    if (record->zone.find("Berlin") != std::string::npos || record->zone.starts_with("W. Europe")) {
+      const auto zone = store.zone(record->zone);
+      ASSERT_TRUE(zone);
+      EXPECT_EQ(zone->to_utc(at(2026, 7, 1, 12)), at(2026, 7, 1, 10));
+      EXPECT_EQ(zone->to_utc(at(2045, 1, 1, 12)), at(2045, 1, 1, 11));
+    }
+  }
+}
+
+TEST_F(ImportTest, OneNameForTwoZonesKeepsBothApart) {
+  const auto text = [](const char* offset) {
+    return calendar(
+        std::string("BEGIN:VTIMEZONE\nTZID:Here\nBEGIN:STANDARD\nDTSTART:19700101T000000\n"
+                    "TZOFFSETFROM:") +
+        offset + "\nTZOFFSETTO:" + offset + "\nEND:STANDARD\nEND:VTIMEZONE\n" +
+        event("UID:at" + std::string(offset) + "\nDTSTART;TZID=Here:20260101T120000\n"));
+  };
+  import_text(text("+0100"));
+  import_text(text("+0500"));
+  import_text(text("+0100"));
+  EXPECT_EQ(store.now.zones.size(), 2u);
+  EXPECT_EQ(to_seconds(store.of_uid("at+0100")->fields.start), at(2026, 1, 1, 13));
+  EXPECT_EQ(to_seconds(store.of_uid("at+0500")->fields.start), at(2026, 1, 1, 9));
+  EXPECT_EQ(missing(text("+0100"), exported()) + missing(text("+0500"), exported()), "");
+}
+
+TEST_F(ImportTest, ReimportUpdatesWhateverTheSequenceSays) {
+  const std::string first = calendar(event("UID:a\r\nSEQUENCE:5\r\nDTSTART:20260101T100000\r\n"
+                                           "SUMMARY:One\r\n") +
+                                     event("DTSTART:20260102T100000\r\nSUMMARY:Nameless\r\n"));
+  const std::string second = calendar(event("UID:a\r\nSEQUENCE:1\r\nDTSTART:20260101T110000\r\n"
+                                            "SUMMARY:Two\r\n") +
+                                      event("DTSTART:20260102T100000\r\nSUMMARY:Nameless\r\n"));
+  EXPECT_EQ(counts_line(import_text(first).counts), "2 imported, 0 updated, 0 skipped");
+  EXPECT_EQ(counts_line(preview_files({file_of(second)}, store, clock).counts),
+            "0 imported, 2 updated, 0 skipped");
+  EXPECT_EQ(store.of_uid("a")->fields.subject, u"One");  // a preview changes nothing
+  EXPECT_EQ(counts_line(import_text(second).counts), "0 imported, 2 updated, 0 skipped");
+  EXPECT_EQ(store.of_uid("a")->fields.subject, u"Two");
+  EXPECT_EQ(store.now.records.size(), 2u);
+}
+
+TEST_F(ImportTest, ChangesBeforeAfterAndWithoutTheirSeries) {
+  const std::string series =
+      calendar(event("UID:s\r\nDTSTART:20260105T090000Z\r\nDTEND:20260105T100000Z\r\n"
+                     "RRULE:FREQ=DAILY;COUNT=9\r\n"));
+  const auto change = [](const char* day) {
+    return calendar(event(std::string("UID:s\r\nRECURRENCE-ID:202601") + day +
+                          "T090000Z\r\nDTSTART:202601" + day + "T170000Z\r\nX-DAY:" + day +
+                          "\r\n"));
+  };
+  EXPECT_EQ(counts_line(import_text(change("06")).counts), "1 imported, 0 updated, 0 skipped");
+  EXPECT_EQ(store.now.records.size(), 1u);
+  EXPECT_EQ(missing(change("06"), exported()), "");
+  EXPECT_EQ(counts_line(import_text(series).counts), "0 imported, 1 updated, 0 skipped");
+  EXPECT_EQ(counts_line(import_text(change("08")).counts), "0 imported, 1 updated, 0 skipped");
+  ASSERT_EQ(store.now.records.size(), 1u);
+  const auto& exceptions = store.of_uid("s")->exceptions;
+  ASSERT_EQ(exceptions.size(), 2u);
+  EXPECT_EQ(exceptions[0].original_start, at(2026, 1, 6, 9));
+  EXPECT_EQ(exceptions[1].start, at(2026, 1, 8, 17));
+  // In one go, whatever the order of the files.
+  store.now = {};
+  const auto result = import_files(
+      {file_of(change("06"), "1"), file_of(series, "2"), file_of(change("08"), "3")}, store, clock);
+  EXPECT_EQ(counts_line(result.counts), "1 imported, 0 updated, 0 skipped");
+  EXPECT_EQ(store.now.records.size(), 1u);
+  EXPECT_EQ(store.of_uid("s")->exceptions.size(), 2u);
+}
+
+TEST_F(ImportTest, AllFilesOrNothing) {
+  import_text(calendar(event("UID:old\r\nDTSTART:20260101T100000\r\n")));
+  const std::string two = calendar(event("UID:1\r\nDTSTART:20260101T100000\r\n") +
+                                   event("UID:2\r\nDTSTART:20260101T100000\r\n"));
+  store.puts_until_failure = 1;
+  const auto full = import_text(two);
+  EXPECT_FALSE(full.done);
+  EXPECT_EQ(full.failure, "fake.db: the disk is full");
+  EXPECT_EQ(store.now.records.size(), 1u);
+  store.puts_until_failure = -1;
+  const auto gone = import_files({file_of(two), "/nowhere/at-all.ics"}, store, clock);
+  EXPECT_FALSE(gone.done);
+  EXPECT_EQ(gone.failure, "/nowhere/at-all.ics: the file cannot be read");
+  EXPECT_EQ(store.now.records.size(), 1u);
+  EXPECT_EQ(gone.counts, ImportCounts());
+  const int writes = store.writes;
+  preview_files({file_of(two), data_file("series.ics")}, store, clock);
+  EXPECT_EQ(store.writes, writes);
+}
+
+TEST_F(ImportTest, Reminders) {
+  struct Case {
+    const char* alarm;
+    int minutes;  // -1: none
+  };
+  const Case cases[] = {
+      {"ACTION:AUDIO\r\nTRIGGER:-P1DT1H\r\n", 25 * 60},
+      {"ACTION:DISPLAY\r\nTRIGGER:PT0S\r\n", 0},
+      {"ACTION:DISPLAY\r\nTRIGGER:PT10M\r\n", -1},
+      {"ACTION:DISPLAY\r\nTRIGGER;RELATED=END:-PT90M\r\n", 30},
+      {"ACTION:DISPLAY\r\nTRIGGER;VALUE=DATE-TIME:20260101T094500Z\r\n", 15},
+      {"ACTION:DISPLAY\r\nTRIGGER:soon\r\n", -1},
+      {"ACTION:EMAIL\r\nTRIGGER:-PT5M\r\n", -1},
+  };
+  for (const Case& one : cases) {
+    import_text(
+        calendar(event("UID:r\r\nDTSTART:20260101T100000Z\r\nDTEND:20260101T110000Z\r\n"
+                       "BEGIN:VALARM\r\n" +
+                       std::string(one.alarm) + "END:VALARM\r\n")));
+    const AppointmentFields& fields = store.of_uid("r")->fields;
+    EXPECT_EQ(fields.reminder_set, one.minutes >= 0) << one.alarm;
+    if (one.minutes >= 0) EXPECT_EQ(fields.reminder_minutes, one.minutes) << one.alarm;
+  }
+}
+
+TEST_F(ImportTest, OlderForm) {
+  const auto result = import_files({data_file("old.vcs")}, store, clock);
+  EXPECT_EQ(counts_line(result.counts), "2 imported, 0 updated, 0 skipped");
+  EXPECT_EQ(problems_of(result), "");
+  const AppointmentRecord* first = store.of_uid("old1");
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->fields.subject, u"Gr\u00fc\u00dfe, Frau Meier; bis\r\nbald");
+  EXPECT_EQ(first->fields.body, u"Caf\u00e9");
+  EXPECT_EQ(first->fields.categories, u"PERSONAL,SPECIAL OCCASION");
+  EXPECT_EQ(first->fields.reminder_minutes, 15);
+  EXPECT_EQ(first->fields.busy_status, BusyStatus::free);
+  EXPECT_EQ(first->recipients.at(0).address, u"ann@sample.org");
+  ASSERT_TRUE(first->pattern);
+  EXPECT_EQ(first->pattern->occurrences, 10);
+  EXPECT_EQ(first->pattern->day_of_week_mask, 6);
+  const AppointmentRecord* second = store.of_uid("old2");
+  ASSERT_TRUE(second && second->pattern);
+  EXPECT_EQ(second->end, at(2026, 3, 16));
+  EXPECT_EQ(second->pattern->day_of_month, 15);
+  EXPECT_EQ(second->pattern->pattern_end_date,
+            day_number(2026, 12, 30));  // 31 at 0:00 is too early
+  EXPECT_EQ(second->exceptions.size(), 2u);
+}
+
+}  // namespace
+}  // namespace orvello
