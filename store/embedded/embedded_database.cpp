@@ -188,6 +188,8 @@ std::string EmbeddedDatabase::reason() const {
       return path_ + " cannot be written: the disk is full.";
     case SQLITE_BUSY:
       return path_ + " is in use by another program.";
+    case SQLITE_IOERR:
+      return path_ + " cannot be read or written: the disk fails or is full.";
     case SQLITE_READONLY:
       return path_ + " cannot be written.";
     case SQLITE_NOTADB:

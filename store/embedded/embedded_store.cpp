@@ -52,9 +52,10 @@ bool EmbeddedStore::begin() {
 
 bool EmbeddedStore::commit() {
   if (!in_transaction_) return false;
-  // A full disk ends a transaction without being asked.
-  if (!db_->in_transaction() || !write_notes() || !db_->run("COMMIT")) {
-    if (db_->in_transaction()) failed();
+  // A full disk ends a transaction without being asked; the reason was kept then.
+  const bool lost = !db_->in_transaction();
+  if (lost || !write_notes() || !db_->run("COMMIT")) {
+    if (!lost) failed();
     rollback();
     return false;
   }

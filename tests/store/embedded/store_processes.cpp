@@ -1,0 +1,177 @@
+// Processes that die, disks that fill, and two processes at once.
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include "tests/store/embedded/store_file.h"
+
+namespace orvello::test {
+namespace {
+
+class StoreProcesses : public StoreFile {
+ protected:
+  // Runs `work` in a process of its own; its result is the exit status, -1 when it was killed.
+  template <typename Work>
+  int in_child(Work work) {
+    const pid_t child = fork();
+    if (child == 0) _exit(work());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  // Runs `work` and kills it after so many microseconds.
+  template <typename Work>
+  void killed_after(int microseconds, Work work) {
+    const pid_t child = fork();
+    if (child == 0) {
+      work();
+      _exit(0);
+    }
+    usleep(static_cast<useconds_t>(microseconds));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+  }
+};
+
+TEST_F(StoreProcesses, TheFileIsItsOwnersAlone) {
+  auto store = open();
+  ASSERT_NE(store->put(record("a")), 0);
+  struct stat status = {};
+  ASSERT_EQ(stat(path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600u);
+  store.reset();
+  EXPECT_EQ(files(), 1u);
+}
+
+TEST_F(StoreProcesses, EverythingIsThereAfterReopening) {
+  auto series = record("series");
+  series.rules = "RRULE:FREQ=MONTHLY;BYMONTHDAY=15;COUNT=3";
+  open()->put(series);
+  auto store = open();
+  const auto oid = store->oid_of_uid("series");
+  ASSERT_TRUE(oid);
+  EXPECT_EQ(store->load(*oid)->rules, series.rules);
+  EXPECT_EQ(store->oids(46200, 46290).size(), 1u);
+  EXPECT_EQ(store->oids(46275, 46300).size(), 0u);
+  EXPECT_EQ(store->category_use_counts().size(), 1u);
+}
+
+TEST_F(StoreProcesses, ATransactionKilledHalfwayLeavesNothing) {
+  open()->put(record("before"));
+  EXPECT_EQ(in_child([&] {
+              auto store = EmbeddedStore::open(path, clock);
+              if (!store || !(*store)->begin()) return 1;
+              for (int i = 0; i < 5000; ++i) (*store)->put(record(std::to_string(i)));
+              raise(SIGKILL);
+              return 0;
+            }),
+            -1);
+  auto store = open();
+  EXPECT_EQ(store->oids({}, {}).size(), 1u);
+  EXPECT_NE(store->put(record("after")), 0);
+}
+
+// Whenever the process dies, its transactions of ten are there whole or not at all.
+TEST_F(StoreProcesses, KilledAtAnyMomentLeavesBeforeOrAfter) {
+  for (int round = 0; round < 25; ++round) {
+    killed_after(1500 * round, [&] {
+      auto store = EmbeddedStore::open(path, clock);
+      for (int i = 0; store && i < 1000; ++i) {
+        (*store)->begin();
+        for (int k = 0; k < 10; ++k) (*store)->put(record(""));
+        (*store)->commit();
+      }
+    });
+    auto store = open();
+    ASSERT_TRUE(store);
+    const auto oids = store->oids({}, {});
+    EXPECT_EQ(oids.size() % 10, 0u);
+    const auto uses = store->category_use_counts();
+    EXPECT_EQ(uses.empty() ? 0 : uses[0].appointments, static_cast<int>(oids.size()));
+    EXPECT_TRUE(oids.empty() || store->load(oids.back()));
+  }
+}
+
+TEST_F(StoreProcesses, AFullDiskFailsTheChangeAndKeepsTheRest) {
+  open()->put(record("before"));
+  EXPECT_EQ(in_child([&] {
+              auto store = EmbeddedStore::open(path, clock);
+              if (!store) return 1;
+              signal(SIGXFSZ, SIG_IGN);
+              const rlimit limit{200000, 200000};
+              setrlimit(RLIMIT_FSIZE, &limit);
+              if (!(*store)->begin()) return 2;
+              for (int i = 0; i < 5000; ++i)
+                if ((*store)->put(record(std::to_string(i))) == 0) break;
+              if ((*store)->commit()) return 3;
+              if ((*store)->problem().find(path) == std::string::npos) return 4;
+              if ((*store)->oids({}, {}).size() != 1) return 5;
+              return (*store)->put(record("small")) != 0 ? 0 : 6;  // there is room for this one
+            }),
+            0);
+  EXPECT_EQ(open()->oids({}, {}).size(), 2u);
+}
+
+TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
+  struct Listener : StoreListener {
+    void store_changed(std::uint32_t notification) override { heard.push_back(notification); }
+    std::vector<std::uint32_t> heard;
+  } listener;
+  auto window = open();
+  auto app = window->create_application(false);
+  app->logon(&listener);
+  auto series = record("series");
+  series.rules = "RRULE:FREQ=DAILY";
+  const auto oid = window->put(series);
+  EXPECT_EQ(window->oids(46300, 46300).size(), 1u);
+  window->poll();
+  listener.heard.clear();
+  {
+    auto command = open();
+    ASSERT_TRUE(command->begin());
+    ASSERT_NE(command->put(record("one")), 0);
+    ASSERT_NE(command->put(record("two")), 0);
+    ASSERT_TRUE(command->erase(oid));
+    ASSERT_TRUE(command->commit());
+    EXPECT_EQ(window->oids(46300, 46300).size(), 0u) << "the series kept in memory is gone as well";
+  }
+  EXPECT_TRUE(window->poll());
+  EXPECT_EQ(listener.heard, (std::vector<std::uint32_t>{0x8105, 0x8106}));
+  EXPECT_FALSE(window->poll());
+}
+
+TEST_F(StoreProcesses, WritersTakeTurns) {
+  open();
+  const auto write_many = [&] {
+    auto store = EmbeddedStore::open(path, clock);
+    for (int i = 0; store && i < 40; ++i)
+      if ((*store)->put(record("")) == 0) return 1;
+    return store ? 0 : 2;
+  };
+  const pid_t child = fork();
+  if (child == 0) _exit(write_many());
+  EXPECT_EQ(write_many(), 0);
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  EXPECT_EQ(open()->oids({}, {}).size(), 80u);
+}
+
+// The span index groups by length; every length must be found from its first day to its last.
+TEST_F(StoreProcesses, ItemsOfAnyLengthAreFoundOnEachOfTheirDays) {
+  auto store = open();
+  for (std::int32_t days : {0, 1, 2, 7, 8, 31, 32, 366, 367, 4000, 4001, 40001}) {
+    auto item = record("");
+    item.end = item.start + days * kSecondsPerDay + 60;
+    const auto oid = store->put(item);
+    for (std::int32_t day : {46200, 46200 + days / 2, 46200 + days})
+      EXPECT_EQ(store->oids(day, day), std::vector<std::int32_t>{oid}) << days;
+    EXPECT_TRUE(store->oids(46199, 46199).empty());
+    EXPECT_TRUE(store->oids(46201 + days, 46201 + days).empty());
+    store->erase(oid);
+  }
+}
+
+}  // namespace
+}  // namespace orvello::test
