@@ -1,0 +1,172 @@
+// The agenda's two forms over a store in memory.
+#include "cli/agenda.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "cli/commands.h"
+#include "hosts/headless/headless_ports.h"
+#include "hosts/headless/memory_store.h"
+
+namespace orvello {
+namespace {
+
+class Agenda : public ::testing::Test {
+ protected:
+  static std::int32_t day(int day_of_november) { return day_number(2026, 11, day_of_november); }
+  static LocalSeconds at(int day_of_november, int hour, int minute = 0) {
+    return day(day_of_november) * kSecondsPerDay + hour * 3600 + minute * 60;
+  }
+
+  static AppointmentRecord record(TextView subject, LocalSeconds start, LocalSeconds end) {
+    AppointmentRecord made;
+    made.uid = to_utf8(subject);
+    made.fields.subject = subject;
+    made.start = start;
+    made.end = end;
+    made.fields.start = to_calendar_date(start);
+    made.fields.end = to_calendar_date(end);
+    return made;
+  }
+  void put(const AppointmentRecord& record) { ASSERT_NE(store.put(record), 0); }
+  void put_all_day(TextView subject, int first, int last) {
+    AppointmentRecord made = record(subject, at(first, 0), at(last, 23, 59));
+    made.fields.all_day = true;
+    put(made);
+  }
+
+  std::vector<StoreItem> items(int from, int to) {
+    const auto found = agenda_items(store, day(from), day(to));
+    EXPECT_TRUE(found) << found.reason();
+    return found ? *found : std::vector<StoreItem>();
+  }
+  std::string text(int from, int to, bool clock24 = true,
+                   const LocaleData& locale = english_locale()) {
+    return agenda_text(items(from, to), day(from), day(to), clock24, locale);
+  }
+  std::string json(int from, int to) { return agenda_json(items(from, to)); }
+
+  HeadlessClock clock;
+  MemoryStore store{clock};
+};
+
+TEST_F(Agenda, GroupsByDayAndOrdersByStart) {
+  put(record(u"Late", at(6, 18), at(6, 19, 30)));
+  put(record(u"Early", at(6, 8, 5), at(6, 9)));
+  put(record(u"Next", at(8, 12), at(8, 13)));
+  put(record(u"Outside", at(9, 0, 1), at(9, 1)));
+  EXPECT_EQ(text(6, 8),
+            "Friday, November 6, 2026\n"
+            "  8:05-9:00        Early\n"
+            "  18:00-19:30      Late\n"
+            "\n"
+            "Sunday, November 8, 2026\n"
+            "  12:00-13:00      Next\n");
+  EXPECT_EQ(text(7, 7), "No Appointments\n");
+}
+
+TEST_F(Agenda, ASpanStandsUnderEachOfItsDays) {
+  put(record(u"Trip", at(5, 20), at(8, 7)));
+  EXPECT_EQ(text(6, 8),
+            "Friday, November 6, 2026\n"
+            "  multiday         Trip\n"
+            "\n"
+            "Saturday, November 7, 2026\n"
+            "  multiday         Trip\n"
+            "\n"
+            "Sunday, November 8, 2026\n"
+            "  multiday-7:00    Trip\n");
+  put_all_day(u"Fair", 4, 5);
+  EXPECT_EQ(text(5, 5),
+            "Thursday, November 5, 2026\n"
+            "  All Day          Fair\n"
+            "  20:00-multiday   Trip\n");
+  EXPECT_EQ(text(9, 9), "No Appointments\n");
+}
+
+TEST_F(Agenda, FollowsTheLocalesOrderAndTheClock) {
+  put(record(u"Обед", at(6, 13), at(6, 14)));
+  EXPECT_EQ(text(6, 6, true, russian_locale()),
+            "пятница, 6 ноября 2026\n"
+            "  13:00-14:00      Обед\n");
+  EXPECT_NE(text(6, 6, false).find("1:00p-2:00p"), std::string::npos) << text(6, 6, false);
+}
+
+// What came from somebody else's file must not move a terminal's cursor.
+TEST_F(Agenda, ControlCharactersNeverReachATerminal) {
+  AppointmentRecord made = record(u"One\x1B[2J\nTwo\x7F", at(6, 9), at(6, 10));
+  made.fields.location = u"Room\r7";
+  put(made);
+  EXPECT_EQ(text(6, 6),
+            "Friday, November 6, 2026\n"
+            "  9:00-10:00       One [2J Two  [Room 7]\n");
+  EXPECT_NE(json(6, 6).find(R"("One\u001b[2J\u000aTwo)"), std::string::npos);
+}
+
+TEST_F(Agenda, JsonTellsEveryField) {
+  AppointmentRecord made = record(u"Say \"hi\" \\ Привет 🌙", at(6, 9, 15), at(6, 10));
+  made.fields.location = u"Room 7";
+  made.fields.categories = u"Work,  Big plans ,,Home";
+  made.fields.busy_status = BusyStatus::out_of_office;
+  made.fields.sensitivity = 2;
+  made.fields.reminder_set = true;
+  made.fields.reminder_minutes = 0;
+  put(made);
+  EXPECT_EQ(json(6, 6),
+            "[\n  {\"oid\": 1, \"start\": \"2026-11-06T09:15:00\", "
+            "\"end\": \"2026-11-06T10:00:00\", \"allDay\": false, "
+            "\"subject\": \"Say \\\"hi\\\" \\\\ Привет 🌙\", \"location\": \"Room 7\", "
+            "\"categories\": [\"Work\", \"Big plans\", \"Home\"], \"recurring\": false, "
+            "\"busyStatus\": \"outOfOffice\", \"private\": true, \"reminderMinutes\": 0}\n]\n");
+  EXPECT_EQ(json(7, 7), "[]\n");
+}
+
+TEST_F(Agenda, JsonEndsAllDayItemsOnTheDayAfter) {
+  put_all_day(u"Fair", 6, 7);
+  const std::string answer = json(7, 7);
+  EXPECT_NE(answer.find("\"start\": \"2026-11-06\", \"end\": \"2026-11-08\", \"allDay\": true"),
+            std::string::npos)
+      << answer;
+  EXPECT_NE(answer.find("\"reminderMinutes\": null"), std::string::npos);
+  EXPECT_NE(answer.find("\"categories\": []"), std::string::npos);
+}
+
+TEST_F(Agenda, ASeriesShowsEachOccurrence) {
+  AppointmentRecord made = record(u"Standup", at(2, 9), at(2, 9, 15));
+  RecurrencePattern pattern;
+  pattern.type = RecurrenceType::daily;
+  pattern.pattern_start_date = day(2);
+  pattern.start_time = 9.0 / 24;
+  pattern.end_time = 9.25 / 24;
+  pattern.duration = 15;
+  pattern.interval = 2;
+  made.pattern = pattern;
+  put(made);
+  const auto found = items(3, 8);
+  ASSERT_EQ(found.size(), 3u);
+  EXPECT_EQ(to_seconds(found[0].start), at(4, 9));
+  EXPECT_EQ(to_seconds(found[2].start), at(8, 9));
+  EXPECT_NE(agenda_json(found).find("\"recurring\": true"), std::string::npos);
+}
+
+TEST_F(Agenda, TodayIsWhatTheClockSays) {
+  put(record(u"Now", at(6, 9), at(6, 10)));
+  put(record(u"Then", at(7, 9), at(7, 10)));
+  std::ostringstream out, err;
+  EXPECT_EQ(run_agenda(CommandLine{}, store, clock, true, english_locale(), out, err), 0);
+  EXPECT_EQ(out.str(), "Friday, November 6, 2026\n  9:00-10:00       Now\n");
+  EXPECT_EQ(err.str(), "");
+}
+
+TEST_F(Agenda, AStoreThatCannotBeReadIsAFailureWithItsReason) {
+  store.faults.logon = true;
+  store.faults.reason = "calendar.db is in use by another program.";
+  std::ostringstream out, err;
+  EXPECT_EQ(run_agenda(CommandLine{}, store, clock, true, english_locale(), out, err), 1);
+  EXPECT_EQ(out.str(), "");
+  EXPECT_EQ(err.str(), "orvello: calendar.db is in use by another program.\n");
+}
+
+}  // namespace
+}  // namespace orvello
