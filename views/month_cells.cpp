@@ -54,14 +54,9 @@ void draw_week_numbers(const MonthSnapshot& snapshot, const MonthLayout& layout,
   }
 }
 
-void restore_day_number(const MonthSnapshot& snapshot, const MonthLayout& layout,
-                        const MonthCell& cell, Canvas& canvas) {
-  const int scale = layout.screen.scale;
-  const int width = canvas.measure(format(u"%d", cell.date.day), layout.number_font).width + scale;
-  const Rect under{cell.number.right() - width, cell.box.y + scale, width,
-                   layout.number_font.height};
-  canvas.fill_rect(under, cell_background(snapshot, cell));
-  draw_number(snapshot, layout, cell, canvas);
+Rect drawn_number_box(const MonthLayout& layout, const MonthCell& cell, Canvas& canvas) {
+  const int width = canvas.measure(format(u"%d", cell.date.day), layout.number_font).width;
+  return {cell.number.right() - width, cell.box.y, width, layout.number_font.height};
 }
 
 }  // namespace orvello

@@ -7,8 +7,7 @@ namespace orvello {
 
 void draw_month_cells(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas);
 void draw_week_numbers(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas);
-// Makes the day number legible again after something was drawn over it.
-void restore_day_number(const MonthSnapshot& snapshot, const MonthLayout& layout,
-                        const MonthCell& cell, Canvas& canvas);
+// What the digits of a day number cover.
+Rect drawn_number_box(const MonthLayout& layout, const MonthCell& cell, Canvas& canvas);
 
 }  // namespace orvello

@@ -47,11 +47,11 @@ void MonthIcons::offer(int cell, std::uint64_t slots) {
 void MonthIcons::draw(const Image& picture, const MonthCell& cell, int n) {
   if (picture.empty()) return;
   const Point place = month_icon_place(layout_, cell.row, cell.column, n);
-  canvas_.draw_image(picture, {0, 0, picture.width, picture.height}, place);
-  // The second row of icons reaches the numbers of a low cell; the date is more important.
+  // The second row of icons reaches the numbers of a low cell; there the date is more important.
   const Rect box{place.x, place.y, picture.width, picture.height};
-  if (!intersection(box, cell.number).empty())
-    restore_day_number(snapshot_, layout_, cell, canvas_);
+  const Rect number = drawn_number_box(layout_, cell, canvas_);
+  if (intersection(box, number).empty())
+    canvas_.draw_image(picture, {0, 0, picture.width, picture.height}, place);
 }
 
 bool MonthIconPass(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,

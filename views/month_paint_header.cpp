@@ -62,8 +62,8 @@ void draw_day_names(const MonthSnapshot& snapshot, const MonthLayout& layout, Ca
     canvas.fill_rect(box, snapshot.color(ColorSlot::month_day_header_background));
     canvas.frame_rect(box, snapshot.color(ColorSlot::month_line), screen.scale);
     // Raised a little: the grid's first line covers the row's last pixels, not the letters.
-    const int top = box.y - 2 * screen.scale;
-    canvas.draw_text(names[column], {box.x, top, box.width, layout.grid_top - top}, style);
+    const int raise = screen.scale;
+    canvas.draw_text(names[column], {box.x, box.y - raise, box.width, box.height + raise}, style);
   }
 }
 

@@ -1,0 +1,124 @@
+#include "views/period_query.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "calendar/dates.h"
+
+namespace orvello {
+namespace {
+
+// Answers each restriction with what the test lists for it, and notes what it was asked.
+class ScriptedItems : public StoreItems {
+ public:
+  using Answers = std::map<Text, std::vector<StoreItem>>;
+  ScriptedItems(const Answers& answers, std::vector<Text>& log, std::vector<StoreItem> items = {})
+      : answers_(answers), log_(log), items_(std::move(items)) {}
+
+  void set_include_recurrences(bool include) override { log_.push_back(include ? u"all" : u"-"); }
+  void sort(TextView property, bool descending) override {
+    log_.push_back(Text(property) + (descending ? u" down" : u" up"));
+  }
+  std::unique_ptr<StoreItems> restrict_to(TextView restriction) override {
+    log_.emplace_back(restriction);
+    const auto answer = answers_.find(Text(restriction));
+    if (answer == answers_.end()) return nullptr;
+    return std::make_unique<ScriptedItems>(answers_, log_, answer->second);
+  }
+  std::optional<StoreItem> find(TextView) override { return std::nullopt; }
+  std::optional<StoreItem> find_next() override { return std::nullopt; }
+  int count() override { return static_cast<int>(items_.size()); }
+  std::optional<StoreItem> item(int index) override {
+    if (index < 1 || index > count()) return std::nullopt;
+    return items_[static_cast<std::size_t>(index - 1)];
+  }
+
+ private:
+  const Answers& answers_;
+  std::vector<Text>& log_;
+  std::vector<StoreItem> items_;
+};
+
+// Summaries are made anew at each answer, as a store may do.
+StoreItem item(int oid, CalendarDate start, CalendarDate end, TextView categories = {}) {
+  auto summary = std::make_shared<AppointmentSummary>();
+  summary->oid = oid;
+  summary->categories = categories;
+  return {start, end, summary};
+}
+
+// February 2010: the 1st is a Monday, so that Sunday-first weeks have one leading day.
+const MonthGrid kGrid = MonthGridRange(2, 2010, 0, 0);
+const Text kFirst = u"[End] >= <40209 AND [Start] <  <40210";
+const Text kSecond = u"[End] >= <40210 AND [Start] <= <40237";
+const Text kThird = u"[End] >  <40237 AND [Start] <= <40243";
+
+TEST(PeriodQuery, AsksForTheGridInThreeParts) {
+  ScriptedItems::Answers answers;
+  std::vector<Text> log;
+  fetch_period([&] { return std::make_unique<ScriptedItems>(answers, log); }, kGrid, {});
+  EXPECT_EQ(log, (std::vector<Text>{u"all", u"[Start] up", kFirst, kSecond, kThird}));
+}
+
+TEST(PeriodQuery, AnItemOfSeveralPartsComesOnce) {
+  ScriptedItems::Answers answers;
+  answers[kFirst] = {item(1, 40209.5, 40209.6), item(2, 40209.25, 40240)};
+  answers[kSecond] = {item(2, 40209.25, 40240), item(3, 40210.5, 40210.6),
+                      item(3, 40211.5, 40211.6), item(4, 40237.5, 40237.6)};
+  answers[kThird] = {item(2, 40209.25, 40240), item(4, 40237.5, 40237.6), item(5, 40237.5, 40237.6),
+                     item(3, 40238.5, 40238.6)};
+  std::vector<Text> log;
+  const PeriodItems found =
+      fetch_period([&] { return std::make_unique<ScriptedItems>(answers, log); }, kGrid, {});
+  std::vector<CalendarDate> starts;
+  for (const PeriodItem& each : found.items) starts.push_back(each.start);
+  EXPECT_EQ(starts, (std::vector<CalendarDate>{40209.5, 40209.25, 40210.5, 40211.5, 40237.5,
+                                               40237.5, 40238.5}));
+}
+
+TEST(PeriodQuery, AFailedPartLeavesTheOthers) {
+  ScriptedItems::Answers answers;
+  answers[kThird] = {item(7, 40238, 40238.5)};
+  std::vector<Text> log;
+  const auto source = [&] { return std::make_unique<ScriptedItems>(answers, log); };
+  EXPECT_EQ(fetch_period(source, kGrid, {}).items.size(), 1u);
+  EXPECT_TRUE(fetch_period([] { return nullptr; }, kGrid, {}).items.empty());
+}
+
+TEST(PeriodQuery, TheProfileIsAskedOnceForEachCategoriesText) {
+  ScriptedItems::Answers answers;
+  for (int i = 0; i < 10; ++i)
+    answers[kSecond].push_back(item(i, 40211 + i, 40211.5 + i, i % 2 ? u"Work" : u"Work, Home"));
+  std::vector<Text> log, asked;
+  const PeriodItems found =
+      fetch_period([&] { return std::make_unique<ScriptedItems>(answers, log); }, kGrid,
+                   [&](TextView categories) {
+                     asked.emplace_back(categories);
+                     return categories == u"Work";
+                   });
+  EXPECT_EQ(asked, (std::vector<Text>{u"Work, Home", u"Work"}));
+  for (std::size_t i = 0; i < found.items.size(); ++i)
+    EXPECT_EQ(found.items[i].passes_profile, i % 2 == 1);
+}
+
+TEST(PeriodQuery, DaysThatAnItemCovers) {
+  const auto cells = [&](CalendarDate start, CalendarDate end, bool all_day, int generation) {
+    PeriodItem covering{start, end, 0, BusyStatus::busy, all_day};
+    const CellSpan span = cells_of(covering, kGrid, generation);
+    return std::pair{span.first, span.last};
+  };
+  EXPECT_EQ(cells(40210.9, 40211.1, false, 0), (std::pair{1, 2}));
+  EXPECT_EQ(cells(40200.5, 40209.5, false, 0), (std::pair{0, 0}));
+  EXPECT_EQ(cells(40243.5, 50000, false, 0), (std::pair{34, 34}));
+  // All-day items of generation 3 end at the next midnight; timed ones are left alone.
+  EXPECT_EQ(cells(40210, 40211, true, 3), (std::pair{1, 1}));
+  EXPECT_EQ(cells(40210, 40211, true, 2), (std::pair{1, 2}));
+  EXPECT_EQ(cells(40210, 40211, false, 3), (std::pair{1, 2}));
+  const auto before = cells(40100, 40208.9, false, 0), absent = cells(kNoDate, kNoDate, false, 0);
+  EXPECT_GT(before.first, before.second);
+  EXPECT_GT(absent.first, absent.second);
+}
+
+}  // namespace
+}  // namespace orvello
