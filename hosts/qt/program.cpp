@@ -20,13 +20,6 @@ namespace {
 
 using Command = CommandLine::Command;
 
-std::optional<LocalSeconds> fixed_time(const CommandLine& line) {
-  if (!line.now) return std::nullopt;
-  CalendarDate date = 0;
-  SystemTimeToVariantTime(*line.now, date);
-  return to_seconds(date);
-}
-
 std::optional<bool> wanted_russian(const CommandLine& line) {
   if (line.language.empty()) return std::nullopt;
   return line.language == "ru";
@@ -108,6 +101,13 @@ int without_display(int argc, char** argv, CommandLine line, Opened& opened) {
 }
 
 }  // namespace
+
+std::optional<LocalSeconds> fixed_time(const CommandLine& line) {
+  if (!line.now) return std::nullopt;
+  CalendarDate date = 0;
+  SystemTimeToVariantTime(*line.now, date);
+  return to_seconds(date);
+}
 
 int run_program(int argc, char** argv) {
   const auto line = parse_command_line({argv + 1, argv + argc});

@@ -51,17 +51,16 @@ class WrittenBoxes : public MessageBoxes {
   }
 };
 
-std::optional<LocalSeconds> fixed_time(const WindowParts& parts) {
-  if (!parts.line.now) return std::nullopt;
-  CalendarDate date = 0;
-  SystemTimeToVariantTime(*parts.line.now, date);
-  return to_seconds(date);
+// A machine without a session manager has no runtime folder; the toolkit makes do, and need not
+// tell every user so.
+void pass_on(QtMsgType, const QMessageLogContext&, const QString& text) {
+  if (!text.startsWith(u"QStandardPaths: XDG_RUNTIME_DIR")) std::cerr << text.toStdString() << "\n";
 }
 
 QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
   QtHostOptions options;
   options.paths = parts.paths;
-  options.now = fixed_time(parts);
+  options.now = fixed_time(parts.line);
   if (!parts.line.language.empty()) options.russian = parts.line.language == "ru";
   options.screen = parts.line.screen;
   options.dpi = parts.line.dpi;
@@ -79,6 +78,7 @@ struct Session {
         databases(parts.paths.data + "/device.db", host_path),
         unavailable(parts.reason),
         store(parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable),
+        quiet(qInstallMessageHandler(pass_on)),
         qt(argc, argv, host_options(parts, parts.line.command == CommandLine::Command::render),
            registry, databases, store),
         host(qt.host()),
@@ -102,6 +102,7 @@ struct Session {
   UnavailableStore unavailable;
   CalendarStore& store;
   WrittenBoxes written;
+  QtMessageHandler quiet;  // the one before
   QtHost qt;
   Host host;
   Application application;

@@ -18,6 +18,9 @@ struct WindowParts {
   std::string reason;              // because of this
 };
 
+// The local time of --now.
+std::optional<LocalSeconds> fixed_time(const CommandLine& line);
+
 int run_window(int argc, char** argv, const WindowParts& parts);
 
 // Draws the window that the options ask for into the first of the line's files.
