@@ -76,8 +76,8 @@ void add_tables(Fields& rows) {
 void add_views(Fields& rows) {
   const LoadStep step = LoadStep::views;
   rows.push_back(flag(step, u"alarmflag", 1, &S::alarmflag, "alarm icon in the Day view"));
-  rows.push_back(
-      number(step, u"startmode", 1, 0, 2, &S::startmode, "first view: 0 Day, 1 Month, 2 Year"));
+  rows.push_back(number(step, u"startmode", 1, 0, 99, &S::startmode,
+                        "first view: 0 Day, 1 Month, 2 Year; none for others"));
   rows.push_back(text(step, u"activeprofilename", kAllProfile, kProfileNameLength,
                       &S::activeprofilename, "active profile"));
   rows.push_back(number(step, u"weeknumberformat", 0, 0, 2, &S::weeknumberformat,
