@@ -48,8 +48,8 @@ std::uint32_t BarButton::run_menu() {
   menu.setFont(widget_font(density_));
   menu.setStyleSheet(QStringLiteral("QMenu::item{padding:%1px %2px %1px %3px}")
                          .arg(density_.scaled(6))
-                         .arg(density_.scaled(14))
-                         .arg(density_.scaled(22)));
+                         .arg(density_.scaled(12))
+                         .arg(density_.scaled(18)));
   for (const MenuItem& item : content_.menu) {
     if (item.command == 0) {
       menu.addSeparator();
@@ -62,7 +62,11 @@ std::uint32_t BarButton::run_menu() {
     action->setData(item.command);
   }
   setDown(true);
-  const QAction* chosen = menu.exec(mapToGlobal(QPoint(0, -menu.sizeHint().height())));
+  // Above the bar, and inside the window as far as it fits.
+  const QSize size = menu.sizeHint();
+  const int left = mapTo(window(), QPoint(0, 0)).x();
+  const int shift = std::max(-left, std::min(0, window()->width() - left - size.width()));
+  const QAction* chosen = menu.exec(mapToGlobal(QPoint(shift, -size.height())));
   if (alive) setDown(false);
   return chosen ? chosen->data().toUInt() : 0;
 }

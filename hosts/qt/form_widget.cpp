@@ -7,9 +7,9 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QToolButton>
 
+#include "hosts/qt/flat_button.h"
 #include "hosts/qt/form_layout.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_surface.h"
@@ -92,7 +92,7 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
   switch (control.kind) {
     case Kind::button:
     case Kind::default_button: {
-      auto* button = new QPushButton(label_text(control.text), body_);
+      auto* button = new FlatButton(label_text(control.text), body_, density_);
       button->setDefault(control.kind == Kind::default_button);
       if (button->isDefault()) button->setFont(widget_font(density_, kTextSize, true));
       connect(button, &QPushButton::clicked, this, command);
@@ -135,7 +135,6 @@ QWidget* FormWidget::make_edit(const ControlTemplate& control) {
 
 QWidget* FormWidget::make_list(int id) {
   auto* list = new QListWidget(body_);
-  list->setUniformItemSizes(true);
   list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   connect(list, &QListWidget::currentRowChanged, this, [this, id] { tell(Event::changed, id); });

@@ -20,7 +20,11 @@ namespace {
 class QtDialog : public Dialog {
  public:
   // The form belongs to its parent widget, and may go with it.
-  QtDialog(FormWidget* form, DialogProcedure& procedure) : form_(form), procedure_(procedure) {
+  QtDialog(FormWidget* form, const Density& density, DialogProcedure& procedure)
+      : form_(form),
+        row_height_(density.scaled(kTouchHeight)),
+        row_margin_(density.scaled(kGrid)),
+        procedure_(procedure) {
     form->report = [this](const DialogEvent& event) { handle(event); };
   }
   ~QtDialog() override {
@@ -72,6 +76,7 @@ class QtDialog : public Dialog {
   QListWidget* list(int control) const { return qobject_cast<QListWidget*>(find(control)); }
 
   QPointer<FormWidget> form_;
+  int row_height_, row_margin_;
   DialogProcedure& procedure_;
   std::map<int, QTimer*> timers_;
   bool is_closed_ = false;
@@ -116,7 +121,12 @@ void QtDialog::set_rows(int control, const std::vector<Text>& rows) {
   if (!widget) return;
   const QSignalBlocker silence(widget);
   widget->clear();
-  for (const Text& row : rows) widget->addItem(to_qt(row));
+  for (const Text& row : rows) {
+    auto* item = new QListWidgetItem(to_qt(row), widget);
+    // As high as a finger needs, as wide as the text.
+    item->setSizeHint(
+        {widget->fontMetrics().horizontalAdvance(item->text()) + 2 * row_margin_, row_height_});
+  }
 }
 
 int QtDialog::selected_row(int control) const {
@@ -167,7 +177,7 @@ int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedur
     return to_qt(
         sheet_place(dialog, density.unit(), form->title_height(), {whole.width(), whole.height()}));
   };
-  QtDialog controls(form, procedure);
+  QtDialog controls(form, density, procedure);
   controls.closed = [layer](int) {
     if (layer) layer->end();
   };
@@ -193,7 +203,7 @@ std::unique_ptr<Dialog> QtDialogs::open_modeless(const DialogTemplate& dialog,
   if (!shell) return nullptr;
   auto* form = new FormWidget(&shell->content(), window_.density(), dialog, false);
   form->painted = [this] { window_.note_first_paint(); };
-  auto controls = std::make_unique<QtDialog>(form, procedure);
+  auto controls = std::make_unique<QtDialog>(form, window_.density(), procedure);
   shell->add_sheet(form);
   controls->handle({DialogEvent::Kind::init, 0, nullptr, {}});
   form->show();

@@ -8,6 +8,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "hosts/qt/flat_button.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
@@ -83,7 +84,7 @@ class BoxSheet : public QWidget {
   }
 
   QPushButton* add_button(const QString& text) {
-    auto* button = new QPushButton(text);
+    auto* button = new FlatButton(text, this, density_);
     button->setMinimumSize(density_.scaled(64), density_.scaled(kTouchHeight));
     row_->addWidget(button);
     return button;
