@@ -282,7 +282,7 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
       append_raw(out, property.raw);
       if (!property.parameters.empty())
         if (const auto tzid = parameter(property, "TZID")) used_tzids_.insert(*tzid);
-    } else {
+    } else if (kind != PropertyKind::recipients) {  // new ones come last, as in the record
       // The first of its kind gives its place to all of them.
       out += std::exchange(plan.lines[index], {});
     }
