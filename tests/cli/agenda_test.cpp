@@ -151,6 +151,7 @@ TEST_F(Agenda, ASeriesShowsEachOccurrence) {
 }
 
 TEST_F(Agenda, TodayIsWhatTheClockSays) {
+  clock.set({2026, 11, 5, 6, 21, 10, 0, 0});
   put(record(u"Now", at(6, 9), at(6, 10)));
   put(record(u"Then", at(7, 9), at(7, 10)));
   std::ostringstream out, err;
