@@ -21,7 +21,6 @@ struct MonthLayoutInput {
   int firstdayofweek = 0;
   bool icons = false;  // leave room for them
   int icon_cell = 9;
-  bool bars = false;
 };
 
 struct MonthCell {

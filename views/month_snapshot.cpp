@@ -45,8 +45,7 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
                      settings.showdays,
                      settings.firstdayofweek,
                      settings.showholiday == 1,
-                     settings.icon_cell,
-                     settings.showindicator == 1};
+                     settings.icon_cell};
   snapshot.today = today;
   snapshot.generation = generation;
   snapshot.calendarcolorstyle = settings.calendarcolorstyle;

@@ -12,15 +12,14 @@ using Kind = MonthHit::Kind;
 template <typename Check>
 void for_each_layout(Check check) {
   for (const TestScreen& screen : kTestScreens) {
-    for (int variant = 0; variant < 16; ++variant) {
+    for (int variant = 0; variant < 8; ++variant) {
       for (const int month : {1, 2, 8, 12}) {
         MonthLayoutInput input{month,
                                2026,
                                variant & 1,
                                variant >> 1 & 1,
                                (variant & 4) != 0,
-                               screen.dpi < kHighResolutionDpi ? 9 : 18,
-                               (variant & 8) != 0};
+                               screen.dpi < kHighResolutionDpi ? 9 : 18};
         SCOPED_TRACE(testing::Message() << screen.work.width << "x" << screen.work.height
                                         << " month " << month << " variant " << variant);
         check(MonthLayout(layout_screen(screen.work, screen.dpi, screen.dpi, false), input));
@@ -75,7 +74,7 @@ TEST(MonthLayout, NumbersBarsAndIconsKeepApart) {
   for (const TestScreen& each : kTestScreens) {
     const ScreenLayout screen = layout_screen(each.work, each.dpi, each.dpi, false);
     const int side = each.dpi < kHighResolutionDpi ? 9 : 18;
-    const MonthLayout layout(screen, {11, 2026, 0, 1, true, side, true});
+    const MonthLayout layout(screen, {11, 2026, 0, 1, true, side});
     const BarBand& band = layout.bars;
     const Rect bars{
         0, layout.grid_top + band.lanes_bottom - band.lanes * band.lane_pitch, 9999,

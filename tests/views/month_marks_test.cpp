@@ -131,7 +131,8 @@ TEST_F(MonthMarks, BarsOfSeveralDaysAndOfNoTimeAtAll) {
     const auto found = bars(cell);
     ASSERT_EQ(found.size(), 1u);
     EXPECT_GE(found[0].box.width, 2);
-    EXPECT_LE(found[0].box.right(), layout.cells[cell].box.right());
+    EXPECT_LE(found[0].box.right(),
+              layout.cells[cell].box.x + layout.bars.left + layout.bars.width);
   }
 }
 
