@@ -150,8 +150,7 @@ void Importer::keep_foreign(const ScannedCalendar& calendar) {
     }
     const Component& root = parsed_.root();
     if (component.kind == "VTIMEZONE") {
-      // Our own zones are written from the store.
-      if (!key_.empty()) put_foreign(zone_key(key_, value_of(root, "TZID")), std::string(root.raw));
+      put_foreign(zone_key(key_, value_of(root, "TZID")), std::string(root.raw));
       continue;
     }
     ++items_;

@@ -83,6 +83,20 @@ TEST_F(ExportTest, WhatCameInComesOutLineForLine) {
   EXPECT_EQ(exported(), text);
 }
 
+// Its first export carries our own product name: the next import must not take it for ours alone.
+TEST_F(ExportTest, ZonesOfANamelessCalendarSurviveTwoRounds) {
+  const std::string text =
+      "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VTIMEZONE\r\nTZID:Here\r\nBEGIN:STANDARD\r\n"
+      "DTSTART:19700101T000000\r\nTZOFFSETFROM:+0100\r\nTZOFFSETTO:+0100\r\nTZNAME:HT\r\n"
+      "END:STANDARD\r\nEND:VTIMEZONE\r\n" +
+      event("UID:1\r\nDTSTART;TZID=Here:20260101T100000\r\n") + "END:VCALENDAR\r\n";
+  import_text(text);
+  const std::string first = exported();
+  store.now = {};
+  import_text(first);
+  EXPECT_EQ(missing(text, exported()), "");
+}
+
 TEST_F(ExportTest, PlainEventsNeedNoText) {
   const std::string text = calendar(
       event("UID:1\r\nDTSTART:20260101T100000\r\nDTEND:20260101T110000\r\nSUMMARY:One\\, two\r\n"
