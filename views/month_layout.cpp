@@ -97,7 +97,8 @@ void place_bars(MonthLayout& layout, const MonthLayoutInput& input) {
   const ScreenLayout& screen = layout.screen;
   const int scale = screen.scale;
   const int number_bottom = layout.number_font.height;  // digits end above the line's end
-  const int full = 16 * scale;                          // four lines of four
+  // Four lines of four, and more where a window's rows are higher than a handheld's.
+  const int full = std::clamp(screen.row_height * 2 / 5, 16 * scale, 40 * scale);
   const int icon_gap = std::max(0, (screen.column_width - 3 * layout.icon.width) / 5);
   const int icon_pitch = icon_gap + layout.icon.height;
   int bottom = screen.row_height - scale;
@@ -111,7 +112,7 @@ void place_bars(MonthLayout& layout, const MonthLayoutInput& input) {
   BarBand& band = layout.bars;
   band.left = 2 * scale;
   band.width = std::max(0, screen.column_width - 3 * scale);
-  band.all_day_height = std::clamp(height / 4, 1, 2 * scale);
+  band.all_day_height = std::clamp(height / 4, 1, std::max(2 * scale, height / 8));
   band.all_day_top = bottom - band.all_day_height;
   band.axis_height = height >= 7 * scale ? scale : 0;
   band.axis_top = band.all_day_top - band.axis_height;
