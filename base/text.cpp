@@ -40,8 +40,10 @@ void append_utf8(std::string& out, char32_t c) {
 char32_t decode_utf8(std::string_view s, std::size_t& i) {
   const auto lead = static_cast<unsigned char>(s[i++]);
   if (lead < 0x80) return lead;
-  const int more = lead >= 0xF0 && lead < 0xF5 ? 3 : lead >= 0xE0 && lead < 0xF0 ? 2
-                   : lead >= 0xC2 && lead < 0xE0 ? 1 : 0;
+  const int more = lead >= 0xF0 && lead < 0xF5   ? 3
+                   : lead >= 0xE0 && lead < 0xF0 ? 2
+                   : lead >= 0xC2 && lead < 0xE0 ? 1
+                                                 : 0;
   if (more == 0) return kReplacement;
   char32_t c = lead & (0x3F >> more);
   std::size_t at = i;
@@ -176,8 +178,6 @@ Text upper_ascii(TextView text) {
   return out;
 }
 
-bool starts_with(TextView text, TextView prefix) {
-  return text.substr(0, prefix.size()) == prefix;
-}
+bool starts_with(TextView text, TextView prefix) { return text.substr(0, prefix.size()) == prefix; }
 
 }  // namespace orvello
