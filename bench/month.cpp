@@ -94,13 +94,13 @@ void month_complete_drawing(benchmark::State& state) {
 }
 BENCHMARK(month_complete_drawing)->Unit(benchmark::kMillisecond);
 
-int run(int argc, char** argv) {
+int run(const char* file) {
   Bench parts(std::filesystem::temp_directory_path() /
               ("orvello_bench_" + std::to_string(::getpid())));
   if (!parts.store) return 1;
-  const ImportResult imported = import_files({argv[1]}, *parts.store, parts.host.clock);
+  const ImportResult imported = import_files({file}, *parts.store, parts.host.clock);
   if (!imported.done || imported.counts.imported == 0) {
-    std::fprintf(stderr, "bench_month: %s holds nothing: %s\n", argv[1], imported.failure.c_str());
+    std::fprintf(stderr, "bench_month: %s holds nothing: %s\n", file, imported.failure.c_str());
     return 1;
   }
   parts.session = std::make_unique<StoreSession>(*parts.store, parts.host.boxes);
@@ -118,7 +118,7 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication application(argc, argv);
   benchmark::Initialize(&argc, argv);
-  if (argc == 2) return orvello::run(argc, argv);
+  if (argc == 2) return orvello::run(argv[1]);
   std::fprintf(stderr, "usage: bench_month FILE.ics [benchmark options]\n");
   return 2;
 }

@@ -25,6 +25,10 @@ make_package() {
 }
 check "the package can be made" make_package
 check "the package can be unpacked" dpkg-deb -x "$work/orvello.deb" "$work/root"
+if [ $failed -gt 0 ]; then
+  echo "packaging: $passed passed, $failed failed"
+  exit 1
+fi
 field() { dpkg-deb -f "$work/orvello.deb" "$1"; }
 root=$work/root/usr
 
