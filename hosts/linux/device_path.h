@@ -1,4 +1,4 @@
-// Paths as the program writes them ("\home\ann\calendar") and as this system does ("/home/ann/
+// Paths as the program writes them ("\users\ann\calendar") and as this system does ("/users/ann/
 // calendar").
 #pragma once
 

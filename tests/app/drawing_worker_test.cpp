@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "hosts/headless/headless_surface.h"
 #include "hosts/headless/headless_window.h"
 
 namespace orvello {
@@ -9,32 +10,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A surface that only counts.
-class CountedSurface : public Surface, public Canvas {
- public:
-  explicit CountedSurface(std::atomic<int>& published) : published_(published) {}
-  Canvas& canvas() override { return *this; }
-  void publish() override { ++published_; }
-  Size size() const override { return {10, 10}; }
-  void set_clip(std::optional<Rect>) override {}
-  void fill_rect(const Rect&, Color) override {}
-  void frame_rect(const Rect&, Color, int) override {}
-  void polyline(const std::vector<Point>&, Color, int) override {}
-  void fill_polygon(const std::vector<Point>&, Color) override {}
-  void draw_text(TextView, const Rect&, const TextStyle&) override {}
-  Size measure(TextView, const FontSpec&) override { return {}; }
-  void draw_image(const Image&, const Rect&, Point) override {}
-
- private:
-  std::atomic<int>& published_;
-};
-
 struct DrawingWorkerTest : testing::Test {
   DrawingWorkerTest() {
-    worker.set_surface(std::make_unique<CountedSurface>(published));
+    worker.set_surface(surfaces.create({10, 10}));
     worker.start();
   }
-  std::atomic<int> published{0};
+  HeadlessSurfaces surfaces;
+  std::atomic<int>& published = surfaces.published;
   HeadlessWindow window;
   DrawingWorker worker{window};
 };
@@ -84,7 +66,7 @@ TEST_F(DrawingWorkerTest, StoppingAndResizingDoNotWaitForADrawingToEnd) {
   std::atomic<int> given_up{0};
   worker.request(endless(began, given_up));
   while (!began) std::this_thread::sleep_for(1ms);
-  worker.set_surface(std::make_unique<CountedSurface>(published));
+  worker.set_surface(surfaces.create({10, 10}));
   ASSERT_TRUE(worker.wait_until_idle(10s));
   began = false;
   worker.request(endless(began, given_up));

@@ -143,13 +143,13 @@ class VariableGuard {
 };
 
 TEST(Paths, FollowTheEnvironmentAndIgnoreRelativeValues) {
-  const VariableGuard home("HOME", "/home/ann"), data("XDG_DATA_HOME", "/d/"),
+  const VariableGuard home("HOME", "/users/ann"), data("XDG_DATA_HOME", "/d/"),
       config("XDG_CONFIG_HOME", "relative"), state("XDG_STATE_HOME", "");
   const auto paths = choose_paths(std::nullopt);
   ASSERT_TRUE(paths);
   EXPECT_EQ(paths->data, "/d/orvello");
-  EXPECT_EQ(paths->config, "/home/ann/.config/orvello");
-  EXPECT_EQ(paths->state, "/home/ann/.local/state/orvello");
+  EXPECT_EQ(paths->config, "/users/ann/.config/orvello");
+  EXPECT_EQ(paths->state, "/users/ann/.local/state/orvello");
   const auto one = choose_paths("/tmp/x/");
   ASSERT_TRUE(one);
   EXPECT_EQ(one->data, "/tmp/x");
