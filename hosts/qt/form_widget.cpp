@@ -135,7 +135,11 @@ QWidget* FormWidget::make_edit(const ControlTemplate& control) {
 
 QWidget* FormWidget::make_list(int id) {
   auto* list = new QListWidget(body_);
-  list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  // Long rows wrap: a pen that scrolls in two directions is no help in reading them.
+  list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list->setWordWrap(true);
+  list->setTextElideMode(Qt::ElideNone);
+  list->setResizeMode(QListView::Adjust);
   list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   connect(list, &QListWidget::currentRowChanged, this, [this, id] { tell(Event::changed, id); });
   connect(list, &QListWidget::itemClicked, this, [this, id] { tell(Event::command, id); });

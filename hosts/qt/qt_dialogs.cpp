@@ -7,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 
 #include "hosts/qt/form_layout.h"
 #include "hosts/qt/form_widget.h"
@@ -17,14 +18,23 @@
 namespace orvello {
 namespace {
 
+// Rows as high as a finger needs, or higher where their text wraps.
+class RowDelegate : public QStyledItemDelegate {
+ public:
+  RowDelegate(int least, QObject* parent) : QStyledItemDelegate(parent), least_(least) {}
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return QStyledItemDelegate::sizeHint(option, index).expandedTo({0, least_});
+  }
+
+ private:
+  int least_;
+};
+
 class QtDialog : public Dialog {
  public:
   // The form belongs to its parent widget, and may go with it.
   QtDialog(FormWidget* form, const Density& density, DialogProcedure& procedure)
-      : form_(form),
-        row_height_(density.scaled(kTouchHeight)),
-        row_margin_(density.scaled(kGrid)),
-        procedure_(procedure) {
+      : form_(form), row_height_(density.scaled(kTouchHeight)), procedure_(procedure) {
     form->report = [this](const DialogEvent& event) { handle(event); };
   }
   ~QtDialog() override {
@@ -76,7 +86,7 @@ class QtDialog : public Dialog {
   QListWidget* list(int control) const { return qobject_cast<QListWidget*>(find(control)); }
 
   QPointer<FormWidget> form_;
-  int row_height_, row_margin_;
+  int row_height_;
   DialogProcedure& procedure_;
   std::map<int, QTimer*> timers_;
   bool is_closed_ = false;
@@ -121,12 +131,9 @@ void QtDialog::set_rows(int control, const std::vector<Text>& rows) {
   if (!widget) return;
   const QSignalBlocker silence(widget);
   widget->clear();
-  for (const Text& row : rows) {
-    auto* item = new QListWidgetItem(to_qt(row), widget);
-    // As high as a finger needs, as wide as the text.
-    item->setSizeHint(
-        {widget->fontMetrics().horizontalAdvance(item->text()) + 2 * row_margin_, row_height_});
-  }
+  if (!dynamic_cast<RowDelegate*>(widget->itemDelegate()))
+    widget->setItemDelegate(new RowDelegate(row_height_, widget));
+  for (const Text& row : rows) new QListWidgetItem(to_qt(row), widget);
 }
 
 int QtDialog::selected_row(int control) const {
