@@ -98,7 +98,7 @@ void place_bars(MonthLayout& layout, const MonthLayoutInput& input) {
   const int scale = screen.scale;
   const int number_bottom = layout.number_font.height;  // digits end above the line's end
   // Four lines of four, and more where a window's rows are higher than a handheld's.
-  const int full = std::clamp(screen.row_height * 2 / 5, 16 * scale, 40 * scale);
+  const int full = std::clamp(screen.row_height / 2, 16 * scale, 40 * scale);
   const int icon_gap = std::max(0, (screen.column_width - 3 * layout.icon.width) / 5);
   const int icon_pitch = icon_gap + layout.icon.height;
   int bottom = screen.row_height - scale;
