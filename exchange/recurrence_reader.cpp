@@ -67,6 +67,8 @@ std::optional<LocalSeconds> read_added(const Property& property, std::string_vie
   return start;
 }
 
+constexpr int kYearsLookedAt = 40;
+
 struct RecurrenceLines {
   std::string text;
   int rules = 0, others = 0;
@@ -74,6 +76,21 @@ struct RecurrenceLines {
   std::string_view only_value;
   std::vector<LocalSeconds> dates;
 };
+
+// True for a rule without end whose parts seem never to meet, such as 30 February.
+bool names_only_its_start(const Rule& rule, LocalSeconds start) {
+  constexpr std::int64_t kYear = 366 * kSecondsPerDay;
+  if (rule.count != 0 || rule.until || rule.frequency < Frequency::daily) return false;
+  if (rule.by_month_day.empty() && rule.by_year_day.empty() && rule.by_week_no.empty() &&
+      rule.by_set_pos.empty())
+    return false;
+  for (const int years : {1, 8, kYearsLookedAt}) {
+    std::vector<LocalSeconds> instances;
+    append_instances(rule, start, start + 1, start + years * kYear, instances);
+    if (!instances.empty()) return false;
+  }
+  return true;
+}
 
 void read_rule(const Property& property, std::string_view kind, EventContext& context,
                ReadEvent& read, RecurrenceLines& lines) {
@@ -87,6 +104,10 @@ void read_rule(const Property& property, std::string_view kind, EventContext& co
                                             "); kept, but only the start is shown");
     return;
   }
+  if (kind == "RRULE" && names_only_its_start(*rule, read.record.start))
+    context.problems.add(
+        property.line,
+        "rule names no day in the " + std::to_string(kYearsLookedAt) + " years after the start");
   const std::string text = localized(value, *rule, read.start, context.clock);
   lines.text += (lines.text.empty() ? "" : "\n") + std::string(kind) + ":" + text;
   if (kind == "RRULE") {

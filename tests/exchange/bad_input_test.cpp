@@ -58,7 +58,8 @@ TEST_F(BadInputTest, FlawsThatCostNoEvent) {
       {"RRULE:FREQ=DAILY;COUNT=3;UNTIL=20270101T000000\r\n", "rule cannot be read"},
       {"EXDATE:20260230T100000\r\n", "is no date; not used"},
       {"this is no property\r\n", "line is no property"},
-      {"RRULE:FREQ=DAILY;BYMONTH=2;BYMONTHDAY=30\r\n", nullptr},  // never, without end
+      {"RRULE:FREQ=DAILY;BYMONTH=2;BYMONTHDAY=30\r\n", "rule names no day"},
+      {"RRULE:FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=29\r\n", nullptr},
       {"RRULE:FREQ=SECONDLY\r\n", nullptr},
   };
   for (const Case& one : cases) {
