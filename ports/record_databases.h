@@ -14,7 +14,7 @@
 
 namespace orvello {
 
-// RecordProperty identifier: (number << 16) | value type.
+// Property identifier: (number << 16) | value type.
 using PropertyId = std::uint32_t;
 inline constexpr std::uint32_t kTypeShort = 0x0002;
 inline constexpr std::uint32_t kTypeLong = 0x0003;

@@ -41,7 +41,8 @@ DatabaseError look_at_head(const std::string& path) {
   unsigned char head[100];
   const ssize_t count = ::read(file, head, sizeof head);
   ::close(file);
-  if (count == 0) return DatabaseError::none;  // created, and the creator died
+  if (count < 0) return DatabaseError::invalid_parameter;  // a folder, for one
+  if (count == 0) return DatabaseError::none;              // created, and the creator died
   const bool ours = count == sizeof head && std::memcmp(head, "SQLite format 3", 16) == 0 &&
                     big_endian(head + 68) == kApplicationId && big_endian(head + 60) == kFormat;
   return ours ? DatabaseError::none : DatabaseError::damaged;
@@ -104,7 +105,6 @@ bool SqliteVolume::prepare_format() {
 SqliteVolume::~SqliteVolume() { sqlite3_close_v2(connection_); }
 
 DatabaseError SqliteVolume::reason() const {
-  const int error = connection_ ? sqlite3_system_errno(connection_) : 0;
   switch (connection_ ? sqlite3_errcode(connection_) & 0xFF : SQLITE_NOMEM) {
     case SQLITE_OK:
     case SQLITE_ROW:
@@ -124,9 +124,10 @@ DatabaseError SqliteVolume::reason() const {
     case SQLITE_RANGE:
       return DatabaseError::invalid_parameter;
     case SQLITE_IOERR:
-      // A quota or a limit on the file's size is a full disk to the person.
-      if (error == ENOSPC || error == EDQUOT || error == EFBIG) return DatabaseError::disk_full;
-      return DatabaseError::damaged;
+      // A write that fails for another reason than a full disk is a quota or a limit on the file's
+      // size: a full disk to the person.
+      return sqlite3_extended_errcode(connection_) == SQLITE_IOERR_WRITE ? DatabaseError::disk_full
+                                                                         : DatabaseError::damaged;
     default:
       return DatabaseError::damaged;
   }

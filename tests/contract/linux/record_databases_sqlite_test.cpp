@@ -1,0 +1,175 @@
+#include <signal.h>
+#include <sqlite3.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "store/embedded/sqlite_record_databases.h"
+#include "tests/contract/linux/registry_scratch.h"
+#include "tests/contract/record_databases_contract.h"
+
+namespace orvello {
+namespace {
+
+constexpr PropertyId kText = 0x000D001F;
+
+struct SqlitePlace : DatabasesPlace {
+  SqlitePlace() { std::filesystem::create_directory(folder / "data"); }
+  RecordDatabases& open() override {
+    all.push_back(
+        std::make_unique<SqliteRecordDatabases>(folder / "device.db", [this](TextView name) {
+          std::string path = to_utf8(name);
+          std::replace(path.begin(), path.end(), '\\', '/');
+          return folder / path;
+        }));
+    return *all.back();
+  }
+  ScratchFolder folder;
+  std::vector<std::unique_ptr<SqliteRecordDatabases>> all;
+};
+
+INSTANTIATE_TEST_SUITE_P(Sqlite, RecordDatabasesContract,
+                         ::testing::Values(DatabasesCase{
+                             "sqlite", [] { return std::make_unique<SqlitePlace>(); }}));
+
+class SqliteVolumeTest : public ::testing::Test {
+ protected:
+  // Mounts, adds a record and unmounts; what went wrong, if anything.
+  DatabaseError add(const Text& text) {
+    RecordDatabases& databases = place.open();
+    const VolumeId volume = databases.mount(kVolume);
+    if (volume == kInvalidVolume) return databases.last_error();
+    databases.create(volume, u"list", kText);
+    const DatabaseHandle list = databases.open(volume, u"list", kText);
+    const RecordId id = list == kInvalidDatabase ? 0 : databases.write(list, 0, {{kText, text}});
+    const DatabaseError error = id == 0 ? databases.last_error() : DatabaseError::none;
+    databases.unmount(volume);
+    return error;
+  }
+  std::uint32_t records() {
+    RecordDatabases& databases = place.open();
+    const auto all = databases.enumerate(databases.mount(kVolume));
+    return all.empty() ? 0 : all[0].record_count;
+  }
+  void run_sql(const char* sql) {
+    sqlite3* connection = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &connection), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(connection, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql;
+    sqlite3_close(connection);
+  }
+  void expect_refused_untouched() {
+    const std::string before = content_of(path);
+    EXPECT_EQ(add(u"x"), DatabaseError::damaged);
+    EXPECT_EQ(content_of(path), before);
+  }
+  static constexpr TextView kVolume = u"\\data\\settings.vol";
+  SqlitePlace place;
+  std::string path = place.folder / "data/settings.vol";
+};
+
+TEST_F(SqliteVolumeTest, TheFileIsForItsOwnerAloneAndNothingIsLeftBeside) {
+  EXPECT_EQ(add(u"x"), DatabaseError::none);
+  EXPECT_EQ(mode_of(path), 0600u);
+  const auto entries = std::filesystem::directory_iterator(place.folder / "data");
+  EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
+}
+
+TEST_F(SqliteVolumeTest, ForeignAndNewerFilesAreRefusedUntouched) {
+  put_content(path, "not a database at all");
+  expect_refused_untouched();
+  put_content(path, std::string(200, '\0'));
+  expect_refused_untouched();
+  std::filesystem::remove(path);
+  run_sql("CREATE TABLE theirs(x); INSERT INTO theirs VALUES(1)");
+  expect_refused_untouched();
+  std::filesystem::remove(path);
+  ASSERT_EQ(add(u"x"), DatabaseError::none);
+  run_sql("PRAGMA user_version=2");
+  expect_refused_untouched();
+}
+
+TEST_F(SqliteVolumeTest, DamagedFilesAreRefusedUntouched) {
+  for (int i = 0; i < 100; ++i) ASSERT_EQ(add(Text(200, u'x')), DatabaseError::none);
+  const std::string sound = content_of(path);
+  ASSERT_GT(sound.size(), 8192u);
+  put_content(path, sound.substr(0, sound.size() / 2));
+  expect_refused_untouched();
+  for (std::size_t page = 4096; page < sound.size(); page += 4096) {
+    std::string torn = sound;
+    std::fill_n(torn.begin() + static_cast<std::ptrdiff_t>(page), 64, '\x55');
+    put_content(path, torn);
+    expect_refused_untouched();
+  }
+  put_content(path, "");  // its creator died before the first transaction
+  EXPECT_EQ(add(u"x"), DatabaseError::none);
+  EXPECT_EQ(records(), 1u);
+}
+
+TEST_F(SqliteVolumeTest, ReasonsAreTheDevices) {
+  path = place.folder / "data/settings.vol";
+  std::filesystem::create_directory(path);
+  EXPECT_EQ(add(u"x"), DatabaseError::invalid_parameter);
+  std::filesystem::remove(path);
+  ASSERT_EQ(add(u"x"), DatabaseError::none);
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  EXPECT_EQ(add(u"y"), DatabaseError::sharing_violation);
+  sqlite3_close(other);
+  EXPECT_EQ(add(u"y"), DatabaseError::none);
+}
+
+TEST_F(SqliteVolumeTest, AFullDiskKeepsWhatWasThere) {
+  ASSERT_EQ(add(u"kept"), DatabaseError::none);
+  const auto size = static_cast<rlim_t>(std::filesystem::file_size(path));
+  const pid_t child = ::fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{size, size};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    const bool refused = add(Text(100000, u'x')) == DatabaseError::disk_full;
+    // A new volume does not fit either.
+    std::filesystem::remove(path);
+    const rlimit none{100, 100};
+    ::setrlimit(RLIMIT_FSIZE, &none);
+    ::_exit(refused && add(u"x") == DatabaseError::disk_full ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  EXPECT_EQ(add(u"after"), DatabaseError::none);
+}
+
+TEST_F(SqliteVolumeTest, AKilledWriterLosesNothingThatWasReportedWritten) {
+  ASSERT_EQ(add(u"first"), DatabaseError::none);
+  std::uint32_t reported = 1;
+  for (int i = 0; i < 10; ++i) {
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      while (add(Text(50, u'x')) == DatabaseError::none) (void)!::write(ends[1], "x", 1);
+      ::_exit(1);
+    }
+    ::close(ends[1]);
+    ::usleep(static_cast<useconds_t>(30000 + i * 1700));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    char block[4096];
+    const ssize_t written = ::read(ends[0], block, sizeof block);
+    ::close(ends[0]);
+    reported += static_cast<std::uint32_t>(std::max<ssize_t>(written, 0));
+    const std::uint32_t present = records();
+    ASSERT_GE(present, reported);
+    ASSERT_LE(present, reported + 1) << "half a write";
+    reported = present;
+  }
+  EXPECT_GT(reported, 5u) << "the children wrote nothing";
+}
+
+}  // namespace
+}  // namespace orvello
