@@ -103,10 +103,10 @@ TEST_F(FileRegistryTest, AFlushGivesUpWhileAnotherHoldsTheLock) {
 
 // The content of a value shows which round wrote it: all texts of a file must be of one round.
 std::string rounds_in(const std::string& path) {
-  FileRegistry registry(path);
+  const RegistryText file = RegistryText::parse(content_of(path));  // read at one time
   std::string rounds;
   for (int i = 0; i < 20; ++i) {
-    const std::string round = value_of(registry, kClasses, kKey, format(u"t%d", i)).substr(0, 8);
+    const std::string round = shown(file.query(kClasses, kKey, format(u"t%d", i))).substr(0, 8);
     if (i == 0) rounds = round;
     if (round != rounds) return rounds + " and " + round;
   }
