@@ -1,11 +1,15 @@
 #include "hosts/qt/qt_main_window.h"
 
+#include <sys/eventfd.h>
+#include <unistd.h>
+
 #include <QApplication>
-#include <QEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QSocketNotifier>
+#include <deque>
 #include <filesystem>
+#include <mutex>
 #include <vector>
 
 #include "app/messages.h"
@@ -19,14 +23,6 @@ namespace {
 
 constexpr int kFirstWidth = 480, kFirstHeight = 640;  // logical pixels
 constexpr int kLeastWidth = 240, kLeastHeight = 240;  // design units
-
-const auto kMessageEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
-const auto kInvalidateEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
-
-struct MessageEvent : QEvent {
-  explicit MessageEvent(const Message& m) : QEvent(kMessageEvent), message(m) {}
-  Message message;
-};
 
 constexpr const char* kQuitPosted = "quitPosted";
 
@@ -44,27 +40,63 @@ Rect from_qt(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect
 
 }  // namespace
 
-// Takes what other threads send. It lives as long as the window object, longer than the widgets.
+// The way in from other threads. They only touch the queue and the descriptor here, none of the
+// toolkit: its own queue would do, but a thread sanitizer cannot see into it.
 class QtMainWindow::Receiver : public QObject {
  public:
-  explicit Receiver(QtMainWindow& window) : window_(window) {}
-  bool event(QEvent* event) override {
-    if (event->type() == kMessageEvent)
-      window_.send(static_cast<MessageEvent*>(event)->message);
-    else if (event->type() == kInvalidateEvent)
-      take_invalidation();
-    else
-      return QObject::event(event);
-    return true;
+  explicit Receiver(QtMainWindow& window)
+      : window_(window),
+        wake_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
+        notifier_(wake_, QSocketNotifier::Read) {
+    connect(&notifier_, &QSocketNotifier::activated, this, [this] { take(); });
   }
-  void take_invalidation() {
-    invalidation_posted = false;
-    if (window_.shell_) window_.shell_->content().update();
+  ~Receiver() override {
+    notifier_.setEnabled(false);
+    ::close(wake_);
   }
-  std::atomic<bool> invalidation_posted{false};
+
+  void post(const Message& message) {
+    {
+      std::lock_guard lock(lock_);
+      posted_.push_back(message);
+    }
+    wake();
+  }
+  void invalidate() {
+    if (!invalidated_.exchange(true)) wake();
+  }
 
  private:
+  void wake() {
+    const std::uint64_t one = 1;
+    // It can only fail when the counter is full, and then a wake-up is on its way already.
+    [[maybe_unused]] const auto written = ::write(wake_, &one, sizeof one);
+  }
+  std::optional<Message> next(bool& more) {
+    std::lock_guard lock(lock_);
+    if (posted_.empty()) return std::nullopt;
+    const Message message = posted_.front();
+    posted_.pop_front();
+    more = !posted_.empty();
+    return message;
+  }
+  void take() {
+    std::uint64_t count = 0;
+    [[maybe_unused]] const auto got = ::read(wake_, &count, sizeof count);
+    if (invalidated_.exchange(false) && window_.shell_) window_.shell_->content().update();
+    bool more = false;
+    const auto message = next(more);
+    // A message may run a loop of its own, in which the others must arrive too.
+    if (more) wake();
+    if (message) window_.send(*message);
+  }
+
   QtMainWindow& window_;
+  int wake_;
+  QSocketNotifier notifier_;
+  std::mutex lock_;
+  std::deque<Message> posted_;
+  std::atomic<bool> invalidated_{false};
 };
 
 QtMainWindow::QtMainWindow(QtWindowOptions options)
@@ -209,9 +241,7 @@ bool QtMainWindow::send(const Message& message) {
   return handler_ && handler_->handle_message(message);
 }
 
-void QtMainWindow::post(const Message& message) {
-  QCoreApplication::postEvent(receiver_.get(), new MessageEvent(message));
-}
+void QtMainWindow::post(const Message& message) { receiver_->post(message); }
 
 void QtMainWindow::post_quit(int code) {
   quit_code_ = code;
@@ -225,10 +255,7 @@ int QtMainWindow::run() {
   return *quit_code_;
 }
 
-void QtMainWindow::invalidate() {
-  if (!receiver_->invalidation_posted.exchange(true))
-    QCoreApplication::postEvent(receiver_.get(), new QEvent(kInvalidateEvent));
-}
+void QtMainWindow::invalidate() { receiver_->invalidate(); }
 
 void QtMainWindow::copy_surface(Surface& surface, Size size) {
   auto* picture = dynamic_cast<QtSurface*>(&surface);
