@@ -32,7 +32,8 @@ DialogTemplate day_view_dialog(Language language) {
 
 DialogTemplate day_popup_dialog(Language language) {
   constexpr int width = 208, height = 168;
-  DialogTemplate dialog{kDialogDayPopup, {}, false, {width, height}, {}};
+  DialogTemplate dialog{
+      kDialogDayPopup, load_string(StringId::day_view, language), false, {width, height}, {}};
   const int top = height - kGap - kButton;
   dialog.controls = {
       {Kind::label, kControlDayDate, {}, {kGap, kGap, width - 2 * kGap, 20}},
