@@ -27,7 +27,6 @@ struct ApplicationState {
   ScreenLayout layout;
 
   int profile_count = 0;
-  bool settings_loaded = false;
 };
 
 // 0-3 from the operating system's version.
