@@ -1,4 +1,5 @@
-// The one top-level window, the screen that it stands on, its timers and its messages.
+// The one top-level window, the screen that it stands on, its timers and its messages. The pointer
+// is told of also while it is not pressed, where a device knows.
 // User-interface thread, except `invalidate` and `post`, which any thread may call.
 #pragma once
 
@@ -6,6 +7,7 @@
 
 #include "base/geometry.h"
 #include "base/text.h"
+#include "ports/accessibility.h"
 #include "ports/canvas.h"
 
 namespace orvello {
@@ -15,8 +17,11 @@ struct Message {
   std::uint32_t id = 0;
   std::uint32_t wparam = 0;  // key code, command id, timer id ...
   Point point;               // pointer position in the window
-  int detail = 0;            // wheel notches, drag distance
+  int detail = 0;            // wheel notches; of a key: kControlHeld, kShiftHeld
 };
+
+inline constexpr int kControlHeld = 1;
+inline constexpr int kShiftHeld = 2;
 
 class MessageHandler {
  public:
@@ -32,6 +37,15 @@ struct ScreenInfo {
   int dpi_y = 96;
   int os_major = 0;  // the platform's version, 0.0 on a desktop
   int os_minor = 0;
+};
+
+// A small text over the window that takes no input.
+struct HoverLabel {
+  Rect place;  // in the window, device pixels
+  Text text;   // lines end with '\n'
+  FontSpec font;
+  Color text_color = kBlack;
+  Color background = kWhite;
 };
 
 class MainWindow {
@@ -59,6 +73,13 @@ class MainWindow {
   virtual bool pen_is_down() const = 0;
   virtual void show_wait_cursor() = 0;  // counted
   virtual void hide_wait_cursor() = 0;
+
+  virtual void show_label(const HoverLabel& label) = 0;  // replaces the one shown
+  virtual void hide_label() = 0;
+  // The view drawn in the window, for a screen reader; it outlives the window or is taken back
+  // with null. `accessible_changed` tells it that another cell is selected, or all are new.
+  virtual void set_accessible_view(AccessibleView* view) = 0;
+  virtual void accessible_changed() = 0;
 };
 
 }  // namespace orvello

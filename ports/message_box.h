@@ -15,6 +15,7 @@ class MessageBoxes {
   // `owned` boxes belong to the main window; the others stand alone (before a window exists too).
   virtual BoxAnswer show(TextView text, TextView caption, BoxIcon icon = BoxIcon::none,
                          BoxButtons buttons = BoxButtons::ok, bool owned = false) = 0;
+  virtual void beep() = 0;  // something could not be done, and there is nothing to say about it
 };
 
 }  // namespace orvello

@@ -4,10 +4,12 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "hosts/headless/headless_report.h"
 #include "ports/clock.h"
 #include "ports/dialogs.h"
 #include "ports/input_methods.h"
@@ -53,7 +55,9 @@ class HeadlessBoxes : public MessageBoxes {
  public:
   BoxAnswer show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                  bool owned) override;
+  void beep() override { ++beeps; }
   std::vector<ShownBox> shown;
+  int beeps = 0;
   std::vector<BoxAnswer> answers;  // the next ones to give; then the first button's
 };
 
@@ -71,7 +75,13 @@ class HeadlessDialog : public Dialog {
   void set_rows(int control, const std::vector<Text>& rows) override;
   int selected_row(int control) const override;
   void select_row(int control, int row) override;
-  void invalidate(int) override {}
+  void invalidate(int) override { ++invalidations; }
+  ReportList* report(int control) override;
+  void set_calendar(int control, const MonthDayYear& date, const MonthDayYear& today,
+                    bool monday_first) override;
+  MonthDayYear calendar_date(int control) const override;
+  void set_parts(int control, const std::vector<AccessibleCell>& parts) override;
+  std::uint32_t track_menu(const std::vector<MenuItem>& items, int control, Point at) override;
   void start_timer(int id, int milliseconds) override { timers[id] = milliseconds; }
   void stop_timer(int id) override { timers.erase(id); }
   void close(int result) override;
@@ -80,6 +90,20 @@ class HeadlessDialog : public Dialog {
   void press(int control);
   void type(int control, TextView text);
   void tap_row(int control, int row);
+  void choose_date(int control, const MonthDayYear& date);  // in a month calendar
+  void pen_down(int control, Point point, bool second = false);
+  void pen_move(int control, Point point);
+  void pen_up(int control, Point point);
+  void tap(int control, Point point);
+  void key(int control, std::uint32_t key, bool control_held = false, bool shift_held = false);
+  bool fire_timer(int id);  // false: not started
+  void press_beside();      // of a popup
+  HeadlessReport& rows(int control) { return *reports.at(control); }
+  Size size_of(int control) const;  // of a custom control, at 96 dpi
+
+  // What a person picks from a menu; without it nothing.
+  std::function<std::uint32_t(const std::vector<MenuItem>&)> menu_choice;
+  std::vector<MenuItem> menu;  // the last one opened
 
   struct Control {
     ControlTemplate::Kind kind;
@@ -87,16 +111,22 @@ class HeadlessDialog : public Dialog {
     std::vector<Text> rows;
     int selected = -1;
     bool checked = false, enabled = true, shown = true;
+    MonthDayYear date{};
+    std::vector<AccessibleCell> parts{};
   };
   const DialogTemplate dialog;
   std::map<int, Control> controls;
+  std::map<int, std::unique_ptr<HeadlessReport>> reports;
   std::map<int, int> timers;
+  int invalidations = 0;
   int focused = 0;
   bool closed = false;
   int result = 0;
 
  private:
   const Control* find(int control) const;
+  void choose_radio(int control);
+  void send_pointer(DialogEvent::Kind kind, int control, Point point);
   DialogProcedure& procedure_;
 };
 

@@ -76,7 +76,9 @@ void HeadlessWindow::press(Point point) {
   send({kDown, 0, point, 0});
 }
 
-void HeadlessWindow::drag(Point to) { send({kMove, 0, to, 0}); }
+void HeadlessWindow::drag(Point to) { send({kMove, 1, to, 0}); }
+
+void HeadlessWindow::hover(Point to) { send({kMove, 0, to, 0}); }
 
 void HeadlessWindow::release(Point point) {
   pen_down_ = false;
@@ -88,9 +90,9 @@ void HeadlessWindow::tap(Point point) {
   release(point);
 }
 
-void HeadlessWindow::key(std::uint32_t key_code) {
-  send({kKeyDown, key_code, {}, 0});
-  send({kKeyUp, key_code, {}, 0});
+void HeadlessWindow::key(std::uint32_t key_code, int held) {
+  send({kKeyDown, key_code, {}, held});
+  send({kKeyUp, key_code, {}, held});
 }
 
 void HeadlessWindow::wheel(Point point, int notches) { send({kWheel, 0, point, notches}); }

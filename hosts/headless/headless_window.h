@@ -6,6 +6,7 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <optional>
 
 #include "ports/main_window.h"
 
@@ -33,6 +34,10 @@ class HeadlessWindow : public MainWindow {
   bool pen_is_down() const override { return pen_down_; }
   void show_wait_cursor() override { ++wait_cursors_; }
   void hide_wait_cursor() override { --wait_cursors_; }
+  void show_label(const HoverLabel& shown) override { label = shown; }
+  void hide_label() override { label.reset(); }
+  void set_accessible_view(AccessibleView* view) override { accessible_view = view; }
+  void accessible_changed() override { ++accessible_changes; }
 
   // The driver: what a person and a platform do.
   bool send(const Message& message);  // at once, as a platform's SendMessage
@@ -41,7 +46,8 @@ class HeadlessWindow : public MainWindow {
   void press(Point point);
   void drag(Point to);
   void release(Point point);
-  void key(std::uint32_t key_code);
+  void hover(Point to);  // without a press
+  void key(std::uint32_t key_code, int held = 0);
   void wheel(Point point, int notches);
   void command(std::uint32_t id);
   bool fire_timer(int id);  // false: not started
@@ -52,6 +58,10 @@ class HeadlessWindow : public MainWindow {
   // Faults and other processes.
   bool fail_creation = false;
   bool other_instance = false;
+
+  std::optional<HoverLabel> label;
+  AccessibleView* accessible_view = nullptr;
+  int accessible_changes = 0;
 
   bool exists() const { return handler_ != nullptr; }
   bool shown() const { return shown_; }

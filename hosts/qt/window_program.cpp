@@ -49,6 +49,7 @@ class WrittenBoxes : public MessageBoxes {
       std::cerr << "orvello: " << to_utf8(text) << "\n";
     return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::ok;
   }
+  void beep() override {}
 };
 
 // A machine without a session manager has no runtime folder; the toolkit makes do, and need not

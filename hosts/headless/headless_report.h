@@ -1,0 +1,33 @@
+// A report list without a screen: rows below each other, scrolled by pixels.
+#pragma once
+
+#include "ports/report_list.h"
+
+namespace orvello {
+
+class HeadlessReport : public ReportList {
+ public:
+  explicit HeadlessReport(const Rect& place) : place_(place) {}
+
+  void set_content(ReportContent content) override;
+  ReportPlace place() const override { return {{place_.width, place_.height}, 13, 1}; }
+  void select(const std::vector<int>& rows) override { selected = rows; }
+  Rect row_place(int row) const override;
+  int row_at(Point point) const override;
+  void scroll_by(int pixels) override;
+  void show_row(int row) override;
+
+  const ReportContent& content() const { return content_; }
+  // The middle of a row, in the list.
+  Point point_of(int row) const;
+
+  std::vector<int> selected;
+  int scrolled = 0;
+
+ private:
+  int top_of(int row) const;
+  Rect place_;
+  ReportContent content_;
+};
+
+}  // namespace orvello

@@ -1,0 +1,70 @@
+// A list in columns whose rows the program colours: what each row shows is decided here, a host
+// draws it as it stands. Lengths are device pixels. User-interface thread.
+#pragma once
+
+#include <vector>
+
+#include "base/color.h"
+#include "base/geometry.h"
+#include "base/image.h"
+#include "base/text.h"
+#include "ports/canvas.h"
+
+namespace orvello {
+
+struct ReportColumn {
+  int width = 0;
+  Align align = Align::left;
+  friend bool operator==(const ReportColumn&, const ReportColumn&) = default;
+};
+
+struct ReportRow {
+  std::vector<Text> cells;    // one a column
+  std::vector<int> pictures;  // in the picture column, side by side: indexes of the content's
+  int height = 0;
+  Color background = kWhite;
+  Color text = kBlack;
+  bool bold = false;
+  bool line_above = false;  // a separator in the content's line colour along the upper edge
+  Text name;                // for a screen reader; empty: the cells, one after the other
+  friend bool operator==(const ReportRow&, const ReportRow&) = default;
+};
+
+struct ReportContent {
+  FontSpec font;
+  FontSpec bold_font;
+  std::vector<ReportColumn> columns;
+  int padding = 2;          // left and right of a cell's text
+  int picture_column = -1;  // its cells show pictures and no text
+  int picture_gap = 0;      // between two pictures
+  std::vector<Image> pictures;
+  Color background = kWhite;  // of the list, below the rows
+  Color line = kBlack;
+  int line_width = 1;
+  Color selected_background = kBlack;
+  Color selected_text = kWhite;
+  std::vector<ReportRow> rows;
+};
+
+struct ReportPlace {
+  Size size;                 // of the list, its scroll bar included
+  int scroll_bar_width = 0;  // what a scroll bar takes away when the rows are higher than the list
+  int border = 0;            // a border's width, counted once
+};
+
+class ReportList {
+ public:
+  virtual ~ReportList() = default;
+  // Replaces everything; nothing is selected and the list stands at its top.
+  virtual void set_content(ReportContent content) = 0;
+  virtual ReportPlace place() const = 0;
+  // Replaces the selection. The first of them is the row that a screen reader stands on.
+  virtual void select(const std::vector<int>& rows) = 0;
+  // Where a row stands in the main window, scrolled as it is; empty for no such row.
+  virtual Rect row_place(int row) const = 0;
+  virtual int row_at(Point point) const = 0;  // point in the list; -1: below the rows
+  virtual void scroll_by(int pixels) = 0;     // downwards; stops at both ends
+  virtual void show_row(int row) = 0;         // scrolls as little as it takes
+};
+
+}  // namespace orvello
