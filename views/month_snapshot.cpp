@@ -2,28 +2,11 @@
 
 #include "resources/bitmaps.h"
 #include "settings/profiles.h"
+#include "views/icon_picture.h"
 
 namespace orvello {
 
 namespace {
-
-Image cut_icon(const Image& strip, int index, int side) {
-  Image icon{side, side, {}};
-  if (index < 0 || (index + 1) * side > strip.width || side > strip.height) return {};
-  icon.pixels.reserve(static_cast<std::size_t>(side) * side);
-  for (int y = 0; y < side; ++y)
-    for (int x = 0; x < side; ++x) icon.pixels.push_back(strip.at(index * side + x, y));
-  return icon;
-}
-
-// Icon numbers run through the built-in strip and then through the user's.
-Image icon_picture(const SettingsRecord& settings, int number) {
-  if (number < 0) return {};
-  if (number < settings.builtin_icon_count)
-    return cut_icon(settings.builtin_icons, number, settings.icon_cell);
-  if (!settings.has_user_icons) return {};
-  return cut_icon(settings.user_icons, number - settings.builtin_icon_count, settings.icon_cell);
-}
 
 void copy_icons(MonthSnapshot& snapshot, const SettingsRecord& settings) {
   for (int slot = 0; slot < kDisplayIconSlots; ++slot) {
