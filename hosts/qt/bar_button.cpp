@@ -1,12 +1,13 @@
 #include "hosts/qt/bar_button.h"
 
 #include <QKeyEvent>
-#include <QMenu>
 #include <QPainter>
 #include <QPointer>
+#include <algorithm>
 
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
+#include "hosts/qt/touch_menu.h"
 
 namespace orvello {
 
@@ -43,32 +44,17 @@ void BarButton::set_caption(const QString& text) {
 int BarButton::text_width() const { return fontMetrics().horizontalAdvance(text()); }
 
 std::uint32_t BarButton::run_menu() {
-  QMenu menu;  // without a parent, which a command of another source could destroy meanwhile
   const QPointer<BarButton> alive(this);
-  menu.setFont(widget_font(density_));
-  menu.setStyleSheet(QStringLiteral("QMenu::item{padding:%1px %2px %1px %3px}")
-                         .arg(density_.scaled(6))
-                         .arg(density_.scaled(12))
-                         .arg(density_.scaled(18)));
-  for (const MenuItem& item : content_.menu) {
-    if (item.command == 0) {
-      menu.addSeparator();
-      continue;
-    }
-    QAction* action = menu.addAction(to_qt(item.text).replace(u'&', QStringLiteral("&&")));
-    action->setEnabled(item.enabled);
-    action->setCheckable(item.checked);
-    action->setChecked(item.checked);
-    action->setData(item.command);
-  }
   setDown(true);
   // Above the bar, and inside the window as far as it fits.
-  const QSize size = menu.sizeHint();
-  const int left = mapTo(window(), QPoint(0, 0)).x();
-  const int shift = std::max(-left, std::min(0, window()->width() - left - size.width()));
-  const QAction* chosen = menu.exec(mapToGlobal(QPoint(shift, -size.height())));
+  const auto place = [this](QSize size) {
+    const int left = mapTo(window(), QPoint(0, 0)).x();
+    const int shift = std::max(-left, std::min(0, window()->width() - left - size.width()));
+    return mapToGlobal(QPoint(shift, -size.height()));
+  };
+  const std::uint32_t chosen = run_touch_menu(density_, content_.menu, place);
   if (alive) setDown(false);
-  return chosen ? chosen->data().toUInt() : 0;
+  return chosen;
 }
 
 void BarButton::paintEvent(QPaintEvent*) {

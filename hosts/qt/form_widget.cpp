@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QToolButton>
 
 #include "hosts/qt/flat_button.h"
@@ -103,6 +104,11 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
       connect(box, &QCheckBox::clicked, this, command);
       return box;
     }
+    case Kind::radio_button: {
+      auto* button = new QRadioButton(label_text(control.text), body_);
+      connect(button, &QRadioButton::clicked, this, command);
+      return button;
+    }
     case Kind::edit:
       return make_edit(control);
     case Kind::list:
@@ -111,6 +117,8 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
       return new CustomArea(body_, density_, [this, id](Canvas& canvas, Size size) {
         report({Event::paint, id, &canvas, size});
       });
+    case Kind::report:
+    case Kind::month_calendar:
     case Kind::label:
       break;
   }

@@ -14,6 +14,7 @@
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
+#include "hosts/qt/touch_menu.h"
 
 namespace orvello {
 namespace {
@@ -34,7 +35,10 @@ class QtDialog : public Dialog {
  public:
   // The form belongs to its parent widget, and may go with it.
   QtDialog(FormWidget* form, const Density& density, DialogProcedure& procedure)
-      : form_(form), row_height_(density.scaled(kTouchHeight)), procedure_(procedure) {
+      : form_(form),
+        density_(density),
+        row_height_(density.scaled(kTouchHeight)),
+        procedure_(procedure) {
     form->report = [this](const DialogEvent& event) { handle(event); };
   }
   ~QtDialog() override {
@@ -77,6 +81,12 @@ class QtDialog : public Dialog {
   void invalidate(int control) override {
     if (QWidget* widget = find(control)) widget->update();
   }
+  ReportList* report(int control) override;
+  void set_calendar(int control, const MonthDayYear& date, const MonthDayYear& today,
+                    bool monday_first) override;
+  MonthDayYear calendar_date(int control) const override;
+  void set_parts(int control, const std::vector<AccessibleCell>& parts) override;
+  std::uint32_t track_menu(const std::vector<MenuItem>& items, int control, Point at) override;
   void start_timer(int id, int milliseconds) override;
   void stop_timer(int id) override;
   void close(int result) override;
@@ -86,6 +96,7 @@ class QtDialog : public Dialog {
   QListWidget* list(int control) const { return qobject_cast<QListWidget*>(find(control)); }
 
   QPointer<FormWidget> form_;
+  const Density& density_;
   int row_height_;
   DialogProcedure& procedure_;
   std::map<int, QTimer*> timers_;
@@ -146,6 +157,29 @@ void QtDialog::select_row(int control, int row) {
   if (!widget) return;
   const QSignalBlocker silence(widget);
   widget->setCurrentRow(row);
+}
+
+ReportList* QtDialog::report(int) { return nullptr; }
+
+void QtDialog::set_calendar(int, const MonthDayYear&, const MonthDayYear&, bool) {}
+
+MonthDayYear QtDialog::calendar_date(int) const { return {}; }
+
+void QtDialog::set_parts(int, const std::vector<AccessibleCell>&) {}
+
+std::uint32_t QtDialog::track_menu(const std::vector<MenuItem>& items, int control, Point at) {
+  const QWidget* widget = find(control);
+  if (!widget) return 0;
+  const QWidget* window = widget->window();
+  const QPoint point =
+      widget->mapTo(window, QPoint(density_.logical(at.x), density_.logical(at.y)));
+  // Inside the window as far as it fits.
+  const auto place = [&](QSize size) {
+    const int x = std::max(0, std::min(point.x(), window->width() - size.width()));
+    const int y = std::max(0, std::min(point.y(), window->height() - size.height()));
+    return window->mapToGlobal(QPoint(x, y));
+  };
+  return run_touch_menu(density_, items, place);
 }
 
 void QtDialog::start_timer(int id, int milliseconds) {

@@ -308,6 +308,22 @@ void QtMainWindow::hide_wait_cursor() {
   if (wait_cursors_ > 0 && --wait_cursors_ == 0) QGuiApplication::restoreOverrideCursor();
 }
 
+void QtMainWindow::show_label(const HoverLabel& label) {
+  if (shell_) shell_->show_label(label);
+}
+
+void QtMainWindow::hide_label() {
+  if (shell_) shell_->hide_label();
+}
+
+void QtMainWindow::set_accessible_view(AccessibleView* view) {
+  if (shell_) shell_->content().set_accessible_view(view);
+}
+
+void QtMainWindow::accessible_changed() {
+  if (shell_) shell_->content().tell_accessible_change();
+}
+
 void QtMainWindow::close_wanted() {
   if (auto* layer = shell_ ? dynamic_cast<ModalLayer*>(shell_->cover()) : nullptr) {
     if (layer->close_wanted) layer->close_wanted();

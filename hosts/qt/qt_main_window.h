@@ -48,6 +48,10 @@ class QtMainWindow : public MainWindow {
   bool pen_is_down() const override;
   void show_wait_cursor() override;
   void hide_wait_cursor() override;
+  void show_label(const HoverLabel& label) override;
+  void hide_label() override;
+  void set_accessible_view(AccessibleView* view) override;
+  void accessible_changed() override;
 
   // For the other ports of this host.
   const Density& density() const { return density_; }

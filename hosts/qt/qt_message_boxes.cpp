@@ -1,5 +1,6 @@
 #include "hosts/qt/qt_message_boxes.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -158,5 +159,7 @@ BoxAnswer QtMessageBoxes::show(TextView text, TextView caption, BoxIcon icon, Bo
   }
   return given;
 }
+
+void QtMessageBoxes::beep() { QApplication::beep(); }
 
 }  // namespace orvello

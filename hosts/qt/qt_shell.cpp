@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "app/messages.h"
+#include "hosts/qt/hover_text.h"
 #include "hosts/qt/qt_keys.h"
 #include "hosts/qt/qt_look.h"
 
@@ -86,6 +87,8 @@ void ContentArea::wheelEvent(QWheelEvent* event) {
   if (notches) events_.send({kMessageMouseWheel, 0, density_.device(event->position()), notches});
 }
 
+void ContentArea::tell_accessible_change() {}
+
 Shell::Shell(const Density& density, ShellEvents& events)
     : density_(density), events_(events), content_(new ContentArea(this, density, events)) {
   setObjectName(QStringLiteral("shell"));
@@ -119,6 +122,19 @@ void Shell::place_content(const Rect& place) {
   for (QObject* child : content_->children())
     if (auto* sheet = qobject_cast<QWidget*>(child)) sheet->setGeometry(content_->rect());
   update();
+}
+
+void Shell::show_label(const HoverLabel& label) {
+  if (!label_) label_ = new HoverText(this, density_);
+  label_->set_label(label);
+  label_->setGeometry(density_.logical(label.place).translated(content_->pos()));
+  label_->raise();
+  if (cover_) cover_->raise();
+  label_->show();
+}
+
+void Shell::hide_label() {
+  if (label_) label_->hide();
 }
 
 void Shell::lay_out() {

@@ -13,6 +13,8 @@
 
 namespace orvello {
 
+class HoverText;
+
 // What the widgets tell. Points are device pixels.
 struct ShellEvents {
   std::function<bool(const Message&)> send;
@@ -24,6 +26,9 @@ class ContentArea : public QWidget {
  public:
   ContentArea(QWidget* parent, const Density& density, ShellEvents& events);
   QtPointer& pointer() { return pointer_; }
+  void set_accessible_view(AccessibleView* view) { accessible_view_ = view; }
+  AccessibleView* accessible_view() const { return accessible_view_; }
+  void tell_accessible_change();
 
  protected:
   bool event(QEvent* event) override;
@@ -39,6 +44,7 @@ class ContentArea : public QWidget {
   const Density& density_;
   ShellEvents& events_;
   QtPointer pointer_;
+  AccessibleView* accessible_view_ = nullptr;
   int wheel_rest_ = 0;
 };
 
@@ -54,6 +60,8 @@ class Shell : public QWidget {
   QWidget* cover() const { return cover_; }
   void add_sheet(QWidget* sheet);  // fills the content area
   void place_content(const Rect& place);
+  void show_label(const HoverLabel& label);
+  void hide_label();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -69,6 +77,7 @@ class Shell : public QWidget {
   ContentArea* content_;
   QWidget* bar_ = nullptr;
   QWidget* cover_ = nullptr;
+  HoverText* label_ = nullptr;
   int bar_height_ = 0;
   QTimer resize_pause_;
 };

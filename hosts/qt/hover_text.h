@@ -1,0 +1,24 @@
+// The small text over the window that takes no input.
+#pragma once
+
+#include <QWidget>
+
+#include "hosts/qt/density.h"
+#include "ports/main_window.h"
+
+namespace orvello {
+
+class HoverText : public QWidget {
+ public:
+  HoverText(QWidget* parent, const Density& density);
+  void set_label(const HoverLabel& label);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  const Density& density_;
+  HoverLabel label_;
+};
+
+}  // namespace orvello

@@ -1,0 +1,35 @@
+#include "hosts/qt/touch_menu.h"
+
+#include <QMenu>
+#include <algorithm>
+
+#include "hosts/qt/qt_look.h"
+#include "hosts/qt/qt_text.h"
+
+namespace orvello {
+
+std::uint32_t run_touch_menu(const Density& density, const std::vector<MenuItem>& items,
+                             const std::function<QPoint(QSize)>& place) {
+  QMenu menu;  // without a parent, which a command of another source could destroy meanwhile
+  menu.setFont(widget_font(density));
+  const int missing = density.scaled(kTouchHeight) - menu.fontMetrics().height();
+  menu.setStyleSheet(QStringLiteral("QMenu::item{padding:%1px %2px %1px %3px}")
+                         .arg(std::max(density.scaled(kGrid), (missing + 1) / 2))
+                         .arg(density.scaled(3 * kGrid))
+                         .arg(density.scaled(18)));
+  for (const MenuItem& item : items) {
+    if (item.command == 0) {
+      menu.addSeparator();
+      continue;
+    }
+    QAction* action = menu.addAction(to_qt(item.text).replace(u'&', QStringLiteral("&&")));
+    action->setEnabled(item.enabled);
+    action->setCheckable(item.checked);
+    action->setChecked(item.checked);
+    action->setData(item.command);
+  }
+  const QAction* chosen = menu.exec(place(menu.sizeHint()));
+  return chosen ? chosen->data().toUInt() : 0;
+}
+
+}  // namespace orvello
