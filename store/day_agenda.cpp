@@ -1,25 +1,129 @@
 #include "store/day_agenda.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "store/day_label.h"
 
 namespace orvello {
+namespace {
+
+constexpr TextView kNothing = u"No Appointments";
+
+// Calls visit(item) for what the store offers for the day, by start.
+template <typename Visit>
+void visit_candidates(StoreItems* items, std::int32_t day, Visit visit) {
+  if (!items) return;
+  // Both bounds are the day itself; the day test decides, the store only preselects.
+  const auto midnight = static_cast<double>(day);
+  items->set_include_recurrences(true);
+  items->sort(u"[Start]", false);
+  const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f", midnight, midnight);
+  for (auto item = items->find(restriction); item; item = items->find_next()) visit(*item);
+}
+
+class AgendaBuilder {
+ public:
+  AgendaBuilder(std::int32_t day, const SettingsRecord& settings, const ProfileFilter& passes)
+      : day_(day), settings_(settings), passes_(passes) {}
+
+  void visit(const StoreItem& item) {
+    const AppointmentSummary& summary = *item.summary;
+    agenda_.emptiness = DayAgenda::Emptiness::all_filtered;  // until there is a row
+    const bool reminder = summary.reminder_set && settings_.alarmflag == 1;
+    // The column grows for what the store offers, shown or not: a reminder even of another day.
+    agenda_.reminder_seen |= reminder;
+    const bool passes = passes_(summary.categories);
+    if (!touches_day(item, day_)) return;
+    agenda_.notes_seen |= summary.has_notes;
+    const Text category =
+        summary.categories.empty() ? Text(kNoCategory) : first_category(summary.categories);
+    if (settings_.categoryiconflag == 1 && prop_of(category)) agenda_.category_icon_seen = true;
+    if (passes) add_rows(item, reminder, category);
+  }
+
+  DayAgenda finish() {
+    if (!agenda_.rows.empty()) {
+      agenda_.emptiness = DayAgenda::Emptiness::has_rows;
+    } else {
+      SystemTime end = civil_from_day_number(day_);
+      end.hour = 24;  // the next midnight: the row is never in the past while its day lasts
+      CalendarDate day_end = 0;
+      SystemTimeToVariantTime(end, day_end);
+      DayRow row;
+      row.time = kNothing;
+      add_row(std::move(row), day_end, kWhite);
+    }
+    agenda_.row_shades = build_row_shades(agenda_.rows);
+    return std::move(agenda_);
+  }
+
+ private:
+  const CategoryProp* prop_of(TextView label) const {
+    const auto& props = settings_.category_props;
+    const auto found = std::find_if(props.begin(), props.end(),
+                                    [&](const CategoryProp& prop) { return prop.label == label; });
+    return found == props.end() ? nullptr : &*found;
+  }
+
+  void add_rows(const StoreItem& item, bool reminder, const Text& category) {
+    const AppointmentSummary& summary = *item.summary;
+    const CalendarDate end = shown_end(item);
+    // The whole text: only an appointment with a single category has a colour.
+    const CategoryProp* prop = prop_of(summary.categories);
+    const Color color = prop ? static_cast<Color>(prop->color) : kWhite;
+    DayRow row;
+    row.time = day_label(item, day_, settings_.timeformat == 1);
+    if (summary.has_notes) row.icons += u'n';
+    if (reminder) row.icons += u'r';
+    if (settings_.categoryiconflag == 1) row.icons += u'c';
+    row.subject = summary.subject;
+    row.oid = summary.oid;
+    row.first_category = category;
+    add_row(std::move(row), end, color);
+    if (settings_.showlocation != 1 || summary.location.empty()) return;
+    add_row({{}, u" ", location_label(summary.location), summary.oid, category, true}, end, color);
+  }
+
+  void add_row(DayRow row, CalendarDate end, Color color) {
+    agenda_.rows.push_back(std::move(row));
+    agenda_.row_ends.push_back(end);
+    agenda_.row_colors.push_back(color);
+  }
+
+  std::int32_t day_;
+  const SettingsRecord& settings_;
+  const ProfileFilter& passes_;
+  DayAgenda agenda_;
+};
+
+}  // namespace
+
+DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord& settings,
+                      const ProfileFilter& passes) {
+  AgendaBuilder builder(day, settings, passes);
+  visit_candidates(items, day, [&](const StoreItem& item) { builder.visit(item); });
+  return builder.finish();
+}
+
+std::vector<int> build_row_shades(const std::vector<DayRow>& rows) {
+  std::vector<int> shades;
+  int shade = 0;
+  for (const DayRow& row : rows) {
+    if (!row.time.empty()) shade = 1 - shade;
+    shades.push_back(shade);
+  }
+  return shades;
+}
 
 std::vector<CompactRow> compact_agenda(StoreItems* items, std::int32_t day, bool clock24,
                                        const ProfileFilter& passes) {
   std::vector<CompactRow> rows;
-  if (items) {
-    // Both bounds are the day itself; the day test below decides, the store only preselects.
-    const auto midnight = static_cast<double>(day);
-    items->set_include_recurrences(true);
-    items->sort(u"[Start]", false);
-    const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f", midnight, midnight);
-    for (auto item = items->find(restriction); item; item = items->find_next()) {
-      if (!touches_day(*item, day) || !passes(item->summary->categories)) continue;
-      rows.push_back({day_label(*item, day, clock24), item->summary->subject, 0});
-    }
-  }
-  if (rows.empty()) rows.push_back({u"No Appointments", {}, -1});
+  visit_candidates(items, day, [&](const StoreItem& item) {
+    if (touches_day(item, day) && passes(item.summary->categories))
+      rows.push_back({day_label(item, day, clock24), item.summary->subject, 0});
+  });
+  if (rows.empty()) rows.push_back({Text(kNothing), {}, -1});
   return rows;
 }
 

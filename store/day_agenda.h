@@ -1,12 +1,54 @@
-// One day's appointments as two-column rows: the small day lists.
+// One day's appointments as rows: the Day view's list with what is kept beside each row, and the
+// two-column rows of the small day lists.
 #pragma once
 
 #include <functional>
 #include <vector>
 
+#include "base/color.h"
 #include "ports/calendar_store.h"
+#include "settings/settings_record.h"
 
 namespace orvello {
+
+// Whether an appointment's whole category text passes the active profile.
+using ProfileFilter = std::function<bool(TextView categories)>;
+
+struct DayRow {
+  Text time;
+  Text icons;  // "n" notes, "r" reminder, "c" category; " " on a location row
+  Text subject;
+  std::int32_t oid = -1;   // -1 on the row that says there is nothing
+  Text first_category;     // "(None)" for an appointment without categories
+  bool continues = false;  // a location row, which goes on with the appointment above
+  friend bool operator==(const DayRow&, const DayRow&) = default;
+};
+
+struct DayAgenda {
+  enum class Emptiness {
+    has_rows,
+    all_filtered,   // the store had items, but none for this list: one row "No Appointments"
+    nothing_found,  // the store had none: likewise
+  };
+  Emptiness emptiness = Emptiness::nothing_found;
+  std::vector<DayRow> rows;
+  // One entry a row each.
+  std::vector<CalendarDate> row_ends;
+  std::vector<Color> row_colors;
+  std::vector<int> row_shades;
+  // What the width of the icon column follows.
+  bool notes_seen = false;
+  bool reminder_seen = false;
+  bool category_icon_seen = false;
+};
+
+// `items` is a fresh collection of the calendar folder, or null. In order of start. Subjects are
+// whole: who wraps them adds rows, with entries in the arrays, and builds the shades again.
+DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord& settings,
+                      const ProfileFilter& passes);
+
+// 1 and 0 by turns; a row without a time keeps the shade of the row above.
+std::vector<int> build_row_shades(const std::vector<DayRow>& rows);
 
 struct CompactRow {
   Text time;
@@ -15,11 +57,8 @@ struct CompactRow {
   friend bool operator==(const CompactRow&, const CompactRow&) = default;
 };
 
-// Whether an appointment's whole category text passes the active profile.
-using ProfileFilter = std::function<bool(TextView categories)>;
-
-// `items` is a fresh collection of the calendar folder, or null. In order of start; a day without
-// rows is one row "No Appointments".
+// The same rows without icons, locations and arrays; a day without rows is one row "No
+// Appointments".
 std::vector<CompactRow> compact_agenda(StoreItems* items, std::int32_t day, bool clock24,
                                        const ProfileFilter& passes);
 

@@ -15,6 +15,8 @@ Text time_text(CalendarDate date, bool clock24) {
   return AppointmentTimeText(time.hour, time.minute, clock24);
 }
 
+constexpr std::size_t kWholeLocation = 29;
+
 }  // namespace
 
 CalendarDate shown_end(const StoreItem& item) {
@@ -37,6 +39,15 @@ Text day_label(const StoreItem& item, std::int32_t day, bool clock24) {
   if (goes_on) return format(u"%s-multiday", start);
   if (began_before) return format(u"multiday-%s", end);
   return format(u"%s-%s", start, end);
+}
+
+Text location_label(TextView location) {
+  if (location.size() <= kWholeLocation) return format(u"[%s]", location);
+  return format(u"[%s...]", cut(location, kWholeLocation));
+}
+
+Text first_category(TextView categories) {
+  return Text(categories.substr(0, categories.find(u',')));
 }
 
 }  // namespace orvello

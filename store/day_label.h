@@ -16,4 +16,10 @@ bool touches_day(const StoreItem& item, std::int32_t day);
 // an item without dates.
 Text day_label(const StoreItem& item, std::int32_t day, bool clock24);
 
+// A location in brackets; one of 30 characters or more is cut to 29 and "...".
+Text location_label(TextView location);
+
+// The label before the first comma, the whole text without one.
+Text first_category(TextView categories);
+
 }  // namespace orvello
