@@ -1,0 +1,92 @@
+#include "views/day_header.h"
+
+#include <cmath>
+
+#include "draw/fit_text.h"
+
+namespace orvello {
+namespace {
+
+constexpr Color kStyleSquares[4] = {rgb(255, 0, 0), rgb(0, 170, 0), rgb(255, 255, 0),
+                                    rgb(0, 255, 255)};
+
+// Four squares, two by two, with a hairline of the strip between them.
+void draw_style_button(Canvas& canvas, const Rect& box, int gap) {
+  const int side = (box.width - gap) / 2;
+  for (int i = 0; i < 4; ++i) {
+    const int x = box.x + (i % 2) * (side + gap), y = box.y + (i / 2) * (side + gap);
+    canvas.fill_rect({x, y, side, side}, kStyleSquares[i]);
+  }
+}
+
+}  // namespace
+
+DayHeaderLayout lay_out_day_header(const ScreenLayout& screen, int width, Size today_picture,
+                                   int day_number_width) {
+  const int bold10 = screen.fonts.bold10.height;
+  const int height = static_cast<int>(1.5 * bold10);
+  const int square = static_cast<int>(1.5 * bold10 * 0.625);
+  const int beside = static_cast<int>(square * 1.5);
+  const int margin = width / 25, b = today_picture.width;
+  DayHeaderLayout layout;
+  layout.strip = {0, 0, width, height};
+  layout.left = width - margin - beside - b - b / 2;
+  layout.right = layout.left + 2 * b;
+  layout.today_picture = {layout.left + b / 2, (height - today_picture.height) / 2, b,
+                          today_picture.height};
+  layout.style_button = {width - margin - square, (height - square) / 2, square, square};
+  const int indent = bold10 / 4;
+  int end = layout.left;
+  if (day_number_width > 0) {
+    layout.number = {end - day_number_width, 0, day_number_width, height};
+    end = layout.number.x - indent;
+  }
+  layout.date = {indent, 0, end - indent, height};
+  return layout;
+}
+
+DayHeaderZone hit_day_header(const DayHeaderLayout& layout, Point point) {
+  if (!layout.strip.contains(point)) return DayHeaderZone::none;
+  if (point.x < layout.left) return DayHeaderZone::date;
+  if (point.x > layout.right) return DayHeaderZone::style;
+  return point.x > layout.left && point.x < layout.right ? DayHeaderZone::today
+                                                         : DayHeaderZone::none;
+}
+
+Rect zone_place(const DayHeaderLayout& layout, DayHeaderZone zone) {
+  const int height = layout.strip.height;
+  switch (zone) {
+    case DayHeaderZone::date:
+      return {0, 0, layout.left, height};
+    case DayHeaderZone::today:
+      return {layout.left + 1, 0, layout.right - layout.left - 1, height};
+    case DayHeaderZone::style:
+      return {layout.right + 1, 0, layout.strip.width - layout.right - 1, height};
+    case DayHeaderZone::none:
+      break;
+  }
+  return {};
+}
+
+void draw_day_header(Canvas& canvas, const DayHeaderInput& input, const DayHeaderLayout& layout,
+                     const ScreenLayout& screen, const ItemColors& colors, const Image& today,
+                     DayHeaderZone focused) {
+  const Color text = colors[static_cast<std::size_t>(ColorSlot::day_header_text)];
+  canvas.fill_rect(layout.strip,
+                   colors[static_cast<std::size_t>(ColorSlot::day_header_background)]);
+  TextStyle style{fitting_font(canvas, {input.date}, layout.date.width, 10, 700, screen), text};
+  canvas.draw_text(input.date, layout.date, style);
+  if (!input.day_number.empty()) {
+    style.font = input.day_number_font;
+    style.align = Align::right;
+    canvas.draw_text(input.day_number, layout.number, style);
+  }
+  if (!today.empty())
+    canvas.draw_image(today, {0, 0, today.width, today.height},
+                      {layout.today_picture.x, layout.today_picture.y});
+  draw_style_button(canvas, layout.style_button, screen.scale);
+  if (focused != DayHeaderZone::none)
+    canvas.frame_rect(zone_place(layout, focused), text, screen.scale);
+}
+
+}  // namespace orvello

@@ -1,0 +1,41 @@
+// The strip above the day's list: the date, the colour-style button, the button for today and the
+// day's number.
+#pragma once
+
+#include "base/image.h"
+#include "draw/screen_layout.h"
+#include "settings/settings_record.h"
+
+namespace orvello {
+
+struct DayHeaderLayout {
+  Rect strip;
+  // Where a tap means something else: left of `left` the date, from there to `right` today, right
+  // of that the colour style.
+  int left = 0;
+  int right = 0;
+  Rect date;           // the text's box, shortened by the day's number where that is shown
+  Rect number;         // of the day, right-aligned; empty without it
+  Rect today_picture;  // the bitmap
+  Rect style_button;
+};
+
+enum class DayHeaderZone { none, date, today, style };
+
+struct DayHeaderInput {
+  Text date;
+  Text day_number;  // empty: not shown
+  FontSpec day_number_font;
+};
+
+DayHeaderLayout lay_out_day_header(const ScreenLayout& screen, int width, Size today_picture,
+                                   int day_number_width);
+DayHeaderZone hit_day_header(const DayHeaderLayout& layout, Point point);
+Rect zone_place(const DayHeaderLayout& layout, DayHeaderZone zone);
+
+// `focused` gets a frame, unless it is none.
+void draw_day_header(Canvas& canvas, const DayHeaderInput& input, const DayHeaderLayout& layout,
+                     const ScreenLayout& screen, const ItemColors& colors, const Image& today,
+                     DayHeaderZone focused);
+
+}  // namespace orvello

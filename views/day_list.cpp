@@ -1,0 +1,270 @@
+#include "views/day_list.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "draw/readable.h"
+#include "draw/wrap_text.h"
+#include "views/icon_picture.h"
+
+namespace orvello {
+namespace {
+
+constexpr TextView kAllDay = u"All Day";
+constexpr TextView kNoAppointments = u"No Appo";  // as many letters as are compared
+constexpr std::size_t kMeasuredSubject = 300;
+constexpr int kFilteredWidth = 140;  // of the first column when all rows were filtered away
+constexpr int kFinger = 27;          // a row's least height at 96 dpi, a little over 7 mm
+constexpr int kPadding = 3;
+
+int padding_of(const ScreenLayout& screen) { return kPadding * screen.scale; }
+
+FontSpec list_font(const DayListInput& input, int weight) {
+  return font_of(input.settings.dvfontsize, weight, input.screen);
+}
+
+// An appointment of one row is high enough for a finger; the rows of a longer one together.
+int row_height(const DayListInput& input, int rows_together) {
+  const int line = list_font(input, 400).height * 13 / 10;
+  const int finger = kFinger * input.screen.dpi_y / 96;
+  return std::max(line, (finger + rows_together - 1) / rows_together);
+}
+
+int rows_together(const std::vector<DayRow>& rows, std::size_t first) {
+  std::size_t end = first + 1;
+  while (end < rows.size() && rows[end].continues) ++end;
+  return static_cast<int>(end - first);
+}
+
+int total_height(const std::vector<DayRow>& rows, const DayListInput& input) {
+  int height = 0;
+  for (std::size_t first = 0; first < rows.size();) {
+    const int together = rows_together(rows, first);
+    height += together * row_height(input, together);
+    first += static_cast<std::size_t>(together);
+  }
+  return height;
+}
+
+bool nothing_there(const DayAgenda& agenda) {
+  return agenda.emptiness == DayAgenda::Emptiness::nothing_found;
+}
+
+int time_column_width(const DayAgenda& agenda, const DayListInput& input, Canvas& measure) {
+  if (nothing_there(agenda)) return input.place.size.width - 2 * input.place.border;
+  const bool filtered = agenda.emptiness == DayAgenda::Emptiness::all_filtered;
+  const FontSpec font = list_font(input, filtered ? 700 : 400);
+  int width = filtered ? kFilteredWidth * input.screen.scale : 0;
+  const Text* last = nullptr;  // most days repeat a few texts
+  for (const DayRow& row : agenda.rows) {
+    if (row.time.empty() || (last && *last == row.time)) continue;
+    width = std::max(width, measure.measure(row.time, font).width + 2 * padding_of(input.screen));
+    last = &row.time;
+  }
+  return width;
+}
+
+int icon_column_width(const DayAgenda& agenda, const ScreenLayout& screen) {
+  if (nothing_there(agenda)) return 0;
+  if (!agenda.notes_seen && !agenda.reminder_seen && !agenda.category_icon_seen) return 1;
+  int width = 0;
+  if (agenda.notes_seen) width += screen.icon_width;
+  if (agenda.reminder_seen) width += screen.icon_width;
+  if (agenda.category_icon_seen) width += static_cast<int>(1.25 * screen.icon_width);
+  return width;
+}
+
+class RowPainter {
+ public:
+  RowPainter(const DayAgenda& agenda, const DayListInput& input) : agenda_(agenda), input_(input) {}
+
+  Color background(std::size_t row) const {
+    const auto color = [this](ColorSlot slot) { return input_.settings.color(slot); };
+    switch (static_cast<RowColorStyle>(input_.settings.rowcolorindex)) {
+      case RowColorStyle::by_rows:
+        return color(agenda_.row_shades[row] == 1 ? ColorSlot::day_row_2 : ColorSlot::day_row_1);
+      case RowColorStyle::by_times:
+        return time_of_day_color(agenda_.row_ends[row]);
+      case RowColorStyle::by_category:
+        return agenda_.row_colors[row];
+      case RowColorStyle::none:
+        break;
+    }
+    return color(ColorSlot::day_row_1);
+  }
+
+  // In this order, each later one winning; an ended appointment is grey whatever it is.
+  Color text(std::size_t row, Color row_before) const {
+    const DayRow& shown = agenda_.rows[row];
+    const SettingsRecord& settings = input_.settings;
+    Color color = settings.color(ColorSlot::day_appointment_text);
+    if (starts_with(shown.time, kAllDay)) color = settings.color(ColorSlot::day_all_day_text);
+    if (starts_with(shown.time, kNoAppointments)) return kBlack;
+    if (shown.continues && row > 0) color = row_before;
+    if (shown.icons == u" ") color = settings.color(ColorSlot::day_location_text);
+    if (settings.colorexpired == 1 && agenda_.row_ends[row] < input_.now)
+      color = settings.color(ColorSlot::day_expired_text);
+    return color;
+  }
+
+ private:
+  // Morning until the second time mark, day until the third, then evening, which has no colour slot
+  // of its own: it lies between the rows' and the lines' colour.
+  Color time_of_day_color(CalendarDate end) const {
+    const SettingsRecord& settings = input_.settings;
+    const double time = end - std::trunc(end);
+    if (time < settings.time_fraction[1]) return settings.color(ColorSlot::day_row_2);
+    if (time < settings.time_fraction[2]) return settings.color(ColorSlot::day_row_1);
+    return mixed(settings.color(ColorSlot::day_row_1), settings.color(ColorSlot::day_line), 170);
+  }
+
+  const DayAgenda& agenda_;
+  const DayListInput& input_;
+};
+
+// The pictures that a day's rows use, each once.
+class RowPictures {
+ public:
+  RowPictures(const SettingsRecord& settings, std::vector<Image>& pictures)
+      : settings_(settings), pictures_(pictures) {
+    pictures_ = {settings.notes_glyph, settings.reminder_glyph};
+  }
+
+  std::vector<int> of(const DayRow& row) {
+    std::vector<int> indexes;
+    for (const char16_t letter : row.icons) {
+      if (letter == u'n') indexes.push_back(0);
+      if (letter == u'r') indexes.push_back(1);
+      if (letter == u'c') add_category(row.first_category, indexes);
+    }
+    return indexes;
+  }
+
+ private:
+  void add_category(const Text& label, std::vector<int>& indexes) {
+    const auto [place, is_new] = by_label_.try_emplace(label, -1);
+    if (is_new) {
+      if (Image icon = category_icon(settings_, label); !icon.empty()) {
+        place->second = static_cast<int>(pictures_.size());
+        pictures_.push_back(std::move(icon));
+      }
+    }
+    if (place->second >= 0) indexes.push_back(place->second);
+  }
+
+  const SettingsRecord& settings_;
+  std::vector<Image>& pictures_;
+  std::map<Text, int> by_label_;
+};
+
+ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input, Canvas& measure) {
+  const SettingsRecord& settings = input.settings;
+  ReportContent content;
+  content.font = list_font(input, 400);
+  content.bold_font = list_font(input, 700);
+  content.padding = padding_of(input.screen);
+  content.picture_column = 1;
+  content.picture_gap = input.screen.icon_width / 4;
+  content.background = settings.color(ColorSlot::day_row_1);
+  content.line = settings.color(ColorSlot::day_line);
+  content.line_width = input.screen.scale;
+  content.selected_background = settings.color(ColorSlot::day_header_background);
+  content.selected_text =
+      readable_on(content.selected_background, settings.color(ColorSlot::day_header_text));
+  const int time = time_column_width(agenda, input, measure);
+  const int icons = icon_column_width(agenda, input.screen);
+  content.columns = {{time, nothing_there(agenda) ? Align::center : Align::right},
+                     {icons, Align::center},
+                     {std::max(0, input.place.size.width - time - icons), Align::left}};
+  return content;
+}
+
+// Adds the subject's pieces to the rows; the first one stays in the row itself.
+void add_pieces(const DayRow& row, Canvas& measure, const FontSpec& font, int width,
+                std::vector<DayRow>& rows) {
+  TextView rest = TextView(row.subject).substr(0, kMeasuredSubject);
+  rows.push_back(row);
+  if (measure.measure(rest, font).width <= width) return;
+  bool first = true;
+  while (!rest.empty()) {
+    const std::size_t units = fitting_units(measure, rest, font, width);
+    if (!first) {
+      DayRow piece;
+      piece.oid = row.oid;
+      piece.first_category = row.first_category;
+      piece.continues = true;
+      rows.push_back(std::move(piece));
+    }
+    rows.back().subject = Text(rest.substr(0, units));
+    first = false;
+    rest.remove_prefix(units);
+    if (!rest.empty() && rest.front() == u' ') rest.remove_prefix(1);
+  }
+}
+
+}  // namespace
+
+void wrap_subjects(DayAgenda& agenda, const DayListInput& input, Canvas& measure) {
+  if (input.settings.wrapsubject != 1) return;
+  const FontSpec font = list_font(input, 400);
+  const ReportPlace& place = input.place;
+  int width = place.size.width - time_column_width(agenda, input, measure) -
+              icon_column_width(agenda, input.screen) -
+              (input.settings.dvfontsize + 12) * input.screen.scale;
+  if (total_height(agenda.rows, input) > place.size.height)
+    width -= 4 * place.border + place.scroll_bar_width + 3;
+  else
+    width -= 2 * place.border;
+  if (width <= 0) return;  // a column of nothing would wrap for ever
+  std::vector<DayRow> rows;
+  std::vector<CalendarDate> ends;
+  std::vector<Color> colors;
+  for (std::size_t i = 0; i < agenda.rows.size(); ++i) {
+    add_pieces(agenda.rows[i], measure, font, width, rows);
+    ends.resize(rows.size(), agenda.row_ends[i]);
+    colors.resize(rows.size(), i < agenda.row_colors.size() ? agenda.row_colors[i] : kWhite);
+  }
+  agenda.rows = std::move(rows);
+  agenda.row_ends = std::move(ends);
+  agenda.row_colors = std::move(colors);
+  agenda.row_shades = build_row_shades(agenda.rows);
+}
+
+ReportContent day_list_content(const DayAgenda& agenda, const DayListInput& input,
+                               Canvas& measure) {
+  ReportContent content = list_frame(agenda, input, measure);
+  const RowPainter painter(agenda, input);
+  RowPictures pictures(input.settings, content.pictures);
+  content.rows.reserve(agenda.rows.size());
+  int height = 0;
+  Color chosen = kBlack;  // before it was made readable: it is handed down to the next row
+  for (std::size_t i = 0; i < agenda.rows.size(); ++i) {
+    const DayRow& row = agenda.rows[i];
+    if (!row.continues || i == 0) height = row_height(input, rows_together(agenda.rows, i));
+    ReportRow shown;
+    shown.cells = {row.time, {}, row.subject};
+    shown.pictures = pictures.of(row);
+    shown.height = height;
+    shown.bold = starts_with(row.time, kNoAppointments);
+    shown.background = shown.bold ? kWhite : painter.background(i);
+    chosen = painter.text(i, chosen);
+    shown.text = readable_on(shown.background, chosen);
+    shown.line_above = i > 0 && !row.continues;
+    content.rows.push_back(std::move(shown));
+  }
+  return content;
+}
+
+std::vector<int> rows_of_appointment(const DayAgenda& agenda, int row) {
+  const auto& rows = agenda.rows;
+  if (row < 0 || row >= static_cast<int>(rows.size())) return {};
+  std::size_t first = static_cast<std::size_t>(row);
+  while (first > 0 && rows[first].continues) --first;
+  std::vector<int> found{row};  // the tapped one first
+  for (int i = 0; i < rows_together(rows, first); ++i)
+    if (static_cast<int>(first) + i != row) found.push_back(static_cast<int>(first) + i);
+  return found;
+}
+
+}  // namespace orvello

@@ -1,0 +1,31 @@
+// The day's list as its rows are drawn: columns, colours by style, icons, wrapped subjects.
+#pragma once
+
+#include "draw/screen_layout.h"
+#include "ports/report_list.h"
+#include "settings/settings_record.h"
+#include "store/day_agenda.h"
+
+namespace orvello {
+
+enum class RowColorStyle { by_rows = 0, by_times = 1, by_category = 2, none = 3 };
+
+struct DayListInput {
+  const SettingsRecord& settings;
+  const ScreenLayout& screen;
+  ReportPlace place;     // of the list
+  CalendarDate now = 0;  // what has ended before is past
+};
+
+// Breaks subjects that are wider than the Subject column into rows below their own, when
+// `wrapsubject` asks for it; the agenda's side arrays grow with its rows.
+void wrap_subjects(DayAgenda& agenda, const DayListInput& input, Canvas& measure);
+
+// Row i shows the agenda's row i. `measure` is any canvas of the host.
+ReportContent day_list_content(const DayAgenda& agenda, const DayListInput& input, Canvas& measure);
+
+// The rows that carry an appointment's oid and are one with `row`; just `row` when there is only
+// one.
+std::vector<int> rows_of_appointment(const DayAgenda& agenda, int row);
+
+}  // namespace orvello
