@@ -1,0 +1,53 @@
+// Where everything of the Year view stands, and what a point on it means: sizes in, rectangles out.
+#pragma once
+
+#include <array>
+
+#include "draw/screen_layout.h"
+#include "views/year_grid.h"
+
+namespace orvello {
+
+struct YearBlock {
+  Rect box;    // the blocks tile what lies below the header
+  Rect strip;  // the month's name, across the top
+  Rect grid;   // seven by five cells, centred; the fifth row may reach into the margin below it
+  int first_column = 0;
+  int length = 0;  // days
+};
+
+struct YearSnapshot;
+
+struct YearLayout {
+  YearLayout() = default;
+  YearLayout(const ScreenLayout& screen, int year, int firstdayofweek);
+  explicit YearLayout(const YearSnapshot& snapshot);
+
+  ScreenLayout screen;
+  int year = 0;
+
+  FontSpec title_font;
+  Rect header;
+  Rect title;
+  Rect previous_tap, next_tap;  // an arrow stands in the outer part of each
+  Rect previous_arrow, next_arrow;
+
+  int block_columns = 3;
+  Size cell;              // the same in all blocks
+  int double_height = 0;  // of a cell that holds two days above each other
+  std::array<YearBlock, 12> months;
+};
+
+// What a day covers, in a double cell one half of it. Empty for a date that the year lacks.
+Rect cell_place(const YearLayout& layout, const MonthDayYear& date);
+
+struct YearHit {
+  enum class Kind { none, previous_year, next_year, title, month, day };
+  Kind kind = Kind::none;
+  int month = 0;      // 1-12, of a month and of a day
+  MonthDayYear date;  // of a day
+};
+// The margins beside a grid belong to its outer cells; a cell without a day means the month.
+YearHit hit_year(const YearLayout& layout, Point point);
+
+}  // namespace orvello

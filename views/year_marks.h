@@ -1,0 +1,33 @@
+// Which days of a year have appointments. User-interface thread, as all access to the store.
+#pragma once
+
+#include <array>
+#include <atomic>
+
+#include "views/period_query.h"
+
+namespace orvello {
+
+// A flag for each month and day, whatever the year.
+class YearMarks {
+ public:
+  bool at(int month, int day) const { return flags_[index(month, day)]; }
+  void set(int month, int day) { flags_[index(month, day)] = true; }
+  friend bool operator==(const YearMarks&, const YearMarks&) = default;
+
+ private:
+  static std::size_t index(int month, int day) {
+    return static_cast<std::size_t>(month * 31 + day - 32);
+  }
+  std::array<bool, 12 * 31> flags_{};
+};
+
+// The upper bound lies 365 days after 1 January also in a leap year.
+Text year_restriction(int year);
+
+// False: given up, because the draw state is at 100; the marks are then incomplete. An appointment
+// that reaches beyond the year marks its days of the neighbouring years in this year's table too.
+bool BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes, int generation,
+                    const std::atomic<int>& draw_state, YearMarks& marks);
+
+}  // namespace orvello

@@ -1,0 +1,62 @@
+#include "views/year_snapshot.h"
+
+#include "resources/bitmaps.h"
+#include "settings/profiles.h"
+#include "views/draw_control.h"
+
+namespace orvello {
+
+YearSnapshot year_snapshot_without_marks(const SettingsRecord& settings, const ScreenLayout& screen,
+                                         int year, const MonthDayYear& today,
+                                         const MonthDayYear& selected, bool focus_visible) {
+  YearSnapshot snapshot;
+  snapshot.screen = screen;
+  snapshot.year = year;
+  snapshot.today = today;
+  snapshot.selected = selected;
+  snapshot.focus_visible = focus_visible;
+  snapshot.firstdayofweek = settings.firstdayofweek;
+  snapshot.coloryearview = settings.coloryearview;
+  snapshot.colors = settings.item_colors;
+  snapshot.month_names = settings.month_names;
+  snapshot.short_names = settings.locale.short_month_names;
+  snapshot.previous_arrow =
+      load_bitmap(screen.low_resolution ? kBitmapPreviousLow : kBitmapPreviousHigh);
+  snapshot.next_arrow = load_bitmap(screen.low_resolution ? kBitmapNextLow : kBitmapNextHigh);
+  snapshot.grid = BuildYearGrid(year, today, settings.firstdayofweek);
+  return snapshot;
+}
+
+YearSnapshot take_year_snapshot(const ItemsSource& source, const SettingsRecord& settings,
+                                const ScreenLayout& screen, int year, const MonthDayYear& today,
+                                const MonthDayYear& selected, bool focus_visible, int generation) {
+  YearSnapshot snapshot =
+      year_snapshot_without_marks(settings, screen, year, today, selected, focus_visible);
+  if (settings.coloryearview != 1) return snapshot;
+  // No drawing is under way that a newer request could make stale: the request is what takes this.
+  const std::atomic<int> undisturbed{kRedrawRequested + 1};
+  BuildYearMarks(
+      year, source,
+      [&](TextView categories) { return profileAllowsCategory(settings, categories); }, generation,
+      undisturbed, snapshot.marks);
+  return snapshot;
+}
+
+YearSnapshot take_year_snapshot(StoreSession& session, const SettingsRecord& settings,
+                                const ScreenLayout& screen, int year, const MonthDayYear& today,
+                                const MonthDayYear& selected, bool focus_visible, int generation) {
+  return take_year_snapshot([&] { return session.CalendarItems(); }, settings, screen, year, today,
+                            selected, focus_visible, generation);
+}
+
+YearSnapshot select_in_year(YearSnapshot snapshot, const MonthDayYear& selected,
+                            bool focus_visible) {
+  snapshot.selected = selected;
+  snapshot.focus_visible = focus_visible;
+  return snapshot;
+}
+
+YearLayout::YearLayout(const YearSnapshot& snapshot)
+    : YearLayout(snapshot.screen, snapshot.year, snapshot.firstdayofweek) {}
+
+}  // namespace orvello

@@ -1,0 +1,54 @@
+// Everything one drawing of the Year view needs, as a value: taken on the user-interface thread,
+// drawn from on the drawing worker while settings and appointments change underneath.
+#pragma once
+
+#include <array>
+
+#include "base/image.h"
+#include "draw/screen_layout.h"
+#include "settings/settings_record.h"
+#include "store/store_session.h"
+#include "views/year_grid.h"
+#include "views/year_layout.h"
+#include "views/year_marks.h"
+
+namespace orvello {
+
+struct YearSnapshot {
+  ScreenLayout screen;
+  int year = 2000;
+  MonthDayYear today;
+  MonthDayYear selected;  // the day that the keyboard stands on
+  bool focus_visible = false;
+  int firstdayofweek = 0;
+  int coloryearview = 0;
+  ItemColors colors{};
+  MonthNames month_names;
+  std::array<Text, 12> short_names;
+  Image previous_arrow, next_arrow;
+  YearGrid grid;
+  YearMarks marks;  // empty unless coloryearview is 1
+
+  Color color(ColorSlot slot) const { return colors[static_cast<std::size_t>(slot)]; }
+};
+
+// All but the marks.
+YearSnapshot year_snapshot_without_marks(const SettingsRecord& settings, const ScreenLayout& screen,
+                                         int year, const MonthDayYear& today,
+                                         const MonthDayYear& selected, bool focus_visible);
+
+// With the marks, where the setting wants them drawn.
+YearSnapshot take_year_snapshot(const ItemsSource& source, const SettingsRecord& settings,
+                                const ScreenLayout& screen, int year, const MonthDayYear& today,
+                                const MonthDayYear& selected, bool focus_visible,
+                                int generation = 0);
+YearSnapshot take_year_snapshot(StoreSession& session, const SettingsRecord& settings,
+                                const ScreenLayout& screen, int year, const MonthDayYear& today,
+                                const MonthDayYear& selected, bool focus_visible,
+                                int generation = 0);
+
+// The same year with another day selected: no store is asked.
+YearSnapshot select_in_year(YearSnapshot snapshot, const MonthDayYear& selected,
+                            bool focus_visible);
+
+}  // namespace orvello
