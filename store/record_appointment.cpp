@@ -70,7 +70,14 @@ void RecordAppointment::set_recipients(const std::vector<StoreRecipient>& recipi
 }
 
 std::unique_ptr<Appointment> RecordAppointment::copy() {
-  auto twin = std::make_unique<RecordAppointment>(store_, AppointmentRecord());
+  AppointmentRecord start;
+  // What an exchanged file said stays with the copy, unless that speaks of a recurrence.
+  if (!is_recurring() && !record_.recurring()) {
+    start.zone = record_.zone;
+    if (record_.residue.find("\nRECURRENCE-ID") == std::string::npos)
+      start.residue = record_.residue;
+  }
+  auto twin = std::make_unique<RecordAppointment>(store_, std::move(start));
   twin->fields_ = fields_.value_or(record_.fields);
   twin->recipients_ = recipients();
   return twin;

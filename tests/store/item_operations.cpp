@@ -123,6 +123,23 @@ TEST_F(ItemOperations, ACopyKeepsEverythingButTheDay) {
   EXPECT_EQ(listed(1, 30), (Lines{"Dentist 1 23:30-2 0:45", "Dentist 28 23:30-29 0:45"}));
 }
 
+// A move deletes the source: what only its file said must not go with it.
+TEST_F(ItemOperations, ACopyKeepsItsZoneAndWhatItsFileSaid) {
+  AppointmentRecord record;
+  record.zone = "UTC";
+  record.start = day(2) * kSecondsPerDay + 9 * 3600;
+  record.end = record.start + 3600;
+  record.residue = "calendar\nBEGIN:VEVENT\r\nX-COLOR:red\r\nEND:VEVENT\r\n";
+  const auto oid = store.put(record);
+  ASSERT_TRUE(paste(oid, 2, 5, true));
+  const auto moved = store.load(oid + 1);
+  ASSERT_TRUE(moved);
+  EXPECT_EQ(moved->zone, "UTC");
+  EXPECT_EQ(moved->start, record.start + 3 * kSecondsPerDay);
+  EXPECT_EQ(moved->residue, record.residue);
+  EXPECT_FALSE(store.load(oid));
+}
+
 TEST_F(ItemOperations, ACopiedOccurrenceStandsAlone) {
   const auto series = put_daily(fields(u"Standup", at(2, 9), at(2, 10)));
   move_occurrence(series, at(4, 9), at(4, 15), at(4, 16));
