@@ -74,7 +74,12 @@ void place_blocks(YearLayout& layout, int firstdayofweek) {
   layout.cell.width = std::max(1, (width - 2 * screen.scale) / kYearColumns);
   layout.cell.height = std::max(1, (height - strip) * 2 / kHalfRowsOfGrid);
   const int below = height - strip - layout.cell.height * kYearRows;
-  layout.double_height = layout.cell.height + std::clamp(below, 0, layout.cell.height * 3 / 5);
+  layout.double_height = layout.cell.height + std::clamp(below, 0, layout.cell.height);
+  // The lower number gets what two digits of the cell's width need, at most half; the upper one
+  // stays in its row where that leaves it there.
+  const int digits = std::min(layout.cell.width * 4 / 5, font_height(14, screen.dpi_y));
+  layout.double_split = std::max(layout.double_height / 2,
+                                 std::min(layout.double_height - digits, layout.cell.height));
 
   for (int month = 1; month <= 12; ++month) {
     YearBlock& block = layout.months[static_cast<std::size_t>(month - 1)];
@@ -120,10 +125,10 @@ Rect cell_place(const YearLayout& layout, const MonthDayYear& date) {
   Rect place{block.grid.x + cell.column * layout.cell.width,
              block.grid.y + cell.row * layout.cell.height, layout.cell.width, layout.cell.height};
   if (!cell.shared) return place;
-  place.height = layout.double_height / 2;
+  place.height = layout.double_split;
   if (cell.later) {
-    place.y += place.height;
-    place.height = layout.double_height - place.height;
+    place.y += layout.double_split;
+    place.height = layout.double_height - layout.double_split;
   }
   return place;
 }

@@ -35,6 +35,7 @@ struct YearLayout {
   int block_columns = 3;
   Size cell;              // the same in all blocks
   int double_height = 0;  // of a cell that holds two days above each other
+  int double_split = 0;   // of its upper part
   std::array<YearBlock, 12> months;
 };
 

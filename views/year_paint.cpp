@@ -9,6 +9,8 @@ namespace orvello {
 
 namespace {
 
+constexpr int kLargestNumber = 14;  // points
+
 // One drawing's fonts, and the drawing itself.
 class YearPainter {
  public:
@@ -67,17 +69,25 @@ void YearPainter::choose_names() {
   name_font_ = font_for(*names_);
 }
 
+// The largest size in which two bold digits fit; a step of a point is too coarse for cells this
+// small.
 YearPainter::Numbers YearPainter::numbers_within(Size room) {
-  const FontSpec bold =
-      fitting_font(canvas_, {u"30"}, room.width, points_within(room.height, screen_), 700, screen_);
-  return {{bold.height, 400, bold.cleartype}, bold, canvas_.measure(u"30", bold).width};
+  FontSpec bold = font_of(kLargestNumber, 700, screen_);
+  bold.height = std::min(bold.height, std::max(room.height, font_height(5, screen_.dpi_y)));
+  int width = canvas_.measure(u"30", bold).width;
+  while (width > room.width && bold.height > font_height(5, screen_.dpi_y)) {
+    --bold.height;
+    width = canvas_.measure(u"30", bold).width;
+  }
+  return {{bold.height, 400, bold.cleartype}, bold, width};
 }
 
 void YearPainter::choose_numbers() {
-  // Digits keep a distance of their own: their boxes may meet and even overlap a little.
-  const int width = layout_.cell.width + screen_.scale;
+  // Neighbours must not run together.
+  const int width = layout_.cell.width - (screen_.scale + 1) / 2;
   single_ = numbers_within({width, layout_.cell.height - screen_.scale});
-  double_ = numbers_within({width, std::min(layout_.double_height / 2, single_.bold.height)});
+  double_ = numbers_within(
+      {width, std::min(layout_.double_height - layout_.double_split, single_.bold.height)});
 }
 
 void YearPainter::draw_header() {
@@ -120,10 +130,13 @@ void YearPainter::draw_day(const MonthDayYear& date, bool shared) {
   if (date == snapshot_.today)
     canvas_.fill_rect(place, snapshot_.color(ColorSlot::year_today_background));
   const bool marked = snapshot_.coloryearview == 1 && snapshot_.marks.at(date.month, date.day);
-  // Units stand below units: right-aligned within the room of two digits, which is centred.
+  // Units stand below units: right-aligned within the room of two digits, which is centred. A
+  // little lower than a line of text, as digits leave its lower part empty; and with room for the
+  // part of the line that a low cell lacks.
   const Numbers& numbers = shared ? double_ : single_;
-  const Rect box{place.x + (place.width - numbers.width + 1) / 2, place.y, numbers.width,
-                 place.height};
+  const int drop = screen_.scale, spill = 2 * screen_.scale;
+  const Rect box{place.x + (place.width - numbers.width + 1) / 2, place.y + drop - spill,
+                 numbers.width, place.height + 2 * spill};
   canvas_.draw_text(
       format(u"%d", date.day), box,
       {marked ? numbers.bold : numbers.plain,

@@ -1,0 +1,16 @@
+// How many appointments each day has. User-interface thread, as all access to the store.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "views/period_query.h"
+
+namespace orvello {
+
+// One number for each whole day from `from_day` to `to_day`; an appointment counts once on every
+// day that it covers. All zero when the store gives nothing.
+std::vector<int> count_days(const ItemsSource& source, std::int32_t from_day, std::int32_t to_day,
+                            const ProfileTest& passes, int generation);
+
+}  // namespace orvello

@@ -1,0 +1,45 @@
+// What counting and marking days have in common: the days of an item, and whether it is shown.
+#pragma once
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "views/period_query.h"
+
+namespace orvello {
+
+// Whole days, the first to the last; none when last < first.
+struct DaySpan {
+  std::int32_t first = 0;
+  std::int32_t last = -1;
+};
+
+// A time of midnight belongs to the day that it begins, except that all-day items of generation 3
+// end at the midnight after their last day.
+inline DaySpan days_of(const StoreItem& item, int generation) {
+  // Clamped before they become whole numbers, as a damaged date may lie anywhere.
+  const auto whole = [](CalendarDate date) {
+    return static_cast<std::int32_t>(std::clamp(date, -1e6, 3e6));
+  };
+  const bool past_midnight = generation == 3 && item.summary->all_day;
+  return {whole(item.start), whole(past_midnight ? item.end - 1 : item.end)};
+}
+
+// Appointments share few categories texts: the profile is asked once about each.
+class ProfileMemory {
+ public:
+  explicit ProfileMemory(const ProfileTest& passes) : passes_(passes) {}
+
+  bool passes(const Text& categories) {
+    if (!passes_) return true;
+    const auto [place, added] = known_.try_emplace(categories, false);
+    if (added) place->second = passes_(categories);
+    return place->second;
+  }
+
+ private:
+  const ProfileTest& passes_;
+  std::unordered_map<Text, bool> known_;
+};
+
+}  // namespace orvello
