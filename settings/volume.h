@@ -68,14 +68,14 @@ class OpenDatabase {
 // could not be read, which has been shown as `fault`.
 template <typename Visit>
 bool visit_records(const SettingsVolume& volume, DatabaseHandle database, std::uint32_t count,
-                   TextView fault, Visit visit) {
+                   TextView fault, Visit visit, TextView caption = u"error") {
   for (std::uint32_t i = 0; i < count; ++i) {
     RecordId id = 0;
     const auto record = volume.databases.read_next(database, id);
     if (!record) {
       // Another process may have deleted records since they were counted.
       if (volume.databases.last_error() == DatabaseError::none) return true;
-      volume.boxes.show(fault, u"error");
+      volume.boxes.show(fault, caption);
       return false;
     }
     if (!visit(*record, id)) return true;

@@ -1,0 +1,178 @@
+#include "settings/category_list.h"
+
+#include <algorithm>
+
+#include "ports/calendar_store.h"
+#include "settings/category_text.h"
+
+namespace orvello {
+namespace {
+
+constexpr TextView kError = u"Error";
+
+void read_folders(const FolderText& folder_text, std::vector<Text>& entries) {
+  Text joined;
+  for (const int folder : {kFolderCalendar, kFolderTasks, kFolderContacts}) {
+    const Text text = folder_text(folder);
+    if (text.empty()) continue;
+    if (!joined.empty()) joined += u',';
+    joined += text;
+  }
+  if (joined.empty()) return;
+  std::replace(joined.begin(), joined.end(), u'\n', u',');
+  for (const Text& piece : split(joined, u',')) {
+    Text label = cut(piece, kLabelLength);
+    trimSpaces(label);
+    entries.push_back(std::move(label));
+  }
+  removeDuplicateLabels(entries);
+}
+
+// Finds and opens the list; the invalid handle after a message, or silently when the object store
+// cannot be looked through.
+DatabaseHandle open_list(const SettingsVolume& device, std::uint32_t& record_count) {
+  RecordDatabases& databases = device.databases;
+  const auto all = databases.enumerate(kObjectStore);
+  if (all.empty() && databases.last_error() != DatabaseError::none) return kInvalidDatabase;
+  const DatabaseHandle handle = databases.open(kObjectStore, kCategoriesDatabase, 0);
+  if (handle == kInvalidDatabase) {
+    const bool no_memory = databases.last_error() == DatabaseError::not_enough_memory;
+    device.boxes.show(no_memory ? u"Not enough memory" : u"The database doesn't exist", kError);
+    return handle;
+  }
+  const auto info = databases.info(handle);
+  record_count = info ? info->record_count : 0;
+  return handle;
+}
+
+// Goes through the records until `visit(record, id)` is false. False when one could not be read,
+// which has been shown.
+template <typename Visit>
+bool visit_list(const SettingsVolume& device, DatabaseHandle list, std::uint32_t count,
+                Visit visit) {
+  return visit_records(device, list, count, u"Handle Read Failure", visit, kError);
+}
+
+// On any text of the record, as long as labels are.
+bool bears(const Record& record, TextView label) {
+  return std::any_of(record.begin(), record.end(), [&](const RecordProperty& property) {
+    const Text* text = std::get_if<Text>(&property.value);
+    return text && cut(*text, kLabelLength) == label;
+  });
+}
+
+bool in_use(const Record& record) {
+  return std::any_of(record.begin(), record.end(), [](const RecordProperty& property) {
+    const auto* count = std::get_if<std::int16_t>(&property.value);
+    return count && *count > 0 &&
+           (property.id == kListAppointments || property.id == kListTasks ||
+            property.id == kListContacts);
+  });
+}
+
+bool person_agrees(MessageBoxes& boxes) {
+  return boxes.show(
+             u"This category label is currently being referenced by an existing Appointment, Task, "
+             u"or Contact entry on your device, so the label will be marked for removal",
+             u"Info", BoxIcon::warning, BoxButtons::ok_cancel, true) == BoxAnswer::ok;
+}
+
+bool write_property(const SettingsVolume& device, DatabaseHandle list, RecordId& id,
+                    const RecordProperty& property) {
+  const RecordId written = device.databases.write(list, id, {property});
+  reportWriteError(device, written);
+  if (written != 0) id = written;
+  return written != 0;
+}
+
+}  // namespace
+
+void CategoryNumbers::count(const Record& record) {
+  empty_ = false;
+  for (const RecordProperty& property : record) {
+    if (property_number(property.id) != property_number(kListNumber)) continue;
+    if (const auto* number = std::get_if<std::int16_t>(&property.value))
+      largest_ = std::max<std::int32_t>(largest_.value_or(*number), *number);
+  }
+}
+
+// Two different first numbers, deliberately: 20 in an empty database, 21 in one without numbers.
+std::int16_t CategoryNumbers::next() const {
+  if (empty_) return 20;
+  return static_cast<std::int16_t>(std::min(largest_.value_or(20), 32766) + 1);
+}
+
+void readCategoryList(const SettingsVolume& device, int generation, const FolderText& folder_text,
+                      std::vector<Text>& entries) {
+  entries.clear();
+  if (generation == 3) {
+    read_folders(folder_text, entries);
+    return;
+  }
+  std::uint32_t count = 0;
+  const OpenDatabase list(device.databases, open_list(device, count));
+  if (!list) return;
+  visit_list(device, list.handle(), count, [&](const Record& record, RecordId) {
+    Text label;
+    for (const RecordProperty& property : record)
+      if (const Text* text = std::get_if<Text>(&property.value)) {
+        label = cut(*text, kLabelLength);
+        break;
+      }
+    entries.push_back(std::move(label));
+    return true;
+  });
+}
+
+int removeCategory(const SettingsVolume& device, TextView label) {
+  std::uint32_t count = 0;
+  const OpenDatabase list(device.databases, open_list(device, count));
+  if (!list) return 0;
+  const Text wanted = cut(label, kLabelLength);
+  RecordId found = 0;
+  bool used = false;
+  const bool read =
+      visit_list(device, list.handle(), count, [&](const Record& record, RecordId id) {
+        if (!bears(record, wanted)) return true;
+        found = id;
+        used = in_use(record);
+        return false;
+      });
+  if (!read || found == 0) return 0;
+  if (used)
+    return person_agrees(device.boxes) &&
+           write_property(device, list.handle(), found, {kListActive, std::int16_t{0}});
+  if (device.databases.erase(list.handle(), found)) return 1;
+  reportWriteError(device, 0);
+  return 0;
+}
+
+int addCategory(const SettingsVolume& device, TextView label) {
+  std::uint32_t count = 0;
+  const OpenDatabase list(device.databases, open_list(device, count));
+  if (!list) return 0;
+  const Text added = cut(label, kLabelLength);
+  CategoryNumbers numbers;
+  bool present = false;
+  const bool read = visit_list(device, list.handle(), count, [&](const Record& record, RecordId) {
+    numbers.count(record);
+    present = bears(record, added);
+    return !present;
+  });
+  if (present) return 1;
+  if (!read) return 0;
+  RecordId id = 0;
+  for (const RecordProperty& property : Record{{kListLabel, added},
+                                               {kListNumber, numbers.next()},
+                                               {kListActive, std::int16_t{1}},
+                                               {kListAppointments, std::int16_t{0}},
+                                               {kListTasks, std::int16_t{0}},
+                                               {kListContacts, std::int16_t{0}}}) {
+    if (write_property(device, list.handle(), id, property)) continue;
+    if (id != 0) device.databases.erase(list.handle(), id);  // no half of a label stays
+    break;
+  }
+  return 0;
+}
+
+}  // namespace orvello

@@ -1,0 +1,48 @@
+// The device's own list of category labels, which appointments, tasks and contacts share. Nothing
+// stays open between calls; failures are shown. Labels are cut to 29 characters.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "settings/volume.h"
+
+namespace orvello {
+
+// In the device's object store, not on the settings volume.
+inline constexpr TextView kCategoriesDatabase = u"Categories Database";
+inline constexpr PropertyId kListLabel = 0x4001001F;
+inline constexpr PropertyId kListNumber = 0x40020002;
+inline constexpr PropertyId kListActive = 0x40030002;        // 1; 0: marked for removal
+inline constexpr PropertyId kListAppointments = 0x40040002;  // how many use the label
+inline constexpr PropertyId kListTasks = 0x40050002;
+inline constexpr PropertyId kListContacts = 0x40060002;
+
+// The comma-separated labels of a folder of the personal-information store.
+using FolderText = std::function<Text(int folder)>;
+
+// Replaces `entries`. Generation 3 asks the folders and gives each label once, the others read the
+// record database as it stands, with labels marked for removal.
+void readCategoryList(const SettingsVolume& device, int generation, const FolderText& folder_text,
+                      std::vector<Text>& entries);
+
+// Deletes a label that nothing uses. One in use is marked for removal if the person agrees. 1 when
+// the database was changed.
+int removeCategory(const SettingsVolume& device, TextView label);
+
+// 1 when the label was there already, 0 otherwise: also when it could not be added.
+int addCategory(const SettingsVolume& device, TextView label);
+
+// The number that a new label gets, from the records that are there.
+class CategoryNumbers {
+ public:
+  void count(const Record& record);
+  std::int16_t next() const;
+
+ private:
+  bool empty_ = true;
+  std::optional<std::int32_t> largest_;
+};
+
+}  // namespace orvello
