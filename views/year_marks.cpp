@@ -12,18 +12,20 @@ namespace {
 // is, so walking further sets no other flag.
 constexpr std::int32_t kAllDates = 2921;
 
-// The profile is asked only about items that would mark something new.
-void mark_days(const DaySpan& span, const Text& categories, ProfileMemory& allowed,
+// The profile is asked only about items that would mark something new. Whether all the days are
+// marked now.
+bool mark_days(const DaySpan& span, const Text& categories, ProfileMemory& allowed,
                YearMarks& marks) {
   const std::int32_t last = std::min(span.last, span.first + kAllDates);
   bool passed = false;
   for (std::int32_t day = span.first; day <= last; ++day) {
     const SystemTime date = civil_from_day_number(day);
     if (marks.at(date.month, date.day)) continue;
-    if (!passed && !allowed.passes(categories)) return;
+    if (!passed && !allowed.passes(categories)) return false;
     passed = true;
     marks.set(date.month, date.day);
   }
+  return true;
 }
 
 }  // namespace
@@ -48,11 +50,14 @@ bool BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& pass
   if (!items) return true;
 
   ProfileMemory allowed(passes);
+  DaySpan known;  // as good as marked; a full calendar has hundreds in a row that add nothing
   for (int index = 1; !stopped(); ++index) {
     const std::optional<StoreItem> item = items->item(index);
     if (!item) return true;
-    if (item->summary)
-      mark_days(days_of(*item, generation), item->summary->categories, allowed, marks);
+    if (!item->summary) continue;
+    const DaySpan span = days_of(*item, generation);
+    if (span.first >= known.first && span.last <= known.last) continue;
+    if (mark_days(span, item->summary->categories, allowed, marks)) known = span;
   }
   return false;
 }
