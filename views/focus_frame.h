@@ -6,10 +6,10 @@
 
 namespace orvello {
 
-// Inside the rectangle's edge, two lines of `scale` pixels.
-inline void draw_focus_frame(const Rect& rect, int scale, Canvas& canvas) {
-  canvas.frame_rect(rect, kBlack, scale);
-  canvas.frame_rect(rect.inset(scale, scale), kWhite, scale);
+// Inside the rectangle's edge, the dark line `width` pixels wide, the light one half of that.
+inline void draw_focus_frame(const Rect& rect, int width, Canvas& canvas) {
+  canvas.frame_rect(rect, kBlack, width);
+  canvas.frame_rect(rect.inset(width, width), kWhite, std::max(1, width / 2));
 }
 
 }  // namespace orvello

@@ -1,10 +1,23 @@
 #include "views/month_paint.h"
 
+#include "views/focus_frame.h"
 #include "views/month_bars.h"
 #include "views/month_cells.h"
 #include "views/month_icons.h"
 
 namespace orvello {
+
+namespace {
+
+// Last, so that neither bars nor icons cover it.
+void draw_month_focus(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
+  if (!snapshot.focus_visible) return;
+  for (const MonthCell& cell : layout.cells)
+    if (cell.drawn && cell.date == snapshot.selected)
+      draw_focus_frame(cell.frame, 2 * layout.screen.scale, canvas);
+}
+
+}  // namespace
 
 bool DrawMonthView(const MonthSnapshot& snapshot, Canvas& canvas,
                    const std::atomic<int>& draw_state, const std::function<void()>& progress) {
@@ -13,7 +26,9 @@ bool DrawMonthView(const MonthSnapshot& snapshot, Canvas& canvas,
   canvas.set_clip(std::nullopt);
   canvas.fill_rect({0, 0, layout.screen.work.width, layout.screen.work.height}, kWhite);
   draw_month_header(snapshot, layout, canvas);
-  return DrawMonthGrid(snapshot, layout, canvas, control);
+  const bool finished = DrawMonthGrid(snapshot, layout, canvas, control);
+  if (finished) draw_month_focus(snapshot, layout, canvas);
+  return finished;
 }
 
 bool DrawMonthGrid(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,

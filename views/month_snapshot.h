@@ -26,6 +26,8 @@ struct MonthSnapshot {
   ScreenLayout screen;
   MonthLayoutInput layout;  // with the month and year shown
   MonthDayYear today;
+  MonthDayYear selected;  // the day that the keyboard stands on
+  bool focus_visible = false;
   int generation = 0;  // of the platform
 
   int calendarcolorstyle = 0;

@@ -1,0 +1,71 @@
+#include "views/year_label.h"
+
+#include <algorithm>
+
+namespace orvello {
+
+namespace {
+
+Text shortened(Text line, const FontSpec& font, int width, Canvas& canvas) {
+  std::replace_if(
+      line.begin(), line.end(), [](char16_t c) { return c < u' '; }, u' ');
+  if (canvas.measure(line, font).width <= width) return line;
+  std::size_t kept = 0, over = line.size();  // the longest start that leaves room for the dots
+  while (over - kept > 1) {
+    const std::size_t middle = (kept + over) / 2;
+    const bool fits = canvas.measure(cut(line, middle) + u"…", font).width <= width;
+    (fits ? kept : over) = middle;
+  }
+  line = cut(line, kept);
+  while (!line.empty() && line.back() == u' ') line.pop_back();
+  return line + u"…";
+}
+
+std::vector<Text> label_lines(TextView date_text, const std::vector<CompactRow>& rows) {
+  std::vector<Text> lines{Text(date_text)};
+  for (const CompactRow& row : rows) {
+    const auto left = static_cast<int>(&rows.back() - &row) + 1;
+    if (static_cast<int>(lines.size()) == kLabelLines - 1 && left > 1) {
+      lines.push_back(format(u"+%d", left));
+      break;
+    }
+    lines.push_back(row.subject.empty() ? row.time : row.time + u" " + row.subject);
+  }
+  return lines;
+}
+
+}  // namespace
+
+Rect place_beside(const Rect& cell, Size size, Size work, int gap) {
+  const int x =
+      std::clamp(cell.center().x - size.width / 2, 0, std::max(0, work.width - size.width));
+  const int y =
+      std::clamp(cell.center().y - size.height / 2, 0, std::max(0, work.height - size.height));
+  const int above = cell.y - gap - size.height, below = cell.bottom() + gap;
+  if (above >= 0) return {x, above, size.width, size.height};
+  if (below + size.height <= work.height) return {x, below, size.width, size.height};
+  const int left = cell.x - gap - size.width, right = cell.right() + gap;
+  return {left >= 0 ? left : std::min(right, std::max(0, work.width - size.width)), y, size.width,
+          size.height};
+}
+
+YearLabel year_label(TextView date_text, const std::vector<CompactRow>& rows, const Rect& cell,
+                     const ScreenLayout& screen, Canvas& canvas) {
+  YearLabel label;
+  label.font = screen.fonts.normal8;
+  const int margin = 4 * screen.scale;
+  const int widest = std::min(screen.work.width * 3 / 4, 3 * screen.dpi_x);
+  Size size{0, 2 * screen.scale + 2};
+  for (const Text& line : label_lines(date_text, rows)) {
+    const Text shown = shortened(line, label.font, widest - 2 * margin, canvas);
+    if (!label.text.empty()) label.text += u'\n';
+    label.text += shown;
+    const Size text = canvas.measure(shown, label.font);
+    size.width = std::max(size.width, text.width + 2 * margin);
+    size.height += text.height;
+  }
+  label.place = place_beside(cell, size, screen.work, 2 * screen.scale);
+  return label;
+}
+
+}  // namespace orvello
