@@ -14,6 +14,7 @@
 #include "app/messages.h"
 #include "cli/commands.h"
 #include "cli/import_preview.h"
+#include "hosts/linux/device_databases.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/file_registry.h"
 #include "hosts/qt/qt_host.h"
@@ -76,7 +77,8 @@ QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
 struct Session {
   Session(int& argc, char** argv, const WindowParts& parts, bool unattended)
       : registry(parts.paths.config + "/registry"),
-        databases(parts.paths.data + "/device.db", host_path),
+        files(parts.paths.data + "/device.db", host_path),
+        databases(files, parts.store),
         unavailable(parts.reason),
         store(parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable),
         quiet(qInstallMessageHandler(pass_on)),
@@ -99,7 +101,8 @@ struct Session {
   }
 
   FileRegistry registry;
-  SqliteRecordDatabases databases;
+  SqliteRecordDatabases files;
+  DeviceDatabases databases;
   UnavailableStore unavailable;
   CalendarStore& store;
   WrittenBoxes written;

@@ -1,0 +1,162 @@
+// The device's category list follows the calendar, in memory and in a file.
+#include "hosts/linux/device_databases.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "hosts/headless/headless_ports.h"
+#include "hosts/headless/memory_files.h"
+#include "hosts/headless/memory_record_databases.h"
+#include "hosts/headless/memory_store.h"
+#include "settings/category_list.h"
+#include "store/embedded/sqlite_record_databases.h"
+
+namespace orvello {
+namespace {
+
+class CountingDatabases : public MemoryRecordDatabases {
+ public:
+  RecordId write(DatabaseHandle database, RecordId id, const Record& properties) override {
+    ++writes;
+    return MemoryRecordDatabases::write(database, id, properties);
+  }
+  bool erase(DatabaseHandle database, RecordId id) override {
+    ++writes;
+    return MemoryRecordDatabases::erase(database, id);
+  }
+  int writes = 0;
+};
+
+class DeviceDatabasesTest : public ::testing::Test {
+ protected:
+  std::int32_t put(TextView categories) {
+    AppointmentRecord record;
+    record.fields.categories = categories;
+    return store.put(record);
+  }
+  static std::vector<Text> labels(DeviceDatabases& device, HeadlessBoxes& boxes) {
+    MemoryFiles files;
+    std::vector<Text> entries;
+    readCategoryList({device, boxes, files}, 0, nullptr, entries);
+    return entries;
+  }
+  std::vector<Text> labels() { return labels(device, boxes); }
+  // number, active and the three counts of each record.
+  std::vector<std::vector<int>> numbers() {
+    std::vector<std::vector<int>> all;
+    const auto list = databases.open(kObjectStore, kCategoriesDatabase, 0);
+    RecordId id = 0;
+    while (const auto record = databases.read_next(list, id)) {
+      std::vector<int> row;
+      for (const PropertyId wanted :
+           {kListNumber, kListActive, kListAppointments, kListTasks, kListContacts})
+        for (const auto& property : *record)
+          if (property.id == wanted) row.push_back(std::get<std::int16_t>(property.value));
+      all.push_back(row);
+    }
+    databases.close(list);
+    return all;
+  }
+
+  HeadlessClock clock;
+  MemoryStore store{clock};
+  HeadlessBoxes boxes;
+  MemoryFiles files;
+  CountingDatabases databases;
+  DeviceDatabases device{databases, &store};
+  const SettingsVolume volume{device, boxes, files};
+};
+
+TEST_F(DeviceDatabasesTest, LabelsInUseAreAddedOnceWithTheirCounts) {
+  using Rows = std::vector<std::vector<int>>;
+  put(u"Work, ,Home,,");
+  const auto second = put(u"Work");
+  StoreContact contact;
+  contact.categories = u"Friends,Work";
+  store.put_contact(contact);
+  EXPECT_EQ(labels(), (std::vector<Text>{u"Friends", u"Home", u"Work"}));
+  EXPECT_EQ(numbers(), (Rows{{20, 1, 0, 0, 1}, {21, 1, 1, 0, 0}, {22, 1, 2, 0, 1}}));
+  EXPECT_EQ(databases.writes, 3) << "one a label";
+  labels();
+  EXPECT_EQ(databases.writes, 3) << "nothing differs";
+  store.erase(second);
+  addCategory(volume, u"Spare");
+  databases.writes = 0;
+  EXPECT_EQ(labels().size(), 4u);
+  EXPECT_EQ(databases.writes, 0) << "adding looked, too";
+  EXPECT_EQ(numbers()[2], (std::vector<int>{22, 1, 1, 0, 1}));
+  EXPECT_TRUE(boxes.shown.empty());
+}
+
+TEST_F(DeviceDatabasesTest, AMarkedLabelGoesWhenNothingUsesItAnyMore) {
+  const auto item = put(u"Work");
+  boxes.answers = {BoxAnswer::ok};
+  EXPECT_EQ(removeCategory(volume, u"Work"), 1);
+  EXPECT_EQ(boxes.shown.size(), 1u) << "it is in use";
+  EXPECT_EQ(labels(), std::vector<Text>{u"Work"});
+  EXPECT_EQ(numbers()[0][1], 0) << "still marked";
+  store.erase(item);
+  EXPECT_EQ(labels(), std::vector<Text>{});
+  EXPECT_EQ(removeCategory(volume, u"Work"), 0);
+  EXPECT_EQ(boxes.shown.size(), 1u);
+}
+
+TEST_F(DeviceDatabasesTest, LongLabelsAreOneOnceTheyAreCut) {
+  put(Text(10000, u'x'));
+  put(Text(30, u'x'));
+  EXPECT_EQ(labels(), std::vector<Text>{Text(29, u'x')});
+  EXPECT_EQ(numbers()[0][2], 2);
+  databases.writes = 0;
+  labels();
+  EXPECT_EQ(databases.writes, 0);
+}
+
+TEST_F(DeviceDatabasesTest, AFailedWriteDoesNotStandInTheWay) {
+  put(u"Work");
+  ASSERT_EQ(labels().size(), 1u);
+  put(u"Home");
+  databases.fail_write = DatabaseError::disk_full;
+  EXPECT_EQ(labels(), std::vector<Text>{u"Work"});
+  EXPECT_TRUE(boxes.shown.empty());
+  databases.fail_write = DatabaseError::none;
+  EXPECT_EQ(labels().size(), 2u);
+}
+
+TEST_F(DeviceDatabasesTest, VolumesAreLeftAloneAndAMissingStoreToo) {
+  DeviceDatabases alone(databases, nullptr);
+  EXPECT_TRUE(labels(alone, boxes).empty());
+  EXPECT_TRUE(boxes.shown.empty()) << "the list is there";
+  put(u"Work");
+  const VolumeId mounted = device.mount(u"\\settings.vol");
+  EXPECT_TRUE(device.enumerate(mounted).empty());
+  EXPECT_EQ(device.open(mounted, kCategoriesDatabase, 0), kInvalidDatabase);
+  EXPECT_EQ(device.last_error(), DatabaseError::file_not_found);
+  device.unmount(mounted);
+  EXPECT_EQ(databases.writes, 0);
+}
+
+TEST_F(DeviceDatabasesTest, AFileKeepsTheList) {
+  const auto folder =
+      std::filesystem::temp_directory_path() / ("orvello-device-" + std::to_string(::getpid()));
+  std::filesystem::create_directories(folder);
+  const auto path_of = [](TextView) { return std::string(); };
+  put(u"Work, Home");
+  {
+    SqliteRecordDatabases file(folder / "device.db", path_of);
+    DeviceDatabases kept(file, &store);
+    const SettingsVolume kept_volume{kept, boxes, files};
+    EXPECT_EQ(labels(kept, boxes), (std::vector<Text>{u"Home", u"Work"}));
+    EXPECT_EQ(addCategory(kept_volume, u"Spare"), 0);
+    EXPECT_EQ(removeCategory(kept_volume, u"Home"), 1) << "after asking";
+  }
+  SqliteRecordDatabases file(folder / "device.db", path_of);
+  DeviceDatabases kept(file, &store);
+  EXPECT_EQ(labels(kept, boxes), (std::vector<Text>{u"Home", u"Work", u"Spare"}));
+  EXPECT_EQ(boxes.shown.size(), 1u);
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace orvello
