@@ -6,6 +6,9 @@
 
 #include "base/text.h"
 #include "calendar/date_pictures.h"
+#include "settings/load_settings.h"
+#include "settings/profiles.h"
+#include "settings/setting_table.h"
 #include "store/day_label.h"
 
 namespace orvello {
@@ -106,8 +109,18 @@ std::string item_row(const StoreItem& item, std::int32_t day, bool clock24) {
   std::string row = "  " + to_utf8(day_label(item, day, clock24));
   row.resize(std::max<std::size_t>(row.size() + 2, 19), ' ');
   row += one_line(item.summary->subject);
-  if (!item.summary->location.empty()) row += " [" + one_line(item.summary->location) + "]";
+  if (!item.summary->location.empty())
+    row += " " + one_line(location_label(item.summary->location));
   return row + "\n";
+}
+
+Text date_picture(const LocaleData& locale) {
+  Text picture;
+  LongDatePicture(locale.long_date_order == u"0"   ? 3
+                  : locale.long_date_order == u"1" ? 4
+                                                   : 5,
+                  picture);
+  return picture;
 }
 
 }  // namespace
@@ -135,33 +148,42 @@ Result<std::vector<StoreItem>> agenda_items(CalendarStore& store, std::int32_t f
   return kept;
 }
 
+void load_agenda_settings(SettingsRecord& settings, Registry& registry,
+                          const SettingsVolume& volume, const LocaleData& locale) {
+  load_locale_conventions(settings, locale);
+  for (const TextView name : {u"timeformat", u"activeprofilename"})
+    load_setting(registry, *find_setting(name), 0, locale, settings);
+  loadProfile(volume, settings.activeprofilename, settings.profile_labels);
+}
+
 std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, std::int32_t to,
-                        bool clock24, const LocaleData& locale) {
+                        const SettingsRecord& settings) {
   // One row an occurrence and day, so that the cost follows what is printed.
   std::vector<std::pair<std::int32_t, const StoreItem*>> rows;
   for (const StoreItem& item : items) {
+    if (!profileAllowsCategory(settings, item.summary->categories)) continue;
     const std::int32_t last = std::min(whole_day(shown_end(item)), to);
     for (std::int32_t day = std::max(whole_day(item.start), from); day <= last; ++day)
       rows.emplace_back(day, &item);
   }
   std::stable_sort(rows.begin(), rows.end(),
                    [](const auto& a, const auto& b) { return a.first < b.first; });
-  Text picture;
-  LongDatePicture(locale.long_date_order == u"0"   ? 3
-                  : locale.long_date_order == u"1" ? 4
-                                                   : 5,
-                  picture);
+  const Text picture = date_picture(settings.locale);
   std::string out;
+  if (settings.activeprofilename != kAllProfile)
+    out = "Profile: " + one_line(settings.activeprofilename) + "\n";
+  if (rows.empty()) return out + "No Appointments\n";
   std::int32_t shown = from - 1;
   for (const auto& [day, item] : rows) {
     if (day != shown) {
       if (!out.empty()) out += "\n";
-      out += to_utf8(FormatDatePicture(picture, civil_from_day_number(day), locale)) + "\n";
+      out +=
+          to_utf8(FormatDatePicture(picture, civil_from_day_number(day), settings.locale)) + "\n";
       shown = day;
     }
-    out += item_row(*item, day, clock24);
+    out += item_row(*item, day, settings.timeformat == 1);
   }
-  return rows.empty() ? "No Appointments\n" : out;
+  return out;
 }
 
 std::string agenda_json(const std::vector<StoreItem>& items) {

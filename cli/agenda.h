@@ -6,8 +6,10 @@
 #include <vector>
 
 #include "base/result.h"
-#include "calendar/locale_data.h"
 #include "ports/calendar_store.h"
+#include "ports/registry.h"
+#include "settings/settings_record.h"
+#include "settings/volume.h"
 
 namespace orvello {
 
@@ -15,14 +17,20 @@ namespace orvello {
 Result<std::vector<StoreItem>> agenda_items(CalendarStore& store, std::int32_t from,
                                             std::int32_t to);
 
-// For people: grouped by day, labelled as the Day view labels its rows. An occurrence of several
-// days stands under each of them.
-std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, std::int32_t to,
-                        bool clock24, const LocaleData& locale);
+// The settings that the text form follows: the clock and the active profile.
+void load_agenda_settings(SettingsRecord& settings, Registry& registry,
+                          const SettingsVolume& volume, const LocaleData& locale);
 
-// One array of objects: oid, start, end, allDay, subject, location, categories, recurring,
-// busyStatus ("free", "tentative", "busy" or "outOfOffice"), private, reminderMinutes. Times are
-// local; of an all-day item they are dates, the end being the day after its last.
+// For people: grouped by day, labelled as the Day view labels its rows and in its order. An
+// occurrence of several days stands under each of them. What the active profile hides is left out;
+// one other than "All" is named in the first line.
+std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, std::int32_t to,
+                        const SettingsRecord& settings);
+
+// For programs, whatever the profile: one array of objects: oid, start, end, allDay, subject,
+// location, categories, recurring, busyStatus ("free", "tentative", "busy" or "outOfOffice"),
+// private, reminderMinutes. Times are local; of an all-day item they are dates, the end being the
+// day after its last.
 std::string agenda_json(const std::vector<StoreItem>& items);
 
 }  // namespace orvello

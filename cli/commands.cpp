@@ -53,8 +53,8 @@ int run_export(const CommandLine& line, RecordStore& store, const Clock& clock, 
   return kExitSuccess;
 }
 
-int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock, bool clock24,
-               const LocaleData& locale, std::ostream& out, std::ostream& err) {
+int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock,
+               const SettingsRecord& settings, std::ostream& out, std::ostream& err) {
   const MonthDayYear today = TodayTriple(clock.local_time());
   const std::int32_t from = day_of(line.from.value_or(today));
   const std::int32_t to = day_of(line.to.value_or(line.from.value_or(today)));
@@ -63,7 +63,7 @@ int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock
     err << "orvello: " << items.reason() << "\n";
     return kExitFailure;
   }
-  out << (line.json ? agenda_json(*items) : agenda_text(*items, from, to, clock24, locale));
+  out << (line.json ? agenda_json(*items) : agenda_text(*items, from, to, settings));
   return out.flush() ? kExitSuccess : kExitFailure;
 }
 

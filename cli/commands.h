@@ -4,10 +4,10 @@
 
 #include <iosfwd>
 
-#include "calendar/locale_data.h"
 #include "cli/command_line.h"
 #include "ports/calendar_store.h"
 #include "ports/clock.h"
+#include "settings/settings_record.h"
 #include "store/record_store.h"
 
 namespace orvello {
@@ -20,7 +20,7 @@ int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, 
                std::ostream& err);
 int run_export(const CommandLine& line, RecordStore& store, const Clock& clock, std::ostream& out,
                std::ostream& err);
-int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock, bool clock24,
-               const LocaleData& locale, std::ostream& out, std::ostream& err);
+int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock,
+               const SettingsRecord& settings, std::ostream& out, std::ostream& err);
 
 }  // namespace orvello

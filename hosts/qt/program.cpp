@@ -3,17 +3,21 @@
 #include <fstream>
 #include <iostream>
 
-#include "calendar/date_text.h"
+#include "cli/agenda.h"
 #include "cli/command_line.h"
 #include "cli/commands.h"
+#include "hosts/linux/device_path.h"
 #include "hosts/linux/display.h"
 #include "hosts/linux/file_registry.h"
+#include "hosts/linux/linux_files.h"
 #include "hosts/linux/paths.h"
 #include "hosts/linux/system_clock.h"
 #include "hosts/qt/qt_locale.h"
 #include "hosts/qt/window_program.h"
+#include "hosts/qt/written_boxes.h"
 #include "settings/registry_access.h"
 #include "store/embedded/embedded_store.h"
+#include "store/embedded/sqlite_record_databases.h"
 
 namespace orvello {
 namespace {
@@ -67,10 +71,12 @@ bool open_files(const CommandLine& line, Opened& opened) {
 int agenda(const CommandLine& line, Opened& opened) {
   const QtLocale locale = QtLocale::of_environment(wanted_russian(line));
   FileRegistry registry(opened.paths.config + "/registry");
-  std::int32_t clock24 = has_24_hour_clock(locale.data()) ? 1 : 0;
-  ReadNumberSetting(registry, u"timeformat", clock24);
-  return run_agenda(line, *opened.store, *opened.clock, clock24 != 0, locale.data(), std::cout,
-                    std::cerr);
+  SqliteRecordDatabases databases(opened.paths.data + "/device.db", host_path);
+  const LinuxFiles files(opened.paths);
+  WrittenBoxes boxes;
+  SettingsRecord settings;
+  load_agenda_settings(settings, registry, {databases, boxes, files}, locale.data());
+  return run_agenda(line, *opened.store, *opened.clock, settings, std::cout, std::cerr);
 }
 
 int command(const CommandLine& line, Opened& opened) {

@@ -18,6 +18,7 @@
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/file_registry.h"
 #include "hosts/qt/qt_host.h"
+#include "hosts/qt/written_boxes.h"
 #include "store/embedded/sqlite_record_databases.h"
 #include "store/unavailable_store.h"
 
@@ -41,17 +42,6 @@ long milliseconds_since_start() {
   const double seconds = static_cast<double>(now.tv_sec) + now.tv_nsec / 1e9;
   return std::lround((seconds - ticks / static_cast<double>(sysconf(_SC_CLK_TCK))) * 1000);
 }
-
-// Message boxes nobody is there to answer: what they say goes to standard error.
-class WrittenBoxes : public MessageBoxes {
- public:
-  BoxAnswer show(TextView text, TextView, BoxIcon icon, BoxButtons buttons, bool) override {
-    if (icon != BoxIcon::none || buttons == BoxButtons::ok)
-      std::cerr << "orvello: " << to_utf8(text) << "\n";
-    return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::ok;
-  }
-  void beep() override {}
-};
 
 // A machine without a session manager has no runtime folder; the toolkit makes do, and need not
 // tell every user so.

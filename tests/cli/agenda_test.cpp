@@ -6,8 +6,10 @@
 #include <sstream>
 
 #include "cli/commands.h"
-#include "hosts/headless/headless_ports.h"
-#include "hosts/headless/memory_store.h"
+#include "hosts/headless/headless_host.h"
+#include "settings/profiles.h"
+#include "settings/registry_access.h"
+#include "store/day_agenda.h"
 
 namespace orvello {
 namespace {
@@ -43,12 +45,15 @@ class Agenda : public ::testing::Test {
   }
   std::string text(int from, int to, bool clock24 = true,
                    const LocaleData& locale = english_locale()) {
-    return agenda_text(items(from, to), day(from), day(to), clock24, locale);
+    settings.timeformat = clock24 ? 1 : 0;
+    settings.locale = locale;
+    return agenda_text(items(from, to), day(from), day(to), settings);
   }
   std::string json(int from, int to) { return agenda_json(items(from, to)); }
 
   HeadlessClock clock;
   MemoryStore store{clock};
+  SettingsRecord settings;
 };
 
 TEST_F(Agenda, GroupsByDayAndOrdersByStart) {
@@ -150,12 +155,85 @@ TEST_F(Agenda, ASeriesShowsEachOccurrence) {
   EXPECT_NE(agenda_json(found).find("\"recurring\": true"), std::string::npos);
 }
 
+// Whatever the Day view lists stands here, in the same words and order.
+TEST_F(Agenda, RowsAreTheDayViews) {
+  put(record(u"Trip", at(5, 20), at(8, 7)));
+  put(record(u"Same start, longer", at(6, 9), at(6, 11)));
+  AppointmentRecord made = record(u"Same start", at(6, 9), at(6, 10));
+  made.fields.location = Text(30, u'x');
+  put(made);
+  put_all_day(u"Fair", 6, 7);
+  made = record(u"Standup", at(2, 22), at(3, 1));
+  RecurrencePattern pattern;
+  pattern.pattern_start_date = day(2);
+  pattern.start_time = 22.0 / 24;
+  pattern.end_time = 1.0 / 24;
+  pattern.duration = 180;
+  made.pattern = pattern;
+  put(made);
+  made = record(u"Hidden", at(6, 10), at(6, 11));
+  made.fields.categories = u"Work, Home";
+  put(made);
+  settings.showlocation = 1;
+  settings.locale = english_locale();
+  settings.activeprofilename = u"Work";
+  settings.profile_labels = {u"", u"Work"};
+  const auto passes = [this](TextView categories) {
+    return profileAllowsCategory(settings, categories);
+  };
+  const auto application = store.create_application(false);
+  for (int clock24 : {0, 1})
+    for (int of_november : {6, 7, 8, 20}) {
+      settings.timeformat = clock24;
+      std::string wanted;
+      const auto agenda = full_agenda(application->default_folder(kFolderCalendar)->items().get(),
+                                      day(of_november), settings, passes);
+      for (const DayRow& row : agenda.rows) {
+        if (row.continues) wanted.pop_back();
+        std::string line = row.continues ? " " : "  " + to_utf8(row.time);
+        if (!row.continues) line.resize(std::max<std::size_t>(line.size() + 2, 19), ' ');
+        wanted += line + to_utf8(row.subject) + "\n";
+      }
+      const std::string shown = agenda_text(items(of_november, of_november), day(of_november),
+                                            day(of_november), settings);
+      EXPECT_EQ(shown.rfind("Profile: Work\n\n", 0), 0u) << shown;
+      EXPECT_EQ(shown.substr(shown.find("2026\n") + 5), wanted);
+    }
+}
+
+TEST_F(Agenda, FollowsTheStoredClockAndProfile) {
+  AppointmentRecord made = record(u"Shown", at(6, 13), at(6, 14));
+  made.fields.categories = u"Home";
+  put(made);
+  put(record(u"Hidden", at(6, 9), at(6, 10)));
+  MemoryRegistry registry;
+  MemoryRecordDatabases databases;
+  MemoryFiles files;
+  HeadlessBoxes boxes;
+  const SettingsVolume volume{databases, boxes, files};
+  const auto shown = [&] {
+    load_agenda_settings(settings, registry, volume, english_locale());
+    return agenda_text(items(6, 6), day(6), day(6), settings);
+  };
+  EXPECT_NE(shown().find("Hidden"), std::string::npos);
+  EXPECT_EQ(databases.mounts, 0) << "nothing to look up";
+  EnsureSettingsKey(registry);
+  WriteTextSetting(registry, u"activeprofilename", u"At home");
+  saveProfileInfoToDatabase(volume, u"pfile-At home", {{u"Home"}, {0}});
+  EXPECT_EQ(shown(), "Profile: At home\n\nFriday, November 6, 2026\n  1:00p-2:00p      Shown\n");
+  EXPECT_NE(json(6, 6).find("Hidden"), std::string::npos);
+  databases.fail_mount = DatabaseError::damaged;
+  EXPECT_EQ(shown(), "Profile: At home\nNo Appointments\n");
+}
+
 TEST_F(Agenda, TodayIsWhatTheClockSays) {
   clock.set({2026, 11, 5, 6, 21, 10, 0, 0});
   put(record(u"Now", at(6, 9), at(6, 10)));
   put(record(u"Then", at(7, 9), at(7, 10)));
+  settings.timeformat = 1;
+  settings.locale = english_locale();
   std::ostringstream out, err;
-  EXPECT_EQ(run_agenda(CommandLine{}, store, clock, true, english_locale(), out, err), 0);
+  EXPECT_EQ(run_agenda(CommandLine{}, store, clock, settings, out, err), 0);
   EXPECT_EQ(out.str(), "Friday, November 6, 2026\n  9:00-10:00       Now\n");
   EXPECT_EQ(err.str(), "");
 }
@@ -164,7 +242,7 @@ TEST_F(Agenda, AStoreThatCannotBeReadIsAFailureWithItsReason) {
   store.faults.logon = true;
   store.faults.reason = "calendar.db is in use by another program.";
   std::ostringstream out, err;
-  EXPECT_EQ(run_agenda(CommandLine{}, store, clock, true, english_locale(), out, err), 1);
+  EXPECT_EQ(run_agenda(CommandLine{}, store, clock, settings, out, err), 1);
   EXPECT_EQ(out.str(), "");
   EXPECT_EQ(err.str(), "orvello: calendar.db is in use by another program.\n");
 }

@@ -1,0 +1,20 @@
+// Message boxes nobody is there to answer: what they say goes to standard error.
+#pragma once
+
+#include <iostream>
+
+#include "ports/message_box.h"
+
+namespace orvello {
+
+class WrittenBoxes : public MessageBoxes {
+ public:
+  BoxAnswer show(TextView text, TextView, BoxIcon icon, BoxButtons buttons, bool) override {
+    if (icon != BoxIcon::none || buttons == BoxButtons::ok)
+      std::cerr << "orvello: " << to_utf8(text) << "\n";
+    return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::ok;
+  }
+  void beep() override {}
+};
+
+}  // namespace orvello
