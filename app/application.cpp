@@ -30,6 +30,7 @@ struct MessageTable {
       {kMessageMouseWheel, &Application::on_pointer},
       {kMessageKeyDown, &Application::on_key_down},
       {kMessageSettingChange, &Application::on_setting_change},
+      {kMessageSnapshot, &Application::on_snapshot},
       {kMessageRefresh, &Application::on_refresh},
       {kMessageReconnect, &Application::on_refresh},
       {kMessageRefresh401, &Application::on_refresh},
@@ -61,7 +62,8 @@ Application::Application(Host host, StartOptions options)
       options_(std::move(options)),
       volume_{host.databases, host.boxes, host.files},
       session_(host.store, host.boxes),
-      worker_(host.window) {}
+      worker_(host.window),
+      day_view_({host_, state_, settings_, session_, paste_source_, *this, today_button_}) {}
 
 Application::~Application() { worker_.stop(); }
 
@@ -117,7 +119,7 @@ bool Application::on_timer(const Message& message) {
     check_day_change();
   } else if (message.wparam == kTimerHold) {
     host_.window.stop_timer(kTimerHold);
-    month_action(month_pointer_.hold(host_.window.pen_is_down()));
+    grid_action(grid_pointer_.hold(host_.window.pen_is_down()));
   }
   return true;
 }
@@ -127,14 +129,19 @@ bool Application::on_refresh(const Message& message) {
     session_.Close();
     session_.Open(this);
   }
+  hide_hover_label();
   if (state_.view_mode == ViewMode::day) {
     host_.window.show_wait_cursor();
-    show_day();
+    day_view_.rebuild();
     host_.window.hide_wait_cursor();
   } else if (state_.view_mode == ViewMode::month || state_.view_mode == ViewMode::year) {
     request_redraw();
   }
   return true;
+}
+
+void Application::appointments_changed(bool reconnect) {
+  handle_message({reconnect ? kMessageReconnect : kMessageRefresh, 0, {}, 0});
 }
 
 // Nothing but the day matters to this timer: it moves the mark of today at midnight.

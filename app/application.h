@@ -4,13 +4,14 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/application_state.h"
-#include "app/day_dialogs.h"
+#include "app/day_view.h"
 #include "app/drawing_worker.h"
-#include "app/month_pointer.h"
+#include "app/grid_pointer.h"
 #include "ports/calendar_store.h"
 #include "ports/dialogs.h"
 #include "ports/host.h"
@@ -19,7 +20,11 @@
 #include "settings/settings_record.h"
 #include "settings/volume.h"
 #include "store/store_session.h"
+#include "views/accessible_text.h"
 #include "views/month_layout.h"
+#include "views/month_snapshot.h"
+#include "views/year_layout.h"
+#include "views/year_snapshot.h"
 
 namespace orvello {
 
@@ -36,7 +41,10 @@ enum class StartResult { running, other_instance, no_window };
 
 inline constexpr int kExitNoWindow = 16;
 
-class Application : public MessageHandler, public StoreListener, private DayCommands {
+class Application : public MessageHandler,
+                    public StoreListener,
+                    public AccessibleView,
+                    private ViewCommands {
  public:
   Application(Host host, StartOptions options);
   ~Application() override;
@@ -46,10 +54,18 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   bool handle_message(const Message& message) override;
   void store_changed(std::uint32_t notification) override;
 
-  // Requests a drawing of the current view from fresh data; nothing in the Day view.
+  // What a screen reader reads of the Month and Year views.
+  AccessibleGrid accessible_grid() override;
+  std::vector<Text> accessible_items(int cell) override;
+  void choose_accessible(int cell) override;
+
+  // Requests a drawing of the current view; nothing in the Day view. Several requests before the
+  // next messages are handled make one drawing.
   void request_redraw();
-  void set_current_date(const MonthDayYear& date);
-  void send_command(std::uint32_t command);
+  // Hands a requested drawing to the worker at once: for a caller without a message loop.
+  void draw_requested();
+  void set_current_date(const MonthDayYear& date) override;
+  void send_command(std::uint32_t command) override;
   void open_day(int day_parameter);  // the Day view, by its parameter
   void ask_for_day_popup(const MonthDayYear& date);
 
@@ -59,6 +75,10 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   StoreSession& session() { return session_; }
   int redraw_requests() const { return redraw_requests_; }
   const MonthLayout& month_layout() const { return month_layout_; }
+  const YearLayout& year_layout() const { return year_layout_; }
+  const DayView& day() const { return day_view_; }
+  const PasteSource& paste_source() const { return paste_source_; }
+  bool focus_visible() const { return focus_visible_; }
 
  private:
   friend struct MessageTable;
@@ -77,6 +97,7 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   bool on_key_down(const Message&);
   bool on_setting_change(const Message&);
   bool on_refresh(const Message&);
+  bool on_snapshot(const Message&);
 
   // Commands.
   void new_appointment();
@@ -97,23 +118,35 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   void open_store();
   void load_conventions();
   bool enter_view(int mode);
-  void open_day_dialog();
-  void close_day_dialog();
-  void show_day();
-  DayContent content_of(const MonthDayYear& date);
   void check_day_change();
+  void leave_day_and_label();
+
+  // The grids of the Month and Year views.
+  void redraw_selection();
+  void take_snapshot();
+  ViewDrawing month_drawing(bool same_items);
+  ViewDrawing year_drawing(bool same_items);
+  bool grid_key(const Message& message);
+  void show_date(const MonthDayYear& date);
+  void step_days(int days);
   void step_months(int months);
-  void month_action(const MonthPointer::Action& action);
-  MonthTarget month_target(Point point) const;
-  ViewDrawing month_drawing();
-  ViewDrawing year_drawing();
-  Language language() const;
+  void grid_action(const GridPointer::Action& action);
+  GridTarget grid_target(Point point) const;
+  Rect day_place(const MonthDayYear& date) const;
+  void show_day(const MonthDayYear& date);
+  void hover(const Message& message);
+  void hide_hover_label();
+  std::vector<CompactRow> compact_rows(const MonthDayYear& date);
+  const DayCount& day_count();
+  std::optional<MonthDayYear> cell_date(int cell) const;
+  bool passes_profile(TextView categories) const;
   bool low_resolution() const;
 
-  // DayCommands.
-  DayContent day_content() override;
-  void step_days(int days) override;
-  void go_to_today() override;
+  // ViewCommands.
+  void appointments_changed(bool reconnect) override;
+  bool can_edit() const override { return options_.edit_appointment != nullptr; }
+  Canvas& measuring_canvas() override { return measuring_->canvas(); }
+  Language language() const override;
 
   Host host_;
   StartOptions options_;
@@ -122,10 +155,21 @@ class Application : public MessageHandler, public StoreListener, private DayComm
   SettingsRecord settings_;
   StoreSession session_;
   DrawingWorker worker_;
-  MonthPointer month_pointer_;
+  GridPointer grid_pointer_;
   MonthLayout month_layout_;
-  DayProcedure day_procedure_{*this};
-  std::unique_ptr<Dialog> day_view_;
+  YearLayout year_layout_;
+  std::shared_ptr<const MonthSnapshot> month_snapshot_;  // what was drawn last
+  std::shared_ptr<const YearSnapshot> year_snapshot_;
+  PasteSource paste_source_;
+  DayView day_view_;
+  std::unique_ptr<Surface> measuring_;
+  MonthDayYear hovered_;  // the day that the hover label names, year 0 without one
+  DayCount day_count_;    // of the page that counted_for_ lies on
+  ViewMode counted_mode_ = ViewMode::none_yet;
+  MonthDayYear counted_for_;
+  bool focus_visible_ = false;  // the keyboard was used last
+  bool redraw_pending_ = false;
+  bool items_wanted_ = false;  // by the pending redraw: not only the selection moved
   std::vector<MenuItem> profile_menu_;
   Image today_button_;
   Rect place_;  // the window's, in the work area

@@ -12,9 +12,13 @@ namespace orvello {
 // 99 is set just before a view command is sent, so that the command always builds the view.
 enum class ViewMode : int { day = 0, month = 1, year = 2, none_yet = 99 };
 
+// The device's calendar dates; a person who holds a key that turns pages stops there.
+inline constexpr int kFirstYear = 1601, kLastYear = 4499;
+
 struct ApplicationState {
   ViewMode view_mode = ViewMode::none_yet;
-  MonthDayYear current;  // the date the views show
+  ViewMode previous_view_mode = ViewMode::month;  // from which the Day view was entered
+  MonthDayYear current;                           // the date the views show
   MonthDayYear today;
   std::int32_t appointment_to_edit = 0;  // oid for the editor, 0 for a new appointment
   bool whole_series = false;             // the choice for a recurring one

@@ -25,6 +25,7 @@ inline constexpr std::uint32_t kMessageMouseWheel = 0x020A;
 inline constexpr std::uint32_t kMessageDeactivated = 0x3FF;
 inline constexpr std::uint32_t kMessageReconnect = 0x403;
 inline constexpr std::uint32_t kMessageRefresh = 0x406;
+inline constexpr std::uint32_t kMessageSnapshot = 0x3FC;  // a drawing was requested
 inline constexpr std::uint32_t kMessageRefresh401 = 0x401;
 inline constexpr std::uint32_t kMessageRefresh3FD = 0x3FD;
 
@@ -40,6 +41,7 @@ inline constexpr std::uint32_t kScreenRotated = 0x3002;  // the setting change's
 
 inline constexpr std::uint32_t kKeyReturn = 0x0D;
 inline constexpr std::uint32_t kKeyEscape = 0x1B;
+inline constexpr std::uint32_t kKeySpace = 0x20;
 inline constexpr std::uint32_t kKeyPageUp = 0x21;
 inline constexpr std::uint32_t kKeyPageDown = 0x22;
 inline constexpr std::uint32_t kKeyEnd = 0x23;
@@ -48,10 +50,18 @@ inline constexpr std::uint32_t kKeyLeft = 0x25;
 inline constexpr std::uint32_t kKeyUp = 0x26;
 inline constexpr std::uint32_t kKeyRight = 0x27;
 inline constexpr std::uint32_t kKeyDown = 0x28;
+inline constexpr std::uint32_t kKeyInsert = 0x2D;
+inline constexpr std::uint32_t kKeyDelete = 0x2E;
+inline constexpr std::uint32_t kKeyMenu = 0x5D;
+inline constexpr std::uint32_t kKeyF10 = 0x79;
 
-inline constexpr int kTimerHold = 3;  // a press in the month grid became a hold
+inline constexpr int kTimerMenu = 2;   // a press in the day's list became a hold
+inline constexpr int kTimerHold = 3;   // a press in the month grid became a hold
+inline constexpr int kTimerNotes = 4;  // no second tap followed the first
 inline constexpr int kTimerDayChange = 5;
+inline constexpr int kMenuMilliseconds = 300;
 inline constexpr int kHoldMilliseconds = 200;
+inline constexpr int kDoubleTapMilliseconds = 300;
 inline constexpr int kDayChangeMilliseconds = 60000;
 
 }  // namespace orvello

@@ -52,6 +52,7 @@ StartResult Application::start_up() {
 bool Application::on_create(const Message&) {
   create_menu_bar();
   worker_.start();
+  host_.window.set_accessible_view(this);
   return true;
 }
 
@@ -99,6 +100,7 @@ void Application::create_menu_bar() {
 
 void Application::create_surface() {
   worker_.set_surface(host_.surfaces.create(state_.layout.work));
+  if (!measuring_) measuring_ = host_.surfaces.create({1, 1});
 }
 
 void Application::load_ink_libraries() {
@@ -124,7 +126,9 @@ void Application::load_conventions() {
 bool Application::on_destroy(const Message&) {
   host_.window.stop_timer(kTimerDayChange);
   worker_.stop();
-  day_view_ = nullptr;
+  day_view_.close();
+  hide_hover_label();
+  host_.window.set_accessible_view(nullptr);
   worker_.set_surface(nullptr);
   session_.Close();
   if (state_.platform_generation == 3) session_.CloseNotify();

@@ -19,22 +19,35 @@ bool Application::enter_view(int mode) {
 }
 
 void Application::day_view() {
-  if (state_.view_mode == ViewMode::day && day_view_) return;
+  if (state_.view_mode == ViewMode::day && day_view_.is_open()) return;
+  if (state_.view_mode != ViewMode::day && state_.view_mode != ViewMode::none_yet)
+    state_.previous_view_mode = state_.view_mode;
   state_.view_mode = ViewMode::day;
   worker_.cancel();
-  open_day_dialog();
+  redraw_pending_ = false;
+  leave_day_and_label();
+  day_view_.open();
   show_checked_view();
 }
 
 void Application::open_day(int day_parameter) {
-  set_current_date(date_of_day_parameter(day_parameter, state_.current.month, state_.current.year));
-  day_view_ = nullptr;
+  show_day(date_of_day_parameter(day_parameter, state_.current.month, state_.current.year));
+}
+
+void Application::show_day(const MonthDayYear& date) {
+  set_current_date(date);
+  day_view_.close();
   send_command(kCommandDayView);
+}
+
+void Application::leave_day_and_label() {
+  hide_hover_label();
+  day_view_.close();
 }
 
 void Application::month_view() {
   if (state_.view_mode == ViewMode::month) return;
-  close_day_dialog();
+  leave_day_and_label();
   state_.view_mode = ViewMode::month;
   request_redraw();
   host_.window.invalidate();
@@ -43,7 +56,7 @@ void Application::month_view() {
 
 void Application::year_view() {
   if (state_.view_mode == ViewMode::year) return;
-  close_day_dialog();
+  leave_day_and_label();
   state_.view_mode = ViewMode::year;
   request_redraw();
   host_.window.invalidate();
@@ -56,18 +69,13 @@ void Application::show_checked_view() {
   host_.menu_bar.check_button(kCommandYearView, state_.view_mode == ViewMode::year);
 }
 
-void Application::set_current_date(const MonthDayYear& date) {
-  state_.current = date;
-  settings_.shown = date;
-}
-
 void Application::new_appointment() {
   state_.whole_series = false;
   if (options_.edit_appointment)
     options_.edit_appointment(state_.appointment_to_edit, state_.whole_series);
   state_.appointment_to_edit = 0;
   host_.input.hide_input_panel();
-  if (day_view_) day_view_->focus(kControlDayList);
+  day_view_.focus_list();
 }
 
 void Application::exit_program() { handle_message({kMessageClose, 0, {}, 0}); }
@@ -76,9 +84,9 @@ void Application::open_settings() {
   const std::int32_t clock24 = settings_.timeformat;
   if (options_.edit_settings) options_.edit_settings();
   request_redraw();
-  if (day_view_) {
+  if (day_view_.is_open()) {
     if (settings_.timeformat != clock24) handle_message({kMessageRefresh, 0, {}, 0});
-    day_view_->focus(kControlDayList);
+    day_view_.focus_list();
   }
   host_.window.show_wait_cursor();
   FlushSettings(host_.registry);
@@ -112,8 +120,9 @@ void Application::select_profile(std::uint32_t command) {
   loadProfile(volume_, name, settings_.profile_labels);
   list_profiles();
   if (!changed) return;
+  hide_hover_label();
   if (state_.view_mode == ViewMode::day)
-    show_day();
+    day_view_.rebuild();
   else
     request_redraw();
 }

@@ -10,46 +10,99 @@ constexpr int kGap = 4, kButton = 27, kWidth = 240;
 
 }  // namespace
 
+// The header strip is a little higher than the room above the list: the list covers the rest of it.
 DialogTemplate day_view_dialog(Language language) {
-  const auto text = [language](StringId id) { return load_string(id, language); };
-  DialogTemplate dialog{kDialogDayView, text(StringId::day_view), true, {kWidth, 291}, {}};
-  const int third = (kWidth - 4 * kGap) / 3, top = 291 - kGap - kButton;
+  constexpr int height = 291, top = 18;
+  DialogTemplate dialog;
+  dialog.id = kDialogDayView;
+  dialog.title = load_string(StringId::day_view, language);
+  dialog.size = {kWidth, height};
   dialog.controls = {
-      {Kind::label, kControlDayDate, {}, {kGap, kGap, kWidth - 2 * kGap, 20}},
-      {Kind::list, kControlDayList, {}, {kGap, 28, kWidth - 2 * kGap, top - 28 - kGap}},
-      {Kind::button,
-       kControlPreviousDay,
-       text(StringId::previous_day),
-       {kGap, top, third, kButton}},
-      {Kind::button, kControlToday, text(StringId::today), {2 * kGap + third, top, third, kButton}},
-      {Kind::button,
-       kControlNextDay,
-       text(StringId::next_day),
-       {3 * kGap + 2 * third, top, third, kButton}},
+      {Kind::custom, kControlDayHeader, {}, {0, 0, kWidth, top}},
+      {Kind::report, kControlDayList, {}, {0, top, kWidth, height - top}},
   };
   return dialog;
 }
 
+// As large as the text that it holds; a caller sets its place.
+DialogTemplate notes_dialog(Language language) {
+  DialogTemplate dialog;
+  dialog.id = kDialogNotes;
+  dialog.title = load_string(StringId::notes, language);
+  dialog.full_screen = false;
+  dialog.popup = true;
+  dialog.size = {80, 46};
+  dialog.controls = {{Kind::custom, kControlNotes, {}, {0, 0, 80, 46}}};
+  return dialog;
+}
+
 DialogTemplate day_popup_dialog(Language language) {
-  constexpr int width = 208, height = 168;
-  DialogTemplate dialog{
-      kDialogDayPopup, load_string(StringId::day_view, language), false, {width, height}, {}};
-  const int top = height - kGap - kButton;
+  constexpr int width = 208, height = 168, top = kButton;
+  DialogTemplate dialog;
+  dialog.id = kDialogDayPopup;
+  dialog.title = load_string(StringId::day_view, language);
+  dialog.full_screen = false;
+  dialog.popup = true;
+  dialog.size = {width, height};
   dialog.controls = {
-      {Kind::label, kControlDayDate, {}, {kGap, kGap, width - 2 * kGap, 20}},
-      {Kind::list, kControlDayList, {}, {kGap, 28, width - 2 * kGap, top - 28 - kGap}},
-      {Kind::default_button,
-       kControlOk,
-       load_string(StringId::close, language),
-       {width - kGap - 80, top, 80, kButton}},
+      {Kind::custom, kControlDayHeader, {}, {0, 0, width, top}},
+      {Kind::report, kControlDayList, {}, {0, top, width, height - top}},
   };
+  return dialog;
+}
+
+DialogTemplate delete_dialog(Language language, bool recurring) {
+  const auto text = [language](StringId id) { return load_string(id, language); };
+  constexpr int width = 216, inner = width - 2 * kGap;
+  DialogTemplate dialog;
+  dialog.id = kDialogDelete;
+  dialog.title = text(StringId::delete_title);
+  dialog.full_screen = false;
+  dialog.controls = {
+      {Kind::custom, kControlSubject, {}, {0, 0, width, 28}},
+      {Kind::label,
+       kControlQuestion,
+       u"Delete this Appointment?",
+       {2 * kGap, 32, inner - kGap, 24}},
+  };
+  int top = 60;
+  if (recurring) {
+    for (const auto& [id, name] : {std::pair{kControlOccurrence, StringId::delete_occurrence},
+                                   std::pair{kControlSeries, StringId::delete_series}}) {
+      dialog.controls.push_back(
+          {Kind::radio_button, id, text(name), {2 * kGap, top, inner - kGap, kButton}});
+      top += kButton + kGap;
+    }
+  }
+  dialog.controls.push_back(
+      {Kind::button, kControlCancel, text(StringId::cancel), {kGap, top, 88, kButton}});
+  dialog.controls.push_back({Kind::default_button,
+                             kControlOk,
+                             text(StringId::ok),
+                             {width - kGap - 88, top, 88, kButton}});
+  dialog.size = {width, top + kButton + kGap};
+  return dialog;
+}
+
+DialogTemplate date_dialog(Language language) {
+  constexpr int width = 224, height = 212;
+  DialogTemplate dialog;
+  dialog.id = kDialogDate;
+  dialog.title = load_string(StringId::choose_date, language);
+  dialog.full_screen = false;
+  dialog.popup = true;
+  dialog.size = {width, height};
+  dialog.controls = {{Kind::month_calendar, kControlCalendar, {}, {0, 0, width, height}}};
   return dialog;
 }
 
 DialogTemplate import_dialog(Language language) {
   const auto text = [language](StringId id) { return load_string(id, language); };
   constexpr int height = 291, top = height - kGap - kButton;
-  DialogTemplate dialog{kDialogImport, text(StringId::import_title), true, {kWidth, height}, {}};
+  DialogTemplate dialog;
+  dialog.id = kDialogImport;
+  dialog.title = text(StringId::import_title);
+  dialog.size = {kWidth, height};
   dialog.controls = {
       {Kind::label, kControlImportText, {}, {kGap, kGap, kWidth - 2 * kGap, 36}},
       {Kind::list, kControlImportFiles, {}, {kGap, 44, kWidth - 2 * kGap, top - 44 - kGap}},

@@ -7,7 +7,11 @@
 namespace orvello {
 
 DialogTemplate day_view_dialog(Language language);   // 106
+DialogTemplate notes_dialog(Language language);      // 108
 DialogTemplate day_popup_dialog(Language language);  // 124
-DialogTemplate import_dialog(Language language);     // 300
+// 149; the choice between one occurrence and the series is for recurring ones.
+DialogTemplate delete_dialog(Language language, bool recurring);
+DialogTemplate import_dialog(Language language);  // 300
+DialogTemplate date_dialog(Language language);    // 310
 
 }  // namespace orvello

@@ -10,6 +10,13 @@ inline constexpr std::uint32_t kCommandNew = 40001;
 inline constexpr std::uint32_t kCommandOptions = 40004;
 inline constexpr std::uint32_t kCommandExit = 40008;
 inline constexpr std::uint32_t kCommandSettings = 40011;
+inline constexpr std::uint32_t kCommandCopy = 40015;
+inline constexpr std::uint32_t kCommandDelete = 40017;
+inline constexpr std::uint32_t kCommandCut = 40018;
+inline constexpr std::uint32_t kCommandEditAppointment = 40019;
+inline constexpr std::uint32_t kCommandPaste = 40020;
+inline constexpr std::uint32_t kCommandCreate = 40021;
+inline constexpr std::uint32_t kCommandBeam = 40027;
 inline constexpr std::uint32_t kCommandProfileMenu = 40031;
 inline constexpr std::uint32_t kCommandDayView = 40032;
 inline constexpr std::uint32_t kCommandMonthView = 40033;
@@ -18,8 +25,11 @@ inline constexpr std::uint32_t kCommandFirstProfile = 60000;
 
 // Dialog templates.
 inline constexpr int kDialogDayView = 106;
+inline constexpr int kDialogNotes = 108;
 inline constexpr int kDialogDayPopup = 124;
+inline constexpr int kDialogDelete = 149;
 inline constexpr int kDialogImport = 300;
+inline constexpr int kDialogDate = 310;
 
 // Controls.
 inline constexpr int kControlYearTooltip = 223;
@@ -28,10 +38,13 @@ inline constexpr int kControlOk = 1;
 inline constexpr int kControlCancel = 2;
 inline constexpr int kControlImportText = 301;
 inline constexpr int kControlImportFiles = 302;
-inline constexpr int kControlDayDate = 303;
-inline constexpr int kControlPreviousDay = 304;
-inline constexpr int kControlNextDay = 305;
-inline constexpr int kControlToday = 306;
+inline constexpr int kControlNotes = 1013;
+inline constexpr int kControlDayHeader = 303;
+inline constexpr int kControlCalendar = 311;
+inline constexpr int kControlSubject = 312;
+inline constexpr int kControlQuestion = 313;
+inline constexpr int kControlOccurrence = 314;
+inline constexpr int kControlSeries = 315;
 
 // Bitmaps that depend on the screen's density.
 inline constexpr int kBitmapMenuBarLow = 129;
@@ -51,10 +64,21 @@ enum class StringId : int {
   year_view = 40035,
   profiles = 40031,
   all_profiles = 60000,
-  year_view_empty = 41000,
-  previous_day,
-  next_day,
-  today,
+  cut = 40018,
+  copy = 40015,
+  paste = 40020,
+  beam = 40027,
+  erase = 40017,
+  edit = 40019,
+  create = 40021,
+  today = 41000,
+  row_colors,
+  choose_date,
+  delete_title,
+  delete_occurrence,
+  delete_series,
+  ok,
+  notes,
   close,
   import_title,
   import_summary,  // %d new, %d updated, %d skipped

@@ -39,4 +39,20 @@ MenuBarContent main_menu_bar(Language language, Image strip, int height) {
   return bar;
 }
 
+std::vector<MenuItem> day_menu(Language language, const DayMenuState& state) {
+  const auto text = [language](StringId id) { return load_string(id, language); };
+  return {
+      {kCommandCut, text(StringId::cut), state.on_appointment, false},
+      {kCommandCopy, text(StringId::copy), state.on_appointment, false},
+      {kCommandPaste, text(StringId::paste), state.has_source, false},
+      {},
+      {kCommandBeam, text(StringId::beam), state.on_appointment, false},
+      {kCommandDelete, text(StringId::erase), state.on_appointment, false},
+      {},
+      {kCommandEditAppointment, text(StringId::edit), state.on_appointment && state.can_edit,
+       false},
+      {kCommandCreate, text(StringId::create), state.can_edit, false},
+  };
+}
+
 }  // namespace orvello

@@ -172,6 +172,7 @@ CalendarStore::Registration MemoryStore::register_server() {
 }
 
 bool MemoryStore::query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) {
+  ++queries;
   if (faults.fetch) return false;
   SeriesScratch scratch;
   for (const auto& [oid, record] : contents_.records) {

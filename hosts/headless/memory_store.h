@@ -31,6 +31,7 @@ class MemoryStore : public RecordCalendarStore {
   // What was asked of the store, for tests of the order of steps.
   int initialized = 0;  // initialize less uninitialize
   int applications_created = 0;
+  int queries = 0;
   int registrations = 0;
   std::vector<AppointmentRecord> sent, beamed;
 

@@ -12,12 +12,10 @@ class HeadlessDevice : public ScenarioDevice {
   void press(Point point) override { device_.window.press(point); }
   void move(Point point) override { device_.window.drag(point); }
   void release(Point point) override { device_.window.release(point); }
-  bool hold(Point point) override {
-    const std::size_t opened = device_.dialogs.opened.size();
+  void hold(Point point) override {
     press(point);
     device_.window.fire_timer(kTimerHold);
     release(point);
-    return device_.dialogs.opened.size() > opened;
   }
   void key(std::uint32_t key_code) override { device_.window.key(key_code); }
   void wheel(Point point, int notches) override { device_.window.wheel(point, notches); }
@@ -28,9 +26,30 @@ class HeadlessDevice : public ScenarioDevice {
     info.work_area = {0, 0, screen.width, screen.height};
     device_.window.rotate(info);
   }
+  void list_press(Point point) override { day().pen_down(kControlDayList, point); }
+  void list_move(Point point) override { day().pen_move(kControlDayList, point); }
+  void list_release(Point point) override { day().pen_up(kControlDayList, point); }
+  void list_key(std::uint32_t key_code, bool control_held) override {
+    day().key(kControlDayList, key_code, control_held);
+  }
+  void header_tap(Point point) override { day().tap(kControlDayHeader, point); }
+  Point row_center(int row) override { return day().rows(kControlDayList).point_of(row); }
+  void let_timer_fire(int id) override { day().fire_timer(id); }
+  void answer(Answer answer) override {
+    device_.dialogs.person = [answer](HeadlessDialog& dialog) {
+      if (answer == Answer::accept) dialog.press(kControlOk);
+      if (answer == Answer::first_row)
+        dialog.tap(kControlDayList, dialog.rows(kControlDayList).point_of(0));
+    };
+  }
+  void pick(std::uint32_t command) override {
+    day().menu_choice = [command](const std::vector<MenuItem>&) { return command; };
+  }
+  std::vector<int> opened() override { return device_.dialogs.opened; }
   void settle() override { device_.window.pump(); }
 
  private:
+  HeadlessDialog& day() { return *device_.dialogs.modeless; }
   HeadlessHost device_;
 };
 

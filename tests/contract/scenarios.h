@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "app/application.h"
 #include "app/messages.h"
@@ -22,14 +24,29 @@ class ScenarioDevice {
   virtual void press(Point point) = 0;
   virtual void move(Point point) = 0;
   virtual void release(Point point) = 0;
-  // Presses until the hold time is over, closes the popup that this opened, and lets go. False when
-  // no popup opened.
-  virtual bool hold(Point point) = 0;
+  // Presses until the hold time is over and lets go. What it opened is left to `answer`.
+  virtual void hold(Point point) = 0;
   virtual void key(std::uint32_t key_code) = 0;
   virtual void wheel(Point point, int notches) = 0;
   virtual void choose(std::uint32_t command) = 0;  // a button of the menu bar
   virtual void turn(Size screen) = 0;              // the screen, or the window
-  virtual void settle() = 0;                       // until what was posted has been handled
+
+  // The Day view: its list and its header, points as the controls have them.
+  virtual void list_press(Point point) = 0;
+  virtual void list_move(Point point) = 0;
+  virtual void list_release(Point point) = 0;
+  virtual void list_key(std::uint32_t key_code, bool control_held) = 0;
+  virtual void header_tap(Point point) = 0;
+  virtual Point row_center(int row) = 0;
+  // Lets time pass: the pen is down for the hold time, or no second tap comes.
+  virtual void let_timer_fire(int id) = 0;
+
+  // What the person does in the modal windows and menus that open from now on.
+  enum class Answer { dismiss, accept, first_row };
+  virtual void answer(Answer answer) = 0;
+  virtual void pick(std::uint32_t command) = 0;
+  virtual std::vector<int> opened() = 0;  // the dialogs so far, by template
+  virtual void settle() = 0;              // until what was posted has been handled
 };
 
 template <typename Device>
@@ -62,6 +79,36 @@ class Scenarios : public testing::Test {
     ADD_FAILURE() << "no cell for day " << day;
     return {};
   }
+  std::int32_t add(const MonthDayYear& date, int hour, TextView subject, TextView body = u"") {
+    AppointmentRecord record;
+    record.fields.subject = subject;
+    record.fields.body = body;
+    record.start =
+        static_cast<LocalSeconds>(day_number(date.year, date.month, date.day)) * kSecondsPerDay +
+        hour * 3600;
+    record.end = record.start + 3600;
+    record.fields.start = to_calendar_date(record.start);
+    record.fields.end = to_calendar_date(record.end);
+    return device.store().put(record);
+  }
+  void tap_row(int row) {
+    device.list_press(device.row_center(row));
+    device.list_release(device.row_center(row));
+    settle();
+  }
+  void list_key(std::uint32_t key_code, bool control_held = false) {
+    device.list_key(key_code, control_held);
+    settle();
+  }
+  std::vector<Text> subjects() const {
+    std::vector<Text> texts;
+    for (const DayRow& row : application->day().agenda().rows) texts.push_back(row.subject);
+    return texts;
+  }
+  int count_opened(int dialog) {
+    const std::vector<int> all = device.opened();
+    return static_cast<int>(std::count(all.begin(), all.end(), dialog));
+  }
   MonthDayYear shown() const { return application->state().current; }
   ViewMode mode() const { return application->state().view_mode; }
 
@@ -87,16 +134,24 @@ TYPED_TEST_P(Scenarios, ThePenTurnsMonthsAndYears) {
   EXPECT_EQ(this->mode(), ViewMode::month);
 }
 
-TYPED_TEST_P(Scenarios, KeysAndWheelTurnMonthsAndYears) {
+TYPED_TEST_P(Scenarios, KeysAndWheelMoveThroughTheMonths) {
   this->start();
   this->device.key(kKeyPageUp);
   EXPECT_EQ(this->shown(), (MonthDayYear{10, 21, 2026}));
   this->device.key(kKeyDown);
-  EXPECT_EQ(this->shown(), (MonthDayYear{10, 21, 2027}));
+  this->device.key(kKeyLeft);
+  this->settle();
+  EXPECT_EQ(this->shown(), (MonthDayYear{10, 27, 2026}));
   this->device.wheel(this->day_point(5), -1);
-  EXPECT_EQ(this->shown(), (MonthDayYear{11, 21, 2027}));
-  this->device.key(kKeyHome);
+  this->settle();
+  EXPECT_EQ(this->shown(), (MonthDayYear{11, 27, 2026}));
+  this->device.key(kKeyReturn);
+  this->settle();
+  EXPECT_EQ(this->mode(), ViewMode::day);
+  this->list_key(kKeyHome);
   EXPECT_EQ(this->shown(), this->application->state().today);
+  this->list_key(kKeyEscape);
+  EXPECT_EQ(this->mode(), ViewMode::month);
 }
 
 TYPED_TEST_P(Scenarios, ATapOpensTheDayAndTheMenuBarLeadsBack) {
@@ -113,12 +168,85 @@ TYPED_TEST_P(Scenarios, ATapOpensTheDayAndTheMenuBarLeadsBack) {
   EXPECT_EQ(this->shown(), (MonthDayYear{11, 9, 2026}));
 }
 
-TYPED_TEST_P(Scenarios, AHoldOpensThePopupAndStaysInTheMonth) {
+TYPED_TEST_P(Scenarios, AHoldOpensThePopupAndATapInItTheDay) {
+  this->add({11, 9, 2026}, 9, u"Dentist");
   this->start();
-  EXPECT_TRUE(this->device.hold(this->day_point(9)));
+  this->device.answer(ScenarioDevice::Answer::dismiss);
+  this->device.hold(this->day_point(9));
   this->settle();
+  EXPECT_EQ(this->count_opened(kDialogDayPopup), 1);
   EXPECT_EQ(this->mode(), ViewMode::month);
-  EXPECT_FALSE(this->device.hold(this->application->month_layout().title.center()));
+  this->device.hold(this->application->month_layout().title.center());
+  EXPECT_EQ(this->count_opened(kDialogDayPopup), 1);
+  this->device.answer(ScenarioDevice::Answer::first_row);
+  this->device.hold(this->day_point(9));
+  this->settle();
+  EXPECT_EQ(this->mode(), ViewMode::day);
+  EXPECT_EQ(this->shown(), (MonthDayYear{11, 9, 2026}));
+}
+
+TYPED_TEST_P(Scenarios, TheYearLeadsToItsMonthsAndDays) {
+  this->start();
+  this->device.choose(kCommandYearView);
+  this->settle();
+  this->tap(this->application->year_layout().next_tap.center());
+  EXPECT_EQ(this->shown(), (MonthDayYear{11, 21, 2027}));
+  this->tap(cell_place(this->application->year_layout(), {3, 9, 2027}).center());
+  EXPECT_EQ(this->mode(), ViewMode::day);
+  EXPECT_EQ(this->shown(), (MonthDayYear{3, 9, 2027}));
+  this->list_key(kKeyEscape);
+  EXPECT_EQ(this->mode(), ViewMode::year);
+  this->tap(this->application->year_layout().months[6].strip.center());
+  EXPECT_EQ(this->mode(), ViewMode::month);
+  EXPECT_EQ(this->shown(), (MonthDayYear{7, 9, 2027}));
+}
+
+TYPED_TEST_P(Scenarios, ThePenReadsNotesAndTurnsDays) {
+  this->add({11, 21, 2026}, 9, u"Dentist", u"Second floor");
+  this->start();
+  this->device.choose(kCommandDayView);
+  this->settle();
+  this->device.answer(ScenarioDevice::Answer::dismiss);
+  this->tap_row(0);
+  this->device.let_timer_fire(kTimerNotes);
+  this->settle();
+  EXPECT_EQ(this->count_opened(kDialogNotes), 1);
+  const Point from = this->device.row_center(0);
+  this->device.list_press(from);
+  for (int dx = 10; dx <= 90; dx += 10) this->device.list_move({from.x - dx, from.y});
+  this->device.list_release({from.x - 90, from.y});
+  this->settle();
+  EXPECT_EQ(this->shown(), (MonthDayYear{11, 22, 2026}));
+  EXPECT_EQ(this->count_opened(kDialogNotes), 1);
+  this->device.header_tap(this->application->day().header().today_picture.center());
+  this->settle();
+  EXPECT_EQ(this->shown(), (MonthDayYear{11, 21, 2026}));
+  this->device.header_tap(this->application->day().header().style_button.center());
+  EXPECT_EQ(this->application->settings().rowcolorindex, 1);
+}
+
+TYPED_TEST_P(Scenarios, AnAppointmentIsCarriedAndDeletedByMenuAndKeys) {
+  this->add({11, 21, 2026}, 9, u"Dentist");
+  this->start();
+  this->device.choose(kCommandDayView);
+  this->settle();
+  this->device.pick(kCommandCut);
+  this->device.list_press(this->device.row_center(0));
+  this->device.let_timer_fire(kTimerMenu);
+  this->device.list_release(this->device.row_center(0));
+  this->settle();
+  EXPECT_NE(this->application->paste_source().cut, 0);
+  this->list_key(kKeyRight);
+  this->list_key(u'V', true);
+  EXPECT_EQ(this->subjects(), std::vector<Text>{u"Dentist"});
+  this->list_key(kKeyPageDown);
+  this->device.answer(ScenarioDevice::Answer::dismiss);
+  this->list_key(kKeyDelete);
+  EXPECT_EQ(this->subjects(), std::vector<Text>{u"Dentist"});
+  this->device.answer(ScenarioDevice::Answer::accept);
+  this->list_key(kKeyDelete);
+  EXPECT_EQ(this->count_opened(kDialogDelete), 2);
+  EXPECT_TRUE(this->device.store().oids({}, {}).empty());
 }
 
 TYPED_TEST_P(Scenarios, ATurnedScreenKeepsTheViewAndFillsIt) {
@@ -136,21 +264,17 @@ TYPED_TEST_P(Scenarios, ATurnedScreenKeepsTheViewAndFillsIt) {
 TYPED_TEST_P(Scenarios, AChangeInTheStoreIsDrawn) {
   this->start();
   const int requests = this->application->redraw_requests();
-  AppointmentRecord record;
-  record.fields.subject = u"New";
-  record.start = static_cast<LocalSeconds>(day_number(2026, 11, 9)) * kSecondsPerDay + 36000;
-  record.end = record.start + 3600;
-  record.fields.start = to_calendar_date(record.start);
-  record.fields.end = to_calendar_date(record.end);
-  ASSERT_GT(this->device.store().put(record), 0);
+  ASSERT_GT(this->add({11, 9, 2026}, 10, u"New"), 0);
   this->device.store().poll();
   this->settle();
   EXPECT_GT(this->application->redraw_requests(), requests);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(Scenarios, ThePenTurnsMonthsAndYears, KeysAndWheelTurnMonthsAndYears,
+REGISTER_TYPED_TEST_SUITE_P(Scenarios, ThePenTurnsMonthsAndYears, KeysAndWheelMoveThroughTheMonths,
                             ATapOpensTheDayAndTheMenuBarLeadsBack,
-                            AHoldOpensThePopupAndStaysInTheMonth,
+                            AHoldOpensThePopupAndATapInItTheDay, TheYearLeadsToItsMonthsAndDays,
+                            ThePenReadsNotesAndTurnsDays,
+                            AnAppointmentIsCarriedAndDeletedByMenuAndKeys,
                             ATurnedScreenKeepsTheViewAndFillsIt, AChangeInTheStoreIsDrawn);
 
 }  // namespace orvello

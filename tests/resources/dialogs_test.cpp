@@ -16,7 +16,9 @@ constexpr Language kLanguages[] = {Language::russian, Language::english};
 constexpr int kScreenWidth = 240, kLeastTouch = 26;
 
 std::vector<DialogTemplate> all_dialogs(Language language) {
-  return {day_view_dialog(language), day_popup_dialog(language), import_dialog(language)};
+  return {day_view_dialog(language),      notes_dialog(language),        day_popup_dialog(language),
+          delete_dialog(language, false), delete_dialog(language, true), import_dialog(language),
+          date_dialog(language)};
 }
 
 bool is_button(Kind kind) { return kind == Kind::button || kind == Kind::default_button; }
@@ -61,8 +63,8 @@ TEST(Dialogs, ControlsDoNotOverlapAndFollowReadingOrder) {
 }
 
 TEST(Strings, EveryoneIsThereInBothLanguages) {
-  for (int id = static_cast<int>(StringId::year_view_empty);
-       id <= static_cast<int>(StringId::import_failed); ++id) {
+  for (int id = static_cast<int>(StringId::today); id <= static_cast<int>(StringId::import_failed);
+       ++id) {
     const Text russian = load_string(static_cast<StringId>(id), Language::russian);
     const Text english = load_string(static_cast<StringId>(id), Language::english);
     EXPECT_FALSE(russian.empty()) << id;
@@ -72,6 +74,22 @@ TEST(Strings, EveryoneIsThereInBothLanguages) {
               std::count(english.begin(), english.end(), u'%'))
         << id;
   }
+}
+
+TEST(DayMenu, OffersWhatCanBeDone) {
+  const auto enabled = [](const DayMenuState& state) {
+    std::set<std::uint32_t> commands;
+    for (const MenuItem& item : day_menu(Language::russian, state))
+      if (item.command != 0 && item.enabled) commands.insert(item.command);
+    return commands;
+  };
+  using Commands = std::set<std::uint32_t>;
+  EXPECT_EQ(enabled({false, false, false}), Commands());
+  EXPECT_EQ(enabled({false, true, true}), (Commands{kCommandPaste, kCommandCreate}));
+  EXPECT_EQ(enabled({true, false, false}),
+            (Commands{kCommandCut, kCommandCopy, kCommandBeam, kCommandDelete}));
+  EXPECT_EQ(enabled({true, true, true}).size(), 7u);
+  EXPECT_EQ(day_menu(Language::russian, {})[0].text, u"Вырезать");
 }
 
 TEST(MenuBar, ButtonsAreTheDevicesInTheirOrder) {

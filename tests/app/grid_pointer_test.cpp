@@ -1,20 +1,20 @@
-#include "app/month_pointer.h"
+#include "app/grid_pointer.h"
 
 #include <gtest/gtest.h>
 
 namespace orvello {
 namespace {
 
-using Kind = MonthPointer::Action::Kind;
+using Kind = GridPointer::Action::Kind;
 
-MonthTarget day(int number) { return {MonthTarget::Kind::day, 0, {11, number, 2026}}; }
+GridTarget day(int number) { return {GridTarget::Kind::day, 0, {11, number, 2026}}; }
 
-struct MonthPointerTest : testing::Test {
-  MonthPointerTest() { pointer.set_view(240, 96); }
-  MonthPointer pointer;
+struct GridPointerTest : testing::Test {
+  GridPointerTest() { pointer.set_view(240, 96); }
+  GridPointer pointer;
 };
 
-TEST_F(MonthPointerTest, ATapOpensWhatWasPressed) {
+TEST_F(GridPointerTest, ATapOpensWhatWasPressed) {
   EXPECT_EQ(pointer.press({50, 100}, day(3)).kind, Kind::start_hold);
   EXPECT_EQ(pointer.move({53, 102}).kind, Kind::none);  // a trembling hand
   const auto action = pointer.release({53, 102}, day(3));
@@ -22,7 +22,7 @@ TEST_F(MonthPointerTest, ATapOpensWhatWasPressed) {
   EXPECT_EQ(action.date, (MonthDayYear{11, 3, 2026}));
 }
 
-TEST_F(MonthPointerTest, ReleasingElsewhereOpensNothing) {
+TEST_F(GridPointerTest, ReleasingElsewhereOpensNothing) {
   pointer.press({50, 100}, day(3));
   EXPECT_EQ(pointer.release({54, 100}, day(4)).kind, Kind::none);
   pointer.press({50, 100}, day(3));
@@ -30,7 +30,7 @@ TEST_F(MonthPointerTest, ReleasingElsewhereOpensNothing) {
   EXPECT_EQ(pointer.release({50, 100}, day(3)).kind, Kind::none);  // no press went before
 }
 
-TEST_F(MonthPointerTest, ADragTurnsTheMonthAndOpensNoDay) {
+TEST_F(GridPointerTest, ADragTurnsTheMonthAndOpensNoDay) {
   pointer.press({200, 100}, day(6));
   EXPECT_EQ(pointer.move({150, 104}).kind, Kind::stop_hold);
   const auto left = pointer.release({120, 104}, day(4));
@@ -47,7 +47,7 @@ TEST_F(MonthPointerTest, ADragTurnsTheMonthAndOpensNoDay) {
   EXPECT_EQ(pointer.release({150, 200}, day(18)).kind, Kind::none);
 }
 
-TEST_F(MonthPointerTest, AHoldAsksForThePopupOnceAndTheReleaseIsNoTap) {
+TEST_F(GridPointerTest, AHoldAsksForThePopupOnceAndTheReleaseIsNoTap) {
   pointer.press({50, 100}, day(3));
   EXPECT_EQ(pointer.hold(true).kind, Kind::popup);
   EXPECT_EQ(pointer.hold(true).kind, Kind::none);
@@ -56,12 +56,12 @@ TEST_F(MonthPointerTest, AHoldAsksForThePopupOnceAndTheReleaseIsNoTap) {
   EXPECT_EQ(pointer.hold(false).kind, Kind::none);  // the pen went up before
 }
 
-TEST_F(MonthPointerTest, StripAndYearsAnswerTaps) {
-  const MonthTarget march{MonthTarget::Kind::strip_month, 3, {}};
+TEST_F(GridPointerTest, StripAndYearsAnswerTaps) {
+  const GridTarget march{GridTarget::Kind::month, 3, {}};
   EXPECT_EQ(pointer.press({50, 5}, march).kind, Kind::none);
   EXPECT_EQ(pointer.hold(true).kind, Kind::none);
   EXPECT_EQ(pointer.release({50, 5}, march).value, 3);
-  const MonthTarget next{MonthTarget::Kind::next_year, 0, {}};
+  const GridTarget next{GridTarget::Kind::next_year, 0, {}};
   pointer.press({220, 25}, next);
   EXPECT_EQ(pointer.release({220, 25}, next).value, 1);
 }

@@ -9,15 +9,15 @@
 namespace orvello {
 
 // What lies under a point of the Month view.
-struct MonthTarget {
-  enum class Kind { nothing, strip_month, previous_year, next_year, title, day };
+struct GridTarget {
+  enum class Kind { nothing, month, previous_year, next_year, title, day };
   Kind kind = Kind::nothing;
   int month = 0;      // 1-12, of the strip
   MonthDayYear date;  // of a day
-  friend bool operator==(const MonthTarget&, const MonthTarget&) = default;
+  friend bool operator==(const GridTarget&, const GridTarget&) = default;
 };
 
-class MonthPointer {
+class GridPointer {
  public:
   struct Action {
     enum class Kind {
@@ -39,16 +39,16 @@ class MonthPointer {
   // Distances that count are in proportion to the view's width and the screen's density.
   void set_view(int width, int dpi);
 
-  Action press(Point point, const MonthTarget& target);
+  Action press(Point point, const GridTarget& target);
   Action move(Point point);
-  Action release(Point point, const MonthTarget& target);
+  Action release(Point point, const GridTarget& target);
   Action hold(bool pen_is_down);  // the hold time has passed
 
  private:
   bool pressed_ = false;
   bool wandered_ = false;  // too far for a tap or a hold
   Point press_;
-  MonthTarget target_;
+  GridTarget target_;
   int slack_ = 6;  // pixels that a hand trembles
   int drag_ = 40;  // pixels that turn the month
 };

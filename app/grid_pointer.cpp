@@ -1,34 +1,34 @@
-#include "app/month_pointer.h"
+#include "app/grid_pointer.h"
 
 #include <algorithm>
 #include <cstdlib>
 
 namespace orvello {
 
-using Action = MonthPointer::Action;
+using Action = GridPointer::Action;
 
-void MonthPointer::set_view(int width, int dpi) {
+void GridPointer::set_view(int width, int dpi) {
   slack_ = std::max(6, dpi / 16);
   drag_ = std::clamp(width / 6, 3 * slack_, 2 * dpi);
 }
 
-Action MonthPointer::press(Point point, const MonthTarget& target) {
+Action GridPointer::press(Point point, const GridTarget& target) {
   pressed_ = true;
   wandered_ = false;
   press_ = point;
   target_ = target;
-  if (target.kind == MonthTarget::Kind::day) return {Action::Kind::start_hold, 0, target.date};
+  if (target.kind == GridTarget::Kind::day) return {Action::Kind::start_hold, 0, target.date};
   return {};
 }
 
-Action MonthPointer::move(Point point) {
+Action GridPointer::move(Point point) {
   if (!pressed_ || wandered_) return {};
   wandered_ = std::abs(point.x - press_.x) > slack_ || std::abs(point.y - press_.y) > slack_;
   if (wandered_) return {Action::Kind::stop_hold, 0, {}};
   return {};
 }
 
-Action MonthPointer::release(Point point, const MonthTarget& target) {
+Action GridPointer::release(Point point, const GridTarget& target) {
   if (!pressed_) return {};
   move(point);
   pressed_ = false;
@@ -40,24 +40,24 @@ Action MonthPointer::release(Point point, const MonthTarget& target) {
   }
   if (target != target_) return {};
   switch (target.kind) {
-    case MonthTarget::Kind::strip_month:
+    case GridTarget::Kind::month:
       return {Action::Kind::show_month, target.month, {}};
-    case MonthTarget::Kind::previous_year:
+    case GridTarget::Kind::previous_year:
       return {Action::Kind::step_year, -1, {}};
-    case MonthTarget::Kind::next_year:
+    case GridTarget::Kind::next_year:
       return {Action::Kind::step_year, 1, {}};
-    case MonthTarget::Kind::title:
+    case GridTarget::Kind::title:
       return {Action::Kind::show_today, 0, {}};
-    case MonthTarget::Kind::day:
+    case GridTarget::Kind::day:
       return {Action::Kind::open_day, 0, target.date};
-    case MonthTarget::Kind::nothing:
+    case GridTarget::Kind::nothing:
       break;
   }
   return {};
 }
 
-Action MonthPointer::hold(bool pen_is_down) {
-  if (!pressed_ || wandered_ || !pen_is_down || target_.kind != MonthTarget::Kind::day) return {};
+Action GridPointer::hold(bool pen_is_down) {
+  if (!pressed_ || wandered_ || !pen_is_down || target_.kind != GridTarget::Kind::day) return {};
   pressed_ = false;  // the release that follows is no tap
   return {Action::Kind::popup, 0, target_.date};
 }

@@ -1,0 +1,98 @@
+// The commands of the Day view's menu.
+
+#include "app/day_popups.h"
+#include "app/day_view.h"
+#include "app/messages.h"
+#include "resources/dialogs.h"
+#include "resources/ids.h"
+#include "store/item_operations.h"
+
+namespace orvello {
+
+void DayView::run_command(std::uint32_t command) {
+  switch (command) {
+    case kCommandCut:
+      return take_source(true);
+    case kCommandCopy:
+      return take_source(false);
+    case kCommandPaste:
+      return paste();
+    case kCommandBeam:
+      return beam();
+    case kCommandDelete:
+      return delete_selected();
+    case kCommandEditAppointment:
+      if (selected_oid() != 0) open_editor(selected_oid());
+      return;
+    case kCommandCreate:
+      if (c_.commands.can_edit()) open_editor(0);
+      return;
+    default:
+      return;
+  }
+}
+
+void DayView::open_editor(std::int32_t oid) {
+  c_.state.appointment_to_edit = oid;
+  c_.commands.send_command(kCommandNew);
+}
+
+void DayView::take_source(bool cut) {
+  const std::int32_t oid = selected_oid();
+  if (oid == 0) return;
+  c_.source = {cut ? 0 : oid, cut ? oid : 0, c_.state.current};
+}
+
+void DayView::paste() {
+  PasteSource& source = c_.source;
+  if (!source.any()) return;
+  if (source.day == c_.state.current) {
+    c_.host.boxes.show(u"Cannot copy into same day", u"Error");
+    return;
+  }
+  const bool move = source.cut != 0;
+  const std::int32_t from = WholeDayNumber(source.day.month, source.day.day, source.day.year);
+  c_.host.window.show_wait_cursor();
+  const bool done = copy_or_move(c_.session, c_.host.boxes, move ? source.cut : source.copied, from,
+                                 shown_day(), move);
+  c_.host.window.hide_wait_cursor();
+  // What could not be moved can be tried again.
+  if (move && done) source.cut = 0;
+  c_.commands.appointments_changed(false);
+}
+
+void DayView::beam() {
+  const auto item = c_.session.ItemFromOid(selected_oid());
+  if (!item || !c_.session.BeamToInfrared(*item))
+    c_.host.boxes.show(u"Could not beam appointment", u"Error");
+}
+
+// The answer of dialog 149.
+int DayView::ask_delete(std::int32_t oid) {
+  const auto item = c_.session.ItemFromOid(oid);
+  AppointmentFields fields;
+  if (!item || !item->read(fields)) {
+    c_.host.boxes.show(u"Error in getting appointment info", u"Error");
+    return DeleteProcedure::kUnreadable;
+  }
+  DeleteProcedure procedure(fields.subject, c_.state.layout);
+  const int answer = c_.host.dialogs.run_modal(
+      delete_dialog(c_.commands.language(), item->is_recurring()), procedure);
+  return answer == 0 ? DeleteProcedure::kCancel : answer;
+}
+
+void DayView::delete_selected() {
+  const std::int32_t oid = selected_oid();
+  if (oid == 0) return;
+  const int answer = ask_delete(oid);
+  focus_list();
+  bool reconnect = false;
+  if (answer != DeleteProcedure::kCancel) {
+    c_.host.window.show_wait_cursor();
+    reconnect = delete_appointment(c_.session, c_.host.boxes, oid, answer, shown_day());
+    c_.host.window.hide_wait_cursor();
+  }
+  c_.commands.appointments_changed(reconnect);
+}
+
+}  // namespace orvello

@@ -1,0 +1,220 @@
+#include "app/day_popups.h"
+
+#include <algorithm>
+
+#include "app/messages.h"
+#include "draw/fit_text.h"
+#include "draw/readable.h"
+#include "draw/wrap_text.h"
+#include "resources/ids.h"
+
+namespace orvello {
+namespace {
+
+using Event = DialogEvent::Kind;
+
+constexpr int kPadding = 4, kFinger = 27;  // at 96 dpi
+constexpr Color kSubjectColor = rgb(0, 0, 150);
+
+// The text, or as much of it as fits with "..." behind.
+Text shortened(Canvas& canvas, const Text& text, const FontSpec& font, int width) {
+  if (canvas.measure(text, font).width <= width) return text;
+  const int dots = canvas.measure(u"...", font).width;
+  return text.substr(0, fitting_units(canvas, text, font, std::max(0, width - dots))) + u"...";
+}
+
+}  // namespace
+
+void NotesProcedure::handle(Dialog& dialog, const DialogEvent& event) {
+  switch (event.kind) {
+    case Event::init:
+      dialog.set_parts(kControlNotes, {{[this] {
+                                          Text all;
+                                          for (const Text& line : bubble_.lines)
+                                            all += (all.empty() ? u"" : u" ") + line;
+                                          return all;
+                                        }(),
+                                        {0, 0, bubble_.place.width, bubble_.place.height},
+                                        true}});
+      dialog.focus(kControlNotes);
+      break;
+    case Event::paint:
+      draw_notes_bubble(*event.canvas, bubble_, screen_, colors_);
+      break;
+    case Event::focus_lost:
+    case Event::pointer_up:
+      if (!hold_) dialog.close(kPopupClosed);
+      hold_ = false;
+      break;
+    case Event::key:
+    case Event::close:
+      dialog.close(kPopupClosed);
+      break;
+    default:
+      break;
+  }
+}
+
+int DayPopupProcedure::row_height() const {
+  const int font = font_of(input_.settings.dvfontsize, 400, input_.screen).height;
+  return std::max(font * 13 / 10, 20 * input_.screen.dpi_y / 96);
+}
+
+int DayPopupProcedure::header_height() const { return kFinger * input_.screen.dpi_y / 96; }
+
+Rect DayPopupProcedure::place(const Rect& beside) const {
+  const Size work = input_.screen.work;
+  const int unit = input_.screen.dpi_y;
+  const int gap = kPadding * unit / 96;
+  const int rows = static_cast<int>(input_.rows.size());
+  const int width = std::min(work.width - 2 * gap, 260 * unit / 96);
+  const int height = std::min(
+      {work.height * 3 / 4, 260 * unit / 96, header_height() + rows * row_height() + 2 * gap});
+  const int x = std::clamp(beside.center().x - width / 2, gap, work.width - gap - width);
+  // Below the cell where there is room, else above it, else as low as the window allows.
+  int y = beside.bottom() + gap;
+  if (y + height > work.height - gap) y = beside.y - gap - height;
+  if (y < gap) y = work.height - gap - height;
+  return {x, y, width, height};
+}
+
+ReportContent DayPopupProcedure::content(int width) const {
+  const SettingsRecord& settings = input_.settings;
+  const auto color = [&](ColorSlot slot) { return settings.color(slot); };
+  ReportContent content;
+  content.font = font_of(settings.dvfontsize, 400, input_.screen);
+  content.bold_font = font_of(settings.dvfontsize, 700, input_.screen);
+  content.padding = kPadding * input_.screen.dpi_x / 96;
+  content.background = color(ColorSlot::popup_background);
+  content.selected_background = color(ColorSlot::popup_header_background);
+  content.selected_text =
+      readable_on(content.selected_background, color(ColorSlot::popup_header_text));
+  int time = 0;
+  for (const CompactRow& row : input_.rows) {
+    const FontSpec& font = row.row_data < 0 ? content.bold_font : content.font;
+    time = std::max(time, input_.measure.measure(row.time, font).width);
+  }
+  time += 2 * content.padding;
+  content.columns = {{time, Align::right}, {std::max(0, width - time), Align::left}};
+  for (const CompactRow& row : input_.rows) {
+    ReportRow shown;
+    shown.cells = {row.time, row.subject};
+    shown.height = row_height();
+    shown.background = content.background;
+    shown.text = readable_on(content.background, color(ColorSlot::popup_text));
+    shown.bold = row.row_data < 0;
+    content.rows.push_back(std::move(shown));
+  }
+  return content;
+}
+
+void DayPopupProcedure::paint_header(Canvas& canvas, Size size) const {
+  const SettingsRecord& settings = input_.settings;
+  const Color background = settings.color(ColorSlot::popup_header_background);
+  const Rect all{0, 0, size.width, size.height};
+  const Rect text = all.inset(2 * kPadding * input_.screen.scale, 0);
+  canvas.fill_rect(all, background);
+  TextStyle style{fitting_font(canvas, {input_.date}, text.width, 10, 700, input_.screen),
+                  readable_on(background, settings.color(ColorSlot::popup_header_text))};
+  canvas.draw_text(input_.date, text, style);
+}
+
+void DayPopupProcedure::handle(Dialog& dialog, const DialogEvent& event) {
+  switch (event.kind) {
+    case Event::init: {
+      ReportList* list = dialog.report(kControlDayList);
+      if (list) list->set_content(content(list->place().size.width));
+      pointer_.set_view(input_.screen.work.width, input_.screen.dpi_x);
+      dialog.set_parts(kControlDayHeader, {{input_.date, {0, 0, 1, 1}, false}});
+      dialog.focus(kControlDayList);
+      break;
+    }
+    case Event::paint:
+      paint_header(*event.canvas, event.size);
+      break;
+    case Event::focus_lost:
+      if (event.control == 0) dialog.close(kPopupClosed);
+      break;
+    case Event::close:
+      dialog.close(kPopupClosed);
+      break;
+    default:
+      if (event.control == kControlDayList) list_event(dialog, event);
+      break;
+  }
+}
+
+void DayPopupProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
+  ReportList* list = dialog.report(kControlDayList);
+  if (!list) return;
+  using Kind = ListPointer::Action::Kind;
+  ListPointer::Action action;
+  if (event.kind == Event::pointer_down || event.kind == Event::double_tap)
+    action = pointer_.press(event.point, list->row_at(event.point));
+  if (event.kind == Event::pointer_move) action = pointer_.move(event.point);
+  if (event.kind == Event::pointer_up) action = pointer_.release(event.point);
+  if (action.kind == Kind::select && action.row >= 0) list->select({row_ = action.row});
+  if (action.kind == Kind::scroll) list->scroll_by(action.value);
+  if (action.kind == Kind::tap && action.row >= 0) dialog.close(kPopupOpenDay);
+  if (event.kind != Event::key) return;
+  const int last = static_cast<int>(input_.rows.size()) - 1;
+  if (event.key == kKeyReturn) dialog.close(kPopupOpenDay);
+  if (event.key == kKeyEscape) dialog.close(kPopupClosed);
+  if (event.key == kKeyDown || event.key == kKeyUp) {
+    row_ = std::clamp(row_ + (event.key == kKeyDown ? 1 : -1), 0, last);
+    list->select({row_});
+    list->show_row(row_);
+  }
+}
+
+void DateProcedure::handle(Dialog& dialog, const DialogEvent& event) {
+  switch (event.kind) {
+    case Event::init:
+      dialog.set_calendar(kControlCalendar, date_, today_, monday_first_);
+      dialog.focus(kControlCalendar);
+      break;
+    case Event::command:
+      date_ = dialog.calendar_date(kControlCalendar);
+      dialog.close(1);
+      break;
+    case Event::focus_lost:
+      if (event.control == 0) dialog.close(0);
+      break;
+    case Event::close:
+      dialog.close(0);
+      break;
+    default:
+      break;
+  }
+}
+
+void DeleteProcedure::handle(Dialog& dialog, const DialogEvent& event) {
+  switch (event.kind) {
+    case Event::init:
+      dialog.set_checked(kControlOccurrence, true);
+      dialog.set_parts(kControlSubject, {{subject_, {0, 0, 1, 1}, false}});
+      dialog.focus(kControlOk);
+      break;
+    case Event::paint: {
+      const Rect all{0, 0, event.size.width, event.size.height};
+      const Rect line = all.inset(2 * kPadding * screen_.scale, 0);
+      const FontSpec font = screen_.fonts.bold10;
+      event.canvas->fill_rect(all, kWhite);
+      event.canvas->draw_text(shortened(*event.canvas, subject_, font, line.width), line,
+                              {font, kSubjectColor});
+      break;
+    }
+    case Event::command:
+      if (event.control == kControlCancel) dialog.close(kCancel);
+      if (event.control == kControlOk)
+        dialog.close(dialog.checked(kControlSeries) ? kSeries : kOccurrence);
+      break;
+    case Event::close:
+      dialog.close(kCancel);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace orvello

@@ -1,0 +1,88 @@
+// The small windows over the Day and Month views.
+#pragma once
+
+#include "app/list_pointer.h"
+#include "draw/screen_layout.h"
+#include "ports/dialogs.h"
+#include "settings/settings_record.h"
+#include "store/day_agenda.h"
+#include "views/notes_bubble.h"
+
+namespace orvello {
+
+inline constexpr int kPopupClosed = 0;
+inline constexpr int kPopupOpenDay = 2;
+
+// The notes beside a row: closes when the pen is lifted over it or goes elsewhere, unless it is
+// held, which one such event ends.
+class NotesProcedure : public DialogProcedure {
+ public:
+  NotesProcedure(NotesBubble bubble, const ScreenLayout& screen, const ItemColors& colors,
+                 bool hold)
+      : bubble_(std::move(bubble)), screen_(screen), colors_(colors), hold_(hold) {}
+  void handle(Dialog& dialog, const DialogEvent& event) override;
+
+ private:
+  NotesBubble bubble_;
+  const ScreenLayout& screen_;
+  const ItemColors& colors_;
+  bool hold_;
+};
+
+// A day's appointments over the Month view; kPopupOpenDay when one of them was tapped.
+class DayPopupProcedure : public DialogProcedure {
+ public:
+  struct Input {
+    Text date;
+    std::vector<CompactRow> rows;
+    const SettingsRecord& settings;
+    const ScreenLayout& screen;
+    Canvas& measure;
+  };
+  explicit DayPopupProcedure(Input input) : input_(std::move(input)) {}
+  void handle(Dialog& dialog, const DialogEvent& event) override;
+
+  // What the popup takes of the window, near `beside` and never over its edges.
+  Rect place(const Rect& beside) const;
+
+ private:
+  ReportContent content(int width) const;
+  int row_height() const;
+  int header_height() const;
+  void paint_header(Canvas& canvas, Size size) const;
+  void list_event(Dialog& dialog, const DialogEvent& event);
+
+  Input input_;
+  ListPointer pointer_;
+  int row_ = -1;  // that the keyboard stands on
+};
+
+// A month to choose a day from.
+class DateProcedure : public DialogProcedure {
+ public:
+  DateProcedure(MonthDayYear date, MonthDayYear today, bool monday_first)
+      : date_(date), today_(today), monday_first_(monday_first) {}
+  void handle(Dialog& dialog, const DialogEvent& event) override;
+  const MonthDayYear& date() const { return date_; }  // the chosen one, when the result was 1
+
+ private:
+  MonthDayYear date_;
+  MonthDayYear today_;
+  bool monday_first_;
+};
+
+// Asks before an appointment is deleted. The results are the modes of deleting.
+class DeleteProcedure : public DialogProcedure {
+ public:
+  static constexpr int kUnreadable = 0, kCancel = 1, kOccurrence = 2, kSeries = 3;
+
+  DeleteProcedure(Text subject, const ScreenLayout& screen)
+      : subject_(std::move(subject)), screen_(screen) {}
+  void handle(Dialog& dialog, const DialogEvent& event) override;
+
+ private:
+  Text subject_;
+  const ScreenLayout& screen_;
+};
+
+}  // namespace orvello

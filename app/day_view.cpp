@@ -1,0 +1,217 @@
+#include "app/day_view.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/day_popups.h"
+#include "app/messages.h"
+#include "calendar/date_pictures.h"
+#include "resources/dialogs.h"
+#include "resources/ids.h"
+#include "settings/profiles.h"
+#include "settings/registry_access.h"
+
+namespace orvello {
+namespace {
+
+using Event = DialogEvent::Kind;
+
+constexpr std::size_t kLongestDate = 150;
+constexpr DayHeaderZone kZones[] = {DayHeaderZone::date, DayHeaderZone::today,
+                                    DayHeaderZone::style};
+
+}  // namespace
+
+void DayView::open() {
+  close();
+  owned_ = c_.host.dialogs.open_modeless(day_view_dialog(c_.commands.language()), *this);
+}
+
+void DayView::close() {
+  dialog_ = nullptr;
+  owned_ = nullptr;
+  pointer_.let_go();
+}
+
+void DayView::handle(Dialog& dialog, const DialogEvent& event) {
+  if (event.kind == Event::init) {
+    dialog_ = &dialog;
+    row_ = kNoRow;
+    focused_zone_ = DayHeaderZone::none;
+    pointer_.set_view(c_.state.layout.work.width, c_.state.dpi_x);
+    c_.host.window.show_wait_cursor();
+    build_list();
+    c_.host.window.hide_wait_cursor();
+    tell_parts();
+    focus_list();
+  } else if (event.kind == Event::timer) {
+    dialog.stop_timer(event.control);
+    if (event.control == kTimerMenu) act(pointer_.hold());
+    if (event.control == kTimerNotes) open_notes(std::exchange(tapped_row_, kNoRow));
+  } else if (event.control == kControlDayHeader) {
+    header_event(event);
+  } else if (event.control == kControlDayList) {
+    list_event(event);
+  }
+}
+
+std::int32_t DayView::shown_day() const {
+  return WholeDayNumber(c_.state.current.month, c_.state.current.day, c_.state.current.year);
+}
+
+void DayView::build_list() {
+  ReportList* list = dialog_ ? dialog_->report(kControlDayList) : nullptr;
+  if (!list) return;
+  const auto items = c_.session.CalendarItems();
+  agenda_ = full_agenda(items.get(), shown_day(), c_.settings, [this](TextView categories) {
+    return profileAllowsCategory(c_.settings, categories);
+  });
+  CalendarDate now = 0;
+  SystemTimeToVariantTime(c_.host.clock.local_time(), now);
+  const DayListInput input{c_.settings, c_.state.layout, list->place(), now};
+  wrap_subjects(agenda_, input, c_.commands.measuring_canvas());
+  ReportContent content = day_list_content(agenda_, input, c_.commands.measuring_canvas());
+  icons_x_ = content.columns[0].width + content.columns[1].width / 2;
+  list->set_content(std::move(content));
+}
+
+// An appointment that is still there stays selected.
+void DayView::rebuild() {
+  if (!dialog_) return;
+  const std::int32_t selected = selected_oid();
+  const int marker = row_;
+  build_list();
+  repaint_header();
+  row_ = marker == kPasteTarget ? kPasteTarget : kNoRow;
+  for (int i = 0; selected != 0 && i < static_cast<int>(agenda_.rows.size()); ++i)
+    if (agenda_.rows[static_cast<std::size_t>(i)].oid == selected) {
+      select_row(i);
+      break;
+    }
+}
+
+void DayView::repaint_header() {
+  if (!dialog_) return;
+  dialog_->invalidate(kControlDayHeader);
+  tell_parts();
+}
+
+void DayView::focus_list() {
+  if (dialog_) dialog_->focus(kControlDayList);
+}
+
+Text DayView::date_text() const {
+  Text picture;
+  LongDatePicture(c_.settings.dayviewheaderformat, picture);
+  return cut(FormatDatePicture(picture, civil_from_day_number(shown_day()), c_.settings.locale),
+             kLongestDate);
+}
+
+Text DayView::day_number() const {
+  return c_.settings.juliandate == 1 ? JulianDateText(civil_from_day_number(shown_day())) : Text();
+}
+
+// Never higher than the strip.
+FontSpec DayView::day_number_font() const {
+  return font_of(std::min(c_.settings.dvfontsize, 13), 700, c_.state.layout);
+}
+
+void DayView::tell_parts() {
+  const ScreenLayout& screen = c_.state.layout;
+  const Text number = day_number();
+  const int number_width =
+      number.empty()
+          ? 0
+          : c_.commands.measuring_canvas().measure(number, day_number_font()).width + screen.scale;
+  const int width = screen.work.width;
+  header_ = lay_out_day_header(screen, width, {c_.today_picture.width, c_.today_picture.height},
+                               number_width);
+  const Language language = c_.commands.language();
+  dialog_->set_parts(
+      kControlDayHeader,
+      {{number.empty() ? date_text() : date_text() + u", " + number,
+        zone_place(header_, DayHeaderZone::date), focused_zone_ == DayHeaderZone::date},
+       {load_string(StringId::today, language), zone_place(header_, DayHeaderZone::today),
+        focused_zone_ == DayHeaderZone::today},
+       {load_string(StringId::row_colors, language), zone_place(header_, DayHeaderZone::style),
+        focused_zone_ == DayHeaderZone::style}});
+}
+
+void DayView::paint_header(const DialogEvent& event) {
+  const DayHeaderInput input{date_text(), day_number(), day_number_font()};
+  draw_day_header(*event.canvas, input, header_, c_.state.layout, c_.settings.item_colors,
+                  c_.today_picture, focused_zone_);
+}
+
+void DayView::header_event(const DialogEvent& event) {
+  const auto move_focus = [this](int step) {
+    const int at = static_cast<int>(std::find(std::begin(kZones), std::end(kZones), focused_zone_) -
+                                    std::begin(kZones));
+    focused_zone_ = kZones[std::clamp(at + step, 0, 2)];
+    repaint_header();
+  };
+  switch (event.kind) {
+    case Event::paint:
+      return paint_header(event);
+    case Event::pointer_down:
+    case Event::double_tap:
+      pressed_zone_ = hit_day_header(header_, event.point);
+      break;
+    case Event::pointer_up: {
+      const DayHeaderZone pressed = std::exchange(pressed_zone_, DayHeaderZone::none);
+      if (pressed == hit_day_header(header_, event.point)) use_zone(pressed);
+      break;
+    }
+    case Event::changed:  // it has the focus
+      // A pen needs no frame.
+      if (pressed_zone_ == DayHeaderZone::none) focused_zone_ = DayHeaderZone::date;
+      repaint_header();
+      break;
+    case Event::focus_lost:
+      focused_zone_ = DayHeaderZone::none;
+      repaint_header();
+      break;
+    case Event::key:
+      if (event.key == kKeyLeft) return move_focus(-1);
+      if (event.key == kKeyRight) return move_focus(1);
+      if (event.key == kKeyDown) return focus_list();
+      if (event.key == kKeyReturn || event.key == kKeySpace) return use_zone(focused_zone_);
+      command_key(event);
+      break;
+    default:
+      break;
+  }
+}
+
+void DayView::use_zone(DayHeaderZone zone) {
+  if (zone == DayHeaderZone::date) choose_date();
+  if (zone == DayHeaderZone::today) go_to_today();
+  if (zone == DayHeaderZone::style) next_color_style();
+}
+
+void DayView::choose_date() {
+  DateProcedure procedure(c_.state.current, c_.state.today, c_.settings.firstdayofweek != 0);
+  DialogTemplate dialog = date_dialog(c_.commands.language());
+  const ScreenLayout& screen = c_.state.layout;
+  const Size size{dialog.size.width * screen.dpi_x / 96, dialog.size.height * screen.dpi_y / 96};
+  const int width = std::min(size.width, screen.work.width);
+  dialog.place = {std::min(header_.date.x, screen.work.width - width), header_.strip.height, width,
+                  std::min(size.height, screen.work.height - header_.strip.height)};
+  const bool chosen = c_.host.dialogs.run_modal(dialog, procedure) == 1;
+  if (chosen) show_date(procedure.date());
+  focus_list();
+}
+
+void DayView::go_to_today() {
+  show_date(TodayTriple(c_.host.clock.local_time()));
+  focus_list();
+}
+
+void DayView::next_color_style() {
+  c_.settings.rowcolorindex = (c_.settings.rowcolorindex + 1) % 4;
+  WriteNumberSetting(c_.host.registry, u"rowcolorindex", c_.settings.rowcolorindex);
+  FlushSettings(c_.host.registry);
+  rebuild();
+}
+
+}  // namespace orvello

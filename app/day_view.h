@@ -1,0 +1,123 @@
+// The Day view: the modeless dialog with the header strip and the day's list, its pen and keys, and
+// the commands on its rows.
+#pragma once
+
+#include <memory>
+
+#include "app/application_state.h"
+#include "app/list_pointer.h"
+#include "ports/host.h"
+#include "resources/strings.h"
+#include "settings/settings_record.h"
+#include "store/day_agenda.h"
+#include "store/store_session.h"
+#include "views/day_header.h"
+#include "views/day_list.h"
+
+namespace orvello {
+
+// What a view asks of the program around it.
+class ViewCommands {
+ public:
+  virtual ~ViewCommands() = default;
+  virtual void set_current_date(const MonthDayYear& date) = 0;
+  virtual void send_command(std::uint32_t command) = 0;
+  // Appointments changed; `reconnect` when the store's session has to be opened anew.
+  virtual void appointments_changed(bool reconnect) = 0;
+  virtual bool can_edit() const = 0;       // there is an editor
+  virtual Canvas& measuring_canvas() = 0;  // to measure texts with, on the user-interface thread
+  virtual Language language() const = 0;
+};
+
+// What Cut or Copy chose, until it is pasted; it outlives the view. At most one oid is not 0.
+struct PasteSource {
+  std::int32_t copied = 0;
+  std::int32_t cut = 0;
+  MonthDayYear day;  // shown when it was chosen
+  bool any() const { return copied != 0 || cut != 0; }
+};
+
+class DayView : public DialogProcedure {
+ public:
+  // The row marker when no row is selected.
+  static constexpr int kPasteTarget = -1, kNoRow = -2;
+
+  struct Context {
+    Host& host;
+    ApplicationState& state;
+    SettingsRecord& settings;
+    StoreSession& session;
+    PasteSource& source;
+    ViewCommands& commands;
+    const Image& today_picture;
+  };
+  explicit DayView(const Context& context) : c_(context) {}
+
+  void open();  // as a modeless dialog over the main window
+  void close();
+  bool is_open() const { return dialog_ != nullptr; }
+  void rebuild();  // after a change of date, appointments or settings
+  void repaint_header();
+  void focus_list();
+
+  void handle(Dialog& dialog, const DialogEvent& event) override;
+
+  const DayAgenda& agenda() const { return agenda_; }
+  int selected_row() const { return row_; }
+  const DayHeaderLayout& header() const { return header_; }
+
+ private:
+  // Building.
+  void build_list();
+  Text date_text() const;
+  Text day_number() const;
+  FontSpec day_number_font() const;
+  std::int32_t shown_day() const;
+
+  // Header.
+  void paint_header(const DialogEvent& event);
+  void header_event(const DialogEvent& event);
+  void use_zone(DayHeaderZone zone);
+  void tell_parts();
+  void choose_date();
+  void go_to_today();
+  void next_color_style();
+
+  // List.
+  void list_event(const DialogEvent& event);
+  void list_key(const DialogEvent& event);
+  bool command_key(const DialogEvent& event);
+  void act(const ListPointer::Action& action);
+  void select_row(int row);
+  void step_selection(int direction);
+  void turn(int days);
+  void show_date(const MonthDayYear& date);
+  void open_menu(Point at);
+  void open_notes(int row);
+  void edit_row(int row);
+
+  // Row commands.
+  void run_command(std::uint32_t command);
+  std::int32_t selected_oid() const;  // 0 without an appointment
+  void take_source(bool cut);
+  void paste();
+  void beam();
+  void delete_selected();
+  int ask_delete(std::int32_t oid);
+  void open_editor(std::int32_t oid);
+
+  Context c_;
+  std::unique_ptr<Dialog> owned_;
+  Dialog* dialog_ = nullptr;  // there from its init event on; a command may close it
+  DayAgenda agenda_;
+  DayHeaderLayout header_;
+  ListPointer pointer_;
+  int icons_x_ = 0;  // the middle of the icon column
+  int row_ = kNoRow;
+  int tapped_row_ = kNoRow;  // its notes open unless a second tap comes
+  DayHeaderZone pressed_zone_ = DayHeaderZone::none;
+  DayHeaderZone focused_zone_ = DayHeaderZone::none;  // none without the focus
+  bool pen_down_ = false;
+};
+
+}  // namespace orvello

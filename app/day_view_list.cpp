@@ -1,0 +1,217 @@
+// The pen and the keys on the Day view's list.
+
+#include <algorithm>
+#include <utility>
+
+#include "app/day_popups.h"
+#include "app/day_view.h"
+#include "app/messages.h"
+#include "resources/dialogs.h"
+#include "resources/ids.h"
+#include "resources/menus.h"
+#include "store/notes_text.h"
+
+namespace orvello {
+namespace {
+
+using Event = DialogEvent::Kind;
+
+}  // namespace
+
+void DayView::list_event(const DialogEvent& event) {
+  ReportList* list = dialog_->report(kControlDayList);
+  if (!list) return;
+  switch (event.kind) {
+    case Event::pointer_down:
+      pen_down_ = true;
+      dialog_->stop_timer(kTimerNotes);
+      dialog_->start_timer(kTimerMenu, kMenuMilliseconds);
+      act(pointer_.press(event.point, list->row_at(event.point)));
+      break;
+    case Event::double_tap:
+      pen_down_ = true;
+      dialog_->stop_timer(kTimerNotes);
+      tapped_row_ = kNoRow;
+      select_row(list->row_at(event.point));
+      edit_row(row_);
+      break;
+    case Event::pointer_move:
+      act(pointer_.move(event.point));
+      break;
+    case Event::pointer_up:
+      pen_down_ = false;
+      dialog_->stop_timer(kTimerMenu);
+      act(pointer_.release(event.point));
+      break;
+    case Event::key:
+      list_key(event);
+      break;
+    default:
+      break;
+  }
+}
+
+void DayView::act(const ListPointer::Action& action) {
+  using Kind = ListPointer::Action::Kind;
+  switch (action.kind) {
+    case Kind::none:
+      break;
+    case Kind::select:
+      select_row(action.row);
+      break;
+    case Kind::tap:
+      // A second tap soon opens the editor instead.
+      tapped_row_ = action.row;
+      if (selected_oid() != 0) dialog_->start_timer(kTimerNotes, kDoubleTapMilliseconds);
+      break;
+    case Kind::menu:
+      open_menu(action.point);
+      break;
+    case Kind::turn:
+      turn(action.value);
+      break;
+    case Kind::scroll:
+      dialog_->stop_timer(kTimerMenu);
+      if (ReportList* list = dialog_->report(kControlDayList)) list->scroll_by(action.value);
+      break;
+  }
+}
+
+void DayView::select_row(int row) {
+  ReportList* list = dialog_->report(kControlDayList);
+  if (!list) return;
+  if (row < 0) {
+    row_ = c_.source.any() ? kPasteTarget : kNoRow;
+    list->select({});
+    return;
+  }
+  row_ = row;
+  const bool several = c_.settings.wrapsubject == 1 || c_.settings.showlocation == 1;
+  list->select(several ? rows_of_appointment(agenda_, row) : std::vector<int>{row});
+}
+
+// From one appointment to the next, past the rows that go on with it.
+void DayView::step_selection(int direction) {
+  const int count = static_cast<int>(agenda_.rows.size());
+  int row = row_ >= 0 ? row_ + direction : direction > 0 ? 0 : count - 1;
+  while (row >= 0 && row < count && agenda_.rows[static_cast<std::size_t>(row)].continues)
+    row += direction;
+  if (row < 0 || row >= count) return;
+  select_row(row);
+  ReportList* list = dialog_->report(kControlDayList);
+  const std::vector<int> rows = rows_of_appointment(agenda_, row);
+  for (auto last = rows.rbegin(); last != rows.rend(); ++last) list->show_row(*last);
+}
+
+std::int32_t DayView::selected_oid() const {
+  if (row_ < 0 || row_ >= static_cast<int>(agenda_.rows.size())) return 0;
+  return std::max(agenda_.rows[static_cast<std::size_t>(row_)].oid, 0);
+}
+
+void DayView::list_key(const DialogEvent& event) {
+  switch (event.key) {
+    case kKeyLeft:
+      return turn(-1);
+    case kKeyRight:
+      return turn(1);
+    case kKeyUp:
+      return turn(-7);
+    case kKeyDown:
+      return turn(7);
+    case kKeyPageUp:
+      return step_selection(-1);
+    case kKeyPageDown:
+      return step_selection(1);
+    case kKeyReturn:
+      return edit_row(row_);
+    case kKeySpace:
+      return open_notes(row_);
+    case kKeyDelete:
+      return delete_selected();
+    case kKeyInsert:
+      return run_command(kCommandCreate);
+    default:
+      command_key(event);
+  }
+}
+
+// Keys that mean the same wherever the focus is.
+bool DayView::command_key(const DialogEvent& event) {
+  const bool held = event.control_held;
+  if (event.key == kKeyHome) return go_to_today(), true;
+  if (event.key == kKeyMenu || (event.key == kKeyF10 && event.shift_held)) {
+    ReportList* list = dialog_->report(kControlDayList);
+    const Rect row = list ? list->row_place(std::max(row_, 0)) : Rect();
+    return open_menu({row.width / 3, row.y - header_.strip.height + row.height / 2}), true;
+  }
+  if (held && event.key == u'X') return run_command(kCommandCut), true;
+  if (held && event.key == u'C') return run_command(kCommandCopy), true;
+  if (held && event.key == u'V') return run_command(kCommandPaste), true;
+  if (held && event.key == u'G') return choose_date(), true;
+  if (event.key == kKeyEscape) {
+    const bool to_year = c_.state.previous_view_mode == ViewMode::year;
+    c_.commands.send_command(to_year ? kCommandYearView : kCommandMonthView);
+    return true;
+  }
+  if (held && event.key >= u'1' && event.key <= u'3') {
+    static constexpr std::uint32_t kViews[] = {kCommandDayView, kCommandMonthView,
+                                               kCommandYearView};
+    return c_.commands.send_command(kViews[event.key - u'1']), true;
+  }
+  return false;
+}
+
+void DayView::turn(int days) {
+  MonthDayYear date = c_.state.current;
+  AddDays(date.month, date.day, date.year, days);
+  show_date(date);
+}
+
+void DayView::show_date(const MonthDayYear& date) {
+  if (date.year < kFirstYear || date.year > kLastYear) return;
+  c_.commands.set_current_date(date);
+  row_ = kNoRow;
+  rebuild();
+}
+
+void DayView::open_menu(Point at) {
+  pointer_.let_go();
+  dialog_->stop_timer(kTimerMenu);
+  const DayMenuState state{selected_oid() != 0, c_.source.any(), c_.commands.can_edit()};
+  const std::uint32_t command =
+      dialog_->track_menu(day_menu(c_.commands.language(), state), kControlDayList, at);
+  if (command != 0 && dialog_) run_command(command);
+}
+
+// The bubble points at the row's icons.
+void DayView::open_notes(int row) {
+  if (!dialog_ || row < 0 || row >= static_cast<int>(agenda_.rows.size())) return;
+  const DayRow& shown = agenda_.rows[static_cast<std::size_t>(row)];
+  ReportList* list = dialog_->report(kControlDayList);
+  if (shown.oid <= 0 || !list) return;
+  const ScreenLayout& screen = c_.state.layout;
+  const Text notes = notes_text(c_.session, c_.host.boxes, shown.oid, shown_day());
+  const NotesBubble bubble =
+      lay_out_notes_bubble({screen, c_.settings.dvfontsize, list->row_place(row), icons_x_}, notes,
+                           c_.commands.measuring_canvas());
+  DialogTemplate dialog = notes_dialog(c_.commands.language());
+  dialog.place = bubble.place;
+  dialog.outline = bubble.outline;
+  dialog.size = {(bubble.place.width * 96 + screen.dpi_x - 1) / screen.dpi_x,
+                 (bubble.place.height * 96 + screen.dpi_y - 1) / screen.dpi_y};
+  dialog.controls[0].place = {0, 0, dialog.size.width, dialog.size.height};
+  NotesProcedure procedure(bubble, screen, c_.settings.item_colors, pen_down_);
+  c_.host.dialogs.run_modal(dialog, procedure);
+  focus_list();
+}
+
+// Without an editor the notes are what there is to see of an appointment.
+void DayView::edit_row(int row) {
+  if (row < 0 || selected_oid() == 0) return;
+  if (c_.commands.can_edit())
+    open_editor(selected_oid());
+  else
+    open_notes(row);
+}
+
+}  // namespace orvello

@@ -1,0 +1,314 @@
+#include <gtest/gtest.h>
+
+#include "app/application.h"
+#include "app/day_popups.h"
+#include "app/messages.h"
+#include "hosts/headless/headless_host.h"
+#include "resources/ids.h"
+#include "settings/registry_access.h"
+
+namespace orvello {
+namespace {
+
+struct DayViewTest : testing::Test {
+  void start() {
+    device.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
+    options.view = 0;
+    options.date = {11, 21, 2026};
+    application = std::make_unique<Application>(device.host(), options);
+    ASSERT_EQ(application->start_up(), StartResult::running);
+    ASSERT_NE(device.dialogs.modeless, nullptr);
+  }
+  void set(TextView name, std::int32_t value) {
+    EnsureSettingsKey(device.registry);
+    WriteNumberSetting(device.registry, name, value);
+  }
+  std::int32_t add(int day, int hour, TextView subject, TextView body = u"",
+                   std::string rules = {}) {
+    AppointmentRecord record;
+    record.fields.subject = subject;
+    record.fields.body = body;
+    record.start = (static_cast<std::int64_t>(day_number(2026, 11, day)) * 24 + hour) * 3600;
+    record.end = record.start + 3600;
+    record.fields.start = to_calendar_date(record.start);
+    record.fields.end = to_calendar_date(record.end);
+    record.rules = std::move(rules);
+    return device.store.put(record);
+  }
+  HeadlessDialog& dialog() { return *device.dialogs.modeless; }
+  HeadlessReport& list() { return dialog().rows(kControlDayList); }
+  const ReportRow& row(int index) {
+    return list().content().rows.at(static_cast<std::size_t>(index));
+  }
+  std::vector<Text> subjects() {
+    std::vector<Text> texts;
+    for (const DayRow& one : application->day().agenda().rows) texts.push_back(one.subject);
+    return texts;
+  }
+  void tap_row(int index) { dialog().tap(kControlDayList, list().point_of(index)); }
+  void tap_below() { dialog().tap(kControlDayList, {100, 260}); }
+  void key(std::uint32_t code, bool held = false) { dialog().key(kControlDayList, code, held); }
+  void hold_row(int index, std::uint32_t choice) {
+    dialog().menu_choice = [choice](const std::vector<MenuItem>&) { return choice; };
+    dialog().pen_down(kControlDayList, list().point_of(index));
+    ASSERT_TRUE(dialog().fire_timer(kTimerMenu));
+    dialog().pen_up(kControlDayList, list().point_of(index));
+  }
+  MonthDayYear shown() const { return application->state().current; }
+
+  HeadlessHost device;
+  StartOptions options;
+  std::unique_ptr<Application> application;
+};
+
+TEST_F(DayViewTest, KeysTurnDaysAndWeeksAndStepThroughAppointments) {
+  add(21, 9, u"First");
+  add(21, 11, u"Second");
+  start();
+  key(kKeyPageDown);
+  key(kKeyPageDown);
+  EXPECT_EQ(list().selected, std::vector<int>{1});
+  key(kKeyPageDown);  // stays on the last
+  EXPECT_EQ(application->day().selected_row(), 1);
+  key(kKeyRight);
+  EXPECT_EQ(shown(), (MonthDayYear{11, 22, 2026}));
+  EXPECT_EQ(application->day().selected_row(), DayView::kNoRow);
+  key(kKeyDown);
+  key(kKeyDown);
+  EXPECT_EQ(shown(), (MonthDayYear{12, 6, 2026}));
+  key(kKeyUp);
+  key(kKeyLeft);
+  EXPECT_EQ(shown(), (MonthDayYear{11, 28, 2026}));
+  key(kKeyHome);
+  EXPECT_EQ(shown(), (MonthDayYear{11, 21, 2026}));
+  key(kKeyEscape);
+  EXPECT_EQ(application->state().view_mode, ViewMode::month);
+}
+
+TEST_F(DayViewTest, ADragAsideTurnsTheDayAndOpensNothing) {
+  add(21, 9, u"First");
+  start();
+  const std::size_t opened = device.dialogs.opened.size();
+  const Point from = list().point_of(0);
+  dialog().pen_down(kControlDayList, from);
+  for (int dx = 10; dx <= 90; dx += 10) dialog().pen_move(kControlDayList, {from.x - dx, from.y});
+  dialog().pen_up(kControlDayList, {from.x - 90, from.y});
+  EXPECT_EQ(shown(), (MonthDayYear{11, 22, 2026}));
+  EXPECT_FALSE(dialog().fire_timer(kTimerNotes));
+  // Half a drag does nothing at all.
+  dialog().pen_down(kControlDayList, from);
+  dialog().pen_move(kControlDayList, {from.x + 20, from.y});
+  dialog().pen_up(kControlDayList, {from.x + 20, from.y});
+  EXPECT_EQ(shown(), (MonthDayYear{11, 22, 2026}));
+  EXPECT_FALSE(dialog().fire_timer(kTimerNotes));
+  EXPECT_FALSE(dialog().fire_timer(kTimerMenu));
+  EXPECT_EQ(device.dialogs.opened.size(), opened);
+}
+
+TEST_F(DayViewTest, ATapShowsTheNotesAndASecondOneEdits) {
+  std::vector<std::int32_t> edited;
+  options.edit_appointment = [&](std::int32_t oid, bool) { edited.push_back(oid); };
+  const std::int32_t oid = add(21, 9, u"First", u"Bring the papers\r\n\r\n");
+  start();
+  Text shown_notes;
+  int bubbles = 0;
+  device.dialogs.person = [&](HeadlessDialog& bubble) {
+    ASSERT_EQ(bubble.dialog.id, kDialogNotes);
+    ++bubbles;
+    shown_notes = bubble.controls[kControlNotes].parts.at(0).name;
+    EXPECT_FALSE(bubble.dialog.outline.empty());
+    bubble.pen_up(kControlNotes, {5, 5});
+    EXPECT_TRUE(bubble.closed);
+  };
+  tap_row(0);
+  EXPECT_EQ(bubbles, 0);
+  EXPECT_TRUE(dialog().fire_timer(kTimerNotes));
+  EXPECT_EQ(bubbles, 1);
+  EXPECT_EQ(shown_notes, u"Bring the papers");
+  EXPECT_EQ(dialog().focused, kControlDayList);
+
+  tap_row(0);
+  dialog().pen_down(kControlDayList, list().point_of(0), true);
+  EXPECT_EQ(edited, std::vector<std::int32_t>{oid});
+  EXPECT_FALSE(dialog().fire_timer(kTimerNotes));
+  dialog().pen_up(kControlDayList, list().point_of(0));
+  EXPECT_EQ(bubbles, 1);
+}
+
+TEST_F(DayViewTest, AHeldBubbleOutlivesOneRelease) {
+  const ScreenLayout screen = layout_screen({240, 290}, 96, 96, false);
+  const ItemColors colors{};
+  NotesProcedure procedure(NotesBubble(), screen, colors, true);
+  device.dialogs.person = [](HeadlessDialog& bubble) {
+    bubble.pen_up(kControlNotes, {1, 1});
+    EXPECT_FALSE(bubble.closed);
+    bubble.press_beside();
+    EXPECT_TRUE(bubble.closed);
+  };
+  DialogTemplate dialog;
+  dialog.popup = true;
+  dialog.controls = {{ControlTemplate::Kind::custom, kControlNotes, {}, {0, 0, 80, 40}}};
+  EXPECT_EQ(device.dialogs.run_modal(dialog, procedure), kPopupClosed);
+}
+
+TEST_F(DayViewTest, CopyAndCutTravelToOtherDays) {
+  add(21, 9, u"First");
+  start();
+  tap_row(0);
+  key(u'C', true);
+  key(u'V', true);
+  ASSERT_EQ(device.boxes.shown.size(), 1u);
+  EXPECT_EQ(device.boxes.shown[0].text, u"Cannot copy into same day");
+  EXPECT_EQ(device.boxes.shown[0].caption, u"Error");
+  EXPECT_EQ(subjects().size(), 1u);
+  key(kKeyRight);
+  key(u'V', true);
+  EXPECT_EQ(subjects(), std::vector<Text>{u"First"});
+  key(kKeyRight);
+  key(u'V', true);  // a copy can be pasted again
+  EXPECT_EQ(device.store.oids({}, {}).size(), 3u);
+
+  tap_row(0);
+  key(u'X', true);
+  EXPECT_EQ(application->paste_source().copied, 0);
+  tap_below();
+  EXPECT_EQ(application->day().selected_row(), DayView::kPasteTarget);
+  key(kKeyDown);
+  key(u'V', true);
+  EXPECT_EQ(subjects(), std::vector<Text>{u"First"});
+  EXPECT_EQ(device.store.oids({}, {}).size(), 3u);
+  EXPECT_FALSE(application->paste_source().any());
+  tap_below();
+  EXPECT_EQ(application->day().selected_row(), DayView::kNoRow);
+}
+
+TEST_F(DayViewTest, AMoveThatFailsCanBeTriedAgain) {
+  add(21, 9, u"First");
+  start();
+  tap_row(0);
+  key(u'X', true);
+  key(kKeyRight);
+  device.store.faults.save = true;
+  key(u'V', true);
+  EXPECT_TRUE(application->paste_source().any());
+  device.store.faults.save = false;
+  key(u'V', true);
+  EXPECT_EQ(subjects(), std::vector<Text>{u"First"});
+  EXPECT_EQ(device.store.oids({}, {}).size(), 1u);
+}
+
+TEST_F(DayViewTest, TheMenuOffersWhatTheRowAllows) {
+  add(21, 9, u"First");
+  start();
+  hold_row(0, kCommandCopy);
+  EXPECT_NE(application->paste_source().copied, 0);
+  EXPECT_FALSE(dialog().fire_timer(kTimerNotes));  // the release after a hold is no tap
+  dialog().pen_down(kControlDayList, {100, 260});
+  ASSERT_TRUE(dialog().fire_timer(kTimerMenu));
+  const auto item = [this](std::uint32_t command) {
+    for (const MenuItem& one : dialog().menu)
+      if (one.command == command) return one.enabled;
+    return false;
+  };
+  EXPECT_TRUE(item(kCommandPaste));
+  EXPECT_FALSE(item(kCommandDelete));
+}
+
+TEST_F(DayViewTest, DeletingAsksWhichOccurrences) {
+  add(21, 9, u"Once");
+  add(21, 11, u"Daily", u"", "RRULE:FREQ=DAILY;COUNT=5");
+  start();
+  bool choices_offered = false;
+  int press = kControlCancel;
+  bool series = false;
+  device.dialogs.person = [&](HeadlessDialog& question) {
+    ASSERT_EQ(question.dialog.id, kDialogDelete);
+    EXPECT_EQ(question.text(kControlQuestion), u"Delete this Appointment?");
+    choices_offered = question.controls.count(kControlSeries) != 0;
+    if (choices_offered) {
+      EXPECT_TRUE(question.checked(kControlOccurrence));
+    }
+    if (series) question.press(kControlSeries);
+    question.press(press);
+  };
+  tap_row(0);
+  key(kKeyDelete);
+  EXPECT_FALSE(choices_offered);
+  EXPECT_EQ(subjects().size(), 2u);
+  press = kControlOk;
+  key(kKeyDelete);
+  EXPECT_EQ(subjects(), std::vector<Text>{u"Daily"});
+  tap_row(0);
+  key(kKeyDelete);
+  EXPECT_TRUE(choices_offered);
+  EXPECT_EQ(subjects(), std::vector<Text>{u""});  // "No Appointments"
+  key(kKeyRight);
+  EXPECT_EQ(subjects(), std::vector<Text>{u"Daily"});
+  tap_row(0);
+  series = true;
+  key(kKeyDelete);
+  EXPECT_TRUE(device.store.oids({}, {}).empty());
+}
+
+TEST_F(DayViewTest, AnAppointmentThatVanishedIsNamedAndTheSessionComesBack) {
+  const std::int32_t oid = add(21, 9, u"Gone");
+  start();
+  tap_row(0);
+  device.store.erase(oid);
+  key(kKeyDelete);
+  ASSERT_EQ(device.boxes.shown.size(), 2u);
+  EXPECT_EQ(device.boxes.shown[0].text, u"Error in getting appointment info");
+  EXPECT_EQ(device.boxes.shown[1].text, u"Failure to Obtain Appointment Item");
+  EXPECT_TRUE(application->session().logged_on());
+  EXPECT_EQ(application->day().agenda().emptiness, DayAgenda::Emptiness::nothing_found);
+}
+
+TEST_F(DayViewTest, HeaderTapsChooseTheDateTodayAndTheColours) {
+  start();
+  const DayHeaderLayout& header = application->day().header();
+  device.dialogs.person = [](HeadlessDialog& chooser) {
+    ASSERT_EQ(chooser.dialog.id, kDialogDate);
+    EXPECT_EQ(chooser.calendar_date(kControlCalendar), (MonthDayYear{11, 21, 2026}));
+    chooser.choose_date(kControlCalendar, {2, 29, 2028});
+  };
+  dialog().tap(kControlDayHeader, header.date.center());
+  EXPECT_EQ(shown(), (MonthDayYear{2, 29, 2028}));
+  dialog().tap(kControlDayHeader, header.today_picture.center());
+  EXPECT_EQ(shown(), (MonthDayYear{11, 21, 2026}));
+  for (const int expected : {1, 2, 3, 0}) {
+    dialog().tap(kControlDayHeader, header.style_button.center());
+    EXPECT_EQ(application->settings().rowcolorindex, expected);
+    std::int32_t stored = -1;
+    ReadNumberSetting(device.registry, u"rowcolorindex", stored);
+    EXPECT_EQ(stored, expected);
+  }
+  // The same with keys: the three parts of the strip one after the other.
+  dialog().key(kControlDayHeader, kKeyRight);
+  dialog().key(kControlDayHeader, kKeyRight);
+  dialog().key(kControlDayHeader, kKeyReturn);
+  EXPECT_EQ(application->settings().rowcolorindex, 1);
+}
+
+TEST_F(DayViewTest, ThePopupOfAMonthDayLeadsIntoTheDay) {
+  add(9, 9, u"Early");
+  add(9, 15, u"Late");
+  set(u"showdaylabel", 1);
+  start();
+  device.window.command(kCommandMonthView);
+  device.window.pump();
+  device.dialogs.person = [](HeadlessDialog& popup) {
+    ASSERT_EQ(popup.dialog.id, kDialogDayPopup);
+    EXPECT_EQ(popup.controls[kControlDayHeader].parts.at(0).name, u"Mon - Nov 09, 2026");
+    const ReportContent& content = popup.rows(kControlDayList).content();
+    ASSERT_EQ(content.rows.size(), 2u);
+    EXPECT_EQ(content.rows[1].cells[1], u"Late");
+    EXPECT_EQ(content.background, rgb(255, 255, 255));
+    popup.tap(kControlDayList, popup.rows(kControlDayList).point_of(1));
+  };
+  application->ask_for_day_popup({11, 9, 2026});
+  EXPECT_EQ(application->state().view_mode, ViewMode::day);
+  EXPECT_EQ(shown(), (MonthDayYear{11, 9, 2026}));
+}
+
+}  // namespace
+}  // namespace orvello
