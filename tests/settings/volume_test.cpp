@@ -204,6 +204,32 @@ TEST_F(VolumeTest, ProfileFiltersByExactLabel) {
   EXPECT_FALSE(profileAllowsCategory(settings, u"home"));
 }
 
+// Other programs may have written longer ones.
+TEST_F(VolumeTest, LabelsAndNamesAreCutToTheirLengths) {
+  const Text fits(29, u'x'), longer(30, u'x'), endless(10000, u'x');
+  save_profile(u"Work", {fits, longer, endless, u"a,,b"});
+  EXPECT_EQ(profile(u"Work"), (std::vector<Text>{u"a,,b", fits, fits, fits}));
+  saveCategoryProps(volume, endless, 1, 2);
+  std::vector<CategoryProp> props;
+  loadCategoryProps(volume, props);
+  EXPECT_EQ(props, (std::vector<CategoryProp>{{fits, 1, 2}}));
+  save_profile(Text(31, u'n'), {});
+  save_profile(endless, {});
+  std::vector<MenuItem> menu(2);
+  EXPECT_EQ(listProfilesInMenu(volume, Text(31, u'n'), menu), 3);
+  EXPECT_EQ(menu[3].text, Text(31, u'n'));
+  EXPECT_EQ(menu[4].text, Text(31, u'x'));
+  EXPECT_EQ(savePreTextToDB(volume, endless, kSubjectPretexts), 1);
+  EXPECT_EQ(texts(kSubjectPretexts), std::vector<Text>{endless});
+
+  SettingsRecord settings;
+  settings.activeprofilename = u"Work";
+  settings.profile_labels = {fits, u"a,,b"};
+  EXPECT_TRUE(profileAllowsCategory(settings, u"a,,b"));
+  for (const Text& text : {longer, endless, Text(u","), Text(u"a,b"), Text()})
+    EXPECT_FALSE(profileAllowsCategory(settings, text)) << to_utf8(text);
+}
+
 TEST(CategoryText, LabelsAreFoundBehindAtMostOneBlank) {
   EXPECT_TRUE(categoryTextHasLabel(u"Work, Home", u"Home"));
   EXPECT_TRUE(categoryTextHasLabel(u"Work,Home", u"Work"));
@@ -212,6 +238,8 @@ TEST(CategoryText, LabelsAreFoundBehindAtMostOneBlank) {
   EXPECT_FALSE(categoryTextHasLabel(u"Workshop", u"Work"));
   EXPECT_FALSE(categoryTextHasLabel(u"", u""));
   EXPECT_TRUE(categoryTextHasLabel(u"Work,", u""));
+  EXPECT_TRUE(categoryTextHasLabel(u"Work,, ,Home", u"Home"));
+  EXPECT_FALSE(categoryTextHasLabel(Text(10000, u','), u"Home"));
 }
 
 TEST(CategoryText, TrimmingCountingAndDuplicates) {
