@@ -149,6 +149,7 @@ int run_render(int argc, char** argv, const WindowParts& given) {
     std::cerr << "orvello: no window could be made to draw in\n";
     return kExitFailure;
   }
+  session.application.draw_requested();
   const std::string& path = parts.line.files[0];
   if (!session.application.worker().wait_until_idle(kDrawLimit) ||
       !session.qt.save_window_picture(path)) {
