@@ -122,8 +122,10 @@ class Parser {
       line_.language = value(name);
       if (line_.language != "ru" && line_.language != "en") fail("--language is ru or en");
     } else if (name == "--measure") {
-      line_.measure_start = value(name) == "start";
-      if (!line_.measure_start) fail("--measure knows only start");
+      const std::string what = value(name);
+      line_.measure_start = what == "start";
+      line_.measure_turn = what == "turn";
+      if (!line_.measure_start && !line_.measure_turn) fail("--measure knows start and turn");
     } else {
       return false;
     }
@@ -245,6 +247,7 @@ std::string usage_text() {
       --date YYYY-MM-DD               the date to show
       --screen WxH --dpi N            a screen of that size in pixels and that density
       --measure start                 print the time to the first painted view, and end
+      --measure turn                  print how fast the Day view goes to the next day, and end
   orvello import FILE...              import iCalendar (.ics) and vCalendar (.vcs) files
   orvello export FILE [--from D] [--to D]
                                       write the calendar, or the appointments of some days

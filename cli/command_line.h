@@ -26,6 +26,7 @@ struct CommandLine {
   int dpi = 0;                           // --dpi, 0: not given
   bool json = false;
   bool measure_start = false;
+  bool measure_turn = false;
 };
 
 // `words` are the arguments after the program's name. Fails with a sentence for a person.

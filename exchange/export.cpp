@@ -33,10 +33,12 @@ class Exporter {
       : store_(store), clock_(clock), whole_(whole) {}
 
   bool collect(const std::vector<std::int32_t>& oids);
+  void collect(const AppointmentRecord& record);
   std::string text();
 
  private:
   Group& group(std::string_view key);
+  void add(const AppointmentRecord& record);
   std::unique_ptr<EventWriter> writer_for(const Group& calendar);
   void collect_foreign();
   void join_own();
@@ -90,12 +92,21 @@ bool Exporter::collect(const std::vector<std::int32_t>& oids) {
   for (const std::int32_t oid : oids) {
     const auto record = store_.load(oid);
     if (!record) return false;
-    Group& calendar = group(split_residue(record->residue).calendar);
-    if (!calendar.writer) calendar.writer = writer_for(calendar);
-    calendar.writer->write(calendar.events, *record);
+    add(*record);
   }
   join_own();
   return true;
+}
+
+void Exporter::collect(const AppointmentRecord& record) {
+  collect_foreign();
+  add(record);
+}
+
+void Exporter::add(const AppointmentRecord& record) {
+  Group& calendar = group(split_residue(record.residue).calendar);
+  if (!calendar.writer) calendar.writer = writer_for(calendar);
+  calendar.writer->write(calendar.events, record);
 }
 
 std::unique_ptr<EventWriter> Exporter::writer_for(const Group& calendar) {
@@ -185,6 +196,13 @@ Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32
   Exporter exporter(store, clock, !from_day && !to_day);
   if (!exporter.collect(store.oids(from_day, to_day)))
     return Result<std::string>::failure(store.problem());
+  return exporter.text();
+}
+
+std::string export_appointment(RecordStore& store, const AppointmentRecord& record,
+                               const Clock& clock) {
+  Exporter exporter(store, clock, false);
+  exporter.collect(record);
   return exporter.text();
 }
 

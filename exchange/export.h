@@ -17,6 +17,10 @@ namespace orvello {
 Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32_t> from_day,
                                     std::optional<std::int32_t> to_day, const Clock& clock);
 
+// One appointment as it is in the record, stored or not.
+std::string export_appointment(RecordStore& store, const AppointmentRecord& record,
+                               const Clock& clock);
+
 // Writes all of the text or leaves a file of that name as it was. A new file is for its owner only.
 // Fails with the reason; the value is the number of bytes.
 Result<std::size_t> write_whole_file(const std::string& path, const std::string& text);

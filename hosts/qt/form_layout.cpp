@@ -18,11 +18,12 @@ int scaled(double length, double unit) { return static_cast<int>(std::lround(len
 
 bool is_button(Kind kind) { return kind == Kind::button || kind == Kind::default_button; }
 
-// The control that takes the height left over: the tallest list, else picture, else edit of several
-// lines.
+// The control that takes the height left over: the tallest list, else calendar, else picture, else
+// edit of several lines.
 const ControlTemplate* growing_control(const DialogTemplate& dialog) {
   const ControlTemplate* found = nullptr;
-  for (const Kind kind : {Kind::list, Kind::custom, Kind::edit}) {
+  for (const Kind kind :
+       {Kind::report, Kind::list, Kind::month_calendar, Kind::custom, Kind::edit}) {
     for (const ControlTemplate& control : dialog.controls)
       if (control.kind == kind && control.place.height >= kLeastList &&
           (!found || control.place.height > found->place.height))
@@ -48,7 +49,8 @@ void widen(Rect& place, const ControlTemplate& control, int design_width, int ex
     return;
   }
   // Two halves side by side share what is left over; a label keeps beside its field.
-  const bool grows = control.kind != Kind::label && control.kind != Kind::check_box;
+  const bool grows = control.kind != Kind::label && control.kind != Kind::check_box &&
+                     control.kind != Kind::radio_button;
   const int half = extra / 2;
   if (drawn.x * 5 >= design_width * 2) {
     place.x += half;
@@ -80,10 +82,17 @@ FormLayout lay_out_form(const DialogTemplate& dialog, double unit, Size availabl
   if (growing)
     extra_height = std::max(extra_height, -scaled(growing->place.height - kLeastList, unit));
   FormLayout layout;
+  // A popup that is one picture is as large as that wants to be.
+  const bool picture = dialog.popup && dialog.controls.size() == 1 && !dialog.place.empty();
+  if (picture) return {available, {{0, 0, available.width, available.height}}};
   layout.body = {scaled(design.width, unit) + extra_width,
                  scaled(design.height, unit) + extra_height};
   for (const ControlTemplate& control : dialog.controls) {
     const Rect& drawn = control.place;
+    if (drawn == Rect{0, 0, design.width, design.height}) {
+      layout.places.push_back({0, 0, layout.body.width, layout.body.height});
+      continue;
+    }
     const int x = scaled(drawn.x, unit), y = scaled(drawn.y, unit);
     Rect place{x, y, scaled(drawn.right(), unit) - x, scaled(drawn.bottom(), unit) - y};
     if (extra_width) widen(place, control, design.width, extra_width);
@@ -96,11 +105,18 @@ FormLayout lay_out_form(const DialogTemplate& dialog, double unit, Size availabl
   return layout;
 }
 
+Rect popup_place(const Rect& wanted, Size whole) {
+  const int width = std::min(wanted.width, whole.width);
+  const int height = std::min(wanted.height, whole.height);
+  return {std::clamp(wanted.x, 0, whole.width - width),
+          std::clamp(wanted.y, 0, whole.height - height), width, height};
+}
+
 Rect sheet_place(const DialogTemplate& dialog, double unit, int title_height, Size whole) {
   const Size design = design_size(dialog);
   const Size drawn{scaled(design.width, unit), scaled(design.height, unit) + title_height};
   Size size = drawn;
-  if (dialog.full_screen) {
+  if (dialog.full_screen && !dialog.popup) {
     size = {scaled(drawn.width, kSheetGrowth), scaled(drawn.height, kSheetGrowth)};
     const bool handheld = whole.width <= size.width && whole.height <= size.height;
     if (handheld) return {0, 0, whole.width, whole.height};

@@ -22,4 +22,7 @@ FormLayout lay_out_form(const DialogTemplate& dialog, double unit, Size availabl
 // larger one.
 Rect sheet_place(const DialogTemplate& dialog, double unit, int title_height, Size whole);
 
+// A popup as near to where it is wanted as `whole` allows.
+Rect popup_place(const Rect& wanted, Size whole);
+
 }  // namespace orvello

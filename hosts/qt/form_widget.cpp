@@ -1,19 +1,22 @@
 #include "hosts/qt/form_widget.h"
 
-#include <QCheckBox>
+#include <QButtonGroup>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
 #include <QPlainTextEdit>
-#include <QRadioButton>
+#include <QScrollBar>
 #include <QToolButton>
 
+#include "hosts/qt/custom_area.h"
 #include "hosts/qt/flat_button.h"
+#include "hosts/qt/flat_choice.h"
 #include "hosts/qt/form_layout.h"
+#include "hosts/qt/month_calendar.h"
 #include "hosts/qt/qt_look.h"
-#include "hosts/qt/qt_surface.h"
+#include "hosts/qt/qt_report.h"
 #include "hosts/qt/qt_text.h"
 
 namespace orvello {
@@ -24,47 +27,30 @@ using Event = DialogEvent::Kind;
 
 constexpr int kSeveralLines = 34;  // an edit this high has several lines
 
-// A control that the program draws.
-class CustomArea : public QWidget {
- public:
-  CustomArea(QWidget* parent, const Density& density, std::function<void(Canvas&, Size)> paint)
-      : QWidget(parent), density_(density), paint_(std::move(paint)) {}
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    const Size size{density_.device(width()), density_.device(height())};
-    QtSurface surface(size);
-    paint_(surface.canvas(), size);
-    surface.publish();
-    QPainter painter(this);
-    surface.paint(painter, size, density_.ratio);
-  }
-
- private:
-  const Density& density_;
-  std::function<void(Canvas&, Size)> paint_;
-};
-
 QString label_text(const Text& text) { return to_qt(text).replace(u'&', QStringLiteral("&&")); }
 
 }  // namespace
 
-FormWidget::FormWidget(QWidget* parent, const Density& density, const DialogTemplate& dialog,
-                       bool titled)
+FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData& locale,
+                       const DialogTemplate& dialog, bool titled)
     : QWidget(parent),
       density_(density),
+      locale_(locale),
       template_(dialog),
       titled_(titled),
       scroll_(new QScrollArea(this)),
       body_(new QWidget) {
   apply_form_look(*this, density);
   setAutoFillBackground(true);
+  setAttribute(Qt::WA_NoMousePropagation);  // nothing of what happens here is for what lies below
   setAccessibleName(to_qt(dialog.title));
   setObjectName(QStringLiteral("dialog%1").arg(dialog.id));
   scroll_->setFrameShape(QFrame::NoFrame);
   scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setWidget(body_);
+  flatten_scroll_bar(*scroll_->verticalScrollBar(), density);
   for (const ControlTemplate& control : template_.controls) {
+    if (control.kind != Kind::radio_button) radio_row_ = nullptr;
     QWidget* widget = make(control);
     widget->setObjectName(QStringLiteral("control%1").arg(control.id));
     widget->installEventFilter(this);
@@ -90,6 +76,7 @@ void FormWidget::make_close_button() {
 QWidget* FormWidget::make(const ControlTemplate& control) {
   const int id = control.id;
   const auto command = [this, id] { tell(Event::command, id); };
+  const auto tell_event = [this](const DialogEvent& event) { report(event); };
   switch (control.kind) {
     case Kind::button:
     case Kind::default_button: {
@@ -100,25 +87,25 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
       return button;
     }
     case Kind::check_box: {
-      auto* box = new QCheckBox(label_text(control.text), body_);
+      auto* box = new FlatCheckBox(label_text(control.text), body_, density_);
       connect(box, &QCheckBox::clicked, this, command);
       return box;
     }
-    case Kind::radio_button: {
-      auto* button = new QRadioButton(label_text(control.text), body_);
-      connect(button, &QRadioButton::clicked, this, command);
-      return button;
-    }
+    case Kind::radio_button:
+      return make_radio(control);
     case Kind::edit:
       return make_edit(control);
     case Kind::list:
       return make_list(id);
-    case Kind::custom:
-      return new CustomArea(body_, density_, [this, id](Canvas& canvas, Size size) {
-        report({Event::paint, id, &canvas, size});
-      });
     case Kind::report:
+      return new ReportView(body_, density_, id, tell_event);
     case Kind::month_calendar:
+      return make_calendar(id);
+    case Kind::custom: {
+      auto* area = new CustomArea(body_, density_, id, tell_event);
+      area->setAccessibleName(to_qt(control.text));
+      return area;
+    }
     case Kind::label:
       break;
   }
@@ -128,11 +115,28 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
   return label;
 }
 
+QWidget* FormWidget::make_radio(const ControlTemplate& control) {
+  auto* button = new FlatRadioButton(label_text(control.text), body_, density_);
+  if (!radio_row_) radio_row_ = new QButtonGroup(this);
+  radio_row_->addButton(button);
+  const int id = control.id;
+  connect(button, &QRadioButton::clicked, this, [this, id] { tell(Event::command, id); });
+  return button;
+}
+
+QWidget* FormWidget::make_calendar(int id) {
+  auto* calendar = new MonthCalendar(body_, density_, locale_);
+  calendar->moved = [this, id] { tell(Event::changed, id); };
+  calendar->chosen = [this, id] { tell(Event::command, id); };
+  return calendar;
+}
+
 QWidget* FormWidget::make_edit(const ControlTemplate& control) {
   const int id = control.id;
   if (control.place.height >= kSeveralLines) {
     auto* edit = new QPlainTextEdit(to_qt(control.text), body_);
     edit->setTabChangesFocus(true);
+    flatten_scroll_bar(*edit->verticalScrollBar(), density_);
     connect(edit, &QPlainTextEdit::textChanged, this, [this, id] { tell(Event::changed, id); });
     return edit;
   }
@@ -149,6 +153,7 @@ QWidget* FormWidget::make_list(int id) {
   list->setTextElideMode(Qt::ElideNone);
   list->setResizeMode(QListView::Adjust);
   list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  flatten_scroll_bar(*list->verticalScrollBar(), density_);
   connect(list, &QListWidget::currentRowChanged, this, [this, id] { tell(Event::changed, id); });
   connect(list, &QListWidget::itemClicked, this, [this, id] { tell(Event::command, id); });
   return list;
@@ -175,16 +180,33 @@ void FormWidget::press_default() {
       return button->click();
 }
 
-void FormWidget::resizeEvent(QResizeEvent*) {
-  const int top = title_height();
-  scroll_->setGeometry(0, top, width(), height() - top);
+// A popup's edge; one with an outline of its own draws that by itself.
+int FormWidget::border() const {
+  return template_.popup && template_.outline.empty() ? std::max(1, density_.scaled(1)) : 0;
+}
+
+void FormWidget::lay_out() {
+  const int top = title_height(), edge = border();
+  const QRect inside(edge, top + edge, width() - 2 * edge, height() - top - 2 * edge);
+  scroll_->setGeometry(inside);
   const FormLayout layout =
-      lay_out_form(template_, density_.unit(), {width(), std::max(0, height() - top)});
+      lay_out_form(template_, density_.unit(), {inside.width(), std::max(0, inside.height())});
   body_->resize(layout.body.width, layout.body.height);
-  for (std::size_t i = 0; i < widgets_.size(); ++i)
+  for (std::size_t i = 0; i < widgets_.size(); ++i) {
     widgets_[i]->setGeometry(to_qt(layout.places[i]));
+    if (auto* report = dynamic_cast<ReportView*>(widgets_[i])) report->lay_out_unseen();
+  }
   if (close_button_) close_button_->setGeometry(width() - top, 0, top, top - 1);
 }
+
+void FormWidget::release_at(QPointF global) {
+  for (QWidget* widget : widgets_) {
+    auto* area = dynamic_cast<CustomArea*>(widget);
+    if (area && area->rect().size() == body_->size()) return area->input().release_at(global);
+  }
+}
+
+void FormWidget::resizeEvent(QResizeEvent*) { lay_out(); }
 
 void FormWidget::paintEvent(QPaintEvent*) {
   if (titled_) {
@@ -200,6 +222,11 @@ void FormWidget::paintEvent(QPaintEvent*) {
         painter.fontMetrics().elidedText(to_qt(template_.title), Qt::ElideRight, room.width());
     painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft, title);
   }
+  if (const int edge = border()) {
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(kDimInk));
+    painter.fillRect(rect().adjusted(edge, edge, -edge, -edge), QColor(kBarGround));
+  }
   if (painted) painted();
 }
 
@@ -208,7 +235,10 @@ bool FormWidget::eventFilter(QObject* object, QEvent* event) {
   for (std::size_t i = 0; i < widgets_.size(); ++i) {
     if (widgets_[i] != widget) continue;
     const ControlTemplate& control = template_.controls[i];
-    if (event->type() == QEvent::FocusOut) tell(Event::focus_lost, control.id);
+    // A menu gives the focus back.
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+      tell(Event::focus_lost, control.id);
     if (event->type() == QEvent::KeyPress && control.kind == Kind::list) {
       const int key = static_cast<QKeyEvent*>(event)->key();
       if (key == Qt::Key_Return || key == Qt::Key_Enter) {

@@ -6,14 +6,19 @@
 #include <functional>
 #include <vector>
 
+#include "calendar/locale_data.h"
 #include "hosts/qt/density.h"
 #include "ports/dialogs.h"
+
+class QButtonGroup;
 
 namespace orvello {
 
 class FormWidget : public QWidget {
  public:
-  FormWidget(QWidget* parent, const Density& density, const DialogTemplate& dialog, bool titled);
+  // `locale` outlives the form. Without a title it is edge to edge; a popup has a border.
+  FormWidget(QWidget* parent, const Density& density, const LocaleData& locale,
+             const DialogTemplate& dialog, bool titled);
 
   std::function<void(const DialogEvent&)> report;  // what the person does
   std::function<void()> painted;
@@ -22,6 +27,10 @@ class FormWidget : public QWidget {
   const ControlTemplate* control_template(int id) const;
   int title_height() const;
   void press_default();
+  // Gives every control its place, also while nothing is shown yet.
+  void lay_out();
+  // Tells the control that covers a popup where on the screen the pointer was let go.
+  void release_at(QPointF global);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -32,15 +41,20 @@ class FormWidget : public QWidget {
   QWidget* make(const ControlTemplate& control);
   QWidget* make_edit(const ControlTemplate& control);
   QWidget* make_list(int id);
+  QWidget* make_radio(const ControlTemplate& control);
+  QWidget* make_calendar(int id);
+  int border() const;
   void make_close_button();
   void tell(DialogEvent::Kind kind, int control) { report({kind, control, nullptr, {}}); }
 
   const Density& density_;
+  const LocaleData& locale_;
   DialogTemplate template_;
   bool titled_;
   QScrollArea* scroll_;
   QWidget* body_;
   QWidget* close_button_ = nullptr;
+  QButtonGroup* radio_row_ = nullptr;  // the one being made
   std::vector<QWidget*> widgets_;
 };
 

@@ -18,7 +18,26 @@ QWidget* parent_for(QtMainWindow& window) {
   return shell && shell->isVisible() ? shell : nullptr;
 }
 
+ModalLayer* layer_over(const QWidget& widget) {
+  const auto* shell = dynamic_cast<const Shell*>(widget.window());
+  auto* layer = shell ? dynamic_cast<ModalLayer*>(shell->cover()) : nullptr;
+  return layer && !layer->isAncestorOf(&widget) ? layer : nullptr;
+}
+
 }  // namespace
+
+bool is_modal(const QWidget& widget) {
+  for (const QWidget* above = &widget; above; above = above->parentWidget())
+    if (dynamic_cast<const ModalLayer*>(above)) return true;
+  return false;
+}
+
+bool is_covered(const QWidget& widget) { return layer_over(widget) != nullptr; }
+
+void pass_release_on(const QWidget& widget, QPointF place) {
+  const ModalLayer* layer = layer_over(widget);
+  if (layer && layer->released) layer->released(widget.mapToGlobal(place));
+}
 
 ModalLayer::ModalLayer(QtMainWindow& window) : QWidget(parent_for(window)), window_(window) {
   setFocusPolicy(Qt::StrongFocus);
@@ -38,19 +57,25 @@ void ModalLayer::uncover() {
     window_.shell()->set_cover(covered_before_);
 }
 
+void ModalLayer::prepare(QWidget& sheet, QSize own_window) {
+  sheet_ = &sheet;
+  if (covers_window())
+    setGeometry(window_.shell()->rect());
+  else
+    resize(own_window);
+  place();
+}
+
 void ModalLayer::run(QWidget& sheet, QSize own_window) {
   if (ended_) return;
-  sheet_ = &sheet;
+  prepare(sheet, own_window);
   const QPointer<ModalLayer> alive(this);
   const QPointer<QWidget> focus_before(focus_before_);
   window_.let_pointer_go();
   if (covers_window()) {
     window_.shell()->set_cover(this);
     raise();
-  } else {
-    resize(own_window);
   }
-  place();
   sheet.show();
   show();
   const QWidget* focus = window()->focusWidget();
@@ -76,7 +101,7 @@ void ModalLayer::place() {
 void ModalLayer::resizeEvent(QResizeEvent*) { place(); }
 
 void ModalLayer::paintEvent(QPaintEvent*) {
-  if (!covers_window()) return;
+  if (!covers_window() || pressed_beside) return;
   QPainter(this).fillRect(rect(), QColor(20, 22, 40, 90));
 }
 
@@ -87,6 +112,11 @@ void ModalLayer::keyPressEvent(QKeyEvent* event) {
   else if (enter && accept_wanted)
     accept_wanted();
   event->accept();  // nothing reaches the window below
+}
+
+void ModalLayer::mousePressEvent(QMouseEvent* event) {
+  event->accept();
+  if (pressed_beside) pressed_beside();
 }
 
 void ModalLayer::closeEvent(QCloseEvent* event) {

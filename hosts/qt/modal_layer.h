@@ -19,10 +19,16 @@ class ModalLayer : public QWidget {
   std::function<QRect(QSize)> place_sheet;
   std::function<void()> close_wanted;
   std::function<void()> accept_wanted;  // Return, when no button has the focus
+  // A popup's: a press beside it, and a release of what was pressed before it opened, at a place
+  // of the screen. With the first of them the window behind is not dimmed.
+  std::function<void()> pressed_beside;
+  std::function<void(QPointF)> released;
 
   bool covers_window() const { return !isWindow(); }
   // Shows the sheet, a child of the layer, until `end`.
   void run(QWidget& sheet, QSize own_window);
+  // The first part of that: everything gets its size and place, unseen.
+  void prepare(QWidget& sheet, QSize own_window);
   void end();
   // Gives the window back what was there before; also when it was never run.
   void uncover();
@@ -31,6 +37,7 @@ class ModalLayer : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
@@ -44,5 +51,11 @@ class ModalLayer : public QWidget {
   QEventLoop* loop_ = nullptr;
   bool ended_ = false;
 };
+
+// Whether a widget stands on a modal layer, or below the one that its window shows.
+bool is_modal(const QWidget& widget);
+bool is_covered(const QWidget& widget);
+// Tells the layer above a covered widget that the pointer was let go at a point of the widget.
+void pass_release_on(const QWidget& widget, QPointF place);
 
 }  // namespace orvello

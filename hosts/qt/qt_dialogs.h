@@ -1,6 +1,7 @@
 // Dialogs as forms of real widgets on the window.
 #pragma once
 
+#include "calendar/locale_data.h"
 #include "hosts/qt/qt_main_window.h"
 #include "ports/dialogs.h"
 
@@ -8,13 +9,17 @@ namespace orvello {
 
 class QtDialogs : public Dialogs {
  public:
-  explicit QtDialogs(QtMainWindow& window) : window_(window) {}
+  explicit QtDialogs(QtMainWindow& window, LocaleData locale = english_locale())
+      : window_(window), locale_(std::move(locale)) {}
   int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) override;
   std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
                                         DialogProcedure& procedure) override;
 
  private:
+  QRect modal_place(const DialogTemplate& dialog, int title_height, QSize whole);
+
   QtMainWindow& window_;
+  LocaleData locale_;
 };
 
 }  // namespace orvello

@@ -12,6 +12,7 @@
 #include "hosts/qt/qt_menu_bar.h"
 #include "hosts/qt/qt_message_boxes.h"
 #include "hosts/qt/qt_surface.h"
+#include "hosts/qt/turn_measure.h"
 
 namespace orvello {
 namespace {
@@ -52,7 +53,7 @@ struct QtHost::Parts {
         window(window_options(options)),
         menu_bar(window),
         boxes(window),
-        dialogs(window),
+        dialogs(window, locale.data()),
         registry(r),
         databases(d),
         store(s) {}
@@ -92,6 +93,11 @@ void QtHost::on_files(std::function<void(std::vector<std::string>)> callback) {
 
 void QtHost::on_first_paint(std::function<void()> callback) {
   parts_->window.on_first_paint = std::move(callback);
+}
+
+std::vector<double> QtHost::measure_turns(int count) {
+  Shell* shell = parts_->window.shell();
+  return shell ? orvello::measure_turns(*shell, count) : std::vector<double>();
 }
 
 bool QtHost::save_window_picture(const std::string& path) {

@@ -50,6 +50,10 @@ class QtHost {
   // Once, after the first paint that showed a published surface or a modeless dialog.
   void on_first_paint(std::function<void()> callback);
 
+  // Milliseconds from a key to the next day on the screen, for each of `count` turns of the Day
+  // view; fewer when it does not turn.
+  std::vector<double> measure_turns(int count);
+
   bool save_window_picture(const std::string& path);  // the whole window, device pixels, as PNG
   static bool save_png(Surface& surface, const std::string& path);  // what was published last
 

@@ -6,12 +6,25 @@
 
 namespace orvello {
 
+namespace {
+
+// What a Russian keyboard has on the keys A to Z.
+constexpr char16_t kRussianKeys[] = u"ФИСВУАПРШОЛДЬТЩЗЙКЫЕГМЦЧНЯ";
+
+}  // namespace
+
 std::uint32_t virtual_key(const QKeyEvent& event) {
   const int key = event.key();
+  for (int i = 0; i < 26; ++i)
+    if (key == kRussianKeys[i]) return static_cast<std::uint32_t>('A' + i);
   // Letters and digits have their upper-case code.
   if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
     return static_cast<std::uint32_t>(key);
+  if (key >= Qt::Key_F1 && key <= Qt::Key_F12)
+    return 0x70 + static_cast<std::uint32_t>(key - Qt::Key_F1);
   switch (key) {
+    case Qt::Key_Menu:
+      return 0x5D;
     case Qt::Key_Return:
     case Qt::Key_Enter:
       return kKeyReturn;

@@ -1,6 +1,7 @@
 #include "hosts/qt/qt_look.h"
 
 #include <QPalette>
+#include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
 
@@ -28,6 +29,21 @@ void apply_form_look(QWidget& form, const Density& density) {
   palette.setColor(QPalette::HighlightedText, Qt::white);
   form.setPalette(palette);
   form.setFont(widget_font(density));
+}
+
+void flatten_scroll_bar(QScrollBar& bar, const Density& density) {
+  const int width = density.scaled(kScrollBarWidth), edge = std::max(1, density.scaled(2));
+  const QString sheet = QStringLiteral(
+      "QScrollBar:vertical{width:%1px;margin:0;border:none;background:%2}"
+      "QScrollBar::handle:vertical{min-height:%3px;margin:%4px;border-radius:%4px;background:%5}"
+      "QScrollBar::handle:vertical:pressed{background:%6}"
+      "QScrollBar::add-line:vertical,QScrollBar::sub-line:vertical{height:0}"
+      "QScrollBar::add-page:vertical,QScrollBar::sub-page:vertical{background:none}");
+  bar.setStyleSheet(sheet.arg(width)
+                        .arg(QColor(kBarGround).name())
+                        .arg(density.scaled(kTouchHeight))
+                        .arg(edge)
+                        .arg(QColor(kFaintInk).name(), QColor(kAccent).name()));
 }
 
 }  // namespace orvello

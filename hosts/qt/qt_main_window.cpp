@@ -321,7 +321,7 @@ void QtMainWindow::set_accessible_view(AccessibleView* view) {
 }
 
 void QtMainWindow::accessible_changed() {
-  if (shell_) shell_->content().tell_accessible_change();
+  if (shell_) shell_->content().note_accessible_change();
 }
 
 void QtMainWindow::close_wanted() {

@@ -19,6 +19,7 @@ QtPointer::Step QtPointer::press(Holder holder, QPointF place) {
 }
 
 QtPointer::Step QtPointer::move(Holder holder, QPointF place) const {
+  if (holder_ == Holder::nobody) return {true, Change::hover, place};
   return {true, holder_ == holder ? Change::move : Change::none, place};
 }
 

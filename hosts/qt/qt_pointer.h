@@ -9,7 +9,7 @@ namespace orvello {
 
 class QtPointer {
  public:
-  enum class Change { none, down, move, up };
+  enum class Change { none, down, move, up, hover };  // hover: moved while nobody holds it
   struct Step {
     bool taken = false;  // the event is the pointer's, even when nothing is to be told
     Change change = Change::none;

@@ -7,6 +7,8 @@
 
 #include "app/messages.h"
 #include "hosts/qt/hover_text.h"
+#include "hosts/qt/modal_layer.h"
+#include "hosts/qt/qt_accessible.h"
 #include "hosts/qt/qt_keys.h"
 #include "hosts/qt/qt_look.h"
 
@@ -16,6 +18,11 @@ namespace {
 constexpr int kResizePauseMilliseconds = 60;
 constexpr int kNotch = 120;
 
+bool is_release(const QEvent& event) {
+  return event.type() == QEvent::MouseButtonRelease || event.type() == QEvent::TabletRelease ||
+         event.type() == QEvent::TouchEnd;
+}
+
 }  // namespace
 
 ContentArea::ContentArea(QWidget* parent, const Density& density, ShellEvents& events)
@@ -24,20 +31,30 @@ ContentArea::ContentArea(QWidget* parent, const Density& density, ShellEvents& e
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAttribute(Qt::WA_AcceptTouchEvents);
   setAttribute(Qt::WA_InputMethodEnabled, false);
+  setMouseTracking(true);
+  setTabletTracking(true);
   setObjectName(QStringLiteral("content"));
 }
 
 bool ContentArea::event(QEvent* event) {
+  if (event->type() == QEvent::Leave && !pointer_.is_down() && !is_covered(*this))
+    events_.send({kMessageMouseMove, 0, {-1, -1}, 0});
+  const bool released = is_release(*event);
   const QtPointer::Step step = pointer_.take(*event);
   if (!step.taken) return QWidget::event(event);
   event->accept();  // also keeps the toolkit from making mouse events of touches
-  send_pointer(step);
+  if (!is_covered(*this))
+    send_pointer(step);
+  else if (released)
+    pass_release_on(*this, step.place);
   return true;
 }
 
 bool ContentArea::send_pointer(const QtPointer::Step& step) {
   Message message;
-  message.wparam = step.change == QtPointer::Change::up ? 0 : 1;  // the button is held
+  const bool held =
+      step.change == QtPointer::Change::down || step.change == QtPointer::Change::move;
+  message.wparam = held ? 1 : 0;
   message.point = density_.device(step.place);
   switch (step.change) {
     case QtPointer::Change::none:
@@ -46,6 +63,7 @@ bool ContentArea::send_pointer(const QtPointer::Step& step) {
       setFocus(Qt::MouseFocusReason);
       message.id = kMessageButtonDown;
       break;
+    case QtPointer::Change::hover:
     case QtPointer::Change::move:
       message.id = kMessageMouseMove;
       break;
@@ -63,7 +81,10 @@ void ContentArea::paintEvent(QPaintEvent*) {
 
 bool ContentArea::send_key(const QKeyEvent& event, std::uint32_t id) {
   const std::uint32_t key = virtual_key(event);
-  return key != 0 && events_.send({id, key, {}, 0});
+  int held = 0;
+  if (event.modifiers() & Qt::ControlModifier) held |= kControlHeld;
+  if (event.modifiers() & Qt::ShiftModifier) held |= kShiftHeld;
+  return key != 0 && events_.send({id, key, {}, held});
 }
 
 void ContentArea::keyPressEvent(QKeyEvent* event) {
@@ -87,10 +108,24 @@ void ContentArea::wheelEvent(QWheelEvent* event) {
   if (notches) events_.send({kMessageMouseWheel, 0, density_.device(event->position()), notches});
 }
 
-void ContentArea::tell_accessible_change() {}
+void ContentArea::set_accessible_view(AccessibleView* view) {
+  accessible_view_ = view;
+  note_accessible_change();
+}
+
+void ContentArea::note_accessible_change() {
+  ++accessible_version_;
+  tell_accessible_change(*this);
+}
+
+void ContentArea::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  tell_accessible_change(*this);
+}
 
 Shell::Shell(const Density& density, ShellEvents& events)
     : density_(density), events_(events), content_(new ContentArea(this, density, events)) {
+  install_accessibility();
   setObjectName(QStringLiteral("shell"));
   setAttribute(Qt::WA_OpaquePaintEvent);
   resize_pause_.setSingleShot(true);

@@ -26,13 +26,16 @@ class ContentArea : public QWidget {
  public:
   ContentArea(QWidget* parent, const Density& density, ShellEvents& events);
   QtPointer& pointer() { return pointer_; }
-  void set_accessible_view(AccessibleView* view) { accessible_view_ = view; }
+  const Density& density() const { return density_; }
+  void set_accessible_view(AccessibleView* view);
   AccessibleView* accessible_view() const { return accessible_view_; }
-  void tell_accessible_change();
+  void note_accessible_change();
+  int accessible_version() const { return accessible_version_; }  // counts the changes
 
  protected:
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
@@ -45,6 +48,7 @@ class ContentArea : public QWidget {
   ShellEvents& events_;
   QtPointer pointer_;
   AccessibleView* accessible_view_ = nullptr;
+  int accessible_version_ = 0;
   int wheel_rest_ = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QTimer>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <ctime>
@@ -14,9 +15,11 @@
 #include "app/messages.h"
 #include "cli/commands.h"
 #include "cli/import_preview.h"
+#include "exchange/export.h"
 #include "hosts/linux/device_databases.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/file_registry.h"
+#include "hosts/linux/outbox.h"
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/written_boxes.h"
 #include "store/embedded/sqlite_record_databases.h"
@@ -27,6 +30,7 @@ namespace {
 
 constexpr int kPollMilliseconds = 1500;  // for what another process changed
 constexpr std::chrono::seconds kDrawLimit{30};
+constexpr int kTurns = 50, kRestMilliseconds = 200;  // after the start, before the first turn
 
 // Milliseconds since the system started this process; its own record counts in clock ticks.
 long milliseconds_since_start() {
@@ -85,7 +89,7 @@ struct Session {
 
   static StartOptions start_options(const WindowParts& parts) {
     StartOptions options;
-    options.view = parts.line.view;
+    options.view = parts.line.measure_turn ? 0 : parts.line.view;
     if (parts.line.date) options.date = *parts.line.date;
     return options;
   }
@@ -112,10 +116,39 @@ void import_files_here(Session& session, EmbeddedStore* store,
     session.host.window.post({kMessageRefresh, 0, {}, 0});
 }
 
+// How appointments leave: as a calendar file. Where it went is told when nothing else shows it.
+void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& parts) {
+  const Outbox outbox(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
+  const auto hand_over = [&session, &store, &parts, outbox](const AppointmentRecord& record) {
+    const auto handed =
+        outbox.hand_over(record.fields.subject, export_appointment(store, record, parts.clock));
+    if (!handed) std::cerr << "orvello: " << handed.reason() << "\n";
+    if (handed && !handed->mailed)
+      session.host.boxes.show(u"Saved to " + to_utf16(handed->path), u"Orvello");
+    return static_cast<bool>(handed);
+  };
+  store.set_transport(hand_over, hand_over);
+}
+
+// Ends the program with what it has measured; false when the Day view did not turn.
+bool print_turns(Session& session) {
+  std::vector<double> times = session.qt.measure_turns(kTurns);
+  const bool all = static_cast<int>(times.size()) == kTurns;
+  if (all) {
+    std::sort(times.begin(), times.end());
+    std::printf("turn: median %.1f ms, maximum %.1f ms\n", times[times.size() / 2], times.back());
+    std::fflush(stdout);
+  } else {
+    std::cerr << "orvello: the Day view turned " << times.size() << " of " << kTurns << " times\n";
+  }
+  session.host.window.post({kMessageClose, 0, {}, 0});
+  return all;
+}
+
 }  // namespace
 
 int run_window(int argc, char** argv, const WindowParts& parts) {
-  Session session(argc, argv, parts, parts.line.measure_start);
+  Session session(argc, argv, parts, parts.line.measure_start || parts.line.measure_turn);
   EmbeddedStore* store = parts.store;
   session.qt.on_files(
       [&](std::vector<std::string> files) { import_files_here(session, store, files); });
@@ -126,10 +159,16 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
       session.host.window.post({kMessageClose, 0, {}, 0});
     });
   }
-  if (session.application.start_up() != StartResult::running) return kExitNoWindow;
-
   QTimer poll;
+  bool measured = true;
+  if (parts.line.measure_turn) {
+    session.qt.on_first_paint([&] {
+      QTimer::singleShot(kRestMilliseconds, &poll, [&] { measured = print_turns(session); });
+    });
+  }
+  if (session.application.start_up() != StartResult::running) return kExitNoWindow;
   if (store) {
+    open_outbox(session, *store, parts);
     QObject::connect(&poll, &QTimer::timeout, [store] { store->poll(); });
     store->set_wake([store, &poll] { QTimer::singleShot(0, &poll, [store] { store->poll(); }); });
     poll.start(kPollMilliseconds);
@@ -137,8 +176,11 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   if (!parts.line.files.empty())
     QTimer::singleShot(0, &poll, [&] { import_files_here(session, store, parts.line.files); });
   const int code = session.qt.run();
-  if (store) store->set_wake({});
-  return code;
+  if (store) {
+    store->set_wake({});
+    store->set_transport({}, {});
+  }
+  return measured ? code : kExitFailure;
 }
 
 int run_render(int argc, char** argv, const WindowParts& given) {

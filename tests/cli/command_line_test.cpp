@@ -19,7 +19,8 @@ TEST(CommandLine, NothingOpensTheWindow) {
   EXPECT_EQ(line->command, Command::window);
   EXPECT_TRUE(line->files.empty());
   EXPECT_EQ(line->view, -1);
-  EXPECT_FALSE(line->now || line->date || line->screen || line->measure_start);
+  EXPECT_FALSE(line->now || line->date || line->screen || line->measure_start ||
+               line->measure_turn);
 }
 
 TEST(CommandLine, OptionsStandAnywhereAndTakeAnEqualsSign) {

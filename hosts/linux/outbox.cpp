@@ -1,0 +1,182 @@
+#include "hosts/linux/outbox.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <sstream>
+
+namespace orvello {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kLongestName = 60;
+constexpr auto kKeptForMail = std::chrono::hours(24 * 7);  // the mail program reads it when it will
+
+std::string variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
+}
+
+std::string base_folder(const char* name, const char* below_home) {
+  const std::string value = variable(name), home = variable("HOME");
+  if (!value.empty() && value.front() == '/') return value;
+  return home.empty() ? home : home + below_home;
+}
+
+std::string mail_starter() {
+  if (variable("DISPLAY").empty() && variable("WAYLAND_DISPLAY").empty()) return {};
+  std::istringstream folders(variable("PATH"));
+  for (std::string folder; std::getline(folders, folder, ':');) {
+    const std::string path = folder + "/xdg-email";
+    if (!folder.empty() && ::access(path.c_str(), X_OK) == 0) return path;
+  }
+  return {};
+}
+
+// In a session of its own and nobody's child, so that it outlives the program. False when it could
+// not be started at all.
+bool start_detached(const std::string& program, const std::string& path) {
+  const char* const arguments[] = {program.c_str(), "--attach", path.c_str(), nullptr};
+  int report[2];
+  if (::pipe2(report, O_CLOEXEC) != 0) return false;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    // Other threads' locks may be held here: nothing but system calls.
+    ::setsid();
+    if (::fork() != 0) ::_exit(0);
+    const int nothing = ::open("/dev/null", O_RDWR);
+    for (const int stream : {0, 1, 2}) ::dup2(nothing, stream);
+    ::execv(program.c_str(), const_cast<char* const*>(arguments));
+    const char failed = 1;
+    [[maybe_unused]] const auto written = ::write(report[1], &failed, 1);
+    ::_exit(127);
+  }
+  ::close(report[1]);
+  char failed = 0;
+  ssize_t got = 0;
+  if (child > 0) {
+    ::waitpid(child, nullptr, 0);
+    do got = ::read(report[0], &failed, 1);
+    while (got < 0 && errno == EINTR);
+  }
+  ::close(report[0]);
+  return child > 0 && got == 0;
+}
+
+Result<std::string> save_in(const std::string& folder, const std::string& name,
+                            const std::string& text) {
+  const auto failure = [&folder] {
+    return Result<std::string>::failure(folder + ": " + std::strerror(errno));
+  };
+  std::error_code error;
+  fs::create_directories(fs::path(folder).parent_path(), error);
+  if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return failure();
+  for (int number = 1; number < 10000; ++number) {
+    const std::string suffix = number > 1 ? "-" + std::to_string(number) : "";
+    const std::string path = folder + "/" + name + suffix + ".ics";
+    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0 && errno == EEXIST) continue;
+    if (file < 0) return failure();
+    std::size_t done = 0;
+    while (done < text.size()) {
+      const ssize_t wrote = ::write(file, text.data() + done, text.size() - done);
+      if (wrote < 0 && errno == EINTR) continue;
+      if (wrote < 0) break;
+      done += static_cast<std::size_t>(wrote);
+    }
+    const int problem = errno;
+    if (::close(file) == 0 && done == text.size()) return path;
+    ::unlink(path.c_str());
+    errno = problem;
+    return failure();
+  }
+  errno = EEXIST;
+  return failure();
+}
+
+void forget_old_files(const std::string& folder) {
+  std::error_code error;
+  const auto now = fs::file_time_type::clock::now();
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
+    if (now - entry.last_write_time(error) > kKeptForMail) fs::remove(entry.path(), error);
+}
+
+std::optional<HandedOver> mail(const std::string& name, const std::string& calendar) {
+  const std::string program = mail_starter(), cache = base_folder("XDG_CACHE_HOME", "/.cache");
+  if (program.empty() || cache.empty()) return std::nullopt;
+  const std::string folder = cache + "/orvello";
+  forget_old_files(folder);
+  const auto path = save_in(folder, name, calendar);
+  if (!path) return std::nullopt;
+  if (start_detached(program, *path)) return HandedOver{true, *path};
+  ::unlink(path->c_str());
+  return std::nullopt;
+}
+
+bool is_troublesome(char16_t unit) {
+  return unit < 0x20 || unit == 0x7F || TextView(u"/\\:*?\"<>|").find(unit) != TextView::npos;
+}
+
+}  // namespace
+
+std::string safe_file_name(TextView subject) {
+  Text name;
+  for (const char16_t unit : subject) {
+    const char16_t safe = is_troublesome(unit) ? u' ' : unit;
+    // No blanks at the start, none twice; a first dot would hide the file, a dash be an option.
+    const bool leading = name.empty() && (safe == u' ' || safe == u'.' || safe == u'-');
+    if (leading || (safe == u' ' && name.back() == u' ')) continue;
+    name += safe;
+  }
+  if (name.size() > kLongestName) {
+    const bool splits_a_pair = name[kLongestName] >= 0xDC00 && name[kLongestName] < 0xE000;
+    name.resize(splits_a_pair ? kLongestName - 1 : kLongestName);
+  }
+  while (!name.empty() && (name.back() == u' ' || name.back() == u'.')) name.pop_back();
+  return name.empty() ? "appointment" : to_utf8(name);
+}
+
+std::string documents_folder() {
+  const std::string home = variable("HOME");
+  std::ifstream file(base_folder("XDG_CONFIG_HOME", "/.config") + "/user-dirs.dirs");
+  const std::string key = "XDG_DOCUMENTS_DIR=\"";
+  for (std::string line; std::getline(file, line);) {
+    if (line.rfind(key, 0) != 0) continue;
+    std::string value = line.substr(key.size());
+    value.resize(std::min(value.find('"'), value.size()));
+    while (value.size() > 1 && value.back() == '/') value.pop_back();
+    if (value.rfind("$HOME", 0) == 0 && !home.empty()) value.replace(0, 5, home);
+    if (!value.empty() && value.front() == '/') return value;
+  }
+  struct stat info {};
+  const std::string usual = home + "/Documents";
+  if (home.empty()) return home;
+  return ::stat(usual.c_str(), &info) == 0 && S_ISDIR(info.st_mode) ? usual : home;
+}
+
+Result<HandedOver> Outbox::hand_over(TextView subject, const std::string& calendar) const {
+  const std::string name = safe_file_name(subject);
+  if (folder_.empty())
+    if (const auto mailed = mail(name, calendar)) return *mailed;
+  std::string folder = folder_;
+  if (folder.empty()) {
+    const std::string documents = documents_folder();
+    if (documents.empty())
+      return Result<HandedOver>::failure("There is no home folder to save the appointment in.");
+    folder = documents + "/Orvello";
+  }
+  const auto path = save_in(folder, name, calendar);
+  if (!path) return Result<HandedOver>::failure(path.reason());
+  return HandedOver{false, *path};
+}
+
+}  // namespace orvello

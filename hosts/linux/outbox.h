@@ -1,0 +1,38 @@
+// How an appointment leaves this machine: as a calendar file, by the desktop's mail program or into
+// a folder.
+#pragma once
+
+#include <string>
+
+#include "base/result.h"
+#include "base/text.h"
+
+namespace orvello {
+
+struct HandedOver {
+  bool mailed = false;  // the mail program was started with it
+  std::string path;     // the file
+};
+
+class Outbox {
+ public:
+  // `folder` takes all files and no mail program is started; empty: the desktop's way, in which
+  // the files go to "Orvello" in the documents folder when there is no mail program.
+  explicit Outbox(std::string folder) : folder_(std::move(folder)) {}
+
+  // The file is named after the subject and never replaces another one. Fails with the reason.
+  Result<HandedOver> hand_over(TextView subject, const std::string& calendar) const;
+
+ private:
+  std::string folder_;
+};
+
+// A file name without its ending: 60 characters at most, never empty, nothing that a file system,
+// a shell or another platform would trip over.
+std::string safe_file_name(TextView subject);
+
+// The documents folder as the desktop's configuration, or else the home folder, has it; empty
+// without a home.
+std::string documents_folder();
+
+}  // namespace orvello

@@ -1,0 +1,101 @@
+#include "hosts/qt/control_input.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QStyleHints>
+#include <QWidget>
+
+#include "hosts/qt/modal_layer.h"
+#include "hosts/qt/qt_keys.h"
+#include "hosts/qt/qt_look.h"
+
+namespace orvello {
+namespace {
+
+using Kind = DialogEvent::Kind;
+
+constexpr int kSamePlace = 6;  // how far apart two taps of one double tap may lie
+
+}  // namespace
+
+ControlInput::ControlInput(QWidget& surface, const Density& density, int control, Report report)
+    : surface_(surface), density_(density), control_(control), report_(std::move(report)) {
+  surface.setAttribute(Qt::WA_AcceptTouchEvents);
+}
+
+DialogEvent ControlInput::event_of(Kind kind, Point at) const {
+  DialogEvent event;
+  event.kind = kind;
+  event.control = control_;
+  event.size = {density_.device(surface_.width()), density_.device(surface_.height())};
+  event.point = at;
+  return event;
+}
+
+bool ControlInput::is_second_tap(const QEvent& event, QPointF place) {
+  const quint64 time = static_cast<const QInputEvent&>(event).timestamp();
+  const bool near = (place - tap_place_).manhattanLength() <= density_.scaled(kSamePlace);
+  const auto interval =
+      static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+  const bool soon = time != 0 && time - tap_time_ < interval;
+  const bool second = tapped_ && near && (soon || event.type() == QEvent::MouseButtonDblClick);
+  tapped_ = !second;
+  tap_time_ = time;
+  tap_place_ = place;
+  return second;
+}
+
+bool ControlInput::take_pointer(QEvent& event) {
+  const QtPointer::Step step = pointer_.take(event);
+  if (!step.taken) return false;
+  event.accept();  // also keeps the toolkit from making mouse events of touches
+  if (is_covered(surface_)) {
+    if (step.change == QtPointer::Change::up) pass_release_on(surface_, step.place);
+    return true;
+  }
+  Kind kind = Kind::pointer_move;
+  switch (step.change) {
+    case QtPointer::Change::none:
+    case QtPointer::Change::hover:
+      return true;
+    case QtPointer::Change::down:
+      kind = is_second_tap(event, step.place) ? Kind::double_tap : Kind::pointer_down;
+      break;
+    case QtPointer::Change::move:
+      break;
+    case QtPointer::Change::up:
+      kind = Kind::pointer_up;
+      break;
+  }
+  report_(event_of(kind, density_.device(step.place)));
+  return true;
+}
+
+bool ControlInput::take_key(QKeyEvent& event) {
+  const int key = event.key();
+  if (key == Qt::Key_Tab || key == Qt::Key_Backtab) return false;
+  if (event.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) return false;
+  const std::uint32_t code = virtual_key(event);
+  // Escape closes what is modal.
+  if (code == 0 || (key == Qt::Key_Escape && is_modal(surface_))) return false;
+  DialogEvent told = event_of(Kind::key, {});
+  told.key = code;
+  told.control_held = event.modifiers() & Qt::ControlModifier;
+  told.shift_held = event.modifiers() & Qt::ShiftModifier;
+  event.accept();
+  report_(told);
+  return true;
+}
+
+void ControlInput::tap(Point at) {
+  const QPointer<QWidget> alive(&surface_);
+  report_(event_of(Kind::pointer_down, at));
+  if (alive) report_(event_of(Kind::pointer_up, at));
+}
+
+void ControlInput::release_at(QPointF global) {
+  report_(event_of(Kind::pointer_up, density_.device(surface_.mapFromGlobal(global))));
+}
+
+}  // namespace orvello

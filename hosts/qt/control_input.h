@@ -1,0 +1,45 @@
+// What a person does to one control that the program draws, as events of its dialog.
+#pragma once
+
+#include <QPointF>
+#include <functional>
+
+#include "hosts/qt/density.h"
+#include "hosts/qt/qt_pointer.h"
+#include "ports/dialogs.h"
+
+class QKeyEvent;
+class QWidget;
+
+namespace orvello {
+
+class ControlInput {
+ public:
+  using Report = std::function<void(const DialogEvent&)>;
+  // Points are told in `surface`, the control or its viewport.
+  ControlInput(QWidget& surface, const Density& density, int control, Report report);
+
+  // True when the event is done with. What a report does may end the control: nothing of it is
+  // touched afterwards.
+  bool take_pointer(QEvent& event);
+  bool take_key(QKeyEvent& event);
+  // As if the pointer had come and gone at once.
+  void tap(Point at);
+  // A pointer that was pressed elsewhere lets go at a place of the screen.
+  void release_at(QPointF global);
+
+ private:
+  bool is_second_tap(const QEvent& event, QPointF place);
+  DialogEvent event_of(DialogEvent::Kind kind, Point at) const;
+
+  QWidget& surface_;
+  const Density& density_;
+  int control_;
+  Report report_;
+  QtPointer pointer_;
+  bool tapped_ = false;  // once, at this moment and place
+  quint64 tap_time_ = 0;
+  QPointF tap_place_;
+};
+
+}  // namespace orvello

@@ -1,0 +1,53 @@
+#include "hosts/qt/custom_area.h"
+
+#include <QFocusEvent>
+#include <QPainter>
+
+#include "hosts/qt/qt_surface.h"
+
+namespace orvello {
+
+CustomArea::CustomArea(QWidget* parent, const Density& density, int control,
+                       ControlInput::Report report)
+    : QWidget(parent),
+      density_(density),
+      control_(control),
+      report_(std::move(report)),
+      input_(*this, density, control, report_) {
+  setFocusPolicy(Qt::StrongFocus);
+}
+
+void CustomArea::choose_part(int part) {
+  const auto at = static_cast<std::size_t>(part);
+  if (part >= 0 && at < parts_.size()) input_.tap(parts_[at].place.center());
+}
+
+bool CustomArea::event(QEvent* event) {
+  // The toolkit gives the focus for a mouse's press alone, and before the press is told.
+  const bool pressed = event->type() == QEvent::TabletPress || event->type() == QEvent::TouchBegin;
+  if (pressed) setFocus(Qt::MouseFocusReason);
+  return input_.take_pointer(*event) || QWidget::event(event);
+}
+
+void CustomArea::paintEvent(QPaintEvent*) {
+  const Size size{density_.device(width()), density_.device(height())};
+  QtSurface surface(size);
+  report_({DialogEvent::Kind::paint, control_, &surface.canvas(), size});
+  surface.publish();
+  QPainter painter(this);
+  surface.paint(painter, size, density_.ratio);
+}
+
+void CustomArea::keyPressEvent(QKeyEvent* event) {
+  if (!input_.take_key(*event)) QWidget::keyPressEvent(event);
+}
+
+void CustomArea::focusInEvent(QFocusEvent* event) {
+  update();
+  if (event->reason() != Qt::PopupFocusReason)
+    report_({DialogEvent::Kind::changed, control_, nullptr, {}});
+}
+
+void CustomArea::focusOutEvent(QFocusEvent*) { update(); }
+
+}  // namespace orvello

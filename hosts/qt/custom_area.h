@@ -1,0 +1,36 @@
+// A control that the program draws.
+#pragma once
+
+#include <QWidget>
+
+#include "hosts/qt/accessible_parts.h"
+#include "hosts/qt/control_input.h"
+
+namespace orvello {
+
+class CustomArea : public QWidget, public AccessibleParts {
+ public:
+  CustomArea(QWidget* parent, const Density& density, int control, ControlInput::Report report);
+
+  ControlInput& input() { return input_; }
+  void set_parts(const std::vector<AccessibleCell>& parts) { parts_ = parts; }
+  const Density& parts_density() const override { return density_; }
+  std::vector<AccessibleCell> accessible_parts() const override { return parts_; }
+  void choose_part(int part) override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  const Density& density_;
+  int control_;
+  ControlInput::Report report_;
+  ControlInput input_;
+  std::vector<AccessibleCell> parts_;
+};
+
+}  // namespace orvello

@@ -1,0 +1,61 @@
+#include "hosts/qt/flat_choice.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+
+#include "hosts/qt/qt_look.h"
+
+namespace orvello {
+namespace {
+
+constexpr int kMark = 14;  // design units
+
+void paint_mark(QPainter& painter, const QRectF& box, bool round) {
+  const double side = box.width();
+  if (round) {
+    const double dot = side * 0.25;
+    painter.setBrush(painter.pen().color());
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(box.adjusted(dot, dot, -dot, -dot));
+    return;
+  }
+  QPainterPath tick(box.topLeft() + QPointF(side * 0.22, side * 0.52));
+  tick.lineTo(box.topLeft() + QPointF(side * 0.43, side * 0.73));
+  tick.lineTo(box.topLeft() + QPointF(side * 0.79, side * 0.29));
+  painter.strokePath(
+      tick, QPen(painter.pen().color(), side * 0.13, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+}
+
+}  // namespace
+
+void paint_choice(QAbstractButton& button, const Density& density, bool round) {
+  QPainter painter(&button);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double line = std::max(1, density.scaled(1)), side = density.scaled(kMark);
+  const QRectF box(line, (button.height() - side) / 2, side, side);
+  const double corner = round ? side / 2 : density.scaled(2);
+  const QColor ink(button.isEnabled() ? kAccent : kFaintInk);
+  painter.setPen(QPen(button.isChecked() || button.isDown() ? ink : QColor(kDimInk), line));
+  painter.setBrush(button.isDown() ? QColor(kAccentTint) : QColor(Qt::white));
+  painter.drawRoundedRect(box, corner, corner);
+  painter.setPen(ink);
+  if (button.isChecked()) paint_mark(painter, box, round);
+  const int left = static_cast<int>(box.right()) + density.scaled(6);
+  const QRect room(left, 0, button.width() - left, button.height());
+  constexpr int flags = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap | Qt::TextShowMnemonic;
+  painter.setFont(button.font());
+  if (button.hasFocus()) {
+    const QRect text = painter.boundingRect(room, flags, button.text());
+    const int gap = static_cast<int>(2 * line);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor(kAccent), line));
+    painter.drawRoundedRect(QRectF(text.adjusted(-gap, 0, gap, 0).intersected(button.rect()))
+                                .adjusted(line / 2, line / 2, -line / 2, -line / 2),
+                            gap, gap);
+  }
+  painter.setPen(QColor(button.isEnabled() ? kInk : kFaintInk));
+  painter.drawText(room, flags, button.text());
+}
+
+}  // namespace orvello

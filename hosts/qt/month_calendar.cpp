@@ -1,0 +1,248 @@
+#include "hosts/qt/month_calendar.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPointer>
+#include <algorithm>
+
+#include "hosts/qt/qt_look.h"
+#include "hosts/qt/qt_text.h"
+
+namespace orvello {
+namespace {
+
+constexpr int kYearWidth = 44, kNamesHeight = 18;  // design units
+constexpr int kNotch = 120;
+const QDate kFirst(1601, 1, 1), kLast(9999, 12, 31);
+
+QDate date_of(const MonthDayYear& date) { return {date.year, date.month, date.day}; }
+
+// What the arrows do, from the left.
+QDate arrow_target(int arrow, const QDate& date) {
+  switch (arrow) {
+    case 0:
+      return date.addMonths(-1);
+    case 1:
+      return date.addMonths(1);
+    case 2:
+      return date.addYears(-1);
+    default:
+      return date.addYears(1);
+  }
+}
+
+}  // namespace
+
+MonthCalendar::MonthCalendar(QWidget* parent, const Density& density, const LocaleData& locale)
+    : QWidget(parent), density_(density), locale_(locale), date_(2000, 1, 1) {
+  setFocusPolicy(Qt::StrongFocus);
+}
+
+void MonthCalendar::set(const MonthDayYear& date, const MonthDayYear& today, bool monday_first) {
+  const QDate wanted = date_of(date);
+  if (wanted.isValid()) date_ = std::clamp(wanted, kFirst, kLast);
+  today_ = date_of(today);
+  monday_first_ = monday_first;
+  update();
+}
+
+QDate MonthCalendar::grid_start() const {
+  const QDate first(date_.year(), date_.month(), 1);
+  const int column = monday_first_ ? first.dayOfWeek() - 1 : first.dayOfWeek() % 7;
+  return first.addDays(-column);
+}
+
+QRect MonthCalendar::day_names() const {
+  return {0, density_.scaled(kTouchHeight), width(), density_.scaled(kNamesHeight)};
+}
+
+QRect MonthCalendar::place_of(int part) const {
+  const int side = density_.scaled(kTouchHeight), year = density_.scaled(kYearWidth);
+  if (part < kArrows) {
+    const int x[kArrows] = {0, width() - 3 * side - year, width() - 2 * side - year,
+                            width() - side};
+    return {x[part], 0, side, side};
+  }
+  const int column = (part - kArrows) % kColumns, row = (part - kArrows) / kColumns;
+  const int top = day_names().bottom() + 1, rest = height() - top;
+  const int x = width() * column / kColumns, y = top + rest * row / kRows;
+  return {x, y, width() * (column + 1) / kColumns - x, top + rest * (row + 1) / kRows - y};
+}
+
+int MonthCalendar::part_at(QPoint point) const {
+  for (int part = 0; part < kArrows + kColumns * kRows; ++part)
+    if (place_of(part).contains(point)) return part;
+  return -1;
+}
+
+void MonthCalendar::move_to(const QDate& date) {
+  const QDate within = std::clamp(date, kFirst, kLast);
+  if (!date.isValid() || within == date_) return;
+  date_ = within;
+  update();
+  if (moved) moved();
+}
+
+void MonthCalendar::tap(int part) {
+  if (part < 0) return;
+  if (part < kArrows) return move_to(arrow_target(part, date_));
+  const QPointer<MonthCalendar> alive(this);
+  move_to(grid_start().addDays(part - kArrows));
+  if (alive && chosen) chosen();
+}
+
+void MonthCalendar::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  pressed_ = part_at(event->position().toPoint());
+  update();
+}
+
+void MonthCalendar::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+
+void MonthCalendar::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  const int part = part_at(event->position().toPoint());
+  const bool same = part == pressed_;
+  pressed_ = -1;
+  update();
+  if (same) tap(part);
+}
+
+void MonthCalendar::wheelEvent(QWheelEvent* event) {
+  event->accept();
+  if (const int notches = event->angleDelta().y() / kNotch) move_to(date_.addMonths(-notches));
+}
+
+void MonthCalendar::keyPressEvent(QKeyEvent* event) {
+  const bool far = event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+  switch (event->key()) {
+    case Qt::Key_Left:
+      return move_to(date_.addDays(-1));
+    case Qt::Key_Right:
+      return move_to(date_.addDays(1));
+    case Qt::Key_Up:
+      return move_to(date_.addDays(-kColumns));
+    case Qt::Key_Down:
+      return move_to(date_.addDays(kColumns));
+    case Qt::Key_PageUp:
+      return move_to(arrow_target(far ? 2 : 0, date_));
+    case Qt::Key_PageDown:
+      return move_to(arrow_target(far ? 3 : 1, date_));
+    case Qt::Key_Home:
+      return move_to(QDate(date_.year(), date_.month(), 1));
+    case Qt::Key_End:
+      return move_to(QDate(date_.year(), date_.month(), date_.daysInMonth()));
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+      if (chosen) chosen();
+      return;
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+void MonthCalendar::focusInEvent(QFocusEvent*) { update(); }
+void MonthCalendar::focusOutEvent(QFocusEvent*) { update(); }
+
+void MonthCalendar::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.fillRect(rect(), Qt::white);
+  paint_heading(painter);
+  const QDate start = grid_start();
+  painter.setFont(widget_font(density_, kTextSize));
+  for (int i = 0; i < kColumns * kRows; ++i) paint_day(painter, kArrows + i, start.addDays(i));
+}
+
+void MonthCalendar::paint_heading(QPainter& painter) const {
+  for (int arrow = 0; arrow < kArrows; ++arrow) paint_arrow(painter, arrow);
+  painter.setPen(QColor(kAccent));
+  painter.setFont(widget_font(density_, kHeadingSize, true));
+  const auto between = [&](int left, int right) {
+    const QRect a = place_of(left), b = place_of(right);
+    return QRect(a.right() + 1, a.top(), b.left() - a.right() - 1, a.height());
+  };
+  const auto month = static_cast<std::size_t>(date_.month() - 1);
+  painter.drawText(between(0, 1), Qt::AlignCenter, to_qt(locale_.month_names[month]));
+  painter.drawText(between(2, 3), Qt::AlignCenter, QString::number(date_.year()));
+  const QRect names = day_names();
+  painter.setPen(QColor(kDimInk));
+  painter.setFont(widget_font(density_, kTextSize - 1));
+  const QDate start = grid_start();
+  for (int column = 0; column < kColumns; ++column) {
+    QRect box = place_of(kArrows + column);
+    box.setTop(names.top());
+    box.setHeight(names.height());
+    const auto day = static_cast<std::size_t>(start.addDays(column).dayOfWeek() - 1);
+    painter.drawText(box, Qt::AlignCenter, to_qt(locale_.short_day_names[day]));
+  }
+  painter.fillRect(0, names.bottom(), width(), std::max(1, density_.scaled(1)), QColor(kHairline));
+}
+
+void MonthCalendar::paint_arrow(QPainter& painter, int arrow) const {
+  const QRectF place = place_of(arrow);
+  const bool forward = arrow % 2 == 1;
+  if (pressed_ == arrow) painter.fillRect(place, QColor(kAccentTint));
+  const double half = density_.scaled(4), depth = half * (forward ? 1 : -1);
+  const QPointF middle = place.center();
+  QPainterPath path(middle - QPointF(depth / 2, half));
+  path.lineTo(middle + QPointF(depth / 2, 0));
+  path.lineTo(middle + QPointF(-depth / 2, half));
+  const double thick = std::max(1.5, density_.scaled(2) * 1.0);
+  painter.strokePath(path,
+                     QPen(QColor(kAccent), thick, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+}
+
+void MonthCalendar::paint_day(QPainter& painter, int part, const QDate& day) const {
+  const double line = std::max(1, density_.scaled(1));
+  const QRectF box = QRectF(place_of(part)).adjusted(line, line, -line, -line);
+  const double round = density_.scaled(3);
+  const bool selected = day == date_;
+  if (selected || pressed_ == part) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(selected ? kAccent : kAccentTint));
+    painter.drawRoundedRect(box, round, round);
+  }
+  painter.setBrush(Qt::NoBrush);
+  const QRectF edge = box.adjusted(line, line, -line, -line);
+  if (day == today_) {
+    painter.setPen(QPen(selected ? QColor(Qt::white) : QColor(kAccent), 1.5 * line));
+    painter.drawRoundedRect(edge, round, round);
+  } else if (selected && hasFocus()) {
+    painter.setPen(QPen(QColor(Qt::white), line, Qt::DotLine));
+    painter.drawRoundedRect(edge, round, round);
+  }
+  const bool other = day.month() != date_.month();
+  painter.setPen(selected ? QColor(Qt::white) : QColor(other ? kDimInk : kInk));
+  painter.drawText(place_of(part), Qt::AlignCenter, QString::number(day.day()));
+}
+
+std::vector<AccessibleCell> MonthCalendar::accessible_parts() const {
+  static constexpr const char16_t* kNames[kArrows] = {u"Previous month", u"Next month",
+                                                      u"Previous year", u"Next year"};
+  std::vector<AccessibleCell> parts;
+  const auto add = [&](int part, Text name, bool selected) {
+    const QRect place = place_of(part);
+    const int x = density_.device(place.x()), y = density_.device(place.y());
+    parts.push_back({std::move(name),
+                     {x, y, density_.device(place.x() + place.width()) - x,
+                      density_.device(place.y() + place.height()) - y},
+                     selected});
+  };
+  for (int arrow = 0; arrow < kArrows; ++arrow) add(arrow, kNames[arrow], false);
+  const QDate start = grid_start();
+  for (int i = 0; i < kColumns * kRows; ++i) {
+    const QDate day = start.addDays(i);
+    const Text& month = locale_.genitive_month_names[static_cast<std::size_t>(day.month() - 1)];
+    const QString name =
+        QStringLiteral("%1 %2 %3").arg(day.day()).arg(to_qt(month)).arg(day.year());
+    add(kArrows + i, from_qt(name), day == date_);
+  }
+  return parts;
+}
+
+void MonthCalendar::choose_part(int part) { tap(part); }
+
+}  // namespace orvello
