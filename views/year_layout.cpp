@@ -77,7 +77,8 @@ void place_blocks(YearLayout& layout, int firstdayofweek) {
   layout.double_height = layout.cell.height + std::clamp(below, 0, layout.cell.height);
   // The lower number gets what two digits of the cell's width need, at most half; the upper one
   // stays in its row where that leaves it there.
-  const int digits = std::min(layout.cell.width * 4 / 5, font_height(14, screen.dpi_y));
+  const int digits =
+      std::min(layout.cell.width * 4 / 5, font_height(14, screen.dpi_y)) + screen.scale;
   layout.double_split = std::max(layout.double_height / 2,
                                  std::min(layout.double_height - digits, layout.cell.height));
 

@@ -2,43 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "calendar/dates.h"
+#include "tests/views/scripted_items.h"
 
 namespace orvello {
 namespace {
-
-// Answers each restriction with what the test lists for it, and notes what it was asked.
-class ScriptedItems : public StoreItems {
- public:
-  using Answers = std::map<Text, std::vector<StoreItem>>;
-  ScriptedItems(const Answers& answers, std::vector<Text>& log, std::vector<StoreItem> items = {})
-      : answers_(answers), log_(log), items_(std::move(items)) {}
-
-  void set_include_recurrences(bool include) override { log_.push_back(include ? u"all" : u"-"); }
-  void sort(TextView property, bool descending) override {
-    log_.push_back(Text(property) + (descending ? u" down" : u" up"));
-  }
-  std::unique_ptr<StoreItems> restrict_to(TextView restriction) override {
-    log_.emplace_back(restriction);
-    const auto answer = answers_.find(Text(restriction));
-    if (answer == answers_.end()) return nullptr;
-    return std::make_unique<ScriptedItems>(answers_, log_, answer->second);
-  }
-  std::optional<StoreItem> find(TextView) override { return std::nullopt; }
-  std::optional<StoreItem> find_next() override { return std::nullopt; }
-  int count() override { return static_cast<int>(items_.size()); }
-  std::optional<StoreItem> item(int index) override {
-    if (index < 1 || index > count()) return std::nullopt;
-    return items_[static_cast<std::size_t>(index - 1)];
-  }
-
- private:
-  const Answers& answers_;
-  std::vector<Text>& log_;
-  std::vector<StoreItem> items_;
-};
 
 // Summaries are made anew at each answer, as a store may do.
 StoreItem item(int oid, CalendarDate start, CalendarDate end, TextView categories = {}) {

@@ -3,37 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "calendar/dates.h"
+#include "tests/views/scripted_items.h"
 #include "views/accessible_counts.h"
 #include "views/year_snapshot.h"
 
 namespace orvello {
 namespace {
 
-// Answers every restriction with the same items, and notes what it was asked.
-class ListedItems : public StoreItems {
- public:
-  ListedItems(std::vector<Text>& log, const std::vector<StoreItem>& items)
-      : log_(log), items_(items) {}
-  void set_include_recurrences(bool include) override { log_.push_back(include ? u"all" : u"-"); }
-  void sort(TextView property, bool descending) override {
-    log_.push_back(Text(property) + (descending ? u" down" : u" up"));
-  }
-  std::unique_ptr<StoreItems> restrict_to(TextView restriction) override {
-    log_.emplace_back(restriction);
-    return std::make_unique<ListedItems>(log_, items_);
-  }
-  std::optional<StoreItem> find(TextView) override { return std::nullopt; }
-  std::optional<StoreItem> find_next() override { return std::nullopt; }
-  int count() override { return static_cast<int>(items_.size()); }
-  std::optional<StoreItem> item(int index) override {
-    if (index < 1 || index > count()) return std::nullopt;
-    return items_[static_cast<std::size_t>(index - 1)];
-  }
-
- private:
-  std::vector<Text>& log_;
-  const std::vector<StoreItem>& items_;
-};
+const Text kThreeDays = u"[End] >= <46146 AND [Start] <= <46148";  // from 4 May 2026
 
 class YearMarksTest : public testing::Test {
  protected:
@@ -44,7 +21,11 @@ class YearMarksTest : public testing::Test {
     items.push_back({start, end, summary});
   }
   ItemsSource source() {
-    return [this] { return std::make_unique<ListedItems>(log, items); };
+    return [this] {
+      for (const int year : {1900, 2008, 2026}) answers[year_restriction(year)] = items;
+      answers[kThreeDays] = items;
+      return std::make_unique<ScriptedItems>(answers, log);
+    };
   }
   // The marked days as "12/30 12/31 1/1".
   std::string marked(int year = 2026, int generation = 0, const ProfileTest& passes = {}) {
@@ -61,7 +42,8 @@ class YearMarksTest : public testing::Test {
     return WholeDayNumber(month, d, year) + hour / 24;
   }
 
-  std::vector<StoreItem> items;
+  std::vector<StoreItem> items;  // answered to each of the queries
+  ScriptedItems::Answers answers;
   std::vector<Text> log;
 };
 
@@ -73,19 +55,14 @@ TEST_F(YearMarksTest, AsksForTheYearInOrderOfStart) {
   EXPECT_EQ(day(12, 31, 2008), 39813);
 }
 
-TEST_F(YearMarksTest, DaysBeyondTheYearMarkTheSameTable) {
-  add(day(12, 30, 2026, 9), day(1, 2, 2027, 10));
+TEST_F(YearMarksTest, EveryDayFromStartToEndIsMarked) {
+  add(day(12, 30, 2026, 9), day(1, 2, 2027, 10));  // January of the same table
   EXPECT_EQ(marked(), "1/1 1/2 12/30 12/31 ");
   items.clear();
   add(day(12, 31, 2025, 23), day(1, 1, 2026));  // until midnight, and that belongs to the day
-  EXPECT_EQ(marked(), "1/1 12/31 ");
-}
-
-TEST_F(YearMarksTest, AllDayItemsOfGenerationThreeEndADayEarlier) {
   add(day(5, 4, 2026), day(5, 6, 2026), {}, true);
-  add(day(8, 4, 2026), day(8, 5, 2026));
-  EXPECT_EQ(marked(2026, 2), "5/4 5/5 5/6 8/4 8/5 ");
-  EXPECT_EQ(marked(2026, 3), "5/4 5/5 8/4 8/5 ");
+  EXPECT_EQ(marked(2026, 2), "1/1 5/4 5/5 5/6 12/31 ");
+  EXPECT_EQ(marked(2026, 3), "1/1 5/4 5/5 12/31 ");
 }
 
 TEST_F(YearMarksTest, ALongSpanMarksEachDateItHolds) {
@@ -109,8 +86,8 @@ TEST_F(YearMarksTest, OnlyWhatPassesTheProfile) {
 }
 
 TEST_F(YearMarksTest, GivesUpForANewerRequest) {
-  add(day(5, 4, 2026), day(5, 4, 2026), u"a");
-  add(day(5, 5, 2026), day(5, 5, 2026), u"b");
+  add(day(5, 4, 2026), day(5, 4, 2026));
+  add(day(5, 5, 2026), day(5, 5, 2026));
   std::atomic<int> state{101};
   YearMarks marks;
   const auto stop = [&](TextView) { return state = 100, true; };
@@ -120,7 +97,7 @@ TEST_F(YearMarksTest, GivesUpForANewerRequest) {
   log.clear();
   EXPECT_FALSE(BuildYearMarks(2026, source(), {}, 0, state, marks));
   EXPECT_TRUE(log.empty());  // not even asked
-  EXPECT_FALSE(marks.at(5, 4));
+  EXPECT_EQ(marks, YearMarks());
   state = 101;
   EXPECT_TRUE(BuildYearMarks(
       2026, [] { return nullptr; }, {}, 0, state, marks));
@@ -132,27 +109,18 @@ TEST_F(YearMarksTest, EachAppointmentCountsOnceADay) {
   add(day(4, 1, 2026), day(6, 5, 2046));
   EXPECT_EQ(count_days(source(), 46146, 46148, {}, 0), (std::vector<int>{3, 2, 1}));
   EXPECT_EQ(count_days(source(), 46146, 46148, {}, 3), (std::vector<int>{3, 1, 1}));
-  EXPECT_EQ(log.back(), u"[End] >= <46146 AND [Start] <= <46148");
   EXPECT_TRUE(count_days(source(), 46146, 46145, {}, 0).empty());
 }
 
 TEST_F(YearMarksTest, TheSnapshotAsksOnlyWhenMarksAreWanted) {
-  SettingsRecord settings;
-  const ScreenLayout screen = layout_screen({240, 292}, 96, 96, false);
-  const auto take = [&] {
-    return take_year_snapshot(source(), settings, screen, 2026, {11, 21, 2026}, {5, 4, 2026}, true);
-  };
   add(day(5, 4, 2026), day(5, 4, 2026));
-  EXPECT_FALSE(take().marks.at(5, 4));
-  EXPECT_TRUE(log.empty());
-  settings.coloryearview = 1;
-  const YearSnapshot taken = take();
-  EXPECT_TRUE(taken.marks.at(5, 4));
-  log.clear();
-  const YearSnapshot moved = select_in_year(taken, {5, 5, 2026}, false);
-  EXPECT_EQ(moved.marks, taken.marks);
-  EXPECT_EQ(moved.selected, (MonthDayYear{5, 5, 2026}));
-  EXPECT_TRUE(log.empty());
+  SettingsRecord settings;
+  for (const bool wanted : {false, true}) {
+    settings.coloryearview = wanted;
+    const YearSnapshot taken = take_year_snapshot(source(), settings, {}, 2026, {}, {}, false);
+    EXPECT_EQ(taken.marks.at(5, 4), wanted);
+    EXPECT_EQ(log.empty(), !wanted);
+  }
 }
 
 }  // namespace

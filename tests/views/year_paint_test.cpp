@@ -107,12 +107,8 @@ TEST_F(YearPaintTest, AStaleDrawingIsGivenUpBetweenMonths) {
   const YearSnapshot year = snapshot();
   RecordingCanvas canvas(year.screen.work);
   std::atomic<int> state{101};
-  int months = 0;
-  EXPECT_FALSE(DrawYearView(year, canvas, state, [&] {
-    if (++months == 2) state = 100;
-  }));
-  EXPECT_EQ(months, 2);
-  EXPECT_EQ(canvas.of_kind(Operation::text).size(), 1u + 2u + 31u + 28u);
+  EXPECT_FALSE(DrawYearView(year, canvas, state, [&] { state = 100; }));
+  EXPECT_EQ(canvas.of_kind(Operation::text).size(), 1u + 1u + 31u);  // year, January, its days
 }
 
 }  // namespace
