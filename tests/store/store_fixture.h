@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "calendar/dates.h"
 #include "hosts/headless/headless_ports.h"
 #include "hosts/headless/memory_store.h"
+#include "store/day_agenda.h"
 #include "store/store_session.h"
 
 namespace orvello {
@@ -25,63 +28,43 @@ class StoreTest : public ::testing::Test {
     made.end = end;
     return made;
   }
-  std::int32_t put(const AppointmentFields& fields) {
+  std::int32_t put(const AppointmentFields& fields, const RecurrencePattern* pattern = nullptr) {
     const auto item = session.CreateAppointment();
     item->write(fields);
+    if (pattern) item->pattern()->set_fields(*pattern);
     EXPECT_TRUE(item->save());
     return item->oid();
   }
-  // Every day from the start's on, without end.
-  std::int32_t put_daily(const AppointmentFields& fields) {
-    const auto item = session.CreateAppointment();
-    item->write(fields);
+  // From the start's day on without end; a yearly one on 2 November.
+  std::int32_t put_series(const AppointmentFields& fields,
+                          RecurrenceType type = RecurrenceType::daily) {
     RecurrencePattern pattern;
-    pattern.pattern_start_date = static_cast<std::int32_t>(fields.start);
+    pattern.type = type;
+    pattern.pattern_start_date = std::trunc(fields.start);
     pattern.start_time = fields.start - pattern.pattern_start_date;
-    pattern.end_time = fields.end - static_cast<std::int32_t>(fields.end);
+    pattern.end_time = fields.end - std::trunc(fields.end);
     pattern.duration =
         static_cast<std::int32_t>((to_seconds(fields.end) - to_seconds(fields.start)) / 60);
-    item->pattern()->set_fields(pattern);
-    EXPECT_TRUE(item->save());
-    return item->oid();
+    pattern.day_of_month = 2;
+    pattern.month_of_year = 11;
+    return put(fields, &pattern);
   }
   std::unique_ptr<Appointment> occurrence(std::int32_t oid, CalendarDate start) {
     OccurrenceError error;
     return session.ItemFromOid(oid)->pattern()->occurrence(start, error);
   }
-  void move_occurrence(std::int32_t oid, CalendarDate start, CalendarDate to, CalendarDate end,
-                       TextView subject = u"Moved") {
-    const auto one = occurrence(oid, start);
-    ASSERT_TRUE(one);
-    AppointmentFields changed;
-    one->read(changed);
-    changed.subject = subject;
-    changed.start = to;
-    changed.end = end;
-    one->write(changed);
-    ASSERT_TRUE(one->save());
+  // The day's appointments: "9:00-10:00 Standup, 12:00-multiday Trip".
+  std::string on(int of_november) {
+    std::string list;
+    for (const CompactRow& row : compact_agenda(session.CalendarItems().get(), day(of_november),
+                                                true, [](TextView) { return true; }))
+      list += (list.empty() ? "" : ", ") + to_utf8(row.time + u" " + row.subject);
+    return list;
   }
-  // Subject and times of what touches the days, by start: "Trip 5 20:00-8 7:00".
-  std::vector<std::string> listed(int first, int last) {
-    const auto items = session.CalendarItems();
-    items->set_include_recurrences(true);
-    items->sort(u"[Start]", false);
-    std::vector<std::string> all;
-    const Text wanted = format(u"[End] >= <%.0f AND [Start] <= <%.0f",
-                               static_cast<double>(day(first)), static_cast<double>(day(last)));
-    for (auto item = items->find(wanted); item; item = items->find_next()) {
-      SystemTime start, end;
-      VariantTimeToSystemTime(item->start, start);
-      VariantTimeToSystemTime(item->end, end);
-      all.push_back(to_utf8(format(u"%s %d %d:%.2d-%d %d:%.2d", item->summary->subject, start.day,
-                                   start.hour, start.minute, end.day, end.hour, end.minute)));
-    }
-    return all;
-  }
-  std::vector<std::string> boxes_shown() {
-    std::vector<std::string> texts;
+  std::string boxes_shown() {
+    std::string texts;
     for (const ShownBox& box : boxes.shown)
-      texts.push_back(to_utf8(box.caption) + "|" + to_utf8(box.text));
+      texts += to_utf8(box.caption) + "|" + to_utf8(box.text) + "\n";
     boxes.shown.clear();
     return texts;
   }
@@ -91,7 +74,5 @@ class StoreTest : public ::testing::Test {
   HeadlessBoxes boxes;
   StoreSession session{store, boxes};
 };
-
-using Lines = std::vector<std::string>;
 
 }  // namespace orvello
