@@ -1,6 +1,7 @@
 #include "hosts/qt/form_widget.h"
 
 #include <QButtonGroup>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -189,6 +190,11 @@ void FormWidget::lay_out() {
   const int top = title_height(), edge = border();
   const QRect inside(edge, top + edge, width() - 2 * edge, height() - top - 2 * edge);
   scroll_->setGeometry(inside);
+  if (!isVisible()) {
+    // The toolkit would leave it to the moment when it is shown.
+    QResizeEvent event(scroll_->size(), scroll_->size());
+    QCoreApplication::sendEvent(scroll_, &event);
+  }
   const FormLayout layout =
       lay_out_form(template_, density_.unit(), {inside.width(), std::max(0, inside.height())});
   body_->resize(layout.body.width, layout.body.height);

@@ -195,6 +195,7 @@ bool QtMainWindow::create(TextView, TextView title, int, MessageHandler& handler
     shell_->setMinimumSize(density_.scaled(kLeastWidth), density_.scaled(kLeastHeight));
     shell_->setGeometry(to_qt(place_));
   }
+  shell_->lay_out();  // the create message may ask for places already
   reported_ = screen().resolution;
   send({kMessageCreate, 0, {}, 0});
   return shell_ != nullptr;

@@ -64,6 +64,7 @@ class Shell : public QWidget {
   QWidget* cover() const { return cover_; }
   void add_sheet(QWidget* sheet);  // fills the content area
   void place_content(const Rect& place);
+  void lay_out();  // content and bar in their usual places
   void show_label(const HoverLabel& label);
   void hide_label();
 
@@ -74,8 +75,6 @@ class Shell : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void lay_out();
-
   const Density& density_;
   ShellEvents& events_;
   ContentArea* content_;
