@@ -20,6 +20,8 @@ constexpr int kPadding = 3;
 
 int padding_of(const ScreenLayout& screen) { return kPadding * screen.scale; }
 
+int picture_gap(const ScreenLayout& screen) { return screen.icon_width / 4; }
+
 FontSpec list_font(const DayListInput& input, int weight) {
   return font_of(input.settings.dvfontsize, weight, input.screen);
 }
@@ -59,20 +61,68 @@ int time_column_width(const DayAgenda& agenda, const DayListInput& input, Canvas
   const Text* last = nullptr;  // most days repeat a few texts
   for (const DayRow& row : agenda.rows) {
     if (row.time.empty() || (last && *last == row.time)) continue;
-    width = std::max(width, measure.measure(row.time, font).width + 2 * padding_of(input.screen));
+    // A pixel to spare: a host may round a text's width up when it draws it.
+    const int text = measure.measure(row.time, font).width + input.screen.scale;
+    width = std::max(width, text + 2 * padding_of(input.screen));
     last = &row.time;
   }
   return width;
 }
 
-int icon_column_width(const DayAgenda& agenda, const ScreenLayout& screen) {
+// The pictures that a day's rows use, each once, and how wide a row of them gets.
+class RowPictures {
+ public:
+  RowPictures(const SettingsRecord& settings, int gap, std::vector<Image>& pictures)
+      : settings_(settings), gap_(gap), pictures_(pictures) {
+    pictures_ = {settings.notes_glyph, settings.reminder_glyph};
+  }
+
+  std::vector<int> of(const DayRow& row) {
+    std::vector<int> indexes;
+    for (const char16_t letter : row.icons) {
+      if (letter == u'n') indexes.push_back(0);
+      if (letter == u'r') indexes.push_back(1);
+      if (letter == u'c') add_category(row.first_category, indexes);
+    }
+    int width = -gap_;
+    for (const int index : indexes)
+      width += pictures_[static_cast<std::size_t>(index)].width + gap_;
+    widest_ = std::max(widest_, width);
+    return indexes;
+  }
+  int widest() const { return widest_; }
+
+ private:
+  void add_category(const Text& label, std::vector<int>& indexes) {
+    const auto [place, is_new] = by_label_.try_emplace(label, -1);
+    if (is_new) {
+      if (Image icon = category_icon(settings_, label); !icon.empty()) {
+        place->second = static_cast<int>(pictures_.size());
+        pictures_.push_back(std::move(icon));
+      }
+    }
+    if (place->second >= 0) indexes.push_back(place->second);
+  }
+
+  const SettingsRecord& settings_;
+  int gap_;
+  int widest_ = 0;
+  std::vector<Image>& pictures_;
+  std::map<Text, int> by_label_;
+};
+
+// As the marks that were seen ask for, and never narrower than the pictures of a row.
+int icon_column_width(const DayAgenda& agenda, const DayListInput& input) {
   if (nothing_there(agenda)) return 0;
-  if (!agenda.notes_seen && !agenda.reminder_seen && !agenda.category_icon_seen) return 1;
+  const int unit = input.screen.icon_width;
   int width = 0;
-  if (agenda.notes_seen) width += screen.icon_width;
-  if (agenda.reminder_seen) width += screen.icon_width;
-  if (agenda.category_icon_seen) width += static_cast<int>(1.25 * screen.icon_width);
-  return width;
+  if (agenda.notes_seen) width += unit;
+  if (agenda.reminder_seen) width += unit;
+  if (agenda.category_icon_seen) width += static_cast<int>(1.25 * unit);
+  std::vector<Image> unused;
+  RowPictures pictures(input.settings, picture_gap(input.screen), unused);
+  for (const DayRow& row : agenda.rows) pictures.of(row);
+  return std::max({1, width, pictures.widest()});
 }
 
 class RowPainter {
@@ -123,41 +173,6 @@ class RowPainter {
   const DayListInput& input_;
 };
 
-// The pictures that a day's rows use, each once.
-class RowPictures {
- public:
-  RowPictures(const SettingsRecord& settings, std::vector<Image>& pictures)
-      : settings_(settings), pictures_(pictures) {
-    pictures_ = {settings.notes_glyph, settings.reminder_glyph};
-  }
-
-  std::vector<int> of(const DayRow& row) {
-    std::vector<int> indexes;
-    for (const char16_t letter : row.icons) {
-      if (letter == u'n') indexes.push_back(0);
-      if (letter == u'r') indexes.push_back(1);
-      if (letter == u'c') add_category(row.first_category, indexes);
-    }
-    return indexes;
-  }
-
- private:
-  void add_category(const Text& label, std::vector<int>& indexes) {
-    const auto [place, is_new] = by_label_.try_emplace(label, -1);
-    if (is_new) {
-      if (Image icon = category_icon(settings_, label); !icon.empty()) {
-        place->second = static_cast<int>(pictures_.size());
-        pictures_.push_back(std::move(icon));
-      }
-    }
-    if (place->second >= 0) indexes.push_back(place->second);
-  }
-
-  const SettingsRecord& settings_;
-  std::vector<Image>& pictures_;
-  std::map<Text, int> by_label_;
-};
-
 ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input, Canvas& measure) {
   const SettingsRecord& settings = input.settings;
   ReportContent content;
@@ -165,7 +180,7 @@ ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input, Can
   content.bold_font = list_font(input, 700);
   content.padding = padding_of(input.screen);
   content.picture_column = 1;
-  content.picture_gap = input.screen.icon_width / 4;
+  content.picture_gap = picture_gap(input.screen);
   content.background = settings.color(ColorSlot::day_row_1);
   content.line = settings.color(ColorSlot::day_line);
   content.line_width = input.screen.scale;
@@ -173,7 +188,7 @@ ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input, Can
   content.selected_text =
       readable_on(content.selected_background, settings.color(ColorSlot::day_header_text));
   const int time = time_column_width(agenda, input, measure);
-  const int icons = icon_column_width(agenda, input.screen);
+  const int icons = icon_column_width(agenda, input);
   content.columns = {{time, nothing_there(agenda) ? Align::center : Align::right},
                      {icons, Align::center},
                      {std::max(0, input.place.size.width - time - icons), Align::left}};
@@ -188,7 +203,11 @@ void add_pieces(const DayRow& row, Canvas& measure, const FontSpec& font, int wi
   if (measure.measure(rest, font).width <= width) return;
   bool first = true;
   while (!rest.empty()) {
-    const std::size_t units = fitting_units(measure, rest, font, width);
+    std::size_t units = fitting_units(measure, rest, font, width);
+    // Words stay whole where they can.
+    if (const std::size_t blank = rest.substr(0, units + 1).find_last_of(u' ');
+        units < rest.size() && blank != TextView::npos && blank > 0)
+      units = blank;
     if (!first) {
       DayRow piece;
       piece.oid = row.oid;
@@ -210,7 +229,7 @@ void wrap_subjects(DayAgenda& agenda, const DayListInput& input, Canvas& measure
   const FontSpec font = list_font(input, 400);
   const ReportPlace& place = input.place;
   int width = place.size.width - time_column_width(agenda, input, measure) -
-              icon_column_width(agenda, input.screen) -
+              icon_column_width(agenda, input) -
               (input.settings.dvfontsize + 12) * input.screen.scale;
   if (total_height(agenda.rows, input) > place.size.height)
     width -= 4 * place.border + place.scroll_bar_width + 3;
@@ -235,7 +254,7 @@ ReportContent day_list_content(const DayAgenda& agenda, const DayListInput& inpu
                                Canvas& measure) {
   ReportContent content = list_frame(agenda, input, measure);
   const RowPainter painter(agenda, input);
-  RowPictures pictures(input.settings, content.pictures);
+  RowPictures pictures(input.settings, content.picture_gap, content.pictures);
   content.rows.reserve(agenda.rows.size());
   int height = 0;
   Color chosen = kBlack;  // before it was made readable: it is handed down to the next row

@@ -1,0 +1,145 @@
+#include "views/day_list.h"
+
+#include <gtest/gtest.h>
+
+#include "hosts/headless/recording_canvas.h"
+#include "settings/colors.h"
+
+namespace orvello {
+namespace {
+
+struct DayListTest : testing::Test {
+  DayListTest() {
+    ResetItemColors(settings, 1000);
+    settings.time_fraction = {0.25, 0.5, 17.0 / 24, 21.0 / 24};
+    settings.notes_glyph = settings.reminder_glyph = Image{8, 8, std::vector<Color>(64)};
+    settings.builtin_icons = Image{18, 9, std::vector<Color>(162)};
+    settings.builtin_icon_count = 2;
+    settings.displayicon[3] = 1;
+    settings.displayiconstring[3] = u"Work";
+  }
+  void add(TextView time, TextView subject, CalendarDate end, TextView icons = u"",
+           TextView location = u"") {
+    const auto oid = static_cast<std::int32_t>(agenda.rows.size()) + 1;
+    agenda.emptiness = DayAgenda::Emptiness::has_rows;
+    agenda.rows.push_back({Text(time), Text(icons), Text(subject), oid, u"Work", false});
+    if (!location.empty()) agenda.rows.push_back({{}, u" ", Text(location), oid, u"Work", true});
+    agenda.row_ends.resize(agenda.rows.size(), end);
+    agenda.row_colors.resize(agenda.rows.size(), rgb(0, 0, 90));
+    agenda.row_shades = build_row_shades(agenda.rows);
+  }
+  ReportContent content() {
+    const DayListInput input{settings, screen, place, now};
+    wrap_subjects(agenda, input, canvas);
+    return day_list_content(agenda, input, canvas);
+  }
+
+  ScreenLayout screen = layout_screen({240, 291}, 96, 96, false);
+  ReportPlace place{{240, 273}, 13, 1};
+  CalendarDate now = 46347.5;
+  SettingsRecord settings;
+  DayAgenda agenda;
+  RecordingCanvas canvas{{1, 1}};
+};
+
+TEST_F(DayListTest, EachStyleColoursItsOwnWay) {
+  add(u"9:00-10:00", u"Morning", 46347 + 10.0 / 24);
+  add(u"12:00-13:00", u"Noon", 46347 + 13.0 / 24);
+  add(u"19:00-20:00", u"Late", 46347 + 20.0 / 24);
+  const auto backgrounds = [&](int style) {
+    settings.rowcolorindex = style;
+    std::vector<Color> colors;
+    for (const ReportRow& row : content().rows) colors.push_back(row.background);
+    return colors;
+  };
+  const Color normal = rgb(214, 222, 239), alternate = rgb(247, 255, 247);
+  EXPECT_EQ(backgrounds(0), (std::vector<Color>{alternate, normal, alternate}));
+  const auto times = backgrounds(1);
+  EXPECT_EQ(times[0], alternate);
+  EXPECT_EQ(times[1], normal);
+  EXPECT_NE(times[2], times[0]);
+  EXPECT_NE(times[2], times[1]);
+  EXPECT_EQ(backgrounds(2), std::vector<Color>(3, rgb(0, 0, 90)));
+  EXPECT_EQ(content().rows[0].text, kWhite);  // black on the category's dark blue is unreadable
+  EXPECT_EQ(backgrounds(3), std::vector<Color>(3, normal));
+}
+
+TEST_F(DayListTest, TextColoursGoByPrecedence) {
+  add(u"All Day", u"Fair", 46347.99, u"", u"[Hall]");
+  add(u"9:00-10:00", u"Over", 46347.4, u"", u"[Room]");
+  const Color all_day = rgb(0, 0, 170), location = rgb(247, 0, 0), expired = rgb(128, 128, 128);
+  auto rows = content().rows;
+  EXPECT_EQ(rows[0].text, all_day);
+  EXPECT_EQ(rows[1].text, location);
+  EXPECT_EQ(rows[2].text, kBlack);
+  settings.colorexpired = 1;
+  rows = content().rows;
+  EXPECT_EQ(rows[0].text, all_day);
+  EXPECT_EQ(rows[2].text, expired);
+  EXPECT_EQ(rows[3].text, expired);  // a location too, as that is looked at last
+  EXPECT_EQ(rows[3].background, rows[2].background);
+  EXPECT_FALSE(rows[1].line_above);
+  EXPECT_TRUE(rows[2].line_above);
+}
+
+TEST_F(DayListTest, WrappedPiecesKeepColourOidEndAndPlace) {
+  settings.wrapsubject = 1;
+  add(u"All Day", u"A subject that is much too long for its column", 46347.99);
+  add(u"9:00-10:00", u"Short", 46347.4);
+  add(u"9:00-10:00", u"Onewordthatislongerthanthewholecolumnofsubjects", 46347.4);
+  const ReportContent shown = content();
+  std::size_t first = 0, second = 0;
+  while (agenda.rows[++second].continues) continue;
+  EXPECT_GT(second, 1u);
+  Text joined = agenda.rows[0].subject;
+  for (std::size_t i = 1; i < second; ++i) {
+    EXPECT_EQ(agenda.rows[i].oid, agenda.rows[0].oid);
+    EXPECT_EQ(agenda.row_ends[i], agenda.row_ends[0]);
+    EXPECT_EQ(agenda.row_shades[i], agenda.row_shades[0]);
+    EXPECT_EQ(shown.rows[i].text, shown.rows[first].text);
+    EXPECT_TRUE(agenda.rows[i].time.empty() && agenda.rows[i].icons.empty());
+    joined += u" " + agenda.rows[i].subject;
+  }
+  EXPECT_EQ(joined, u"A subject that is much too long for its column");  // broken at blanks
+  EXPECT_EQ(agenda.rows[second].subject, u"Short");
+  EXPECT_GT(agenda.rows.size(), second + 2);  // the long word is broken too
+  EXPECT_EQ(agenda.rows.size(), agenda.row_colors.size());
+  EXPECT_EQ(agenda.rows.size(), agenda.row_ends.size());
+  for (const ReportRow& row : shown.rows)
+    EXPECT_LE(canvas.measure(row.cells[2], shown.font).width + 2 * shown.padding,
+              shown.columns[2].width);
+  // Alone a row has room for a finger, and so have the rows of an appointment together.
+  EXPECT_GE(shown.rows[second].height, 27);
+  EXPECT_EQ(rows_of_appointment(agenda, 1)[0], 1);
+  EXPECT_EQ(rows_of_appointment(agenda, 1).size(), second);
+}
+
+TEST_F(DayListTest, PicturesStandForLettersAndAreNeverCutOff) {
+  add(u"9:00-10:00", u"All of them", 46347.4, u"nrc");
+  agenda.notes_seen = true;
+  const ReportContent shown = content();
+  ASSERT_EQ(shown.rows[0].pictures, (std::vector<int>{0, 1, 2}));
+  EXPECT_EQ(shown.pictures[2].width, 9);
+  EXPECT_EQ(shown.columns[1].width, 8 + 2 + 8 + 2 + 9);
+  agenda.rows[0].icons.clear();
+  agenda.notes_seen = false;
+  EXPECT_EQ(content().columns[1].width, 1);
+}
+
+TEST_F(DayListTest, AnEmptyDaySaysSoAcrossTheList) {
+  agenda.rows = {{u"No Appointments", {}, {}, -1, {}, false}};
+  agenda.row_ends = {46348};
+  agenda.row_shades = {1};
+  ReportContent shown = content();
+  EXPECT_EQ(shown.columns[0].align, Align::center);
+  EXPECT_EQ(shown.columns[0].width, 238);
+  EXPECT_TRUE(shown.rows[0].bold);
+  EXPECT_EQ(shown.rows[0].background, kWhite);
+  agenda.emptiness = DayAgenda::Emptiness::all_filtered;
+  shown = content();
+  EXPECT_EQ(shown.columns[0].align, Align::right);
+  EXPECT_GE(shown.columns[0].width, 140);
+}
+
+}  // namespace
+}  // namespace orvello
