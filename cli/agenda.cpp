@@ -8,6 +8,7 @@
 #include "calendar/date_pictures.h"
 #include "settings/load_settings.h"
 #include "settings/profiles.h"
+#include "settings/program_files.h"
 #include "settings/setting_table.h"
 #include "store/day_label.h"
 
@@ -153,7 +154,9 @@ void load_agenda_settings(SettingsRecord& settings, Registry& registry,
   load_locale_conventions(settings, locale);
   for (const TextView name : {u"timeformat", u"activeprofilename"})
     load_setting(registry, *find_setting(name), 0, locale, settings);
-  loadProfile(volume, settings.activeprofilename, settings.profile_labels);
+  // Listing appointments makes no files.
+  if (FileExists(volume.files, settings_volume_path(volume.files)))
+    loadProfile(volume, settings.activeprofilename, settings.profile_labels);
 }
 
 std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, std::int32_t to,

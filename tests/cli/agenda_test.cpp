@@ -216,9 +216,11 @@ TEST_F(Agenda, FollowsTheStoredClockAndProfile) {
     return agenda_text(items(6, 6), day(6), day(6), settings);
   };
   EXPECT_NE(shown().find("Hidden"), std::string::npos);
-  EXPECT_EQ(databases.mounts, 0) << "nothing to look up";
   EnsureSettingsKey(registry);
   WriteTextSetting(registry, u"activeprofilename", u"At home");
+  EXPECT_EQ(shown(), "Profile: At home\nNo Appointments\n");
+  EXPECT_EQ(databases.mounts, 0) << "listing makes no volume";
+  databases.on_volume_created = [&](TextView path) { files.present.emplace(path); };
   saveProfileInfoToDatabase(volume, u"pfile-At home", {{u"Home"}, {0}});
   EXPECT_EQ(shown(), "Profile: At home\n\nFriday, November 6, 2026\n  1:00p-2:00p      Shown\n");
   EXPECT_NE(json(6, 6).find("Hidden"), std::string::npos);
