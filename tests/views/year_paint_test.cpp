@@ -46,6 +46,8 @@ TEST_F(YearPaintTest, EveryTextFitsOnEveryScreenInBothLanguages) {
         EXPECT_TRUE(clipped.empty())
             << screen.work.width << " " << to_utf8(clipped.empty() ? u"" : clipped[0]);
         EXPECT_EQ(canvas.of_kind(Operation::text).size(), 1u + 12u + 365u);
+        for (const DrawnOperation& text : canvas.of_kind(Operation::text))  // numbers keep apart
+          ASSERT_TRUE(text.text.size() > 2 || text.box.width <= YearLayout(all).cell.width);
       }
     }
   }
