@@ -131,6 +131,31 @@ TEST_F(ItemOperations, AMoveLosesNothingAndAnOccurrenceItsSeriesOnly) {
   EXPECT_EQ(boxes.beeps, 3);
 }
 
+// A store that fails in the middle of a move: nothing is lost, and nothing is there twice.
+TEST_F(ItemOperations, AMoveIsWholeOrNotAtAll) {
+  struct HalfStore : MemoryStore {
+    using MemoryStore::MemoryStore;
+    std::int32_t put(const AppointmentRecord& record) override {
+      return no_puts ? 0 : MemoryStore::put(record);
+    }
+    bool erase(std::int32_t oid) override { return oid != kept && MemoryStore::erase(oid); }
+    bool no_puts = false;
+    std::int32_t kept = 0;
+  } half{clock};
+  StoreSession halved(half, boxes);
+  ASSERT_TRUE(halved.Open(nullptr));
+  const auto item = halved.CreateAppointment();
+  item->write(fields(u"Lunch", at(3, 12), at(3, 13)));
+  ASSERT_TRUE(item->save());
+  half.no_puts = true;
+  EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), day(3), day(4), true));
+  half.no_puts = false;
+  half.kept = item->oid();
+  EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), day(3), day(4), true));
+  EXPECT_EQ(half.oids(day(1), day(30)), std::vector<std::int32_t>{item->oid()});
+  EXPECT_EQ(boxes.beeps, 2);
+}
+
 TEST_F(ItemOperations, ExceptionsAreFoundByTheirDay) {
   const auto series = standup();
   const auto item = session.ItemFromOid(series);
