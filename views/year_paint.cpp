@@ -148,7 +148,9 @@ void YearPainter::draw_day(const MonthDayYear& date, bool shared) {
 void YearPainter::draw_focus() {
   const Rect place = cell_place(layout_, snapshot_.selected);
   if (!snapshot_.focus_visible || place.empty()) return;
-  draw_focus_frame(place.inset(-2 * screen_.scale, -2 * screen_.scale), screen_.scale, canvas_);
+  const Rect around = place.inset(-2 * screen_.scale, -2 * screen_.scale);
+  const Rect work{0, 0, screen_.work.width, screen_.work.height};
+  draw_focus_frame(intersection(around, work), screen_.scale, canvas_);
 }
 
 }  // namespace
