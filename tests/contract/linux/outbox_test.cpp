@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "hosts/linux/outbox.h"
+#include "tests/qt/test_window.h"
+
+namespace orvello {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string content_of(const std::string& path) {
+  std::ifstream file(path);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// A home, and nothing of the real session.
+class OutboxTest : public testing::Test {
+ protected:
+  OutboxTest() {
+    fs::create_directories(home / "bin");
+    set("HOME", home.path());
+    set("PATH", (home / "bin") + ":/usr/bin:/bin");
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "DISPLAY", "WAYLAND_DISPLAY"})
+      set(name, "");
+  }
+  ~OutboxTest() override {
+    for (const auto& [name, value] : before_) ::setenv(name.c_str(), value.c_str(), 1);
+  }
+  void set(const char* name, const std::string& value) {
+    const char* old = std::getenv(name);
+    before_.emplace_back(name, old ? old : "");
+    ::setenv(name, value.c_str(), 1);
+  }
+  TemporaryFolder home;
+
+ private:
+  std::vector<std::pair<std::string, std::string>> before_;
+};
+
+TEST_F(OutboxTest, SavesForTheOwnerAloneAndNeverOverAnotherFile) {
+  const Outbox outbox(home / "data/outbox");
+  set("DISPLAY", ":0");
+  std::ofstream(home / "bin/xdg-email") << "#!/bin/sh\nexit 1\n";
+  fs::permissions(home / "bin/xdg-email", fs::perms::owner_all);
+  for (const char* name : {"Dentist.ics", "Dentist-2.ics", "Dentist-3.ics"}) {
+    const auto handed = outbox.hand_over(u"Dentist", name);
+    ASSERT_TRUE(handed) << handed.reason();
+    EXPECT_FALSE(handed->mailed) << "a folder of its own is never mailed from";
+    EXPECT_EQ(handed->path, (home / "data/outbox/") + name);
+    EXPECT_EQ(content_of(handed->path), name);
+    struct stat info {};
+    ASSERT_EQ(::stat(handed->path.c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0600u);
+  }
+  std::ofstream(home / "file") << "x";
+  EXPECT_FALSE(Outbox(home / "file").hand_over(u"Dentist", "x"));
+}
+
+TEST_F(OutboxTest, NamesAreSafeWhateverTheSubjectIs) {
+  EXPECT_EQ(safe_file_name(u"Встреча: в 10:00"), "Встреча в 10 00");
+  EXPECT_EQ(safe_file_name(u"../../etc/passwd"), "etc passwd");
+  EXPECT_EQ(safe_file_name(u"-rf\n\u0007x "), "rf x");
+  for (const char16_t* empty : {u"", u" . ", u"///", u"..."})
+    EXPECT_EQ(safe_file_name(empty), "appointment");
+  EXPECT_EQ(safe_file_name(Text(200, u'ж')).size(), 120u);
+  EXPECT_EQ(safe_file_name(Text(59, u'a') + u"\U0001F600").size(), 59u) << "no half of a pair";
+}
+
+TEST_F(OutboxTest, FindsTheDocumentsFolderOfTheDesktop) {
+  EXPECT_EQ(documents_folder(), home.path());
+  fs::create_directories(home / "Documents");
+  EXPECT_EQ(documents_folder(), home / "Documents");
+  fs::create_directories(home / ".config");
+  std::ofstream(home / ".config/user-dirs.dirs")
+      << "# a comment\nXDG_MUSIC_DIR=\"$HOME/Musik\"\nXDG_DOCUMENTS_DIR=\"$HOME/Dokumente\"\n";
+  EXPECT_EQ(documents_folder(), home / "Dokumente");
+  const auto handed = Outbox("").hand_over(u"Lunch", "BEGIN");
+  ASSERT_TRUE(handed) << handed.reason();
+  EXPECT_EQ(handed->path, home / "Dokumente/Orvello/Lunch.ics");
+}
+
+TEST_F(OutboxTest, StartsTheMailProgramWhereADesktopIs) {
+  const std::string note = home / "note";
+  std::ofstream(home / "bin/xdg-email") << "#!/bin/sh\necho \"$1 $(cat \"$2\")\" > " << note
+                                        << ".part\nmv " << note << ".part " << note << "\n";
+  fs::permissions(home / "bin/xdg-email", fs::perms::owner_all);
+  const auto saved = Outbox("").hand_over(u"Lunch", "BEGIN");
+  ASSERT_TRUE(saved);
+  EXPECT_FALSE(saved->mailed) << "without a session";
+  set("WAYLAND_DISPLAY", "wayland-0");
+  const auto mailed = Outbox("").hand_over(u"Lunch, & more", "BEGIN");
+  ASSERT_TRUE(mailed);
+  EXPECT_TRUE(mailed->mailed);
+  for (int i = 0; i < 500 && !fs::exists(note); ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  EXPECT_EQ(content_of(note), "--attach BEGIN\n");
+  std::ofstream(home / "bin/xdg-email") << "#!/no/such/program\n";
+  const auto failed = Outbox("").hand_over(u"Tea", "BEGIN");
+  ASSERT_TRUE(failed);
+  EXPECT_FALSE(failed->mailed);
+  EXPECT_EQ(failed->path, home / "Orvello/Tea.ics");
+}
+
+}  // namespace
+}  // namespace orvello
