@@ -45,7 +45,9 @@ class DrawnControl : public DrawnOwner {
 class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
  public:
   explicit DrawnView(ContentArea* content)
-      : DrawnOwner(content, QAccessible::Client), content_(*content) {}
+      : DrawnOwner(content, QAccessible::Client), content_(*content) {
+    content_.note_listener();
+  }
 
   const AccessibleGrid& grid() const override {
     if (known_ == content_.accessible_version()) return grid_;
@@ -154,7 +156,6 @@ QAccessibleInterface* make_interface(const QString&, QObject* object) {
 void install_accessibility() { QAccessible::installFactory(&make_interface); }
 
 void tell_accessible_change(QWidget& content) {
-  if (!QAccessible::isActive()) return;
   auto* view = dynamic_cast<DrawnView*>(QAccessible::queryAccessibleInterface(&content));
   QAccessibleInterface* focused = view ? view->focusChild() : nullptr;
   if (!focused) return;

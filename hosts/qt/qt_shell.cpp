@@ -115,12 +115,12 @@ void ContentArea::set_accessible_view(AccessibleView* view) {
 
 void ContentArea::note_accessible_change() {
   ++accessible_version_;
-  tell_accessible_change(*this);
+  if (listened_to_) tell_accessible_change(*this);
 }
 
 void ContentArea::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
-  tell_accessible_change(*this);
+  if (listened_to_) tell_accessible_change(*this);
 }
 
 Shell::Shell(const Density& density, ShellEvents& events)

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
+#include "hosts/qt/qt_keys.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
@@ -24,10 +25,23 @@ void turn_wheel(QWidget* widget, int angle) {
 
 const std::vector<std::uint32_t> kDrag = {kMessageButtonDown, kMessageMouseMove, kMessageButtonUp};
 
-TEST(Pointer, AMouseDragArrivesAndHoveringAndOtherButtonsDoNot) {
+TEST(Pointer, HoveringIsToldWithoutAPressAndSoIsItsEnd) {
   TestWindow test;
   test.show();
   QTest::mouseMove(test.content(), QPoint(3, 3));
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(test.content(), &leave);
+  const auto moves = test.recorder.of(kMessageMouseMove);
+  ASSERT_EQ(moves.size(), 2u);
+  EXPECT_EQ(moves[0].wparam, 0u);
+  EXPECT_EQ(moves[0].point, (Point{3, 3}));
+  EXPECT_EQ(moves[1].wparam, 0u);
+  EXPECT_EQ(moves[1].point, (Point{-1, -1}));
+}
+
+TEST(Pointer, AMouseDragArrivesAndOtherButtonsDoNot) {
+  TestWindow test;
+  test.show();
   QTest::mouseClick(test.content(), Qt::RightButton, {}, QPoint(5, 5));
   EXPECT_TRUE(ids_of(test.recorder).empty());
 
@@ -120,6 +134,8 @@ TEST(Keys, ArriveAsVirtualKeysAndOthersNotAtAll) {
       {Qt::Key_Enter, kKeyReturn},
       {Qt::Key_N, 'N'},
       {Qt::Key_7, '7'},
+      {Qt::Key_F5, 0x74},
+      {Qt::Key_Menu, 0x5D},
   };
   for (const auto& [key, code] : keys) {
     test.recorder.messages.clear();
@@ -130,8 +146,14 @@ TEST(Keys, ArriveAsVirtualKeysAndOthersNotAtAll) {
     EXPECT_EQ(test.recorder.of(kMessageKeyUp)[0].wparam, code);
   }
   test.recorder.messages.clear();
-  QTest::keyClick(test.content(), Qt::Key_F5);
+  // A Russian keyboard's V, and a key without a code.
+  QKeyEvent russian(QEvent::KeyPress, u'М', {}), other(QEvent::KeyPress, Qt::Key_VolumeUp, {});
+  EXPECT_EQ(virtual_key(russian), 'V');
+  QApplication::sendEvent(test.content(), &other);
   EXPECT_EQ(test.recorder.count(kMessageKeyDown), 0);
+  QTest::keyClick(test.content(), Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
+  ASSERT_EQ(test.recorder.count(kMessageKeyDown), 1);
+  EXPECT_EQ(test.recorder.of(kMessageKeyDown)[0].detail, kControlHeld | kShiftHeld);
 }
 
 TEST(Keys, AHeldKeyRepeatsItsPressAlone) {

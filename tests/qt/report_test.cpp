@@ -163,6 +163,7 @@ TEST(Report, TellsThePointerAndKeysAndSelectsNothingByItself) {
   QTest::mousePress(viewport, Qt::LeftButton, {}, QPoint(50, 65));
   QTest::mouseMove(viewport, QPoint(50, 45));
   QTest::mouseRelease(viewport, Qt::LeftButton, {}, QPoint(50, 400));
+  QTest::mouseClick(viewport, Qt::LeftButton, {}, QPoint(20, 20));
   QTest::mouseDClick(viewport, Qt::LeftButton, {}, QPoint(20, 20));
   QTest::mouseClick(viewport, Qt::RightButton, {}, QPoint(20, 20));
   QTest::keyClick(form.view(), Qt::Key_Down, Qt::ControlModifier);
