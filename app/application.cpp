@@ -60,7 +60,8 @@ struct CommandTable {
 Application::Application(Host host, StartOptions options)
     : host_(host),
       options_(std::move(options)),
-      volume_{host.databases, host.boxes, host.files},
+      volume_boxes_(host.boxes),
+      volume_{host.databases, volume_boxes_, host.files},
       session_(host.store, host.boxes),
       worker_(host.window),
       day_view_({host_, state_, settings_, session_, paste_source_, *this, today_button_}) {}

@@ -12,6 +12,7 @@
 #include "app/day_view.h"
 #include "app/drawing_worker.h"
 #include "app/grid_pointer.h"
+#include "app/once_boxes.h"
 #include "ports/calendar_store.h"
 #include "ports/dialogs.h"
 #include "ports/host.h"
@@ -151,6 +152,7 @@ class Application : public MessageHandler,
   Host host_;
   StartOptions options_;
   ApplicationState state_;
+  OnceBoxes volume_boxes_;
   SettingsVolume volume_;
   SettingsRecord settings_;
   StoreSession session_;

@@ -191,9 +191,15 @@ void DayView::open_notes(int row) {
   if (shown.oid <= 0 || !list) return;
   const ScreenLayout& screen = c_.state.layout;
   const Text notes = notes_text(c_.session, c_.host.boxes, shown.oid, shown_day());
-  const NotesBubble bubble =
-      lay_out_notes_bubble({screen, c_.settings.dvfontsize, list->row_place(row), icons_x_}, notes,
-                           c_.commands.measuring_canvas());
+  Rect place = list->row_place(row);  // grows over all the appointment's rows
+  for (const int one : rows_of_appointment(agenda_, row)) {
+    const Rect part = list->row_place(one);
+    const int bottom = std::max(place.bottom(), part.bottom());
+    place.y = std::min(place.y, part.y);
+    place.height = bottom - place.y;
+  }
+  const NotesBubble bubble = lay_out_notes_bubble({screen, c_.settings.dvfontsize, place, icons_x_},
+                                                  notes, c_.commands.measuring_canvas());
   DialogTemplate dialog = notes_dialog(c_.commands.language());
   dialog.place = bubble.place;
   dialog.outline = bubble.outline;

@@ -46,6 +46,7 @@ StartResult Application::start_up() {
   state_.appointment_to_edit = 0;
   host_.window.start_timer(kTimerDayChange, kDayChangeMilliseconds);
   list_profiles();
+  volume_boxes_.started();
   return StartResult::running;
 }
 

@@ -36,7 +36,7 @@ enum class DatabaseError : std::uint32_t {
   disk_full = 112,
   already_exists = 183,
   sharing_violation = 32,  // locked by another process
-  damaged = 1393,          // not a volume, or one that cannot be read
+  damaged = 1393,          // cannot be read; a mount of no volume is an invalid_parameter
 };
 
 using VolumeId = std::uint32_t;

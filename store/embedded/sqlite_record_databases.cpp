@@ -61,6 +61,8 @@ VolumeId SqliteRecordDatabases::mount(TextView path) {
   error_ = DatabaseError::invalid_parameter;
   if (path.empty()) return kInvalidVolume;
   auto opened = SqliteVolume::open(path_of_(path), error_);
+  // A path to a file that is no volume is a wrong parameter, and so people are told of it.
+  if (!opened && error_ == DatabaseError::damaged) error_ = DatabaseError::invalid_parameter;
   if (!opened) return kInvalidVolume;
   volumes_[next_id_] = std::move(opened);
   return next_id_++;

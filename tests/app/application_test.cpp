@@ -109,6 +109,18 @@ TEST_F(ApplicationTest, SurvivesMissingInkAndAStoreThatCannotBeOpened) {
   EXPECT_GE(drawings(), 1);  // an empty month
 }
 
+TEST_F(ApplicationTest, ABadSettingsVolumeIsNamedOnceAtTheStart) {
+  EnsureSettingsKey(device.registry);
+  WriteTextSetting(device.registry, u"activeprofilename", u"Work");
+  device.databases.fail_mount = DatabaseError::disk_full;
+  start();
+  EXPECT_EQ(result, StartResult::running);
+  ASSERT_EQ(device.boxes.shown.size(), 1u);
+  EXPECT_EQ(device.boxes.shown[0].text, u"Database mount failed: Disk Full");
+  device.window.command(kCommandFirstProfile);  // from now on each operation says what failed
+  EXPECT_EQ(device.boxes.shown.size(), 2u);
+}
+
 TEST_F(ApplicationTest, StartModeChoosesTheViewAndOptionsOverrideIt) {
   EnsureSettingsKey(device.registry);
   WriteNumberSetting(device.registry, u"startmode", 0);

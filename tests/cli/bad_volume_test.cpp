@@ -84,12 +84,15 @@ class BadVolume : public ::testing::Test {
 
 using Messages = std::vector<std::string>;
 
-TEST_F(BadVolume, ADamagedOneIsSilentAndLeftAsItIs) {
+TEST_F(BadVolume, ADamagedOneIsNamedByEachOperationAndLeftAsItIs) {
+  const std::string text = "Error: Database mount failed: Invalid Parameter";
   std::ofstream(path) << std::string(5000, '?');
   change_everything();
+  EXPECT_EQ(boxes_shown(), Messages(3, text));
   EXPECT_EQ(read_everything(), 0u);
+  EXPECT_EQ(boxes_shown(), Messages(4, text));
   delete_everything();
-  EXPECT_EQ(boxes_shown(), Messages{}) << "this reason has no message";
+  EXPECT_EQ(boxes_shown(), Messages(2, text));
   EXPECT_EQ(std::filesystem::file_size(path), 5000u);
   std::filesystem::remove(path);
   change_everything();

@@ -61,7 +61,7 @@ class SqliteVolumeTest : public ::testing::Test {
   }
   void expect_refused_untouched() {
     const std::string before = content_of(path);
-    EXPECT_EQ(add(u"x"), DatabaseError::damaged);
+    EXPECT_EQ(add(u"x"), DatabaseError::invalid_parameter);
     EXPECT_EQ(content_of(path), before);
   }
   static constexpr TextView kVolume = u"\\data\\settings.vol";
