@@ -1,0 +1,133 @@
+// Requests to redraw while the worker draws: bench_redraw FILE.ics [Google Benchmark's options].
+// The whole application over the full calendar, without a window; what is measured is the time from
+// the last request to the moment at which its drawing can be painted.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <QGuiApplication>
+#include <cstdio>
+#include <filesystem>
+
+#include "app/application.h"
+#include "app/messages.h"
+#include "exchange/import.h"
+#include "hosts/headless/headless_host.h"
+#include "hosts/qt/qt_surface.h"
+#include "resources/ids.h"
+#include "settings/registry_access.h"
+#include "store/embedded/embedded_store.h"
+
+namespace orvello {
+namespace {
+
+ScreenInfo double_density() {
+  ScreenInfo screen;
+  screen.resolution = {480, 640};
+  screen.work_area = {0, 0, 480, 640};
+  screen.dpi_x = screen.dpi_y = 192;
+  return screen;
+}
+
+struct Bench {
+  explicit Bench(const std::string& path) : folder(path) {
+    std::filesystem::create_directories(folder);
+    auto opened = EmbeddedStore::open(folder + "/calendar.db", host.clock);
+    if (opened) store = std::move(*opened);
+    EnsureSettingsKey(host.registry);
+    WriteNumberSetting(host.registry, u"showindicator", 1);
+    WriteNumberSetting(host.registry, u"coloryearview", 1);
+  }
+  ~Bench() {
+    application.reset();
+    store.reset();
+    std::filesystem::remove_all(folder);
+  }
+  bool start() {
+    Host parts = host.host();
+    const Host ports{parts.clock,     parts.locale,  parts.registry, parts.files,
+                     parts.databases, surfaces,      window,         parts.menu_bar,
+                     parts.boxes,     parts.dialogs, *store,         parts.input};
+    application = std::make_unique<Application>(ports, StartOptions());
+    return application->start_up() == StartResult::running && settle();
+  }
+  // The message loop until nothing is left to draw.
+  bool settle() {
+    window.pump();
+    return application->worker().wait_until_idle(std::chrono::seconds(60));
+  }
+
+  std::string folder;
+  HeadlessHost host;
+  HeadlessWindow window{double_density()};
+  QtSurfaces surfaces;
+  std::unique_ptr<EmbeddedStore> store;
+  std::unique_ptr<Application> application;
+};
+
+Bench* bench = nullptr;  // Google Benchmark's functions take no argument of ours
+
+// `requests` messages of the store before the loop gets to them; the clock runs from the last.
+void redraw(benchmark::State& state, std::uint32_t view) {
+  bench->window.command(view);
+  bench->settle();
+  const auto requests = state.range(0);
+  for (auto _ : state) {
+    state.PauseTiming();
+    bench->application->request_redraw();
+    bench->window.pump();  // the worker draws now
+    for (std::int64_t i = 1; i < requests; ++i) bench->window.send({kItemChangedRemote, 0, {}, 0});
+    state.ResumeTiming();
+    bench->window.send({kItemChangedRemote, 0, {}, 0});
+    if (!bench->settle()) state.SkipWithError("the drawing did not end");
+  }
+  state.SetLabel("the last of " + std::to_string(requests));
+}
+void redraw_month(benchmark::State& state) { redraw(state, kCommandMonthView); }
+void redraw_year(benchmark::State& state) { redraw(state, kCommandYearView); }
+BENCHMARK(redraw_month)->Arg(1)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(redraw_year)->Arg(1)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// A keyboard that moves on while the worker draws: each key is handled and drawn for, or given up.
+void redraw_thousand_keys(benchmark::State& state) {
+  bench->window.command(kCommandMonthView);
+  bench->settle();
+  for (auto _ : state) {
+    state.PauseTiming();
+    for (int i = 0; i < 999; ++i) {
+      bench->window.key(i % 2 ? kKeyLeft : kKeyRight);
+      bench->window.pump();
+    }
+    state.ResumeTiming();
+    bench->window.key(kKeyLeft);
+    if (!bench->settle()) state.SkipWithError("the drawing did not end");
+  }
+}
+BENCHMARK(redraw_thousand_keys)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+int run(const char* file) {
+  Bench parts(std::filesystem::temp_directory_path() /
+              ("orvello_bench_" + std::to_string(::getpid())));
+  if (!parts.store) return 1;
+  const ImportResult imported = import_files({file}, *parts.store, parts.host.clock);
+  if (!imported.done || imported.counts.imported == 0) {
+    std::fprintf(stderr, "bench_redraw: %s holds nothing: %s\n", file, imported.failure.c_str());
+    return 1;
+  }
+  if (!parts.start()) return 1;
+  bench = &parts;
+  benchmark::RunSpecifiedBenchmarks();
+  parts.window.send({kMessageClose, 0, {}, 0});
+  return 0;
+}
+
+}  // namespace
+}  // namespace orvello
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QGuiApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  if (argc == 2) return orvello::run(argv[1]);
+  std::fprintf(stderr, "usage: bench_redraw FILE.ics [benchmark options]\n");
+  return 2;
+}
