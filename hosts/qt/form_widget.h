@@ -26,6 +26,7 @@ class FormWidget : public QWidget {
   QWidget* control(int id) const;
   const ControlTemplate* control_template(int id) const;
   int title_height() const;
+  int border() const;  // around the controls
   void press_default();
   // Gives every control its place, also while nothing is shown yet.
   void lay_out();
@@ -43,7 +44,6 @@ class FormWidget : public QWidget {
   QWidget* make_list(int id);
   QWidget* make_radio(const ControlTemplate& control);
   QWidget* make_calendar(int id);
-  int border() const;
   void make_close_button();
   void tell(DialogEvent::Kind kind, int control) { report({kind, control, nullptr, {}}); }
 

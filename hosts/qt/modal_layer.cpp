@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPointer>
 
+#include "hosts/qt/custom_area.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
@@ -79,7 +80,7 @@ void ModalLayer::run(QWidget& sheet, QSize own_window) {
   sheet.show();
   show();
   const QWidget* focus = window()->focusWidget();
-  if (!focus || !isAncestorOf(focus)) focusNextPrevChild(true);
+  if (!focus || !isAncestorOf(focus)) focus_first();
   QEventLoop loop;
   loop_ = &loop;
   if (!ended_) loop.exec();
@@ -87,6 +88,16 @@ void ModalLayer::run(QWidget& sheet, QSize own_window) {
   loop_ = nullptr;
   uncover();
   if (focus_before) focus_before->setFocus();
+}
+
+// The first control, but rather one to be filled in or pressed than a picture.
+void ModalLayer::focus_first() {
+  focusNextPrevChild(true);
+  QWidget* first = window()->focusWidget();
+  while (dynamic_cast<CustomArea*>(window()->focusWidget())) {
+    focusNextPrevChild(true);
+    if (window()->focusWidget() == first) return;
+  }
 }
 
 void ModalLayer::end() {

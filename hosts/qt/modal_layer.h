@@ -43,6 +43,7 @@ class ModalLayer : public QWidget {
 
  private:
   void place();
+  void focus_first();
 
   QtMainWindow& window_;
   QWidget* covered_before_ = nullptr;

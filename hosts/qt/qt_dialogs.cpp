@@ -22,16 +22,22 @@ void cut_out(QWidget& form, const std::vector<Point>& outline, const Density& de
 
 }  // namespace
 
-QRect QtDialogs::modal_place(const DialogTemplate& dialog, int title_height, QSize whole) {
+QRect QtDialogs::modal_place(const DialogTemplate& dialog, const FormWidget& form, QSize whole) {
   const Density& density = window_.density();
   const Size room{whole.width(), whole.height()};
-  if (dialog.popup && !dialog.place.empty()) {
-    const QRect wanted = density.logical(dialog.place);
-    const QPoint origin = window_.shell() ? window_.shell()->content().pos() : QPoint();
-    return to_qt(popup_place(
-        {wanted.x() + origin.x(), wanted.y() + origin.y(), wanted.width(), wanted.height()}, room));
+  if (!dialog.popup) return to_qt(sheet_place(dialog, density.unit(), form.title_height(), room));
+  const Size design = design_size(dialog);
+  QRect place(QPoint(0, 0), QSize(density.scaled(design.width), density.scaled(design.height)));
+  if (dialog.place.empty()) {
+    place.moveCenter(QRect(QPoint(0, 0), whole).center());
+  } else {
+    place = density.logical(dialog.place);
+    if (Shell* shell = window_.shell()) place.translate(shell->content().pos());
   }
-  return to_qt(sheet_place(dialog, density.unit(), title_height, room));
+  // The border is around it, so that the controls get all of the place.
+  const int edge = form.border();
+  place.adjust(-edge, -edge, edge, edge);
+  return to_qt(popup_place({place.x(), place.y(), place.width(), place.height()}, room));
 }
 
 int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) {
@@ -41,7 +47,7 @@ int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedur
   const Size design = design_size(dialog);
   layer->place_sheet = [&](QSize whole) {
     if (layer->isWindow()) return QRect(QPoint(0, 0), whole);
-    return modal_place(dialog, form->title_height(), whole);
+    return modal_place(dialog, *form, whole);
   };
   QtDialog controls(form, density, procedure);
   controls.closed = [layer](int) {

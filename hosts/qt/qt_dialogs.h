@@ -7,6 +7,8 @@
 
 namespace orvello {
 
+class FormWidget;
+
 class QtDialogs : public Dialogs {
  public:
   explicit QtDialogs(QtMainWindow& window, LocaleData locale = english_locale())
@@ -16,7 +18,7 @@ class QtDialogs : public Dialogs {
                                         DialogProcedure& procedure) override;
 
  private:
-  QRect modal_place(const DialogTemplate& dialog, int title_height, QSize whole);
+  QRect modal_place(const DialogTemplate& dialog, const FormWidget& form, QSize whole);
 
   QtMainWindow& window_;
   LocaleData locale_;

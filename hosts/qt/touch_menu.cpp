@@ -13,10 +13,14 @@ std::uint32_t run_touch_menu(const Density& density, const std::vector<MenuItem>
   QMenu menu;  // without a parent, which a command of another source could destroy meanwhile
   menu.setFont(widget_font(density));
   const int missing = density.scaled(kTouchHeight) - menu.fontMetrics().height();
-  menu.setStyleSheet(QStringLiteral("QMenu::item{padding:%1px %2px %1px %3px}")
-                         .arg(std::max(density.scaled(kGrid), (missing + 1) / 2))
+  const QString sheet = QStringLiteral(
+      "QMenu::item{padding:%1px %2px %1px %3px}"
+      "QMenu::indicator{width:%4px;height:%4px;left:%5px}");
+  menu.setStyleSheet(sheet.arg(std::max(density.scaled(kGrid), (missing + 1) / 2))
                          .arg(density.scaled(3 * kGrid))
-                         .arg(density.scaled(18)));
+                         .arg(density.scaled(18))
+                         .arg(density.scaled(12))
+                         .arg(density.scaled(3)));
   for (const MenuItem& item : items) {
     if (item.command == 0) {
       menu.addSeparator();
