@@ -238,6 +238,8 @@ void FormWidget::paintEvent(QPaintEvent*) {
 
 bool FormWidget::eventFilter(QObject* object, QEvent* event) {
   auto* widget = static_cast<QWidget*>(object);
+  // Controls that cover the form leave nothing of it to paint.
+  if (event->type() == QEvent::Paint && painted) painted();
   for (std::size_t i = 0; i < widgets_.size(); ++i) {
     if (widgets_[i] != widget) continue;
     const ControlTemplate& control = template_.controls[i];
