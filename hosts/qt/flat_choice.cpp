@@ -46,7 +46,7 @@ void paint_choice(QAbstractButton& button, const Density& density, bool round) {
   constexpr int flags = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap | Qt::TextShowMnemonic;
   painter.setFont(button.font());
   if (button.hasFocus()) {
-    const QRect text = painter.boundingRect(room, flags, button.text());
+    const QRect text = button.fontMetrics().boundingRect(room, flags, button.text());
     const int gap = static_cast<int>(2 * line);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor(kAccent), line));

@@ -54,12 +54,12 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
     if (control.kind != Kind::radio_button) radio_row_ = nullptr;
     QWidget* widget = make(control);
     widget->setObjectName(QStringLiteral("control%1").arg(control.id));
-    widget->installEventFilter(this);
     // In the template's order, also where a kind of widget would choose otherwise.
     if (!widgets_.empty()) setTabOrder(widgets_.back(), widget);
     widgets_.push_back(widget);
   }
   if (titled_) make_close_button();
+  for (QWidget* widget : findChildren<QWidget*>()) widget->installEventFilter(this);
 }
 
 void FormWidget::make_close_button() {
@@ -233,7 +233,6 @@ void FormWidget::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), QColor(kDimInk));
     painter.fillRect(rect().adjusted(edge, edge, -edge, -edge), QColor(kBarGround));
   }
-  if (painted) painted();
 }
 
 bool FormWidget::eventFilter(QObject* object, QEvent* event) {

@@ -206,7 +206,7 @@ void MonthCalendar::paint_day(QPainter& painter, int part, const QDate& day) con
     painter.drawRoundedRect(box, round, round);
   }
   painter.setBrush(Qt::NoBrush);
-  const QRectF edge = box.adjusted(line, line, -line, -line);
+  const QRectF edge = box.adjusted(2 * line, 2 * line, -2 * line, -2 * line);
   if (day == today_) {
     painter.setPen(QPen(selected ? QColor(Qt::white) : QColor(kAccent), 1.5 * line));
     painter.drawRoundedRect(edge, round, round);

