@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QPainter>
 
+#include "hosts/qt/qt_accessible.h"
 #include "hosts/qt/qt_surface.h"
 
 namespace orvello {
@@ -15,6 +16,11 @@ CustomArea::CustomArea(QWidget* parent, const Density& density, int control,
       report_(std::move(report)),
       input_(*this, density, control, report_) {
   setFocusPolicy(Qt::StrongFocus);
+}
+
+void CustomArea::set_parts(const std::vector<AccessibleCell>& parts) {
+  parts_ = parts;
+  tell_accessible_change(*this);
 }
 
 void CustomArea::choose_part(int part) {
@@ -44,6 +50,7 @@ void CustomArea::keyPressEvent(QKeyEvent* event) {
 
 void CustomArea::focusInEvent(QFocusEvent* event) {
   update();
+  tell_accessible_change(*this);
   if (event->reason() != Qt::PopupFocusReason)
     report_({DialogEvent::Kind::changed, control_, nullptr, {}});
 }

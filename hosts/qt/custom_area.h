@@ -13,7 +13,7 @@ class CustomArea : public QWidget, public AccessibleParts {
   CustomArea(QWidget* parent, const Density& density, int control, ControlInput::Report report);
 
   ControlInput& input() { return input_; }
-  void set_parts(const std::vector<AccessibleCell>& parts) { parts_ = parts; }
+  void set_parts(const std::vector<AccessibleCell>& parts);
   const Density& parts_density() const override { return density_; }
   std::vector<AccessibleCell> accessible_parts() const override { return parts_; }
   void choose_part(int part) override;

@@ -54,6 +54,10 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
     if (control.kind != Kind::radio_button) radio_row_ = nullptr;
     QWidget* widget = make(control);
     widget->setObjectName(QStringLiteral("control%1").arg(control.id));
+    // A screen reader has no other name for what has no text of its own.
+    const bool drawn = control.kind == Kind::custom || control.kind == Kind::report ||
+                       control.kind == Kind::month_calendar;
+    if (drawn) widget->setAccessibleName(to_qt(control.text.empty() ? dialog.title : control.text));
     // In the template's order, also where a kind of widget would choose otherwise.
     if (!widgets_.empty()) setTabOrder(widgets_.back(), widget);
     widgets_.push_back(widget);
@@ -102,11 +106,8 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
       return new ReportView(body_, density_, id, tell_event);
     case Kind::month_calendar:
       return make_calendar(id);
-    case Kind::custom: {
-      auto* area = new CustomArea(body_, density_, id, tell_event);
-      area->setAccessibleName(to_qt(control.text));
-      return area;
-    }
+    case Kind::custom:
+      return new CustomArea(body_, density_, id, tell_event);
     case Kind::label:
       break;
   }

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <algorithm>
 
+#include "hosts/qt/qt_accessible.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 
@@ -81,6 +82,7 @@ void MonthCalendar::move_to(const QDate& date) {
   if (!date.isValid() || within == date_) return;
   date_ = within;
   update();
+  tell_accessible_change(*this);
   if (moved) moved();
 }
 
@@ -143,7 +145,10 @@ void MonthCalendar::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-void MonthCalendar::focusInEvent(QFocusEvent*) { update(); }
+void MonthCalendar::focusInEvent(QFocusEvent*) {
+  update();
+  tell_accessible_change(*this);
+}
 void MonthCalendar::focusOutEvent(QFocusEvent*) { update(); }
 
 void MonthCalendar::paintEvent(QPaintEvent*) {

@@ -45,10 +45,7 @@ class DrawnControl : public DrawnOwner {
 class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
  public:
   explicit DrawnView(ContentArea* content)
-      : DrawnOwner(content, QAccessible::Client), content_(*content) {
-    content_.note_listener();
-  }
-
+      : DrawnOwner(content, QAccessible::Client), content_(*content) {}
   const AccessibleGrid& grid() const override {
     if (known_ == content_.accessible_version()) return grid_;
     AccessibleView* view = content_.accessible_view();
@@ -155,9 +152,10 @@ QAccessibleInterface* make_interface(const QString&, QObject* object) {
 // The toolkit keeps one of each.
 void install_accessibility() { QAccessible::installFactory(&make_interface); }
 
-void tell_accessible_change(QWidget& content) {
-  auto* view = dynamic_cast<DrawnView*>(QAccessible::queryAccessibleInterface(&content));
-  QAccessibleInterface* focused = view ? view->focusChild() : nullptr;
+void tell_accessible_change(QWidget& widget) {
+  if (!QAccessible::isActive()) return;
+  auto* owner = dynamic_cast<DrawnOwner*>(QAccessible::queryAccessibleInterface(&widget));
+  QAccessibleInterface* focused = owner ? owner->focusChild() : nullptr;
   if (!focused) return;
   QAccessibleEvent event(focused, QAccessible::Focus);
   QAccessible::updateAccessibility(&event);

@@ -9,7 +9,7 @@ namespace orvello {
 // Makes the toolkit ask here for such widgets. Can be called again.
 void install_accessibility();
 
-// Tells those who listen which cell of a content area is selected now.
-void tell_accessible_change(QWidget& content);
+// Tells those who listen on which cell or part of such a widget the keyboard stands now.
+void tell_accessible_change(QWidget& widget);
 
 }  // namespace orvello

@@ -1,5 +1,6 @@
 #include "hosts/qt/qt_shell.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -115,12 +116,12 @@ void ContentArea::set_accessible_view(AccessibleView* view) {
 
 void ContentArea::note_accessible_change() {
   ++accessible_version_;
-  if (listened_to_) tell_accessible_change(*this);
+  if (QAccessible::isActive()) tell_accessible_change(*this);
 }
 
 void ContentArea::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
-  if (listened_to_) tell_accessible_change(*this);
+  if (QAccessible::isActive()) tell_accessible_change(*this);
 }
 
 Shell::Shell(const Density& density, ShellEvents& events)

@@ -30,7 +30,6 @@ class ContentArea : public QWidget {
   void set_accessible_view(AccessibleView* view);
   AccessibleView* accessible_view() const { return accessible_view_; }
   void note_accessible_change();
-  void note_listener() { listened_to_ = true; }
   int accessible_version() const { return accessible_version_; }  // counts the changes
 
  protected:
@@ -50,7 +49,6 @@ class ContentArea : public QWidget {
   QtPointer pointer_;
   AccessibleView* accessible_view_ = nullptr;
   int accessible_version_ = 0;
-  bool listened_to_ = false;  // nobody is told anything before somebody has looked
   int wheel_rest_ = 0;
 };
 

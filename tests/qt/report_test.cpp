@@ -189,6 +189,23 @@ TEST(Report, TellsThePointerAndKeysAndSelectsNothingByItself) {
       << "nothing goes through to the window";
 }
 
+TEST(Report, AFingerIsThePointer) {
+  static QPointingDevice* const screen = QTest::createTouchDevice();
+  DayForm form;
+  form.report->set_content(content_of(30));
+  QWidget* viewport = form.view()->viewport();
+  form.log.events.clear();
+  QTest::touchEvent(viewport, screen).press(0, QPoint(40, 50));
+  QTest::touchEvent(viewport, screen).move(0, QPoint(40, 20));
+  QTest::touchEvent(viewport, screen).release(0, QPoint(40, 20));
+  settle();
+  ASSERT_EQ(form.log.of(21).size(), 3u) << "once, and not as a mouse again";
+  EXPECT_EQ(form.log.of(21)[1].kind, Event::pointer_move);
+  EXPECT_EQ(form.log.of(21)[1].point, (Point{40, 20}));
+  EXPECT_TRUE(form.view()->hasFocus());
+  EXPECT_EQ(form.view()->verticalScrollBar()->value(), 0);
+}
+
 TEST(Report, RowsHaveNamesAndAScreenReadersChoiceIsATap) {
   DayForm form;
   ReportContent content = content_of(5);
