@@ -94,7 +94,7 @@ ReportContent DayPopupProcedure::content(int width) const {
     const FontSpec& font = row.row_data < 0 ? content.bold_font : content.font;
     time = std::max(time, input_.measure.measure(row.time, font).width);
   }
-  time += 2 * content.padding;
+  time += 2 * content.padding + input_.screen.scale;  // a host may round a text's width up
   content.columns = {{time, Align::right}, {std::max(0, width - time), Align::left}};
   for (const CompactRow& row : input_.rows) {
     ReportRow shown;
