@@ -47,6 +47,8 @@ QtDialog::~QtDialog() {
 }
 
 void QtDialog::handle(const DialogEvent& event) {
+  // What goes away loses its focus, too: nothing more is told then, but it may still be painted.
+  if (closed && is_closed_ && event.kind != DialogEvent::Kind::paint) return;
   const bool person_closes = event.kind == DialogEvent::Kind::close;
   const QPointer<FormWidget> form = form_;
   procedure_.handle(*this, event);

@@ -38,7 +38,7 @@ ContentArea::ContentArea(QWidget* parent, const Density& density, ShellEvents& e
 }
 
 bool ContentArea::event(QEvent* event) {
-  if (event->type() == QEvent::Leave && !pointer_.is_down() && !is_covered(*this))
+  if (event->type() == QEvent::Leave && !pointer_.is_down())
     events_.send({kMessageMouseMove, 0, {-1, -1}, 0});
   const bool released = is_release(*event);
   const QtPointer::Step step = pointer_.take(*event);
