@@ -342,6 +342,9 @@ expect_has "a picture that cannot be written is named" "$err" "rubbish.ics/x.png
 run --measure start --data data
 expect_code "measure start" 0
 if printf %s "$out" | grep -qE '^first paint: [0-9]+ ms$'; then good; else bad "measure start" "$out"; fi
+run --measure turn --data data
+expect_code "measure turn" 0
+if printf %s "$out" | grep -qE '^turn: median [0-9.]+ ms, maximum [0-9.]+ ms$'; then good; else bad "measure turn" "$out"; fi
 QT_QPA_PLATFORM='' DISPLAY='' WAYLAND_DISPLAY='' run --data data --now 2026-11-06T10:00 --language en
 expect_code "no display" 0
 expect_has "no display: says so" "$err" "no display"

@@ -40,6 +40,9 @@ TEST(CommandLine, OptionsStandAnywhereAndTakeAnEqualsSign) {
   EXPECT_EQ(line->now->hour, 21);
   EXPECT_EQ(line->now->minute, 10);
   EXPECT_EQ(line->now->day_of_week, 5);
+  const auto turn = parse_command_line({"--measure", "turn"});
+  ASSERT_TRUE(turn) << turn.reason();
+  EXPECT_TRUE(turn->measure_turn && !turn->measure_start);
 }
 
 // A file may be called like a command, or like an option.
