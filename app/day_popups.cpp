@@ -67,7 +67,9 @@ Rect DayPopupProcedure::place(const Rect& beside) const {
   const int unit = input_.screen.dpi_y;
   const int gap = kPadding * unit / 96;
   const int rows = static_cast<int>(input_.rows.size());
-  const int width = std::min(work.width - 2 * gap, 260 * unit / 96);
+  // As wide as its rows are, within reason.
+  const int width =
+      std::min(work.width - 2 * gap, std::clamp(natural_width(), 200 * unit / 96, 420 * unit / 96));
   const int height = std::min(
       {work.height * 3 / 4, 260 * unit / 96, header_height() + rows * row_height() + 2 * gap});
   const int x = std::clamp(beside.center().x - width / 2, gap, work.width - gap - width);
@@ -78,23 +80,40 @@ Rect DayPopupProcedure::place(const Rect& beside) const {
   return {x, y, width, height};
 }
 
+int DayPopupProcedure::time_width() const {
+  const int points = input_.settings.dvfontsize;
+  int width = 0;
+  for (const CompactRow& row : input_.rows) {
+    const FontSpec font = font_of(points, row.row_data < 0 ? 700 : 400, input_.screen);
+    width = std::max(width, input_.measure.measure(row.time, font).width);
+  }
+  // A host may round a text's width up.
+  return width + 2 * padding() + input_.screen.scale;
+}
+
+int DayPopupProcedure::natural_width() const {
+  const FontSpec font = font_of(input_.settings.dvfontsize, 400, input_.screen);
+  int width = 0;
+  for (const CompactRow& row : input_.rows)
+    width = std::max(width, input_.measure.measure(row.subject, font).width);
+  constexpr int kScrollBar = 20;
+  return time_width() + width + 2 * padding() + kScrollBar * input_.screen.dpi_x / 96;
+}
+
+int DayPopupProcedure::padding() const { return kPadding * input_.screen.dpi_x / 96; }
+
 ReportContent DayPopupProcedure::content(int width) const {
   const SettingsRecord& settings = input_.settings;
   const auto color = [&](ColorSlot slot) { return settings.color(slot); };
   ReportContent content;
   content.font = font_of(settings.dvfontsize, 400, input_.screen);
   content.bold_font = font_of(settings.dvfontsize, 700, input_.screen);
-  content.padding = kPadding * input_.screen.dpi_x / 96;
+  content.padding = padding();
   content.background = color(ColorSlot::popup_background);
   content.selected_background = color(ColorSlot::popup_header_background);
   content.selected_text =
       readable_on(content.selected_background, color(ColorSlot::popup_header_text));
-  int time = 0;
-  for (const CompactRow& row : input_.rows) {
-    const FontSpec& font = row.row_data < 0 ? content.bold_font : content.font;
-    time = std::max(time, input_.measure.measure(row.time, font).width);
-  }
-  time += 2 * content.padding + input_.screen.scale;  // a host may round a text's width up
+  const int time = time_width();
   content.columns = {{time, Align::right}, {std::max(0, width - time), Align::left}};
   for (const CompactRow& row : input_.rows) {
     ReportRow shown;

@@ -49,6 +49,9 @@ class DayPopupProcedure : public DialogProcedure {
   ReportContent content(int width) const;
   int row_height() const;
   int header_height() const;
+  int padding() const;
+  int time_width() const;
+  int natural_width() const;
   void paint_header(Canvas& canvas, Size size) const;
   void list_event(Dialog& dialog, const DialogEvent& event);
 

@@ -17,7 +17,10 @@ void cut_out(QWidget& form, const std::vector<Point>& outline, const Density& de
   QPolygon polygon;
   for (const Point& point : outline)
     polygon << QPoint(density.logical(point.x), density.logical(point.y));
-  form.setMask(QRegion(polygon));
+  // A region leaves out its lower and right edges, where the outline is drawn too.
+  const QRegion inside(polygon);
+  form.setMask(inside | inside.translated(1, 0) | inside.translated(0, 1) |
+               inside.translated(1, 1));
 }
 
 }  // namespace
