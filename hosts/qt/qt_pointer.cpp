@@ -13,7 +13,8 @@ const QPointF kNowhere(-1, -1);
 }  // namespace
 
 QtPointer::Step QtPointer::press(Holder holder, QPointF place) {
-  if (holder_ != Holder::nobody) return {true, Change::none, place};
+  // The same device again: its release went to a menu or a window that had opened meanwhile.
+  if (holder_ != Holder::nobody && holder_ != holder) return {true, Change::none, place};
   holder_ = holder;
   return {true, Change::down, place};
 }
@@ -53,7 +54,11 @@ QtPointer::Step QtPointer::take(const QEvent& event) {
 QtPointer::Step QtPointer::take_mouse(const QEvent& event) {
   const auto& mouse = static_cast<const QMouseEvent&>(event);
   const QPointF place = mouse.position();
-  if (event.type() == QEvent::MouseMove) return move(Holder::mouse, place);
+  if (event.type() == QEvent::MouseMove) {
+    // Moving unpressed: the release went to a menu or a window that had opened meanwhile.
+    if (holder_ == Holder::mouse && !(mouse.buttons() & Qt::LeftButton)) let_go();
+    return move(Holder::mouse, place);
+  }
   if (mouse.button() != Qt::LeftButton) return {};
   // The second press of a double click is a press like any other.
   if (event.type() == QEvent::MouseButtonRelease) return release(Holder::mouse, place);

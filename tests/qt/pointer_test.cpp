@@ -96,6 +96,19 @@ TEST(Pointer, WhoeverHoldsThePointerKeepsIt) {
             (std::vector<std::uint32_t>{kMessageButtonDown, kMessageButtonUp}));
 }
 
+TEST(Pointer, ALostReleaseLosesNothingElse) {
+  QtPointer pointer;
+  const auto mouse = [&](QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
+    return pointer.take(QMouseEvent(type, QPointF(1, 1), QPointF(1, 1), button, held, {})).change;
+  };
+  using Change = QtPointer::Change;
+  EXPECT_EQ(mouse(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton), Change::down);
+  EXPECT_EQ(mouse(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton), Change::down);
+  EXPECT_EQ(mouse(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton), Change::move);
+  EXPECT_EQ(mouse(QEvent::MouseMove, Qt::NoButton, Qt::NoButton), Change::hover);
+  EXPECT_FALSE(pointer.is_down());
+}
+
 TEST(Pointer, ACancelledTouchEndsWhereNothingIs) {
   QtPointer pointer;
   need_application();
