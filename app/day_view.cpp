@@ -156,15 +156,17 @@ void DayView::header_event(const DialogEvent& event) {
     case Event::pointer_down:
     case Event::double_tap:
       pressed_zone_ = hit_day_header(header_, event.point);
+      focused_zone_ = DayHeaderZone::none;  // a pen needs no frame
+      repaint_header();
       break;
     case Event::pointer_up: {
       const DayHeaderZone pressed = std::exchange(pressed_zone_, DayHeaderZone::none);
       if (pressed == hit_day_header(header_, event.point)) use_zone(pressed);
+      focus_list();  // where the keys are wanted next
       break;
     }
     case Event::changed:  // it has the focus
-      // A pen needs no frame.
-      if (pressed_zone_ == DayHeaderZone::none) focused_zone_ = DayHeaderZone::date;
+      focused_zone_ = DayHeaderZone::date;
       repaint_header();
       break;
     case Event::focus_lost:

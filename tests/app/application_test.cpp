@@ -234,6 +234,58 @@ TEST_F(ApplicationTest, ReconnectOpensTheSessionAgain) {
   EXPECT_EQ(device.dialogs.opened.size(), 0u);  // no day list in the Month view
 }
 
+TEST_F(ApplicationTest, AScreenReaderHearsTheGridsAndOpensDays) {
+  add(21, 9, u"Dentist");
+  add(9, 9, u"Early");
+  start();
+  EXPECT_TRUE(idle());
+  AccessibleView* view = device.window.accessible_view;
+  ASSERT_NE(view, nullptr);
+  const auto cell_of = [view](TextView name) {
+    const auto cells = view->accessible_grid().cells;
+    for (std::size_t i = 0; i < cells.size(); ++i)
+      if (starts_with(cells[i].name, name)) return static_cast<int>(i);
+    return -1;
+  };
+  for (const std::uint32_t command : {kCommandMonthView, kCommandYearView}) {
+    device.window.command(command);
+    EXPECT_TRUE(idle());
+    const int today = cell_of(u"21 November, 1 appointment");
+    ASSERT_GE(today, 0) << command;
+    EXPECT_TRUE(view->accessible_grid().cells[static_cast<std::size_t>(today)].selected);
+    EXPECT_EQ(view->accessible_items(today), std::vector<Text>{u"9:00a-10:00a Dentist"});
+    EXPECT_GE(cell_of(u"8 November, no appointments"), 0);
+  }
+  add(8, 9, u"Another");  // counts follow the store
+  device.store.poll();
+  EXPECT_TRUE(idle());
+  const int cell = cell_of(u"8 November, 1 appointment");
+  ASSERT_GE(cell, 0);
+  view->choose_accessible(cell);
+  EXPECT_EQ(mode(), ViewMode::day);
+  EXPECT_EQ(shown(), (MonthDayYear{11, 8, 2026}));
+  EXPECT_TRUE(view->accessible_grid().cells.empty());  // the list speaks for itself
+}
+
+TEST_F(ApplicationTest, TheYearNamesADayUnderThePointer) {
+  add(21, 9, u"Dentist");
+  StartOptions options;
+  options.view = 2;
+  start(options);
+  EXPECT_TRUE(idle());
+  const Point day = cell_place(application->year_layout(), {11, 21, 2026}).center();
+  device.window.hover(day);
+  ASSERT_TRUE(device.window.label);
+  EXPECT_NE(device.window.label->text.find(u"9:00a-10:00a Dentist"), Text::npos);
+  EXPECT_EQ(device.window.label->text_color, rgb(153, 0, 0));
+  EXPECT_FALSE(device.window.label->place.contains(day));
+  device.window.hover({-1, -1});
+  EXPECT_FALSE(device.window.label);
+  device.window.hover(day);
+  device.window.command(kCommandMonthView);
+  EXPECT_FALSE(device.window.label);
+}
+
 TEST_F(ApplicationTest, RotationLaysOutAnewAndKeepsTheView) {
   StartOptions options;
   options.view = 2;
