@@ -10,6 +10,30 @@
 #include "resources/ids.h"
 
 namespace orvello {
+namespace {
+
+// A MonthHit or a YearHit: both views have the same kinds of targets.
+template <typename Hit>
+GridTarget target_of(const Hit& hit) {
+  using Kind = GridTarget::Kind;
+  switch (hit.kind) {
+    case Hit::Kind::month:
+      return {Kind::month, hit.month, {}};
+    case Hit::Kind::previous_year:
+      return {Kind::previous_year, 0, {}};
+    case Hit::Kind::next_year:
+      return {Kind::next_year, 0, {}};
+    case Hit::Kind::title:
+      return {Kind::title, 0, {}};
+    case Hit::Kind::day:
+      return {Kind::day, 0, hit.date};
+    case Hit::Kind::none:
+      break;
+  }
+  return {};
+}
+
+}  // namespace
 
 void Application::set_current_date(const MonthDayYear& date) {
   state_.current = date;
@@ -89,40 +113,8 @@ bool Application::grid_key(const Message& message) {
 }
 
 GridTarget Application::grid_target(Point point) const {
-  using Kind = GridTarget::Kind;
-  if (state_.view_mode == ViewMode::year) {
-    const YearHit hit = hit_year(year_layout_, point);
-    switch (hit.kind) {
-      case YearHit::Kind::month:
-        return {Kind::month, hit.month, {}};
-      case YearHit::Kind::previous_year:
-        return {Kind::previous_year, 0, {}};
-      case YearHit::Kind::next_year:
-        return {Kind::next_year, 0, {}};
-      case YearHit::Kind::title:
-        return {Kind::title, 0, {}};
-      case YearHit::Kind::day:
-        return {Kind::day, 0, hit.date};
-      case YearHit::Kind::none:
-        return {};
-    }
-  }
-  const MonthHit hit = hit_month(month_layout_, point);
-  switch (hit.kind) {
-    case MonthHit::Kind::month:
-      return {Kind::month, hit.month, {}};
-    case MonthHit::Kind::previous_year:
-      return {Kind::previous_year, 0, {}};
-    case MonthHit::Kind::next_year:
-      return {Kind::next_year, 0, {}};
-    case MonthHit::Kind::title:
-      return {Kind::title, 0, {}};
-    case MonthHit::Kind::day:
-      return {Kind::day, 0, hit.date};
-    case MonthHit::Kind::none:
-      break;
-  }
-  return {};
+  return state_.view_mode == ViewMode::year ? target_of(hit_year(year_layout_, point))
+                                            : target_of(hit_month(month_layout_, point));
 }
 
 bool Application::on_pointer(const Message& message) {

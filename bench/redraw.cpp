@@ -1,21 +1,14 @@
 // Requests to redraw while the worker draws: bench_redraw FILE.ics [Google Benchmark's options].
 // The whole application over the full calendar, without a window; what is measured is the time from
 // the last request to the moment at which its drawing can be painted.
-#include <benchmark/benchmark.h>
-#include <unistd.h>
-
 #include <QGuiApplication>
-#include <cstdio>
-#include <filesystem>
 
 #include "app/application.h"
 #include "app/messages.h"
-#include "exchange/import.h"
-#include "hosts/headless/headless_host.h"
+#include "bench/full_calendar.h"
 #include "hosts/qt/qt_surface.h"
 #include "resources/ids.h"
 #include "settings/registry_access.h"
-#include "store/embedded/embedded_store.h"
 
 namespace orvello {
 namespace {
@@ -28,19 +21,14 @@ ScreenInfo double_density() {
   return screen;
 }
 
-struct Bench {
-  explicit Bench(const std::string& path) : folder(path) {
-    std::filesystem::create_directories(folder);
-    auto opened = EmbeddedStore::open(folder + "/calendar.db", host.clock);
-    if (opened) store = std::move(*opened);
+struct RedrawBench : FullCalendar {
+  RedrawBench() {
     EnsureSettingsKey(host.registry);
     WriteNumberSetting(host.registry, u"showindicator", 1);
     WriteNumberSetting(host.registry, u"coloryearview", 1);
   }
-  ~Bench() {
-    application.reset();
-    store.reset();
-    std::filesystem::remove_all(folder);
+  ~RedrawBench() {
+    if (application) window.send({kMessageClose, 0, {}, 0});
   }
   bool start() {
     Host parts = host.host();
@@ -56,15 +44,12 @@ struct Bench {
     return application->worker().wait_until_idle(std::chrono::seconds(60));
   }
 
-  std::string folder;
-  HeadlessHost host;
   HeadlessWindow window{double_density()};
   QtSurfaces surfaces;
-  std::unique_ptr<EmbeddedStore> store;
   std::unique_ptr<Application> application;
 };
 
-Bench* bench = nullptr;  // Google Benchmark's functions take no argument of ours
+RedrawBench* bench = nullptr;
 
 // `requests` messages of the store before the loop gets to them; the clock runs from the last.
 void redraw(benchmark::State& state, std::uint32_t view) {
@@ -104,30 +89,12 @@ void redraw_thousand_keys(benchmark::State& state) {
 }
 BENCHMARK(redraw_thousand_keys)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-int run(const char* file) {
-  Bench parts(std::filesystem::temp_directory_path() /
-              ("orvello_bench_" + std::to_string(::getpid())));
-  if (!parts.store) return 1;
-  const ImportResult imported = import_files({file}, *parts.store, parts.host.clock);
-  if (!imported.done || imported.counts.imported == 0) {
-    std::fprintf(stderr, "bench_redraw: %s holds nothing: %s\n", file, imported.failure.c_str());
-    return 1;
-  }
-  if (!parts.start()) return 1;
-  bench = &parts;
-  benchmark::RunSpecifiedBenchmarks();
-  parts.window.send({kMessageClose, 0, {}, 0});
-  return 0;
-}
-
 }  // namespace
 }  // namespace orvello
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  if (argc == 2) return orvello::run(argv[1]);
-  std::fprintf(stderr, "usage: bench_redraw FILE.ics [benchmark options]\n");
-  return 2;
+  return orvello::run_over_calendar(argc, argv, orvello::bench,
+                                    [](orvello::RedrawBench& one) { return one.start(); });
 }
