@@ -32,7 +32,6 @@ inline constexpr int kDialogImport = 300;
 inline constexpr int kDialogDate = 310;
 
 // Controls.
-inline constexpr int kControlYearTooltip = 223;
 inline constexpr int kControlDayList = 222;
 inline constexpr int kControlOk = 1;
 inline constexpr int kControlCancel = 2;
@@ -79,7 +78,6 @@ enum class StringId : int {
   delete_series,
   ok,
   notes,
-  close,
   import_title,
   import_summary,  // %d new, %d updated, %d skipped
   import_file,     // %s file, %d appointments

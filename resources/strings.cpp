@@ -35,7 +35,6 @@ constexpr Row kStrings[] = {
     {StringId::delete_series, u"Удалить серию", u"Delete the series"},
     {StringId::ok, u"ОК", u"OK"},
     {StringId::notes, u"Заметки", u"Notes"},
-    {StringId::close, u"Закрыть", u"Close"},
     {StringId::import_title, u"Импорт", u"Import"},
     {StringId::import_summary, u"Новых: %d, обновится: %d, будет пропущено: %d",
      u"New: %d, to update: %d, to skip: %d"},

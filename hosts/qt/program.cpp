@@ -38,13 +38,14 @@ struct Opened {
 };
 
 // A desktop's month has room for its appointments, and its first user should see them at once: a
-// registry that does not exist yet starts with their bars switched on.
+// registry that does not exist yet starts with their bars and the marks of the year switched on.
 void prepare_first_start(const Paths& paths) {
   if (std::ifstream(paths.config + "/registry")) return;
   FileRegistry registry(paths.config + "/registry");
   if (!EnsureSettingsKey(registry)) return;
   WriteNumberSetting(registry, u"showindicator", 1);
   WriteNumberSetting(registry, u"usecategorycolorforbar", 1);
+  WriteNumberSetting(registry, u"coloryearview", 1);
   FlushSettings(registry);
 }
 

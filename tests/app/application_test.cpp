@@ -336,6 +336,21 @@ TEST_F(ApplicationTest, ProfilesFilterAndAreRemembered) {
   EXPECT_EQ(rows().size(), 1u);
   device.window.command(kCommandFirstProfile);
   EXPECT_EQ(rows().size(), 2u);
+  // The other views as well, each at once.
+  for (const std::uint32_t view : {kCommandMonthView, kCommandYearView}) {
+    device.window.command(view);
+    for (const auto& [profile, name] : {std::pair{1u, u"21 November, 1 appointment,"},
+                                        std::pair{0u, u"21 November, 2 appointments,"}}) {
+      const int before = drawings();
+      device.window.command(kCommandFirstProfile + profile);
+      EXPECT_EQ(drawings(), before + 1);
+      const auto cells = device.window.accessible_view->accessible_grid().cells;
+      EXPECT_TRUE(std::any_of(
+          cells.begin(), cells.end(),
+          [name = TextView(name)](const auto& cell) { return starts_with(cell.name, name); }))
+          << to_utf8(name);
+    }
+  }
 }
 
 TEST_F(ApplicationTest, CommandsWithoutAFormAreGreyed) {
