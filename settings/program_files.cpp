@@ -6,7 +6,7 @@ void GetProgramDirectory(const Files& files, Text& directory) {
   directory = files.module_file_name();
   const std::size_t last = directory.rfind(u'\\');
   if (last == Text::npos || last == 0)
-    directory = u"\\";
+    directory.assign(1, u'\\');
   else
     directory.resize(last);
 }
