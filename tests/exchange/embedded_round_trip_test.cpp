@@ -10,8 +10,7 @@ namespace {
 using EmbeddedRoundTrip = ExchangeTest;
 
 TEST_F(EmbeddedRoundTrip, NothingIsLostOnDisk) {
-  const std::string path = testing::TempDir() + "round-trip.db";
-  for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(path + suffix);
+  const std::string path = folder + "round-trip.db";
   std::string first;
   for (int pass = 0; pass < 2; ++pass) {
     const auto disk = EmbeddedStore::open(path, clock);

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <stdlib.h>
+
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -40,10 +43,17 @@ inline std::vector<std::string> unfolded_lines(std::string_view text) {
 
 class ExchangeTest : public testing::Test {
  protected:
+  ExchangeTest() {
+    std::string pattern = testing::TempDir() + "orvello-exchange-XXXXXX";
+    if (const char* made = ::mkdtemp(pattern.data())) folder = std::string(made) + "/";
+  }
+  ~ExchangeTest() override {
+    if (!folder.empty()) std::filesystem::remove_all(folder);
+  }
+
   // In a file of its own, as an import is told file names.
   std::string file_of(std::string_view text, const std::string& name = "input.ics") {
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    const std::string path = testing::TempDir() + test->name() + "-" + name;
+    const std::string path = folder + name;
     std::ofstream(path, std::ios::binary) << text;
     return path;
   }
@@ -80,6 +90,7 @@ class ExchangeTest : public testing::Test {
     return text;
   }
 
+  std::string folder;  // of this test alone, with a slash at its end
   FakeStore store;
   FakeClock clock;
 };
