@@ -26,19 +26,40 @@ void wrap_paragraph(Canvas& canvas, TextView text, const FontSpec& font, int wid
 
 }  // namespace
 
+// Measuring is what costs: the next guess lies where it would be if all letters were as wide as
+// those measured so far, which takes three or four instead of a bisection's seven.
 std::size_t fitting_units(Canvas& canvas, TextView text, const FontSpec& font, int width) {
-  const auto fits = [&](std::size_t units) {
-    return canvas.measure(text.substr(0, units), font).width <= width;
+  const auto measured = [&](std::size_t units) {
+    return canvas.measure(text.substr(0, units), font).width;
   };
-  if (text.empty() || fits(text.size())) return text.size();
+  if (text.empty()) return 0;
   std::size_t good = 0, bad = text.size();
+  int good_width = 0, bad_width = measured(bad);
+  if (bad_width <= width) return bad;
   while (bad - good > 1) {
-    const std::size_t middle = good + (bad - good) / 2;
-    (fits(middle) ? good : bad) = middle;
+    const double share = static_cast<double>(width - good_width) / (bad_width - good_width);
+    const auto step = static_cast<std::size_t>(share * static_cast<double>(bad - good));
+    const std::size_t guess = good + std::clamp<std::size_t>(step, 1, bad - good - 1);
+    const int guessed = measured(guess);
+    (guessed <= width ? good : bad) = guess;
+    (guessed <= width ? good_width : bad_width) = guessed;
   }
   if (splits_a_pair(text, good)) --good;
   if (good > 0) return good;
   return splits_a_pair(text, 1) ? 2 : 1;
+}
+
+// Characters side by side are rarely wider than each by itself; a few pixels are kept for those.
+bool CharacterWidths::surely_fits(TextView text, int width) {
+  int sum = 4;
+  for (const char16_t unit : text) {
+    if (unit >= 0xD800 && unit <= 0xDFFF) return false;  // half of a character has no width
+    const auto [found, is_new] = widths_.try_emplace(unit, 0);
+    if (is_new) found->second = canvas_.measure(TextView(&unit, 1), font_).width;
+    sum += found->second;
+    if (sum > width) return false;
+  }
+  return true;
 }
 
 std::vector<Text> word_wrapped(Canvas& canvas, TextView text, const FontSpec& font, int width) {

@@ -196,14 +196,15 @@ ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input, Can
 }
 
 // Adds the subject's pieces to the rows; the first one stays in the row itself.
-void add_pieces(const DayRow& row, Canvas& measure, const FontSpec& font, int width,
-                std::vector<DayRow>& rows) {
+void add_pieces(const DayRow& row, Canvas& measure, CharacterWidths& characters,
+                const FontSpec& font, int width, std::vector<DayRow>& rows) {
   TextView rest = TextView(row.subject).substr(0, kMeasuredSubject);
   rows.push_back(row);
-  if (measure.measure(rest, font).width <= width) return;
+  if (characters.surely_fits(rest, width)) return;
+  std::size_t units = fitting_units(measure, rest, font, width);
+  if (units == rest.size()) return;
   bool first = true;
-  while (!rest.empty()) {
-    std::size_t units = fitting_units(measure, rest, font, width);
+  for (; !rest.empty(); units = fitting_units(measure, rest, font, width)) {
     // Words stay whole where they can.
     if (const std::size_t blank = rest.substr(0, units + 1).find_last_of(u' ');
         units < rest.size() && blank != TextView::npos && blank > 0)
@@ -236,11 +237,12 @@ void wrap_subjects(DayAgenda& agenda, const DayListInput& input, Canvas& measure
   else
     width -= 2 * place.border;
   if (width <= 0) return;  // a column of nothing would wrap for ever
+  CharacterWidths characters(measure, font);
   std::vector<DayRow> rows;
   std::vector<CalendarDate> ends;
   std::vector<Color> colors;
   for (std::size_t i = 0; i < agenda.rows.size(); ++i) {
-    add_pieces(agenda.rows[i], measure, font, width, rows);
+    add_pieces(agenda.rows[i], measure, characters, font, width, rows);
     ends.resize(rows.size(), agenda.row_ends[i]);
     colors.resize(rows.size(), i < agenda.row_colors.size() ? agenda.row_colors[i] : kWhite);
   }
