@@ -62,6 +62,7 @@ std::int32_t DayView::shown_day() const {
 void DayView::build_list() {
   ReportList* list = dialog_ ? dialog_->report(kControlDayList) : nullptr;
   if (!list) return;
+  built_day_ = shown_day();
   const auto items = c_.session.CalendarItems();
   agenda_ = full_agenda(items.get(), shown_day(), c_.settings, [this](TextView categories) {
     return profileAllowsCategory(c_.settings, categories);
@@ -75,12 +76,17 @@ void DayView::build_list() {
   list->set_content(std::move(content));
 }
 
-// An appointment that is still there stays selected.
+// Of the same day, the list stays where it was scrolled to and an appointment that is still there
+// stays selected.
 void DayView::rebuild() {
-  if (!dialog_) return;
+  ReportList* list = dialog_ ? dialog_->report(kControlDayList) : nullptr;
+  if (!list) return;
   const std::int32_t selected = selected_oid();
   const int marker = row_;
+  const bool same_day = built_day_ == shown_day();
+  const int top = list->row_place(0).y;
   build_list();
+  if (same_day) list->scroll_by(list->row_place(0).y - top);
   repaint_header();
   row_ = marker == kPasteTarget ? kPasteTarget : kNoRow;
   for (int i = 0; selected != 0 && i < static_cast<int>(agenda_.rows.size()); ++i)

@@ -112,7 +112,8 @@ class DayView : public DialogProcedure {
   DayAgenda agenda_;
   DayHeaderLayout header_;
   ListPointer pointer_;
-  int icons_x_ = 0;  // the middle of the icon column
+  std::int32_t built_day_ = 0;  // that the list shows
+  int icons_x_ = 0;             // the middle of the icon column
   int row_ = kNoRow;
   int tapped_row_ = kNoRow;  // its notes open unless a second tap comes
   DayHeaderZone pressed_zone_ = DayHeaderZone::none;

@@ -85,6 +85,25 @@ TEST_F(DayViewTest, KeysTurnDaysAndWeeksAndStepThroughAppointments) {
   EXPECT_EQ(application->state().view_mode, ViewMode::month);
 }
 
+TEST_F(DayViewTest, AChangeLeavesPlaceAndSelectionAlone) {
+  for (int hour = 4; hour < 20; ++hour) add(21, hour, u"Busy");
+  start();
+  const Point from = list().point_of(8);
+  dialog().pen_down(kControlDayList, from);
+  dialog().pen_move(kControlDayList, {from.x, from.y - 20});
+  dialog().pen_move(kControlDayList, {from.x, from.y - 60});
+  dialog().pen_up(kControlDayList, {from.x, from.y - 60});
+  EXPECT_EQ(list().scrolled, 40);
+  add(21, 3, u"Earlier");
+  device.store.poll();
+  device.window.pump();
+  EXPECT_EQ(list().scrolled, 40);
+  EXPECT_EQ(application->day().selected_row(), 9);  // the same one, a row further down
+  key(kKeyRight);
+  key(kKeyLeft);
+  EXPECT_EQ(list().scrolled, 0);
+}
+
 TEST_F(DayViewTest, ADragAsideTurnsTheDayAndOpensNothing) {
   add(21, 9, u"First");
   start();
