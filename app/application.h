@@ -137,6 +137,7 @@ class Application : public MessageHandler,
   void show_day(const MonthDayYear& date);
   void hover(const Message& message);
   void hide_hover_label();
+  Text date_text(const MonthDayYear& date, int showdaylabel) const;  // as popups are headed
   std::vector<CompactRow> compact_rows(const MonthDayYear& date);
   const DayCount& day_count();
   std::optional<MonthDayYear> cell_date(int cell) const;

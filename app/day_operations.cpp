@@ -75,9 +75,13 @@ int DayView::ask_delete(std::int32_t oid) {
     c_.host.boxes.show(u"Error in getting appointment info", u"Error");
     return DeleteProcedure::kUnreadable;
   }
-  DeleteProcedure procedure(fields.subject, c_.state.layout);
-  const int answer = c_.host.dialogs.run_modal(
-      delete_dialog(c_.commands.language(), item->is_recurring()), procedure);
+  const DialogTemplate dialog = delete_dialog(c_.commands.language(), item->is_recurring());
+  const Rect& drawn = dialog.controls[0].place;
+  const ScreenLayout& screen = c_.state.layout;
+  DeleteProcedure procedure(
+      fields.subject, {0, 0, drawn.width * screen.dpi_x / 96, drawn.height * screen.dpi_y / 96},
+      screen);
+  const int answer = c_.host.dialogs.run_modal(dialog, procedure);
   return answer == 0 ? DeleteProcedure::kCancel : answer;
 }
 

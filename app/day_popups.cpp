@@ -16,13 +16,6 @@ using Event = DialogEvent::Kind;
 constexpr int kPadding = 4, kFinger = 27;  // at 96 dpi
 constexpr Color kSubjectColor = rgb(0, 0, 150);
 
-// The text, or as much of it as fits with "..." behind.
-Text shortened(Canvas& canvas, const Text& text, const FontSpec& font, int width) {
-  if (canvas.measure(text, font).width <= width) return text;
-  const int dots = canvas.measure(u"...", font).width;
-  return text.substr(0, fitting_units(canvas, text, font, std::max(0, width - dots))) + u"...";
-}
-
 }  // namespace
 
 void NotesProcedure::handle(Dialog& dialog, const DialogEvent& event) {
@@ -87,8 +80,7 @@ int DayPopupProcedure::time_width() const {
     const FontSpec font = font_of(points, row.row_data < 0 ? 700 : 400, input_.screen);
     width = std::max(width, input_.measure.measure(row.time, font).width);
   }
-  // A host may round a text's width up.
-  return width + 2 * padding() + input_.screen.scale;
+  return width + 2 * padding();
 }
 
 int DayPopupProcedure::natural_width() const {
@@ -142,9 +134,10 @@ void DayPopupProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::init: {
       ReportList* list = dialog.report(kControlDayList);
-      if (list) list->set_content(content(list->place().size.width));
+      const int width = list ? list->place().size.width : 0;
+      if (list) list->set_content(content(width));
       pointer_.set_view(input_.screen.work.width, input_.screen.dpi_x);
-      dialog.set_parts(kControlDayHeader, {{input_.date, {0, 0, 1, 1}, false}});
+      dialog.set_parts(kControlDayHeader, {{input_.date, {0, 0, width, header_height()}, false}});
       dialog.focus(kControlDayList);
       break;
     }
@@ -178,7 +171,6 @@ void DayPopupProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
   if (event.kind != Event::key) return;
   const int last = static_cast<int>(input_.rows.size()) - 1;
   if (event.key == kKeyReturn) dialog.close(kPopupOpenDay);
-  if (event.key == kKeyEscape) dialog.close(kPopupClosed);
   if (event.key == kKeyDown || event.key == kKeyUp) {
     row_ = std::clamp(row_ + (event.key == kKeyDown ? 1 : -1), 0, last);
     list->select({row_});
@@ -211,7 +203,7 @@ void DeleteProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::init:
       dialog.set_checked(kControlOccurrence, true);
-      dialog.set_parts(kControlSubject, {{subject_, {0, 0, 1, 1}, false}});
+      dialog.set_parts(kControlSubject, {{subject_, subject_place_, false}});
       dialog.focus(kControlOk);
       break;
     case Event::paint: {

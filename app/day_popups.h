@@ -79,12 +79,14 @@ class DeleteProcedure : public DialogProcedure {
  public:
   static constexpr int kUnreadable = 0, kCancel = 1, kOccurrence = 2, kSeries = 3;
 
-  DeleteProcedure(Text subject, const ScreenLayout& screen)
-      : subject_(std::move(subject)), screen_(screen) {}
+  // `subject_place` is the subject's control, in device pixels.
+  DeleteProcedure(Text subject, const Rect& subject_place, const ScreenLayout& screen)
+      : subject_(std::move(subject)), subject_place_(subject_place), screen_(screen) {}
   void handle(Dialog& dialog, const DialogEvent& event) override;
 
  private:
   Text subject_;
+  Rect subject_place_;
   const ScreenLayout& screen_;
 };
 

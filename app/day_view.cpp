@@ -31,6 +31,7 @@ void DayView::close() {
   dialog_ = nullptr;
   owned_ = nullptr;
   pointer_.let_go();
+  pen_down_ = false;
 }
 
 void DayView::handle(Dialog& dialog, const DialogEvent& event) {
@@ -70,7 +71,6 @@ void DayView::build_list() {
   CalendarDate now = 0;
   SystemTimeToVariantTime(c_.host.clock.local_time(), now);
   const DayListInput input{c_.settings, c_.state.layout, list->place(), now};
-  wrap_subjects(agenda_, input, c_.commands.measuring_canvas());
   ReportContent content = day_list_content(agenda_, input, c_.commands.measuring_canvas());
   icons_x_ = content.columns[0].width + content.columns[1].width / 2;
   list->set_content(std::move(content));

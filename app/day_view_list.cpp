@@ -153,11 +153,8 @@ bool DayView::command_key(const DialogEvent& event) {
     c_.commands.send_command(to_year ? kCommandYearView : kCommandMonthView);
     return true;
   }
-  if (held && event.key >= u'1' && event.key <= u'3') {
-    static constexpr std::uint32_t kViews[] = {kCommandDayView, kCommandMonthView,
-                                               kCommandYearView};
-    return c_.commands.send_command(kViews[event.key - u'1']), true;
-  }
+  if (held && event.key >= u'1' && event.key <= u'3')
+    return c_.commands.send_command(kViewCommands[event.key - u'1']), true;
   return false;
 }
 
@@ -176,6 +173,7 @@ void DayView::show_date(const MonthDayYear& date) {
 
 void DayView::open_menu(Point at) {
   pointer_.let_go();
+  pen_down_ = false;  // the menu gets the release
   dialog_->stop_timer(kTimerMenu);
   const DayMenuState state{selected_oid() != 0, c_.source.any(), c_.commands.can_edit()};
   const std::uint32_t command =

@@ -5,7 +5,6 @@
 #include "app/application.h"
 #include "app/day_popups.h"
 #include "app/messages.h"
-#include "calendar/date_pictures.h"
 #include "resources/dialogs.h"
 #include "resources/ids.h"
 
@@ -197,11 +196,8 @@ Rect Application::day_place(const MonthDayYear& date) const {
 
 void Application::ask_for_day_popup(const MonthDayYear& date) {
   hide_hover_label();
-  const std::int32_t day = WholeDayNumber(date.month, date.day, date.year);
-  DayPopupProcedure procedure(
-      {FormatDatePicture(OneDateHeaderPicture(settings_.showdaylabel, settings_.locale),
-                         civil_from_day_number(day), settings_.locale),
-       compact_rows(date), settings_, state_.layout, measuring_canvas()});
+  DayPopupProcedure procedure({date_text(date, settings_.showdaylabel), compact_rows(date),
+                               settings_, state_.layout, measuring_canvas()});
   DialogTemplate dialog = day_popup_dialog(language());
   dialog.place = procedure.place(day_place(date));
   if (host_.dialogs.run_modal(dialog, procedure) == kPopupOpenDay) show_day(date);

@@ -1,16 +1,8 @@
 #include "app/grid_pointer.h"
 
-#include <algorithm>
-#include <cstdlib>
-
 namespace orvello {
 
 using Action = GridPointer::Action;
-
-void GridPointer::set_view(int width, int dpi) {
-  slack_ = std::max(6, dpi / 16);
-  drag_ = std::clamp(width / 6, 3 * slack_, 2 * dpi);
-}
 
 Action GridPointer::press(Point point, const GridTarget& target) {
   pressed_ = true;
@@ -23,7 +15,7 @@ Action GridPointer::press(Point point, const GridTarget& target) {
 
 Action GridPointer::move(Point point) {
   if (!pressed_ || wandered_) return {};
-  wandered_ = std::abs(point.x - press_.x) > slack_ || std::abs(point.y - press_.y) > slack_;
+  wandered_ = std::max(std::abs(point.x - press_.x), std::abs(point.y - press_.y)) > reach_.slack;
   if (wandered_) return {Action::Kind::stop_hold, 0, {}};
   return {};
 }
@@ -33,9 +25,8 @@ Action GridPointer::release(Point point, const GridTarget& target) {
   move(point);
   pressed_ = false;
   if (wandered_) {
-    const int dx = point.x - press_.x, dy = point.y - press_.y;
-    if (std::abs(dx) >= drag_ && std::abs(dx) > 2 * std::abs(dy))
-      return {Action::Kind::turn, dx < 0 ? 1 : -1, {}};
+    const int pages = reach_.turned_by(point.x - press_.x, point.y - press_.y);
+    if (pages != 0) return {Action::Kind::turn, pages, {}};
     return {};
   }
   if (target != target_) return {};

@@ -3,6 +3,7 @@
 // asks for that day's popup. Pure: points and what lies under them in, an action out.
 #pragma once
 
+#include "app/pen_reach.h"
 #include "base/geometry.h"
 #include "calendar/dates.h"
 
@@ -37,7 +38,7 @@ class GridPointer {
   };
 
   // Distances that count are in proportion to the view's width and the screen's density.
-  void set_view(int width, int dpi);
+  void set_view(int width, int dpi) { reach_ = PenReach::of(width, dpi); }
 
   Action press(Point point, const GridTarget& target);
   Action move(Point point);
@@ -49,8 +50,7 @@ class GridPointer {
   bool wandered_ = false;  // too far for a tap or a hold
   Point press_;
   GridTarget target_;
-  int slack_ = 6;  // pixels that a hand trembles
-  int drag_ = 40;  // pixels that turn the month
+  PenReach reach_;
 };
 
 }  // namespace orvello

@@ -16,6 +16,12 @@ constexpr Color kLabelText = rgb(153, 0, 0);
 
 }  // namespace
 
+Text Application::date_text(const MonthDayYear& date, int showdaylabel) const {
+  const std::int32_t day = WholeDayNumber(date.month, date.day, date.year);
+  return FormatDatePicture(OneDateHeaderPicture(showdaylabel, settings_.locale),
+                           civil_from_day_number(day), settings_.locale);
+}
+
 // While the pointer rests or moves over a day of the year; a query a day, not a movement.
 void Application::hover(const Message& message) {
   if (state_.view_mode != ViewMode::year) return;
@@ -23,12 +29,9 @@ void Application::hover(const Message& message) {
   if (hit.kind != YearHit::Kind::day) return hide_hover_label();
   if (hit.date == hovered_) return;
   hovered_ = hit.date;
-  const std::int32_t day = WholeDayNumber(hit.date.month, hit.date.day, hit.date.year);
-  const Text date = FormatDatePicture(OneDateHeaderPicture(0, settings_.locale),
-                                      civil_from_day_number(day), settings_.locale);
   const YearLabel label =
-      year_label(date, compact_rows(hit.date), cell_place(year_layout_, hit.date), state_.layout,
-                 measuring_canvas());
+      year_label(date_text(hit.date, 0), compact_rows(hit.date), cell_place(year_layout_, hit.date),
+                 state_.layout, measuring_canvas());
   host_.window.show_label({label.place, label.text, label.font, kLabelText, kWhite});
 }
 

@@ -1,16 +1,8 @@
 #include "app/list_pointer.h"
 
-#include <algorithm>
-#include <cstdlib>
-
 namespace orvello {
 
 using Action = ListPointer::Action;
-
-void ListPointer::set_view(int width, int dpi) {
-  slack_ = std::max(6, dpi / 16);
-  drag_ = std::clamp(width / 6, 3 * slack_, 2 * dpi);
-}
 
 Action ListPointer::press(Point point, int row) {
   pressed_ = true;
@@ -23,7 +15,7 @@ Action ListPointer::press(Point point, int row) {
 Action ListPointer::move(Point point) {
   if (!pressed_) return {};
   const int dx = std::abs(point.x - press_.x), dy = std::abs(point.y - press_.y);
-  if (way_ == Way::undecided && std::max(dx, dy) > slack_) {
+  if (way_ == Way::undecided && std::max(dx, dy) > reach_.slack) {
     way_ = dx > dy ? Way::aside : Way::along;
     last_ = point;  // the list does not jump by the slack
   }
@@ -39,9 +31,9 @@ Action ListPointer::release(Point point) {
   move(point);
   pressed_ = false;
   if (way_ == Way::undecided) return {Action::Kind::tap, row_, 0, point};
-  const int dx = point.x - press_.x, dy = point.y - press_.y;
-  if (way_ == Way::aside && std::abs(dx) >= drag_ && std::abs(dx) > 2 * std::abs(dy))
-    return {Action::Kind::turn, -1, dx < 0 ? 1 : -1, point};
+  const int days =
+      way_ == Way::aside ? reach_.turned_by(point.x - press_.x, point.y - press_.y) : 0;
+  if (days != 0) return {Action::Kind::turn, -1, days, point};
   return {};
 }
 

@@ -3,6 +3,7 @@
 // that stays is a hold. Pure: points and rows in, an action out.
 #pragma once
 
+#include "app/pen_reach.h"
 #include "base/geometry.h"
 
 namespace orvello {
@@ -17,7 +18,7 @@ class ListPointer {
     Point point;    // menu
   };
 
-  void set_view(int width, int dpi);
+  void set_view(int width, int dpi) { reach_ = PenReach::of(width, dpi); }
 
   Action press(Point point, int row);
   Action move(Point point);
@@ -32,8 +33,7 @@ class ListPointer {
   Way way_ = Way::undecided;
   Point press_, last_;
   int row_ = -1;
-  int slack_ = 6;  // pixels that a hand trembles
-  int drag_ = 40;  // pixels aside that turn the day
+  PenReach reach_;
 };
 
 }  // namespace orvello

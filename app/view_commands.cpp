@@ -11,10 +11,8 @@ namespace orvello {
 // False for a mode that names no view: nothing is entered then.
 bool Application::enter_view(int mode) {
   if (mode < 0 || mode > 2) return false;
-  static constexpr std::uint32_t kCommands[] = {kCommandDayView, kCommandMonthView,
-                                                kCommandYearView};
   state_.view_mode = ViewMode::none_yet;
-  send_command(kCommands[mode]);
+  send_command(kViewCommands[mode]);
   return true;
 }
 

@@ -49,6 +49,14 @@ std::size_t fitting_units(Canvas& canvas, TextView text, const FontSpec& font, i
   return splits_a_pair(text, 1) ? 2 : 1;
 }
 
+Text shortened(Canvas& canvas, TextView text, const FontSpec& font, int width) {
+  if (canvas.measure(text, font).width <= width) return Text(text);
+  const int dots = canvas.measure(u"...", font).width;
+  Text start(text.substr(0, fitting_units(canvas, text, font, std::max(0, width - dots))));
+  while (!start.empty() && start.back() == u' ') start.pop_back();
+  return start + u"...";
+}
+
 // Characters side by side are rarely wider than each by itself; a few pixels are kept for those.
 bool CharacterWidths::surely_fits(TextView text, int width) {
   int sum = 4;

@@ -12,6 +12,9 @@ namespace orvello {
 // at least one character.
 std::size_t fitting_units(Canvas& canvas, TextView text, const FontSpec& font, int width);
 
+// The text, or as much of its start as leaves room for the "..." behind it.
+Text shortened(Canvas& canvas, TextView text, const FontSpec& font, int width);
+
 // Tells texts that fit for sure from those that have to be measured, by the widths of their
 // characters, each measured once: a long list has thousands of texts and a few dozen characters.
 class CharacterWidths {

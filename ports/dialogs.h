@@ -56,7 +56,7 @@ struct DialogEvent {
   enum class Kind {
     init,
     command,
-    changed,
+    changed,  // by a person; of a custom control: it got the focus
     timer,
     focus_lost,
     paint,

@@ -21,6 +21,9 @@ inline constexpr std::uint32_t kCommandProfileMenu = 40031;
 inline constexpr std::uint32_t kCommandDayView = 40032;
 inline constexpr std::uint32_t kCommandMonthView = 40033;
 inline constexpr std::uint32_t kCommandYearView = 40035;
+// By view mode: Day, Month, Year.
+inline constexpr std::uint32_t kViewCommands[] = {kCommandDayView, kCommandMonthView,
+                                                  kCommandYearView};
 inline constexpr std::uint32_t kCommandFirstProfile = 60000;
 
 // Dialog templates.

@@ -77,14 +77,6 @@ bool person_agrees(MessageBoxes& boxes) {
              u"Info", BoxIcon::warning, BoxButtons::ok_cancel, true) == BoxAnswer::ok;
 }
 
-bool write_property(const SettingsVolume& device, DatabaseHandle list, RecordId& id,
-                    const RecordProperty& property) {
-  const RecordId written = device.databases.write(list, id, {property});
-  reportWriteError(device, written);
-  if (written != 0) id = written;
-  return written != 0;
-}
-
 }  // namespace
 
 void CategoryNumbers::count(const Record& record) {
@@ -141,7 +133,7 @@ int removeCategory(const SettingsVolume& device, TextView label) {
   if (!read || found == 0) return 0;
   if (used)
     return person_agrees(device.boxes) &&
-           write_property(device, list.handle(), found, {kListActive, std::int16_t{0}});
+           write_reported(device, list.handle(), found, {kListActive, std::int16_t{0}});
   if (device.databases.erase(list.handle(), found)) return 1;
   reportWriteError(device, 0);
   return 0;
@@ -168,7 +160,7 @@ int addCategory(const SettingsVolume& device, TextView label) {
                                                {kListAppointments, std::int16_t{0}},
                                                {kListTasks, std::int16_t{0}},
                                                {kListContacts, std::int16_t{0}}}) {
-    if (write_property(device, list.handle(), id, property)) continue;
+    if (write_reported(device, list.handle(), id, property)) continue;
     if (id != 0) device.databases.erase(list.handle(), id);  // no half of a label stays
     break;
   }

@@ -20,15 +20,6 @@ CategoryProp prop_of(const Record& record) {
   return prop;
 }
 
-// One property a write, each reported; false when it failed.
-bool write_one(const SettingsVolume& volume, DatabaseHandle database, RecordId& id,
-               const RecordProperty& property) {
-  const RecordId written = volume.databases.write(database, id, {property});
-  reportWriteError(volume, written);
-  if (written != 0) id = written;
-  return written != 0;
-}
-
 }  // namespace
 
 void loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries) {
@@ -69,11 +60,11 @@ void saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_
   if (!read) return;
   const RecordProperty color{kCategoryColor, value32}, flag{kCategoryFlag, value16};
   if (found != 0) {
-    if (write_one(volume, database.handle(), found, flag))
-      write_one(volume, database.handle(), found, color);
-  } else if (write_one(volume, database.handle(), found, {kCategoryLabel, Text(label)}) &&
-             write_one(volume, database.handle(), found, color)) {
-    write_one(volume, database.handle(), found, flag);
+    if (write_reported(volume, database.handle(), found, flag))
+      write_reported(volume, database.handle(), found, color);
+  } else if (write_reported(volume, database.handle(), found, {kCategoryLabel, Text(label)}) &&
+             write_reported(volume, database.handle(), found, color)) {
+    write_reported(volume, database.handle(), found, flag);
   }
 }
 

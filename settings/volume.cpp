@@ -77,6 +77,14 @@ void reportWriteError(const SettingsVolume& volume, RecordId result) {
   }
 }
 
+bool write_reported(const SettingsVolume& volume, DatabaseHandle database, RecordId& id,
+                    const RecordProperty& property) {
+  const RecordId written = volume.databases.write(database, id, {property});
+  reportWriteError(volume, written);
+  if (written != 0) id = written;
+  return written != 0;
+}
+
 MountedVolume::MountedVolume(const SettingsVolume& volume)
     : volume_(volume), id_(volume.databases.mount(settings_volume_path(volume.files))) {
   if (id_ != kInvalidVolume) return;

@@ -30,6 +30,10 @@ DatabaseHandle OpenCreateDB_profile(const SettingsVolume& volume, VolumeId id, T
 
 // Follows every write: shows why `result` is 0.
 void reportWriteError(const SettingsVolume& volume, RecordId result);
+// Writes one property into the record, or into a new one whose id it leaves in `id` when that is 0.
+// False when it failed, which has been reported.
+bool write_reported(const SettingsVolume& volume, DatabaseHandle database, RecordId& id,
+                    const RecordProperty& property);
 
 // The volume for as long as this lives; a failed mount has been shown.
 class MountedVolume {

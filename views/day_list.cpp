@@ -61,9 +61,7 @@ int time_column_width(const DayAgenda& agenda, const DayListInput& input, Canvas
   const Text* last = nullptr;  // most days repeat a few texts
   for (const DayRow& row : agenda.rows) {
     if (row.time.empty() || (last && *last == row.time)) continue;
-    // A pixel to spare: a host may round a text's width up when it draws it.
-    const int text = measure.measure(row.time, font).width + input.screen.scale;
-    width = std::max(width, text + 2 * padding_of(input.screen));
+    width = std::max(width, measure.measure(row.time, font).width + 2 * padding_of(input.screen));
     last = &row.time;
   }
   return width;
@@ -173,7 +171,13 @@ class RowPainter {
   const DayListInput& input_;
 };
 
-ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input, Canvas& measure) {
+struct DayColumns {
+  int time = 0;
+  int icons = 0;
+};
+
+ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input,
+                         const DayColumns& columns) {
   const SettingsRecord& settings = input.settings;
   ReportContent content;
   content.font = list_font(input, 400);
@@ -187,11 +191,10 @@ ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input, Can
   content.selected_background = settings.color(ColorSlot::day_header_background);
   content.selected_text =
       readable_on(content.selected_background, settings.color(ColorSlot::day_header_text));
-  const int time = time_column_width(agenda, input, measure);
-  const int icons = icon_column_width(agenda, input);
-  content.columns = {{time, nothing_there(agenda) ? Align::center : Align::right},
-                     {icons, Align::center},
-                     {std::max(0, input.place.size.width - time - icons), Align::left}};
+  const int subject = std::max(0, input.place.size.width - columns.time - columns.icons);
+  content.columns = {{columns.time, nothing_there(agenda) ? Align::center : Align::right},
+                     {columns.icons, Align::center},
+                     {subject, Align::left}};
   return content;
 }
 
@@ -223,14 +226,11 @@ void add_pieces(const DayRow& row, Canvas& measure, CharacterWidths& characters,
   }
 }
 
-}  // namespace
-
-void wrap_subjects(DayAgenda& agenda, const DayListInput& input, Canvas& measure) {
-  if (input.settings.wrapsubject != 1) return;
+void wrap_subjects(DayAgenda& agenda, const DayListInput& input, const DayColumns& columns,
+                   Canvas& measure) {
   const FontSpec font = list_font(input, 400);
   const ReportPlace& place = input.place;
-  int width = place.size.width - time_column_width(agenda, input, measure) -
-              icon_column_width(agenda, input) -
+  int width = place.size.width - columns.time - columns.icons -
               (input.settings.dvfontsize + 12) * input.screen.scale;
   if (total_height(agenda.rows, input) > place.size.height)
     width -= 4 * place.border + place.scroll_bar_width + 3;
@@ -252,9 +252,13 @@ void wrap_subjects(DayAgenda& agenda, const DayListInput& input, Canvas& measure
   agenda.row_shades = build_row_shades(agenda.rows);
 }
 
-ReportContent day_list_content(const DayAgenda& agenda, const DayListInput& input,
-                               Canvas& measure) {
-  ReportContent content = list_frame(agenda, input, measure);
+}  // namespace
+
+ReportContent day_list_content(DayAgenda& agenda, const DayListInput& input, Canvas& measure) {
+  const DayColumns columns{time_column_width(agenda, input, measure),
+                           icon_column_width(agenda, input)};
+  if (input.settings.wrapsubject == 1) wrap_subjects(agenda, input, columns, measure);
+  ReportContent content = list_frame(agenda, input, columns);
   const RowPainter painter(agenda, input);
   RowPictures pictures(input.settings, content.picture_gap, content.pictures);
   content.rows.reserve(agenda.rows.size());

@@ -17,12 +17,10 @@ struct DayListInput {
   CalendarDate now = 0;  // what has ended before is past
 };
 
-// Breaks subjects that are wider than the Subject column into rows below their own, when
-// `wrapsubject` asks for it; the agenda's side arrays grow with its rows.
-void wrap_subjects(DayAgenda& agenda, const DayListInput& input, Canvas& measure);
-
-// Row i shows the agenda's row i. `measure` is any canvas of the host.
-ReportContent day_list_content(const DayAgenda& agenda, const DayListInput& input, Canvas& measure);
+// Row i shows the agenda's row i. Where `wrapsubject` asks for it, subjects wider than their column
+// are broken into rows below their own first: the agenda grows, and the arrays beside its rows too.
+// `measure` is any canvas of the host.
+ReportContent day_list_content(DayAgenda& agenda, const DayListInput& input, Canvas& measure);
 
 // The rows that carry an appointment's oid and are one with `row`; just `row` when there is only
 // one.

@@ -2,23 +2,17 @@
 
 #include <algorithm>
 
+#include "draw/wrap_text.h"
+
 namespace orvello {
 
 namespace {
 
-Text shortened(Text line, const FontSpec& font, int width, Canvas& canvas) {
+// Subjects may hold line ends; a line of the label is one line.
+Text one_line(Text text) {
   std::replace_if(
-      line.begin(), line.end(), [](char16_t c) { return c < u' '; }, u' ');
-  if (canvas.measure(line, font).width <= width) return line;
-  std::size_t kept = 0, over = line.size();  // the longest start that leaves room for the dots
-  while (over - kept > 1) {
-    const std::size_t middle = (kept + over) / 2;
-    const bool fits = canvas.measure(cut(line, middle) + u"…", font).width <= width;
-    (fits ? kept : over) = middle;
-  }
-  line = cut(line, kept);
-  while (!line.empty() && line.back() == u' ') line.pop_back();
-  return line + u"…";
+      text.begin(), text.end(), [](char16_t c) { return c < u' '; }, u' ');
+  return text;
 }
 
 std::vector<Text> label_lines(TextView date_text, const std::vector<CompactRow>& rows) {
@@ -57,7 +51,7 @@ YearLabel year_label(TextView date_text, const std::vector<CompactRow>& rows, co
   const int widest = std::min(screen.work.width * 3 / 4, 3 * screen.dpi_x);
   Size size{0, 2 * screen.scale + 2};
   for (const Text& line : label_lines(date_text, rows)) {
-    const Text shown = shortened(line, label.font, widest - 2 * margin, canvas);
+    const Text shown = shortened(canvas, one_line(line), label.font, widest - 2 * margin);
     if (!label.text.empty()) label.text += u'\n';
     label.text += shown;
     const Size text = canvas.measure(shown, label.font);

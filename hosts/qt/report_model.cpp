@@ -95,7 +95,10 @@ void ReportDelegate::draw_cell(QPainter& painter, const ReportRow& row, std::siz
   QString text = to_qt(row.cells[column]);
   text.replace(u'\n', u' ').replace(u'\r', u' ').replace(u'\t', u' ');
   const QFont& font = model_.font(row.bold);
-  text = QFontMetrics(font).elidedText(text, Qt::ElideRight, room.width());
+  // By the same measure as the canvas: what was measured to fit is not shortened.
+  const QFontMetrics metrics(font);
+  if (metrics.horizontalAdvance(text) > room.width())
+    text = metrics.elidedText(text, Qt::ElideRight, room.width());
   painter.setFont(font);
   painter.setPen(QColor(color));
   painter.drawText(

@@ -7,6 +7,7 @@
 #include "resources/ids.h"
 #include "settings/profiles.h"
 #include "settings/registry_access.h"
+#include "tests/appointments.h"
 
 namespace orvello {
 namespace {
@@ -22,13 +23,8 @@ struct ApplicationTest : testing::Test {
 
   // A one-hour appointment on a day of November 2026.
   void add(int day, int hour, TextView subject, TextView categories = u"") {
-    AppointmentRecord record;
-    record.fields.subject = subject;
+    AppointmentRecord record = one_hour({11, day, 2026}, hour, subject);
     record.fields.categories = categories;
-    record.start = (static_cast<std::int64_t>(day_number(2026, 11, day)) * 24 + hour) * 3600;
-    record.end = record.start + 3600;
-    record.fields.start = to_calendar_date(record.start);
-    record.fields.end = to_calendar_date(record.end);
     ASSERT_GT(device.store.put(record), 0);
   }
 

@@ -6,6 +6,7 @@
 #include "hosts/headless/headless_host.h"
 #include "resources/ids.h"
 #include "settings/registry_access.h"
+#include "tests/appointments.h"
 
 namespace orvello {
 namespace {
@@ -25,13 +26,8 @@ struct DayViewTest : testing::Test {
   }
   std::int32_t add(int day, int hour, TextView subject, TextView body = u"",
                    std::string rules = {}) {
-    AppointmentRecord record;
-    record.fields.subject = subject;
+    AppointmentRecord record = one_hour({11, day, 2026}, hour, subject);
     record.fields.body = body;
-    record.start = (static_cast<std::int64_t>(day_number(2026, 11, day)) * 24 + hour) * 3600;
-    record.end = record.start + 3600;
-    record.fields.start = to_calendar_date(record.start);
-    record.fields.end = to_calendar_date(record.end);
     record.rules = std::move(rules);
     return device.store.put(record);
   }
@@ -222,6 +218,13 @@ TEST_F(DayViewTest, TheMenuOffersWhatTheRowAllows) {
   hold_row(0, kCommandCopy);
   EXPECT_NE(application->paste_source().copied, 0);
   EXPECT_FALSE(dialog().fire_timer(kTimerNotes));  // the release after a hold is no tap
+  device.dialogs.person = [](HeadlessDialog& bubble) {
+    bubble.press_beside();
+    EXPECT_TRUE(bubble.closed) << "nobody holds it: the menu got the pen's release";
+  };
+  dialog().pen_down(kControlDayList, list().point_of(0));
+  ASSERT_TRUE(dialog().fire_timer(kTimerMenu));
+  key(kKeySpace);
   dialog().pen_down(kControlDayList, {100, 260});
   ASSERT_TRUE(dialog().fire_timer(kTimerMenu));
   const auto item = [this](std::uint32_t command) {

@@ -11,12 +11,11 @@
 #include <fstream>
 #include <iostream>
 
-#include "hosts/headless/headless_ports.h"
-#include "hosts/headless/memory_files.h"
 #include "settings/category_props.h"
 #include "settings/pretexts.h"
 #include "settings/profiles.h"
 #include "store/embedded/sqlite_record_databases.h"
+#include "tests/settings/settings_fixture.h"
 
 namespace orvello {
 namespace {
@@ -46,13 +45,7 @@ class BadVolume : public ::testing::Test {
     deletePreTextFromDB(volume, u"Meet", kSubjectPretexts);
     deleteSettingsDatabase(volume, u"pfile-Work");
   }
-  std::vector<std::string> boxes_shown() {
-    std::vector<std::string> texts;
-    for (const ShownBox& box : boxes.shown)
-      texts.push_back(to_utf8(box.caption) + ": " + to_utf8(box.text));
-    boxes.shown.clear();
-    return texts;
-  }
+  Messages boxes_shown() { return take_messages(boxes); }
   // Whether `check` holds in a process that can make no file longer than that.
   template <typename Check>
   static bool with_room(std::uintmax_t bytes, Check check) {
@@ -81,8 +74,6 @@ class BadVolume : public ::testing::Test {
   MemoryFiles files;
   const SettingsVolume volume{databases, boxes, files};
 };
-
-using Messages = std::vector<std::string>;
 
 TEST_F(BadVolume, ADamagedOneIsNamedByEachOperationAndLeftAsItIs) {
   const std::string text = "Error: Database mount failed: Invalid Parameter";

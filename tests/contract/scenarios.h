@@ -12,6 +12,7 @@
 #include "app/messages.h"
 #include "hosts/headless/memory_store.h"
 #include "resources/ids.h"
+#include "tests/appointments.h"
 
 namespace orvello {
 
@@ -80,15 +81,8 @@ class Scenarios : public testing::Test {
     return {};
   }
   std::int32_t add(const MonthDayYear& date, int hour, TextView subject, TextView body = u"") {
-    AppointmentRecord record;
-    record.fields.subject = subject;
+    AppointmentRecord record = one_hour(date, hour, subject);
     record.fields.body = body;
-    record.start =
-        static_cast<LocalSeconds>(day_number(date.year, date.month, date.day)) * kSecondsPerDay +
-        hour * 3600;
-    record.end = record.start + 3600;
-    record.fields.start = to_calendar_date(record.start);
-    record.fields.end = to_calendar_date(record.end);
     return device.store().put(record);
   }
   void tap_row(int row) {

@@ -16,6 +16,17 @@ inline void PrintTo(const ShownBox& box, std::ostream* out) {
   *out << to_utf8(box.caption) << ": " << to_utf8(box.text);
 }
 
+using Messages = std::vector<std::string>;
+
+// The texts of the boxes shown since the last call, each after its caption.
+inline Messages take_messages(HeadlessBoxes& boxes) {
+  Messages texts;
+  for (const ShownBox& box : boxes.shown)
+    texts.push_back(to_utf8(box.caption) + ": " + to_utf8(box.text));
+  boxes.shown.clear();
+  return texts;
+}
+
 class SettingsTest : public ::testing::Test {
  protected:
   SettingsTest() {
@@ -38,14 +49,7 @@ class SettingsTest : public ::testing::Test {
   std::optional<RegistryValue> stored(TextView name) const {
     return registry.get(RegistryRoot::classes_root, kSettingsKey, name);
   }
-  // The texts of the boxes shown since the last call, each after its caption.
-  std::vector<std::string> boxes_shown() {
-    std::vector<std::string> texts;
-    for (const ShownBox& box : boxes.shown)
-      texts.push_back(to_utf8(box.caption) + ": " + to_utf8(box.text));
-    boxes.shown.clear();
-    return texts;
-  }
+  Messages boxes_shown() { return take_messages(boxes); }
 
   MemoryRegistry registry;
   MemoryFiles files;
@@ -54,7 +58,5 @@ class SettingsTest : public ::testing::Test {
   HeadlessClock clock;
   SettingsVolume volume{databases, boxes, files};
 };
-
-using Messages = std::vector<std::string>;
 
 }  // namespace orvello

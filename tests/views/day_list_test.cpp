@@ -30,7 +30,6 @@ struct DayListTest : testing::Test {
   }
   ReportContent content() {
     const DayListInput input{settings, screen, place, now};
-    wrap_subjects(agenda, input, canvas);
     return day_list_content(agenda, input, canvas);
   }
 

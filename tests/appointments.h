@@ -1,0 +1,21 @@
+// Appointments for tests.
+#pragma once
+
+#include "store/appointment_record.h"
+
+namespace orvello {
+
+// One hour on a day, from this hour on.
+inline AppointmentRecord one_hour(const MonthDayYear& date, int hour, TextView subject) {
+  AppointmentRecord record;
+  record.fields.subject = subject;
+  record.start =
+      static_cast<LocalSeconds>(day_number(date.year, date.month, date.day)) * kSecondsPerDay +
+      hour * 3600;
+  record.end = record.start + 3600;
+  record.fields.start = to_calendar_date(record.start);
+  record.fields.end = to_calendar_date(record.end);
+  return record;
+}
+
+}  // namespace orvello
