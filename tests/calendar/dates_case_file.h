@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "calendar/dates.h"
+#include "tests/data_path.h"
 
 namespace orvello {
 

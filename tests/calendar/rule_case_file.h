@@ -8,6 +8,7 @@
 
 #include "calendar/rule.h"
 #include "calendar/rule_text.h"
+#include "tests/data_path.h"
 
 namespace orvello {
 

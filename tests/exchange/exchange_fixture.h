@@ -15,6 +15,7 @@
 #include "exchange/content_line.h"
 #include "exchange/export.h"
 #include "exchange/import.h"
+#include "tests/data_path.h"
 #include "tests/exchange/fake_store.h"
 
 namespace orvello {

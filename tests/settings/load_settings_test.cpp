@@ -4,6 +4,7 @@
 #include "settings/colors.h"
 #include "settings/pretexts.h"
 #include "settings/setting_table.h"
+#include "tests/data_path.h"
 #include "tests/settings/settings_fixture.h"
 
 namespace orvello {
