@@ -68,20 +68,34 @@ bool VariantTimeToSystemTime(CalendarDate date, SystemTime& time) {
   return true;
 }
 
-// The fraction of an automation date counts forward within its day even before 1900: -1.25 is
-// 29 December 1899, 06:00, and the dates between -1 and 0 repeat those between 0 and 1.
-LocalSeconds to_seconds(CalendarDate date) {
+std::int32_t whole_day(CalendarDate date) {
   if (std::isnan(date)) return 0;
-  const double bounded = std::clamp(date, -kMostDays, kMostDays);
-  const double whole = std::trunc(bounded);
-  return static_cast<std::int64_t>(whole) * kSecondsPerDay +
-         std::llround(std::fabs(bounded - whole) * static_cast<double>(kSecondsPerDay));
+  return static_cast<std::int32_t>(std::clamp(date, -kMostDays, kMostDays));  // toward zero
+}
+
+double time_of_day(CalendarDate date) {
+  return std::isfinite(date) ? std::fabs(date - std::trunc(date)) : 0;
+}
+
+CalendarDate joined(std::int32_t day, double time_of_day) {
+  return day < 0 ? day - time_of_day : day + time_of_day;
+}
+
+bool is_before(CalendarDate date, CalendarDate other) {
+  return to_seconds(date) < to_seconds(other);
+}
+
+// The dates between -1 and 0 repeat those between 0 and 1.
+LocalSeconds to_seconds(CalendarDate date) {
+  const double bounded = std::isnan(date) ? 0 : std::clamp(date, -kMostDays, kMostDays);
+  return std::int64_t{whole_day(bounded)} * kSecondsPerDay +
+         std::llround(time_of_day(bounded) * static_cast<double>(kSecondsPerDay));
 }
 
 CalendarDate to_calendar_date(LocalSeconds seconds) {
   const std::int64_t day = floor_div(seconds, kSecondsPerDay);
-  const double fraction = static_cast<double>(seconds - day * kSecondsPerDay) / kSecondsPerDay;
-  return day < 0 ? static_cast<double>(day) - fraction : static_cast<double>(day) + fraction;
+  return joined(static_cast<std::int32_t>(day),
+                static_cast<double>(seconds - day * kSecondsPerDay) / kSecondsPerDay);
 }
 
 }  // namespace orvello

@@ -8,6 +8,14 @@ namespace orvello {
 
 using CalendarDate = double;
 
+// Before 30 December 1899 the whole days are negative and the fraction still counts forward within
+// its day: -1.25 is 29 December 1899, 06:00. Such dates neither compare nor add up as numbers; what
+// needs more than a conversion goes through these or through LocalSeconds.
+std::int32_t whole_day(CalendarDate date);  // the day on which it falls; clamped to +-10^8
+double time_of_day(CalendarDate date);      // 0 <= t < 1
+CalendarDate joined(std::int32_t day, double time_of_day);
+bool is_before(CalendarDate date, CalendarDate other);  // to the second
+
 // 1 January 4501: the store's value for "no date".
 inline constexpr CalendarDate kNoDate = 949998.0;
 

@@ -1,7 +1,6 @@
 #include "calendar/date_text.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "calendar/date_pictures.h"
 #include "calendar/time_slots.h"
@@ -93,7 +92,7 @@ bool ParseTimeText(TextView typed, CalendarDate& time_of_day) {
   if (half == u'P' && time.hour != 12) time.hour += 12;
   if (half == u'A' && time.hour == 12) time.hour = 0;
   SystemTimeToVariantTime(time, time_of_day);
-  time_of_day -= std::trunc(time_of_day);
+  time_of_day = orvello::time_of_day(time_of_day);
   return true;
 }
 

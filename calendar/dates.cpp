@@ -43,7 +43,7 @@ int WholeDayNumber(int month, int day, int year) { return day_number(year, month
 Text JulianDateText(const SystemTime& time) {
   CalendarDate date = 0;
   SystemTimeToVariantTime(time, date);
-  const int days = static_cast<int>(std::trunc(date)) - WholeDayNumber(1, 1, time.year);
+  const int days = whole_day(date) - WholeDayNumber(1, 1, time.year);
   return format(u"%.2d%.3d", time.year % 100, days + 1);
 }
 
@@ -77,9 +77,7 @@ CalendarDate calendar_date_of(const MonthDayYear& triple) {
 }
 
 MonthDayYear triple_of(CalendarDate date) {
-  const double whole = std::trunc(date);
-  SystemTime time;
-  VariantTimeToSystemTime(whole, time);
+  const SystemTime time = civil_from_day_number(whole_day(date));
   return {time.month, time.day, time.year};
 }
 

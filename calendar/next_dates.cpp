@@ -11,8 +11,6 @@ CalendarDate converted(const SystemTime& time) {
   return date;
 }
 
-bool is_earlier(CalendarDate a, CalendarDate b) { return to_seconds(a) < to_seconds(b); }
-
 bool fits(const SystemTime& time, int day_class) {
   const int weekday = DayOfWeek(time.month, time.day, time.year);
   const bool weekend = weekday == 0 || weekday == 6;
@@ -49,7 +47,7 @@ CalendarDate nth_day(CalendarDate date, SystemTime time, int instance, int day_c
   if (time.month > month) ++time.year;
   time.month = month;
   if (!walk_forward(time, instance, day_class)) return NoDateSentinel;
-  if (!is_earlier(converted(time), date)) return converted(time);
+  if (!is_before(converted(time), date)) return converted(time);
   time.year = year + 1;
   return walk_forward(time, instance, day_class) ? converted(time) : NoDateSentinel;
 }
@@ -61,7 +59,7 @@ CalendarDate last_day(CalendarDate date, SystemTime time, int day_class, int mon
   time.day = DaysInMonth(time.month - 1, time.year);
   if (day_class == kAnyDay) return converted(time);
   if (!walk_backward(time, day_class)) return NoDateSentinel;
-  if (!is_earlier(converted(time), date)) return converted(time);
+  if (!is_before(converted(time), date)) return converted(time);
   ++time.year;
   return walk_backward(time, day_class) ? converted(time) : NoDateSentinel;
 }
@@ -89,7 +87,7 @@ CalendarDate NextMonthlyDate(int kind, CalendarDate date, int interval, int day_
   SystemTime time;
   if (kind != 1 || !VariantTimeToSystemTime(date, time)) return NoDateSentinel;
   time.day = day_of_month;
-  if (is_earlier(converted(time), date)) {
+  if (is_before(converted(time), date)) {
     time.month += interval;
     // One wrap only; the conversion rolls what is left over.
     if (time.month > 12) {

@@ -15,14 +15,12 @@ constexpr int kSafeDay = 28;  // every month has it
 
 std::int64_t interval_of(const RecurrencePattern& pattern) { return std::max(1, pattern.interval); }
 
-std::int64_t whole_day(CalendarDate date) { return day_of(to_seconds(date)); }
-
 bool has_count(const RecurrencePattern& pattern) {
   return !pattern.no_end_date && pattern.occurrences >= 1;
 }
 
 bool has_end(const RecurrencePattern& pattern) {
-  return !pattern.no_end_date && pattern.occurrences < 1 && pattern.pattern_end_date > 0 &&
+  return !pattern.no_end_date && pattern.occurrences < 1 && pattern.pattern_end_date != 0 &&
          pattern.pattern_end_date < kNoDate;
 }
 

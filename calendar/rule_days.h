@@ -10,7 +10,7 @@
 namespace orvello {
 
 // Instances are sought in these years only; an endless search ends at the border.
-inline constexpr LocalSeconds kFirstRuleSecond = -109571LL * kSecondsPerDay;  // 1 January 1600
+inline constexpr LocalSeconds kFirstRuleSecond = -657434LL * kSecondsPerDay;  // 1 January 100
 inline constexpr LocalSeconds kEndOfRules = 949998LL * kSecondsPerDay;        // 1 January 4501
 
 constexpr std::int64_t floor_div(std::int64_t value, std::int64_t by) {

@@ -1,7 +1,6 @@
 #include "calendar/time_slots.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace orvello {
 namespace {
@@ -12,7 +11,7 @@ CalendarDate fraction_of(int hour, int minute) {
   time.minute = minute;
   CalendarDate date = 0;
   SystemTimeToVariantTime(time, date);
-  return date - std::trunc(date);
+  return time_of_day(date);
 }
 
 }  // namespace

@@ -10,7 +10,8 @@ namespace orvello {
 namespace {
 
 constexpr int kWidestOffset = 26 * 3600;
-constexpr LocalSeconds kHorizon = 109575LL * kSecondsPerDay;  // 1 January 2200
+constexpr LocalSeconds kFirstOnset = -109571LL * kSecondsPerDay;  // 1 January 1600
+constexpr LocalSeconds kHorizon = 109575LL * kSecondsPerDay;      // 1 January 2200
 // A real zone has at most two changes a year; a hostile rule by the second must not fill memory.
 constexpr std::size_t kMostOnsets = 4096;
 constexpr std::size_t kMostObservances = 4096;
@@ -31,7 +32,7 @@ std::vector<LocalSeconds> onsets_of(const Observance& observance) {
   if (rule.count > 0) {  // counted once, as each span would count anew
     append_instances(rule, observance.start, observance.start, kHorizon, onsets);
   } else {
-    const auto begin = std::max(observance.start, kFirstRuleSecond);
+    const auto begin = std::max(observance.start, kFirstOnset);
     for (auto from = begin; from < kHorizon && onsets.size() < kMostOnsets; from += kStep)
       append_instances(rule, observance.start, from, std::min(from + kStep, kHorizon), onsets);
   }

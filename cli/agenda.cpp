@@ -1,7 +1,6 @@
 #include "cli/agenda.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 
 #include "base/text.h"
@@ -14,8 +13,6 @@
 
 namespace orvello {
 namespace {
-
-std::int32_t whole_day(CalendarDate date) { return static_cast<std::int32_t>(std::trunc(date)); }
 
 std::string json_text(TextView text) {
   std::string out = "\"";

@@ -91,7 +91,7 @@ LocalSeconds end_after(const Moment& start, const DurationValue& duration, const
 bool read_end(const Component& event, EventContext& context, ReadEvent& read) {
   const Moment& start = read.start;
   AppointmentRecord& record = read.record;
-  record.end = start.is_date ? all_day_end(start, 0) : start.local;
+  record.end = start.is_date ? all_day_end(start, start.local) : start.local;
   const Property* property = event.find("DTEND");
   if (property && !property->value.empty()) {
     const auto end = read_moment(*property, property->value, context);

@@ -1,13 +1,9 @@
 #include "store/day_label.h"
 
-#include <cmath>
-
 #include "calendar/date_text.h"
 
 namespace orvello {
 namespace {
-
-std::int32_t whole_day(CalendarDate date) { return static_cast<std::int32_t>(std::trunc(date)); }
 
 Text time_text(CalendarDate date, bool clock24) {
   SystemTime time;
@@ -21,7 +17,7 @@ constexpr std::size_t kWholeLocation = 29;
 
 CalendarDate shown_end(const StoreItem& item) {
   if (!item.summary->all_day) return item.end;
-  return whole_day(item.end) + (23 * 60 + 59) / 1440.0;
+  return joined(whole_day(item.end), (23 * 60 + 59) / 1440.0);
 }
 
 bool touches_day(const StoreItem& item, std::int32_t day) {

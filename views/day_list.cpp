@@ -1,7 +1,6 @@
 #include "views/day_list.h"
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 
 #include "draw/readable.h"
@@ -151,7 +150,7 @@ class RowPainter {
     if (starts_with(shown.time, kNoAppointments)) return kBlack;
     if (shown.continues && row > 0) color = row_before;
     if (shown.icons == u" ") color = settings.color(ColorSlot::day_location_text);
-    if (settings.colorexpired == 1 && agenda_.row_ends[row] < input_.now)
+    if (settings.colorexpired == 1 && is_before(agenda_.row_ends[row], input_.now))
       color = settings.color(ColorSlot::day_expired_text);
     return color;
   }
@@ -161,7 +160,7 @@ class RowPainter {
   // of its own: it lies between the rows' and the lines' colour.
   Color time_of_day_color(CalendarDate end) const {
     const SettingsRecord& settings = input_.settings;
-    const double time = end - std::trunc(end);
+    const double time = time_of_day(end);
     if (time < settings.time_fraction[1]) return settings.color(ColorSlot::day_row_2);
     if (time < settings.time_fraction[2]) return settings.color(ColorSlot::day_row_1);
     return mixed(settings.color(ColorSlot::day_row_1), settings.color(ColorSlot::day_line), 170);

@@ -17,12 +17,10 @@ struct DaySpan {
 // A time of midnight belongs to the day that it begins, except that all-day items of generation 3
 // end at the midnight after their last day.
 inline DaySpan days_of(const StoreItem& item, int generation) {
-  // Clamped before they become whole numbers, as a damaged date may lie anywhere.
-  const auto whole = [](CalendarDate date) {
-    return static_cast<std::int32_t>(std::clamp(date, -1e6, 3e6));
-  };
+  // Within the calendar, as a damaged date may lie anywhere.
+  const auto day = [](CalendarDate date) { return std::clamp(whole_day(date), -1000000, 3000000); };
   const bool past_midnight = generation == 3 && item.summary->all_day;
-  return {whole(item.start), whole(past_midnight ? item.end - 1 : item.end)};
+  return {day(item.start), day(item.end) - (past_midnight ? 1 : 0)};
 }
 
 // Appointments share few categories texts: the profile is asked once about each.

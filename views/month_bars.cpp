@@ -42,11 +42,9 @@ std::uint64_t slot_bits(int first, int last) {
 // Half a minute in slots: dates are fractions of a day and never exact.
 constexpr double kSlack = 1.0 / 60;
 
-int slot_before(CalendarDate date) {
-  return static_cast<int>((date - std::floor(date)) * 48 + kSlack);
-}
+int slot_before(CalendarDate date) { return static_cast<int>(time_of_day(date) * 48 + kSlack); }
 int slot_after(CalendarDate date) {
-  return static_cast<int>(std::ceil((date - std::floor(date)) * 48 - kSlack));
+  return static_cast<int>(std::ceil(time_of_day(date) * 48 - kSlack));
 }
 
 // The colour kept for the whole categories text, else for its first label.
@@ -87,11 +85,12 @@ void MonthBars::add(const PeriodItem& item, const CellSpan& span) {
       add_all_day(cell, free, color);
       continue;
     }
-    const CalendarDate day = layout_.grid.grid_start + index;
-    const int first = item.start >= day ? std::min(slot_before(item.start), kSlots - 1) : 0;
-    int last = item.end < day + 1 ? std::min(slot_after(item.end), kSlots) : kSlots;
+    const std::int32_t day = whole_day(layout_.grid.grid_start) + index;
+    const bool began_before = whole_day(item.start) < day;
+    const int first = began_before ? 0 : std::min(slot_before(item.start), kSlots - 1);
+    int last = whole_day(item.end) <= day ? std::min(slot_after(item.end), kSlots) : kSlots;
     // What ends at midnight takes no time of the day that begins then.
-    if (last <= 0 && item.start < day) continue;
+    if (last <= 0 && began_before) continue;
     last = std::max(last, first + 1);
     add_slots(cell, first, last, color);
   }

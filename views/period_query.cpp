@@ -1,6 +1,7 @@
 #include "views/period_query.h"
 
 #include <algorithm>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -70,9 +71,12 @@ PeriodItems fetch_period(const ItemsSource& source, const MonthGrid& grid,
   SeenItems seen;
   CategoryTexts texts(found.categories, passes);
   // The first day that the following query may share with this one; the last has none.
-  const std::array<CalendarDate, 3> next_first = {grid.month_start, grid.month_end, kNoDate};
+  const std::array<std::int32_t, 3> next_first = {
+      whole_day(grid.month_start), whole_day(grid.month_end), whole_day(kNoDate) + 1};
   // And the last day on which an item of this query may start to be one of an earlier query's.
-  const std::array<CalendarDate, 3> shared_until = {-1, grid.month_start, grid.month_end};
+  const std::array<std::int32_t, 3> shared_until = {std::numeric_limits<std::int32_t>::min(),
+                                                    whole_day(grid.month_start),
+                                                    whole_day(grid.month_end)};
   const std::array<Text, 3> queries = period_restrictions(grid);
 
   const std::unique_ptr<StoreItems> all = source();
@@ -86,8 +90,8 @@ PeriodItems fetch_period(const ItemsSource& source, const MonthGrid& grid,
       std::optional<StoreItem> item = items->item(index);
       if (!item) break;
       if (!item->summary) continue;
-      if (item->start < shared_until[query] + 1 && seen.contains(*item)) continue;
-      if (item->end >= next_first[query]) seen.remember(*item);
+      if (whole_day(item->start) <= shared_until[query] && seen.contains(*item)) continue;
+      if (whole_day(item->end) >= next_first[query]) seen.remember(*item);
       const AppointmentSummary& summary = *item->summary;
       const std::int32_t categories = texts.index_of(summary.categories);
       found.items.push_back({item->start, item->end, categories, summary.busy_status,
@@ -98,10 +102,8 @@ PeriodItems fetch_period(const ItemsSource& source, const MonthGrid& grid,
 }
 
 CellSpan cells_of(const PeriodItem& item, const MonthGrid& grid, int generation) {
-  // Clamped before they become whole numbers, as an absent date lies far outside; moved above zero,
-  // where dropping the fraction rounds down.
   const auto cell = [&](CalendarDate date) {
-    return static_cast<int>(std::clamp(date - grid.grid_start, -2.0, 1000.0) + 2) - 2;
+    return std::clamp(whole_day(date) - whole_day(grid.grid_start), -2, 1000);
   };
   CellSpan span{cell(item.start), cell(item.end)};
   if (item.all_day && generation == 3) --span.last;

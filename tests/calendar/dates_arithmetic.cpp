@@ -53,6 +53,21 @@ TEST(CalendarDate, FractionsCountForwardBefore1900) {
   EXPECT_EQ(time, (SystemTime{1899, 12, 6, 30, 0, 0, 0, 0}));
 }
 
+TEST(CalendarDate, PartsOfADateAreRightOnEitherSideOfItsEpoch) {
+  for (const int day : {-108100, -1, 0, 1, 46000})
+    for (const int second : {0, 1, 43200, 86399}) {
+      const CalendarDate date = to_calendar_date(day * kSecondsPerDay + second);
+      EXPECT_EQ(whole_day(date), day);
+      EXPECT_NEAR(time_of_day(date) * 86400, second, 1e-4);
+      EXPECT_EQ(joined(day, second / 86400.0), date);
+      EXPECT_TRUE(is_before(date, to_calendar_date(day * kSecondsPerDay + second + 1)));
+      EXPECT_FALSE(is_before(date, date));
+      EXPECT_EQ(calendar_date_of(triple_of(date)), day);
+    }
+  EXPECT_EQ(whole_day(std::numeric_limits<double>::quiet_NaN()), 0);
+  EXPECT_EQ(whole_day(1e300), 100000000);
+}
+
 TEST(CalendarDate, FieldsPastTheirRangeRollForward) {
   const auto converted = [](SystemTime time) {
     CalendarDate date = 0;

@@ -78,6 +78,7 @@ TEST_F(ImportTest, EndsAndZones) {
       {"DTSTART:20260301T100000Z\r\nDTEND:20260301T113000Z\r\n", "UTC", at(2026, 3, 1, 10),
        at(2026, 3, 1, 11, 30)},
       {"DTSTART;VALUE=DATE:20260301\r\n", "", at(2026, 3, 1), at(2026, 3, 1, 23, 59)},
+      {"DTSTART;VALUE=DATE:16040229\r\n", "", at(1604, 2, 29), at(1604, 2, 29, 23, 59)},
       {"DTSTART;VALUE=DATE:20260301\r\nDTEND;VALUE=DATE:20260301\r\n", "", at(2026, 3, 1),
        at(2026, 3, 1, 23, 59)},
       {"DTSTART;VALUE=DATE:20260301\r\nDURATION:P1W\r\n", "", at(2026, 3, 1),

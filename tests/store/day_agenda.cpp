@@ -40,6 +40,30 @@ TEST_F(DayAgendaTest, LabelsSayWhichPartOfASpanTheDayHolds) {
   EXPECT_EQ(on(10), "multiday-17:00 Long");
 }
 
+// Dates before 30 December 1899 are negative and their fractions count the other way round.
+TEST_F(DayAgendaTest, ADayBefore1900ReadsLikeAnyOther) {
+  const std::int32_t first = day_number(1604, 2, 28);
+  const auto then = [&](int days, int hour) {
+    return to_calendar_date((first + days) * kSecondsPerDay + hour * 3600);
+  };
+  put(fields(u"Night", then(0, 22), then(1, 2)));
+  AppointmentFields birthday = fields(u"Birthday", then(1, 0), then(1, 0));
+  birthday.all_day = true;
+  put(birthday);
+  put_series(fields(u"Lunch", then(0, 12), then(0, 13)));
+  const char* const expected[] = {"", "12:00-13:00 Lunch, 22:00-multiday Night",
+                                  "multiday-2:00 Night, All Day Birthday, 12:00-13:00 Lunch",
+                                  "12:00-13:00 Lunch"};
+  for (int days = -1; days <= 2; ++days) {
+    std::string list;
+    for (const CompactRow& row : compact_agenda(session.CalendarItems().get(), first + days, true,
+                                                [](TextView) { return true; }))
+      if (row.row_data == 0)
+        list += (list.empty() ? "" : ", ") + to_utf8(row.time + u" " + row.subject);
+    EXPECT_EQ(list, expected[days + 1]) << days;
+  }
+}
+
 TEST_F(DayAgendaTest, RowsCarryLocationIconsAndColors) {
   settings.timeformat = settings.showlocation = 1;
   settings.category_props = {{u"Work", 0x112233, 0}, {u"Work", 0x445566, 0}, {u"Home", 7, 0}};

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "calendar/dates.h"
 #include "hosts/headless/headless_ports.h"
 #include "hosts/headless/memory_store.h"
@@ -40,9 +38,9 @@ class StoreTest : public ::testing::Test {
                           RecurrenceType type = RecurrenceType::daily) {
     RecurrencePattern pattern;
     pattern.type = type;
-    pattern.pattern_start_date = std::trunc(fields.start);
-    pattern.start_time = fields.start - pattern.pattern_start_date;
-    pattern.end_time = fields.end - std::trunc(fields.end);
+    pattern.pattern_start_date = whole_day(fields.start);
+    pattern.start_time = time_of_day(fields.start);
+    pattern.end_time = time_of_day(fields.end);
     pattern.duration =
         static_cast<std::int32_t>((to_seconds(fields.end) - to_seconds(fields.start)) / 60);
     pattern.day_of_month = 2;

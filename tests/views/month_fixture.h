@@ -67,7 +67,7 @@ class MonthFixture {
 };
 
 inline CalendarDate at(int month, int day, int year, double hour = 0) {
-  return WholeDayNumber(month, day, year) + hour / 24;
+  return joined(WholeDayNumber(month, day, year), hour / 24);
 }
 
 struct DrawnMonth {

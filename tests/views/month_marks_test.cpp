@@ -32,8 +32,8 @@ class MonthMarks : public testing::Test {
     return found;
   }
 
-  std::vector<MonthBar> bars(int cell) {
-    const MonthSnapshot snapshot = month.snapshot(11, 2026);
+  std::vector<MonthBar> bars(int cell, int year = 2026) {
+    const MonthSnapshot snapshot = month.snapshot(11, year);
     const MonthLayout layout(snapshot);
     MonthBars collected(snapshot, layout);
     for (const PeriodItem& item : snapshot.period.items)
@@ -117,6 +117,21 @@ TEST_F(MonthMarks, ABarShowsItsTimeOfDay) {
   EXPECT_NEAR(found[0].box.width, layout.bars.width / 4.0, 1);
   EXPECT_TRUE(bars(14).empty());
   EXPECT_TRUE(bars(16).empty());
+}
+
+// The calendar repeats after 400 years, and before 1900 the fractions of dates count backwards.
+TEST_F(MonthMarks, BarsBefore1900AreThoseOfToday) {
+  std::vector<MonthBar> found[2];
+  for (const int year : {2026, 1626}) {
+    month.period = {};
+    month.add(at(11, 10, year, 18), at(11, 12, year, 0));
+    month.add(at(11, 12, year, 0), at(11, 12, year, 23.99), {}, true);
+    month.add(at(11, 12, year, 6), at(11, 12, year, 9));
+    for (int cell = 14; cell <= 18; ++cell)
+      for (const MonthBar& bar : bars(cell, year)) found[year == 1626].push_back(bar);
+  }
+  EXPECT_EQ(found[0].size(), 4u);
+  EXPECT_EQ(found[1], found[0]);
 }
 
 TEST_F(MonthMarks, BarsOfSeveralDaysAndOfNoTimeAtAll) {
