@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "base/terminal_text.h"
 #include "base/text.h"
 #include "calendar/date_pictures.h"
 #include "settings/load_settings.h"
@@ -16,17 +17,18 @@ namespace {
 
 std::string json_text(TextView text) {
   std::string out = "\"";
-  for (const char c : to_utf8(text)) {
-    if (c == '"' || c == '\\') {
-      out += '\\';
-      out += c;
-    } else if (static_cast<unsigned char>(c) < 0x20) {
-      char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04x", c);
-      out += escape;
-    } else {
-      out += c;
-    }
+  for (std::size_t from = 0; from < text.size();) {
+    const auto special = [](char16_t c) {
+      return c == u'"' || c == u'\\' || is_terminal_control(c);
+    };
+    const auto end = std::find_if(text.begin() + from, text.end(), special) - text.begin();
+    out += to_utf8(text.substr(from, end - from));
+    from = static_cast<std::size_t>(end);
+    if (from == text.size()) break;
+    const char16_t c = text[from++];
+    char escape[8];
+    std::snprintf(escape, sizeof escape, is_terminal_control(c) ? "\\u%04x" : "\\%c", c);
+    out += escape;
   }
   return out + '"';
 }
@@ -95,12 +97,12 @@ std::string item_json(const StoreItem& item) {
          (summary.reminder_set ? std::to_string(summary.reminder_minutes) : "null") + "}";
 }
 
-// Control characters in a subject must not reach a terminal.
+// A row is one line, and a blank looks better in it than a sign for what is not shown.
 std::string one_line(TextView text) {
-  std::string out = to_utf8(text);
-  for (char& c : out)
-    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
-  return out;
+  Text line(text);
+  for (char16_t& c : line)
+    if (is_terminal_control(c)) c = u' ';
+  return to_utf8(line);
 }
 
 std::string item_row(const StoreItem& item, std::int32_t day, bool clock24) {

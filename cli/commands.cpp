@@ -6,6 +6,7 @@
 #include "cli/agenda.h"
 #include "exchange/export.h"
 #include "exchange/import.h"
+#include "files/replace_file.h"
 
 namespace orvello {
 namespace {
@@ -30,22 +31,26 @@ int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, 
     return kExitFailure;
   }
   out << counts_line(result.counts) << "\n";
+  if (!out.flush()) {
+    err << "orvello: the import is made: " << counts_line(result.counts) << "\n";
+    return kExitFailure;
+  }
   const bool nothing_usable = result.counts.imported + result.counts.updated == 0;
   return nothing_usable && !result.problems.empty() ? kExitFailure : kExitSuccess;
 }
 
-int run_export(const CommandLine& line, RecordStore& store, const Clock& clock, std::ostream& out,
-               std::ostream& err) {
+int run_export(const CommandLine& line, RecordStore& store, const Clock& clock,
+               std::ostream& content, std::ostream& err) {
   const auto text = export_calendar(store, day_of(line.from), day_of(line.to), clock);
   if (!text) {
     err << "orvello: " << text.reason() << "\n";
     return kExitFailure;
   }
   if (line.files[0] == "-") {
-    out << *text;
-    return out.flush() ? kExitSuccess : kExitFailure;
+    content << *text;
+    return content.flush() ? kExitSuccess : kExitFailure;
   }
-  const auto written = write_whole_file(line.files[0], *text);
+  const auto written = replace_file(line.files[0], *text);
   if (!written) {
     err << "orvello: " << written.reason() << "\n";
     return kExitFailure;

@@ -1,7 +1,5 @@
 #include "exchange/export.h"
 
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <set>
@@ -204,42 +202,6 @@ std::string export_appointment(RecordStore& store, const AppointmentRecord& reco
   Exporter exporter(store, clock, false);
   exporter.collect(record);
   return exporter.text();
-}
-
-Result<std::size_t> write_whole_file(const std::string& path, const std::string& text) {
-  namespace fs = std::filesystem;
-  const auto failure = [&path](const std::string& why) {
-    return Result<std::size_t>::failure(path + ": " + why);
-  };
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (fs::is_directory(status)) return failure("is a folder");
-  // A link is followed, so that what it names is replaced; a pipe or device is written to.
-  fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
-  if (fs::exists(status) && !fs::is_regular_file(status)) {
-    std::ofstream out(path, std::ios::binary);
-    out.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
-    return out ? Result<std::size_t>(text.size()) : failure("cannot be written");
-  }
-  fs::path part = target;
-  part += ".part";
-  const auto give_up = [&] {
-    fs::remove(part, error);
-    return failure("cannot be written");
-  };
-  fs::remove(part, error);
-  std::ofstream out(part, std::ios::binary);
-  if (!out) return failure("cannot be written");
-  const fs::perms allowed =
-      fs::exists(status) ? status.permissions() : fs::perms::owner_read | fs::perms::owner_write;
-  fs::permissions(part, allowed, error);
-  if (error) return give_up();
-  out.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
-  out.close();
-  if (!out) return give_up();
-  fs::rename(part, target, error);
-  if (error) return give_up();
-  return text.size();
 }
 
 }  // namespace orvello

@@ -21,8 +21,4 @@ Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32
 std::string export_appointment(RecordStore& store, const AppointmentRecord& record,
                                const Clock& clock);
 
-// Writes all of the text or leaves a file of that name as it was. A new file is for its owner only.
-// Fails with the reason; the value is the number of bytes.
-Result<std::size_t> write_whole_file(const std::string& path, const std::string& text);
-
 }  // namespace orvello

@@ -1,22 +1,21 @@
 #include "exchange/import.h"
 
-#include <filesystem>
-#include <fstream>
-
 #include "exchange/importer.h"
+#include "files/input_file.h"
 
 namespace orvello {
 namespace {
+
+constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 30;
 
 ImportResult run(const std::vector<std::string>& paths, RecordStore& store, const Clock& clock,
                  bool writes) {
   ImportResult result;
   Importer importer(store, clock, writes);
   for (const std::string& path : paths) {
-    std::error_code error;
-    std::ifstream in(path, std::ios::binary);
-    if (!in || std::filesystem::is_directory(path, error)) {
-      result.failure = path + ": the file cannot be read";
+    InputFile in(path, kLargestFile);
+    if (!in) {
+      result.failure = in.problem();
       return result;
     }
     ImportedFile file{path, {}};
@@ -24,8 +23,8 @@ ImportResult run(const std::vector<std::string>& paths, RecordStore& store, cons
     const bool stored = importer.import_stream(in, file.counts, problems);
     result.problems.insert(result.problems.end(), problems.problems().begin(),
                            problems.problems().end());
-    if (in.bad()) {
-      result.failure = path + ": reading the file failed";
+    if (!in.problem().empty()) {
+      result.failure = in.problem();
       return result;
     }
     if (!stored) {

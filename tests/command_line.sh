@@ -248,6 +248,50 @@ run export rubbish.ics/x.ics --data data
 expect_code "an export that cannot be written" 1
 expect_has "an export that cannot be written is named" "$err" "rubbish.ics/x.ics"
 
+for target in calendar.db calendar.db-journal ./settings.vol backups; do
+  for words in "export data/$target" "render month data/$target" "import data/$target"; do
+    # shellcheck disable=SC2086
+    run $words --data data
+    expect_code "own file: $words" 1
+    expect_has "own file: $words" "$err" "own files"
+  done
+done
+ln data/calendar.db hard.ics
+run export hard.ics --data data
+expect_has "an own file under another name" "$err" "own files"
+rm hard.ics
+expect_is "the calendar is untouched" "$(checksum data/calendar.db)" "$before"
+for words in "export -" "agenda" "--help"; do
+  # shellcheck disable=SC2086
+  timeout 20 "$program" $words --data data >/dev/full 2>err.txt
+  expect_is "a full device: $words" "$?" 1
+  expect_has "a full device: $words" "$(cat err.txt)" "standard output cannot be written: the disk is full"
+  # shellcheck disable=SC2086
+  timeout 20 "$program" $words --data data >&- 2>err.txt
+  expect_is "no standard output: $words" "$?" 1
+done
+{ sleep 0.3; timeout 20 "$program" export - --data data 2>err.txt; echo $? >code.txt; } | true
+expect_is "a pipe that nobody reads" "$(cat code.txt)" 1
+expect_has "a pipe that nobody reads" "$(cat err.txt)" "nobody reads it"
+timeout 20 "$program" import first.ics --data full_device >/dev/full 2>err.txt
+expect_has "an import whose counts cannot be shown is told" "$(cat err.txt)" "import is made: 4 imported"
+expect_is "an import whose counts cannot be shown is made" "$(count full_device)" "$(count data)"
+mkfifo pipe.ics
+run import pipe.ics --data data
+expect_code "a pipe in the place of a file" 1
+expect_has "a pipe in the place of a file" "$err" "pipe"
+for file in calendar.db device.db registry icons.bmp; do
+  mkdir "pipe_$file" && mkfifo "pipe_$file/$file"
+  run agenda --data "pipe_$file"
+  if [ "$code" -le 1 ]; then good; else bad "a pipe as $file" "ended with $code"; fi
+done
+escape=$(printf '\033')
+run import "$escape]0;x.ics" --data data
+case "$err" in *"$escape"*) bad "a file's name reaches the terminal" ;; *) good ;; esac
+(ulimit -v 150000; run export x.ics --data data
+ case $code in 0|1|127) exit 0 ;; esac; exit 1)
+if [ $? -eq 0 ]; then good; else bad "little memory ends in abort"; fi
+
 # refused DATA WHAT : every command names the file and leaves it as it is.
 refused() {
   local before words

@@ -11,82 +11,29 @@
 #include <filesystem>
 #include <utility>
 
+#include "files/descriptor.h"
+#include "files/input_file.h"
+#include "files/replace_file.h"
+
 namespace orvello {
 namespace {
 
 constexpr int kLockTries = 100;
 constexpr useconds_t kLockPause = 20000;  // microseconds: two seconds in all
 
-// Closes what it holds.
-class File {
- public:
-  File(const std::string& path, int flags)
-      : number_(::open(path.c_str(), flags | O_CLOEXEC, 0600)) {}
-  ~File() { close(); }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-  explicit operator bool() const { return number_ >= 0; }
-  int number() const { return number_; }
-  bool close() {
-    const int number = std::exchange(number_, -1);
-    return number < 0 || ::close(number) == 0;
-  }
-
- private:
-  int number_;
-};
+constexpr std::uint64_t kLargestRegistry = 16 << 20;
 
 // A missing file is empty; nothing when it is there and cannot be read, so that it is not replaced.
 std::optional<std::string> read_file(const std::string& path) {
-  const File file(path, O_RDONLY);
-  if (!file) return errno == ENOENT ? std::optional<std::string>("") : std::nullopt;
-  std::string content;
-  char block[4096];
-  for (;;) {
-    const ssize_t count = ::read(file.number(), block, sizeof block);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return std::nullopt;
-    if (count == 0) return content;
-    content.append(block, static_cast<std::size_t>(count));
-  }
+  auto content = read_whole_file(path, kLargestRegistry);
+  if (!content) return errno == ENOENT ? std::optional<std::string>("") : std::nullopt;
+  return std::move(*content);
 }
 
-bool write_all(int file, const std::string& content) {
-  for (std::size_t done = 0; done < content.size();) {
-    const ssize_t count = ::write(file, content.data() + done, content.size() - done);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return false;
-    done += static_cast<std::size_t>(count);
-  }
-  return true;
-}
-
-std::string folder_of(const std::string& path) {
-  const std::size_t slash = path.rfind('/');
-  return slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
-}
-
-// Only called under the lock, so one name for the temporary file serves, and what a killed process
-// left is overwritten.
-bool replace_file(const std::string& path, const std::string& content) {
-  const std::string temporary = path + ".new";
-  ::unlink(temporary.c_str());
-  File file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
-  const bool written = file && write_all(file.number(), content) && ::fsync(file.number()) == 0 &&
-                       file.close() && ::rename(temporary.c_str(), path.c_str()) == 0;
-  if (!written) {
-    ::unlink(temporary.c_str());
-    return false;
-  }
-  const File folder(folder_of(path), O_RDONLY | O_DIRECTORY);
-  return folder && ::fsync(folder.number()) == 0;
-}
-
-// The file itself where the path is a link to it: the link is to stay.
-std::string resolved(const std::string& path) {
+// The folder of the file itself where the path is a link to it.
+std::string real_folder_of(const std::string& path) {
   char* real = ::realpath(path.c_str(), nullptr);
-  if (!real) return path;
-  std::string result(real);
+  const std::string result = folder_of(real ? real : path);
   std::free(real);
   return result;
 }
@@ -98,7 +45,7 @@ bool create_private_folder(const std::string& folder) {
          (::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST);
 }
 
-bool lock(const File& file) {
+bool lock(const Descriptor& file) {
   for (int i = 0; file && i < kLockTries; ++i) {
     if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0) return true;
     if (errno != EWOULDBLOCK && errno != EINTR) return false;
@@ -168,7 +115,7 @@ const RegistryText& FileRegistry::current() {
 }
 
 bool FileRegistry::set(Change change) {
-  const std::string folder = folder_of(resolved(path_));
+  const std::string folder = real_folder_of(path_);
   if (!create_private_folder(folder) || ::access(folder.c_str(), W_OK) != 0) return false;
   current();
   std::erase_if(changes_, [&](const Change& old) {
@@ -181,14 +128,14 @@ bool FileRegistry::set(Change change) {
 
 bool FileRegistry::flush() {
   if (changes_.empty()) return true;
-  const std::string path = resolved(path_);
-  const File lock_file(path_ + ".lock", O_RDWR | O_CREAT);
+  const Descriptor lock_file(
+      ::open((path_ + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600));
   if (!lock(lock_file)) return false;
-  const auto content = read_file(path);
+  const auto content = read_file(path_);
   if (!content) return false;
   RegistryText text = RegistryText::parse(*content);
   apply_changes(text);
-  if (!replace_file(path, text.content())) return false;
+  if (!replace_file(path_, text.content())) return false;
   changes_.clear();
   text_ = std::move(text);
   stamp_ = stamp_of(path_);

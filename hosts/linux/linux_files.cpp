@@ -4,13 +4,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <fstream>
-#include <iterator>
-
+#include "files/input_file.h"
 #include "hosts/linux/bitmap_file.h"
 #include "hosts/linux/device_path.h"
 
 namespace orvello {
+namespace {
+
+constexpr std::uint64_t kLargestBitmap = 256 << 20;
+
+}  // namespace
 
 Text LinuxFiles::module_file_name() const { return device_path(paths_.data + "/orvello"); }
 
@@ -20,19 +23,15 @@ bool LinuxFiles::exists(TextView path) const {
 }
 
 std::optional<Image> LinuxFiles::load_bitmap(TextView path) const {
-  const std::string name = host_path(path);
-  struct stat info {};
-  // A fifo or a device would block or never end.
-  if (::stat(name.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
-  std::ifstream file(name, std::ios::binary);
-  if (!file) return std::nullopt;
-  const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  return read_bitmap(bytes);
+  const auto bytes = read_whole_file(host_path(path), kLargestBitmap);
+  if (!bytes) return std::nullopt;
+  return read_bitmap(*bytes);
 }
 
 bool LinuxFiles::append_diagnostic_line(TextView line) {
   const std::string path = paths_.state + "/diag.txt";
-  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+  const int file =
+      ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0600);
   if (file < 0) return false;
   const std::string bytes = to_utf8(line) + "\n";
   // One write, so that two processes do not mix their lines.

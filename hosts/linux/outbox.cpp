@@ -1,6 +1,7 @@
 #include "hosts/linux/outbox.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,6 +13,8 @@
 #include <fstream>
 #include <optional>
 #include <sstream>
+
+#include "files/replace_file.h"
 
 namespace orvello {
 namespace {
@@ -52,6 +55,7 @@ bool start_detached(const std::string& program, const std::string& path) {
   if (child == 0) {
     // Other threads' locks may be held here: nothing but system calls.
     ::setsid();
+    for (const int ignored : {SIGPIPE, SIGXFSZ}) ::signal(ignored, SIG_DFL);
     if (::fork() != 0) ::_exit(0);
     const int nothing = ::open("/dev/null", O_RDWR);
     for (const int stream : {0, 1, 2}) ::dup2(nothing, stream);
@@ -83,21 +87,9 @@ Result<std::string> save_in(const std::string& folder, const std::string& name,
   for (int number = 1; number < 10000; ++number) {
     const std::string suffix = number > 1 ? "-" + std::to_string(number) : "";
     const std::string path = folder + "/" + name + suffix + ".ics";
-    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (file < 0 && errno == EEXIST) continue;
-    if (file < 0) return failure();
-    std::size_t done = 0;
-    while (done < text.size()) {
-      const ssize_t wrote = ::write(file, text.data() + done, text.size() - done);
-      if (wrote < 0 && errno == EINTR) continue;
-      if (wrote < 0) break;
-      done += static_cast<std::size_t>(wrote);
-    }
-    const int problem = errno;
-    if (::close(file) == 0 && done == text.size()) return path;
-    ::unlink(path.c_str());
-    errno = problem;
-    return failure();
+    const auto created = create_whole_file(path, text);
+    if (!created) return Result<std::string>::failure(created.reason());
+    if (*created) return path;
   }
   errno = EEXIST;
   return failure();

@@ -93,22 +93,4 @@ Result<Paths> prepare_folders(const Paths& paths) {
 
 void keep_files_private() { ::umask(0077); }
 
-bool write_file_atomically(const std::string& path, const std::string& content) {
-  std::string temporary = path + ".XXXXXX";
-  const int file = ::mkostemp(temporary.data(), O_CLOEXEC);  // creates with 0600
-  if (file < 0) return false;
-  std::size_t written = 0;
-  while (written < content.size()) {
-    const ssize_t count = ::write(file, content.data() + written, content.size() - written);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) break;
-    written += static_cast<std::size_t>(count);
-  }
-  bool good = written == content.size() && ::fsync(file) == 0;
-  good = ::close(file) == 0 && good;
-  good = good && ::rename(temporary.c_str(), path.c_str()) == 0;
-  if (!good) ::unlink(temporary.c_str());
-  return good;
-}
-
 }  // namespace orvello

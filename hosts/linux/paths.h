@@ -26,7 +26,4 @@ Result<Paths> prepare_folders(const Paths& paths);
 // From now on, files that this process creates are for their owner alone.
 void keep_files_private();
 
-// Writes a file so that a reader finds the old content or the new one, never a part.
-bool write_file_atomically(const std::string& path, const std::string& content);
-
 }  // namespace orvello

@@ -1,14 +1,17 @@
 #include "hosts/linux/window_place.h"
 
 #include <algorithm>
-#include <fstream>
+#include <sstream>
 
-#include "hosts/linux/paths.h"
+#include "files/input_file.h"
+#include "files/replace_file.h"
 
 namespace orvello {
 
 std::optional<Rect> load_window_place(const std::string& path) {
-  std::ifstream file(path);
+  const auto content = read_whole_file(path, 4096);
+  if (!content) return std::nullopt;
+  std::istringstream file(*content);
   Rect place;
   constexpr int kFarthest = 1 << 20;
   if (!(file >> place.x >> place.y >> place.width >> place.height)) return std::nullopt;
@@ -19,9 +22,9 @@ std::optional<Rect> load_window_place(const std::string& path) {
 }
 
 bool save_window_place(const std::string& path, const Rect& place) {
-  return write_file_atomically(path, std::to_string(place.x) + " " + std::to_string(place.y) + " " +
-                                         std::to_string(place.width) + " " +
-                                         std::to_string(place.height) + "\n");
+  const std::string text = std::to_string(place.x) + " " + std::to_string(place.y) + " " +
+                           std::to_string(place.width) + " " + std::to_string(place.height) + "\n";
+  return static_cast<bool>(replace_file(path, text));
 }
 
 Rect clamp_to_screens(Rect place, const Rect* screens, int count) {

@@ -1,7 +1,9 @@
 #include "hosts/qt/program.h"
 
-#include <fstream>
+#include <filesystem>
 #include <iostream>
+#include <new>
+#include <stdexcept>
 
 #include "cli/agenda.h"
 #include "cli/command_line.h"
@@ -10,7 +12,9 @@
 #include "hosts/linux/display.h"
 #include "hosts/linux/file_registry.h"
 #include "hosts/linux/linux_files.h"
+#include "hosts/linux/own_files.h"
 #include "hosts/linux/paths.h"
+#include "hosts/linux/standard_streams.h"
 #include "hosts/linux/system_clock.h"
 #include "hosts/qt/qt_locale.h"
 #include "hosts/qt/window_program.h"
@@ -40,7 +44,8 @@ struct Opened {
 // A desktop's month has room for its appointments, and its first user should see them at once: a
 // registry that does not exist yet starts with their bars and the marks of the year switched on.
 void prepare_first_start(const Paths& paths) {
-  if (std::ifstream(paths.config + "/registry")) return;
+  std::error_code error;
+  if (std::filesystem::exists(paths.config + "/registry", error) || error) return;
   FileRegistry registry(paths.config + "/registry");
   if (!EnsureSettingsKey(registry)) return;
   WriteNumberSetting(registry, u"showindicator", 1);
@@ -49,15 +54,17 @@ void prepare_first_start(const Paths& paths) {
   FlushSettings(registry);
 }
 
+int failed(const std::string& reason) {
+  std::cerr << "orvello: " << reason << "\n";
+  return kExitFailure;
+}
+
 bool open_files(const CommandLine& line, Opened& opened) {
   keep_files_private();
   const auto chosen = choose_paths(
       line.data_folder.empty() ? std::nullopt : std::optional<std::string>(line.data_folder));
   const auto prepared = chosen ? prepare_folders(*chosen) : chosen;
-  if (!prepared) {
-    std::cerr << "orvello: " << prepared.reason() << "\n";
-    return false;
-  }
+  if (!prepared) return failed(prepared.reason()), false;
   opened.paths = *prepared;
   prepare_first_start(opened.paths);
   opened.clock = std::make_unique<SystemClock>(fixed_time(line));
@@ -80,16 +87,13 @@ int agenda(const CommandLine& line, Opened& opened) {
   return run_agenda(line, *opened.store, *opened.clock, settings, std::cout, std::cerr);
 }
 
-int command(const CommandLine& line, Opened& opened) {
-  if (!opened.store) {
-    std::cerr << "orvello: " << opened.reason << "\n";
-    return kExitFailure;
-  }
+int command(const CommandLine& line, Opened& opened, std::ostream& content) {
+  if (!opened.store) return failed(opened.reason);
   switch (line.command) {
     case Command::import_files:
       return run_import(line, *opened.store, *opened.clock, std::cout, std::cerr);
     case Command::export_file:
-      return run_export(line, *opened.store, *opened.clock, std::cout, std::cerr);
+      return run_export(line, *opened.store, *opened.clock, content, std::cerr);
     default:
       return agenda(line, opened);
   }
@@ -99,7 +103,7 @@ int command(const CommandLine& line, Opened& opened) {
 int without_display(int argc, char** argv, CommandLine line, Opened& opened) {
   std::cerr << "orvello: there is no display to open a window on. The start view is drawn into "
                "orvello.png; today's agenda follows.\n";
-  if (!opened.store) return command(line, opened);
+  if (!opened.store) return failed(opened.reason);
   line.files = {"orvello.png"};
   const WindowParts parts{line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
   const int drawn = run_render(argc, argv, parts);
@@ -116,7 +120,9 @@ std::optional<LocalSeconds> fixed_time(const CommandLine& line) {
   return to_seconds(date);
 }
 
-int run_program(int argc, char** argv) {
+namespace {
+
+int run(int argc, char** argv, StandardStreams& streams) {
   const auto line = parse_command_line({argv + 1, argv + argc});
   if (!line) {
     std::cerr << "orvello: " << line.reason() << "\nTry orvello --help.\n";
@@ -132,14 +138,34 @@ int run_program(int argc, char** argv) {
   }
   Opened opened;
   if (!open_files(*line, opened)) return kExitFailure;
+  // Also for reading: closing a database's file by another way would drop the locks on it.
+  if (const auto own = own_file_among(opened.paths, line->files); !own.empty())
+    return failed(own + " is one of the calendar's own files.");
   const WindowParts parts{*line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
   if (line->command == Command::render) {
-    if (!opened.store) return command(*line, opened);
+    if (!opened.store) return failed(opened.reason);
     return run_render(argc, argv, parts);
   }
-  if (line->command != Command::window) return command(*line, opened);
+  if (line->command != Command::window) return command(*line, opened, streams.content());
   if (!display_reachable()) return without_display(argc, argv, *line, opened);
   return run_window(argc, argv, parts);
+}
+
+}  // namespace
+
+int run_program(int argc, char** argv) {
+  StandardStreams streams;
+  int code = kExitFailure;
+  try {
+    code = run(argc, argv, streams);
+  } catch (const std::bad_alloc&) {
+    std::cerr << "orvello: there is not enough memory.\n";
+  } catch (const std::length_error&) {
+    std::cerr << "orvello: there is not enough memory.\n";
+  }
+  const auto unwritten = streams.finish();
+  if (!unwritten) return code;
+  return failed(*unwritten);
 }
 
 }  // namespace orvello

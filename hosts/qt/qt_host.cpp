@@ -1,6 +1,7 @@
 #include "hosts/qt/qt_host.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QStyleFactory>
 
 #include "hosts/linux/desktop_input.h"
@@ -100,9 +101,12 @@ std::vector<double> QtHost::measure_turns(int count) {
   return shell ? orvello::measure_turns(*shell, count) : std::vector<double>();
 }
 
-bool QtHost::save_window_picture(const std::string& path) {
+std::string QtHost::window_picture() {
   Shell* shell = parts_->window.shell();
-  return shell && shell->grab().toImage().save(QString::fromStdString(path), "PNG");
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  if (!shell || !shell->grab().toImage().save(&buffer, "PNG")) return {};
+  return bytes.toStdString();
 }
 
 bool QtHost::save_png(Surface& surface, const std::string& path) {

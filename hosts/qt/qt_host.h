@@ -54,7 +54,7 @@ class QtHost {
   // view; fewer when it does not turn.
   std::vector<double> measure_turns(int count);
 
-  bool save_window_picture(const std::string& path);  // the whole window, device pixels, as PNG
+  std::string window_picture();  // the whole window, device pixels, as PNG; empty on failure
   static bool save_png(Surface& surface, const std::string& path);  // what was published last
 
  private:

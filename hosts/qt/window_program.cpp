@@ -16,10 +16,12 @@
 #include "cli/commands.h"
 #include "cli/import_preview.h"
 #include "exchange/export.h"
+#include "files/replace_file.h"
 #include "hosts/linux/device_databases.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/file_registry.h"
 #include "hosts/linux/outbox.h"
+#include "hosts/linux/own_files.h"
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/written_boxes.h"
 #include "store/embedded/sqlite_record_databases.h"
@@ -106,9 +108,14 @@ struct Session {
   Application application;
 };
 
-void import_files_here(Session& session, EmbeddedStore* store,
+void import_files_here(Session& session, EmbeddedStore* store, const Paths& paths,
                        const std::vector<std::string>& files) {
   if (files.empty() || !store) return;
+  if (const auto own = own_file_among(paths, files); !own.empty()) {
+    session.host.boxes.show(to_utf16(own + " is one of the calendar's own files."), u"Error",
+                            BoxIcon::error, BoxButtons::ok, true);
+    return;
+  }
   const Language language =
       session.host.locale.russian_resources() ? Language::russian : Language::english;
   if (import_after_preview(files, *store, session.host.clock, session.host.dialogs,
@@ -150,8 +157,9 @@ bool print_turns(Session& session) {
 int run_window(int argc, char** argv, const WindowParts& parts) {
   Session session(argc, argv, parts, parts.line.measure_start || parts.line.measure_turn);
   EmbeddedStore* store = parts.store;
-  session.qt.on_files(
-      [&](std::vector<std::string> files) { import_files_here(session, store, files); });
+  session.qt.on_files([&](std::vector<std::string> files) {
+    import_files_here(session, store, parts.paths, files);
+  });
   if (parts.line.measure_start) {
     session.qt.on_first_paint([&] {
       std::printf("first paint: %ld ms\n", milliseconds_since_start());
@@ -174,7 +182,8 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     poll.start(kPollMilliseconds);
   }
   if (!parts.line.files.empty())
-    QTimer::singleShot(0, &poll, [&] { import_files_here(session, store, parts.line.files); });
+    QTimer::singleShot(0, &poll,
+                       [&] { import_files_here(session, store, parts.paths, parts.line.files); });
   const int code = session.qt.run();
   if (store) {
     store->set_wake({});
@@ -192,10 +201,14 @@ int run_render(int argc, char** argv, const WindowParts& given) {
     return kExitFailure;
   }
   session.application.draw_requested();
-  const std::string& path = parts.line.files[0];
-  if (!session.application.worker().wait_until_idle(kDrawLimit) ||
-      !session.qt.save_window_picture(path)) {
-    std::cerr << "orvello: " << path << " could not be written\n";
+  const std::string picture =
+      session.application.worker().wait_until_idle(kDrawLimit) ? session.qt.window_picture() : "";
+  if (picture.empty()) {
+    std::cerr << "orvello: the picture could not be drawn\n";
+    return kExitFailure;
+  }
+  if (const auto written = replace_file(parts.line.files[0], picture); !written) {
+    std::cerr << "orvello: " << written.reason() << "\n";
     return kExitFailure;
   }
   session.application.handle_message({kMessageClose, 0, {}, 0});

@@ -80,7 +80,7 @@ std::uint32_t big_endian(const unsigned char* bytes) {
 // Looks at the file's own words before SQLite does, since that might recover or rewrite a file that
 // is none of ours. Empty: the file may be opened.
 std::string fault_in_header(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) return path + ": " + std::strerror(errno) + ".";
   unsigned char header[kHeaderSize] = {};
   const auto length = ::pread(file, header, sizeof header, 0);
@@ -99,7 +99,9 @@ std::string fault_in_header(const std::string& path) {
            "; this version reads format " + std::to_string(kFormat) + ").";
   // A rollback journal may still hold what the file lacks.
   struct stat journal = {};
-  if (::stat((path + "-journal").c_str(), &journal) == 0 && journal.st_size > 0) return "";
+  const bool has_journal = ::stat((path + "-journal").c_str(), &journal) == 0;
+  if (has_journal && !S_ISREG(journal.st_mode)) return path + "-journal is not a file.";
+  if (has_journal && journal.st_size > 0) return "";
   const std::uint32_t stored = big_endian(header + 16) >> 16;
   const std::int64_t page = stored == 1 ? 65536 : stored;
   if (static_cast<std::int64_t>(big_endian(header + 28)) * page > status.st_size)

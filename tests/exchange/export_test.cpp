@@ -238,19 +238,5 @@ TEST_F(ExportTest, AnEmptyStoreIsStillACalendar) {
   EXPECT_EQ(problems_of(import_text(exported())), "");
 }
 
-TEST_F(ExportTest, FilesAreWrittenWholeAndPrivate) {
-  namespace fs = std::filesystem;
-  const std::string path = file_of("old") + ".out";
-  fs::remove(path);
-  ASSERT_TRUE(write_whole_file(path, "one"));
-  EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-  ASSERT_TRUE(write_whole_file(path, "another"));
-  EXPECT_EQ(file_text(path), "another");
-  EXPECT_FALSE(fs::exists(path + ".part"));
-  EXPECT_FALSE(write_whole_file(testing::TempDir(), "x"));
-  const auto failed = write_whole_file(testing::TempDir() + "no/such/folder.ics", "x");
-  EXPECT_NE(failed.reason().find("no/such/folder.ics"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace orvello

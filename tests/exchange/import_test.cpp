@@ -186,7 +186,7 @@ TEST_F(ImportTest, AllFilesOrNothing) {
   store.puts_until_failure = -1;
   const auto gone = import_files({file_of(two), "/nowhere/at-all.ics"}, store, clock);
   EXPECT_FALSE(gone.done);
-  EXPECT_EQ(gone.failure, "/nowhere/at-all.ics: the file cannot be read");
+  EXPECT_EQ(gone.failure, "/nowhere/at-all.ics cannot be read: there is no such file or folder.");
   EXPECT_EQ(store.now.records.size(), 1u);
   EXPECT_EQ(gone.counts, ImportCounts());
   const int writes = store.writes;

@@ -7,6 +7,7 @@
 #include "hosts/linux/bitmap_file.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/linux_files.h"
+#include "hosts/linux/own_files.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
@@ -180,20 +181,27 @@ TEST(Paths, FoldersAreMadeForTheOwnerAndAnUnusableOneIsNamed) {
   EXPECT_NE(refused.reason().find(paths.state), std::string::npos) << refused.reason();
 }
 
-TEST(Paths, AFileIsReplacedWholeOrNotAtAll) {
+TEST(OwnFiles, AreKnownUnderEveryName) {
   TemporaryFolder folder;
-  const std::string path = folder / "registry";
-  EXPECT_TRUE(write_file_atomically(path, "one"));
-  EXPECT_EQ(mode_of(path), 0600);
-  EXPECT_TRUE(write_file_atomically(path, std::string(100000, 'x')));
-  EXPECT_EQ(read_all(path), std::string(100000, 'x'));
-  std::filesystem::create_directory(folder / "taken");
-  EXPECT_FALSE(write_file_atomically(folder / "taken", "x"));
-  EXPECT_FALSE(write_file_atomically(folder / "missing/file", "x"));
-  std::size_t left = 0;
-  for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path()))
-    ++left;
-  EXPECT_EQ(left, 2u) << "nothing temporary stays";
+  const Paths paths{folder / "data", folder / "config", folder / "state"};
+  ASSERT_TRUE(prepare_folders(paths));
+  std::filesystem::create_directory(folder / "data/backups");
+  std::filesystem::create_symlink(folder / "data", folder / "other way");
+  write_all(folder / "data/calendar.db", "x");
+  write_all(folder / "data/appointments.ics", "x");
+  write_all(folder / "data/backups/calendar-2026-11-20.db", "x");
+  write_all(folder / "config/registry", "x");
+  std::filesystem::create_symlink(folder / "data/calendar.db", folder / "link.png");
+  std::filesystem::create_hard_link(folder / "data/calendar.db", folder / "hard.png");
+  std::filesystem::create_hard_link(folder / "data/backups/calendar-2026-11-20.db", folder / "b");
+  for (const char* own :
+       {"data/calendar.db", "data/./calendar.db", "data/../data/calendar.db", "other way/device.db",
+        "data/calendar.db-journal", "data/settings.vol", "link.png", "hard.png", "b",
+        "config/registry", "data/backups/anything", "other way/backups/x.ics", "state/diag.txt"})
+    EXPECT_TRUE(is_own_file(paths, folder / own)) << own;
+  for (const char* free : {"data/appointments.ics", "data/new.png", "config/month.png", "x.ics",
+                           "no such folder/calendar.db", "data", "calendar.db"})
+    EXPECT_FALSE(is_own_file(paths, folder / free)) << free;
 }
 
 }  // namespace

@@ -1,0 +1,38 @@
+// Reading files that anybody may have put there: only regular files of a sensible size are opened,
+// and a pipe or a device in their place is refused without waiting for it.
+#pragma once
+
+#include <cstdint>
+#include <istream>
+#include <memory>
+#include <streambuf>
+#include <string>
+#include <vector>
+
+#include "base/result.h"
+#include "files/descriptor.h"
+
+namespace orvello {
+
+// Fails with a sentence that names the file and the reason; `errno` tells a missing file (ENOENT).
+Result<std::shared_ptr<Descriptor>> open_regular_file(const std::string& path, std::uint64_t most);
+
+Result<std::string> read_whole_file(const std::string& path, std::uint64_t most);
+
+// A regular file as a stream. A read that fails sets `bad()`, and problem() says why.
+class InputFile : public std::istream {
+ public:
+  InputFile(const std::string& path, std::uint64_t most);
+  const std::string& problem() const { return buffer_.problem; }  // empty: none
+
+ private:
+  struct Buffer : std::streambuf {
+    int_type underflow() override;
+    std::string path, problem;
+    std::shared_ptr<Descriptor> file;
+    std::vector<char> bytes;
+  };
+  Buffer buffer_;
+};
+
+}  // namespace orvello
