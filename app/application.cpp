@@ -31,6 +31,7 @@ struct MessageTable {
       {kMessageKeyDown, &Application::on_key_down},
       {kMessageSettingChange, &Application::on_setting_change},
       {kMessageSnapshot, &Application::on_snapshot},
+      {kMessageFree, &Application::on_free},
       {kMessageRefresh, &Application::on_refresh},
       {kMessageReconnect, &Application::on_refresh},
       {kMessageRefresh401, &Application::on_refresh},
@@ -58,11 +59,12 @@ struct CommandTable {
 };
 
 Application::Application(Host host, StartOptions options)
-    : host_(host),
+    : modality_(host),
+      host_(modality_.counted()),
       options_(std::move(options)),
-      volume_boxes_(host.boxes),
+      volume_boxes_(host_.boxes),
       volume_{host.databases, volume_boxes_, host.files},
-      session_(host.store, host.boxes),
+      session_(host.store, host_.boxes),
       worker_(host.window),
       day_view_({host_, state_, settings_, session_, paste_source_, *this, today_button_}) {}
 
@@ -74,20 +76,29 @@ bool Application::handle_message(const Message& message) {
   return false;
 }
 
+// One that was chosen before what stands now is for later.
 bool Application::on_command(const Message& message) {
-  for (const CommandTable::Row& row : CommandTable::kRows) {
-    if (row.id != message.wparam) continue;
-    (this->*row.handler)();
-    return true;
-  }
-  const auto profiles = static_cast<std::uint32_t>(state_.profile_count);
-  if (message.wparam >= kCommandFirstProfile && message.wparam <= kCommandFirstProfile + profiles)
-    select_profile(message.wparam);
+  const std::uint32_t command = message.wparam;
+  if (modality_.free())
+    run_command(command);
+  else
+    when_free([this, command] { run_command(command); });
   return true;
 }
 
-void Application::send_command(std::uint32_t command) {
-  handle_message({kMessageCommand, command, {}, 0});
+void Application::run_command(std::uint32_t command) {
+  for (const CommandTable::Row& row : CommandTable::kRows)
+    if (row.id == command) return (this->*row.handler)();
+  const auto profiles = static_cast<std::uint32_t>(state_.profile_count);
+  if (command >= kCommandFirstProfile && command <= kCommandFirstProfile + profiles)
+    select_profile(command);
+}
+
+void Application::send_command(std::uint32_t command) { run_command(command); }
+
+bool Application::on_free(const Message&) {
+  modality_.run_next();
+  return true;
 }
 
 void Application::store_changed(std::uint32_t notification) {
@@ -109,7 +120,8 @@ bool Application::on_activate(const Message& message) {
   return true;
 }
 
-bool Application::on_close(const Message&) {
+bool Application::on_close(const Message& message) {
+  if (!modality_.free()) return when_free([this, message] { handle_message(message); }), true;
   host_.menu_bar.destroy();
   host_.window.destroy();
   return true;
@@ -120,12 +132,14 @@ bool Application::on_timer(const Message& message) {
     check_day_change();
   } else if (message.wparam == kTimerHold) {
     host_.window.stop_timer(kTimerHold);
-    grid_action(grid_pointer_.hold(host_.window.pen_is_down()));
+    const bool held = host_.window.pen_is_down() && modality_.free();
+    grid_action(grid_pointer_.hold(held));
   }
   return true;
 }
 
 bool Application::on_refresh(const Message& message) {
+  if (!started_) return when_free([this, message] { handle_message(message); }), true;
   if (message.id == kMessageReconnect) {
     session_.Close();
     session_.Open(this);

@@ -12,6 +12,7 @@
 #include "app/day_view.h"
 #include "app/drawing_worker.h"
 #include "app/grid_pointer.h"
+#include "app/modality.h"
 #include "app/once_boxes.h"
 #include "ports/calendar_store.h"
 #include "ports/dialogs.h"
@@ -70,6 +71,12 @@ class Application : public MessageHandler,
   void open_day(int day_parameter);  // the Day view, by its parameter
   void ask_for_day_popup(const MonthDayYear& date);
 
+  // Runs a call that may open a dialog, in the order of the calls: from the message loop, once the
+  // start-up has ended and nothing modal stands.
+  void when_free(std::function<void()> call) { modality_.when_free(std::move(call)); }
+  // The ports to open boxes and dialogs with.
+  const Host& host() const { return host_; }
+
   ApplicationState& state() { return state_; }
   const SettingsRecord& settings() const { return settings_; }
   DrawingWorker& worker() { return worker_; }
@@ -99,6 +106,7 @@ class Application : public MessageHandler,
   bool on_setting_change(const Message&);
   bool on_refresh(const Message&);
   bool on_snapshot(const Message&);
+  bool on_free(const Message&);
 
   // Commands.
   void new_appointment();
@@ -109,6 +117,7 @@ class Application : public MessageHandler,
   void year_view();
   void select_profile(std::uint32_t command);
 
+  void run_command(std::uint32_t command);
   void measure_screen();
   void lay_out();
   void create_surface();
@@ -146,11 +155,13 @@ class Application : public MessageHandler,
 
   // ViewCommands.
   void appointments_changed(bool reconnect) override;
+  bool is_free() const override { return modality_.free(); }
   bool can_edit() const override { return options_.edit_appointment != nullptr; }
   Canvas& measuring_canvas() override { return measuring_->canvas(); }
   Language language() const override;
 
-  Host host_;
+  Modality modality_;
+  Host host_;  // with the counted ports
   StartOptions options_;
   ApplicationState state_;
   OnceBoxes volume_boxes_;

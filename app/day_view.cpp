@@ -47,6 +47,7 @@ void DayView::handle(Dialog& dialog, const DialogEvent& event) {
     focus_list();
   } else if (event.kind == Event::timer) {
     dialog.stop_timer(event.control);
+    if (!c_.commands.is_free()) return;  // something opened above the list meanwhile
     if (event.control == kTimerMenu) act(pointer_.hold());
     if (event.control == kTimerNotes) open_notes(std::exchange(tapped_row_, kNoRow));
   } else if (event.control == kControlDayHeader) {

@@ -20,6 +20,7 @@ constexpr TextView kInkLibraries[] = {u"richink.dll", u"inkx.dll"};
 }  // namespace
 
 StartResult Application::start_up() {
+  const Modality::Standing starting(modality_);  // what comes meanwhile waits
   measure_screen();
   if (host_.window.activate_other_instance(kWindowClass, kWindowTitle))
     return StartResult::other_instance;
@@ -125,6 +126,7 @@ void Application::load_conventions() {
 }
 
 bool Application::on_destroy(const Message&) {
+  modality_.forget_all();
   host_.window.stop_timer(kTimerDayChange);
   worker_.stop();
   day_view_.close();

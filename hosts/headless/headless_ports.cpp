@@ -51,6 +51,7 @@ const std::vector<MenuItem>& HeadlessMenuBar::menu(std::uint32_t command) const 
 BoxAnswer HeadlessBoxes::show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                               bool owned) {
   shown.push_back({Text(text), Text(caption), icon, buttons, owned});
+  if (const auto happens = meanwhile) happens();
   if (!answers.empty()) {
     const BoxAnswer answer = answers.front();
     answers.erase(answers.begin());

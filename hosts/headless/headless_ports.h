@@ -58,7 +58,8 @@ class HeadlessBoxes : public MessageBoxes {
   void beep() override { ++beeps; }
   std::vector<ShownBox> shown;
   int beeps = 0;
-  std::vector<BoxAnswer> answers;  // the next ones to give; then the first button's
+  std::function<void()> meanwhile;  // while a box stands
+  std::vector<BoxAnswer> answers;   // the next ones to give; then the first button's
 };
 
 class HeadlessDialog : public Dialog {

@@ -60,10 +60,12 @@ std::uint32_t BarButton::run_menu() {
 void BarButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const bool marked = isCheckable() && isChecked();
+  // The whole bar is off below what is modal; grey is only what the program has switched off.
+  const bool grey = !isEnabledTo(parentWidget());
   if (isDown() || marked || (hovered_ && isEnabled()))
     painter.fillRect(rect(), QColor(isDown() || marked ? kAccentTint : 0xFFECEDF4));
   if (marked) painter.fillRect(0, 0, width(), std::max(2, density_.scaled(2)), QColor(kAccent));
-  if (!isEnabled()) painter.setOpacity(0.4);
+  if (grey) painter.setOpacity(0.4);
   if (shows_image() && !image_.isNull())
     paint_image(painter);
   else

@@ -89,6 +89,7 @@ bool ControlInput::take_key(QKeyEvent& event) {
 }
 
 void ControlInput::tap(Point at) {
+  if (is_covered(surface_)) return;
   const QPointer<QWidget> alive(&surface_);
   report_(event_of(Kind::pointer_down, at));
   if (alive) report_(event_of(Kind::pointer_up, at));

@@ -55,6 +55,7 @@ QAccessible::State DrawnCell::state() const {
     return state;
   }
   state.invisible = !owner_.drawn_on()->isVisible();
+  state.disabled = !owner_.drawn_on()->isEnabled();
   if (item_ >= 0) return state;
   state.selectable = state.focusable = true;
   state.selected = cell->selected;

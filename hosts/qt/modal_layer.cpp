@@ -1,5 +1,6 @@
 #include "hosts/qt/modal_layer.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QKeyEvent>
@@ -13,6 +14,8 @@ namespace orvello {
 namespace {
 
 QWidget* parent_for(QtMainWindow& window) {
+  // On the window it could not be reached while a modal window of its own stands.
+  if (QWidget* standing = QApplication::activeModalWidget()) return standing;
   Shell* shell = window.shell();
   // Also what belongs to nobody goes on the window when that is shown: on a small screen it could
   // stand nowhere else.
@@ -35,6 +38,13 @@ bool is_modal(const QWidget& widget) {
 
 bool is_covered(const QWidget& widget) { return layer_over(widget) != nullptr; }
 
+void give_focus(QWidget& widget) {
+  if (auto* shell = dynamic_cast<Shell*>(widget.window()))
+    shell->give_focus(widget);
+  else
+    widget.setFocus(Qt::OtherFocusReason);
+}
+
 void pass_release_on(const QWidget& widget, QPointF place) {
   const ModalLayer* layer = layer_over(widget);
   if (layer && layer->released) layer->released(widget.mapToGlobal(place));
@@ -43,8 +53,7 @@ void pass_release_on(const QWidget& widget, QPointF place) {
 ModalLayer::ModalLayer(QtMainWindow& window) : QWidget(parent_for(window)), window_(window) {
   setFocusPolicy(Qt::StrongFocus);
   setObjectName(QStringLiteral("modal"));
-  if (covers_window()) {
-    covered_before_ = window.shell()->cover();
+  if (dynamic_cast<Shell*>(parentWidget())) {
     focus_before_ = window.shell()->focusWidget();
   } else {
     setWindowFlags(Qt::Dialog);
@@ -54,8 +63,7 @@ ModalLayer::ModalLayer(QtMainWindow& window) : QWidget(parent_for(window)), wind
 
 void ModalLayer::uncover() {
   hide();
-  if (covers_window() && window_.shell() && window_.shell()->cover() == this)
-    window_.shell()->set_cover(covered_before_);
+  if (covers_window() && window_.shell()) window_.shell()->drop_cover(this);
 }
 
 void ModalLayer::prepare(QWidget& sheet, QSize own_window) {
@@ -71,12 +79,8 @@ void ModalLayer::run(QWidget& sheet, QSize own_window) {
   if (ended_) return;
   prepare(sheet, own_window);
   const QPointer<ModalLayer> alive(this);
-  const QPointer<QWidget> focus_before(focus_before_);
   window_.let_pointer_go();
-  if (covers_window()) {
-    window_.shell()->set_cover(this);
-    raise();
-  }
+  if (covers_window()) window_.shell()->push_cover(this, focus_before_);
   sheet.show();
   show();
   const QWidget* focus = window()->focusWidget();
@@ -87,7 +91,6 @@ void ModalLayer::run(QWidget& sheet, QSize own_window) {
   if (!alive) return;
   loop_ = nullptr;
   uncover();
-  if (focus_before) focus_before->setFocus();
 }
 
 // The first control, but rather one to be filled in or pressed than a picture.

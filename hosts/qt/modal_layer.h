@@ -1,7 +1,8 @@
 // Covers the window while something modal is shown on it, or is a window of its own when there is
-// none to cover.
+// none to cover. Whatever opens while another one stands opens above it.
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -46,13 +47,14 @@ class ModalLayer : public QWidget {
   void focus_first();
 
   QtMainWindow& window_;
-  QWidget* covered_before_ = nullptr;
-  QWidget* focus_before_ = nullptr;
+  QPointer<QWidget> focus_before_;
   QWidget* sheet_ = nullptr;
   QEventLoop* loop_ = nullptr;
   bool ended_ = false;
 };
 
+// Gives a control the focus, below something modal as soon as that is over.
+void give_focus(QWidget& widget);
 // Whether a widget stands on a modal layer, or below the one that its window shows.
 bool is_modal(const QWidget& widget);
 bool is_covered(const QWidget& widget);

@@ -6,6 +6,7 @@
 
 #include "hosts/qt/accessible_parts.h"
 #include "hosts/qt/drawn_cell.h"
+#include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_shell.h"
 #include "hosts/qt/qt_text.h"
 
@@ -61,7 +62,8 @@ class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
     return items_[cell] = view ? view->accessible_items(cell) : std::vector<Text>();
   }
   void press(int cell) override {
-    if (AccessibleView* view = content_.accessible_view()) view->choose_accessible(cell);
+    AccessibleView* view = content_.accessible_view();
+    if (view && !is_covered(content_)) view->choose_accessible(cell);
   }
   QRect on_screen(const Rect& place) const override {
     return place_on_screen(content_, content_.density(), place);
@@ -139,10 +141,22 @@ class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
   mutable std::map<int, std::vector<Text>> items_;
 };
 
+// What is modal says so: a screen reader stays inside.
+class ModalSheet : public QAccessibleWidget {
+ public:
+  explicit ModalSheet(QWidget* layer) : QAccessibleWidget(layer, QAccessible::Dialog) {}
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.modal = true;
+    return state;
+  }
+};
+
 QAccessibleInterface* make_interface(const QString&, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);
   if (!widget) return nullptr;
   if (auto* content = dynamic_cast<ContentArea*>(widget)) return new DrawnView(content);
+  if (dynamic_cast<ModalLayer*>(widget)) return new ModalSheet(widget);
   if (auto* parts = dynamic_cast<AccessibleParts*>(widget)) return new DrawnControl(widget, *parts);
   return nullptr;
 }

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "hosts/qt/custom_area.h"
+#include "hosts/qt/modal_layer.h"
 #include "hosts/qt/month_calendar.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
@@ -94,6 +95,10 @@ void QtDialog::set_checked(int control, bool checked) {
   if (row && !checked) row->setExclusive(false);
   button->setChecked(checked);
   if (row) row->setExclusive(true);
+}
+
+void QtDialog::focus(int control) {
+  if (QWidget* widget = find(control)) give_focus(*widget);
 }
 
 void QtDialog::set_rows(int control, const std::vector<Text>& rows) {

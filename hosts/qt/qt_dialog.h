@@ -37,9 +37,7 @@ class QtDialog : public Dialog {
   void show(int control, bool shown) override {
     if (QWidget* widget = find(control)) widget->setVisible(shown);
   }
-  void focus(int control) override {
-    if (QWidget* widget = find(control)) widget->setFocus(Qt::OtherFocusReason);
-  }
+  void focus(int control) override;
   void set_rows(int control, const std::vector<Text>& rows) override;
   int selected_row(int control) const override;
   void select_row(int control, int row) override;

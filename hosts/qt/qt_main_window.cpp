@@ -175,11 +175,14 @@ void QtMainWindow::take_calls() {
 }
 
 void QtMainWindow::come_forward() {
-  if (!shell_) return;
-  shell_->setWindowState(shell_->windowState() & ~Qt::WindowMinimized);
-  shell_->show();
-  shell_->raise();
-  shell_->activateWindow();
+  // While the program starts there may be nothing but a question to bring forward.
+  QWidget* window = QApplication::activeModalWidget();
+  if (!window && shell_ && was_shown_) window = shell_;
+  if (!window) return;
+  window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+  window->show();
+  window->raise();
+  window->activateWindow();
 }
 
 bool QtMainWindow::create(TextView, TextView title, int, MessageHandler& handler) {
@@ -230,6 +233,7 @@ void QtMainWindow::move(const Rect& place) {
 
 void QtMainWindow::show() {
   if (!shell_) return;
+  was_shown_ = true;
   shell_->show();
   shell_->content().setFocus();
 }

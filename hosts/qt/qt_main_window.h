@@ -85,6 +85,7 @@ class QtMainWindow : public MainWindow {
   std::map<int, QTimer*> timers_;  // the receiver's
   Size reported_;
   int wait_cursors_ = 0;
+  bool was_shown_ = false;
   bool painted_ = false;
   std::optional<int> quit_code_;
 };

@@ -1,6 +1,7 @@
 #include "hosts/qt/qt_shell.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -139,12 +140,59 @@ void Shell::set_bar(QWidget* bar, int device_height) {
   bar_height_ = bar ? device_height : 0;
   lay_out();
   if (bar_) bar_->show();
-  if (cover_) cover_->raise();
+  keep_order();
 }
 
-void Shell::set_cover(QWidget* cover) {
-  cover_ = cover;
+void Shell::push_cover(QWidget* cover, QWidget* focus_below) {
+  // A menu that stands open would keep the pointer.
+  while (QWidget* menu = QApplication::activePopupWidget()) menu->close();
+  covers_.push_back({cover, focus_below});
   lay_out();
+  keep_order();
+}
+
+void Shell::drop_cover(const QWidget* cover) {
+  const auto found = std::find_if(covers_.begin(), covers_.end(),
+                                  [cover](const Cover& one) { return one.widget == cover; });
+  if (found == covers_.end()) return;
+  const QPointer<QWidget> focus_below = found->focus_below;
+  const auto above = covers_.erase(found);
+  keep_order();
+  if (above == covers_.end())
+    restore_focus(focus_below);
+  else
+    above->focus_below = focus_below;
+}
+
+// The one place that decides what takes input: everything else in the window is off.
+void Shell::keep_order() {
+  std::erase_if(covers_, [](const Cover& one) { return !one.widget; });
+  content_->setEnabled(covers_.empty());
+  if (bar_) bar_->setEnabled(covers_.empty());
+  for (const Cover& one : covers_) {
+    one.widget->setEnabled(one.widget == cover());
+    one.widget->raise();
+  }
+}
+
+void Shell::give_focus(QWidget& widget) {
+  std::size_t above = covers_.size();  // of what is about to cover everything
+  if (content_->isAncestorOf(&widget)) above = 0;
+  for (std::size_t i = 0; i < covers_.size(); ++i)
+    if (covers_[i].widget->isAncestorOf(&widget)) above = i + 1;
+  if (above < covers_.size())
+    covers_[above].focus_below = &widget;
+  else
+    widget.setFocus(Qt::OtherFocusReason);
+}
+
+// What had the focus may be gone, or have been made anew.
+void Shell::restore_focus(QWidget* wanted) {
+  if (wanted && wanted->isEnabled() && wanted->isVisible()) return wanted->setFocus();
+  QWidget* below = cover() ? cover() : content_;
+  for (QWidget* widget : below->findChildren<QWidget*>())
+    if (widget->isVisible() && widget->focusPolicy() & Qt::TabFocus) return widget->setFocus();
+  below->setFocus();
 }
 
 void Shell::add_sheet(QWidget* sheet) {
@@ -165,7 +213,7 @@ void Shell::show_label(const HoverLabel& label) {
   label_->set_label(label);
   label_->setGeometry(density_.logical(label.place).translated(content_->pos()));
   label_->raise();
-  if (cover_) cover_->raise();
+  keep_order();
   label_->show();
 }
 
@@ -176,7 +224,8 @@ void Shell::hide_label() {
 void Shell::lay_out() {
   const int bar = bar_ ? density_.logical(bar_height_) : 0;
   if (bar_) bar_->setGeometry(0, height() - bar, width(), bar);
-  if (cover_) cover_->setGeometry(rect());
+  for (const Cover& one : covers_)
+    if (one.widget) one.widget->setGeometry(rect());
   place_content({0, 0, density_.device(width()), density_.device(height() - bar)});
 }
 
@@ -195,6 +244,14 @@ void Shell::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::ActivationChange)
     events_.send({kMessageActivate, isActiveWindow() ? 1u : 0u, {}, 0});
+}
+
+// Nothing in the window has the focus: what is modal hears the keys all the same.
+void Shell::keyPressEvent(QKeyEvent* event) {
+  if (QWidget* modal = cover())
+    QCoreApplication::sendEvent(modal, event);
+  else
+    QWidget::keyPressEvent(event);
 }
 
 void Shell::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), Qt::white); }

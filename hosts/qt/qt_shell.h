@@ -3,9 +3,11 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <vector>
 
 #include "hosts/qt/density.h"
 #include "hosts/qt/qt_pointer.h"
@@ -59,9 +61,14 @@ class Shell : public QWidget {
 
   // The bar stands at the bottom edge; null: none.
   void set_bar(QWidget* bar, int device_height);
-  // Covers everything while something modal is shown; null: nothing.
-  void set_cover(QWidget* cover);
-  QWidget* cover() const { return cover_; }
+  // What is modal covers everything, one above the other: only the last takes the pointer and the
+  // keyboard, and all that lies below is off until it is dropped, whatever is made or moved there
+  // meanwhile. `focus_below` gets the keyboard back then.
+  void push_cover(QWidget* cover, QWidget* focus_below);
+  void drop_cover(const QWidget* cover);
+  QWidget* cover() const { return covers_.empty() ? nullptr : covers_.back().widget.data(); }
+  // Gives the focus to a widget of this window, below a cover as soon as that is dropped.
+  void give_focus(QWidget& widget);
   void add_sheet(QWidget* sheet);  // fills the content area
   void place_content(const Rect& place);
   void lay_out();  // content and bar in their usual places
@@ -72,14 +79,22 @@ class Shell : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  struct Cover {
+    QPointer<QWidget> widget;
+    QPointer<QWidget> focus_below;
+  };
+  void keep_order();
+  void restore_focus(QWidget* wanted);
+
   const Density& density_;
   ShellEvents& events_;
   ContentArea* content_;
   QWidget* bar_ = nullptr;
-  QWidget* cover_ = nullptr;
+  std::vector<Cover> covers_;
   HoverText* label_ = nullptr;
   int bar_height_ = 0;
   QTimer resize_pause_;

@@ -112,14 +112,14 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
                        const std::vector<std::string>& files) {
   if (files.empty() || !store) return;
   if (const auto own = own_file_among(paths, files); !own.empty()) {
-    session.host.boxes.show(to_utf16(own + " is one of the calendar's own files."), u"Error",
-                            BoxIcon::error, BoxButtons::ok, true);
+    session.application.host().boxes.show(to_utf16(own + " is one of the calendar's own files."),
+                                          u"Error", BoxIcon::error, BoxButtons::ok, true);
     return;
   }
   const Language language =
       session.host.locale.russian_resources() ? Language::russian : Language::english;
-  if (import_after_preview(files, *store, session.host.clock, session.host.dialogs,
-                           session.host.boxes, language))
+  const Host& host = session.application.host();
+  if (import_after_preview(files, *store, host.clock, host.dialogs, host.boxes, language))
     session.host.window.post({kMessageRefresh, 0, {}, 0});
 }
 
@@ -131,7 +131,7 @@ void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& part
         outbox.hand_over(record.fields.subject, export_appointment(store, record, parts.clock));
     if (!handed) std::cerr << "orvello: " << handed.reason() << "\n";
     if (handed && !handed->mailed)
-      session.host.boxes.show(u"Saved to " + to_utf16(handed->path), u"Orvello");
+      session.application.host().boxes.show(u"Saved to " + to_utf16(handed->path), u"Orvello");
     return static_cast<bool>(handed);
   };
   store.set_transport(hand_over, hand_over);
@@ -157,9 +157,12 @@ bool print_turns(Session& session) {
 int run_window(int argc, char** argv, const WindowParts& parts) {
   Session session(argc, argv, parts, parts.line.measure_start || parts.line.measure_turn);
   EmbeddedStore* store = parts.store;
-  session.qt.on_files([&](std::vector<std::string> files) {
-    import_files_here(session, store, parts.paths, files);
-  });
+  const auto import_later = [&session, &parts](std::vector<std::string> files) {
+    session.application.when_free([&session, &parts, files = std::move(files)] {
+      import_files_here(session, parts.store, parts.paths, files);
+    });
+  };
+  session.qt.on_files(import_later);
   if (parts.line.measure_start) {
     session.qt.on_first_paint([&] {
       std::printf("first paint: %ld ms\n", milliseconds_since_start());
@@ -181,9 +184,7 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     store->set_wake([store, &poll] { QTimer::singleShot(0, &poll, [store] { store->poll(); }); });
     poll.start(kPollMilliseconds);
   }
-  if (!parts.line.files.empty())
-    QTimer::singleShot(0, &poll,
-                       [&] { import_files_here(session, store, parts.paths, parts.line.files); });
+  if (!parts.line.files.empty()) import_later(parts.line.files);
   const int code = session.qt.run();
   if (store) {
     store->set_wake({});

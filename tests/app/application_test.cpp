@@ -105,6 +105,29 @@ TEST_F(ApplicationTest, SurvivesMissingInkAndAStoreThatCannotBeOpened) {
   EXPECT_GE(drawings(), 1);  // an empty month
 }
 
+// A second start's files, a command and a reconnect that come while the start-up asks something.
+TEST_F(ApplicationTest, WhatComesDuringTheStartWaitsForItsEnd) {
+  device.input.missing = {u"inkx.dll"};
+  bool called = false;
+  device.boxes.meanwhile = [&] {
+    device.boxes.meanwhile = nullptr;
+    application->when_free([&] { called = true; });
+    device.window.post({kMessageCommand, kCommandYearView, {}, 0});
+    device.window.post({kMessageReconnect, 0, {}, 0});
+    device.window.pump();
+    EXPECT_FALSE(called);
+    EXPECT_EQ(mode(), ViewMode::none_yet);
+    EXPECT_EQ(device.store.applications_created, 0);
+  };
+  start();
+  EXPECT_FALSE(called);
+  EXPECT_EQ(mode(), ViewMode::month);
+  device.window.pump();
+  EXPECT_TRUE(called);
+  EXPECT_EQ(mode(), ViewMode::year);
+  EXPECT_EQ(device.store.applications_created, 2);
+}
+
 TEST_F(ApplicationTest, ABadSettingsVolumeIsNamedOnceAtTheStart) {
   EnsureSettingsKey(device.registry);
   WriteTextSetting(device.registry, u"activeprofilename", u"Work");

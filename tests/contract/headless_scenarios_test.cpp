@@ -6,7 +6,10 @@ namespace {
 
 class HeadlessDevice : public ScenarioDevice {
  public:
-  HeadlessDevice() { device_.files.present.insert(u"\\Program Files\\Orvello\\settings.vol"); }
+  HeadlessDevice() {
+    answer(Answer::dismiss);
+    device_.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
+  }
   Host host() override { return device_.host(); }
   MemoryStore& store() override { return device_.store; }
   void press(Point point) override { device_.window.press(point); }
@@ -35,8 +38,16 @@ class HeadlessDevice : public ScenarioDevice {
   void header_tap(Point point) override { day().tap(kControlDayHeader, point); }
   Point row_center(int row) override { return day().rows(kControlDayList).point_of(row); }
   void let_timer_fire(int id) override { day().fire_timer(id); }
+  void meanwhile(std::function<void()> happens) override { happens_ = std::move(happens); }
+  void key_anywhere(std::uint32_t key_code) override {
+    HeadlessDialog& dialog = modal_ ? *modal_ : day();
+    dialog.key(dialog.focused, key_code);
+  }
   void answer(Answer answer) override {
-    device_.dialogs.person = [answer](HeadlessDialog& dialog) {
+    device_.dialogs.person = [this, answer](HeadlessDialog& dialog) {
+      modal_ = &dialog;
+      if (const auto happens = std::exchange(happens_, nullptr)) happens();
+      modal_ = nullptr;
       if (answer == Answer::accept) dialog.press(kControlOk);
       if (answer == Answer::first_row)
         dialog.tap(kControlDayList, dialog.rows(kControlDayList).point_of(0));
@@ -51,6 +62,8 @@ class HeadlessDevice : public ScenarioDevice {
  private:
   HeadlessDialog& day() { return *device_.dialogs.modeless; }
   HeadlessHost device_;
+  HeadlessDialog* modal_ = nullptr;
+  std::function<void()> happens_;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, Scenarios, HeadlessDevice);

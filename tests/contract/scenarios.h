@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -46,8 +47,11 @@ class ScenarioDevice {
   enum class Answer { dismiss, accept, first_row };
   virtual void answer(Answer answer) = 0;
   virtual void pick(std::uint32_t command) = 0;
-  virtual std::vector<int> opened() = 0;  // the dialogs so far, by template
-  virtual void settle() = 0;              // until what was posted has been handled
+  // What happens while the next modal window stands, before the person answers it.
+  virtual void meanwhile(std::function<void()> happens) = 0;
+  virtual void key_anywhere(std::uint32_t key_code) = 0;  // to whatever has the keyboard
+  virtual std::vector<int> opened() = 0;                  // the dialogs so far, by template
+  virtual void settle() = 0;                              // until what was posted has been handled
 };
 
 template <typename Device>
@@ -255,6 +259,45 @@ TYPED_TEST_P(Scenarios, ATurnedScreenKeepsTheViewAndFillsIt) {
   EXPECT_EQ(this->shown(), (MonthDayYear{11, 9, 2026}));
 }
 
+TYPED_TEST_P(Scenarios, WhatIsModalStaysSoAndWhatComesMeanwhileWaits) {
+  this->add({11, 21, 2026}, 9, u"Dentist");
+  this->start();
+  this->device.choose(kCommandDayView);
+  this->settle();
+  std::vector<int> calls;
+  this->device.meanwhile([&] {
+    for (const int call : {1, 2})
+      this->application->when_free([&calls, call] { calls.push_back(call); });
+    this->device.host().window.post({kMessageCommand, kCommandYearView, {}, 0});
+    this->device.turn({320, 240});
+    this->device.settle();
+    this->device.key_anywhere(kKeyRight);
+    EXPECT_EQ(this->application->state().layout.work.width, 320);
+    EXPECT_EQ(this->mode(), ViewMode::day);
+    EXPECT_EQ(this->shown(), (MonthDayYear{11, 21, 2026})) << "the list below got the key";
+    EXPECT_TRUE(calls.empty());
+  });
+  this->device.answer(ScenarioDevice::Answer::accept);
+  this->list_key(kKeyPageDown);
+  this->list_key(kKeyDelete);
+  EXPECT_EQ(this->count_opened(kDialogDelete), 1);
+  EXPECT_TRUE(this->device.store().oids({}, {}).empty());
+  EXPECT_EQ(calls, (std::vector<int>{1, 2}));
+  EXPECT_EQ(this->mode(), ViewMode::year);
+}
+
+TYPED_TEST_P(Scenarios, TheListBelowIsUsedAgainAfterATurnedScreen) {
+  this->start();
+  this->device.choose(kCommandDayView);
+  this->settle();
+  this->device.meanwhile([&] { this->device.turn({320, 240}); });
+  this->device.header_tap({5, 5});  // the calendar
+  this->settle();
+  EXPECT_EQ(this->count_opened(kDialogDate), 1);
+  this->device.key_anywhere(kKeyRight);
+  EXPECT_EQ(this->shown(), (MonthDayYear{11, 22, 2026}));
+}
+
 TYPED_TEST_P(Scenarios, AChangeInTheStoreIsDrawn) {
   this->start();
   const int requests = this->application->redraw_requests();
@@ -269,6 +312,8 @@ REGISTER_TYPED_TEST_SUITE_P(Scenarios, ThePenTurnsMonthsAndYears, KeysAndWheelMo
                             AHoldOpensThePopupAndATapInItTheDay, TheYearLeadsToItsMonthsAndDays,
                             ThePenReadsNotesAndTurnsDays,
                             AnAppointmentIsCarriedAndDeletedByMenuAndKeys,
-                            ATurnedScreenKeepsTheViewAndFillsIt, AChangeInTheStoreIsDrawn);
+                            ATurnedScreenKeepsTheViewAndFillsIt,
+                            WhatIsModalStaysSoAndWhatComesMeanwhileWaits,
+                            TheListBelowIsUsedAgainAfterATurnedScreen, AChangeInTheStoreIsDrawn);
 
 }  // namespace orvello

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -215,6 +216,74 @@ TEST(Dialog, NothingBelowAModalOneIsReachedAndThePenIsLetGo) {
   });
   EXPECT_FALSE(pen_down);
   EXPECT_EQ(test.recorder.count(kMessageKeyDown), 0);
+}
+
+// As a turned screen has the view below made anew, with another menu bar.
+TEST(Dialog, WhatIsMadeBelowAModalOneGetsNothingUntilThatIsOver) {
+  TestWindow test;
+  test.show();
+  ModalRun modal(test);
+  Listener below_log;
+  DialogTemplate list;
+  list.id = 510;
+  list.controls = {{Kind::custom, 20, u"List", {0, 0, 240, 200}}};
+  std::unique_ptr<Dialog> below;
+  modal.run([&] {
+    auto* bar = new QPushButton(QStringLiteral("New"), test.window->shell());
+    test.window->shell()->set_bar(bar, 30);
+    below = modal.dialogs.open_modeless(list, below_log);
+    below->focus(20);
+    auto* area = test.content()->findChild<QWidget*>(QStringLiteral("control20"));
+    QWidget* cover = test.window->shell()->cover();
+    // The keyboard, the pointer, and what a screen reader may press.
+    EXPECT_TRUE(cover->isAncestorOf(test.window->shell()->focusWidget()));
+    const QPoint middle = test.window->shell()->rect().center();
+    EXPECT_TRUE(cover->isAncestorOf(test.window->shell()->childAt(middle)));
+    EXPECT_NE(bar, test.window->shell()->childAt(bar->geometry().center()));
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(area)->state().disabled);
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(bar)->state().disabled);
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(cover)->state().modal);
+    // One more above it, and back.
+    QtMessageBoxes boxes(*test.window);
+    QTimer::singleShot(50, [&] {
+      EXPECT_FALSE(cover->isEnabled());
+      test.window->shell()->close();
+    });
+    boxes.show(u"text", u"caption", BoxIcon::none, BoxButtons::ok, true);
+    EXPECT_EQ(test.window->shell()->cover(), cover);
+    EXPECT_TRUE(cover->isAncestorOf(test.window->shell()->focusWidget()));
+    EXPECT_FALSE(area->isEnabled());
+    test.window->shell()->close();
+  });
+  EXPECT_EQ(below_log.count(Event::key, 20), 0);
+  auto* area = test.content()->findChild<QWidget*>(QStringLiteral("control20"));
+  EXPECT_TRUE(area->hasFocus()) << "as it was wanted while it could not be";
+  test.window->shell()->set_bar(nullptr, 0);
+}
+
+// A box that came before the window was shown keeps the window from taking input: what opens then
+// has to stand above it.
+TEST(Dialog, WhatOpensWhileABoxStandsAloneStandsAboveIt) {
+  TestWindow test;
+  ModalRun modal(test);
+  QtMessageBoxes boxes(*test.window);
+  modal.listener.act = [](Dialog& dialog, const DialogEvent& event) {
+    if (event.kind == Event::command && event.control == 1) dialog.close(42);
+  };
+  int result = 0;
+  QTimer::singleShot(50, [&] {
+    QWidget* box = QApplication::activeModalWidget();
+    test.window->show();
+    result = modal.run([&] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      ASSERT_NE(dialog, box);
+      dialog->findChild<QPushButton*>(QStringLiteral("control1"))->click();
+    });
+    EXPECT_EQ(QApplication::activeModalWidget(), box);
+    box->close();
+  });
+  boxes.show(u"Unable to load", u"Error", BoxIcon::warning, BoxButtons::ok, false);
+  EXPECT_EQ(result, 42);
 }
 
 TEST(Dialog, QuittingEndsAModalOne) {

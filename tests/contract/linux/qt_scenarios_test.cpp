@@ -94,6 +94,11 @@ class QtDevice : public ScenarioDevice {
   void let_timer_fire(int) override {
     for (int i = 0; i < 14; ++i) QTest::qWait(50);
   }
+  void meanwhile(std::function<void()> happens) override { happens_ = std::move(happens); }
+  void key_anywhere(std::uint32_t key_code) override {
+    QWidget* focus = shell()->focusWidget();
+    click_key(focus ? focus : shell(), key_code, false);
+  }
   void answer(Answer answer) override { answer_ = answer; }
   void pick(std::uint32_t command) override { pick_ = command; }
   std::vector<int> opened() override { return opened_; }
@@ -112,6 +117,7 @@ class QtDevice : public ScenarioDevice {
     for (const QWidget* form : cover->findChildren<QWidget*>())
       if (form->objectName().startsWith(QStringLiteral("dialog")))
         opened_.push_back(form->objectName().mid(6).toInt());
+    if (const auto happens = std::exchange(happens_, nullptr)) happens();
     auto* rows = dynamic_cast<QListView*>(control(*cover, kControlDayList));
     auto* ok = dynamic_cast<QAbstractButton*>(control(*cover, kControlOk));
     if (answer_ == Answer::first_row && rows)
@@ -181,6 +187,7 @@ class QtDevice : public ScenarioDevice {
   Answer answer_ = Answer::dismiss;
   std::uint32_t pick_ = 0;
   std::vector<int> opened_;
+  std::function<void()> happens_;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, Scenarios, QtDevice);
