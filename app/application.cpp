@@ -32,6 +32,7 @@ struct MessageTable {
       {kMessageSettingChange, &Application::on_setting_change},
       {kMessageSnapshot, &Application::on_snapshot},
       {kMessageFree, &Application::on_free},
+      {kMessageDrawingFailed, &Application::on_drawing_failed},
       {kMessageRefresh, &Application::on_refresh},
       {kMessageReconnect, &Application::on_refresh},
       {kMessageRefresh401, &Application::on_refresh},
@@ -98,6 +99,11 @@ void Application::send_command(std::uint32_t command) { run_command(command); }
 
 bool Application::on_free(const Message&) {
   modality_.run_next();
+  return true;
+}
+
+bool Application::on_drawing_failed(const Message&) {
+  worker_.rethrow_failure();
   return true;
 }
 

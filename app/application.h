@@ -107,6 +107,7 @@ class Application : public MessageHandler,
   bool on_refresh(const Message&);
   bool on_snapshot(const Message&);
   bool on_free(const Message&);
+  bool on_drawing_failed(const Message&);
 
   // Commands.
   void new_appointment();

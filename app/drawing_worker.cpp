@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "app/messages.h"
+
 namespace orvello {
 namespace {
 
@@ -59,6 +61,15 @@ bool DrawingWorker::wait_until_idle(std::chrono::milliseconds limit) {
   return idle_.wait_for(lock, limit, [this] { return !requested_ && !busy_; });
 }
 
+void DrawingWorker::rethrow_failure() {
+  std::exception_ptr failure;
+  {
+    std::lock_guard lock(request_lock_);
+    failure = std::exchange(failure_, nullptr);
+  }
+  if (failure) std::rethrow_exception(failure);
+}
+
 void DrawingWorker::run() {
   for (;;) {
     ViewDrawing drawing;
@@ -71,9 +82,18 @@ void DrawingWorker::run() {
       busy_ = true;
       draw_state_ = kDrawing;
     }
-    draw(drawing);
+    std::exception_ptr failure;
+    try {
+      draw(drawing);
+    } catch (...) {
+      failure = std::current_exception();
+    }
     drawing = nullptr;  // frees the snapshot before anyone is told that this is over
     std::lock_guard lock(request_lock_);
+    if (failure) {
+      failure_ = failure;
+      window_.post({kMessageDrawingFailed, 0, {}, 0});
+    }
     busy_ = false;
     idle_.notify_all();
   }

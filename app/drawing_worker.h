@@ -9,6 +9,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -44,6 +45,8 @@ class DrawingWorker {
   void set_surface(std::unique_ptr<Surface> surface);
   void copy_to_window(Size size);
   int draw_state() const { return draw_state_.load(); }
+  // Throws again, here, what ended a drawing: no memory left, mostly.
+  void rethrow_failure();
   // Waits until no drawing is requested or under way; false after the time given.
   bool wait_until_idle(std::chrono::milliseconds limit);
 
@@ -56,12 +59,13 @@ class DrawingWorker {
   std::thread thread_;
   std::atomic<int> draw_state_{kDrawFinished};
 
-  std::mutex request_lock_;  // guards the three below: the draw event and what it announces
+  std::mutex request_lock_;  // guards the four below: the draw event and what it announces
   std::condition_variable draw_event_;
   std::condition_variable idle_;
   ViewDrawing requested_;
   bool busy_ = false;
   bool stopping_ = false;
+  std::exception_ptr failure_;
 
   std::mutex draw_lock_;  // held by the worker while it draws
   std::unique_ptr<Surface> surface_;

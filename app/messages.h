@@ -27,6 +27,7 @@ inline constexpr std::uint32_t kMessageReconnect = 0x403;
 inline constexpr std::uint32_t kMessageRefresh = 0x406;
 inline constexpr std::uint32_t kMessageSnapshot = 0x3FC;  // a drawing was requested
 inline constexpr std::uint32_t kMessageFree = 0x3FB;      // a call that waits may run
+inline constexpr std::uint32_t kMessageDrawingFailed = 0x3FA;
 inline constexpr std::uint32_t kMessageRefresh401 = 0x401;
 inline constexpr std::uint32_t kMessageRefresh3FD = 0x3FD;
 

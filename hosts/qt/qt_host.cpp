@@ -7,6 +7,7 @@
 #include "hosts/linux/desktop_input.h"
 #include "hosts/linux/linux_files.h"
 #include "hosts/linux/system_clock.h"
+#include "hosts/qt/guarded_application.h"
 #include "hosts/qt/qt_dialogs.h"
 #include "hosts/qt/qt_locale.h"
 #include "hosts/qt/qt_main_window.h"
@@ -17,6 +18,8 @@
 
 namespace orvello {
 namespace {
+
+constexpr int kExitFailed = 1;
 
 QtWindowOptions window_options(const QtHostOptions& options) {
   QtWindowOptions result;
@@ -29,7 +32,7 @@ QtWindowOptions window_options(const QtHostOptions& options) {
   return result;
 }
 
-std::unique_ptr<QApplication> make_application(int& argc, char** argv, bool offscreen) {
+std::unique_ptr<GuardedApplication> make_application(int& argc, char** argv, bool offscreen) {
   if (QCoreApplication::instance()) return nullptr;
   if (offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
   // The program brings its own look: asking the desktop for its colours and fonts costs time.
@@ -39,7 +42,7 @@ std::unique_ptr<QApplication> make_application(int& argc, char** argv, bool offs
   QCoreApplication::setApplicationName(QStringLiteral("orvello"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvello"));
   QGuiApplication::setDesktopFileName(QStringLiteral("orvello"));
-  auto application = std::make_unique<QApplication>(argc, argv);
+  auto application = std::make_unique<GuardedApplication>(argc, argv);
   QGuiApplication::setQuitOnLastWindowClosed(false);
   return application;
 }
@@ -76,7 +79,13 @@ struct QtHost::Parts {
 QtHost::QtHost(int& argc, char** argv, QtHostOptions options, Registry& registry,
                RecordDatabases& databases, CalendarStore& store)
     : application_(make_application(argc, argv, options.offscreen)),
-      parts_(std::make_unique<Parts>(options, registry, databases, store)) {}
+      parts_(std::make_unique<Parts>(options, registry, databases, store)) {
+  if (!application_) return;
+  application_->failed = [this](const std::string& sentence) {
+    parts_->boxes.show(to_utf16(sentence), u"Error", BoxIcon::error, BoxButtons::ok, true);
+    parts_->window.post_quit(kExitFailed);
+  };
+}
 
 QtHost::~QtHost() = default;
 
@@ -84,6 +93,12 @@ Host QtHost::host() {
   Parts& p = *parts_;
   return {p.clock,  p.locale,   p.registry, p.files,   p.databases, p.surfaces,
           p.window, p.menu_bar, p.boxes,    p.dialogs, p.store,     p.input};
+}
+
+bool QtHost::guard(const std::function<void()>& action) {
+  if (application_) return application_->guard(action);
+  action();
+  return true;
 }
 
 int QtHost::run() { return parts_->window.run(); }

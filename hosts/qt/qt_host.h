@@ -15,9 +15,9 @@
 #include "ports/record_databases.h"
 #include "ports/registry.h"
 
-class QApplication;
-
 namespace orvello {
+
+class GuardedApplication;
 
 struct QtHostOptions {
   Paths paths;                      // folders that exist
@@ -41,6 +41,11 @@ class QtHost {
 
   Host host();
 
+  // Does something from outside the message loop. False when it failed in a way that nothing
+  // caught, such as no memory being left: the person has been told, as of what fails inside the
+  // loop, and the loop ends with 1.
+  bool guard(const std::function<void()>& action);
+
   // Runs the message loop until the quit message; its code.
   int run();
 
@@ -59,7 +64,7 @@ class QtHost {
 
  private:
   struct Parts;
-  std::unique_ptr<QApplication> application_;
+  std::unique_ptr<GuardedApplication> application_;
   std::unique_ptr<Parts> parts_;
 };
 

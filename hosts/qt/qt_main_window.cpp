@@ -10,6 +10,7 @@
 #include <deque>
 #include <filesystem>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include "app/messages.h"
@@ -24,6 +25,8 @@ namespace {
 constexpr int kFirstWidth = 480, kFirstHeight = 640;  // logical pixels
 constexpr int kLeastWidth = 240, kLeastHeight = 240;  // design units
 
+constexpr int kFrameMilliseconds = 150;  // a window manager puts a frame on within these
+
 constexpr const char* kQuitPosted = "quitPosted";
 
 // A quit that came while the main loop did not run would end every later loop of the process at
@@ -34,6 +37,16 @@ void forget_last_quit() {
   application->setProperty(kQuitPosted, false);
   QTimer::singleShot(0, application, &QCoreApplication::quit);
   QApplication::exec();
+}
+
+// What the screens have room for beside panels, logical pixels.
+std::vector<Rect> screen_rooms() {
+  std::vector<Rect> rooms;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const QRect room = screen->availableGeometry();
+    rooms.push_back({room.x(), room.y(), room.width(), room.height()});
+  }
+  return rooms;
 }
 
 Rect from_qt(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
@@ -120,9 +133,7 @@ Rect QtMainWindow::first_place() const {
   if (options_.screen)
     return {0, 0, density_.logical(options_.screen->width),
             density_.logical(options_.screen->height)};
-  std::vector<Rect> screens;
-  for (const QScreen* screen : QGuiApplication::screens())
-    screens.push_back(from_qt(screen->availableGeometry()));
+  const std::vector<Rect> screens = screen_rooms();
   Rect place;
   if (const auto kept = load_window_place(options_.place_file)) {
     place = *kept;
@@ -195,13 +206,37 @@ bool QtMainWindow::create(TextView, TextView title, int, MessageHandler& handler
   if (options_.screen) {
     shell_->setFixedSize(place_.width, place_.height);
   } else {
-    shell_->setMinimumSize(density_.scaled(kLeastWidth), density_.scaled(kLeastHeight));
+    set_least_size();
     shell_->setGeometry(to_qt(place_));
   }
   shell_->lay_out();  // the create message may ask for places already
   reported_ = screen().resolution;
   send({kMessageCreate, 0, {}, 0});
   return shell_ != nullptr;
+}
+
+// What is comfortable, as far as the screen has it.
+void QtMainWindow::set_least_size() {
+  const QScreen* screen = QGuiApplication::screenAt({place_.center().x, place_.center().y});
+  QSize least(density_.scaled(kLeastWidth), density_.scaled(kLeastHeight));
+  if (screen) least = least.boundedTo(screen->availableSize());
+  shell_->setMinimumSize(least);
+}
+
+// The desktop's frame is known only once the window is shown with it, and it must be on the screen
+// as well: on a small one the close button or the menu bar would else lie beside it.
+void QtMainWindow::fit_frame() {
+  if (!shell_ || options_.screen || shell_->isMaximized() || shell_->isFullScreen()) return;
+  const std::vector<Rect> screens = screen_rooms();
+  const QRect frame = shell_->frameGeometry(), inside = shell_->geometry();
+  const Rect fitting =
+      clamp_to_screens(from_qt(frame), screens.data(), static_cast<int>(screens.size()));
+  if (fitting == from_qt(frame)) return;
+  const QRect place =
+      to_qt(fitting).adjusted(inside.left() - frame.left(), inside.top() - frame.top(),
+                              inside.right() - frame.right(), inside.bottom() - frame.bottom());
+  shell_->setMinimumSize(shell_->minimumSize().boundedTo(place.size()));
+  shell_->setGeometry(place);
 }
 
 void QtMainWindow::destroy() {
@@ -233,7 +268,8 @@ void QtMainWindow::move(const Rect& place) {
 
 void QtMainWindow::show() {
   if (!shell_) return;
-  was_shown_ = true;
+  if (!std::exchange(was_shown_, true))
+    QTimer::singleShot(kFrameMilliseconds, receiver_.get(), [this] { fit_frame(); });
   shell_->show();
   shell_->content().setFocus();
 }

@@ -71,6 +71,8 @@ class QtMainWindow : public MainWindow {
   void take_calls();
   void come_forward();
   void remember_place();
+  void set_least_size();
+  void fit_frame();
   Rect first_place() const;
 
   QtWindowOptions options_;

@@ -177,7 +177,9 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
       QTimer::singleShot(kRestMilliseconds, &poll, [&] { measured = print_turns(session); });
     });
   }
-  if (session.application.start_up() != StartResult::running) return kExitNoWindow;
+  StartResult started = StartResult::no_window;
+  if (!session.qt.guard([&] { started = session.application.start_up(); })) return kExitFailure;
+  if (started != StartResult::running) return kExitNoWindow;
   if (store) {
     open_outbox(session, *store, parts);
     QObject::connect(&poll, &QTimer::timeout, [store] { store->poll(); });
@@ -202,8 +204,9 @@ int run_render(int argc, char** argv, const WindowParts& given) {
     return kExitFailure;
   }
   session.application.draw_requested();
-  const std::string picture =
-      session.application.worker().wait_until_idle(kDrawLimit) ? session.qt.window_picture() : "";
+  const bool drawn = session.application.worker().wait_until_idle(kDrawLimit);
+  session.application.worker().rethrow_failure();
+  const std::string picture = drawn ? session.qt.window_picture() : "";
   if (picture.empty()) {
     std::cerr << "orvello: the picture could not be drawn\n";
     return kExitFailure;

@@ -53,6 +53,20 @@ TEST_F(DrawingWorkerTest, ANewRequestMakesTheDrawingUnderWayStale) {
   EXPECT_GE(window.invalidations(), 1);
 }
 
+TEST_F(DrawingWorkerTest, WhatADrawingThrowsIsThrownOnceWhereItCanBeTold) {
+  worker.request([](Canvas&, const std::atomic<int>&, const std::function<void()>&) -> bool {
+    throw std::bad_alloc();
+  });
+  ASSERT_TRUE(worker.wait_until_idle(10s));
+  EXPECT_EQ(published, 0);
+  EXPECT_THROW(worker.rethrow_failure(), std::bad_alloc);
+  worker.rethrow_failure();
+  std::atomic<int> last{0};
+  worker.request(noted(last, 3));
+  ASSERT_TRUE(worker.wait_until_idle(10s));
+  EXPECT_EQ(last, 3);
+}
+
 TEST_F(DrawingWorkerTest, ManyRequestsEndWithTheNewestDrawing) {
   std::atomic<int> last{0};
   for (int i = 1; i <= 1000; ++i) worker.request(noted(last, i));

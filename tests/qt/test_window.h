@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/messages.h"
+#include "hosts/qt/guarded_application.h"
 #include "hosts/qt/qt_main_window.h"
 
 namespace orvello {
@@ -23,7 +24,7 @@ inline void need_application() {
   static char name[] = "test";
   static char* argv[] = {name, nullptr};
   QApplication::setDesktopSettingsAware(false);
-  static auto* application = new QApplication(argc, argv);
+  static auto* application = new GuardedApplication(argc, argv);
   application->setQuitOnLastWindowClosed(false);
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QCloseEvent>
+#include <QScreen>
 #include <thread>
 
 #include "hosts/linux/window_place.h"
@@ -134,6 +135,28 @@ TEST(Window, ATimerMayDestroyTheWindow) {
   settle();
 }
 
+TEST(Window, NothingThatAnEventThrowsReachesTheToolkitAndItIsToldOnce) {
+  TestWindow test;
+  test.show();
+  auto* application = dynamic_cast<GuardedApplication*>(QCoreApplication::instance());
+  ASSERT_NE(application, nullptr);
+  std::vector<std::string> told;
+  application->failed = [&](const std::string& sentence) {
+    told.push_back(sentence);
+    test.window->post_quit(1);
+  };
+  test.recorder.on_message = [](const Message& message) {
+    if (message.id == kMessageTimer) throw std::bad_alloc();
+    return false;
+  };
+  test.window->start_timer(5, 1);
+  EXPECT_EQ(test.window->run(), 1);
+  EXPECT_FALSE(application->guard([] { throw std::runtime_error("again"); }));
+  application->failed = nullptr;
+  ASSERT_EQ(told.size(), 1u);
+  EXPECT_EQ(told[0], "There is not enough memory to go on. What was saved is safe.");
+}
+
 TEST(Window, QuittingBeforeTheLoopEndsItAtOnce) {
   TestWindow test;
   test.window->post_quit(7);
@@ -168,6 +191,30 @@ TEST(Window, RemembersItsPlaceUnlessTheScreenIsFixed) {
   settle();
   window.destroy();
   EXPECT_EQ(load_window_place(folder / "window"), (Rect{40, 50, 333, 444}));
+}
+
+// Also with its frame, of which the offscreen platform gives it two pixels all round, and where the
+// place is remembered from a larger screen.
+TEST(Window, StandsWhollyOnTheScreen) {
+  need_application();
+  TemporaryFolder folder;
+  const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+  const int dpi = std::max(room.width(), room.height());  // 240 units are more than the screen
+  for (const Rect& kept : {Rect{5000, -900, 600, 400}, Rect{0, 0, 9000, 9000}, Rect{}}) {
+    if (kept.empty())
+      std::filesystem::remove(folder / "window");
+    else
+      ASSERT_TRUE(save_window_place(folder / "window", kept));
+    QtWindowOptions options = remembered_in(folder.path());
+    if (kept.empty()) options.dpi = dpi;
+    Recorder recorder;
+    QtMainWindow window(options);
+    window.create(u"Orvello", u"Orvello", 0, recorder);
+    window.show();
+    EXPECT_TRUE(wait_until([&] { return room.contains(window.shell()->frameGeometry()); }))
+        << kept.width;
+    EXPECT_LT(window.shell()->width(), window.shell()->frameGeometry().width());
+  }
 }
 
 TEST(WindowPlace, IsBroughtBackToAScreenThatExists) {
