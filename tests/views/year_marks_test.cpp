@@ -83,6 +83,12 @@ TEST_F(YearMarksTest, OnlyWhatPassesTheProfile) {
   const auto work = [](TextView categories) { return categories == u"Work"; };
   EXPECT_EQ(marked(2026, 0, work), "5/4 5/5 ");
   EXPECT_EQ(count_days(source(), 46146, 46148, work, 0), (std::vector<int>{1, 1, 0}));
+  // A hidden one says nothing about its days, and hides none that lie inside it.
+  items.clear();
+  add(day(5, 4, 2026), day(5, 9, 2026), u"Home");
+  add(day(5, 4, 2026), day(5, 4, 2026, 1), u"Work");
+  add(day(5, 6, 2026), day(5, 7, 2026), u"Work");
+  EXPECT_EQ(marked(2026, 0, work), "5/4 5/6 5/7 ");
 }
 
 TEST_F(YearMarksTest, GivesUpForANewerRequest) {
