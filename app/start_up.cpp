@@ -122,7 +122,7 @@ void Application::open_store() {
 void Application::load_conventions() {
   load_locale_conventions(settings_, host_.locale.data());
   loadCategoryProps(volume_, settings_.category_props);
-  loadProfile(volume_, settings_.activeprofilename, settings_.profile_labels);
+  load_active_profile(volume_, settings_);
 }
 
 bool Application::on_destroy(const Message&) {

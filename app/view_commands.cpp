@@ -115,7 +115,7 @@ void Application::select_profile(std::uint32_t command) {
   settings_.activeprofilename = name;
   WriteTextSetting(host_.registry, u"activeprofilename", name);
   FlushSettings(host_.registry);
-  loadProfile(volume_, name, settings_.profile_labels);
+  load_active_profile(volume_, settings_);
   list_profiles();
   if (!changed) return;
   hide_hover_label();

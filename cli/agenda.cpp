@@ -8,7 +8,6 @@
 #include "calendar/date_pictures.h"
 #include "settings/load_settings.h"
 #include "settings/profiles.h"
-#include "settings/program_files.h"
 #include "settings/setting_table.h"
 #include "store/day_label.h"
 
@@ -153,9 +152,7 @@ void load_agenda_settings(SettingsRecord& settings, Registry& registry,
   load_locale_conventions(settings, locale);
   for (const TextView name : {u"timeformat", u"activeprofilename"})
     load_setting(registry, *find_setting(name), 0, locale, settings);
-  // Listing appointments makes no files.
-  if (FileExists(volume.files, settings_volume_path(volume.files)))
-    loadProfile(volume, settings.activeprofilename, settings.profile_labels);
+  load_active_profile(volume, settings);  // which makes no files
 }
 
 std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, std::int32_t to,
@@ -172,7 +169,7 @@ std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, 
                    [](const auto& a, const auto& b) { return a.first < b.first; });
   const Text picture = date_picture(settings.locale);
   std::string out;
-  if (settings.activeprofilename != kAllProfile)
+  if (settings.activeprofilename != kAllProfile && !settings.profile_unread)
     out = "Profile: " + one_line(settings.activeprofilename) + "\n";
   if (rows.empty()) return out + "No Appointments\n";
   std::int32_t shown = from - 1;

@@ -33,6 +33,7 @@ enum class DatabaseError : std::uint32_t {
   file_not_found = 2,
   not_enough_memory = 8,
   invalid_parameter = 87,
+  access_denied = 5,
   disk_full = 112,
   already_exists = 183,
   sharing_violation = 32,  // locked by another process
@@ -52,16 +53,33 @@ struct DatabaseInfo {
   std::uint32_t record_count = 0;
 };
 
+struct ReadRecord {
+  RecordId id = 0;  // names it for write and erase
+  Record properties;
+};
+
+// A database that comes into being with its records.
+struct NewDatabase {
+  Text name;
+  PropertyId sort_property = 0;
+  std::vector<Record> records;
+};
+
 class RecordDatabases {
  public:
   virtual ~RecordDatabases() = default;
-  // Every failing call returns its invalid value or false and leaves the reason here.
+  // Every failing call returns its invalid value or false and leaves the reason here. A volume that
+  // another process has locked is waited for, but for less than half a second in all.
   virtual DatabaseError last_error() const = 0;
 
-  virtual VolumeId mount(TextView path) = 0;  // creates a missing volume file
+  // Creates a missing volume file; one that may only be read can be mounted for reading.
+  virtual VolumeId mount(TextView path) = 0;
   virtual bool unmount(VolumeId volume) = 0;
-  virtual std::vector<DatabaseInfo> enumerate(VolumeId volume) = 0;  // in order of creation
+  // In order of creation; nothing when they could not be read.
+  virtual std::optional<std::vector<DatabaseInfo>> enumerate(VolumeId volume) = 0;
   virtual bool create(VolumeId volume, TextView name, PropertyId sort_property) = 0;
+  // All of them with their records or, also when the process dies, none.
+  virtual bool create_all(VolumeId volume, const std::vector<NewDatabase>& databases) = 0;
   virtual bool remove(VolumeId volume, TextView name) = 0;
 
   // Opens by name, positioned before the first record in the order of `sort_property` (ascending,
@@ -71,13 +89,24 @@ class RecordDatabases {
   virtual void close(DatabaseHandle database) = 0;
   virtual std::optional<DatabaseInfo> info(DatabaseHandle database) = 0;
   virtual bool seek_first(DatabaseHandle database) = 0;
-  // The next record with all its properties; `id` names it for write and erase. Nothing at the end
-  // (last_error none) or on a failure.
-  virtual std::optional<Record> read_next(DatabaseHandle database, RecordId& id) = 0;
+  // The next record with all its properties, nothing at the end. False when it could not be read.
+  [[nodiscard]] virtual bool read_next(DatabaseHandle database,
+                                       std::optional<ReadRecord>& next) = 0;
   // Sets the given properties of record `id`, or of a new record when `id` is 0; returns its id, 0
   // on failure.
   virtual RecordId write(DatabaseHandle database, RecordId id, const Record& properties) = 0;
   virtual bool erase(DatabaseHandle database, RecordId id) = 0;
 };
+
+// The way through a database: from where it stands until `visit(properties, id)` is false. False
+// when a record could not be read: then there may be more than was visited.
+template <typename Visit>
+[[nodiscard]] bool each_record(RecordDatabases& databases, DatabaseHandle database, Visit visit) {
+  std::optional<ReadRecord> next;
+  while (databases.read_next(database, next)) {
+    if (!next || !visit(next->properties, next->id)) return true;
+  }
+  return false;
+}
 
 }  // namespace orvello

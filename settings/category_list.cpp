@@ -10,15 +10,20 @@ namespace {
 
 constexpr TextView kError = u"Error";
 
-void read_folders(const FolderText& folder_text, std::vector<Text>& entries) {
+constexpr TextView kNotRead = u"Handle Read Failure";
+
+// False when a folder could not be read.
+bool read_folders(const FolderText& folder_text, std::vector<Text>& entries) {
   Text joined;
+  bool read = true;
   for (const int folder : {kFolderCalendar, kFolderTasks, kFolderContacts}) {
-    const Text text = folder_text(folder);
-    if (text.empty()) continue;
+    const auto text = folder_text(folder);
+    if (!text) read = false;
+    if (!text || text->empty()) continue;
     if (!joined.empty()) joined += u',';
-    joined += text;
+    joined += *text;
   }
-  if (joined.empty()) return;
+  if (joined.empty()) return read;
   std::replace(joined.begin(), joined.end(), u'\n', u',');
   for (const Text& piece : split(joined, u',')) {
     Text label = cut(piece, kLabelLength);
@@ -26,31 +31,28 @@ void read_folders(const FolderText& folder_text, std::vector<Text>& entries) {
     entries.push_back(std::move(label));
   }
   removeDuplicateLabels(entries);
+  return read;
 }
 
-// Finds and opens the list; the invalid handle after a message, or silently when the object store
-// cannot be looked through.
-DatabaseHandle open_list(const SettingsVolume& device, std::uint32_t& record_count) {
+// Finds and opens the list; the invalid handle after a message.
+DatabaseHandle open_list(const SettingsVolume& device) {
   RecordDatabases& databases = device.databases;
-  const auto all = databases.enumerate(kObjectStore);
-  if (all.empty() && databases.last_error() != DatabaseError::none) return kInvalidDatabase;
-  const DatabaseHandle handle = databases.open(kObjectStore, kCategoriesDatabase, 0);
-  if (handle == kInvalidDatabase) {
-    const bool no_memory = databases.last_error() == DatabaseError::not_enough_memory;
-    device.boxes.show(no_memory ? u"Not enough memory" : u"The database doesn't exist", kError);
-    return handle;
+  if (!databases.enumerate(kObjectStore)) {
+    device.boxes.show(kNotRead, kError);
+    return kInvalidDatabase;
   }
-  const auto info = databases.info(handle);
-  record_count = info ? info->record_count : 0;
+  const DatabaseHandle handle = databases.open(kObjectStore, kCategoriesDatabase, 0);
+  if (handle != kInvalidDatabase) return handle;
+  const bool no_memory = databases.last_error() == DatabaseError::not_enough_memory;
+  device.boxes.show(no_memory ? u"Not enough memory" : u"The database doesn't exist", kError);
   return handle;
 }
 
 // Goes through the records until `visit(record, id)` is false. False when one could not be read,
 // which has been shown.
 template <typename Visit>
-bool visit_list(const SettingsVolume& device, DatabaseHandle list, std::uint32_t count,
-                Visit visit) {
-  return visit_records(device, list, count, u"Handle Read Failure", visit, kError);
+[[nodiscard]] bool visit_list(const SettingsVolume& device, DatabaseHandle list, Visit visit) {
+  return visit_records(device, list, kNotRead, visit, kError);
 }
 
 // On any text of the record, as long as labels are.
@@ -94,42 +96,37 @@ std::int16_t CategoryNumbers::next() const {
   return static_cast<std::int16_t>(std::min(largest_.value_or(20), 32766) + 1);
 }
 
-void readCategoryList(const SettingsVolume& device, int generation, const FolderText& folder_text,
+bool readCategoryList(const SettingsVolume& device, int generation, const FolderText& folder_text,
                       std::vector<Text>& entries) {
   entries.clear();
   if (generation == 3) {
-    read_folders(folder_text, entries);
-    return;
+    if (read_folders(folder_text, entries)) return true;
+    device.boxes.show(kNotRead, kError);
+    return false;
   }
-  std::uint32_t count = 0;
-  const OpenDatabase list(device.databases, open_list(device, count));
-  if (!list) return;
-  visit_list(device, list.handle(), count, [&](const Record& record, RecordId) {
-    Text label;
-    for (const RecordProperty& property : record)
-      if (const Text* text = std::get_if<Text>(&property.value)) {
-        label = cut(*text, kLabelLength);
-        break;
-      }
-    entries.push_back(std::move(label));
-    return true;
-  });
+  const OpenDatabase list(device.databases, open_list(device));
+  return list && visit_list(device, list.handle(), [&](const Record& record, RecordId) {
+           const auto first = std::find_if(record.begin(), record.end(), [](const auto& one) {
+             return std::holds_alternative<Text>(one.value);
+           });
+           entries.push_back(
+               first == record.end() ? Text() : cut(std::get<Text>(first->value), kLabelLength));
+           return true;
+         });
 }
 
 int removeCategory(const SettingsVolume& device, TextView label) {
-  std::uint32_t count = 0;
-  const OpenDatabase list(device.databases, open_list(device, count));
+  const OpenDatabase list(device.databases, open_list(device));
   if (!list) return 0;
   const Text wanted = cut(label, kLabelLength);
   RecordId found = 0;
   bool used = false;
-  const bool read =
-      visit_list(device, list.handle(), count, [&](const Record& record, RecordId id) {
-        if (!bears(record, wanted)) return true;
-        found = id;
-        used = in_use(record);
-        return false;
-      });
+  const bool read = visit_list(device, list.handle(), [&](const Record& record, RecordId id) {
+    if (!bears(record, wanted)) return true;
+    found = id;
+    used = in_use(record);
+    return false;
+  });
   if (!read || found == 0) return 0;
   if (used)
     return person_agrees(device.boxes) &&
@@ -140,13 +137,12 @@ int removeCategory(const SettingsVolume& device, TextView label) {
 }
 
 int addCategory(const SettingsVolume& device, TextView label) {
-  std::uint32_t count = 0;
-  const OpenDatabase list(device.databases, open_list(device, count));
+  const OpenDatabase list(device.databases, open_list(device));
   if (!list) return 0;
   const Text added = cut(label, kLabelLength);
   CategoryNumbers numbers;
   bool present = false;
-  const bool read = visit_list(device, list.handle(), count, [&](const Record& record, RecordId) {
+  const bool read = visit_list(device, list.handle(), [&](const Record& record, RecordId) {
     numbers.count(record);
     present = bears(record, added);
     return !present;

@@ -19,12 +19,14 @@ inline constexpr PropertyId kListAppointments = 0x40040002;  // how many use the
 inline constexpr PropertyId kListTasks = 0x40050002;
 inline constexpr PropertyId kListContacts = 0x40060002;
 
-// The comma-separated labels of a folder of the personal-information store.
-using FolderText = std::function<Text(int folder)>;
+// The comma-separated labels of a folder of the personal-information store; nothing when they could
+// not be read.
+using FolderText = std::function<std::optional<Text>(int folder)>;
 
 // Replaces `entries`. Generation 3 asks the folders and gives each label once, the others read the
-// record database as it stands, with labels marked for removal.
-void readCategoryList(const SettingsVolume& device, int generation, const FolderText& folder_text,
+// record database as it stands, with labels marked for removal. False when something could not be
+// read, which has been shown; `entries` has the rest.
+bool readCategoryList(const SettingsVolume& device, int generation, const FolderText& folder_text,
                       std::vector<Text>& entries);
 
 // Deletes a label that nothing uses. One in use is marked for removal if the person agrees. 1 when

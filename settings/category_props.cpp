@@ -20,52 +20,48 @@ CategoryProp prop_of(const Record& record) {
   return prop;
 }
 
-}  // namespace
-
-void loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries) {
-  entries.clear();
+// Mounts, opens and hands over the database; false when that or the operation failed.
+template <typename Operation>
+bool with_props(const SettingsVolume& volume, Operation operation) {
   const MountedVolume mounted(volume);
-  if (!mounted) return;
+  if (!mounted) return false;
   std::uint32_t count = 0;
   const OpenDatabase database(
       volume.databases, OpenCreateDB(volume, mounted.id(), kCategoryProps, kCategoryLabel, count));
-  if (!database) {
-    volume.boxes.show(kNotOpened, u"Error");
-    return;
-  }
-  visit_records(volume, database.handle(), count, kNotRead, [&](const Record& record, RecordId) {
-    entries.push_back(prop_of(record));
-    return true;
+  if (database) return operation(database.handle());
+  volume.boxes.show(kNotOpened, u"Error");
+  return false;
+}
+
+}  // namespace
+
+bool loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries) {
+  entries.clear();
+  return with_props(volume, [&](DatabaseHandle database) {
+    return visit_records(volume, database, kNotRead, [&](const Record& record, RecordId) {
+      entries.push_back(prop_of(record));
+      return true;
+    });
   });
 }
 
 void saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_t value32,
                        std::int16_t value16) {
-  const MountedVolume mounted(volume);
-  if (!mounted) return;
-  std::uint32_t count = 0;
-  const OpenDatabase database(
-      volume.databases, OpenCreateDB(volume, mounted.id(), kCategoryProps, kCategoryLabel, count));
-  if (!database) {
-    volume.boxes.show(kNotOpened, u"Error");
-    return;
-  }
-  RecordId found = 0;
-  const bool read = visit_records(volume, database.handle(), count, kNotRead,
-                                  [&](const Record& record, RecordId id) {
-                                    const Text* stored = text_of(record, kCategoryLabel);
-                                    if (stored && *stored == label) found = id;
-                                    return found == 0;
-                                  });
-  if (!read) return;
-  const RecordProperty color{kCategoryColor, value32}, flag{kCategoryFlag, value16};
-  if (found != 0) {
-    if (write_reported(volume, database.handle(), found, flag))
-      write_reported(volume, database.handle(), found, color);
-  } else if (write_reported(volume, database.handle(), found, {kCategoryLabel, Text(label)}) &&
-             write_reported(volume, database.handle(), found, color)) {
-    write_reported(volume, database.handle(), found, flag);
-  }
+  with_props(volume, [&](DatabaseHandle database) {
+    RecordId found = 0;
+    const auto find = [&](const Record& record, RecordId id) {
+      const Text* stored = text_of(record, kCategoryLabel);
+      if (stored && *stored == label) found = id;
+      return found == 0;
+    };
+    if (!visit_records(volume, database, kNotRead, find)) return false;
+    const auto write = [&](const RecordProperty& property) {
+      return write_reported(volume, database, found, property);
+    };
+    const RecordProperty color{kCategoryColor, value32}, flag{kCategoryFlag, value16};
+    if (found != 0) return write(flag) && write(color);
+    return write({kCategoryLabel, Text(label)}) && write(color) && write(flag);
+  });
 }
 
 }  // namespace orvello

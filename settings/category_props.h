@@ -8,8 +8,8 @@ namespace orvello {
 
 inline constexpr TextView kCategoryProps = u"categoryprops";
 
-// Replaces `entries`; after a failure it holds what could be read.
-void loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries);
+// Replaces `entries`. False after a failure, which has been shown: they are what could be read.
+bool loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries);
 // One record a label: changes its two numbers in place, or adds the label with them.
 void saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_t value32,
                        std::int16_t value16);

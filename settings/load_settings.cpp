@@ -4,6 +4,7 @@
 #include "settings/colors.h"
 #include "settings/pretexts.h"
 #include "settings/program_files.h"
+#include "settings/registry_access.h"
 #include "settings/setting_table.h"
 
 namespace orvello {
@@ -34,16 +35,27 @@ void load_icons(SettingsRecord& settings, const Files& files, bool low) {
     settings.total_icon_count += settings.user_icons.width / settings.icon_cell;
 }
 
-// Looks twice on purpose: the message may stay up while another process makes the volume.
-void greet_first_use(const SettingsVolume& volume) {
-  const Text path = settings_volume_path(volume.files);
-  if (FileExists(volume.files, path)) return;
-  volume.boxes.show(
-      u"Note: To see the month view icons, you will need to assign icons to existing category "
-      u"labels in the 'Options->Settings->Icons' screen",
-      u"First Time Use", BoxIcon::none, BoxButtons::ok, true);
-  if (FileExists(volume.files, path)) return;
-  for (const TextView subject : kFirstSubjects) savePreTextToDB(volume, subject, kSubjectPretexts);
+// A volume without any database was not made ready: there is none yet, or whoever made it ended
+// before it was.
+bool is_first_use(const SettingsVolume& volume) {
+  if (!FileExists(volume.files, settings_volume_path(volume.files))) return true;
+  const MountedVolume mounted(volume);
+  if (!mounted) return false;
+  const auto databases = volume.databases.enumerate(mounted.id());
+  return databases && databases->empty();
+}
+
+// The greeting is noted down first: whoever dies between the two starts all over.
+void prepare_first_use(const SettingsVolume& volume, Registry& registry) {
+  WriteNumberSetting(registry, kGreetingDue, 1);
+  FlushSettings(registry);
+  NewDatabase subjects{Text(kSubjectPretexts), kPretextText, {}};
+  for (const TextView subject : kFirstSubjects)
+    subjects.records.push_back({{kPretextText, Text(subject)}});
+  const MountedVolume mounted(volume);
+  if (!mounted || volume.databases.create_all(mounted.id(), {subjects})) return;
+  // Another process may have been quicker: what it made is as good.
+  if (volume.databases.last_error() != DatabaseError::already_exists) reportWriteError(volume, 0);
 }
 
 }  // namespace
@@ -70,7 +82,7 @@ void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVo
   load(LoadStep::default_times);
   load(LoadStep::views);
   LoadItemColors(settings, registry);
-  greet_first_use(volume);
+  if (is_first_use(volume)) prepare_first_use(volume, registry);
   load(LoadStep::day_header);
   load(LoadStep::new_appointments);
 }

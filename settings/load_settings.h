@@ -9,8 +9,11 @@
 
 namespace orvello {
 
-// Called once, after the main window exists (the first-use message belongs to it) and before the
-// first view opens.
+// In the registry: 1 from the first use on, until the person has seen the greeting.
+inline constexpr TextView kGreetingDue = u"greeting";
+
+// Called once, before the first view opens. The first use makes the settings volume with the
+// ready-made texts, all or none: a process that dies leaves that to the next start.
 void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVolume& volume,
                   const Clock& clock, const LocaleData& locale, bool low_resolution);
 

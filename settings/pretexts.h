@@ -13,8 +13,8 @@ inline constexpr TextView kLocationPretexts = u"locationpretext";
 int savePreTextToDB(const SettingsVolume& volume, TextView text, TextView list);
 // Deletes the first such text in sort order; 1 when there was one.
 int deletePreTextFromDB(const SettingsVolume& volume, TextView text, TextView list);
-// Append the texts in sort order.
-void loadPreTextToLB(const SettingsVolume& volume, std::vector<Text>& list_box, TextView list);
-void loadPreTextToCB(const SettingsVolume& volume, ChoiceList& combo_box, TextView list);
+// Append the texts in sort order. False when they could not all be read, which has been shown.
+bool loadPreTextToLB(const SettingsVolume& volume, std::vector<Text>& list_box, TextView list);
+bool loadPreTextToCB(const SettingsVolume& volume, ChoiceList& combo_box, TextView list);
 
 }  // namespace orvello

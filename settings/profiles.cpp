@@ -5,18 +5,29 @@
 #include <new>
 
 #include "resources/ids.h"
+#include "settings/program_files.h"
 
 namespace orvello {
 namespace {
 
 constexpr TextView kNotRead = u"Failed to read record 1";
 
-// The names after the prefix, in order of creation.
-std::vector<Text> profile_names(const SettingsVolume& volume) {
-  std::vector<Text> names;
+// What is on the volume; nothing when it could not be read, which has been shown.
+std::optional<std::vector<DatabaseInfo>> databases_on(const SettingsVolume& volume,
+                                                      const MountedVolume& mounted) {
+  if (!mounted) return std::nullopt;
+  auto all = volume.databases.enumerate(mounted.id());
+  if (!all) volume.boxes.show(kNotRead, u"error");
+  return all;
+}
+
+// The names after the prefix, in order of creation; nothing when they could not be read.
+std::optional<std::vector<Text>> profile_names(const SettingsVolume& volume) {
   const MountedVolume mounted(volume);
-  if (!mounted) return names;
-  for (const DatabaseInfo& database : volume.databases.enumerate(mounted.id()))
+  const auto all = databases_on(volume, mounted);
+  if (!all) return std::nullopt;
+  std::vector<Text> names;
+  for (const DatabaseInfo& database : *all)
     if (starts_with(database.name, kProfilePrefix))
       names.push_back(database.name.substr(kProfilePrefix.size()));
   return names;
@@ -24,20 +35,43 @@ std::vector<Text> profile_names(const SettingsVolume& volume) {
 
 }  // namespace
 
-void loadProfile(const SettingsVolume& volume, TextView name, std::vector<Text>& labels) {
+bool loadProfile(const SettingsVolume& volume, TextView name, std::vector<Text>& labels) {
   labels.clear();
-  if (name == kAllProfile) return;
+  if (name == kAllProfile) return true;
   const MountedVolume mounted(volume);
-  if (!mounted) return;
+  if (!mounted) return false;
   std::uint32_t count = 0;
   const OpenDatabase database(
       volume.databases,
       OpenCreateDB_profile(volume, mounted.id(), Text(kProfilePrefix).append(name), count));
-  visit_records(volume, database.handle(), count, kNotRead, [&](const Record& record, RecordId) {
-    if (const Text* label = text_of(record, kCategoryLabel))
-      labels.push_back(cut(*label, kLabelLength));
-    return true;
-  });
+  return database &&
+         visit_records(volume, database.handle(), kNotRead, [&](const Record& record, RecordId) {
+           if (const Text* label = text_of(record, kCategoryLabel))
+             labels.push_back(cut(*label, kLabelLength));
+           return true;
+         });
+}
+
+bool load_active_profile(const SettingsVolume& volume, SettingsRecord& settings) {
+  const Text& name = settings.activeprofilename;
+  settings.profile_labels.clear();
+  settings.profile_unread = false;
+  if (name == kAllProfile) return true;
+  // Looked for first, since opening would make it: an empty one, which hides everything.
+  const auto names = FileExists(volume.files, settings_volume_path(volume.files))
+                         ? profile_names(volume)
+                         : std::vector<Text>();
+  const bool there = names && std::find(names->begin(), names->end(), name) != names->end();
+  if (there && loadProfile(volume, name, settings.profile_labels)) return true;
+  settings.profile_unread = true;
+  volume.boxes.show(
+      format(names && !there ? u"The profile \"%s\" is not there any more. All appointments are "
+                               u"shown."
+                             : u"The profile \"%s\" could not be read. All appointments are "
+                               u"shown.",
+             name),
+      u"Error", BoxIcon::warning);
+  return false;
 }
 
 void saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_name,
@@ -64,14 +98,15 @@ void saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_n
   }
 }
 
-void deleteSettingsDatabase(const SettingsVolume& volume, TextView name) {
+bool deleteSettingsDatabase(const SettingsVolume& volume, TextView name) {
   const MountedVolume mounted(volume);
-  if (!mounted) return;
-  const auto found = volume.databases.enumerate(mounted.id());
-  const bool present = std::any_of(found.begin(), found.end(),
+  const auto all = databases_on(volume, mounted);
+  if (!all) return false;
+  const bool present = std::any_of(all->begin(), all->end(),
                                    [&](const DatabaseInfo& one) { return one.name == name; });
-  if (present && !volume.databases.remove(mounted.id(), name))
-    volume.boxes.show(u"error in CeDeleteDatabaseEx!", u"Error");
+  if (!present || volume.databases.remove(mounted.id(), name)) return true;
+  volume.boxes.show(u"error in CeDeleteDatabaseEx!", u"Error");
+  return false;
 }
 
 int listProfilesInMenu(const SettingsVolume& volume, TextView active_name,
@@ -80,7 +115,7 @@ int listProfilesInMenu(const SettingsVolume& volume, TextView active_name,
     if (item.command == kCommandFirstProfile) item.checked = active_name == kAllProfile;
   if (menu.size() > 2) menu.resize(2);
   int count = 0;
-  for (const Text& name : profile_names(volume)) {
+  for (const Text& name : profile_names(volume).value_or(std::vector<Text>())) {
     MenuItem item;
     item.command = kCommandFirstProfile + 1 + static_cast<std::uint32_t>(count++);
     item.text = cut(name, kProfileNameLength);
@@ -91,11 +126,11 @@ int listProfilesInMenu(const SettingsVolume& volume, TextView active_name,
 }
 
 void listProfilesInCombo(const SettingsVolume& volume, ChoiceList& combo_box) {
-  combo_box = {profile_names(volume), {}, -1};
+  combo_box = {profile_names(volume).value_or(std::vector<Text>()), {}, -1};
 }
 
 bool profileAllowsCategory(const SettingsRecord& settings, TextView label) {
-  if (settings.activeprofilename == kAllProfile) return true;
+  if (settings.activeprofilename == kAllProfile || settings.profile_unread) return true;
   const auto& labels = settings.profile_labels;
   return std::find(labels.begin(), labels.end(), label) != labels.end();
 }

@@ -16,13 +16,18 @@ struct ListSelection {
   std::vector<int> selected;  // positions
 };
 
-// Replaces `labels` by the profile's, in sort order; "All" has none. After a failed read nothing of
-// an earlier profile is left.
-void loadProfile(const SettingsVolume& volume, TextView name, std::vector<Text>& labels);
+// Replaces `labels` by the profile's, in sort order; "All" has none. False when they could not all
+// be read; nothing of an earlier profile is left then.
+[[nodiscard]] bool loadProfile(const SettingsVolume& volume, TextView name,
+                               std::vector<Text>& labels);
+// The same for the profile that is active. One that cannot be read, or that is not on the volume
+// any more, hides nothing: every appointment is shown, and the person is told. False then.
+bool load_active_profile(const SettingsVolume& volume, SettingsRecord& settings);
 // Adds the selected labels to the database; a caller that replaces a profile deletes it first.
 void saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_name,
                                const ListSelection& list_box);
-void deleteSettingsDatabase(const SettingsVolume& volume, TextView name);
+// False when it is still there, which has been shown.
+bool deleteSettingsDatabase(const SettingsVolume& volume, TextView name);
 
 // Marks the active profile in the menu, whose first two items stay, and lists the others behind
 // them in order of creation. Returns how many there are.

@@ -96,6 +96,7 @@ struct SettingsRecord {
 
   int profile_item_count = 0;        // items below "All" in the profile menu
   std::vector<Text> profile_labels;  // categories of the active profile; unused while it is "All"
+  bool profile_unread = false;       // they could not be read: it hides nothing
   std::vector<CategoryProp> category_props;
 
   Color color(ColorSlot slot) const { return item_colors[static_cast<std::size_t>(slot)]; }

@@ -41,9 +41,13 @@ DatabaseHandle open_counted(const SettingsVolume& volume, VolumeId id, TextView 
   record_count = 0;
   DatabaseHandle handle = kInvalidDatabase;
   if (!open_or_create(volume, id, name, sort_property, faults, handle)) return faults.answer;
-  const auto info = volume.databases.info(handle);
-  if (info) record_count = info->record_count;
-  return handle;
+  if (handle == kInvalidDatabase) return handle;
+  if (const auto info = volume.databases.info(handle)) {
+    record_count = info->record_count;
+    return handle;
+  }
+  volume.databases.close(handle);
+  return kInvalidDatabase;
 }
 
 }  // namespace
@@ -72,6 +76,15 @@ void reportWriteError(const SettingsVolume& volume, RecordId result) {
     case DatabaseError::invalid_parameter:
       volume.boxes.show(u"Invalid Parameter", kErrorCaption);
       break;
+    case DatabaseError::disk_full:
+      volume.boxes.show(u"Disk Full", kErrorCaption);
+      break;
+    case DatabaseError::sharing_violation:
+      volume.boxes.show(u"In Use By Another Program", kErrorCaption);
+      break;
+    case DatabaseError::access_denied:
+      volume.boxes.show(u"Access Denied", kErrorCaption);
+      break;
     default:
       volume.boxes.show(u"Unknown Error", kErrorCaption);
   }
@@ -97,6 +110,12 @@ MountedVolume::MountedVolume(const SettingsVolume& volume)
       break;
     case DatabaseError::invalid_parameter:
       volume.boxes.show(u"Database mount failed: Invalid Parameter", kErrorCaption);
+      break;
+    case DatabaseError::sharing_violation:
+      volume.boxes.show(u"Database mount failed: In Use By Another Program", kErrorCaption);
+      break;
+    case DatabaseError::access_denied:
+      volume.boxes.show(u"Database mount failed: Access Denied", kErrorCaption);
       break;
     default:  // every other reason stays silent
       break;

@@ -21,7 +21,8 @@ struct SettingsVolume {
   const Files& files;
 };
 
-// Opens a database in the order of `sort_property`, creating it when it is missing.
+// Opens a database in the order of `sort_property`, creating it when it is missing. One whose
+// number of records cannot be told is not opened.
 DatabaseHandle OpenCreateDB(const SettingsVolume& volume, VolumeId id, TextView name,
                             PropertyId sort_property, std::uint32_t& record_count);
 // The same for profiles, whose two messages name it and answer 0 instead of the invalid handle.
@@ -68,23 +69,14 @@ class OpenDatabase {
   DatabaseHandle handle_;
 };
 
-// Goes through at most `count` records until `visit(record, id)` is false. False when a record
-// could not be read, which has been shown as `fault`.
+// Goes through the records until `visit(record, id)` is false. False when one could not be read,
+// which has been shown as `fault`: nothing may be saved from what was visited then.
 template <typename Visit>
-bool visit_records(const SettingsVolume& volume, DatabaseHandle database, std::uint32_t count,
-                   TextView fault, Visit visit, TextView caption = u"error") {
-  for (std::uint32_t i = 0; i < count; ++i) {
-    RecordId id = 0;
-    const auto record = volume.databases.read_next(database, id);
-    if (!record) {
-      // Another process may have deleted records since they were counted.
-      if (volume.databases.last_error() == DatabaseError::none) return true;
-      volume.boxes.show(fault, caption);
-      return false;
-    }
-    if (!visit(*record, id)) return true;
-  }
-  return true;
+[[nodiscard]] bool visit_records(const SettingsVolume& volume, DatabaseHandle database,
+                                 TextView fault, Visit visit, TextView caption = u"error") {
+  if (each_record(volume.databases, database, visit)) return true;
+  volume.boxes.show(fault, caption);
+  return false;
 }
 
 // The text of the record's property, null without one.

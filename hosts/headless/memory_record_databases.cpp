@@ -9,6 +9,16 @@ bool MemoryRecordDatabases::fail(DatabaseError reason) {
   return false;
 }
 
+bool MemoryRecordDatabases::refuses_read() {
+  if (fail_read_after < 0) return false;
+  if (fail_read_after > 0) {
+    --fail_read_after;
+    return false;
+  }
+  error_ = DatabaseError::damaged;
+  return true;
+}
+
 bool MemoryRecordDatabases::refuses_write() {
   if (fail_write == DatabaseError::none) return false;
   if (fail_write_after > 0) {
@@ -59,11 +69,12 @@ bool MemoryRecordDatabases::unmount(VolumeId volume) {
   return mounts_.erase(volume) != 0 || fail(DatabaseError::invalid_parameter);
 }
 
-std::vector<DatabaseInfo> MemoryRecordDatabases::enumerate(VolumeId volume) {
+std::optional<std::vector<DatabaseInfo>> MemoryRecordDatabases::enumerate(VolumeId volume) {
+  const Volume* place = volume_of(volume);
+  if (!place || refuses_read()) return std::nullopt;
   std::vector<DatabaseInfo> all;
-  if (const Volume* place = volume_of(volume))
-    for (const auto& [id, database] : place->databases)
-      all.push_back({database.name, id, static_cast<std::uint32_t>(database.records.size())});
+  for (const auto& [id, database] : place->databases)
+    all.push_back({database.name, id, static_cast<std::uint32_t>(database.records.size())});
   return all;
 }
 
@@ -75,6 +86,23 @@ bool MemoryRecordDatabases::create(VolumeId volume, TextView name, PropertyId) {
   for (const auto& entry : place->databases)
     if (entry.second.name == name) return fail(DatabaseError::already_exists);
   place->databases[next_id_++].name = name;
+  return true;
+}
+
+bool MemoryRecordDatabases::create_all(VolumeId volume, const std::vector<NewDatabase>& databases) {
+  Volume* place = volume_of(volume);
+  if (!place) return false;
+  const Volume before = *place;
+  for (const NewDatabase& one : databases) {
+    bool made = create(volume, one.name, one.sort_property) && !refuses_write();
+    if (made) {
+      Database& database = place->databases.rbegin()->second;
+      for (const Record& record : one.records) made = made && store(database, 0, record) != 0;
+    }
+    if (made) continue;
+    *place = before;
+    return false;
+  }
   return true;
 }
 
@@ -95,7 +123,7 @@ DatabaseHandle MemoryRecordDatabases::open(VolumeId volume, TextView name,
   Volume* place = volume_of(volume);
   if (!place) return kInvalidDatabase;
   error_ = fail_open == DatabaseError::none ? DatabaseError::file_not_found : fail_open;
-  if (fail_open != DatabaseError::none) return kInvalidDatabase;
+  if (fail_open != DatabaseError::none || refuses_read()) return kInvalidDatabase;
   for (const auto& [id, database] : place->databases) {
     if (database.name != name) continue;
     Handle handle{volume, id, {}, 0};
@@ -116,7 +144,7 @@ void MemoryRecordDatabases::close(DatabaseHandle database) { handles_.erase(data
 
 std::optional<DatabaseInfo> MemoryRecordDatabases::info(DatabaseHandle database) {
   const Database* found = database_of(database);
-  if (!found) return std::nullopt;
+  if (!found || refuses_read()) return std::nullopt;
   return DatabaseInfo{found->name, handles_.at(database).object_id,
                       static_cast<std::uint32_t>(found->records.size())};
 }
@@ -127,39 +155,41 @@ bool MemoryRecordDatabases::seek_first(DatabaseHandle database) {
   return true;
 }
 
-std::optional<Record> MemoryRecordDatabases::read_next(DatabaseHandle database, RecordId& id) {
+bool MemoryRecordDatabases::read_next(DatabaseHandle database, std::optional<ReadRecord>& next) {
+  next.reset();
   const Database* found = database_of(database);
-  if (!found) return std::nullopt;
+  if (!found || refuses_read()) return false;
   Handle& handle = handles_.at(database);
-  if (fail_read_at >= 0 && handle.next >= static_cast<std::size_t>(fail_read_at)) {
-    error_ = DatabaseError::damaged;
-    return std::nullopt;
-  }
-  while (handle.next < handle.order.size()) {
-    id = handle.order[handle.next++];
+  if (fail_read_at >= 0 && handle.next >= static_cast<std::size_t>(fail_read_at))
+    return fail(DatabaseError::damaged);
+  while (!next && handle.next < handle.order.size()) {
+    const RecordId id = handle.order[handle.next++];
     const auto record = found->records.find(id);
-    if (record != found->records.end()) return record->second;
+    if (record != found->records.end()) next = {id, record->second};
   }
-  return std::nullopt;
+  return true;
 }
 
-RecordId MemoryRecordDatabases::write(DatabaseHandle database, RecordId id,
-                                      const Record& properties) {
-  Database* found = database_of(database);
-  if (!found) return 0;
+RecordId MemoryRecordDatabases::store(Database& database, RecordId id, const Record& properties) {
   if (properties.empty() || !well_formed(properties) ||
-      (id != 0 && found->records.count(id) == 0)) {
+      (id != 0 && database.records.count(id) == 0)) {
     error_ = DatabaseError::invalid_parameter;
     return 0;
   }
-  if (refuses_write()) return 0;
   if (id == 0) id = next_id_++;
-  Record& record = found->records[id];
+  Record& record = database.records[id];
   for (const RecordProperty& property : properties) {
     std::erase_if(record, [&](const RecordProperty& old) { return old.id == property.id; });
     record.push_back(property);
   }
   return id;
+}
+
+RecordId MemoryRecordDatabases::write(DatabaseHandle database, RecordId id,
+                                      const Record& properties) {
+  Database* found = database_of(database);
+  if (!found || refuses_write()) return 0;
+  return store(*found, id, properties);
 }
 
 bool MemoryRecordDatabases::erase(DatabaseHandle database, RecordId id) {

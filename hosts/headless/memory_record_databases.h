@@ -14,14 +14,15 @@ class MemoryRecordDatabases : public RecordDatabases {
   DatabaseError last_error() const override { return error_; }
   VolumeId mount(TextView path) override;
   bool unmount(VolumeId volume) override;
-  std::vector<DatabaseInfo> enumerate(VolumeId volume) override;
+  std::optional<std::vector<DatabaseInfo>> enumerate(VolumeId volume) override;
   bool create(VolumeId volume, TextView name, PropertyId sort_property) override;
+  bool create_all(VolumeId volume, const std::vector<NewDatabase>& databases) override;
   bool remove(VolumeId volume, TextView name) override;
   DatabaseHandle open(VolumeId volume, TextView name, PropertyId sort_property) override;
   void close(DatabaseHandle database) override;
   std::optional<DatabaseInfo> info(DatabaseHandle database) override;
   bool seek_first(DatabaseHandle database) override;
-  std::optional<Record> read_next(DatabaseHandle database, RecordId& id) override;
+  [[nodiscard]] bool read_next(DatabaseHandle database, std::optional<ReadRecord>& next) override;
   RecordId write(DatabaseHandle database, RecordId id, const Record& properties) override;
   bool erase(DatabaseHandle database, RecordId id) override;
 
@@ -32,6 +33,7 @@ class MemoryRecordDatabases : public RecordDatabases {
   DatabaseError fail_open = DatabaseError::none;
   DatabaseError fail_write = DatabaseError::none;  // also of erase and remove
   int fail_read_at = -1;                           // that many records can be read after an open
+  int fail_read_after = -1;                        // that many reads of any kind still succeed
   int fail_write_after = 0;                        // that many writes still succeed
 
   // Told of the path of a volume file that a mount has created.
@@ -55,7 +57,9 @@ class MemoryRecordDatabases : public RecordDatabases {
   };
 
   bool fail(DatabaseError reason);
+  bool refuses_read();
   bool refuses_write();
+  RecordId store(Database& database, RecordId id, const Record& properties);
   Volume* volume_of(VolumeId id);
   Database* database_of(DatabaseHandle handle);
 

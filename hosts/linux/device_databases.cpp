@@ -18,10 +18,12 @@ struct ListedLabel {
 
 using Uses = std::map<Text, CategoryUse>;
 
-// By label as long as the list keeps them.
-Uses uses_of(RecordCalendarStore& store) {
+// By label as long as the list keeps them; nothing when they could not be read.
+std::optional<Uses> uses_of(RecordCalendarStore& store) {
+  const std::optional<std::vector<CategoryUse>> counts = store.category_use_counts();
+  if (!counts) return std::nullopt;
   Uses uses;
-  for (const CategoryUse& use : store.category_use_counts()) {
+  for (const CategoryUse& use : *counts) {
     CategoryUse& sum = uses[cut(use.label, kLabelLength)];
     sum.appointments += use.appointments;
     sum.tasks += use.tasks;
@@ -43,14 +45,15 @@ bool marked_for_removal(const Record& record) {
 }
 
 // False when a record cannot be read.
-bool read_list(RecordDatabases& databases, DatabaseHandle list, std::vector<ListedLabel>& labels) {
-  RecordId id = 0;
-  while (auto record = databases.read_next(list, id)) {
-    const RecordProperty* label = find_property(*record, kListLabel);
+[[nodiscard]] bool read_list(RecordDatabases& databases, DatabaseHandle list,
+                             std::vector<ListedLabel>& labels) {
+  return each_record(databases, list, [&](Record& record, RecordId id) {
+    const RecordProperty* label = find_property(record, kListLabel);
     const Text* text = label ? std::get_if<Text>(&label->value) : nullptr;
-    labels.push_back({id, text ? cut(*text, kLabelLength) : Text(), std::move(*record)});
-  }
-  return databases.last_error() == DatabaseError::none;
+    Text name = text ? cut(*text, kLabelLength) : Text();
+    labels.push_back({id, std::move(name), std::move(record)});
+    return true;
+  });
 }
 
 // At most one write for a record; false when it failed.
@@ -92,7 +95,7 @@ void correct_list(RecordDatabases& databases, DatabaseHandle list, Uses uses) {
 
 }  // namespace
 
-std::vector<DatabaseInfo> DeviceDatabases::enumerate(VolumeId volume) {
+std::optional<std::vector<DatabaseInfo>> DeviceDatabases::enumerate(VolumeId volume) {
   if (volume == kObjectStore) {
     bring_list_up_to_date();
     fresh_ = true;
@@ -115,7 +118,9 @@ void DeviceDatabases::bring_list_up_to_date() {
     list = databases_.open(kObjectStore, kCategoriesDatabase, 0);
   }
   if (list == kInvalidDatabase) return;
-  if (store_) correct_list(databases_, list, uses_of(*store_));
+  // Counts that are not known would let a marked label go that is still in use.
+  if (const auto uses = store_ ? uses_of(*store_) : std::nullopt)
+    correct_list(databases_, list, *uses);
   databases_.close(list);
 }
 

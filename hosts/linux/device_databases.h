@@ -10,7 +10,8 @@ namespace orvello {
 // Passes everything on to `databases`. Before the object store is enumerated or its category list
 // opened, the list is made if it is missing, labels in use are added, the counts of their uses set,
 // and a label marked for removal that nothing uses any more is deleted. Only what differs is
-// written, and what cannot be written never stands in the way of reading.
+// written, and nothing while the list or the uses could not be read. What cannot be written never
+// stands in the way of reading.
 class DeviceDatabases : public RecordDatabases {
  public:
   // Without a store (null) the list is only made.
@@ -20,9 +21,12 @@ class DeviceDatabases : public RecordDatabases {
   DatabaseError last_error() const override { return databases_.last_error(); }
   VolumeId mount(TextView path) override { return databases_.mount(path); }
   bool unmount(VolumeId volume) override { return databases_.unmount(volume); }
-  std::vector<DatabaseInfo> enumerate(VolumeId volume) override;
+  std::optional<std::vector<DatabaseInfo>> enumerate(VolumeId volume) override;
   bool create(VolumeId volume, TextView name, PropertyId sort_property) override {
     return databases_.create(volume, name, sort_property);
+  }
+  bool create_all(VolumeId volume, const std::vector<NewDatabase>& databases) override {
+    return databases_.create_all(volume, databases);
   }
   bool remove(VolumeId volume, TextView name) override { return databases_.remove(volume, name); }
   DatabaseHandle open(VolumeId volume, TextView name, PropertyId sort_property) override;
@@ -31,8 +35,8 @@ class DeviceDatabases : public RecordDatabases {
     return databases_.info(database);
   }
   bool seek_first(DatabaseHandle database) override { return databases_.seek_first(database); }
-  std::optional<Record> read_next(DatabaseHandle database, RecordId& id) override {
-    return databases_.read_next(database, id);
+  [[nodiscard]] bool read_next(DatabaseHandle database, std::optional<ReadRecord>& next) override {
+    return databases_.read_next(database, next);
   }
   RecordId write(DatabaseHandle database, RecordId id, const Record& properties) override {
     return databases_.write(database, id, properties);

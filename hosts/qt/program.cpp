@@ -43,15 +43,16 @@ struct Opened {
 
 // A desktop's month has room for its appointments, and its first user should see them at once: a
 // registry that does not exist yet starts with their bars and the marks of the year switched on.
+// All of that is one write, so that a process that dies leaves it to the next start.
 void prepare_first_start(const Paths& paths) {
   std::error_code error;
   if (std::filesystem::exists(paths.config + "/registry", error) || error) return;
   FileRegistry registry(paths.config + "/registry");
-  if (!EnsureSettingsKey(registry)) return;
-  WriteNumberSetting(registry, u"showindicator", 1);
-  WriteNumberSetting(registry, u"usecategorycolorforbar", 1);
-  WriteNumberSetting(registry, u"coloryearview", 1);
-  FlushSettings(registry);
+  const auto key = registry.create(RegistryRoot::classes_root, kSettingsKey);
+  if (!key) return;
+  for (const TextView name : {u"showindicator", u"usecategorycolorforbar", u"coloryearview"})
+    WriteNumberSetting(registry, name, 1);
+  key->flush();
 }
 
 int failed(const std::string& reason) {

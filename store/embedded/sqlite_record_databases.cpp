@@ -46,7 +46,7 @@ SqliteVolume* SqliteRecordDatabases::volume_of(VolumeId id) {
   if (found != volumes_.end()) return found->second.get();
   error_ = DatabaseError::invalid_parameter;
   if (id != kObjectStore) return nullptr;
-  auto opened = SqliteVolume::open(object_store_path_, error_);
+  auto opened = SqliteVolume::open(object_store_path_, patience_, error_);
   if (!opened) return nullptr;
   return (volumes_[kObjectStore] = std::move(opened)).get();
 }
@@ -60,7 +60,7 @@ SqliteRecordDatabases::Handle* SqliteRecordDatabases::handle_of(DatabaseHandle d
 VolumeId SqliteRecordDatabases::mount(TextView path) {
   error_ = DatabaseError::invalid_parameter;
   if (path.empty()) return kInvalidVolume;
-  auto opened = SqliteVolume::open(path_of_(path), error_);
+  auto opened = SqliteVolume::open(path_of_(path), patience_, error_);
   // A path to a file that is no volume is a wrong parameter, and so people are told of it.
   if (!opened && error_ == DatabaseError::damaged) error_ = DatabaseError::invalid_parameter;
   if (!opened) return kInvalidVolume;
@@ -77,29 +77,45 @@ bool SqliteRecordDatabases::unmount(VolumeId volume) {
   return true;
 }
 
-std::vector<DatabaseInfo> SqliteRecordDatabases::enumerate(VolumeId volume) {
-  std::vector<DatabaseInfo> all;
+std::optional<std::vector<DatabaseInfo>> SqliteRecordDatabases::enumerate(VolumeId volume) {
   SqliteVolume* place = volume_of(volume);
-  if (!place) return all;
-  SqliteQuery rows(*place,
-                   "SELECT name, id, (SELECT count(*) FROM records WHERE database = databases.id)"
-                   " FROM databases ORDER BY id");
-  while (rows.next())
-    all.push_back({rows.text(0), static_cast<std::uint32_t>(rows.number(1)),
-                   static_cast<std::uint32_t>(rows.number(2))});
-  if (rows.failed()) fail_for(*place);
+  if (!place) return std::nullopt;
+  std::vector<DatabaseInfo> all;
+  SqliteQuery query(*place,
+                    "SELECT name, id, (SELECT count(*) FROM records WHERE database = databases.id)"
+                    " FROM databases ORDER BY id");
+  const bool read = query.each_row([&](const SqliteQuery& row) {
+    all.push_back({row.text(0), static_cast<std::uint32_t>(row.number(1)),
+                   static_cast<std::uint32_t>(row.number(2))});
+  });
+  if (!read) return fail_for(*place), std::nullopt;
   return all;
 }
 
+// Inside the change of the caller.
+bool SqliteRecordDatabases::add_database(SqliteVolume& volume, TextView name,
+                                         PropertyId sort_property) {
+  if (name.empty()) return fail(DatabaseError::invalid_parameter);
+  SqliteQuery insert(volume, "INSERT OR IGNORE INTO databases(name, sort_property) VALUES(?, ?)");
+  if (!insert.bind(0, name).bind(1, sort_property).finish()) return fail_for(volume);
+  return volume.changed_rows() > 0 || fail(DatabaseError::already_exists);
+}
+
 bool SqliteRecordDatabases::create(VolumeId volume, TextView name, PropertyId sort_property) {
+  return create_all(volume, {{Text(name), sort_property, {}}});
+}
+
+bool SqliteRecordDatabases::create_all(VolumeId volume, const std::vector<NewDatabase>& databases) {
   SqliteVolume* place = volume_of(volume);
   if (!place) return false;
-  if (name.empty()) return fail(DatabaseError::invalid_parameter);
   SqliteChange change(*place);
   if (!change) return fail_for(*place);
-  SqliteQuery insert(*place, "INSERT OR IGNORE INTO databases(name, sort_property) VALUES(?, ?)");
-  if (!insert.bind(0, name).bind(1, sort_property).finish()) return fail_for(*place);
-  if (place->changed_rows() == 0) return fail(DatabaseError::already_exists);
+  for (const NewDatabase& one : databases) {
+    if (!add_database(*place, one.name, one.sort_property)) return false;
+    const std::int64_t database = place->last_row_id();
+    for (const Record& record : one.records)
+      if (add_record(*place, database, record) == 0) return false;
+  }
   return change.commit() || fail_for(*place);
 }
 
@@ -119,14 +135,12 @@ DatabaseHandle SqliteRecordDatabases::open(VolumeId volume, TextView name,
   SqliteVolume* place = volume_of(volume);
   if (!place) return kInvalidDatabase;
   Handle handle{place, volume, 0, {}, 0};
-  {
-    SqliteQuery row(*place, "SELECT id FROM databases WHERE name = ?");
-    row.bind(0, name);
-    if (!row.next()) {
-      fail(row.failed() ? place->reason() : DatabaseError::file_not_found);
-      return kInvalidDatabase;
-    }
-    handle.database = row.number(0);
+  SqliteQuery named(*place, "SELECT id FROM databases WHERE name = ?");
+  const bool read = named.bind(0, name).each_row(
+      [&](const SqliteQuery& row) { handle.database = row.number(0); });
+  if (!read || handle.database == 0) {
+    fail(read ? DatabaseError::file_not_found : place->reason());
+    return kInvalidDatabase;
   }
   if (!sort(handle, sort_property)) return kInvalidDatabase;
   handles_.emplace(next_id_, std::move(handle));
@@ -136,15 +150,15 @@ DatabaseHandle SqliteRecordDatabases::open(VolumeId volume, TextView name,
 // The file's own collation compares bytes, which is not the order of UTF-16 units.
 bool SqliteRecordDatabases::sort(Handle& handle, PropertyId sort_property) {
   std::vector<std::pair<RecordId, Record>> keys;
-  SqliteQuery rows(*handle.volume,
-                   "SELECT r.id, p.property, p.value FROM records r LEFT JOIN properties p"
-                   " ON p.record = r.id AND p.property = ? WHERE r.database = ? ORDER BY r.id");
-  rows.bind(0, sort_property).bind(1, handle.database);
-  while (rows.next()) {
-    keys.push_back({static_cast<RecordId>(rows.number(0)), {}});
-    if (rows.number(1) != 0) keys.back().second.push_back(property_from(rows, 1));
-  }
-  if (rows.failed()) return fail_for(*handle.volume);
+  SqliteQuery query(*handle.volume,
+                    "SELECT r.id, p.property, p.value FROM records r LEFT JOIN properties p"
+                    " ON p.record = r.id AND p.property = ? WHERE r.database = ? ORDER BY r.id");
+  query.bind(0, sort_property).bind(1, handle.database);
+  const bool read = query.each_row([&](const SqliteQuery& row) {
+    keys.push_back({static_cast<RecordId>(row.number(0)), {}});
+    if (row.number(1) != 0) keys.back().second.push_back(property_from(row, 1));
+  });
+  if (!read) return fail_for(*handle.volume);
   if (sort_property != 0)
     std::stable_sort(keys.begin(), keys.end(), [&](const auto& a, const auto& b) {
       return comes_before(a.second, b.second, sort_property);
@@ -158,10 +172,11 @@ void SqliteRecordDatabases::close(DatabaseHandle database) { handles_.erase(data
 std::optional<DatabaseInfo> SqliteRecordDatabases::info(DatabaseHandle database) {
   const Handle* handle = handle_of(database);
   if (!handle) return std::nullopt;
-  for (DatabaseInfo& one : enumerate(handle->volume_id))
+  const auto all = enumerate(handle->volume_id);
+  if (!all) return std::nullopt;
+  for (const DatabaseInfo& one : *all)
     if (one.object_id == handle->database) return one;
-  if (error_ == DatabaseError::none) error_ = DatabaseError::file_not_found;
-  return std::nullopt;
+  return fail(DatabaseError::file_not_found), std::nullopt;
 }
 
 bool SqliteRecordDatabases::seek_first(DatabaseHandle database) {
@@ -170,23 +185,42 @@ bool SqliteRecordDatabases::seek_first(DatabaseHandle database) {
   return handle != nullptr;
 }
 
-// Another process may have deleted the record since the opening: then `record` stays empty.
-bool SqliteRecordDatabases::read(SqliteVolume& volume, RecordId id, Record& record) {
-  SqliteQuery rows(volume, "SELECT property, value FROM properties WHERE record = ?");
-  rows.bind(0, id);
-  while (rows.next()) record.push_back(property_from(rows, 0));
-  return !rows.failed() || fail_for(volume);
+bool SqliteRecordDatabases::read_next(DatabaseHandle database, std::optional<ReadRecord>& next) {
+  next.reset();
+  Handle* handle = handle_of(database);
+  if (!handle) return false;
+  while (handle->next < handle->order.size()) {
+    ReadRecord found{handle->order[handle->next++], {}};
+    SqliteQuery query(*handle->volume, "SELECT property, value FROM properties WHERE record = ?");
+    const bool read = query.bind(0, found.id).each_row([&](const SqliteQuery& row) {
+      found.properties.push_back(property_from(row, 0));
+    });
+    if (!read) return fail_for(*handle->volume);
+    // Another process may have deleted it since the opening.
+    if (found.properties.empty()) continue;
+    next = std::move(found);
+    break;
+  }
+  return true;
 }
 
-std::optional<Record> SqliteRecordDatabases::read_next(DatabaseHandle database, RecordId& id) {
-  Handle* handle = handle_of(database);
-  while (handle && handle->next < handle->order.size()) {
-    id = handle->order[handle->next++];
-    Record record;
-    if (!read(*handle->volume, id, record)) return std::nullopt;
-    if (!record.empty()) return record;
-  }
-  return std::nullopt;
+// Inside the change of the caller; 0 on failure.
+RecordId SqliteRecordDatabases::add_record(SqliteVolume& volume, std::int64_t database,
+                                           const Record& properties) {
+  if (properties.empty() || !well_formed(properties))
+    return fail(DatabaseError::invalid_parameter), 0;
+  SqliteQuery insert(volume, "INSERT INTO records(database) SELECT id FROM databases WHERE id = ?");
+  if (!insert.bind(0, database).finish()) return fail_for(volume), 0;
+  if (volume.changed_rows() == 0) return fail(DatabaseError::file_not_found), 0;
+  const auto id = static_cast<RecordId>(volume.last_row_id());
+  return write_properties(volume, id, properties) ? id : 0;
+}
+
+bool SqliteRecordDatabases::write_properties(SqliteVolume& volume, RecordId id,
+                                             const Record& properties) {
+  for (const RecordProperty& property : properties)
+    if (!write_property(volume, id, property)) return fail_for(volume);
+  return true;
 }
 
 RecordId SqliteRecordDatabases::write(DatabaseHandle database, RecordId id,
@@ -199,19 +233,18 @@ RecordId SqliteRecordDatabases::write(DatabaseHandle database, RecordId id,
   SqliteChange change(volume);
   if (!change) return fail_for(volume), 0;
   if (id == 0) {
-    SqliteQuery insert(volume,
-                       "INSERT INTO records(database) SELECT id FROM databases WHERE id = ?");
-    if (!insert.bind(0, handle->database).finish()) return fail_for(volume), 0;
-    if (volume.changed_rows() == 0) return fail(DatabaseError::file_not_found), 0;
-    id = static_cast<RecordId>(volume.last_row_id());
+    id = add_record(volume, handle->database, properties);
+    if (id == 0) return 0;
   } else {
-    SqliteQuery known(volume, "SELECT 1 FROM records WHERE id = ? AND database = ?");
-    known.bind(0, id).bind(1, handle->database);
-    if (!known.next())
-      return fail(known.failed() ? volume.reason() : DatabaseError::invalid_parameter), 0;
+    bool known = false;
+    SqliteQuery query(volume, "SELECT 1 FROM records WHERE id = ? AND database = ?");
+    const bool read = query.bind(0, id).bind(1, handle->database).each_row([&](const SqliteQuery&) {
+      known = true;
+    });
+    if (!read) return fail_for(volume), 0;
+    if (!known) return fail(DatabaseError::invalid_parameter), 0;
+    if (!write_properties(volume, id, properties)) return 0;
   }
-  for (const RecordProperty& property : properties)
-    if (!write_property(volume, id, property)) return fail_for(volume), 0;
   return change.commit() ? id : (fail_for(volume), 0);
 }
 

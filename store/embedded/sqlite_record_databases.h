@@ -19,14 +19,15 @@ class SqliteRecordDatabases : public RecordDatabases {
   DatabaseError last_error() const override { return error_; }
   VolumeId mount(TextView path) override;
   bool unmount(VolumeId volume) override;
-  std::vector<DatabaseInfo> enumerate(VolumeId volume) override;
+  std::optional<std::vector<DatabaseInfo>> enumerate(VolumeId volume) override;
   bool create(VolumeId volume, TextView name, PropertyId sort_property) override;
+  bool create_all(VolumeId volume, const std::vector<NewDatabase>& databases) override;
   bool remove(VolumeId volume, TextView name) override;
   DatabaseHandle open(VolumeId volume, TextView name, PropertyId sort_property) override;
   void close(DatabaseHandle database) override;
   std::optional<DatabaseInfo> info(DatabaseHandle database) override;
   bool seek_first(DatabaseHandle database) override;
-  std::optional<Record> read_next(DatabaseHandle database, RecordId& id) override;
+  [[nodiscard]] bool read_next(DatabaseHandle database, std::optional<ReadRecord>& next) override;
   RecordId write(DatabaseHandle database, RecordId id, const Record& properties) override;
   bool erase(DatabaseHandle database, RecordId id) override;
 
@@ -43,12 +44,15 @@ class SqliteRecordDatabases : public RecordDatabases {
   bool fail_for(const SqliteVolume& volume) { return fail(volume.reason()); }
   SqliteVolume* volume_of(VolumeId id);
   Handle* handle_of(DatabaseHandle database);
+  bool add_database(SqliteVolume& volume, TextView name, PropertyId sort_property);
+  RecordId add_record(SqliteVolume& volume, std::int64_t database, const Record& properties);
+  bool write_properties(SqliteVolume& volume, RecordId id, const Record& properties);
   bool sort(Handle& handle, PropertyId sort_property);
-  bool read(SqliteVolume& volume, RecordId id, Record& record);
 
   std::string object_store_path_;
   PathOf path_of_;
   DatabaseError error_ = DatabaseError::none;
+  LockPatience patience_;
   std::map<VolumeId, std::unique_ptr<SqliteVolume>> volumes_;
   std::map<DatabaseHandle, Handle> handles_;
   std::uint32_t next_id_ = 1;

@@ -37,7 +37,7 @@ class BadVolume : public ::testing::Test {
     std::vector<MenuItem> menu;
     loadPreTextToLB(volume, texts, kSubjectPretexts);
     loadCategoryProps(volume, props);
-    loadProfile(volume, u"Work", labels);
+    profile_read = loadProfile(volume, u"Work", labels);
     return texts.size() + props.size() + labels.size() +
            static_cast<std::size_t>(listProfilesInMenu(volume, u"All", menu));
   }
@@ -70,6 +70,7 @@ class BadVolume : public ::testing::Test {
       std::filesystem::temp_directory_path() / ("orvello-volume-" + std::to_string(::getpid()));
   const std::string path = folder / "settings.vol";
   SqliteRecordDatabases databases{folder / "device.db", [this](TextView) { return path; }};
+  bool profile_read = false;
   HeadlessBoxes boxes;
   MemoryFiles files;
   const SettingsVolume volume{databases, boxes, files};
@@ -96,7 +97,7 @@ TEST_F(BadVolume, ALockedOneIsReadAndAFailedChangeShownOnce) {
   ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
   ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
   EXPECT_EQ(savePreTextToDB(volume, u"More", kSubjectPretexts), 0);
-  EXPECT_EQ(boxes_shown(), Messages{"Error: Unknown Error"});
+  EXPECT_EQ(boxes_shown(), Messages{"Error: In Use By Another Program"});
   EXPECT_EQ(read_everything(), 5u);
   EXPECT_EQ(boxes_shown(), Messages{});
   sqlite3_close(other);
@@ -122,7 +123,7 @@ TEST_F(BadVolume, AFullDiskKeepsWhatItHolds) {
     savePreTextToDB(volume, longer, kSubjectPretexts);
     saveCategoryProps(volume, longer, 1, 1);
     saveProfileInfoToDatabase(volume, u"pfile-Work", {{longer, longer}, {0, 1}});
-    return same(boxes_shown(), Messages(3, "Error: Unknown Error")) && read_everything() == 5 &&
+    return same(boxes_shown(), Messages(3, "Error: Disk Full")) && read_everything() == 5 &&
            same(boxes_shown(), {});
   }));
   EXPECT_EQ(read_everything(), 5u);

@@ -48,15 +48,16 @@ class DeviceDatabasesTest : public ::testing::Test {
   std::vector<std::vector<int>> numbers() {
     std::vector<std::vector<int>> all;
     const auto list = databases.open(kObjectStore, kCategoriesDatabase, 0);
-    RecordId id = 0;
-    while (const auto record = databases.read_next(list, id)) {
+    const auto add = [&](const Record& record, RecordId) {
       std::map<PropertyId, int> row;
-      for (const auto& property : *record)
+      for (const auto& property : record)
         if (const auto* number = std::get_if<std::int16_t>(&property.value))
           row[property.id] = *number;
       auto& values = all.emplace_back();
       for (const auto& [property, value] : row) values.push_back(value);
-    }
+      return true;
+    };
+    EXPECT_TRUE(each_record(databases, list, add));
     databases.close(list);
     return all;
   }

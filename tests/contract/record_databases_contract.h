@@ -14,6 +14,8 @@ namespace orvello {
 struct DatabasesPlace {
   virtual ~DatabasesPlace() = default;
   virtual RecordDatabases& open() = 0;
+  // From now on the reads after the next `count` fail; -1: none do.
+  virtual void fail_reads_after(int count) = 0;
 };
 using DatabasesCase = std::pair<const char*, std::function<std::unique_ptr<DatabasesPlace>()>>;
 inline void PrintTo(const DatabasesCase& one, std::ostream* out) { *out << one.first; }
@@ -33,19 +35,43 @@ class RecordDatabasesContract : public ::testing::TestWithParam<DatabasesCase> {
     EXPECT_NE(database, kInvalidDatabase);
     return database;
   }
+  static Text name_in(const Record& record) {
+    const auto* name = property_of(record, kName);
+    return name ? std::get<Text>(name->value) : u"(none)";
+  }
   std::vector<Text> names(VolumeId volume, TextView name, PropertyId sort = kName) {
     std::vector<Text> all;
     const DatabaseHandle database = databases.open(volume, name, sort);
-    RecordId id = 0;
-    while (const auto record = databases.read_next(database, id)) {
-      Text text = u"(none)";
-      for (const orvello::RecordProperty& property : *record)
-        if (property.id == kName) text = std::get<Text>(property.value);
-      all.push_back(text);
-    }
-    EXPECT_EQ(databases.last_error(), DatabaseError::none);
+    EXPECT_TRUE(each_record(databases, database, [&](const Record& record, RecordId) {
+      all.push_back(name_in(record));
+      return true;
+    }));
     databases.close(database);
     return all;
+  }
+  std::optional<ReadRecord> next(DatabaseHandle database) {
+    std::optional<ReadRecord> record;
+    EXPECT_TRUE(databases.read_next(database, record));
+    return record;
+  }
+  // Everything in the volume as lines; nothing when some of it could not be read.
+  std::optional<std::vector<Text>> everything(VolumeId volume) {
+    const auto all = databases.enumerate(volume);
+    if (!all) return std::nullopt;
+    std::vector<Text> lines;
+    for (const DatabaseInfo& one : *all) {
+      const DatabaseHandle database = databases.open(volume, one.name, kName);
+      if (database == kInvalidDatabase) return std::nullopt;
+      const auto info = databases.info(database);
+      if (info) lines.push_back(format(u"%s %d", one.name, static_cast<int>(info->record_count)));
+      const bool read = each_record(databases, database, [&](const Record& record, RecordId) {
+        lines.push_back(name_in(record));
+        return true;
+      });
+      databases.close(database);
+      if (!info || !read) return std::nullopt;
+    }
+    return lines;
   }
   static const orvello::RecordProperty* property_of(const Record& record, PropertyId id) {
     for (const orvello::RecordProperty& one : record)
@@ -59,7 +85,7 @@ class RecordDatabasesContract : public ::testing::TestWithParam<DatabasesCase> {
 
 TEST_P(RecordDatabasesContract, DatabasesAreListedInOrderOfCreationAndSurviveUnmounting) {
   VolumeId volume = mounted();
-  EXPECT_TRUE(databases.enumerate(volume).empty());
+  EXPECT_TRUE(databases.enumerate(volume)->empty());
   for (const TextView name : {u"b", u"A", u"a"}) EXPECT_TRUE(databases.create(volume, name, kName));
   EXPECT_FALSE(databases.create(volume, u"A", kName));
   EXPECT_EQ(databases.last_error(), DatabaseError::already_exists);
@@ -76,7 +102,7 @@ TEST_P(RecordDatabasesContract, DatabasesAreListedInOrderOfCreationAndSurviveUnm
   EXPECT_FALSE(databases.unmount(volume));
 
   volume = mounted();
-  const auto all = databases.enumerate(volume);
+  const auto all = databases.enumerate(volume).value();
   ASSERT_EQ(all.size(), 2u);
   EXPECT_EQ(all[0].name, u"A");
   EXPECT_EQ(all[0].record_count, 2u);
@@ -84,7 +110,7 @@ TEST_P(RecordDatabasesContract, DatabasesAreListedInOrderOfCreationAndSurviveUnm
   EXPECT_NE(all[0].object_id, all[1].object_id);
   EXPECT_TRUE(databases.create(volume, u"b", kName));
   EXPECT_TRUE(names(volume, u"b").empty()) << "records of the deleted one of that name";
-  EXPECT_TRUE(databases.enumerate(kObjectStore).empty());
+  EXPECT_TRUE(databases.enumerate(kObjectStore)->empty());
 }
 
 TEST_P(RecordDatabasesContract, RecordsComeInTheOrderOfTheirUnitsAndThenOfCreation) {
@@ -103,9 +129,8 @@ TEST_P(RecordDatabasesContract, RecordsComeInTheOrderOfTheirUnitsAndThenOfCreati
                                u"\U0001F4C5", u"\uFF5E"}));
   EXPECT_EQ(names(volume, u"list", 0).front(), u"\uFF5E");
   const DatabaseHandle again = databases.open(volume, u"list", kName);
-  RecordId id = 0;
-  for (int i = 0; i < 5; ++i) databases.read_next(again, id);
-  EXPECT_EQ(id, second_a) << "the later of equal ones";
+  for (int i = 0; i < 4; ++i) next(again);
+  EXPECT_EQ(next(again)->id, second_a) << "the later of equal ones";
 }
 
 TEST_P(RecordDatabasesContract, WritingSetsTheGivenPropertiesAndKeepsTheOthers) {
@@ -120,18 +145,17 @@ TEST_P(RecordDatabasesContract, WritingSetsTheGivenPropertiesAndKeepsTheOthers) 
   databases.close(database);
 
   const DatabaseHandle again = databases.open(volume, u"props", kName);
-  RecordId read_id = 0;
-  const auto record = databases.read_next(again, read_id);
-  ASSERT_TRUE(record);
-  EXPECT_EQ(read_id, id);
+  const auto found = next(again);
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->id, id);
+  const Record* record = &found->properties;
   ASSERT_EQ(record->size(), 3u);
   EXPECT_EQ(std::get<Text>(property_of(*record, kName)->value), odd);
   EXPECT_EQ(std::get<std::int32_t>(property_of(*record, kLong)->value), -2147483647 - 1);
   EXPECT_EQ(std::get<std::int16_t>(property_of(*record, kShort)->value), -3);
-  EXPECT_FALSE(databases.read_next(again, read_id));
-  EXPECT_EQ(databases.last_error(), DatabaseError::none);
+  EXPECT_FALSE(next(again));
   EXPECT_TRUE(databases.seek_first(again));
-  EXPECT_TRUE(databases.read_next(again, read_id));
+  EXPECT_TRUE(next(again));
 }
 
 TEST_P(RecordDatabasesContract, ErasingRemovesOneRecordAlsoWhileReading) {
@@ -141,13 +165,12 @@ TEST_P(RecordDatabasesContract, ErasingRemovesOneRecordAlsoWhileReading) {
     databases.write(database, 0, {{kName, Text(text)}});
   databases.close(database);
   const DatabaseHandle reading = databases.open(volume, u"list", kName);
-  RecordId first = 0, second = 0;
-  databases.read_next(reading, first);
-  databases.read_next(reading, second);
+  next(reading);
+  const RecordId second = next(reading)->id;
   EXPECT_TRUE(databases.erase(reading, second));
   EXPECT_FALSE(databases.erase(reading, second));
   EXPECT_EQ(databases.last_error(), DatabaseError::invalid_parameter);
-  EXPECT_TRUE(databases.read_next(reading, second));
+  EXPECT_TRUE(next(reading));
   databases.close(reading);
   EXPECT_EQ(names(volume, u"list"), (std::vector<Text>{u"a", u"b", u"c"}));
 }
@@ -162,6 +185,7 @@ TEST_P(RecordDatabasesContract, WrongCallsAreRefusedWithTheirReason) {
   EXPECT_EQ(databases.last_error(), DatabaseError::invalid_parameter);
   for (const DatabaseHandle wrong : {kInvalidDatabase, DatabaseHandle{0}}) {
     EXPECT_FALSE(databases.info(wrong));
+    EXPECT_FALSE(each_record(databases, wrong, [](const Record&, RecordId) { return true; }));
     EXPECT_EQ(databases.write(wrong, 0, {{kName, Text(u"x")}}), 0u);
     EXPECT_EQ(databases.last_error(), DatabaseError::invalid_parameter);
   }
@@ -182,7 +206,7 @@ TEST_P(RecordDatabasesContract, TheObjectStoreIsAlwaysThere) {
   databases.close(database);
   EXPECT_FALSE(databases.unmount(kObjectStore));
   EXPECT_EQ(names(kObjectStore, u"Categories Database", 0), (std::vector<Text>{u"z", u"a"}));
-  EXPECT_TRUE(databases.enumerate(mounted()).empty());
+  EXPECT_TRUE(databases.enumerate(mounted())->empty());
 }
 
 TEST_P(RecordDatabasesContract, AnotherProgramSeesWhatWasWritten) {
@@ -196,6 +220,44 @@ TEST_P(RecordDatabasesContract, AnotherProgramSeesWhatWasWritten) {
   EXPECT_EQ(other.info(shared)->record_count, 1u);
   EXPECT_NE(other.write(shared, 0, {{kName, Text(u"two")}}), 0u);
   EXPECT_EQ(names(volume, u"shared"), (std::vector<Text>{u"one", u"two"}));
+}
+
+TEST_P(RecordDatabasesContract, DatabasesComeIntoBeingTogether) {
+  const VolumeId volume = mounted();
+  const std::vector<NewDatabase> both{{u"a", kName, {{{kName, Text(u"2")}}, {{kName, Text(u"1")}}}},
+                                      {u"b", kName, {}}};
+  ASSERT_TRUE(databases.create_all(volume, both));
+  EXPECT_EQ(everything(volume), (std::vector<Text>{u"a 2", u"1", u"2", u"b 0"}));
+  EXPECT_FALSE(databases.create_all(volume, {{u"c", kName, {}}, both[0]}));
+  EXPECT_EQ(databases.last_error(), DatabaseError::already_exists);
+  EXPECT_FALSE(databases.create_all(volume, {{u"c", kName, {{{kName, std::int32_t{1}}}}}}));
+  EXPECT_EQ(databases.last_error(), DatabaseError::invalid_parameter);
+  EXPECT_EQ(databases.enumerate(volume)->size(), 2u);
+}
+
+TEST_P(RecordDatabasesContract, AFailedReadIsNeverTakenForTheEnd) {
+  const VolumeId volume = mounted();
+  const Record three[] = {{{kName, Text(u"1")}},
+                          {{kName, Text(u"2")}, {kLong, std::int32_t{1}}},
+                          {{kName, Text(u"3")}}};
+  ASSERT_TRUE(databases.create_all(
+      volume, {{u"a", kName, {three[0], three[1], three[2]}}, {u"b", kName, {three[1]}}}));
+  const auto sound = everything(volume);
+  ASSERT_TRUE(sound);
+  int failed = 0;
+  for (int count = 0; failed == count; ++count) {
+    place->fail_reads_after(count);
+    const auto found = everything(volume);
+    if (found) {
+      EXPECT_EQ(found, sound) << "after " << count << " reads";
+    } else {
+      ++failed;
+      EXPECT_NE(databases.last_error(), DatabaseError::none);
+    }
+    place->fail_reads_after(-1);
+    ASSERT_EQ(everything(volume), sound) << "after " << count << " reads";
+  }
+  EXPECT_GT(failed, 8) << "each kind of read fails somewhere";
 }
 
 }  // namespace orvello

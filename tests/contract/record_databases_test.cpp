@@ -6,6 +6,7 @@ namespace {
 
 struct MemoryPlace : DatabasesPlace {
   RecordDatabases& open() override { return databases; }
+  void fail_reads_after(int count) override { databases.fail_read_after = count; }
   MemoryRecordDatabases databases;
 };
 

@@ -20,15 +20,16 @@ class CategoryListTest : public SettingsTest {
   Messages records() {
     Messages all;
     const auto list = databases.open(kObjectStore, kCategoriesDatabase, 0);
-    RecordId id = 0;
-    while (const auto record = databases.read_next(list, id)) {
+    const auto add = [&](const Record& record, RecordId) {
       std::string& line = all.emplace_back();
-      for (const auto& property : *record)
+      for (const auto& property : record)
         if (const auto* text = std::get_if<Text>(&property.value))
           line += to_utf8(*text);
         else
           line += " " + std::to_string(std::get<std::int16_t>(property.value));
-    }
+      return true;
+    };
+    EXPECT_TRUE(each_record(databases, list, add));
     databases.close(list);
     return all;
   }
@@ -92,7 +93,7 @@ TEST_F(CategoryListTest, NewLabelsAreNumberedAndUnique) {
             (Messages{"Work 20 1 0 0 0", "work 21 1 0 0 0", std::string(29, 'x') + " 22 1 0 0 0"}));
   databases.fail_write = DatabaseError::disk_full;
   EXPECT_EQ(addCategory(volume, u"b"), 0);
-  EXPECT_EQ(boxes_shown(), Messages{"Error: Unknown Error"});
+  EXPECT_EQ(boxes_shown(), Messages{"Error: Disk Full"});
   const std::pair<std::vector<Record>, int> cases[] = {
       {{label(u"a", kListActive, 9)}, 21},
       {{label(u"a", kListNumber, 20), label(u"b", kListNumber, 23), label(u"c", kListTasks, 99)},

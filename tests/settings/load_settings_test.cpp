@@ -3,6 +3,7 @@
 
 #include "settings/colors.h"
 #include "settings/pretexts.h"
+#include "settings/program_files.h"
 #include "settings/setting_table.h"
 #include "tests/data_path.h"
 #include "tests/settings/settings_fixture.h"
@@ -198,16 +199,13 @@ TEST_F(SettingsTest, IconsOfBothResolutionsAndOfThePerson) {
   EXPECT_EQ(load().total_icon_count, 46);
 }
 
-TEST_F(SettingsTest, FirstUseGreetsOnceAndSeedsTheSubjects) {
+TEST_F(SettingsTest, FirstUseAsksForAGreetingOnceAndSeedsTheSubjects) {
   clock.set({2027, 2, 0, 28, 23, 59, 0, 0});
   const SettingsRecord settings = load();
   EXPECT_EQ(settings.today, (MonthDayYear{2, 28, 2027}));
   EXPECT_EQ(settings.shown, settings.today);
-  ASSERT_EQ(boxes.shown.size(), 1u);
-  EXPECT_TRUE(boxes.shown[0].owned);
-  EXPECT_EQ(boxes_shown()[0],
-            "First Time Use: Note: To see the month view icons, you will need to assign icons to "
-            "existing category labels in the 'Options->Settings->Icons' screen");
+  EXPECT_EQ(stored(kGreetingDue)->number, 1u);
+  store(kGreetingDue, 0);
   std::vector<Text> subjects, locations;
   loadPreTextToLB(volume, subjects, kSubjectPretexts);
   ASSERT_EQ(subjects.size(), 20u);
@@ -221,10 +219,27 @@ TEST_F(SettingsTest, FirstUseGreetsOnceAndSeedsTheSubjects) {
 
   deletePreTextFromDB(volume, u"Task", kSubjectPretexts);
   load();
-  EXPECT_EQ(boxes_shown(), Messages{});
   subjects.clear();
   loadPreTextToLB(volume, subjects, kSubjectPretexts);
   EXPECT_EQ(subjects.size(), 19u);
+  EXPECT_EQ(stored(kGreetingDue)->number, 0u);
+  EXPECT_EQ(boxes_shown(), Messages{});
+}
+
+TEST_F(SettingsTest, AFirstUseThatBrokeOffIsDoneAgain) {
+  databases.fail_write = DatabaseError::disk_full;
+  load();
+  EXPECT_EQ(boxes_shown(), Messages{"Error: Disk Full"});
+  EXPECT_TRUE(FileExists(files, settings_volume_path(files)));
+  databases.fail_write = DatabaseError::none;
+  databases.fail_read_after = 0;  // whether it was done cannot be told
+  load();
+  databases.fail_read_after = -1;
+  load();
+  std::vector<Text> subjects;
+  loadPreTextToLB(volume, subjects, kSubjectPretexts);
+  EXPECT_EQ(subjects.size(), 20u);
+  EXPECT_EQ(stored(kGreetingDue)->number, 1u);
 }
 
 TEST_F(SettingsTest, ResettingColorsTouchesOneGroupOrAll) {

@@ -9,6 +9,7 @@ namespace {
 
 class VolumeTest : public SettingsTest {
  protected:
+  bool profile_read = false;  // the last one
   std::vector<Text> texts(TextView list) {
     std::vector<Text> all;
     loadPreTextToLB(volume, all, list);
@@ -16,7 +17,7 @@ class VolumeTest : public SettingsTest {
   }
   std::vector<Text> profile(TextView name) {
     std::vector<Text> labels{u"of the one before"};
-    loadProfile(volume, name, labels);
+    profile_read = loadProfile(volume, name, labels);
     return labels;
   }
   void save_profile(TextView name, std::vector<Text> labels) {
@@ -62,7 +63,9 @@ TEST_F(VolumeTest, FailedMountShowsOneMessageOrNone) {
       {DatabaseError::disk_full, {"Error: Database mount failed: Disk Full"}},
       {DatabaseError::not_enough_memory, {"Error: Database mount failed: Not Enough Memory"}},
       {DatabaseError::invalid_parameter, {"Error: Database mount failed: Invalid Parameter"}},
-      {DatabaseError::sharing_violation, {}},
+      {DatabaseError::sharing_violation,
+       {"Error: Database mount failed: In Use By Another Program"}},
+      {DatabaseError::access_denied, {"Error: Database mount failed: Access Denied"}},
       {DatabaseError::damaged, {}},
   };
   for (const auto& [reason, messages] : cases) {
@@ -70,6 +73,7 @@ TEST_F(VolumeTest, FailedMountShowsOneMessageOrNone) {
     EXPECT_EQ(savePreTextToDB(volume, u"x", kSubjectPretexts), 0);
     EXPECT_EQ(boxes_shown(), messages);
     EXPECT_EQ(profile(u"Work"), std::vector<Text>{});
+    EXPECT_FALSE(profile_read);
     EXPECT_EQ(boxes_shown(), messages);
     std::vector<MenuItem> menu;
     EXPECT_EQ(listProfilesInMenu(volume, u"All", menu), 0);
@@ -114,6 +118,7 @@ TEST_F(VolumeTest, FailedReadsStopAndKeepWhatIsStored) {
   EXPECT_EQ(savePreTextToDB(volume, u"D", kSubjectPretexts), 0);
   EXPECT_EQ(deletePreTextFromDB(volume, u"C", kSubjectPretexts), 0);
   EXPECT_EQ(profile(u"Work"), std::vector<Text>{u"A"});
+  EXPECT_FALSE(profile_read);
   EXPECT_EQ(boxes_shown(), (Messages{"error: loadPreTextToLB(): Failed to read record",
                                      "error: savePreTextToDB(): Failed to read record",
                                      "error: savePreTextToDB(): Failed to read record",
@@ -135,7 +140,9 @@ TEST_F(VolumeTest, FailedWritesSayWhy) {
   const std::pair<DatabaseError, std::string> cases[] = {
       {DatabaseError::not_enough_memory, "Error: Not enough memory"},
       {DatabaseError::invalid_parameter, "Error: Invalid Parameter"},
-      {DatabaseError::disk_full, "Error: Unknown Error"},
+      {DatabaseError::disk_full, "Error: Disk Full"},
+      {DatabaseError::sharing_violation, "Error: In Use By Another Program"},
+      {DatabaseError::damaged, "Error: Unknown Error"},
   };
   for (const auto& [reason, message] : cases) {
     databases.fail_write = reason;
@@ -202,6 +209,40 @@ TEST_F(VolumeTest, ProfileFiltersByExactLabel) {
   settings.profile_labels = {u"Work", u"Home"};
   EXPECT_TRUE(profileAllowsCategory(settings, u"Home"));
   EXPECT_FALSE(profileAllowsCategory(settings, u"home"));
+}
+
+TEST_F(VolumeTest, AnActiveProfileThatCannotBeReadHidesNothing) {
+  save_profile(u"Work", {u"A", u"B"});
+  SettingsRecord settings;
+  settings.activeprofilename = u"Work";
+  const auto shows = [&](TextView label) {
+    load_active_profile(volume, settings);
+    return profileAllowsCategory(settings, label);
+  };
+  EXPECT_TRUE(shows(u"A") && !shows(u"C"));
+  const std::string unread =
+      "Error: The profile \"Work\" could not be read. All appointments are "
+      "shown.";
+  int failed = 0;
+  for (int reads = 0; failed == reads; ++reads) {
+    databases.fail_read_after = reads;
+    if (!shows(u"C")) continue;
+    ++failed;
+    EXPECT_EQ(boxes_shown().back(), unread);
+  }
+  EXPECT_EQ(failed, 6) << "listing, opening, counting and each record with the end";
+  databases.fail_read_after = -1;
+  databases.fail_mount = DatabaseError::sharing_violation;
+  EXPECT_TRUE(shows(u"C"));
+  EXPECT_EQ(boxes_shown().back(), unread);
+  databases.fail_mount = DatabaseError::none;
+  deleteSettingsDatabase(volume, u"pfile-Work");
+  EXPECT_TRUE(shows(u"C")) << "it is not there, and is not made";
+  EXPECT_EQ(boxes_shown(), Messages{"Error: The profile \"Work\" is not there any more. All "
+                                    "appointments are shown."});
+  save_profile(u"Work", {});
+  EXPECT_FALSE(shows(u"C")) << "an empty one hides everything";
+  EXPECT_EQ(boxes_shown(), Messages{});
 }
 
 // Other programs may have written longer ones.
