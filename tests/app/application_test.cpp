@@ -134,10 +134,12 @@ TEST_F(ApplicationTest, ABadSettingsVolumeIsNamedOnceAtTheStart) {
   device.databases.fail_mount = DatabaseError::disk_full;
   start();
   EXPECT_EQ(result, StartResult::running);
-  ASSERT_EQ(device.boxes.shown.size(), 1u);
+  ASSERT_EQ(device.boxes.shown.size(), 2u);
   EXPECT_EQ(device.boxes.shown[0].text, u"Database mount failed: Disk Full");
+  EXPECT_EQ(device.boxes.shown[1].text,
+            u"The profile \"Work\" could not be read. All appointments are shown.");
   device.window.command(kCommandFirstProfile);  // from now on each operation says what failed
-  EXPECT_EQ(device.boxes.shown.size(), 2u);
+  EXPECT_EQ(device.boxes.shown.size(), 3u);
 }
 
 TEST_F(ApplicationTest, StartModeChoosesTheViewAndOptionsOverrideIt) {
