@@ -266,8 +266,9 @@ std::optional<RecurrencePattern> pattern_from_rule(const Rule& rule, LocalSecond
   const auto time = start - day * kSecondsPerDay;
   constexpr std::int64_t kLongest = 0x7FFFFFFFLL * 60;
   if (time % 60 != 0 || duration_seconds < 0 || duration_seconds % 60 != 0 ||
-      duration_seconds > kLongest || rule.until_is_utc || !rule.by_year_day.empty() ||
-      !rule.by_week_no.empty() || !times_are_the_starts(rule, static_cast<int>(time)))
+      duration_seconds > kLongest || rule.until_is_utc || (rule.count > 0 && rule.until) ||
+      !rule.by_year_day.empty() || !rule.by_week_no.empty() ||
+      !times_are_the_starts(rule, static_cast<int>(time)))
     return std::nullopt;
   RecurrencePattern pattern;
   if (!read_kind(rule, day, pattern) || !rule_produces(rule, start, start)) return std::nullopt;

@@ -1,8 +1,10 @@
 #include "calendar/rule.h"
 
 #include <algorithm>
+#include <deque>
 #include <limits>
 
+#include "calendar/instance_stream.h"
 #include "calendar/rule_days.h"
 #include "calendar/rule_expansion.h"
 #include "calendar/rule_series.h"
@@ -13,13 +15,6 @@ namespace {
 // A count is walked this far; a larger one is taken as none. Only a rule of hours, minutes or
 // seconds gets here, and nothing but a hostile file asks for so many.
 constexpr std::int64_t kMaxWalk = 2'000'000;
-
-// Starts that the calendar's arithmetic can hold; any other stands alone.
-constexpr LocalSeconds kFirstStart = -693593LL * kSecondsPerDay;  // 1 January 1
-
-bool can_recur(const Rule& rule, LocalSeconds start) {
-  return rule.interval >= 1 && start >= kFirstStart && start < kEndOfRules;
-}
 
 LocalSeconds end_of_until(const Rule& rule, LocalSeconds to) {
   return rule.until && *rule.until < to ? *rule.until + 1 : to;
@@ -42,15 +37,13 @@ void append_later(const Rule& rule, LocalSeconds start, LocalSeconds from, Local
   });
 }
 
-// The last of what `append` finds in a span that ends at `to`, searched backwards in spans of
-// growing length; `start` where there is none.
-template <typename Append>
-LocalSeconds last_before(LocalSeconds start, LocalSeconds to, std::int64_t span, Append append) {
-  std::vector<LocalSeconds> found;
-  for (; to > start; to -= span, span *= 2) {
-    append(std::max(start, to - span), to, found);
-    if (!found.empty()) return found.back();
-  }
+// Calls found(from, to) for spans of growing length that end at `to` and go back to `start`, until
+// it answers with the last instance of one; `start` where there is none.
+template <typename Found>
+LocalSeconds last_before(LocalSeconds start, LocalSeconds to, std::int64_t span, Found found) {
+  for (; to > start; to -= span, span *= 2)
+    if (const std::optional<LocalSeconds> last = found(std::max(start, to - span), to))
+      return *last;
   return start;
 }
 
@@ -70,20 +63,22 @@ std::optional<LocalSeconds> walked_end(const Rule& rule, LocalSeconds start) {
   return last;
 }
 
-// Of an excluding rule only what it really produces counts: the start is no instance by itself.
-void append_produced(const Rule& rule, LocalSeconds start, LocalSeconds from, LocalSeconds to,
-                     std::vector<LocalSeconds>& out) {
-  if (start >= from && start < to && rule_produces(rule, start, start)) out.push_back(start);
-  append_later(rule, start, from, to, out);
-}
-
 void sort_and_unite(std::vector<LocalSeconds>& moments, std::size_t begin) {
   const auto first = moments.begin() + static_cast<std::ptrdiff_t>(begin);
   std::sort(first, moments.end());
   moments.erase(std::unique(first, moments.end()), moments.end());
 }
 
+// How much is looked at for the end of a series that excludes nearly everything.
+constexpr std::int64_t kEndEffort = 2'000'000;
+
 }  // namespace
+
+// Any other start stands alone.
+bool can_recur(const Rule& rule, LocalSeconds start) {
+  constexpr LocalSeconds kFirstStart = -693593LL * kSecondsPerDay;  // 1 January 1
+  return rule.interval >= 1 && start >= kFirstStart && start < kEndOfRules;
+}
 
 bool rule_produces(const Rule& rule, LocalSeconds start, LocalSeconds moment) {
   bool found = false;
@@ -104,15 +99,25 @@ void append_instances(const Rule& rule, LocalSeconds start, LocalSeconds from, L
 std::optional<LocalSeconds> last_instance(const Rule& rule, LocalSeconds start) {
   if (rule.count == 0 && !rule.until) return std::nullopt;
   if (!can_recur(rule, start)) return start;
-  LocalSeconds end = end_of_until(rule, kEndOfRules);
+  const LocalSeconds end = end_of_until(rule, kEndOfRules);
+  const PlainSeries series = plain_series(rule, start);
+  const bool plain = series.kind != PlainSeries::Kind::none;
   if (rule.count > 0) {
-    const PlainSeries series = plain_series(rule, start);
-    const bool plain = series.kind != PlainSeries::Kind::none;
     const auto last = plain ? counted_end(series) : walked_end(rule, start);
-    if (!last || *last < end) return last;
+    if (last ? *last < end : !rule.until) return last;
   }
-  return last_before(start, end, first_span(rule), [&](auto from, auto to, auto& found) {
-    append_later(rule, start, from, to, found);
+  RuleExpansion expansion(rule, start);
+  return last_before(start, end, first_span(rule), [&](LocalSeconds from, LocalSeconds to) {
+    std::vector<LocalSeconds> found;
+    std::optional<LocalSeconds> last;
+    if (plain)
+      append_series(series, from, to, found);
+    else
+      expansion.walk(std::max(from, start + 1), to, [&](LocalSeconds moment) {
+        last = moment;
+        return true;
+      });
+    return found.empty() ? last : found.back();
   });
 }
 
@@ -126,13 +131,13 @@ void append_instances(const RecurrenceSet& set, LocalSeconds from, LocalSeconds 
   if (set.rules.size() > 1 || !set.dates.empty()) sort_and_unite(out, begin);
   if (out.size() == begin || (set.excluded_dates.empty() && set.excluded_rules.empty())) return;
 
-  std::vector<LocalSeconds> excluded;
-  for (const Rule& rule : set.excluded_rules)
-    if (can_recur(rule, set.start)) append_produced(rule, set.start, from, to, excluded);
-  sort_and_unite(excluded, 0);
+  std::deque<RuleMembers> excluded;
+  for (const Rule& rule : set.excluded_rules) excluded.emplace_back(rule, set.start);
   const auto is_excluded = [&](LocalSeconds moment) {
-    return std::binary_search(set.excluded_dates.begin(), set.excluded_dates.end(), moment) ||
-           std::binary_search(excluded.begin(), excluded.end(), moment);
+    if (std::binary_search(set.excluded_dates.begin(), set.excluded_dates.end(), moment))
+      return true;
+    return std::any_of(excluded.begin(), excluded.end(),
+                       [moment](RuleMembers& rule) { return rule.has(moment); });
   };
   const auto first = out.begin() + static_cast<std::ptrdiff_t>(begin);
   out.erase(std::remove_if(first, out.end(), is_excluded), out.end());
@@ -151,9 +156,14 @@ std::optional<LocalSeconds> last_instance(const RecurrenceSet& set) {
   if (set.excluded_dates.empty() && set.excluded_rules.empty()) return last;
   // A date may lie before the start, so the search goes on to the first of them.
   const auto first = set.dates.empty() ? set.start : std::min(set.start, set.dates.front());
-  return last_before(first, last + 1, span, [&](auto from, auto to, auto& found) {
-    append_instances(set, from, to, found);
-  });
+  InstanceStream stream(set, kEndEffort);
+  const LocalSeconds end =
+      last_before(first, last + 1, span, [&](LocalSeconds from, LocalSeconds to) {
+        std::vector<LocalSeconds> none;
+        const LeftOut found = stream.append(from, to, 0, none);
+        return found.count != 0 ? std::optional(found.last) : std::nullopt;
+      });
+  return end == first ? set.start : end;
 }
 
 }  // namespace orvello

@@ -27,7 +27,7 @@ struct RuleDay {
 struct Rule {
   Frequency frequency = Frequency::daily;
   int interval = 1;
-  int count = 0;                      // 0: no COUNT
+  int count = 0;                      // 0: no COUNT; beside UNTIL the earlier end counts
   std::optional<LocalSeconds> until;  // inclusive
   bool until_is_date = false;         // UNTIL was a bare date: `until` is that day's last second
   bool until_is_utc = false;          // UNTIL ended in Z: `until` still holds the UTC reading
@@ -38,9 +38,15 @@ struct Rule {
   friend bool operator==(const Rule&, const Rule&) = default;
 };
 
-// Reads the value of an RRULE property ("FREQ=WEEKLY;BYDAY=MO"). Fails with the part at fault for
-// an unknown or doubled part, a number out of range, both COUNT and UNTIL, a missing FREQ.
-Result<Rule> parse_rule(std::string_view text);
+// Reads the value of an RRULE property ("FREQ=WEEKLY;BYDAY=MO"). What changes no instance as far as
+// can be told is left out and named in `oddities`: unknown and empty parts, a part said twice, an
+// INTERVAL of 0; COUNT beside UNTIL is named there too. Fails with the part at fault for another
+// calendar's RSCALE, two values of one part, a number out of range, a missing FREQ.
+Result<Rule> parse_rule(std::string_view text, std::vector<std::string>* oddities = nullptr);
+
+// The rule of all-day items, whose days have no hours: without BYHOUR, BYMINUTE and BYSECOND, and
+// by the day where it was by the hour, minute or second.
+Rule by_whole_days(Rule rule);
 
 // The rule as RFC text, parts in the RFC's order; parse_rule of it gives an equal rule.
 std::string rule_text(const Rule& rule);
@@ -54,6 +60,10 @@ void append_instances(const Rule& rule, LocalSeconds start, LocalSeconds from, L
 // The last instance; nothing for a rule without end. With COUNT it is walked once, so callers keep
 // the answer (as `until`) rather than ask again.
 std::optional<LocalSeconds> last_instance(const Rule& rule, LocalSeconds start);
+
+// Whether a series from `start` lies in the years that the calendar's arithmetic can hold; one that
+// does not has its start alone.
+bool can_recur(const Rule& rule, LocalSeconds start);
 
 // Whether the rule by itself, leaving out COUNT and the rule that the start always counts, produces
 // `moment`. With `moment` = `start` it tells whether the start suits its rule.
@@ -71,7 +81,8 @@ struct RecurrenceSet {
 void append_instances(const RecurrenceSet& set, LocalSeconds from, LocalSeconds to,
                       std::vector<LocalSeconds>& out);
 
-// The last instance; nothing without end. Where every instance is excluded it is the start.
+// The last instance; nothing without end. Where every instance is excluded it is the start; where
+// so many are that looking would take too long, a moment that no instance passes.
 std::optional<LocalSeconds> last_instance(const RecurrenceSet& set);
 
 }  // namespace orvello

@@ -250,10 +250,12 @@ bool RuleExpansion::take_positions(LocalSeconds from, LocalSeconds to, const Tak
 
 bool RuleExpansion::take_times(std::int64_t day, LocalSeconds from, LocalSeconds to,
                                const Take& take) const {
-  for (int time : times_) {
-    const auto moment = day * kSecondsPerDay + time;
-    if (moment >= to) return false;
-    if (moment >= from && !take(moment)) return false;
+  const auto midnight = day * kSecondsPerDay;
+  const auto earliest = std::max<std::int64_t>(0, from - midnight);
+  for (auto time = std::lower_bound(times_.begin(), times_.end(), earliest); time != times_.end();
+       ++time) {
+    if (midnight + *time >= to) return false;
+    if (!take(midnight + *time)) return false;
   }
   return true;
 }

@@ -42,6 +42,7 @@ int index_in(const char* const (&names)[N], std::string_view name) {
 
 bool parse_numbers(const NumberPart& part, std::string_view text, Rule& rule) {
   for (auto item : split_bytes(text, ',')) {
+    if (item.empty()) continue;
     const auto number = parse_whole_number(item);
     if (!number) return false;
     const int size = part.may_count_back && *number < 0 ? -*number : *number;
@@ -53,6 +54,7 @@ bool parse_numbers(const NumberPart& part, std::string_view text, Rule& rule) {
 
 bool parse_days(std::string_view text, Rule& rule) {
   for (auto item : split_bytes(text, ',')) {
+    if (item.empty()) continue;
     if (item.size() < 2) return false;
     RuleDay day;
     day.weekday = index_in(kWeekdays, item.substr(item.size() - 2));
@@ -84,7 +86,8 @@ bool parse_positive(std::string_view text, int& value) {
   return true;
 }
 
-bool parse_part(std::string_view name, std::string_view text, Rule& rule) {
+bool parse_known(std::string_view name, std::string_view text, Rule& rule, bool& known) {
+  known = true;
   if (name == "FREQ") {
     const int index = index_in(kFrequencies, text);
     if (index >= 0) rule.frequency = static_cast<Frequency>(index);
@@ -102,7 +105,16 @@ bool parse_part(std::string_view name, std::string_view text, Rule& rule) {
     if (name == part.name) return parse_numbers(part, text, rule);
   for (const NumberPart& part : kDayParts)
     if (name == part.name) return parse_numbers(part, text, rule);
-  return false;
+  // The calendar and the days that a month lacks as they are taken here anyway.
+  if (name == "RSCALE") return text == "GREGORIAN";
+  known = name == "SKIP" && text == "OMIT";
+  return known;
+}
+
+// A part that says nothing, or nothing that is known.
+bool is_odd(std::string_view name, std::string_view text) {
+  return text.find_first_not_of(',') == std::string_view::npos ||
+         (name == "INTERVAL" && parse_whole_number(text) == 0);
 }
 
 void write_numbers(const NumberPart& part, const Rule& rule, std::string& text) {
@@ -177,7 +189,13 @@ std::string moment_text(LocalSeconds moment) {
   return day_text(moment) + text;
 }
 
-Result<Rule> parse_rule(std::string_view text) {
+Result<Rule> parse_rule(std::string_view text, std::vector<std::string>* oddities) {
+  const auto failure = [](std::string_view part, const char* fault) {
+    return Result<Rule>::failure("recurrence rule: " + std::string(part) + fault);
+  };
+  const auto note = [&](std::string_view part) {
+    if (oddities) oddities->emplace_back(part);
+  };
   std::string upper(text);
   for (char& unit : upper)
     if (unit >= 'a' && unit <= 'z') unit = static_cast<char>(unit - 'a' + 'A');
@@ -185,19 +203,41 @@ Result<Rule> parse_rule(std::string_view text) {
   Rule rule;
   std::vector<std::string_view> seen;
   for (auto part : split_bytes(upper, ';')) {
-    const auto equals = part.find('=');
+    const auto equals = std::min(part.find('='), part.size());
     const auto name = part.substr(0, equals);
-    const bool doubled = std::find(seen.begin(), seen.end(), name) != seen.end();
-    if (equals == std::string_view::npos || doubled ||
-        !parse_part(name, part.substr(equals + 1), rule))
-      return Result<Rule>::failure("recurrence rule: " + std::string(part) +
-                                   (doubled ? " is there twice" : " is not understood"));
-    seen.push_back(name);
+    const auto value = part.substr(std::min(equals + 1, part.size()));
+    const auto before = std::find_if(seen.begin(), seen.end(), [&](std::string_view other) {
+      return other.substr(0, other.find('=')) == name;
+    });
+    if (is_odd(name, value) || (before != seen.end() && *before == part)) {
+      note(part);
+      continue;
+    }
+    if (before != seen.end()) return failure(part, " is there twice");
+    seen.push_back(part);
+    bool known = true;
+    if (parse_known(name, value, rule, known)) continue;
+    if (known) return failure(part, " is not understood");
+    note(part);
   }
-  if (std::find(seen.begin(), seen.end(), "FREQ") == seen.end())
-    return Result<Rule>::failure("recurrence rule: FREQ is missing");
-  if (rule.count > 0 && rule.until)
-    return Result<Rule>::failure("recurrence rule: COUNT and UNTIL exclude each other");
+  const bool has_frequency = std::any_of(
+      seen.begin(), seen.end(), [](std::string_view part) { return part.starts_with("FREQ="); });
+  if (!has_frequency) return failure("FREQ", " is missing");
+  if (rule.count > 0 && rule.until) note("COUNT with UNTIL: the earlier end counts");
+  return rule;
+}
+
+Rule by_whole_days(Rule rule) {
+  if (rule.frequency < Frequency::daily) {
+    constexpr std::int64_t kUnits[] = {1, 60, 3600};
+    const auto days = kUnits[static_cast<int>(rule.frequency)] * rule.interval / kSecondsPerDay;
+    rule.interval = static_cast<int>(std::max<std::int64_t>(1, days));
+    rule.frequency = Frequency::daily;
+  }
+  if (rule.frequency == Frequency::daily) rule.by_set_pos.clear();  // of one day
+  rule.by_hour.clear();
+  rule.by_minute.clear();
+  rule.by_second.clear();
   return rule;
 }
 

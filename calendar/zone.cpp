@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "calendar/instance_stream.h"
 #include "calendar/rule_days.h"
 #include "calendar/rule_text.h"
 
@@ -28,14 +29,8 @@ std::vector<LocalSeconds> onsets_of(const Observance& observance) {
   Rule rule = *observance.rule;
   // UNTIL of an onset is written in UTC, its instances are local to the offset before.
   if (rule.until && rule.until_is_utc) *rule.until += observance.offset_from;
-  constexpr LocalSeconds kStep = 40LL * 366 * kSecondsPerDay;
-  if (rule.count > 0) {  // counted once, as each span would count anew
-    append_instances(rule, observance.start, observance.start, kHorizon, onsets);
-  } else {
-    const auto begin = std::max(observance.start, kFirstOnset);
-    for (auto from = begin; from < kHorizon && onsets.size() < kMostOnsets; from += kStep)
-      append_instances(rule, observance.start, from, std::min(from + kStep, kHorizon), onsets);
-  }
+  RuleMembers(rule, observance.start)
+      .append(std::max(observance.start, kFirstOnset), kHorizon, kMostOnsets, onsets);
   if (onsets.size() > kMostOnsets) onsets.resize(kMostOnsets);
   return onsets;
 }

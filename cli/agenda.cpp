@@ -73,6 +73,12 @@ std::string categories_json(TextView categories) {
   return out + "]";
 }
 
+// Only on an item that stands for many, so that nothing changes where there is none.
+std::string many_json(const StoreItem& item) {
+  if (item.many == 0) return "";
+  return ", \"occurrences\": " + (item.many > 0 ? std::to_string(item.many) : "null");
+}
+
 std::string item_json(const StoreItem& item) {
   const AppointmentSummary& summary = *item.summary;
   const bool dated = item.start != kNoDate;
@@ -93,7 +99,8 @@ std::string item_json(const StoreItem& item) {
          ", \"recurring\": " + truth(summary.recurring) + ", \"busyStatus\": \"" +
          busy_word(summary.busy_status) + "\", \"private\": " + truth(summary.sensitivity == 2) +
          ", \"reminderMinutes\": " +
-         (summary.reminder_set ? std::to_string(summary.reminder_minutes) : "null") + "}";
+         (summary.reminder_set ? std::to_string(summary.reminder_minutes) : "null") +
+         many_json(item) + "}";
 }
 
 // A row is one line, and a blank looks better in it than a sign for what is not shown.
@@ -107,7 +114,7 @@ std::string one_line(TextView text) {
 std::string item_row(const StoreItem& item, std::int32_t day, bool clock24) {
   std::string row = "  " + to_utf8(day_label(item, day, clock24));
   row.resize(std::max<std::size_t>(row.size() + 2, 19), ' ');
-  row += one_line(item.summary->subject);
+  row += one_line(shown_subject(item));
   if (!item.summary->location.empty())
     row += " " + one_line(location_label(item.summary->location));
   return row + "\n";

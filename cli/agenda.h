@@ -29,8 +29,9 @@ std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, 
 
 // For programs, whatever the profile: one array of objects: oid, start, end, allDay, subject,
 // location, categories, recurring, busyStatus ("free", "tentative", "busy" or "outOfOffice"),
-// private, reminderMinutes. Times are local; of an all-day item they are dates, the end being the
-// day after its last.
+// private, reminderMinutes. One that stands for many of one day's occurrences of a series also has
+// occurrences: how many, null where they were not counted. Times are local; of an all-day item they
+// are dates, the end being the day after its last.
 std::string agenda_json(const std::vector<StoreItem>& items);
 
 }  // namespace orvello

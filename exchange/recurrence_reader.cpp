@@ -1,6 +1,7 @@
 // RRULE, RDATE, EXRULE, EXDATE and alarms of an event.
 #include <algorithm>
 
+#include "calendar/instance_stream.h"
 #include "calendar/rule_text.h"
 #include "exchange/date_values.h"
 #include "exchange/event_reader.h"
@@ -18,13 +19,7 @@ std::string localized(std::string_view value, Rule& rule, const Moment& start, c
     rule.until = start.zone ? start.zone->from_utc(until) : clock.to_local(until);
   }
   rule.until_is_utc = false;
-  for (std::size_t i = 0; i + 6 < text.size(); ++i) {
-    if (!equal_ignoring_case(std::string_view(text).substr(i, 6), "UNTIL=")) continue;
-    const std::size_t end = std::min(text.find(';', i), text.size());
-    text.replace(i + 6, end - i - 6, moment_text(*rule.until));
-    break;
-  }
-  return text;
+  return with_until(std::move(text), rule);
 }
 
 void add_deleted(AppointmentRecord& record, LocalSeconds start) {
@@ -84,12 +79,9 @@ bool names_only_its_start(const Rule& rule, LocalSeconds start) {
   if (rule.by_month_day.empty() && rule.by_year_day.empty() && rule.by_week_no.empty() &&
       rule.by_set_pos.empty())
     return false;
-  for (const int years : {1, 8, kYearsLookedAt}) {
-    std::vector<LocalSeconds> instances;
-    append_instances(rule, start, start + 1, start + years * kYear, instances);
-    if (!instances.empty()) return false;
-  }
-  return true;
+  std::vector<LocalSeconds> found;
+  RuleMembers(rule, start).append(start + 1, start + kYearsLookedAt * kYear, 1, found);
+  return found.empty();
 }
 
 void read_rule(const Property& property, std::string_view kind, EventContext& context,
@@ -97,13 +89,25 @@ void read_rule(const Property& property, std::string_view kind, EventContext& co
   // Blanks behind commas are wrong and common.
   std::string value(property.value);
   std::erase(value, ' ');
-  Result<Rule> rule = parse_rule(value);
+  if (value.empty() || value == ";") {
+    read.plain = false;
+    context.problems.add(property.line, std::string(kind) + " is empty; not used");
+    return;
+  }
+  std::vector<std::string> oddities;
+  Result<Rule> rule = parse_rule(value, &oddities);
   if (!rule) {
     read.plain = false;
     context.problems.add(property.line, "rule cannot be read (" + rule.reason() +
                                             "); kept, but only the start is shown");
     return;
   }
+  if (!oddities.empty()) {
+    std::string list;
+    for (const std::string& one : oddities) list += (list.empty() ? "" : ", ") + one.substr(0, 40);
+    context.problems.add(property.line, "rule is odd (" + list + "); used for the rest of it");
+  }
+  if (read.start.is_date) rule = by_whole_days(std::move(*rule));
   if (kind == "RRULE" && names_only_its_start(*rule, read.record.start))
     context.problems.add(
         property.line,

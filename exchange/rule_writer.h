@@ -13,6 +13,9 @@ namespace orvello {
 // an all-day item, in UTC where the item has a zone.
 std::string rule_value(const RecurrencePattern& pattern, const Moment& start);
 
+// The rule's text, as somebody wrote it, with the end that the rule has now.
+std::string with_until(std::string text, const Rule& rule);
+
 // The value of a rule as a record keeps it (its end local to the item's zone), for a file.
 std::string rule_value(std::string_view kept, const Moment& start);
 

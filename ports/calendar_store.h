@@ -44,6 +44,11 @@ struct StoreItem {
   CalendarDate start = kNoDate;
   CalendarDate end = kNoDate;
   std::shared_ptr<const AppointmentSummary> summary;
+  // Above 0 the item stands for so many occurrences of its series on one day, the first of which
+  // starts at `start` and the last of which ends at `end`: what more than some thousand rows of one
+  // series would show. kUncounted: counting them would take too long.
+  std::int64_t many = 0;
+  static constexpr std::int64_t kUncounted = -1;
 };
 
 // Everything an appointment holds. An all-day item runs from midnight of its first day to 23:59 of

@@ -77,7 +77,7 @@ class AgendaBuilder {
     if (summary.has_notes) row.icons += u'n';
     if (reminder) row.icons += u'r';
     if (settings_.categoryiconflag == 1) row.icons += u'c';
-    row.subject = summary.subject;
+    row.subject = shown_subject(item);
     row.oid = summary.oid;
     row.first_category = category;
     add_row(std::move(row), end, color);
@@ -121,7 +121,7 @@ std::vector<CompactRow> compact_agenda(StoreItems* items, std::int32_t day, bool
   std::vector<CompactRow> rows;
   visit_candidates(items, day, [&](const StoreItem& item) {
     if (touches_day(item, day) && passes(item.summary->categories))
-      rows.push_back({day_label(item, day, clock24), item.summary->subject, 0});
+      rows.push_back({day_label(item, day, clock24), shown_subject(item), 0});
   });
   if (rows.empty()) rows.push_back({Text(kNothing), {}, -1});
   return rows;

@@ -37,6 +37,15 @@ Text day_label(const StoreItem& item, std::int32_t day, bool clock24) {
   return format(u"%s-%s", start, end);
 }
 
+Text shown_subject(const StoreItem& item) {
+  const Text& subject = item.summary->subject;
+  if (item.many == 0) return subject;
+  if (item.many < 0) return u"and more: " + subject;
+  Text number = to_utf16(std::to_string(item.many));
+  for (std::size_t at = number.size(); at > 3; at -= 3) number.insert(at - 3, 1, u',');
+  return u"and " + number + u" more: " + subject;
+}
+
 Text location_label(TextView location) {
   if (location.size() <= kWholeLocation) return format(u"[%s]", location);
   return format(u"[%s...]", cut(location, kWholeLocation));

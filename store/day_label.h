@@ -16,6 +16,9 @@ bool touches_day(const StoreItem& item, std::int32_t day);
 // an item without dates.
 Text day_label(const StoreItem& item, std::int32_t day, bool clock24);
 
+// The subject; of an item that stands for many occurrences "and 83,400 more: Subject".
+Text shown_subject(const StoreItem& item);
+
 // A location in brackets; one of 30 characters or more is cut to 29 and "...".
 Text location_label(TextView location);
 

@@ -56,7 +56,8 @@ std::vector<std::int32_t> OccurrenceList::oids() const {
 
 StoreItem OccurrenceList::item(std::size_t index) const {
   const Row& row = rows_[index];
-  return {to_calendar_date(row.start), to_calendar_date(row.end), summaries_[row.summary]};
+  const Shown& shown = summaries_[row.summary];
+  return {to_calendar_date(row.start), to_calendar_date(row.end), shown.summary, shown.many};
 }
 
 }  // namespace orvello

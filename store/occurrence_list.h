@@ -15,10 +15,15 @@ class OccurrenceList {
   using Summary = std::shared_ptr<const AppointmentSummary>;
 
   // Occurrences added from now on show `summary`.
-  void show(Summary summary) { summaries_.push_back(std::move(summary)); }
+  void show(Summary summary) { summaries_.push_back({std::move(summary), 0}); }
+  // One row for `many` occurrences: as StoreItem::many.
+  void add_many(Summary summary, LocalSeconds start, LocalSeconds end, std::int64_t many) {
+    summaries_.push_back({std::move(summary), many});
+    add(start, end);
+  }
   void add(LocalSeconds start, LocalSeconds end) {
-    rows_.push_back(
-        {start, end, summaries_.back()->oid, static_cast<std::uint32_t>(summaries_.size() - 1)});
+    rows_.push_back({start, end, summaries_.back().summary->oid,
+                     static_cast<std::uint32_t>(summaries_.size() - 1)});
   }
 
   void sort_by_start(bool descending);     // ties: by end, then by oid
@@ -33,11 +38,15 @@ class OccurrenceList {
     std::int32_t oid;
     std::uint32_t summary;
   };
+  struct Shown {
+    Summary summary;
+    std::int64_t many;
+  };
   void bucket_by_slot();
 
   std::vector<Row> rows_;
   std::vector<bool> slot_ends_;  // while sorting
-  std::vector<Summary> summaries_;
+  std::vector<Shown> summaries_;
 };
 
 }  // namespace orvello

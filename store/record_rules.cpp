@@ -115,7 +115,8 @@ void for_each_line(std::string_view lines, Take take) {
 
 LocalSeconds all_day_end(LocalSeconds end) { return (day_of(end) + 1) * kSecondsPerDay - kMinute; }
 
-RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zone* zone) {
+RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zone* zone,
+                         bool all_day) {
   RecurrenceSet set;
   set.start = start;
   for_each_line(lines, [&](std::string_view name, std::string_view value) {
@@ -128,6 +129,7 @@ RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zon
     if (name != "RRULE" && name != "EXRULE") return;
     auto rule = parse_rule(value);
     if (!rule) return;
+    if (all_day) rule = by_whole_days(std::move(*rule));
     if (rule->until_is_utc && rule->until) {
       if (zone) rule->until = zone->from_utc(*rule->until);
       rule->until_is_utc = false;
@@ -139,13 +141,13 @@ RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zon
   return set;
 }
 
-std::string resolved_rules(const std::string& lines, LocalSeconds start, const Zone* zone) {
-  RecurrenceSet set = read_rules(lines, start, zone);
+std::string resolved_rules(const AppointmentRecord& record, const Zone* zone) {
+  RecurrenceSet set = read_rules(record.rules, record.start, zone, record.fields.all_day);
   std::string text;
   const auto add_rules = [&](std::vector<Rule>& rules, const char* name) {
     for (Rule& rule : rules) {
       if (rule.count > 0) {
-        rule.until = last_instance(rule, start);
+        rule.until = last_instance(rule, record.start);
         rule.count = 0;
         rule.until_is_date = false;
       }
@@ -168,7 +170,7 @@ std::string resolved_rules(const std::string& lines, LocalSeconds start, const Z
 std::optional<LocalSeconds> last_start(const AppointmentRecord& record, const Zone* zone) {
   if (record.pattern) return last_instance(*record.pattern);
   if (record.rules.empty()) return record.start;
-  return last_instance(read_rules(record.rules, record.start, zone));
+  return last_instance(read_rules(record.rules, record.start, zone, record.fields.all_day));
 }
 
 void complete_record(AppointmentRecord& record, DeviceTime& time) {

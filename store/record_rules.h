@@ -22,9 +22,11 @@ void localize_record(AppointmentRecord& record, DeviceTime& time);
 LocalSeconds all_day_end(LocalSeconds end);
 
 // Reads recurrence lines ("RRULE:...\nRDATE:..."); a line that cannot be read is left out.
-RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zone* zone);
-// The same with each COUNT turned into the moment it ends, so that a query never counts.
-std::string resolved_rules(const std::string& lines, LocalSeconds start, const Zone* zone);
+RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zone* zone,
+                         bool all_day);
+// The record's lines with each COUNT turned into the moment it ends, so that a query never counts,
+// and without what an all-day item ignores.
+std::string resolved_rules(const AppointmentRecord& record, const Zone* zone);
 
 // The start of the last instance; nothing for a recurrence without end.
 std::optional<LocalSeconds> last_start(const AppointmentRecord& record, const Zone* zone);

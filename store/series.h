@@ -17,21 +17,22 @@
 
 namespace orvello {
 
-struct SeriesException {
+// A changed occurrence, with its own times.
+struct SeriesChange {
   LocalSeconds original_start = 0;
-  bool deleted = false;
   LocalSeconds start = 0;
   LocalSeconds end = 0;
   const Zone* zone = nullptr;
   OccurrenceList::Summary summary;
 };
 
-// One occurrence as the device shows it.
+// One occurrence as the device shows it, or many of one day: see StoreItem::many.
 struct SeriesOccurrence {
   LocalSeconds original_start = 0;  // in the series' zone
   LocalSeconds start = 0;
   LocalSeconds end = 0;
-  int exception = -1;  // its place in Series::exceptions
+  const SeriesChange* change = nullptr;
+  std::int64_t many = 0;
 };
 
 struct Series {
@@ -40,10 +41,14 @@ struct Series {
   LocalSeconds start = 0;
   std::int64_t duration = 0;  // seconds on the clock, first to last
   bool all_day = false;
-  LocalSeconds last_start = 0;  // of the last instance; far ahead for a series without end
-  PlainSeries plain;            // of nearly all; kind none: see `rules`
+  LocalSeconds first_start = 0;  // the start, or a date added before it
+  LocalSeconds last_start = 0;   // of the last instance; far ahead for a series without end
+  PlainSeries plain;             // of nearly all; kind none: see `rules`
   std::unique_ptr<RecurrenceSet> rules;
-  std::vector<SeriesException> exceptions;
+  bool dense = false;                 // a day may hold more instances than it has hours
+  std::vector<LocalSeconds> changed;  // original starts of all exceptions, sorted
+  std::vector<SeriesChange> changes;  // those not deleted, sorted by their own start
+  std::int64_t longest_change = 0;    // seconds
   OccurrenceList::Summary summary;
 };
 
@@ -57,16 +62,17 @@ Series make_series(const AppointmentRecord& record, DeviceTime& time);
 // set before.
 void set_recurrence(Series& series, const RecurrencePattern& pattern);
 void set_recurrence(Series& series, RecurrenceSet rules);
+// `change` is null for a deleted occurrence. After the last one the exceptions are put in order.
+void add_exception(Series& series, LocalSeconds original_start, const SeriesChange* change);
+void order_exceptions(Series& series);
 
 // Adds the occurrences within the bounds. Exceptions count with their own times, so one may come in
-// from outside and one may leave.
+// from outside and one may leave. Of a series that fills its days only so many rows are added to
+// each that the list stays within some hundred thousand; one more row stands for the others.
 void append_occurrences(const Series& series, const DayBounds& bounds, DeviceTime& time,
                         SeriesScratch& scratch, OccurrenceList& list);
-std::vector<SeriesOccurrence> occurrences_of(const Series& series, const DayBounds& bounds,
-                                             DeviceTime& time);
 
-// The occurrence shown at that start, or the day's only one that a change of clocks moved away from
-// it.
+// The occurrence shown at that start, else the only one that starts on that day.
 std::optional<SeriesOccurrence> occurrence_at(const Series& series, LocalSeconds start,
                                               DeviceTime& time);
 

@@ -23,7 +23,8 @@ std::vector<int> count_days(const ItemsSource& source, std::int32_t from_day, st
     const DaySpan span = days_of(*item, generation);
     for (std::int32_t day = std::max(span.first, from_day); day <= std::min(span.last, to_day);
          ++day)
-      ++counts[static_cast<std::size_t>(day - from_day)];
+      counts[static_cast<std::size_t>(day - from_day)] +=
+          static_cast<int>(std::clamp<std::int64_t>(item->many, 1, 1000000));
   }
 }
 

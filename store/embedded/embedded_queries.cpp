@@ -69,7 +69,7 @@ bool EmbeddedStore::read_series() {
     if (pattern)
       set_recurrence(series, *pattern);
     else
-      set_recurrence(series, read_rules(row->string(15), series.start, nullptr));
+      set_recurrence(series, read_rules(row->string(15), series.start, nullptr, series.all_day));
     cache_->series.push_back(std::move(series));
   }
   if (row->failed()) return false;
@@ -88,16 +88,13 @@ void EmbeddedStore::read_series_exceptions() {
       for (Series& series : cache_->series) by_oid[series.oid] = &series;
     const auto found = by_oid.find(row->small(0));
     if (found == by_oid.end()) continue;
-    SeriesException exception;
-    exception.original_start = row->number(1);
-    exception.deleted = row->flag(2);
-    exception.start = row->number(3);
-    exception.end = row->number(4);
-    if (!row->bytes(5).empty()) exception.zone = time_.zone(row->string(5));
-    if (!exception.deleted)
-      exception.summary = read_summary(row.statement(), 6, found->first, true);
-    found->second->exceptions.push_back(std::move(exception));
+    SeriesChange change{row->number(1), row->number(3), row->number(4), nullptr, nullptr};
+    const bool deleted = row->flag(2);
+    if (!row->bytes(5).empty()) change.zone = time_.zone(row->string(5));
+    if (!deleted) change.summary = read_summary(row.statement(), 6, found->first, true);
+    add_exception(*found->second, change.original_start, deleted ? nullptr : &change);
   }
+  for (Series& series : cache_->series) order_exceptions(series);
 }
 
 bool EmbeddedStore::read_singles(const DayBounds& bounds, OccurrenceList& list) {

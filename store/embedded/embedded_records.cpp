@@ -20,7 +20,7 @@ void bind_recurrence(Statement& statement, int at, const AppointmentRecord& reco
   if (record.pattern) {
     statement.bind(at + 1, stored_pattern(*record.pattern));
   } else {
-    statement.bind(at + 2, resolved_rules(record.rules, record.start, zone));
+    statement.bind(at + 2, resolved_rules(record, zone));
     statement.bind(at + 3, record.rules);
   }
 }

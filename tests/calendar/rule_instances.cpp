@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "calendar/instance_stream.h"
+
 #include "tests/calendar/rule_case_file.h"
 #include "tests/calendar/rule_random.h"
 
@@ -107,6 +109,77 @@ TEST(RuleInstances, KeepWithinTheYearsOfTheCalendar) {
     last_instance(rule, start);
   }
   EXPECT_EQ(between(yearly, INT64_MAX / 2, INT64_MIN / 2, INT64_MAX).size(), 1u);
+}
+
+// Span by span a stream gives what the whole series holds there, and counts what it leaves out.
+TEST(InstanceStream, GivesTheFirstOfASpanAndCountsTheRest) {
+  RandomRules random(42);
+  int counted = 0;
+  for (int round = 0; round < 400; ++round) {
+    const auto frequency = kAllFrequencies[round % 7];
+    RecurrenceSet set;
+    set.start = random.start();
+    set.rules = {random.rule(frequency)};
+    if (frequency < Frequency::hourly) set.rules[0].interval *= 997;
+    if (random.chance(30)) set.rules.push_back(random.rule(Frequency::daily));
+    if (random.chance(30)) set.excluded_rules = {random.rule(Frequency::daily)};
+    if (random.chance(20)) set.rules[0].count = random.number(1, 40);
+    for (int i = 0; i < 5; ++i) set.dates.push_back(random.start());
+    std::sort(set.dates.begin(), set.dates.end());
+    set.excluded_dates = {set.dates[1], set.dates[3]};
+    InstanceStream stream(set, 1 << 30);
+    LocalSeconds from = set.start - kDay;
+    for (int span = 0; span < 8; ++span) {
+      const LocalSeconds to = from + random.number(1, 40 * 1440) * 60LL;
+      const auto most = static_cast<std::size_t>(random.number(0, 20));
+      std::vector<LocalSeconds> whole, some;
+      append_instances(set, from, to, whole);
+      const LeftOut left = stream.append(from, to, most, some);
+      ASSERT_EQ(some.size(), std::min(most, whole.size()));
+      ASSERT_TRUE(std::equal(some.begin(), some.end(), whole.begin())) << rule_text(set.rules[0]);
+      ASSERT_EQ(left.count, static_cast<std::int64_t>(whole.size() - some.size()));
+      from = to;
+      if (left.count == 0) continue;
+      ++counted;
+      EXPECT_EQ(left.first, whole[most]);
+      EXPECT_EQ(left.last, whole.back());
+    }
+  }
+  EXPECT_GT(counted, 100);
+}
+
+TEST(InstanceStream, OfAPlainSeriesMultipliesOut) {
+  for (const char* text : {"FREQ=SECONDLY;INTERVAL=7", "FREQ=MINUTELY;UNTIL=20260103T120000",
+                           "FREQ=DAILY", "FREQ=WEEKLY;BYDAY=MO,FR", "FREQ=HOURLY;COUNT=30"}) {
+    const auto start = at("20260102T093000");
+    const PlainSeries series = plain_series(*parse_rule(text), start);
+    for (const LocalSeconds from : {start - kDay, start, start + 1, start + kDay + 5}) {
+      std::vector<LocalSeconds> whole, some;
+      append_instances(*parse_rule(text), start, from, from + 10 * kDay, whole);
+      const LeftOut left = append_some(series, from, from + 10 * kDay, 3, some);
+      ASSERT_EQ(some.size(), std::min<std::size_t>(3, whole.size())) << text;
+      EXPECT_TRUE(std::equal(some.begin(), some.end(), whole.begin())) << text;
+      ASSERT_EQ(left.count, static_cast<std::int64_t>(whole.size() - some.size())) << text;
+      if (left.count == 0) continue;
+      EXPECT_EQ(left.first, whole[3]) << text;
+      EXPECT_EQ(left.last, whole.back()) << text;
+    }
+  }
+}
+
+// What would take too long is said to be more, not looked at one by one.
+TEST(InstanceStream, GivesUpWhereNearlyAllIsExcluded) {
+  RecurrenceSet set;
+  set.start = at("20260102T000000");
+  set.rules = {*parse_rule("FREQ=SECONDLY;UNTIL=20991231T235959")};
+  set.excluded_rules = {*parse_rule("FREQ=SECONDLY")};
+  const auto end = last_instance(set);
+  EXPECT_TRUE(end && *end > at("20990101") && *end <= at("20991231T235959"));
+  InstanceStream stream(set, 100000);
+  std::vector<LocalSeconds> found;
+  EXPECT_EQ(stream.append(set.start, set.start + 3600, 10, found).count, 0);
+  EXPECT_EQ(stream.append(set.start, set.start + kDay, 10, found).count, LeftOut::kUncounted);
+  EXPECT_TRUE(found.empty());
 }
 
 TEST(RecurrenceSet, UnitesRulesAndDatesAndTakesTheExcludedAway) {

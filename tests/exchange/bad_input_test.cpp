@@ -55,7 +55,10 @@ TEST_F(BadInputTest, FlawsThatCostNoEvent) {
   };
   const Case cases[] = {
       {"RRULE:FREQ=SOMETIMES\r\n", "rule cannot be read"},
-      {"RRULE:FREQ=DAILY;COUNT=3;UNTIL=20270101T000000\r\n", "rule cannot be read"},
+      {"RRULE:FREQ=DAILY;COUNT=3;UNTIL=20270101T000000\r\n",
+       "rule is odd (COUNT with UNTIL: the earlier end counts); used for the rest of it"},
+      {"RRULE:RSCALE=GREGORIAN;FREQ=DAILY;X-FOO=1;BYDAY=\r\n", "rule is odd (X-FOO=1, BYDAY=)"},
+      {"RRULE:\r\n", "RRULE is empty; not used"},
       {"EXDATE:20260230T100000\r\n", "is no date; not used"},
       {"this is no property\r\n", "line is no property"},
       {"RRULE:FREQ=DAILY;BYMONTH=2;BYMONTHDAY=30\r\n", "rule names no day"},
