@@ -16,6 +16,7 @@ constexpr LocalSeconds kHorizon = 109575LL * kSecondsPerDay;      // 1 January 2
 // A real zone has at most two changes a year; a hostile rule by the second must not fill memory.
 constexpr std::size_t kMostOnsets = 4096;
 constexpr std::size_t kMostObservances = 4096;
+constexpr std::size_t kMostChanges = 1 << 16;  // of all observances together
 
 bool is_sane(const Observance& observance) {
   return std::abs(observance.offset_from) <= kWidestOffset &&
@@ -107,9 +108,12 @@ Zone::Zone(std::string name, std::vector<Observance> observances)
     int before, after;
   };
   std::vector<Onset> onsets;
-  for (const Observance& each : observances_)
+  if (observances_.size() > kMostObservances) observances_.resize(kMostObservances);
+  for (const Observance& each : observances_) {
+    if (onsets.size() > kMostChanges) break;
     for (LocalSeconds local : onsets_of(each))
       onsets.push_back({local - each.offset_from, each.offset_from, each.offset_to});
+  }
   std::stable_sort(onsets.begin(), onsets.end(),
                    [](const Onset& a, const Onset& b) { return a.at < b.at; });
   if (!onsets.empty()) first_offset_ = onsets.front().before;
@@ -137,6 +141,20 @@ LocalSeconds Zone::from_utc(UtcSeconds utc) const {
       std::upper_bound(transitions_.begin(), transitions_.end(), utc,
                        [](UtcSeconds moment, const Transition& each) { return moment < each.utc; });
   return utc + (next == transitions_.begin() ? first_offset_ : (next - 1)->offset);
+}
+
+std::vector<int> Zone::offsets_between(UtcSeconds from, UtcSeconds to) const {
+  std::vector<int> offsets;
+  int before = first_offset_;
+  for (const Transition& each : transitions_) {
+    if (each.utc >= to) break;
+    before = each.offset;
+    if (each.utc >= from) offsets.push_back(each.offset);
+  }
+  if (offsets.empty()) offsets.push_back(before);
+  std::sort(offsets.begin(), offsets.end());
+  offsets.erase(std::unique(offsets.begin(), offsets.end()), offsets.end());
+  return offsets;
 }
 
 // NAME|START FROM TO RULE DATES|..., with "-" for no rule and for no dates.

@@ -1,8 +1,8 @@
 // Time zones as an iCalendar file describes them: observances, each with an onset and two offsets.
-// A zone is data kept beside the appointments, so that an item's own zone never depends on what a
-// machine has installed. Clock changes follow RFC 5545 3.6.5: a local time that is skipped is read
-// with the offset before the gap (and so shows at the moved time), one that occurs twice means the
-// first.
+// A zone is data: what a file described is kept beside the appointments, what the device's database
+// knows is compiled from there (zone_file.h). Clock changes follow RFC 5545 3.6.5: a local time
+// that is skipped is read with the offset before the gap (and so shows at the moved time), one that
+// occurs twice means the first.
 #pragma once
 
 #include <cstdint>
@@ -32,13 +32,17 @@ struct Observance {
 class Zone {
  public:
   Zone() = default;  // UTC
-  // Leaves out an observance with an offset beyond 26 hours. Without any the zone is at UTC.
+  // Leaves out an observance with an offset beyond 26 hours, and what lies beyond some thousand
+  // observances or changes. Without any the zone is at UTC.
   Zone(std::string name, std::vector<Observance> observances);
 
   const std::string& name() const { return name_; }
   const std::vector<Observance>& observances() const { return observances_; }
   UtcSeconds to_utc(LocalSeconds local) const;
   LocalSeconds from_utc(UtcSeconds utc) const;
+  // The offsets that its changes brought between two moments, each once and in order; the one that
+  // holds throughout where there was no change.
+  std::vector<int> offsets_between(UtcSeconds from, UtcSeconds to) const;
 
   // One line of ASCII and back, for keeping with the appointments.
   std::string definition() const;

@@ -47,6 +47,20 @@ bool next_line(std::string_view text, std::size_t& at, std::string_view& line) {
   return true;
 }
 
+// Where the value begins really: a TZID with an unquoted colon, "TZID=(UTC+01:00) Berlin:20260101",
+// would lose its tail to a value that is no date then.
+static std::size_t end_of_zone_name(std::string_view line, std::size_t parameters,
+                                    std::size_t colon) {
+  const std::size_t last = line.rfind(':');
+  if (last == colon || last + 8 >= line.size()) return colon;
+  for (std::size_t i = last + 1; i <= last + 8; ++i)
+    if (line[i] < '0' || line[i] > '9') return colon;
+  const std::string_view names = line.substr(parameters, colon - parameters);
+  for (std::size_t i = 0; i + 6 <= names.size(); ++i)
+    if (names[i] == ';' && equal_ignoring_case(names.substr(i + 1, 5), "TZID=")) return last;
+  return colon;
+}
+
 bool split_property(std::string_view line, Property& property) {
   std::size_t i = 0;
   while (i < line.size() && is_name_char(line[i])) ++i;
@@ -60,6 +74,7 @@ bool split_property(std::string_view line, Property& property) {
   // A quote that never closes would swallow the value: then the first colon counts.
   if (i == line.size()) i = line.find(':', parameters);
   if (i == std::string_view::npos) return false;
+  i = end_of_zone_name(line, parameters, i);
   property.parameters = line.substr(parameters, i - parameters);
   property.value = line.substr(i + 1);
   return true;
@@ -145,7 +160,9 @@ std::optional<std::string> parameter(const Property& property, std::string_view 
   const std::string_view all = property.parameters;
   for (std::size_t i = 0; i < all.size();) {
     std::size_t end = i + 1;
-    for (bool quoted = false; end < all.size() && (quoted || all[end] != ';'); ++end)
+    // Some programs write a parameter as they do a text, with "\;" in it.
+    for (bool quoted = false;
+         end < all.size() && (quoted || all[end] != ';' || all[end - 1] == '\\'); ++end)
       if (all[end] == '"') quoted = !quoted;
     const std::string_view one = all.substr(i + 1, end - i - 1);
     i = end;

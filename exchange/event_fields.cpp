@@ -2,6 +2,7 @@
 
 #include "exchange/base64.h"
 #include "exchange/date_values.h"
+#include "exchange/zone_names.h"
 
 namespace orvello {
 namespace {
@@ -101,8 +102,7 @@ bool is_cancelled_text(std::string_view residue) {
 
 void note_tzids(const Component& component, std::set<std::string>& tzids) {
   for (const Property& property : component.properties)
-    if (!property.parameters.empty())
-      if (const auto tzid = parameter(property, "TZID")) tzids.insert(*tzid);
+    if (const auto tzid = tzid_of(property)) tzids.insert(*tzid);
 }
 
 }  // namespace orvello

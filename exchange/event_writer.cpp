@@ -9,6 +9,7 @@
 #include "exchange/date_values.h"
 #include "exchange/event_fields.h"
 #include "exchange/rule_writer.h"
+#include "exchange/zone_names.h"
 
 namespace orvello {
 namespace {
@@ -280,8 +281,7 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
                 std::find(item.recipients.begin(), item.recipients.end(),
                           read_recipient(property)) != item.recipients.end())) {
       append_raw(out, property.raw);
-      if (!property.parameters.empty())
-        if (const auto tzid = parameter(property, "TZID")) used_tzids_.insert(*tzid);
+      if (const auto tzid = tzid_of(property)) used_tzids_.insert(*tzid);
     } else if (kind != PropertyKind::recipients) {  // new ones come last, as in the record
       // The first of its kind gives its place to all of them.
       out += std::exchange(plan.lines[index], {});

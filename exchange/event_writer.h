@@ -13,7 +13,8 @@ namespace orvello {
 // One for each calendar.
 class EventWriter {
  public:
-  EventWriter(RecordStore& store, const Clock& clock) : clock_(clock), zones_(store, false) {}
+  EventWriter(RecordStore& store, const Clock& clock)
+      : clock_(clock), zones_(store, clock, false) {}
 
   // TZIDs in kept texts mean what this calendar defines.
   ZoneTable& zones() { return zones_; }

@@ -8,6 +8,7 @@
 
 #include "exchange/calendar_keys.h"
 #include "exchange/event_writer.h"
+#include "exchange/zone_names.h"
 
 namespace orvello {
 namespace {
@@ -163,11 +164,12 @@ std::string Exporter::zone_texts(const Group& group) {
     ParsedComponent parsed;
     if (!parsed.parse(zone, 1)) continue;
     const Property* tzid = parsed.root().find("TZID");
-    const bool used = tzid && missing.erase(std::string(trimmed(tzid->value))) > 0;
+    const bool used = tzid && missing.erase(tzid_text(tzid->value)) > 0;
     if (used || whole_) append_lines(text, zone);
   }
+  ZoneTable zones(store_, clock_, false);
   for (const std::string& tzid : missing)
-    if (const auto zone = store_.zone(tzid)) text += vtimezone_text(*zone, tzid);
+    if (const Zone* zone = zones.find(tzid)) text += vtimezone_text(*zone, tzid);
   return text;
 }
 

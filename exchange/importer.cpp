@@ -48,7 +48,7 @@ struct Importer::Uids {
 };
 
 Importer::Importer(RecordStore& store, const Clock& clock, bool writes)
-    : store_(store), clock_(clock), writes_(writes), zones_(store, writes) {
+    : store_(store), clock_(clock), writes_(writes), zones_(store, clock, writes) {
   for (const ForeignComponent& one : store.foreign()) {
     if (one.key != kLoneKey) continue;
     std::size_t at = 0;
@@ -255,10 +255,8 @@ void Importer::import_changes(const ScannedCalendar& calendar, const std::string
     return;
   }
   ReadEvent master;
-  const auto zone = record->zone.empty()    ? std::nullopt
-                    : record->zone == "UTC" ? std::optional(Zone())
-                                            : store_.zone(record->zone);
-  master.start = {record->start, record->fields.all_day, zone ? &*zone : nullptr};
+  master.start = {record->start, record->fields.all_day,
+                  record->zone.empty() ? nullptr : zones_.find_named(record->zone)};
   for (AppointmentException& one : read_changes(calendar, indices, master)) {
     changes_[uid].push_back(one);
     add_exception(*record, std::move(one));

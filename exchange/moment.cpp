@@ -1,6 +1,7 @@
 #include "exchange/moment.h"
 
 #include "exchange/date_values.h"
+#include "exchange/zone_names.h"
 
 namespace orvello {
 namespace {
@@ -21,9 +22,8 @@ std::optional<Moment> read_moment(const Property& property, std::string_view val
     moment.zone = context.zones.utc();
     return moment;
   }
-  if (property.parameters.empty()) return moment;
-  const auto tzid = parameter(property, "TZID");
-  if (!tzid || tzid->empty()) return moment;
+  const auto tzid = tzid_of(property);
+  if (!tzid) return moment;
   moment.zone = context.zones.find(*tzid);
   if (!moment.zone && context.zones.first_miss(*tzid))
     context.problems.add(property.line, "time zone \"" + tzid->substr(0, 80) +

@@ -2,184 +2,132 @@
 
 #include <algorithm>
 
-#include "exchange/content_line.h"
+#include "calendar/zone_file.h"
+#include "exchange/zone_aliases.h"
 
 namespace orvello {
 namespace {
 
-struct WindowsName {
-  std::string_view windows;
-  std::string_view place;
-};
+constexpr std::size_t kLongestName =
+    200;                       // of a name that can mean anything; prefixes may be longer
+constexpr int kMostSteps = 4;  // "America/Argentina/Buenos_Aires" and one of a prefix
 
-// After the Unicode CLDR's windowsZones table, the row for each zone's main territory.
-constexpr WindowsName kWindowsNames[] = {
-    {"AUS Central Standard Time", "Australia/Darwin"},
-    {"AUS Eastern Standard Time", "Australia/Sydney"},
-    {"Afghanistan Standard Time", "Asia/Kabul"},
-    {"Alaskan Standard Time", "America/Anchorage"},
-    {"Aleutian Standard Time", "America/Adak"},
-    {"Altai Standard Time", "Asia/Barnaul"},
-    {"Arab Standard Time", "Asia/Riyadh"},
-    {"Arabian Standard Time", "Asia/Dubai"},
-    {"Arabic Standard Time", "Asia/Baghdad"},
-    {"Argentina Standard Time", "America/Argentina/Buenos_Aires"},
-    {"Astrakhan Standard Time", "Europe/Astrakhan"},
-    {"Atlantic Standard Time", "America/Halifax"},
-    {"Aus Central W. Standard Time", "Australia/Eucla"},
-    {"Azerbaijan Standard Time", "Asia/Baku"},
-    {"Azores Standard Time", "Atlantic/Azores"},
-    {"Bahia Standard Time", "America/Bahia"},
-    {"Bangladesh Standard Time", "Asia/Dhaka"},
-    {"Belarus Standard Time", "Europe/Minsk"},
-    {"Bougainville Standard Time", "Pacific/Bougainville"},
-    {"Canada Central Standard Time", "America/Regina"},
-    {"Cape Verde Standard Time", "Atlantic/Cape_Verde"},
-    {"Caucasus Standard Time", "Asia/Yerevan"},
-    {"Cen. Australia Standard Time", "Australia/Adelaide"},
-    {"Central America Standard Time", "America/Guatemala"},
-    {"Central Asia Standard Time", "Asia/Almaty"},
-    {"Central Brazilian Standard Time", "America/Cuiaba"},
-    {"Central Europe Standard Time", "Europe/Budapest"},
-    {"Central European Standard Time", "Europe/Warsaw"},
-    {"Central Pacific Standard Time", "Pacific/Guadalcanal"},
-    {"Central Standard Time", "America/Chicago"},
-    {"Central Standard Time (Mexico)", "America/Mexico_City"},
-    {"Chatham Islands Standard Time", "Pacific/Chatham"},
-    {"China Standard Time", "Asia/Shanghai"},
-    {"Cuba Standard Time", "America/Havana"},
-    {"Dateline Standard Time", "Etc/GMT+12"},
-    {"E. Africa Standard Time", "Africa/Nairobi"},
-    {"E. Australia Standard Time", "Australia/Brisbane"},
-    {"E. Europe Standard Time", "Europe/Chisinau"},
-    {"E. South America Standard Time", "America/Sao_Paulo"},
-    {"Easter Island Standard Time", "Pacific/Easter"},
-    {"Eastern Standard Time", "America/New_York"},
-    {"Eastern Standard Time (Mexico)", "America/Cancun"},
-    {"Egypt Standard Time", "Africa/Cairo"},
-    {"Ekaterinburg Standard Time", "Asia/Yekaterinburg"},
-    {"FLE Standard Time", "Europe/Kiev"},
-    {"Fiji Standard Time", "Pacific/Fiji"},
-    {"GMT Standard Time", "Europe/London"},
-    {"GTB Standard Time", "Europe/Bucharest"},
-    {"Georgian Standard Time", "Asia/Tbilisi"},
-    {"Greenland Standard Time", "America/Godthab"},
-    {"Greenwich Standard Time", "Atlantic/Reykjavik"},
-    {"Haiti Standard Time", "America/Port-au-Prince"},
-    {"Hawaiian Standard Time", "Pacific/Honolulu"},
-    {"India Standard Time", "Asia/Kolkata"},
-    {"Iran Standard Time", "Asia/Tehran"},
-    {"Israel Standard Time", "Asia/Jerusalem"},
-    {"Jordan Standard Time", "Asia/Amman"},
-    {"Kaliningrad Standard Time", "Europe/Kaliningrad"},
-    {"Kamchatka Standard Time", "Asia/Kamchatka"},
-    {"Korea Standard Time", "Asia/Seoul"},
-    {"Libya Standard Time", "Africa/Tripoli"},
-    {"Line Islands Standard Time", "Pacific/Kiritimati"},
-    {"Lord Howe Standard Time", "Australia/Lord_Howe"},
-    {"Magadan Standard Time", "Asia/Magadan"},
-    {"Magallanes Standard Time", "America/Punta_Arenas"},
-    {"Marquesas Standard Time", "Pacific/Marquesas"},
-    {"Mauritius Standard Time", "Indian/Mauritius"},
-    {"Middle East Standard Time", "Asia/Beirut"},
-    {"Montevideo Standard Time", "America/Montevideo"},
-    {"Morocco Standard Time", "Africa/Casablanca"},
-    {"Mountain Standard Time", "America/Denver"},
-    {"Mountain Standard Time (Mexico)", "America/Mazatlan"},
-    {"Myanmar Standard Time", "Asia/Yangon"},
-    {"N. Central Asia Standard Time", "Asia/Novosibirsk"},
-    {"Namibia Standard Time", "Africa/Windhoek"},
-    {"Nepal Standard Time", "Asia/Kathmandu"},
-    {"New Zealand Standard Time", "Pacific/Auckland"},
-    {"Newfoundland Standard Time", "America/St_Johns"},
-    {"Norfolk Standard Time", "Pacific/Norfolk"},
-    {"North Asia East Standard Time", "Asia/Irkutsk"},
-    {"North Asia Standard Time", "Asia/Krasnoyarsk"},
-    {"North Korea Standard Time", "Asia/Pyongyang"},
-    {"Omsk Standard Time", "Asia/Omsk"},
-    {"Pacific SA Standard Time", "America/Santiago"},
-    {"Pacific Standard Time", "America/Los_Angeles"},
-    {"Pacific Standard Time (Mexico)", "America/Tijuana"},
-    {"Pakistan Standard Time", "Asia/Karachi"},
-    {"Paraguay Standard Time", "America/Asuncion"},
-    {"Qyzylorda Standard Time", "Asia/Qyzylorda"},
-    {"Romance Standard Time", "Europe/Paris"},
-    {"Russia Time Zone 10", "Asia/Srednekolymsk"},
-    {"Russia Time Zone 11", "Asia/Kamchatka"},
-    {"Russia Time Zone 3", "Europe/Samara"},
-    {"Russian Standard Time", "Europe/Moscow"},
-    {"SA Eastern Standard Time", "America/Cayenne"},
-    {"SA Pacific Standard Time", "America/Bogota"},
-    {"SA Western Standard Time", "America/La_Paz"},
-    {"SE Asia Standard Time", "Asia/Bangkok"},
-    {"Saint Pierre Standard Time", "America/Miquelon"},
-    {"Sakhalin Standard Time", "Asia/Sakhalin"},
-    {"Samoa Standard Time", "Pacific/Apia"},
-    {"Sao Tome Standard Time", "Africa/Sao_Tome"},
-    {"Saratov Standard Time", "Europe/Saratov"},
-    {"Singapore Standard Time", "Asia/Singapore"},
-    {"South Africa Standard Time", "Africa/Johannesburg"},
-    {"South Sudan Standard Time", "Africa/Juba"},
-    {"Sri Lanka Standard Time", "Asia/Colombo"},
-    {"Sudan Standard Time", "Africa/Khartoum"},
-    {"Syria Standard Time", "Asia/Damascus"},
-    {"Taipei Standard Time", "Asia/Taipei"},
-    {"Tasmania Standard Time", "Australia/Hobart"},
-    {"Tocantins Standard Time", "America/Araguaina"},
-    {"Tokyo Standard Time", "Asia/Tokyo"},
-    {"Tomsk Standard Time", "Asia/Tomsk"},
-    {"Tonga Standard Time", "Pacific/Tongatapu"},
-    {"Transbaikal Standard Time", "Asia/Chita"},
-    {"Turkey Standard Time", "Europe/Istanbul"},
-    {"Turks And Caicos Standard Time", "America/Grand_Turk"},
-    {"US Eastern Standard Time", "America/Indiana/Indianapolis"},
-    {"US Mountain Standard Time", "America/Phoenix"},
-    {"UTC+12", "Etc/GMT-12"},
-    {"UTC+13", "Etc/GMT-13"},
-    {"UTC-02", "Etc/GMT+2"},
-    {"UTC-08", "Etc/GMT+8"},
-    {"UTC-09", "Etc/GMT+9"},
-    {"UTC-11", "Etc/GMT+11"},
-    {"Ulaanbaatar Standard Time", "Asia/Ulaanbaatar"},
-    {"Venezuela Standard Time", "America/Caracas"},
-    {"Vladivostok Standard Time", "Asia/Vladivostok"},
-    {"Volgograd Standard Time", "Europe/Volgograd"},
-    {"W. Australia Standard Time", "Australia/Perth"},
-    {"W. Central Africa Standard Time", "Africa/Lagos"},
-    {"W. Europe Standard Time", "Europe/Berlin"},
-    {"W. Mongolia Standard Time", "Asia/Hovd"},
-    {"West Asia Standard Time", "Asia/Tashkent"},
-    {"West Bank Standard Time", "Asia/Hebron"},
-    {"West Pacific Standard Time", "Pacific/Port_Moresby"},
-    {"Yakutsk Standard Time", "Asia/Yakutsk"},
-    {"Yukon Standard Time", "America/Whitehorse"},
-};
+// What stands behind "(GMT-05:00) "; the whole text without that.
+std::string_view without_offset(std::string_view text) {
+  if (!text.starts_with('(')) return text;
+  const std::size_t close = text.find(')');
+  return close == std::string_view::npos ? text : trimmed(text.substr(close + 1));
+}
 
-// Zone data is looked up in files by name: nothing may lead elsewhere.
-bool is_harmless(std::string_view name) {
-  return !name.empty() && name.front() != '/' && name.find("..") == std::string_view::npos &&
-         std::all_of(name.begin(), name.end(), [](char c) {
-           return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
-                  c == '/' || c == '_' || c == '-' || c == '+';
-         });
+char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+
+// "europe/berlin", "EUROPE/BERLIN" and "America/New York" as the database spells places.
+std::string as_place(std::string_view name) {
+  std::string place(name);
+  bool begins = true;
+  for (char& c : place) {
+    if (c == ' ') c = '_';
+    const char capital = upper(c);
+    c = begins || capital < 'A' || capital > 'Z' ? capital : static_cast<char>(capital + 32);
+    begins = c == '/' || c == '_' || c == '-';
+  }
+  return place;
+}
+
+void add(std::vector<std::string>& names, std::string_view name) {
+  if (is_zone_name(name)) names.emplace_back(name);
+}
+
+void add_aliases(std::vector<std::string>& names, std::string_view name) {
+  for (const ZoneAlias& row : kZoneAliases)
+    if (equal_ignoring_case(row.name, name)) names.emplace_back(row.place);
+}
+
+// "Amsterdam, Berlin, Rome" and "Sarajevo/Warsaw" name towns without their region.
+void add_towns(std::vector<std::string>& names, std::string_view list) {
+  constexpr std::size_t kMostTowns = 8;
+  for (std::size_t at = 0, town = 0; at < list.size() && town < kMostTowns; ++town) {
+    const std::size_t end = std::min(list.find_first_of(",/;:", at), list.size());
+    std::string place(trimmed(list.substr(at, end - at)));
+    at = end + 1;
+    for (char& c : place)
+      if (c == ' ') c = '_';
+    if (place.empty()) continue;
+    for (const char* region : {"Europe/", "America/", "Asia/", "Africa/", "Australia/", "Pacific/",
+                               "Atlantic/", "Indian/"})
+      add(names, region + place);
+  }
 }
 
 }  // namespace
 
+std::string tzid_text(std::string_view written) {
+  std::string text = unescape_text(written);
+  std::erase(text, '"');
+  return std::string(trimmed(text));
+}
+
+std::optional<std::string> tzid_of(const Property& property) {
+  if (property.parameters.empty()) return std::nullopt;
+  const auto written = parameter(property, "TZID");
+  if (!written) return std::nullopt;
+  std::string text = tzid_text(*written);
+  return text.empty() ? std::nullopt : std::optional(std::move(text));
+}
+
 std::vector<std::string> zone_name_candidates(std::string_view tzid) {
   std::vector<std::string> names;
-  const auto add = [&](std::string_view name) {
-    if (is_harmless(name)) names.emplace_back(name);
-  };
-  for (std::string_view rest = trimmed(tzid);;) {
-    for (const WindowsName& row : kWindowsNames)
-      if (equal_ignoring_case(row.windows, rest)) add(row.place);
-    add(rest);
-    const std::size_t slash = rest.find('/');
-    if (slash == std::string_view::npos) break;
+  std::string_view rest = trimmed(tzid);
+  if (rest.size() <= kLongestName) {
+    const std::string_view shown = without_offset(rest);
+    add_aliases(names, rest);
+    if (shown.size() != rest.size()) add_aliases(names, shown);
+    add(names, rest);
+    add(names, as_place(rest));
+    if (shown.size() != rest.size() || shown.find(',') != std::string_view::npos) {
+      add_towns(names, shown);
+      return names;
+    }
+  }
+  // The last steps of a path, longest first.
+  std::size_t begin = rest.size();
+  for (int step = 0; step < kMostSteps && begin > 0 && begin != std::string_view::npos; ++step)
+    begin = rest.rfind('/', begin - 1);
+  if (begin != std::string_view::npos) rest.remove_prefix(begin);
+  for (std::size_t slash = rest.find('/'); slash != std::string_view::npos;
+       slash = rest.find('/')) {
     rest.remove_prefix(slash + 1);
+    add_aliases(names, rest);
+    add(names, rest);
+    add(names, as_place(rest));
   }
   return names;
+}
+
+std::optional<int> offset_in_name(std::string_view tzid) {
+  std::string_view text = trimmed(tzid);
+  if (text.starts_with('(')) text = trimmed(text.substr(1, text.find(')') - 1));
+  const std::string_view word = text.substr(0, 3);
+  if (!equal_ignoring_case(word, "GMT") && !equal_ignoring_case(word, "UTC")) return std::nullopt;
+  text = trimmed(text.substr(3));
+  if (text.empty()) return 0;
+  const bool minus = text.front() == '-';
+  if (!minus && text.front() != '+') return std::nullopt;
+  text = trimmed(text.substr(1));
+  std::string digits;
+  for (const char c : text) {
+    if (c >= '0' && c <= '9')
+      digits += c;
+    else if ((c != ':' && c != '.') || digits.empty() || digits.size() > 2)
+      return std::nullopt;
+  }
+  if (digits.size() == 1 || digits.size() == 3) digits.insert(0, 1, '0');
+  if (digits.size() == 2) digits += "00";
+  if (digits.size() != 4) return std::nullopt;
+  const int hours = (digits[0] - '0') * 10 + digits[1] - '0';
+  const int minutes = (digits[2] - '0') * 10 + digits[3] - '0';
+  if (hours > 14 || minutes > 59) return std::nullopt;
+  return (hours * 60 + minutes) * (minus ? -60 : 60);
 }
 
 bool is_utc_name(std::string_view tzid) {

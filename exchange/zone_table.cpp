@@ -3,8 +3,10 @@
 #include <libical/ical.h>
 
 #include <algorithm>
+#include <cstdio>
 
 #include "calendar/rule_text.h"
+#include "calendar/zone_file.h"
 #include "exchange/date_values.h"
 #include "exchange/zone_names.h"
 
@@ -39,20 +41,37 @@ std::optional<Observance> read_observance(const Component& part) {
   return observance;
 }
 
-std::optional<std::vector<Observance>> builtin_observances(const std::string& tzid) {
-  for (const std::string& name : zone_name_candidates(tzid)) {
-    icaltimezone* zone = icaltimezone_get_builtin_timezone(name.c_str());
-    icalcomponent* component = zone ? icaltimezone_get_component(zone) : nullptr;
-    if (!component) continue;
-    char* text = icalcomponent_as_ical_string_r(component);
-    ParsedComponent parsed;
-    ProblemList ignored{""};
-    std::vector<Observance> observances;
-    if (text && parsed.parse(text, 1)) observances = read_observances(parsed.root(), ignored);
-    icalmemory_free_buffer(text);
-    if (!observances.empty()) return observances;
-  }
-  return std::nullopt;
+// What the calendar library has, for a device without a database.
+std::vector<Observance> builtin_observances(const std::string& place) {
+  icaltimezone* zone = icaltimezone_get_builtin_timezone(place.c_str());
+  icalcomponent* component = zone ? icaltimezone_get_component(zone) : nullptr;
+  if (!component) return {};
+  char* text = icalcomponent_as_ical_string_r(component);
+  ParsedComponent parsed;
+  ProblemList ignored{""};
+  std::vector<Observance> observances;
+  if (text && parsed.parse(text, 1)) observances = read_observances(parsed.root(), ignored);
+  icalmemory_free_buffer(text);
+  return observances;
+}
+
+// Files describe zones for a few years, by rules of another year or by half; what they cannot do
+// without saying something else is to give a zone offsets that it never has.
+bool may_mean(const std::vector<Observance>& observances, const Zone& known) {
+  const auto moment = [](int year) { return day_number(year, 1, 1) * kSecondsPerDay; };
+  const auto claimed = Zone("", observances).offsets_between(moment(1971), moment(2038));
+  const auto real = known.offsets_between(moment(1900), moment(2100));
+  return std::includes(real.begin(), real.end(), claimed.begin(), claimed.end());
+}
+
+std::string variant_name(const std::string& tzid, const Zone& zone) {
+  std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a
+  for (const char c : zone.definition())
+    hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3u;
+  char text[20];
+  std::snprintf(text, sizeof text, "#%012llx",
+                static_cast<unsigned long long>(hash & 0xFFFFFFFFFFFFu));
+  return tzid + text;
 }
 
 }  // namespace
@@ -90,69 +109,126 @@ std::vector<Observance> read_observances(const Component& vtimezone, ProblemList
   return observances;
 }
 
+void ZoneTable::start_calendar() {
+  constexpr std::size_t kMostKept = 500;
+  found_.clear();
+  defined_.clear();
+  if (known_.size() + stored_.size() < kMostKept) return;
+  known_.clear();
+  stored_.clear();
+}
+
 void ZoneTable::define(const Component& vtimezone, ProblemList& problems) {
   const Property* tzid = vtimezone.find("TZID");
-  if (!tzid) {
+  const std::string name = tzid ? tzid_text(tzid->value) : std::string();
+  if (name.empty()) {
     problems.add(vtimezone.line, "time zone without TZID");
     return;
   }
-  std::vector<Observance> observances = read_observances(vtimezone, problems);
-  if (observances.empty())
-    problems.add(vtimezone.line, "time zone without observances: " + std::string(tzid->value));
-  else
-    defined_[std::string(trimmed(tzid->value))] = std::move(observances);
+  Definition definition{read_observances(vtimezone, problems), {}};
+  if (definition.observances.empty()) {
+    problems.add(vtimezone.line, "time zone without observances: " + name.substr(0, 80));
+    return;
+  }
+  if (const Property* place = vtimezone.find("X-LIC-LOCATION"))
+    definition.place = tzid_text(place->value);
+  defined_[name] = std::move(definition);
 }
 
 const Zone* ZoneTable::find(std::string_view tzid) {
-  const auto known = known_.find(tzid);
-  if (known != known_.end()) return known->second.get();
+  const auto found = found_.find(tzid);
+  if (found != found_.end()) return found->second;
   const std::string name(tzid);
-  std::optional<Zone> zone = look_up(name);
-  auto& slot = known_[name];
-  if (zone) slot = std::make_unique<Zone>(std::move(*zone));
-  return slot.get();
+  return found_[name] = look_up(name);
 }
 
 const Zone* ZoneTable::find_named(const std::string& name) {
-  const auto [slot, added] = named_.try_emplace(name);
+  if (name == "UTC") return utc();
+  const Zone* zone = known(name);
+  return zone ? zone : stored(name);
+}
+
+const Zone* ZoneTable::look_up(const std::string& tzid) {
+  const auto defined = defined_.find(tzid);
+  const Zone* zone = known_by(tzid);
+  if (defined != defined_.end()) {
+    if (!zone) zone = known_by(defined->second.place);
+    if (!zone || !may_mean(defined->second.observances, *zone)) return own(tzid, defined->second);
+  }
+  if (!zone) zone = stored(tzid);
+  if (zone) {
+    // Kept for a device without a database.
+    const Zone* kept = zone == &utc_ || !writes_ ? zone : stored(zone->name());
+    if (!kept || kept->observances() != zone->observances()) keep(*zone);
+    return zone;
+  }
+  const auto offset = offset_in_name(tzid);
+  if (!offset) return nullptr;
+  if (*offset == 0) return utc();
+  const LocalSeconds start = day_number(1970, 1, 1) * kSecondsPerDay;
+  return keep(Zone("UTC" + utc_offset_text(*offset), {{start, *offset, *offset, {}, {}}}));
+}
+
+// By whatever name another program may give it.
+const Zone* ZoneTable::known_by(std::string_view tzid) {
+  if (is_utc_name(tzid)) return utc();
+  // A name that tells an offset means no town that never had it.
+  const auto offset = tzid.starts_with('(') ? offset_in_name(tzid) : std::nullopt;
+  for (const std::string& name : zone_name_candidates(tzid)) {
+    if (is_utc_name(name)) return utc();
+    const Zone* zone = known(name);
+    if (!zone) continue;
+    if (!offset || may_mean({{0, *offset, *offset, {}, {}}}, *zone)) return zone;
+  }
+  return nullptr;
+}
+
+const Zone* ZoneTable::known(const std::string& place) {
+  if (!is_zone_name(place)) return nullptr;
+  const auto [slot, added] = known_.try_emplace(place);
+  if (!added) return slot->second.get();
+  auto zone = clock_.known_zone(place);
+  if (!zone)
+    if (auto observances = builtin_observances(place); !observances.empty()) {
+      // What an earlier import kept comes from a database.
+      const Zone* kept = stored(place);
+      zone = kept ? *kept : Zone(place, std::move(observances));
+    }
+  if (zone) slot->second = std::make_unique<Zone>(std::move(*zone));
+  return slot->second.get();
+}
+
+// Two files may mean different things by one TZID, and one may mean what no device means by it: the
+// second gets a name of its own, so that the appointments of the first stay where they are.
+const Zone* ZoneTable::own(const std::string& tzid, const Definition& definition) {
+  Zone zone(tzid, definition.observances);
+  if (!is_utc_name(tzid) && !known(tzid)) {
+    const Zone* before = stored(tzid);
+    if (!before) return keep(std::move(zone));
+    if (before->observances() == zone.observances()) return before;
+  }
+  const std::string name = variant_name(tzid, zone);
+  const Zone* before = stored(name);
+  return before ? before : keep(Zone(name, definition.observances));
+}
+
+const Zone* ZoneTable::stored(const std::string& name) {
+  const auto [slot, added] = stored_.try_emplace(name);
   if (!added) return slot->second.get();
   if (auto zone = store_.zone(name)) slot->second = std::make_unique<Zone>(std::move(*zone));
   return slot->second.get();
 }
 
-std::optional<Zone> ZoneTable::look_up(const std::string& tzid) {
-  if (auto own = own_definition(tzid)) return own;
-  if (is_utc_name(tzid)) return Zone();
-  if (auto stored = store_.zone(tzid)) return stored;
-  auto observances = builtin_observances(tzid);
-  if (!observances) return std::nullopt;
-  Zone zone(tzid, std::move(*observances));
+const Zone* ZoneTable::keep(Zone zone) {
   if (writes_ && !store_.put_zone(zone)) failed_ = true;
-  return zone;
-}
-
-// Two files may mean different things by one TZID: the second gets a name of its own, so that the
-// appointments of the first stay where they are.
-std::optional<Zone> ZoneTable::own_definition(const std::string& tzid) {
-  const auto defined = defined_.find(tzid);
-  if (defined == defined_.end()) return std::nullopt;
-  constexpr int kMostVariants = 1000;
-  for (int variant = 1; variant < kMostVariants; ++variant) {
-    std::string name = tzid;
-    if (variant > 1 || is_utc_name(tzid)) name += "#" + std::to_string(variant);
-    std::optional<Zone> stored = store_.zone(name);
-    if (stored && stored->observances() == defined->second) return stored;
-    if (stored) continue;
-    Zone zone(name, defined->second);
-    if (writes_ && !store_.put_zone(zone)) failed_ = true;
-    return zone;
-  }
-  return std::nullopt;
+  auto& slot = stored_[zone.name()];
+  slot = std::make_unique<Zone>(std::move(zone));
+  return slot.get();
 }
 
 std::string vtimezone_text(const Zone& zone, std::string_view tzid) {
   std::string text = "BEGIN:VTIMEZONE\r\n";
-  append_folded(text, "TZID:" + std::string(tzid));
+  append_folded(text, "TZID:" + escape_text(tzid));
   for (const Observance& part : zone.observances()) {
     const std::string kind = part.offset_to > part.offset_from ? "DAYLIGHT" : "STANDARD";
     text += "BEGIN:" + kind + "\r\nDTSTART:" + moment_text(part.start) + "\r\n";
@@ -166,7 +242,10 @@ std::string vtimezone_text(const Zone& zone, std::string_view tzid) {
       }
       append_folded(text, "RRULE:" + rule_text(rule));
     }
-    for (const LocalSeconds date : part.dates) text += "RDATE:" + moment_text(date) + "\r\n";
+    std::string dates;
+    for (const LocalSeconds date : part.dates)
+      dates += (dates.empty() ? "RDATE:" : ",") + moment_text(date);
+    if (!dates.empty()) append_folded(text, dates);
     text += "END:" + kind + "\r\n";
   }
   return text + "END:VTIMEZONE\r\n";

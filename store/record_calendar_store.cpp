@@ -22,7 +22,12 @@ Text trimmed(const Text& text) {
 }  // namespace
 
 RecordCalendarStore::RecordCalendarStore(const Clock& clock)
-    : time_(clock, [this](std::string_view name) { return zone(name); }) {}
+    : time_(clock, [this, &clock](std::string_view name) {
+        // A zone of the device's database follows that; the store's own copy is for a device that
+        // has none.
+        auto known = clock.known_zone(name);
+        return known ? std::move(known) : zone(name);
+      }) {}
 
 std::vector<CategoryUse> RecordCalendarStore::category_use_counts() {
   std::map<Text, CategoryUse> uses;

@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <ctime>
 
+#include "hosts/linux/zone_files.h"
+
 namespace orvello {
 namespace {
 
@@ -34,7 +36,10 @@ SystemTime broken_down(LocalSeconds seconds) {
 
 }  // namespace
 
-SystemClock::SystemClock(std::optional<LocalSeconds> fixed) : fixed_(fixed) { ::tzset(); }
+SystemClock::SystemClock(std::optional<LocalSeconds> fixed)
+    : fixed_(fixed), zone_folders_(zone_folders(std::getenv("TZDIR"))) {
+  ::tzset();
+}
 
 SystemTime SystemClock::local_time() const {
   if (fixed_) return broken_down(*fixed_);
@@ -66,6 +71,10 @@ UtcSeconds SystemClock::to_utc(LocalSeconds local) const {
   const int after = offset_at(local + kSecondsPerDay);
   if (to_local(local - after) == local) return local - after;
   return local - before;
+}
+
+std::optional<Zone> SystemClock::known_zone(std::string_view name) const {
+  return read_zone(zone_folders_, name);
 }
 
 std::optional<LocalSeconds> parse_local_time(const std::string& text) {

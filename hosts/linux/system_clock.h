@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ports/clock.h"
 
@@ -18,9 +19,11 @@ class SystemClock : public Clock {
   std::string zone_name() const override;
   LocalSeconds to_local(UtcSeconds utc) const override;
   UtcSeconds to_utc(LocalSeconds local) const override;
+  std::optional<Zone> known_zone(std::string_view name) const override;
 
  private:
   std::optional<LocalSeconds> fixed_;
+  std::vector<std::string> zone_folders_;
 };
 
 // "2026-11-21T09:30" (seconds may follow) as local seconds; nothing for anything else, such as a

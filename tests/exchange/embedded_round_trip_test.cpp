@@ -28,5 +28,29 @@ TEST_F(EmbeddedRoundTrip, NothingIsLostOnDisk) {
   }
 }
 
+// A known zone is looked up by its name at use; the store's copy is for a device without a
+// database.
+TEST_F(EmbeddedRoundTrip, AKnownZoneFollowsANewerDatabase) {
+  const std::string path = folder + "renewed.db";
+  const std::string text =
+      calendar(event("UID:z\r\nDTSTART;TZID=Europe/Berlin:20260701T120000\r\n"));
+  const auto shown = [&] {
+    const auto disk = EmbeddedStore::open(path, clock);
+    const auto oids = (*disk)->oids(day_number(2026, 7, 1), day_number(2026, 7, 1));
+    const auto record = oids.size() == 1 ? (*disk)->load(oids[0]) : std::nullopt;
+    return record ? to_seconds(record->fields.start) : 0;
+  };
+  {
+    const auto disk = EmbeddedStore::open(path, clock);
+    ASSERT_TRUE(disk) << disk.reason();
+    ASSERT_TRUE(import_files({file_of(text)}, **disk, clock).done);
+  }
+  EXPECT_EQ(shown(), at(2026, 7, 1, 12));                      // both are two hours east in summer
+  clock.rules["Europe/Berlin"] = "CET-1CET-1,M3.5.0,M10.5.0";  // summer time was given up
+  EXPECT_EQ(shown(), at(2026, 7, 1, 13));
+  clock.rules.clear();
+  EXPECT_EQ(shown(), at(2026, 7, 1, 12));
+}
+
 }  // namespace
 }  // namespace orvello

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 
+#include "calendar/posix_zone.h"
 #include "ports/clock.h"
 #include "store/record_store.h"
 
@@ -103,6 +104,15 @@ class FakeClock : public Clock {
   std::string zone_name() const override { return ""; }
   LocalSeconds to_local(UtcSeconds utc) const override { return utc + kOffset; }
   UtcSeconds to_utc(LocalSeconds local) const override { return local - kOffset; }
+  std::optional<Zone> known_zone(std::string_view name) const override {
+    const auto rule = rules.find(name);
+    if (rule == rules.end()) return std::nullopt;
+    const LocalSeconds from = day_number(1970, 1, 1) * kSecondsPerDay;
+    return Zone(std::string(name), parse_posix_zone(rule->second)->observances_after(from));
+  }
+  std::map<std::string, const char*, std::less<>> rules{
+      {"Europe/Berlin", "CET-1CEST,M3.5.0,M10.5.0/3"},
+      {"America/New_York", "EST5EDT,M3.2.0,M11.1.0"}};
 };
 
 }  // namespace orvello

@@ -90,10 +90,10 @@ TEST_F(ImportTest, EndsAndZones) {
        at(2026, 3, 28, 12), at(2026, 3, 29, 13)},
       {"DTSTART;TZID=Europe/Berlin:20260701T120000\r\nDTEND:20260701T110000Z\r\n", "Europe/Berlin",
        at(2026, 7, 1, 12), at(2026, 7, 1, 13)},
-      {"DTSTART;TZID=\"W. Europe Standard Time\":20260701T120000\r\n", "W. Europe Standard Time",
+      {"DTSTART;TZID=\"W. Europe Standard Time\":20260701T120000\r\n", "Europe/Berlin",
        at(2026, 7, 1, 12), at(2026, 7, 1, 12)},
-      {"DTSTART;TZID=/sample.org/Olson/Europe/Berlin:20260701T120000\r\n",
-       "/sample.org/Olson/Europe/Berlin", at(2026, 7, 1, 12), at(2026, 7, 1, 12)},
+      {"DTSTART;TZID=/sample.org/Olson/Europe/Berlin:20260701T120000\r\n", "Europe/Berlin",
+       at(2026, 7, 1, 12), at(2026, 7, 1, 12)},
       {"DTSTART;TZID=../../etc/passwd:20260701T120000\r\n", "", at(2026, 7, 1, 12),
        at(2026, 7, 1, 12)},
   };
@@ -104,7 +104,7 @@ TEST_F(ImportTest, EndsAndZones) {
     EXPECT_EQ(record->zone, one.zone) << one.lines;
     EXPECT_EQ(record->start, one.start) << one.lines;
     EXPECT_EQ(record->end, one.end) << one.lines;
-    if (record->zone.find("Berlin") != std::string::npos || record->zone.starts_with("W. Europe")) {
+    if (record->zone == "Europe/Berlin") {
       const auto zone = store.zone(record->zone);
       ASSERT_TRUE(zone);
       EXPECT_EQ(zone->to_utc(at(2026, 7, 1, 12)), at(2026, 7, 1, 10));

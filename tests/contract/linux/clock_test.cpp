@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <stdlib.h>
+
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 
 #include "hosts/linux/system_clock.h"
+#include "hosts/linux/zone_files.h"
 
 namespace orvello {
 namespace {
@@ -71,6 +75,36 @@ TEST(SystemClock, RunsWithTheMachine) {
   CalendarDate date = 0;
   ASSERT_TRUE(SystemTimeToVariantTime(clock.local_time(), date));
   EXPECT_LE(std::abs(to_seconds(date) - (expected + 5 * 3600 + 45 * 60)), 2);
+}
+
+TEST(SystemClock, KnowsTheZonesOfTheSystemsDatabase) {
+  // The library that converts the device's own times reads the same files.
+  for (const char* name : {"Europe/Berlin", "America/New_York", "Australia/Lord_Howe",
+                           "Africa/Casablanca", "America/Nuuk", "Pacific/Apia"}) {
+    const ZoneGuard device(name);
+    const SystemClock clock;
+    const auto zone = clock.known_zone(name);
+    ASSERT_TRUE(zone) << name;
+    for (LocalSeconds utc = at("1905-01-01T00:00"); utc < at("2150-01-01T00:00"); utc += 777777) {
+      ASSERT_EQ(zone->from_utc(utc), clock.to_local(utc)) << name << " " << utc;
+      ASSERT_EQ(zone->to_utc(utc), clock.to_utc(utc)) << name << " " << utc;
+    }
+  }
+  for (const char* name : {"", "Town", "../zoneinfo/UTC", "zone.tab", "/usr/share/zoneinfo/UTC"})
+    EXPECT_FALSE(SystemClock().known_zone(name)) << name;
+}
+
+TEST(SystemClock, TheVariableNamesTheDatabasesFolder) {
+  namespace fs = std::filesystem;
+  std::string folder = testing::TempDir() + "orvello-zones-XXXXXX";
+  ASSERT_TRUE(::mkdtemp(folder.data()));
+  fs::create_directories(folder + "/Europe");
+  fs::copy_file("/usr/share/zoneinfo/Asia/Tokyo", folder + "/Europe/Berlin");
+  const auto zone = read_zone(zone_folders(folder.c_str()), "Europe/Berlin");
+  const auto other = read_zone(zone_folders(folder.c_str()), "Asia/Tokyo");
+  fs::remove_all(folder);
+  EXPECT_EQ(zone->from_utc(at("2026-07-01T00:00")), at("2026-07-01T09:00"));
+  EXPECT_TRUE(other);
 }
 
 TEST(SystemClock, TimesThatDoNotExistAreRefused) {
