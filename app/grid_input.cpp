@@ -184,7 +184,8 @@ std::vector<CompactRow> Application::compact_rows(const MonthDayYear& date) {
   const auto items = session_.CalendarItems();
   return compact_agenda(items.get(), WholeDayNumber(date.month, date.day, date.year),
                         settings_.timeformat != 0,
-                        [this](TextView categories) { return passes_profile(categories); });
+                        [this](TextView categories) { return passes_profile(categories); })
+      .value_or(std::vector<CompactRow>());
 }
 
 Rect Application::day_place(const MonthDayYear& date) const {

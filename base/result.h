@@ -5,14 +5,20 @@
 #include <cassert>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace orvello {
 
 template <typename T>
-class Result {
+class [[nodiscard]] Result {
  public:
-  Result(T value) : value_(std::move(value)) {}
+  // From whatever a T is made of without being asked: a Result of an optional takes both what the
+  // optional holds and nullopt.
+  template <typename Value = T>
+  requires(std::is_convertible_v<Value, T> && !std::is_same_v<std::decay_t<Value>, Result>)
+      Result(Value&& value)
+      : value_(std::in_place, std::forward<Value>(value)) {}
   static Result failure(std::string reason) {
     Result result;
     result.reason_ = std::move(reason);

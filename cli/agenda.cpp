@@ -146,9 +146,11 @@ Result<std::vector<StoreItem>> agenda_items(CalendarStore& store, std::int32_t f
     items->sort(u"[Start]", false);
     const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f",
                                     static_cast<double>(from), static_cast<double>(to));
-    for (auto item = items->find(restriction); item; item = items->find_next())
-      if (whole_day(item->start) <= to && whole_day(shown_end(*item)) >= from)
-        kept.push_back(std::move(*item));
+    const bool whole = each_item(*items, restriction, [&](StoreItem& item) {
+      if (whole_day(item.start) <= to && whole_day(shown_end(item)) >= from)
+        kept.push_back(std::move(item));
+    });
+    if (!whole) return Items::failure(to_utf8(application->problem()));
   }
   application->logoff();
   return kept;

@@ -32,14 +32,14 @@ class Exporter {
       : store_(store), clock_(clock), whole_(whole) {}
 
   bool collect(const std::vector<std::int32_t>& oids);
-  void collect(const AppointmentRecord& record);
-  std::string text();
+  bool collect(const AppointmentRecord& record);
+  Result<std::string> text();
 
  private:
   Group& group(std::string_view key);
   void add(const AppointmentRecord& record);
   std::unique_ptr<EventWriter> writer_for(const Group& calendar);
-  void collect_foreign();
+  bool collect_foreign();
   void join_own();
   void write_group(std::string& out, const Group& group);
   std::string header_text(const Group& group);
@@ -48,6 +48,7 @@ class Exporter {
   RecordStore& store_;
   const Clock& clock_;
   bool whole_;
+  bool failed_ = false;  // the store
   std::vector<Group> groups_;
   std::map<std::string, std::size_t, std::less<>> index_;
 };
@@ -62,10 +63,11 @@ Group& Exporter::group(std::string_view key) {
   return made;
 }
 
-void Exporter::collect_foreign() {
+bool Exporter::collect_foreign() {
   group("");  // ours
-  const std::vector<ForeignComponent> all = store_.foreign();
-  for (const ForeignComponent& one : all) {
+  const auto all = store_.foreign();
+  if (!all) return false;
+  for (const ForeignComponent& one : *all) {
     const Residue split = split_residue(one.text);
     if (one.key.starts_with(kCalendarPrefix)) {
       Group& calendar = group(std::string_view(one.key).substr(kCalendarPrefix.size()));
@@ -77,9 +79,10 @@ void Exporter::collect_foreign() {
   }
   for (Group& calendar : groups_) {
     const std::string prefix = zone_key(calendar.key, "");
-    for (const ForeignComponent& one : all)
+    for (const ForeignComponent& one : *all)
       if (one.key.starts_with(prefix)) calendar.zones.push_back(one.text);
   }
+  return true;
 }
 
 bool is_request(const Group& group) {
@@ -87,19 +90,20 @@ bool is_request(const Group& group) {
 }
 
 bool Exporter::collect(const std::vector<std::int32_t>& oids) {
-  collect_foreign();
+  if (!collect_foreign()) return false;
   for (const std::int32_t oid : oids) {
     const auto record = store_.load(oid);
-    if (!record) return false;
-    add(*record);
+    if (!record || !*record) return false;
+    add(**record);
   }
   join_own();
   return true;
 }
 
-void Exporter::collect(const AppointmentRecord& record) {
-  collect_foreign();
+bool Exporter::collect(const AppointmentRecord& record) {
+  if (!collect_foreign()) return false;
   add(record);
+  return true;
 }
 
 void Exporter::add(const AppointmentRecord& record) {
@@ -170,6 +174,7 @@ std::string Exporter::zone_texts(const Group& group) {
   ZoneTable zones(store_, clock_, false);
   for (const std::string& tzid : missing)
     if (const Zone* zone = zones.find(tzid)) text += vtimezone_text(*zone, tzid);
+  failed_ |= zones.failed();
   return text;
 }
 
@@ -180,12 +185,14 @@ void Exporter::write_group(std::string& out, const Group& group) {
   out += "END:VCALENDAR\r\n";
 }
 
-std::string Exporter::text() {
+Result<std::string> Exporter::text() {
   std::string out;
   for (const Group& group : groups_)
     if (!group.empty() || (!group.had_items && whole_)) write_group(out, group);
   // A file without a calendar is no calendar file.
   if (out.empty()) write_group(out, Group{});
+  for (const Group& group : groups_) failed_ |= group.writer && group.writer->zones().failed();
+  if (failed_) return Result<std::string>::failure(store_.problem());
   return out;
 }
 
@@ -193,16 +200,19 @@ std::string Exporter::text() {
 
 Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32_t> from_day,
                                     std::optional<std::int32_t> to_day, const Clock& clock) {
+  StoreReading reading(store);
   Exporter exporter(store, clock, !from_day && !to_day);
-  if (!exporter.collect(store.oids(from_day, to_day)))
+  const auto oids = store.oids(from_day, to_day);
+  if (!reading || !oids || !exporter.collect(*oids))
     return Result<std::string>::failure(store.problem());
   return exporter.text();
 }
 
-std::string export_appointment(RecordStore& store, const AppointmentRecord& record,
-                               const Clock& clock) {
+Result<std::string> export_appointment(RecordStore& store, const AppointmentRecord& record,
+                                       const Clock& clock) {
+  StoreReading reading(store);
   Exporter exporter(store, clock, false);
-  exporter.collect(record);
+  if (!reading || !exporter.collect(record)) return Result<std::string>::failure(store.problem());
   return exporter.text();
 }
 

@@ -13,12 +13,13 @@ namespace orvello {
 
 // Everything in the store, or the appointments with an occurrence that touches the days [from, to].
 // Imported calendars keep their own properties, so the text may hold several calendars; what is no
-// appointment (tasks, journals ...) is part of an export without bounds only.
+// appointment (tasks, journals ...) is part of an export without bounds only. All is one state of
+// the store, or a failure.
 Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32_t> from_day,
                                     std::optional<std::int32_t> to_day, const Clock& clock);
 
 // One appointment as it is in the record, stored or not.
-std::string export_appointment(RecordStore& store, const AppointmentRecord& record,
-                               const Clock& clock);
+Result<std::string> export_appointment(RecordStore& store, const AppointmentRecord& record,
+                                       const Clock& clock);
 
 }  // namespace orvello

@@ -49,7 +49,10 @@ struct Importer::Uids {
 
 Importer::Importer(RecordStore& store, const Clock& clock, bool writes)
     : store_(store), clock_(clock), writes_(writes), zones_(store, clock, writes) {
-  for (const ForeignComponent& one : store.foreign()) {
+  const auto kept = store.foreign();
+  failed_ = !kept;
+  if (failed_) return;
+  for (const ForeignComponent& one : *kept) {
     if (one.key != kLoneKey) continue;
     std::size_t at = 0;
     for (std::string_view line; next_line(one.text, at, line);)
@@ -240,8 +243,8 @@ std::vector<AppointmentException> Importer::read_changes(const ScannedCalendar& 
 // Changes whose series is not in this calendar: in the store, in a later file, or nowhere.
 void Importer::import_changes(const ScannedCalendar& calendar, const std::string& uid,
                               const std::vector<std::size_t>& indices) {
-  const auto oid = store_.oid_of_uid(uid);
-  auto record = oid ? store_.load(*oid) : std::nullopt;
+  auto record = stored(uid);
+  if (failed_) return;
   if (!record || !record->recurring()) {
     EventContext context{zones_, clock_, *problems_};
     for (const std::size_t index : indices) {
@@ -284,8 +287,8 @@ void Importer::import_lone(const std::string& uid, ReadEvent& change, const std:
 // The series has come: what stood for single occurrences of it become its exceptions.
 void Importer::merge_lone(const std::string& uid, ReadEvent& master) {
   for (const std::string& name : lone_[uid]) {
-    const auto oid = store_.oid_of_uid(name);
-    const auto record = oid ? store_.load(*oid) : std::nullopt;
+    const auto record = stored(name);
+    if (failed_) return;
     ParsedComponent parsed;
     if (!record || !parsed.parse(split_residue(record->residue).component, 1)) continue;
     ProblemList ignored{""};
@@ -301,15 +304,31 @@ void Importer::merge_lone(const std::string& uid, ReadEvent& master) {
     exception.recipients = record->recipients;
     changes_[uid].push_back(exception);
     add_exception(master.record, std::move(exception));
-    if (writes_ && !store_.erase(*oid)) failed_ = true;
+    if (writes_ && !store_.erase(record->oid)) failed_ = true;
   }
   lone_.erase(uid);
   lone_changed_ = true;
 }
 
+std::optional<AppointmentRecord> Importer::stored(const std::string& uid) {
+  const auto oid = store_.oid_of_uid(uid);
+  failed_ |= !oid;
+  if (!oid || !*oid) return std::nullopt;
+  auto record = store_.load(**oid);
+  failed_ |= !record;
+  return record ? std::move(*record) : std::nullopt;
+}
+
 void Importer::put(AppointmentRecord& record, bool known) {
   if (record.modified == 0) record.modified = clock_.utc_now();
-  if (record.oid == 0) record.oid = store_.oid_of_uid(record.uid).value_or(0);
+  if (record.oid == 0) {
+    const auto oid = store_.oid_of_uid(record.uid);
+    if (!oid) {
+      failed_ = true;
+      return;
+    }
+    record.oid = oid->value_or(0);
+  }
   known = known || record.oid != 0;
   if (writes_ && store_.put(record) == 0) {
     failed_ = true;

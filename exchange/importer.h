@@ -41,6 +41,9 @@ class Importer {
   std::vector<AppointmentException> read_changes(const ScannedCalendar& calendar,
                                                  const std::vector<std::size_t>& indices,
                                                  const ReadEvent& master);
+  // The store's record of that UID; nothing without one, and when the store fails, which ends the
+  // import.
+  std::optional<AppointmentRecord> stored(const std::string& uid);
   void put(AppointmentRecord& record, bool known);
   void count(const std::string& uid, bool known);
 

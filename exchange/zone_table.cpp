@@ -215,7 +215,9 @@ const Zone* ZoneTable::own(const std::string& tzid, const Definition& definition
 const Zone* ZoneTable::stored(const std::string& name) {
   const auto [slot, added] = stored_.try_emplace(name);
   if (!added) return slot->second.get();
-  if (auto zone = store_.zone(name)) slot->second = std::make_unique<Zone>(std::move(*zone));
+  auto zone = store_.zone(name);
+  failed_ |= !zone;
+  if (zone && *zone) slot->second = std::make_unique<Zone>(std::move(**zone));
   return slot->second.get();
 }
 

@@ -2,12 +2,18 @@
 // recipients, contacts, the folders' category texts, change notifications. User-interface thread
 // only. Objects are released by destroying them; all of an application object's objects go before
 // it does. Dates are calendar dates in the device's local time.
+//
+// Every read may fail, and a failed one is never answered as if there were nothing: an optional
+// without a value is a failure where it says so, and a collection, which also answers nothing at
+// its end, tells the two apart by failed(). Why is told by StoreApplication::problem().
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "base/text.h"
@@ -86,7 +92,8 @@ struct StoreContact {
 
 class Appointment;
 
-enum class OccurrenceError { none, not_found, invalid_argument };
+// unreadable: the store failed, and there may well be such an occurrence.
+enum class OccurrenceError { none, not_found, invalid_argument, unreadable };
 
 // An exception of a series: an occurrence that was deleted, or changed into an appointment.
 struct StoreException {
@@ -104,9 +111,10 @@ class StorePattern {
   // Takes effect when the item is saved, and drops its exceptions then, as their dates are the old
   // pattern's.
   virtual bool set_fields(const RecurrencePattern& pattern) = 0;
-  virtual int exception_count() const = 0;
+  virtual std::optional<int> exception_count() const = 0;                // nothing: failure
   virtual std::optional<StoreException> exception(int index) const = 0;  // from 1; nothing: failure
-  // The occurrence that starts at this moment (an exception: at its changed start).
+  // The occurrence that starts at this moment (an exception: at its changed start), else the only
+  // one that starts on that day; among several none is meant.
   virtual std::unique_ptr<Appointment> occurrence(CalendarDate start, OccurrenceError& error) = 0;
 };
 
@@ -121,7 +129,7 @@ class Appointment {
   virtual std::int32_t duration_minutes() const = 0;
   virtual std::unique_ptr<StorePattern> pattern() = 0;  // null: cannot be read; makes one if absent
   virtual void clear_pattern() = 0;
-  virtual std::optional<std::vector<StoreRecipient>> recipients() const = 0;
+  virtual std::optional<std::vector<StoreRecipient>> recipients() const = 0;  // nothing: failure
   virtual void set_recipients(const std::vector<StoreRecipient>& recipients) = 0;
   virtual std::unique_ptr<Appointment> copy() = 0;  // unsaved, with no id and no recurrence
   virtual bool save() = 0;    // one durable transaction; an occurrence becomes an exception
@@ -131,6 +139,7 @@ class Appointment {
 
 // A folder's items. Restriction texts are the store's query language: comparisons of [Start] and
 // [End] with <N joined by AND; bounds are whole days. A text that cannot be read selects nothing.
+// Prefer each_item() below, whose answer cannot be overlooked.
 class StoreItems {
  public:
   virtual ~StoreItems() = default;
@@ -141,14 +150,47 @@ class StoreItems {
   virtual std::optional<StoreItem> find_next() = 0;
   virtual int count() = 0;
   virtual std::optional<StoreItem> item(int index) = 0;  // from 1
+  // Whether what the last call answered may lack something, since a read broke off. A collection
+  // that answered nothing and has not failed holds nothing.
+  virtual bool failed() const = 0;
 };
+
+// Calls visit(item) for each item that the restriction selects, in the collection's order, until
+// visit answers false (it may also answer nothing). False when a read broke off, so that items may
+// be missing.
+template <typename Visit>
+[[nodiscard]] bool each_item(StoreItems& items, TextView restriction, Visit visit) {
+  for (auto item = items.find(restriction); item; item = items.find_next()) {
+    if constexpr (std::is_void_v<std::invoke_result_t<Visit, StoreItem&>>)
+      visit(*item);
+    else if (!visit(*item))
+      return true;
+  }
+  return !items.failed();
+}
+
+// The same for all of a collection that restrict_to() answered; null is a failure.
+template <typename Visit>
+[[nodiscard]] bool each_item(StoreItems* items, Visit visit) {
+  if (!items) return false;
+  for (int index = 1;; ++index) {
+    auto item = items->item(index);
+    if (!item) return !items->failed();
+    if constexpr (std::is_void_v<std::invoke_result_t<Visit, StoreItem&>>)
+      visit(*item);
+    else if (!visit(*item))
+      return true;
+  }
+}
 
 class StoreFolder {
  public:
   virtual ~StoreFolder() = default;
-  virtual std::unique_ptr<StoreItems> items() = 0;   // a fresh collection each time
-  virtual std::vector<StoreContact> contacts() = 0;  // by file_as; of the contacts folder
-  virtual Text category_text() = 0;  // the labels in use in this folder, comma-separated
+  virtual std::unique_ptr<StoreItems> items() = 0;  // a fresh collection each time
+  // By file_as; of the contacts folder. Nothing: failure.
+  virtual std::optional<std::vector<StoreContact>> contacts() = 0;
+  // The labels in use in this folder, comma-separated. Nothing: failure.
+  virtual std::optional<Text> category_text() = 0;
   // Both local and remote changes are posted from now on; not every generation does so unasked.
   virtual bool enable_notifications() = 0;
 };
@@ -166,11 +208,17 @@ class StoreApplication {
   virtual bool logon(StoreListener* listener) = 0;
   virtual void logoff() = 0;
   virtual std::unique_ptr<StoreFolder> default_folder(int folder) = 0;  // null: failure
+  // Null: there is none (and no problem()), or failure.
   virtual std::unique_ptr<Appointment> item_from_oid(std::int32_t oid) = 0;
   virtual std::unique_ptr<Appointment> create_appointment() = 0;
   virtual bool beam(Appointment& appointment) = 0;
+  // Everything that `work` saves and removes is one durable transaction, taken back when it answers
+  // false or the store fails. False in both cases.
+  virtual bool all_or_nothing(const std::function<bool()>& work) = 0;
   // Why the last call failed, as a sentence that names the file at fault; empty when unknown.
   virtual Text problem() const = 0;
+  // Whether it failed because another program holds the store, so that the same may work soon.
+  virtual bool busy() const = 0;
 };
 
 // Reaching the store. The steps are the platform's, so that a session can be told apart from a

@@ -10,16 +10,16 @@ namespace {
 
 constexpr TextView kNothing = u"No Appointments";
 
-// Calls visit(item) for what the store offers for the day, by start.
+// Calls visit(item) for what the store offers for the day, by start. False when it failed.
 template <typename Visit>
-void visit_candidates(StoreItems* items, std::int32_t day, Visit visit) {
-  if (!items) return;
+[[nodiscard]] bool visit_candidates(StoreItems* items, std::int32_t day, Visit visit) {
+  if (!items) return false;
   // Both bounds are the day itself; the day test decides, the store only preselects.
   const auto midnight = static_cast<double>(day);
   items->set_include_recurrences(true);
   items->sort(u"[Start]", false);
   const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f", midnight, midnight);
-  for (auto item = items->find(restriction); item; item = items->find_next()) visit(*item);
+  return each_item(*items, restriction, visit);
 }
 
 class AgendaBuilder {
@@ -79,10 +79,12 @@ class AgendaBuilder {
     if (settings_.categoryiconflag == 1) row.icons += u'c';
     row.subject = shown_subject(item);
     row.oid = summary.oid;
+    row.start = item.start;
     row.first_category = category;
     add_row(std::move(row), end, color);
     if (settings_.showlocation != 1 || summary.location.empty()) return;
-    add_row({{}, u" ", location_label(summary.location), summary.oid, category, true}, end, color);
+    add_row({{}, u" ", location_label(summary.location), summary.oid, category, true, item.start},
+            end, color);
   }
 
   void add_row(DayRow row, CalendarDate end, Color color) {
@@ -102,8 +104,11 @@ class AgendaBuilder {
 DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord& settings,
                       const ProfileFilter& passes) {
   AgendaBuilder builder(day, settings, passes);
-  visit_candidates(items, day, [&](const StoreItem& item) { builder.visit(item); });
-  return builder.finish();
+  const bool whole =
+      visit_candidates(items, day, [&](const StoreItem& item) { builder.visit(item); });
+  DayAgenda agenda = builder.finish();
+  agenda.failed = !whole;
+  return agenda;
 }
 
 std::vector<int> build_row_shades(const std::vector<DayRow>& rows) {
@@ -116,13 +121,14 @@ std::vector<int> build_row_shades(const std::vector<DayRow>& rows) {
   return shades;
 }
 
-std::vector<CompactRow> compact_agenda(StoreItems* items, std::int32_t day, bool clock24,
-                                       const ProfileFilter& passes) {
+std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, std::int32_t day,
+                                                      bool clock24, const ProfileFilter& passes) {
   std::vector<CompactRow> rows;
-  visit_candidates(items, day, [&](const StoreItem& item) {
+  const bool whole = visit_candidates(items, day, [&](const StoreItem& item) {
     if (touches_day(item, day) && passes(item.summary->categories))
-      rows.push_back({day_label(item, day, clock24), shown_subject(item), 0});
+      rows.push_back({day_label(item, day, clock24), shown_subject(item), 0, item.start});
   });
+  if (!whole) return std::nullopt;
   if (rows.empty()) rows.push_back({Text(kNothing), {}, -1});
   return rows;
 }

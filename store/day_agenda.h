@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "base/color.h"
@@ -18,9 +19,10 @@ struct DayRow {
   Text time;
   Text icons;  // "n" notes, "r" reminder, "c" category; " " on a location row
   Text subject;
-  std::int32_t oid = -1;   // -1 on the row that says there is nothing
-  Text first_category;     // "(None)" for an appointment without categories
-  bool continues = false;  // a location row, which goes on with the appointment above
+  std::int32_t oid = -1;         // -1 on the row that says there is nothing
+  Text first_category;           // "(None)" for an appointment without categories
+  bool continues = false;        // a location row, which goes on with the appointment above
+  CalendarDate start = kNoDate;  // of the occurrence, which it tells from others of its series
   friend bool operator==(const DayRow&, const DayRow&) = default;
 };
 
@@ -31,6 +33,7 @@ struct DayAgenda {
     nothing_found,  // the store had none: likewise
   };
   Emptiness emptiness = Emptiness::nothing_found;
+  bool failed = false;  // the store could not be read whole: rows may be missing
   std::vector<DayRow> rows;
   // One entry a row each.
   std::vector<CalendarDate> row_ends;
@@ -42,7 +45,8 @@ struct DayAgenda {
   bool category_icon_seen = false;
 };
 
-// `items` is a fresh collection of the calendar folder, or null. In order of start. Subjects are
+// `items` is a fresh collection of the calendar folder, or null, which is a failure. In order of
+// start. Subjects are
 // whole: who wraps them adds rows, with entries in the arrays, and builds the shades again.
 DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord& settings,
                       const ProfileFilter& passes);
@@ -54,12 +58,13 @@ struct CompactRow {
   Text time;
   Text subject;
   std::int32_t row_data = 0;  // -1 on the row that says there is nothing
+  CalendarDate start = kNoDate;
   friend bool operator==(const CompactRow&, const CompactRow&) = default;
 };
 
 // The same rows without icons, locations and arrays; a day without rows is one row "No
-// Appointments".
-std::vector<CompactRow> compact_agenda(StoreItems* items, std::int32_t day, bool clock24,
-                                       const ProfileFilter& passes);
+// Appointments". Nothing when the store could not be read.
+std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, std::int32_t day,
+                                                      bool clock24, const ProfileFilter& passes);
 
 }  // namespace orvello

@@ -4,14 +4,15 @@
 
 namespace orvello {
 
-const Zone* DeviceTime::zone(const std::string& name) {
+std::optional<const Zone*> DeviceTime::zone(const std::string& name) {
   if (name.empty()) return nullptr;
   const auto found = known_.find(name);
   if (found != known_.end()) return found->second.get();
   auto described = zones_(name);
+  if (!described) return std::nullopt;
   auto& kept = known_[name];
-  if (described)
-    kept = std::make_unique<Zone>(std::move(*described));
+  if (*described)
+    kept = std::make_unique<Zone>(std::move(**described));
   else if (name == "UTC")
     kept = std::make_unique<Zone>();
   return kept.get();

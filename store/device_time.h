@@ -9,6 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "base/result.h"
 #include "calendar/zone.h"
 #include "ports/clock.h"
 
@@ -16,12 +17,12 @@ namespace orvello {
 
 class DeviceTime {
  public:
-  using ZoneSource = std::function<std::optional<Zone>(std::string_view name)>;
+  using ZoneSource = std::function<Result<std::optional<Zone>>(std::string_view name)>;
   DeviceTime(const Clock& clock, ZoneSource zones) : clock_(clock), zones_(std::move(zones)) {}
 
   // The zone of that name; null for floating times and for a zone nobody described, whose times are
-  // taken as they stand.
-  const Zone* zone(const std::string& name);
+  // taken as they stand. Nothing when the store could not read it: then no time may be computed.
+  std::optional<const Zone*> zone(const std::string& name);
   void forget_zones() { known_.clear(); }
 
   // What the device shows for a time in `zone`. A floating time that the device's clock skips is

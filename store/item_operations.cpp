@@ -48,9 +48,9 @@ bool isApptRecurring(StoreSession& session, MessageBoxes& boxes, std::int32_t oi
 }
 
 bool find_exception_date(StorePattern& pattern, MessageBoxes& boxes, CalendarDate& moment) {
-  const int count = pattern.exception_count();
-  for (int index = 1; index <= count; ++index) {
-    const auto exception = pattern.exception(index);
+  const auto count = pattern.exception_count();
+  for (int index = 1; index <= count.value_or(1); ++index) {
+    const auto exception = count ? pattern.exception(index) : std::nullopt;
     if (!exception) {
       boxes.show(u"error in pExceptions->Item() call", kError);
       break;
@@ -59,7 +59,7 @@ bool find_exception_date(StorePattern& pattern, MessageBoxes& boxes, CalendarDat
     moment = exception->start;
     break;
   }
-  return count > 0;
+  return count != 0;
 }
 
 std::unique_ptr<Appointment> find_occurrence(Appointment& item, StorePattern& pattern,

@@ -19,8 +19,8 @@ std::unique_ptr<StoreFolder> RecordApplication::default_folder(int folder) {
 std::unique_ptr<Appointment> RecordApplication::item_from_oid(std::int32_t oid) {
   if (oid == 0) return nullptr;
   auto record = store_.fetch(oid);
-  if (!record) return nullptr;
-  return std::make_unique<RecordAppointment>(store_, std::move(*record));
+  if (!record || !*record) return nullptr;
+  return std::make_unique<RecordAppointment>(store_, std::move(**record));
 }
 
 std::unique_ptr<Appointment> RecordApplication::create_appointment() {
@@ -30,7 +30,9 @@ std::unique_ptr<Appointment> RecordApplication::create_appointment() {
 bool RecordApplication::beam(Appointment& appointment) {
   AppointmentRecord record;
   record.oid = appointment.oid();
-  if (auto stored = store_.fetch(record.oid)) record = std::move(*stored);
+  auto stored = store_.fetch(record.oid);
+  if (!stored) return false;
+  if (*stored) record = std::move(**stored);
   // As it stands, with what was not saved yet; of an occurrence that one alone.
   appointment.read(record.fields);
   return store_.beam(record);
@@ -40,7 +42,7 @@ std::unique_ptr<StoreItems> RecordFolder::items() {
   return std::make_unique<RecordItems>(store_, folder_ == kFolderCalendar);
 }
 
-std::vector<StoreContact> RecordFolder::contacts() {
+std::optional<std::vector<StoreContact>> RecordFolder::contacts() {
   return folder_ == kFolderContacts ? store_.contacts() : std::vector<StoreContact>();
 }
 

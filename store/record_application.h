@@ -19,7 +19,11 @@ class RecordApplication : public StoreApplication {
   std::unique_ptr<Appointment> item_from_oid(std::int32_t oid) override;
   std::unique_ptr<Appointment> create_appointment() override;
   bool beam(Appointment& appointment) override;
+  bool all_or_nothing(const std::function<bool()>& work) override {
+    return store_.all_or_nothing(work);
+  }
   Text problem() const override { return to_utf16(store_.problem()); }
+  bool busy() const override { return store_.busy(); }
 
  private:
   RecordCalendarStore& store_;
@@ -32,8 +36,8 @@ class RecordFolder : public StoreFolder {
       : store_(store), application_(application), folder_(folder) {}
 
   std::unique_ptr<StoreItems> items() override;
-  std::vector<StoreContact> contacts() override;
-  Text category_text() override { return store_.category_text(folder_); }
+  std::optional<std::vector<StoreContact>> contacts() override;
+  std::optional<Text> category_text() override { return store_.category_text(folder_); }
   bool enable_notifications() override;
 
  private:

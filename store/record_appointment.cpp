@@ -21,20 +21,30 @@ bool same_day(LocalSeconds a, LocalSeconds b) { return day_of(a) == day_of(b); }
 
 }  // namespace
 
-RecurrencePattern device_pattern(const AppointmentRecord& record, DeviceTime& time) {
+std::optional<RecurrencePattern> device_pattern(const AppointmentRecord& record, DeviceTime& time) {
   RecurrencePattern pattern = *record.pattern;
-  const auto shown = time.shown(record.start, time.zone(record.zone));
+  const auto zone = time.zone(record.zone);
+  if (!zone) return std::nullopt;
+  const auto shown = time.shown(record.start, *zone);
   if (!record.fields.all_day && same_day(shown, record.start))
     shift_times(pattern, shown - record.start);
   return pattern;
 }
 
 RecordAppointment::RecordAppointment(RecordCalendarStore& store, AppointmentRecord record)
-    : store_(store), record_(std::move(record)) {}
+    : store_(store),
+      record_(std::move(record)),
+      current_(std::make_shared<AppointmentRecord>(record_)),
+      current_state_(store.state()) {}
 
 bool RecordAppointment::read(AppointmentFields& fields) const {
   fields = fields_.value_or(record_.fields);
   return true;
+}
+
+void RecordAppointment::write(const AppointmentFields& fields) {
+  fields_ = fields;
+  current_.reset();
 }
 
 bool RecordAppointment::is_recurring() const {
@@ -47,18 +57,20 @@ std::int32_t RecordAppointment::duration_minutes() const {
 }
 
 std::unique_ptr<StorePattern> RecordAppointment::pattern() {
-  if (record_.oid != 0 && !store_.fetch(record_.oid)) return nullptr;
+  if (!current()) return nullptr;
   return std::make_unique<RecordPattern>(store_, *this);
 }
 
 void RecordAppointment::clear_pattern() {
   pattern_.reset();
   clears_pattern_ = true;
+  current_.reset();
 }
 
 void RecordAppointment::set_pattern(const RecurrencePattern& pattern) {
   pattern_ = pattern;
   clears_pattern_ = false;
+  current_.reset();
 }
 
 std::optional<std::vector<StoreRecipient>> RecordAppointment::recipients() const {
@@ -78,91 +90,111 @@ std::unique_ptr<Appointment> RecordAppointment::copy() {
       start.residue = record_.residue;
   }
   auto twin = std::make_unique<RecordAppointment>(store_, std::move(start));
-  twin->fields_ = fields_.value_or(record_.fields);
+  twin->write(fields_.value_or(record_.fields));
   twin->recipients_ = recipients();
   return twin;
 }
 
-AppointmentRecord RecordAppointment::current() const {
+std::shared_ptr<const AppointmentRecord> RecordAppointment::current() const {
+  if (current_ && current_state_ == store_.state()) return current_;
+  current_.reset();
   AppointmentRecord record = record_;
-  if (record.oid != 0)
-    if (auto stored = store_.fetch(record.oid)) record = std::move(*stored);
-  if (pattern_ || clears_pattern_) {
-    apply_fields(record);
-    apply_pattern(record);
+  if (record.oid != 0) {
+    auto stored = store_.existing(record.oid);
+    if (!stored) return nullptr;
+    record = std::move(*stored);
   }
-  return record;
+  if ((pattern_ || clears_pattern_) && !(apply_fields(record) && apply_pattern(record)))
+    return nullptr;
+  current_ = std::make_shared<AppointmentRecord>(std::move(record));
+  current_state_ = store_.state();
+  return current_;
 }
 
-void RecordAppointment::apply_fields(AppointmentRecord& record) const {
-  if (!fields_) return;
+bool RecordAppointment::apply_fields(AppointmentRecord& record) const {
+  if (!fields_) return true;
   const auto start = record.fields.start, end = record.fields.end;
   record.fields = *fields_;
-  auto& time = store_.time();
-  const Zone* zone = fields_->all_day ? nullptr : time.zone(record.zone);
   // A series' times are its pattern's. Times that were not touched stay exact in their own zone.
   const bool keeps_times = record.recurring() && !clears_pattern_;
+  const std::string zone_name = fields_->all_day ? "" : record.zone;
   if (fields_->all_day) record.zone.clear();
   if (keeps_times || (record.oid != 0 && fields_->start == record_.fields.start &&
                       fields_->end == record_.fields.end)) {
     record.fields.start = start;
     record.fields.end = end;
-    return;
+    return true;
   }
-  record.start = time.in_zone(to_seconds(fields_->start), zone);
-  record.end = time.in_zone(to_seconds(fields_->end), zone);
+  auto& time = store_.time();
+  const auto zone = time.zone(zone_name);
+  if (!zone) return false;
+  record.start = time.in_zone(to_seconds(fields_->start), *zone);
+  record.end = time.in_zone(to_seconds(fields_->end), *zone);
+  return true;
 }
 
-void RecordAppointment::apply_pattern(AppointmentRecord& record) const {
+bool RecordAppointment::apply_pattern(AppointmentRecord& record) const {
   if (clears_pattern_) {
     record.pattern.reset();
     record.rules.clear();
     record.exceptions.clear();
   }
-  if (!pattern_) return;
+  if (!pattern_) return true;
   auto& time = store_.time();
   // The same pattern again changes nothing: its exceptions are still its own.
-  if (record.pattern && !clears_pattern_ && device_pattern(record, time) == *pattern_) return;
+  if (record.pattern && !clears_pattern_) {
+    const auto known = device_pattern(record, time);
+    if (!known) return false;
+    if (*known == *pattern_) return true;
+  }
+  const auto zone = time.zone(record.fields.all_day ? "" : record.zone);
+  if (!zone) return false;
   record.exceptions.clear();
   record.rules.clear();
   record.pattern = *pattern_;
-  const Zone* zone = record.fields.all_day ? nullptr : time.zone(record.zone);
   const auto start = pattern_start(*pattern_);
-  const auto own = time.in_zone(start, zone);
-  if (zone && same_day(start, own))
+  const auto own = time.in_zone(start, *zone);
+  if (*zone && same_day(start, own))
     shift_times(*record.pattern, own - start);
   else
     record.zone.clear();
   record.start = record.end = 0;  // the pattern says
+  return true;
 }
 
-void RecordAppointment::apply(AppointmentRecord& record) const {
-  apply_fields(record);
-  apply_pattern(record);
+bool RecordAppointment::apply(AppointmentRecord& record) const {
+  if (!apply_fields(record) || !apply_pattern(record)) return false;
   if (recipients_) record.recipients = *recipients_;
+  return true;
 }
 
 bool RecordAppointment::save() {
-  AppointmentRecord record = record_;
-  if (record_.oid != 0) {
-    auto stored = store_.fetch(record_.oid);
-    if (!stored) return false;
-    record = std::move(*stored);
-    if (!fields_ && !pattern_ && !clears_pattern_ && !recipients_) {
-      record_ = std::move(record);
-      return true;
+  AppointmentRecord saved;
+  const bool done = store_.all_or_nothing([&] {
+    AppointmentRecord record = record_;
+    if (record_.oid != 0) {
+      auto stored = store_.existing(record_.oid);
+      if (!stored) return false;
+      record = std::move(*stored);
     }
-  }
-  apply(record);
-  record.modified = store_.time().clock().utc_now();
-  const std::int32_t oid = store_.put(record);
-  if (oid == 0) return false;
-  if (auto stored = store_.load(oid)) record_ = std::move(*stored);
-  record_.oid = oid;
+    if (record_.oid == 0 || changed()) {
+      if (!apply(record)) return false;
+      record.modified = store_.time().clock().utc_now();
+      const std::int32_t oid = store_.put(record);
+      auto stored = oid != 0 ? store_.existing(oid) : std::nullopt;
+      if (!stored) return false;
+      record = std::move(*stored);
+    }
+    saved = std::move(record);
+    return true;
+  });
+  if (!done) return false;
+  record_ = std::move(saved);
   fields_.reset();
   pattern_.reset();
   clears_pattern_ = false;
   recipients_.reset();
+  current_.reset();
   return true;
 }
 
@@ -170,8 +202,7 @@ bool RecordAppointment::remove() { return record_.oid != 0 && store_.erase(recor
 
 bool RecordAppointment::send() {
   AppointmentRecord record = record_;
-  apply(record);
-  return store_.send(record);
+  return apply(record) && store_.send(record);
 }
 
 }  // namespace orvello

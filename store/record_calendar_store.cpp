@@ -22,36 +22,43 @@ Text trimmed(const Text& text) {
 }  // namespace
 
 RecordCalendarStore::RecordCalendarStore(const Clock& clock)
-    : time_(clock, [this, &clock](std::string_view name) {
+    : time_(clock, [this, &clock](std::string_view name) -> Result<std::optional<Zone>> {
         // A zone of the device's database follows that; the store's own copy is for a device that
         // has none.
-        auto known = clock.known_zone(name);
-        return known ? std::move(known) : zone(name);
+        if (auto known = clock.known_zone(name)) return known;
+        return zone(name);
       }) {}
 
-std::vector<CategoryUse> RecordCalendarStore::category_use_counts() {
+std::optional<std::vector<CategoryUse>> RecordCalendarStore::category_use_counts() {
   std::map<Text, CategoryUse> uses;
   const auto count_folder = [&](int folder, int CategoryUse::*count) {
-    for (const auto& [text, items] : category_texts(folder))
+    const auto texts = category_texts(folder);
+    if (!texts) return false;
+    for (const auto& [text, items] : *texts)
       for (const Text& piece : split(text, u','))
         if (Text label = trimmed(piece); !label.empty()) {
           auto& use = uses[label];
           use.label = label;
           use.*count += items;
         }
+    return true;
   };
-  count_folder(kFolderCalendar, &CategoryUse::appointments);
-  count_folder(kFolderTasks, &CategoryUse::tasks);
-  count_folder(kFolderContacts, &CategoryUse::contacts);
+  StoreReading reading(*this);
+  if (!reading || !count_folder(kFolderCalendar, &CategoryUse::appointments) ||
+      !count_folder(kFolderTasks, &CategoryUse::tasks) ||
+      !count_folder(kFolderContacts, &CategoryUse::contacts))
+    return std::nullopt;
   std::vector<CategoryUse> list;
   for (auto& [label, use] : uses) list.push_back(std::move(use));
   return list;
 }
 
-Text RecordCalendarStore::category_text(int folder) {
+std::optional<Text> RecordCalendarStore::category_text(int folder) {
   Text joined;
   std::vector<Text> seen;
-  for (const auto& [text, items] : category_texts(folder))
+  const auto texts = category_texts(folder);
+  if (!texts) return std::nullopt;
+  for (const auto& [text, items] : *texts)
     for (const Text& piece : split(text, u',')) {
       Text label = trimmed(piece);
       if (label.empty() || std::find(seen.begin(), seen.end(), label) != seen.end()) continue;
@@ -59,6 +66,21 @@ Text RecordCalendarStore::category_text(int folder) {
       seen.push_back(std::move(label));
     }
   return joined;
+}
+
+bool RecordCalendarStore::all_or_nothing(const std::function<bool()>& work) {
+  if (in_transaction()) return work();
+  if (!begin()) return false;
+  if (work()) return commit();
+  rollback();
+  return false;
+}
+
+std::optional<AppointmentRecord> RecordCalendarStore::existing(std::int32_t oid) {
+  auto stored = fetch(oid);
+  if (!stored) return std::nullopt;
+  if (!*stored) fail("There is no appointment with the number " + std::to_string(oid) + ".");
+  return std::move(*stored);
 }
 
 bool RecordCalendarStore::folder_reachable(int folder) const {

@@ -32,14 +32,15 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
   explicit RecordCalendarStore(const Clock& clock);
 
   // Contacts of the contacts folder. `put_contact` stores a new one (oid 0) or replaces one.
-  virtual std::vector<StoreContact> contacts() = 0;  // by file_as
+  virtual std::optional<std::vector<StoreContact>> contacts() = 0;  // by file_as; nothing: failure
   virtual std::int32_t put_contact(const StoreContact& contact) = 0;
   virtual bool erase_contact(std::int32_t oid) = 0;
 
   // The distinct category texts of a folder's items, each with the number of items that carry it.
-  virtual std::vector<std::pair<Text, int>> category_texts(int folder) = 0;
-  std::vector<CategoryUse> category_use_counts();  // in order of label
-  virtual Text category_text(int folder);
+  // Nothing: failure.
+  virtual std::optional<std::vector<std::pair<Text, int>>> category_texts(int folder) = 0;
+  std::optional<std::vector<CategoryUse>> category_use_counts();  // in order of label
+  virtual std::optional<Text> category_text(int folder);
 
   // Delivers what changed since the last call to everyone logged on, own changes and other
   // processes'. The host calls it from its message loop: now and then, and soon after `wake`.
@@ -59,12 +60,23 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
   std::unique_ptr<StoreApplication> create_application(bool notify) override;
   Registration register_server() override { return Registration::done; }
 
-  // For the port's objects.
+  // Runs `work` in a transaction of its own, or as a part of the one that is open. False, and
+  // nothing of it stays, when `work` answers false or the store fails.
+  bool all_or_nothing(const std::function<bool()>& work);
+  // Whether the last failure was another program's lock.
+  virtual bool busy() const { return false; }
+
+  // For the port's objects. A query that fails may have listed a part.
   virtual bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) = 0;
   virtual bool folder_reachable(int folder) const;
   virtual bool allows_logon() { return true; }
-  virtual std::optional<AppointmentRecord> fetch(std::int32_t oid) { return load(oid); }
+  virtual Result<std::optional<AppointmentRecord>> fetch(std::int32_t oid) { return load(oid); }
+  // The stored record; nothing, with the problem, when there is none as well.
+  std::optional<AppointmentRecord> existing(std::int32_t oid);
   virtual bool exception_readable() const { return true; }
+  // Another number whenever something was changed or forgotten through this object: what was read
+  // before, and pointers to zones, hold no longer.
+  std::uint64_t state() const { return state_; }
   DeviceTime& time() { return time_; }
   void log_on(const void* application, StoreListener* listener, bool posts);
   void log_off(const void* application);
@@ -75,6 +87,8 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
 
  protected:
   void note_change(StoreChange change, bool remote);
+  virtual bool in_transaction() const = 0;
+  void next_state() { ++state_; }
   void fail(std::string reason) { problem_ = std::move(reason); }
 
   DeviceTime time_;
@@ -88,6 +102,7 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
   std::map<const void*, Session> sessions_;
   bool posts_unasked_ = true;
   unsigned pending_ = 0;  // one bit for each notification
+  std::uint64_t state_ = 0;
   std::function<void()> wake_;
   Transport send_, beam_;
 };

@@ -22,13 +22,15 @@ std::unique_ptr<StoreItems> RecordItems::restrict_to(TextView restriction) {
   part->occurrences_ = occurrences_;
   part->sorted_ = sorted_;
   part->descending_ = descending_;
-  if (!part->search(part->bounds_, part->all_.emplace())) return nullptr;
-  return part;
+  if (part->all()) return part;
+  failed_ = true;
+  return nullptr;
 }
 
 std::optional<StoreItem> RecordItems::find(TextView restriction) {
   found_ = {};
   next_found_ = 0;
+  failed_ = false;
   const auto bounds = parse_restriction(restriction);
   if (!bounds || !search(bounds_.within(*bounds), found_)) return std::nullopt;
   return find_next();
@@ -39,26 +41,33 @@ std::optional<StoreItem> RecordItems::find_next() {
   return found_.item(next_found_++);
 }
 
-int RecordItems::count() { return static_cast<int>(all().size()); }
+int RecordItems::count() {
+  const OccurrenceList* list = all();
+  return list ? static_cast<int>(list->size()) : 0;
+}
 
 std::optional<StoreItem> RecordItems::item(int index) {
-  if (index < 1 || index > count()) return std::nullopt;
-  return all().item(static_cast<std::size_t>(index - 1));
+  const OccurrenceList* list = all();
+  if (!list || index < 1 || index > static_cast<int>(list->size())) return std::nullopt;
+  return list->item(static_cast<std::size_t>(index - 1));
 }
 
 bool RecordItems::search(const DayBounds& bounds, OccurrenceList& list) {
+  failed_ = false;
   if (!holds_ || bounds.empty()) return true;
-  if (!store_.query(bounds, occurrences_, list)) {
+  failed_ = !store_.query(bounds, occurrences_, list);
+  if (failed_)
     list = {};
-    return false;
-  }
-  if (sorted_) list.sort_by_start(descending_);
-  return true;
+  else if (sorted_)
+    list.sort_by_start(descending_);
+  return !failed_;
 }
 
-const OccurrenceList& RecordItems::all() {
-  if (!all_) search(bounds_, all_.emplace());
-  return *all_;
+// What failed is asked for again the next time.
+const OccurrenceList* RecordItems::all() {
+  if (!all_ && !search(bounds_, all_.emplace())) all_.reset();
+  failed_ = !all_;
+  return all_ ? &*all_ : nullptr;
 }
 
 }  // namespace orvello

@@ -23,16 +23,18 @@ class RecordItems : public StoreItems {
   std::optional<StoreItem> find_next() override;
   int count() override;
   std::optional<StoreItem> item(int index) override;
+  bool failed() const override { return failed_; }
 
  private:
   bool search(const DayBounds& bounds, OccurrenceList& list);
-  const OccurrenceList& all();
+  const OccurrenceList* all();  // null: failure
 
   RecordCalendarStore& store_;
   bool holds_;
   bool occurrences_ = false;
   bool sorted_ = false;
   bool descending_ = false;
+  bool failed_ = false;
   DayBounds bounds_;
   std::optional<OccurrenceList> all_;
   OccurrenceList found_;

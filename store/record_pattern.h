@@ -16,21 +16,24 @@ class RecordPattern : public StorePattern {
 
   std::optional<RecurrencePattern> fields() const override;
   bool set_fields(const RecurrencePattern& pattern) override;
-  int exception_count() const override;
+  std::optional<int> exception_count() const override;
   std::optional<StoreException> exception(int index) const override;
   std::unique_ptr<Appointment> occurrence(CalendarDate start, OccurrenceError& error) override;
 
  private:
   RecordCalendarStore& store_;
   RecordAppointment& item_;
+  // Made once for the many questions of one operation, and again when something has changed.
+  std::shared_ptr<const AppointmentRecord> source_;
+  std::optional<Series> series_;
 };
 
 class RecordOccurrence : public Appointment {
  public:
-  RecordOccurrence(RecordCalendarStore& store, AppointmentRecord series,
+  RecordOccurrence(RecordCalendarStore& store, std::shared_ptr<const AppointmentRecord> series,
                    const SeriesOccurrence& occurrence);
 
-  std::int32_t oid() const override { return series_.oid; }
+  std::int32_t oid() const override { return series_->oid; }
   bool read(AppointmentFields& fields) const override;
   void write(const AppointmentFields& fields) override { fields_ = fields; }
   bool is_recurring() const override { return true; }
@@ -45,13 +48,15 @@ class RecordOccurrence : public Appointment {
   bool send() override;
 
  private:
-  bool put_exception(AppointmentException exception);
+  bool put_exception(bool deleted);
+  bool change(const AppointmentRecord& series, AppointmentException& exception) const;
   const AppointmentException* stored_exception(const AppointmentRecord& series) const;
 
   RecordCalendarStore& store_;
-  AppointmentRecord series_;
+  std::shared_ptr<const AppointmentRecord> series_;
   LocalSeconds original_start_;
   AppointmentFields fields_;
+  CalendarDate shown_start_, shown_end_;  // as the store has them
   std::vector<StoreRecipient> recipients_;
 };
 

@@ -44,32 +44,35 @@ void complete_pattern(AppointmentRecord& record) {
   pattern.pattern_end_date = last ? static_cast<CalendarDate>(day_of(*last)) : kNoDate;
 }
 
-void complete_times(AppointmentRecord& record, DeviceTime& time) {
+bool complete_times(AppointmentRecord& record, DeviceTime& time) {
   const bool own_times = record.start != 0 || record.end != 0;
   const bool all_day = record.fields.all_day;
   if (all_day) record.zone.clear();
   if (!own_times && !record.pattern) {
-    const Zone* zone = time.zone(record.zone);
-    record.start = time.in_zone(to_seconds(record.fields.start), zone);
-    record.end = time.in_zone(to_seconds(record.fields.end), zone);
+    const auto zone = time.zone(record.zone);
+    if (!zone) return false;
+    record.start = time.in_zone(to_seconds(record.fields.start), *zone);
+    record.end = time.in_zone(to_seconds(record.fields.end), *zone);
   }
   record.end = std::max(record.start, record.end);
   if (all_day) {
     record.start = day_of(record.start) * kSecondsPerDay;
     if (own_times || !record.pattern) record.end = all_day_end(record.end);
   }
+  return true;
 }
 
-void complete_exceptions(AppointmentRecord& record, DeviceTime& time) {
+bool complete_exceptions(AppointmentRecord& record, DeviceTime& time) {
   if (!record.recurring()) record.exceptions.clear();
   for (AppointmentException& exception : record.exceptions) {
     if (record.fields.all_day)
       exception.original_start = day_of(exception.original_start) * kSecondsPerDay;
     if (exception.deleted) continue;
     if (exception.start == 0 && exception.end == 0) {
-      const Zone* zone = time.zone(exception.zone);
-      exception.start = time.in_zone(to_seconds(exception.fields.start), zone);
-      exception.end = time.in_zone(to_seconds(exception.fields.end), zone);
+      const auto zone = time.zone(exception.zone);
+      if (!zone) return false;
+      exception.start = time.in_zone(to_seconds(exception.fields.start), *zone);
+      exception.end = time.in_zone(to_seconds(exception.fields.end), *zone);
     }
     exception.end = std::max(exception.start, exception.end);
     if (!exception.fields.all_day) continue;
@@ -87,6 +90,7 @@ void complete_exceptions(AppointmentRecord& record, DeviceTime& time) {
                  list.begin(), list.end(),
                  [](const auto& a, const auto& b) { return a.original_start == b.original_start; }),
              list.end());
+  return true;
 }
 
 std::string made_up_uid() {
@@ -173,23 +177,27 @@ std::optional<LocalSeconds> last_start(const AppointmentRecord& record, const Zo
   return last_instance(read_rules(record.rules, record.start, zone, record.fields.all_day));
 }
 
-void complete_record(AppointmentRecord& record, DeviceTime& time) {
+bool complete_record(AppointmentRecord& record, DeviceTime& time) {
   if (record.uid.empty()) record.uid = made_up_uid();
   if (record.pattern) record.rules.clear();
-  complete_times(record, time);
+  if (!complete_times(record, time)) return false;
   if (record.pattern) complete_pattern(record);
-  complete_exceptions(record, time);
+  return complete_exceptions(record, time);
 }
 
-void localize_record(AppointmentRecord& record, DeviceTime& time) {
-  const auto localize = [&](auto& times, const std::string& zone) {
-    const auto span = time.shown(times.start, times.end, time.zone(zone), times.fields.all_day);
+bool localize_record(AppointmentRecord& record, DeviceTime& time) {
+  const auto localize = [&](auto& times, const std::string& name) {
+    const auto zone = time.zone(name);
+    if (!zone) return false;
+    const auto span = time.shown(times.start, times.end, *zone, times.fields.all_day);
     times.fields.start = to_calendar_date(span.start);
     times.fields.end = to_calendar_date(span.end);
+    return true;
   };
-  localize(record, record.zone);
-  for (AppointmentException& exception : record.exceptions)
-    if (!exception.deleted) localize(exception, exception.zone);
+  if (!localize(record, record.zone)) return false;
+  return std::all_of(record.exceptions.begin(), record.exceptions.end(), [&](auto& exception) {
+    return exception.deleted || localize(exception, exception.zone);
+  });
 }
 
 }  // namespace orvello

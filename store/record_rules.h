@@ -12,11 +12,11 @@ namespace orvello {
 
 // Brings a record into the form stores keep: its own times from device-local ones where it has
 // none, all-day items on whole days, a pattern's length and last day, exceptions in order and one
-// for each occurrence.
-void complete_record(AppointmentRecord& record, DeviceTime& time);
+// for each occurrence. False when a zone could not be read: the record is then of no use.
+[[nodiscard]] bool complete_record(AppointmentRecord& record, DeviceTime& time);
 
-// Fills the device-local times of a record and its exceptions.
-void localize_record(AppointmentRecord& record, DeviceTime& time);
+// Fills the device-local times of a record and its exceptions; false likewise.
+[[nodiscard]] bool localize_record(AppointmentRecord& record, DeviceTime& time);
 
 // An all-day item's end: 23:59 of the day on which `end` falls.
 LocalSeconds all_day_end(LocalSeconds end);

@@ -1,5 +1,8 @@
 // Whole-record access to a store of appointments: what import, export and the command line use
 // beside the calendar-store port. User-interface thread.
+//
+// A read that fails says so and why; "there is none" is a value of its own. A record is answered
+// whole or not at all, so that nothing is ever saved from one that was read in part.
 #pragma once
 
 #include <functional>
@@ -24,23 +27,45 @@ class RecordStore {
   virtual bool commit() = 0;
   virtual void rollback() = 0;
 
-  virtual std::optional<std::int32_t> oid_of_uid(std::string_view uid) = 0;
-  virtual std::optional<AppointmentRecord> load(std::int32_t oid) = 0;
+  // Reads between these see one state of the store, whoever writes meanwhile; they nest, also in
+  // begin and commit. Reading ends as often as it began. A writer waits for it: no questions to a
+  // person in between.
+  virtual bool begin_read() = 0;
+  virtual void end_read() = 0;
+
+  virtual Result<std::optional<std::int32_t>> oid_of_uid(std::string_view uid) = 0;
+  virtual Result<std::optional<AppointmentRecord>> load(std::int32_t oid) = 0;
   // Stores a new record (oid 0) or replaces one; returns its oid, 0 on failure.
   virtual std::int32_t put(const AppointmentRecord& record) = 0;
   virtual bool erase(std::int32_t oid) = 0;
   // Oids, in order, of appointments with an occurrence that touches the days [from, to]; all of
   // them without bounds.
-  virtual std::vector<std::int32_t> oids(std::optional<std::int32_t> from_day,
-                                         std::optional<std::int32_t> to_day) = 0;
+  virtual Result<std::vector<std::int32_t>> oids(std::optional<std::int32_t> from_day,
+                                                 std::optional<std::int32_t> to_day) = 0;
 
   virtual bool put_zone(const Zone& zone) = 0;  // replaces one of the same name
-  virtual std::optional<Zone> zone(std::string_view name) = 0;
+  virtual Result<std::optional<Zone>> zone(std::string_view name) = 0;
   virtual bool put_foreign(const ForeignComponent& component) = 0;  // replaces one of the same key
-  virtual std::vector<ForeignComponent> foreign() = 0;              // in order of first storing
+  virtual Result<std::vector<ForeignComponent>> foreign() = 0;      // in order of first storing
 
   // Why the last call failed: a sentence that names the file at fault.
   virtual std::string problem() const = 0;
+};
+
+// Reads of one state of a store, for as long as this lives. False: the store cannot be read now.
+class StoreReading {
+ public:
+  explicit StoreReading(RecordStore& store) : store_(store), began_(store.begin_read()) {}
+  ~StoreReading() {
+    if (began_) store_.end_read();
+  }
+  StoreReading(const StoreReading&) = delete;
+  StoreReading& operator=(const StoreReading&) = delete;
+  explicit operator bool() const { return began_; }
+
+ private:
+  RecordStore& store_;
+  bool began_;
 };
 
 }  // namespace orvello

@@ -205,10 +205,12 @@ OccurrenceList::Summary make_summary(const AppointmentFields& fields, std::int32
   return summary;
 }
 
-Series make_series(const AppointmentRecord& record, DeviceTime& time) {
+std::optional<Series> make_series(const AppointmentRecord& record, DeviceTime& time) {
   Series series;
+  const auto zone = time.zone(record.zone);
+  if (!zone) return std::nullopt;
   series.oid = record.oid;
-  series.zone = time.zone(record.zone);
+  series.zone = *zone;
   series.start = record.start;
   series.duration = record.end - record.start;
   series.all_day = record.fields.all_day;
@@ -222,7 +224,9 @@ Series make_series(const AppointmentRecord& record, DeviceTime& time) {
   for (const AppointmentException& exception : record.exceptions) {
     SeriesChange change{exception.original_start, exception.start, exception.end, nullptr, nullptr};
     if (!exception.deleted) {
-      change.zone = time.zone(exception.zone);
+      const auto own = time.zone(exception.zone);
+      if (!own) return std::nullopt;
+      change.zone = *own;
       change.summary = make_summary(exception.fields, record.oid, true);
     }
     add_exception(series, exception.original_start, exception.deleted ? nullptr : &change);

@@ -57,7 +57,8 @@ struct SeriesScratch {
   std::vector<LocalSeconds> instances;
 };
 
-Series make_series(const AppointmentRecord& record, DeviceTime& time);
+// Nothing when a zone could not be read.
+std::optional<Series> make_series(const AppointmentRecord& record, DeviceTime& time);
 // Sets the recurrence from a pattern, or from rules without counts. `start` and `last_start` are
 // set before.
 void set_recurrence(Series& series, const RecurrencePattern& pattern);

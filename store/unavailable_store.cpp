@@ -12,7 +12,9 @@ class UnavailableApplication : public StoreApplication {
   std::unique_ptr<Appointment> item_from_oid(std::int32_t) override { return nullptr; }
   std::unique_ptr<Appointment> create_appointment() override { return nullptr; }
   bool beam(Appointment&) override { return false; }
+  bool all_or_nothing(const std::function<bool()>&) override { return false; }
   Text problem() const override { return to_utf16(reason_); }
+  bool busy() const override { return false; }
 
  private:
   std::string reason_;

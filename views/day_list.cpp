@@ -214,6 +214,7 @@ void add_pieces(const DayRow& row, Canvas& measure, CharacterWidths& characters,
     if (!first) {
       DayRow piece;
       piece.oid = row.oid;
+      piece.start = row.start;
       piece.first_category = row.first_category;
       piece.continues = true;
       rows.push_back(std::move(piece));

@@ -12,80 +12,128 @@ MemoryStore::MemoryStore(const Clock& clock) : RecordCalendarStore(clock) {
                 [this](const AppointmentRecord& r) { return beamed.push_back(r), true; });
 }
 
+bool MemoryStore::read(int count) {
+  reads += count;
+  if (faults.read <= 0) return true;
+  faults.read -= count;
+  if (faults.read > 0) return true;
+  faults.read = 0;
+  fail(faults.reason.empty() ? "The store cannot be read." : faults.reason);
+  return false;
+}
+
+// Its row, its notes, its exceptions and its recipients.
+bool MemoryStore::read_whole(const AppointmentRecord& record) {
+  auto count = 2 + record.exceptions.size() + record.recipients.size();
+  for (const auto& exception : record.exceptions) count += exception.recipients.size();
+  return read(static_cast<int>(count));
+}
+
 bool MemoryStore::may_write() {
   problem_ = faults.save ? faults.reason : "";
-  return !faults.save;
+  return !faults.save || spoil();
+}
+
+bool MemoryStore::spoil() {
+  spoilt_ = before_.has_value();
+  return false;
+}
+
+void MemoryStore::note(StoreChange change) {
+  next_state();
+  if (before_)
+    changes_.push_back(change);
+  else
+    note_change(change, false);
 }
 
 bool MemoryStore::begin() {
   if (before_ || !may_write()) return false;
   before_ = contents_;
+  spoilt_ = false;
+  changes_.clear();
   return true;
 }
 
 bool MemoryStore::commit() {
   if (!before_) return false;
-  if (!may_write()) {
+  if (spoilt_ || !may_write()) {
     rollback();
     return false;
   }
   before_.reset();
+  for (const StoreChange change : changes_) note_change(change, false);
   return true;
 }
 
 void MemoryStore::rollback() {
   if (before_) contents_ = std::move(*before_);
   before_.reset();
+  time_.forget_zones();
+  next_state();
 }
 
-std::optional<std::int32_t> MemoryStore::oid_of_uid(std::string_view uid) {
+Result<std::optional<std::int32_t>> MemoryStore::oid_of_uid(std::string_view uid) {
+  using Oid = Result<std::optional<std::int32_t>>;
+  if (!read()) return Oid::failure(problem_);
   for (const auto& [oid, record] : contents_.records)
     if (record.uid == uid) return oid;
   return std::nullopt;
 }
 
-std::optional<AppointmentRecord> MemoryStore::load(std::int32_t oid) {
+Result<std::optional<AppointmentRecord>> MemoryStore::load(std::int32_t oid) {
+  using Loaded = Result<std::optional<AppointmentRecord>>;
+  problem_.clear();
   const auto found = contents_.records.find(oid);
-  if (found == contents_.records.end()) return std::nullopt;
+  if (found == contents_.records.end()) {
+    if (!read()) return Loaded::failure(problem_);
+    return std::nullopt;
+  }
   AppointmentRecord record = found->second;
-  localize_record(record, time_);
+  if (!read_whole(record) || !localize_record(record, time_)) return Loaded::failure(problem_);
   return record;
 }
 
 std::int32_t MemoryStore::put(const AppointmentRecord& record) {
   if (!may_write()) return 0;
   AppointmentRecord stored = record;
-  complete_record(stored, time_);
+  if (!complete_record(stored, time_)) return spoil(), 0;
   const auto same_uid = oid_of_uid(stored.uid);
-  if (same_uid && *same_uid != stored.oid) {
+  if (!same_uid) return spoil(), 0;
+  if (*same_uid && **same_uid != stored.oid) {
     fail("An appointment with the UID " + stored.uid + " is already in the store.");
-    return 0;
+    return spoil(), 0;
   }
   const bool exists = contents_.records.count(stored.oid) != 0;
   if (stored.oid != 0 && !exists) {
     fail("There is no appointment with the number " + std::to_string(stored.oid) + ".");
-    return 0;
+    return spoil(), 0;
   }
   if (!exists) stored.oid = contents_.next_oid++;
-  note_change(exists ? StoreChange::changed : StoreChange::created, false);
+  note(exists ? StoreChange::changed : StoreChange::created);
   const std::int32_t oid = stored.oid;
   contents_.records[oid] = std::move(stored);
   return oid;
 }
 
 bool MemoryStore::erase(std::int32_t oid) {
-  if (!may_write() || contents_.records.erase(oid) == 0) return false;
-  note_change(StoreChange::deleted, false);
+  if (!may_write()) return false;
+  if (contents_.records.erase(oid) == 0) {
+    fail("There is no appointment with the number " + std::to_string(oid) + ".");
+    return spoil();
+  }
+  note(StoreChange::deleted);
   return true;
 }
 
-std::vector<std::int32_t> MemoryStore::oids(std::optional<std::int32_t> from_day,
-                                            std::optional<std::int32_t> to_day) {
+Result<std::vector<std::int32_t>> MemoryStore::oids(std::optional<std::int32_t> from_day,
+                                                    std::optional<std::int32_t> to_day) {
   DayBounds bounds;
   bounds.end_from = from_day.value_or(kFirstDay);
   bounds.start_to = to_day.value_or(kLastDay);
   OccurrenceList list;
-  query(bounds, from_day || to_day, list);
+  if (!query(bounds, from_day || to_day, list))
+    return Result<std::vector<std::int32_t>>::failure(problem_);
   return list.oids();
 }
 
@@ -93,12 +141,15 @@ bool MemoryStore::put_zone(const Zone& zone) {
   if (!may_write()) return false;
   contents_.zones.insert_or_assign(zone.name(), zone);
   time_.forget_zones();
+  next_state();
   return true;
 }
 
-std::optional<Zone> MemoryStore::zone(std::string_view name) {
+Result<std::optional<Zone>> MemoryStore::zone(std::string_view name) {
+  if (!read()) return Result<std::optional<Zone>>::failure(problem_);
   const auto found = contents_.zones.find(name);
-  return found == contents_.zones.end() ? std::nullopt : std::optional(found->second);
+  if (found == contents_.zones.end()) return std::nullopt;
+  return found->second;
 }
 
 bool MemoryStore::put_foreign(const ForeignComponent& component) {
@@ -113,9 +164,15 @@ bool MemoryStore::put_foreign(const ForeignComponent& component) {
   return true;
 }
 
-std::vector<ForeignComponent> MemoryStore::foreign() { return contents_.foreign; }
+Result<std::vector<ForeignComponent>> MemoryStore::foreign() {
+  if (!read(1 + static_cast<int>(contents_.foreign.size())))
+    return Result<std::vector<ForeignComponent>>::failure(problem_);
+  return contents_.foreign;
+}
 
-std::vector<StoreContact> MemoryStore::contacts() {
+std::optional<std::vector<StoreContact>> MemoryStore::contacts() {
+  problem_.clear();
+  if (!read(1 + static_cast<int>(contents_.contacts.size()))) return std::nullopt;
   std::vector<StoreContact> list;
   for (const auto& [oid, contact] : contents_.contacts) list.push_back(contact);
   std::stable_sort(list.begin(), list.end(),
@@ -124,7 +181,8 @@ std::vector<StoreContact> MemoryStore::contacts() {
 }
 
 std::int32_t MemoryStore::put_contact(const StoreContact& contact) {
-  if (!may_write() || (contact.oid != 0 && contents_.contacts.count(contact.oid) == 0)) return 0;
+  if (!may_write()) return 0;
+  if (contact.oid != 0 && contents_.contacts.count(contact.oid) == 0) return spoil(), 0;
   StoreContact stored = contact;
   if (stored.oid == 0) stored.oid = contents_.next_oid++;
   const std::int32_t oid = stored.oid;
@@ -133,20 +191,22 @@ std::int32_t MemoryStore::put_contact(const StoreContact& contact) {
 }
 
 bool MemoryStore::erase_contact(std::int32_t oid) {
-  return may_write() && contents_.contacts.erase(oid) != 0;
+  return may_write() && (contents_.contacts.erase(oid) != 0 || spoil());
 }
 
-std::vector<std::pair<Text, int>> MemoryStore::category_texts(int folder) {
+std::optional<std::vector<std::pair<Text, int>>> MemoryStore::category_texts(int folder) {
+  problem_.clear();
   std::map<Text, int> uses;
   if (folder == kFolderCalendar)
     for (const auto& [oid, record] : contents_.records) ++uses[record.fields.categories];
   if (folder == kFolderContacts)
     for (const auto& [oid, contact] : contents_.contacts) ++uses[contact.categories];
   uses.erase(Text());
-  return {uses.begin(), uses.end()};
+  if (!read(1 + static_cast<int>(uses.size()))) return std::nullopt;
+  return std::vector<std::pair<Text, int>>(uses.begin(), uses.end());
 }
 
-Text MemoryStore::category_text(int folder) {
+std::optional<Text> MemoryStore::category_text(int folder) {
   const auto told = category_texts_.find(folder);
   return told != category_texts_.end() ? told->second : RecordCalendarStore::category_text(folder);
 }
@@ -173,15 +233,20 @@ CalendarStore::Registration MemoryStore::register_server() {
 
 bool MemoryStore::query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) {
   ++queries;
-  if (faults.fetch) return false;
+  problem_ = faults.fetch ? faults.reason : "";
+  if (faults.fetch || !read()) return false;
   SeriesScratch scratch;
   for (const auto& [oid, record] : contents_.records) {
+    if (!read(1 + static_cast<int>(record.exceptions.size()))) return false;
     if (record.recurring() && occurrences) {
-      append_occurrences(make_series(record, time_), bounds, time_, scratch, list);
+      const auto series = make_series(record, time_);
+      if (!series) return false;
+      append_occurrences(*series, bounds, time_, scratch, list);
       continue;
     }
-    const Zone* zone = time_.zone(record.zone);
-    const auto span = time_.shown(record.start, record.end, zone, record.fields.all_day);
+    const auto zone = time_.zone(record.zone);
+    if (!zone) return false;
+    const auto span = time_.shown(record.start, record.end, *zone, record.fields.all_day);
     if (!bounds.admit(static_cast<std::int32_t>(day_of(span.start)),
                       static_cast<std::int32_t>(day_of(span.end))))
       continue;
@@ -200,8 +265,9 @@ bool MemoryStore::allows_logon() {
   return !faults.logon;
 }
 
-std::optional<AppointmentRecord> MemoryStore::fetch(std::int32_t oid) {
-  if (faults.fetch) return std::nullopt;
+Result<std::optional<AppointmentRecord>> MemoryStore::fetch(std::int32_t oid) {
+  problem_ = faults.fetch ? faults.reason : "";
+  if (faults.fetch) return Result<std::optional<AppointmentRecord>>::failure(problem_);
   return load(oid);
 }
 

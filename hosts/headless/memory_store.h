@@ -24,6 +24,7 @@ class MemoryStore : public RecordCalendarStore {
     bool fetch = false;
     bool save = false;
     bool exception = false;
+    int read = 0;        // the so-manieth single read from now on; each is counted down
     std::string reason;  // what problem() then says
   };
   Faults faults;
@@ -32,6 +33,7 @@ class MemoryStore : public RecordCalendarStore {
   int initialized = 0;  // initialize less uninitialize
   int applications_created = 0;
   int queries = 0;
+  int reads = 0;  // rows, zones, exceptions, recipients, contacts, labels, notes: each one
   int registrations = 0;
   std::vector<AppointmentRecord> sent, beamed;
 
@@ -41,23 +43,25 @@ class MemoryStore : public RecordCalendarStore {
   bool begin() override;
   bool commit() override;
   void rollback() override;
-  std::optional<std::int32_t> oid_of_uid(std::string_view uid) override;
-  std::optional<AppointmentRecord> load(std::int32_t oid) override;
+  bool begin_read() override { return true; }
+  void end_read() override {}
+  Result<std::optional<std::int32_t>> oid_of_uid(std::string_view uid) override;
+  Result<std::optional<AppointmentRecord>> load(std::int32_t oid) override;
   std::int32_t put(const AppointmentRecord& record) override;
   bool erase(std::int32_t oid) override;
-  std::vector<std::int32_t> oids(std::optional<std::int32_t> from_day,
-                                 std::optional<std::int32_t> to_day) override;
+  Result<std::vector<std::int32_t>> oids(std::optional<std::int32_t> from_day,
+                                         std::optional<std::int32_t> to_day) override;
   bool put_zone(const Zone& zone) override;
-  std::optional<Zone> zone(std::string_view name) override;
+  Result<std::optional<Zone>> zone(std::string_view name) override;
   bool put_foreign(const ForeignComponent& component) override;
-  std::vector<ForeignComponent> foreign() override;
+  Result<std::vector<ForeignComponent>> foreign() override;
   std::string problem() const override { return problem_; }
 
-  std::vector<StoreContact> contacts() override;
+  std::optional<std::vector<StoreContact>> contacts() override;
   std::int32_t put_contact(const StoreContact& contact) override;
   bool erase_contact(std::int32_t oid) override;
-  std::vector<std::pair<Text, int>> category_texts(int folder) override;
-  Text category_text(int folder) override;
+  std::optional<std::vector<std::pair<Text, int>>> category_texts(int folder) override;
+  std::optional<Text> category_text(int folder) override;
 
   bool initialize() override;
   void uninitialize() override { --initialized; }
@@ -67,8 +71,11 @@ class MemoryStore : public RecordCalendarStore {
   bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) override;
   bool folder_reachable(int folder) const override;
   bool allows_logon() override;
-  std::optional<AppointmentRecord> fetch(std::int32_t oid) override;
+  Result<std::optional<AppointmentRecord>> fetch(std::int32_t oid) override;
   bool exception_readable() const override { return !faults.exception; }
+
+ protected:
+  bool in_transaction() const override { return before_.has_value(); }
 
  private:
   struct Contents {
@@ -78,10 +85,17 @@ class MemoryStore : public RecordCalendarStore {
     std::vector<ForeignComponent> foreign;
     std::int32_t next_oid = 1;
   };
+  // One elementary read. False: it fails, and problem() says so.
+  bool read(int count = 1);
+  bool read_whole(const AppointmentRecord& record);
   bool may_write();
+  bool spoil();
+  void note(StoreChange change);
 
   Contents contents_;
-  std::optional<Contents> before_;  // as it was at `begin`
+  std::optional<Contents> before_;    // as it was at `begin`
+  bool spoilt_ = false;               // a write of the transaction failed: it cannot be committed
+  std::vector<StoreChange> changes_;  // of the transaction
   std::map<int, Text> category_texts_;
 };
 

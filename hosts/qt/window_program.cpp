@@ -127,8 +127,12 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
 void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& parts) {
   const Outbox outbox(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
   const auto hand_over = [&session, &store, &parts, outbox](const AppointmentRecord& record) {
-    const auto handed =
-        outbox.hand_over(record.fields.subject, export_appointment(store, record, parts.clock));
+    const auto text = export_appointment(store, record, parts.clock);
+    if (!text) {
+      std::cerr << "orvello: " << text.reason() << "\n";
+      return false;
+    }
+    const auto handed = outbox.hand_over(record.fields.subject, *text);
     if (!handed) std::cerr << "orvello: " << handed.reason() << "\n";
     if (handed && !handed->mailed)
       session.application.host().boxes.show(u"Saved to " + to_utf16(handed->path), u"Orvello");

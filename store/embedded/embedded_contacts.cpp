@@ -4,34 +4,44 @@
 
 namespace orvello {
 
-std::vector<StoreContact> EmbeddedStore::contacts() {
+std::optional<std::vector<StoreContact>> EmbeddedStore::contacts() {
+  problem_.clear();
   std::vector<StoreContact> list;
-  auto row = db_->use(
+  auto rows = db_->use(
       "SELECT oid, file_as, first_name, middle_name, last_name, company, email1, email2, email3,"
       " categories FROM contacts ORDER BY file_as, oid");
-  while (row->step())
-    list.push_back({row->small(0),
-                    row->text(1),
-                    row->text(2),
-                    row->text(3),
-                    row->text(4),
-                    row->text(5),
-                    {row->text(6), row->text(7), row->text(8)},
-                    row->text(9)});
+  const bool whole = rows->each([&](Statement& row) {
+    list.push_back({row.small(0),
+                    row.text(1),
+                    row.text(2),
+                    row.text(3),
+                    row.text(4),
+                    row.text(5),
+                    {row.text(6), row.text(7), row.text(8)},
+                    row.text(9)});
+  });
+  if (!whole) return failed(), std::nullopt;
   return list;
+}
+
+bool EmbeddedStore::find_contact(std::int32_t oid, Text& categories) {
+  bool found = false;
+  auto rows = db_->use("SELECT categories FROM contacts WHERE oid = ?1");
+  const bool whole = rows->bind(1, oid).each([&](Statement& row) {
+    categories = row.text(0);
+    found = true;
+  });
+  if (whole && !found) fail("There is no contact with the number " + std::to_string(oid) + ".");
+  return whole && found;
 }
 
 std::int32_t EmbeddedStore::put_contact(const StoreContact& contact) {
   std::int32_t oid = contact.oid;
   const bool written = change([&] {
     if (oid != 0) {
-      auto old = db_->use("SELECT categories FROM contacts WHERE oid = ?1");
-      if (!old->bind(1, oid).step()) {
-        if (!old->failed())
-          fail("There is no contact with the number " + std::to_string(oid) + ".");
-        return false;
-      }
-      count_category(kFolderContacts, old->text(0), -1);
+      Text old;
+      if (!find_contact(oid, old)) return false;
+      count_category(kFolderContacts, old, -1);
     }
     count_category(kFolderContacts, contact.categories, 1);
     auto write = db_->use(
@@ -53,22 +63,20 @@ std::int32_t EmbeddedStore::put_contact(const StoreContact& contact) {
 
 bool EmbeddedStore::erase_contact(std::int32_t oid) {
   return change([&] {
-    auto old = db_->use("SELECT categories FROM contacts WHERE oid = ?1");
-    if (!old->bind(1, oid).step()) {
-      if (!old->failed()) fail("There is no contact with the number " + std::to_string(oid) + ".");
-      return false;
-    }
-    count_category(kFolderContacts, old->text(0), -1);
-    old->reset();
+    Text old;
+    if (!find_contact(oid, old)) return false;
+    count_category(kFolderContacts, old, -1);
     return db_->use("DELETE FROM contacts WHERE oid = ?1")->bind(1, oid).run();
   });
 }
 
-std::vector<std::pair<Text, int>> EmbeddedStore::category_texts(int folder) {
+std::optional<std::vector<std::pair<Text, int>>> EmbeddedStore::category_texts(int folder) {
+  problem_.clear();
   std::vector<std::pair<Text, int>> list;
-  auto row = db_->use("SELECT text, items FROM category_uses WHERE folder = ?1 ORDER BY text");
-  row->bind(1, folder);
-  while (row->step()) list.emplace_back(row->text(0), row->small(1));
+  auto rows = db_->use("SELECT text, items FROM category_uses WHERE folder = ?1 ORDER BY text");
+  const bool whole = rows->bind(1, folder).each(
+      [&](Statement& row) { list.emplace_back(row.text(0), row.small(1)); });
+  if (!whole) return failed(), std::nullopt;
   return list;
 }
 
@@ -81,10 +89,14 @@ bool EmbeddedStore::put_foreign(const ForeignComponent& component) {
   });
 }
 
-std::vector<ForeignComponent> EmbeddedStore::foreign() {
+Result<std::vector<ForeignComponent>> EmbeddedStore::foreign() {
+  problem_.clear();
   std::vector<ForeignComponent> list;
-  auto row = db_->use("SELECT key, text FROM foreign_components ORDER BY position");
-  while (row->step()) list.push_back({row->string(0), row->string(1)});
+  auto rows = db_->use("SELECT key, text FROM foreign_components ORDER BY position");
+  const bool whole = rows->each([&](Statement& row) {
+    list.push_back({row.string(0), row.string(1)});
+  });
+  if (!whole) return failure<std::vector<ForeignComponent>>();
   return list;
 }
 

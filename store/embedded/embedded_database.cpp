@@ -4,72 +4,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <thread>
 
 #include "store/embedded/embedded_schema.h"
 
 namespace orvello {
-
-Statement::Statement(sqlite3* db, const char* sql) {
-  failed_ =
-      sqlite3_prepare_v3(db, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) != SQLITE_OK;
-}
-
-Statement& Statement::bind(int index, std::int64_t value) {
-  if (sqlite3_bind_int64(statement_, index, value) != SQLITE_OK) failed_ = true;
-  return *this;
-}
-
-Statement& Statement::bind(int index, std::string_view bytes) {
-  const char* data = bytes.data() ? bytes.data() : "";
-  if (sqlite3_bind_text64(statement_, index, data, bytes.size(), SQLITE_TRANSIENT, SQLITE_UTF8) !=
-      SQLITE_OK)
-    failed_ = true;
-  return *this;
-}
-
-Statement& Statement::bind_blob(int index, std::string_view bytes) {
-  const char* data = bytes.data() ? bytes.data() : "";
-  if (sqlite3_bind_blob64(statement_, index, data, bytes.size(), SQLITE_TRANSIENT) != SQLITE_OK)
-    failed_ = true;
-  return *this;
-}
-
-bool Statement::step() {
-  if (failed_ || !statement_) return false;
-  const int result = sqlite3_step(statement_);
-  failed_ = result != SQLITE_ROW && result != SQLITE_DONE;
-  return result == SQLITE_ROW;
-}
-
-bool Statement::run() {
-  while (step()) {
-  }
-  const bool good = !failed_ && statement_;
-  sqlite3_reset(statement_);
-  return good;
-}
-
-void Statement::reset() {
-  sqlite3_reset(statement_);
-  sqlite3_clear_bindings(statement_);
-  if (statement_) failed_ = false;
-}
-
-bool Statement::is_null(int column) const {
-  return sqlite3_column_type(statement_, column) == SQLITE_NULL;
-}
-
-std::string_view Statement::bytes(int column) const {
-  const auto* data = static_cast<const char*>(sqlite3_column_blob(statement_, column));
-  if (!data) return {};
-  return {data, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
-}
-
 namespace {
 
-constexpr int kBusyMilliseconds = 5000;
 constexpr std::size_t kHeaderSize = 100;
 
 std::uint32_t big_endian(const unsigned char* bytes) {
@@ -109,22 +53,31 @@ std::string fault_in_header(const std::string& path) {
   return "";
 }
 
+// A missing file is made here, so that nobody else can read it from its first moment.
+std::string make_file(const std::string& path) {
+  const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (file >= 0) ::close(file);
+  if (file >= 0 || errno == EEXIST) return "";
+  const int why = errno;
+  struct stat status = {};
+  if (::stat(path.c_str(), &status) == 0) return "";  // on a medium that cannot be written
+  return path + " cannot be created: " + std::strerror(why) + ".";
+}
+
 }  // namespace
 
-Result<std::unique_ptr<EmbeddedDatabase>> EmbeddedDatabase::open(const std::string& path) {
+Result<std::unique_ptr<EmbeddedDatabase>> EmbeddedDatabase::open(const std::string& path,
+                                                                 Mode mode) {
   using Opened = Result<std::unique_ptr<EmbeddedDatabase>>;
-  // Created here, so that nobody else can read it from its first moment.
-  const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  if (file >= 0)
-    ::close(file);
-  else if (errno != EEXIST)
-    return Opened::failure(path + " cannot be created: " + std::strerror(errno) + ".");
+  if (mode == Mode::read_write)
+    if (auto fault = make_file(path); !fault.empty()) return Opened::failure(fault);
   if (auto fault = fault_in_header(path); !fault.empty()) return Opened::failure(fault);
   sqlite3* db = nullptr;
-  const int result =
-      sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+  const int flags = mode == Mode::read_write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
+  const int result = sqlite3_open_v2(path.c_str(), &db, flags | SQLITE_OPEN_NOMUTEX, nullptr);
   std::unique_ptr<EmbeddedDatabase> opened(new EmbeddedDatabase(db, path));
-  if (result != SQLITE_OK || !opened->set_up()) return Opened::failure(opened->reason());
+  if (result != SQLITE_OK) opened->note_failure();
+  if (result != SQLITE_OK || !opened->set_up(mode)) return Opened::failure(opened->reason());
   return opened;
 }
 
@@ -133,81 +86,114 @@ EmbeddedDatabase::~EmbeddedDatabase() {
   sqlite3_close(db_);
 }
 
+int EmbeddedDatabase::wait_for_lock(void* self, int tries) {
+  auto& db = *static_cast<EmbeddedDatabase*>(self);
+  const auto left = db.wait_limit_ - db.waited_;
+  if (left.count() <= 0 || db.no_waiting_) return 0;
+  const auto step = std::min(left, std::chrono::milliseconds(tries < 10 ? 1 + tries : 20));
+  std::this_thread::sleep_for(step);
+  db.waited_ += step;
+  return 1;
+}
+
 // A rollback journal rather than a write-ahead log: the calendar stays one file that can be copied,
 // and nothing is left beside it.
-bool EmbeddedDatabase::set_up() {
+bool EmbeddedDatabase::set_up(Mode mode) {
   sqlite3_extended_result_codes(db_, 1);
-  sqlite3_busy_timeout(db_, kBusyMilliseconds);
+  sqlite3_busy_handler(db_, wait_for_lock, this);
   const char* settings =
       "PRAGMA trusted_schema = OFF; PRAGMA synchronous = EXTRA; PRAGMA cache_size = -65536;"
       "PRAGMA temp_store = MEMORY;";
-  if (sqlite3_exec(db_, settings, nullptr, nullptr, nullptr) != SQLITE_OK) return false;
-  std::int64_t format = 0;
-  {
-    auto read = use("PRAGMA user_version");
-    if (!read->step()) return false;
-    format = read->number(0);
+  if (sqlite3_exec(db_, settings, nullptr, nullptr, nullptr) != SQLITE_OK)
+    return note_failure(), false;
+  std::int64_t number = 0;
+  if (!number_of("PRAGMA user_version", number)) return false;
+  if (number == 0) {
+    if (mode == Mode::read_write) return create_schema();
+    note_damage("it holds nothing");
+    return false;
   }
-  if (format == 0) return create_schema();
   // Reads the schema, and with it finds a damaged one.
-  auto check = use("SELECT count(*) FROM sqlite_schema WHERE name = 'items_series'");
-  return check->step() && check->number(0) == 1;
+  if (!number_of("SELECT count(*) FROM sqlite_schema WHERE name = 'items_series'", number))
+    return false;
+  if (number != 1) note_damage("");
+  return number == 1;
+}
+
+bool EmbeddedDatabase::number_of(const char* sql, std::int64_t& number) {
+  return use(sql)->each([&](Statement& row) { number = row.number(0); });
 }
 
 bool EmbeddedDatabase::create_schema() {
   if (!run("BEGIN IMMEDIATE")) return false;
-  auto version = use("PRAGMA user_version");
-  if (version->step() && version->number(0) != 0) {  // another process was faster
-    version->reset();
-    return run("COMMIT");
-  }
-  version->reset();
+  std::int64_t version = 0;
+  const bool known = number_of("PRAGMA user_version", version);
+  if (known && version != 0) return run("COMMIT");  // another process was faster
   const std::string sql = std::string(kSchema) +
                           "PRAGMA application_id = " + std::to_string(kApplicationId) +
                           "; PRAGMA user_version = " + std::to_string(kFormat) + ";";
-  if (sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK && run("COMMIT"))
+  if (known && sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
+    note_failure();
+  else if (known && run("COMMIT"))
     return true;
-  failure_ = reason();
-  run("ROLLBACK");
+  const std::string why = failure_;
+  if (in_transaction() && !run("ROLLBACK")) failure_ = why;
   return false;
 }
 
 StatementUse EmbeddedDatabase::use(const char* sql) {
   auto& statement = statements_[sql];
-  if (!statement) statement = std::make_unique<Statement>(db_, sql);
+  // One that another process's lock kept from being prepared is tried again.
+  if (!statement || !statement->prepared())
+    statement = std::make_unique<Statement>(*this, db_, sql);
   return StatementUse(*statement);
 }
 
-std::int64_t EmbeddedDatabase::data_version() {
-  auto read = use("PRAGMA data_version");
-  return read->step() ? read->number(0) : 0;
+std::optional<std::int64_t> EmbeddedDatabase::data_version() {
+  std::int64_t version = 0;
+  if (!number_of("PRAGMA data_version", version)) return std::nullopt;
+  return version;
 }
 
-std::string EmbeddedDatabase::reason() const {
-  if (!failure_.empty()) return failure_;
-  switch (sqlite3_errcode(db_) & 0xFF) {  // without the extension
+void EmbeddedDatabase::note_damage(const std::string& what) {
+  failure_code_ = SQLITE_CORRUPT;
+  failure_ = path_ + " is damaged" + (what.empty() ? "." : ": " + what + ".");
+}
+
+void EmbeddedDatabase::note_failure() {
+  failure_code_ = db_ ? sqlite3_extended_errcode(db_) : SQLITE_NOMEM;
+  switch (failure_code_ & 0xFF) {
     case SQLITE_FULL:
-      return path_ + " cannot be written: the disk is full.";
+      failure_ = path_ + " cannot be written: the disk is full.";
+      break;
     case SQLITE_BUSY:
-      return path_ + " is in use by another program.";
+      failure_ = path_ + " is in use by another program.";
+      break;
     case SQLITE_IOERR:
-      return path_ + " cannot be read or written: the disk fails or is full.";
+      failure_ = path_ + " cannot be read or written: the disk fails or is full.";
+      break;
     case SQLITE_READONLY:
-      return path_ + " cannot be written.";
+      failure_ = path_ + " cannot be written.";
+      break;
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
-      return path_ + " is damaged.";
+      failure_ = path_ + " is damaged.";
+      break;
     default:
-      return path_ + ": " + sqlite3_errmsg(db_) + ".";
+      failure_ = path_ + ": " + (db_ ? sqlite3_errmsg(db_) : "out of memory") + ".";
   }
 }
 
-ReadScope::ReadScope(EmbeddedDatabase& db) : db_(db), began_(!db.in_transaction()) {
-  if (began_) db_.run("BEGIN");
+// BEGIN alone takes no lock: the first read does, and fixes the state that is read.
+ReadScope::ReadScope(EmbeddedDatabase& db) : db_(db) {
+  if (db_.in_transaction()) return;
+  began_ = db_.run("BEGIN");
+  good_ = began_ && db_.data_version();
 }
 
 ReadScope::~ReadScope() {
-  if (began_) db_.run("COMMIT");
+  if (!began_ || !db_.in_transaction()) return;
+  if (!db_.run("COMMIT")) (void)db_.run("ROLLBACK");
 }
 
 }  // namespace orvello

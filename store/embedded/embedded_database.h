@@ -3,101 +3,98 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "base/result.h"
-#include "base/text.h"
+#include "store/embedded/statement.h"
 
 namespace orvello {
 
-// A prepared statement. Parameters count from 1, columns from 0.
-class Statement {
- public:
-  Statement(sqlite3* db, const char* sql);
-  ~Statement() { sqlite3_finalize(statement_); }
-  Statement(const Statement&) = delete;
-  Statement& operator=(const Statement&) = delete;
-
-  Statement& bind(int index, std::int64_t value);
-  Statement& bind(int index, std::string_view bytes);
-  Statement& bind(int index, TextView text) { return bind(index, std::string_view(to_utf8(text))); }
-  Statement& bind_blob(int index, std::string_view bytes);
-
-  bool step();  // true: a row. Ended by itself or a failure: see failed().
-  bool run();   // to its end; ready for the next use, like `reset`
-  void reset();
-  bool failed() const { return failed_; }
-
-  std::int64_t number(int column) const { return sqlite3_column_int64(statement_, column); }
-  int small(int column) const { return sqlite3_column_int(statement_, column); }
-  bool flag(int column) const { return sqlite3_column_int(statement_, column) != 0; }
-  bool is_null(int column) const;
-  std::string_view bytes(int column) const;
-  std::string string(int column) const { return std::string(bytes(column)); }
-  Text text(int column) const { return to_utf16(bytes(column)); }
-
- private:
-  sqlite3_stmt* statement_ = nullptr;
-  bool failed_ = false;
-};
-
-// Resets a shared statement when its use ends, since an open one would hold a lock on the file.
-class StatementUse {
- public:
-  explicit StatementUse(Statement& statement) : statement_(statement) { statement_.reset(); }
-  ~StatementUse() { statement_.reset(); }
-  StatementUse(const StatementUse&) = delete;
-  StatementUse& operator=(const StatementUse&) = delete;
-  Statement* operator->() { return &statement_; }
-  Statement& statement() { return statement_; }
-
- private:
-  Statement& statement_;
-};
-
 class EmbeddedDatabase {
  public:
-  static Result<std::unique_ptr<EmbeddedDatabase>> open(const std::string& path);
+  enum class Mode { read_write, read_only };
+  // Creates a missing file unless it is only to be read. A file on a medium that cannot be written
+  // opens in either mode; writing fails then.
+  static Result<std::unique_ptr<EmbeddedDatabase>> open(const std::string& path,
+                                                        Mode mode = Mode::read_write);
   ~EmbeddedDatabase();
+  EmbeddedDatabase(const EmbeddedDatabase&) = delete;
+  EmbeddedDatabase& operator=(const EmbeddedDatabase&) = delete;
 
-  // Prepared once; `sql` must be a literal, as it is known by its address.
+  // Prepared once; `sql` must be a literal, as it is known by its address. One literal has one use
+  // at a time.
   StatementUse use(const char* sql);
-  bool run(const char* sql) { return use(sql)->run(); }
+  [[nodiscard]] bool run(const char* sql) { return use(sql)->run(); }
   std::int64_t last_row() const { return sqlite3_last_insert_rowid(db_); }
-  bool violates_constraint() const { return (sqlite3_errcode(db_) & 0xFF) == SQLITE_CONSTRAINT; }
   bool in_transaction() const { return sqlite3_get_autocommit(db_) == 0; }
 
-  // Changes when another process has written.
-  std::int64_t data_version();
-  // Why the last call failed, with the file's name.
-  std::string reason() const;
+  // Changes when another process has written. Nothing: failure.
+  std::optional<std::int64_t> data_version();
+
+  // How long, in total, the statements until the next renew_wait() wait for another process's lock
+  // before they fail.
+  void limit_wait(std::chrono::milliseconds total) { wait_limit_ = total; }
+  void renew_wait() { waited_ = {}; }
+  void pause_waiting(bool pause) { no_waiting_ = pause; }
+
+  // Why something failed, with the file's name: the latest failure, whatever succeeded since.
+  const std::string& reason() const { return failure_; }
+  bool violates_constraint() const { return (failure_code_ & 0xFF) == SQLITE_CONSTRAINT; }
+  bool busy() const { return (failure_code_ & 0xFF) == SQLITE_BUSY; }
+
+  // For whoever works with the file: what SQLite just said, or a contradiction in what was read
+  // ("the time zone X cannot be read"; or empty).
+  void note_failure();
+  void note_damage(const std::string& what);
 
  private:
   EmbeddedDatabase(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
-  bool set_up();
+  bool set_up(Mode mode);
   bool create_schema();
+  bool number_of(const char* pragma, std::int64_t& number);
+  static int wait_for_lock(void* self, int tries);
 
   sqlite3* db_;
   std::string path_;
-  std::string failure_;  // why the tables could not be made
+  std::string failure_;
+  int failure_code_ = SQLITE_OK;
+  std::chrono::milliseconds wait_limit_{5000}, waited_{0};
+  bool no_waiting_ = false;
   std::unordered_map<const char*, std::unique_ptr<Statement>> statements_;
 };
 
-// Several reads of one state of the file. Nests in itself and in a write.
+// Several reads of one state of the file. Nests in itself and in a write. False when it cannot be
+// read now.
 class ReadScope {
  public:
   explicit ReadScope(EmbeddedDatabase& db);
   ~ReadScope();
   ReadScope(const ReadScope&) = delete;
   ReadScope& operator=(const ReadScope&) = delete;
+  explicit operator bool() const { return good_; }
 
  private:
   EmbeddedDatabase& db_;
-  bool began_;
+  bool began_ = false;
+  bool good_ = true;
+};
+
+// For as long as it lives a lock is a failure at once.
+class WaitPause {
+ public:
+  explicit WaitPause(EmbeddedDatabase& db) : db_(db) { db_.pause_waiting(true); }
+  ~WaitPause() { db_.pause_waiting(false); }
+  WaitPause(const WaitPause&) = delete;
+  WaitPause& operator=(const WaitPause&) = delete;
+
+ private:
+  EmbeddedDatabase& db_;
 };
 
 }  // namespace orvello

@@ -24,10 +24,15 @@ std::int32_t day_at(LocalSeconds moment) { return static_cast<std::int32_t>(day_
 }  // namespace
 
 bool EmbeddedStore::query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) {
+  problem_.clear();
+  begin_waiting();
   time_.follow_device_zone();
   ReadScope scope(*db_);
-  follow_changes();
-  if (!cache_->valid && !read_series()) return failed();
+  if (!scope || !follow_changes()) return failed();
+  if (!cache_->valid && !read_series()) {
+    cache_->forget();
+    return failed();
+  }
   if (!read_singles(bounds, list)) return failed();
   for (const Series& series : cache_->series) {
     if (occurrences) {
@@ -43,58 +48,71 @@ bool EmbeddedStore::query(const DayBounds& bounds, bool occurrences, OccurrenceL
   return true;
 }
 
-void EmbeddedStore::follow_changes() {
+bool EmbeddedStore::follow_changes() {
   const auto version = db_->data_version();
-  if (version == cache_version_) return;
-  cache_version_ = version;
-  cache_->forget();
-  time_.forget_zones();
+  if (!version) return false;
+  if (*version == cache_version_) return true;
+  cache_version_ = *version;
+  forget();
+  return true;
 }
 
 bool EmbeddedStore::read_series() {
   cache_->series.clear();
-  auto row = db_->use("SELECT oid, start, end, zone, " ORVELLO_SHARED_COLUMNS
-                      ", last_start, pattern, resolved FROM items INDEXED BY items_series"
-                      " WHERE recurring = 1");
-  while (row->step()) {
-    Series series;
-    series.oid = row->small(0);
-    series.start = row->number(1);
-    series.duration = row->number(2) - series.start;
-    if (!row->bytes(3).empty()) series.zone = time_.zone(row->string(3));
-    series.summary = read_summary(row.statement(), 4, series.oid, true);
-    series.all_day = series.summary->all_day;
-    series.last_start = row->is_null(13) ? kEndOfRules : row->number(13);
-    const auto pattern = read_stored_pattern(row->bytes(14));
-    if (pattern)
-      set_recurrence(series, *pattern);
-    else
-      set_recurrence(series, read_rules(row->string(15), series.start, nullptr, series.all_day));
-    cache_->series.push_back(std::move(series));
-  }
-  if (row->failed()) return false;
-  read_series_exceptions();
+  auto rows = db_->use("SELECT oid, start, end, zone, " ORVELLO_SHARED_COLUMNS
+                       ", last_start, pattern, resolved FROM items INDEXED BY items_series"
+                       " WHERE recurring = 1");
+  if (!rows->each([&](Statement& row) { return read_series_row(row); })) return false;
+  if (!read_series_exceptions()) return false;
   cache_->valid = true;
   return true;
 }
 
-void EmbeddedStore::read_series_exceptions() {
+bool EmbeddedStore::read_series_row(Statement& row) {
+  Series series;
+  series.oid = row.small(0);
+  series.start = row.number(1);
+  series.duration = row.number(2) - series.start;
+  const auto zone = time_.zone(row.string(3));
+  if (!zone) return false;
+  series.zone = *zone;
+  series.summary = read_summary(row, 4, series.oid, true);
+  series.all_day = series.summary->all_day;
+  series.last_start = row.is_null(13) ? kEndOfRules : row.number(13);
+  if (row.is_null(14)) {
+    set_recurrence(series, read_rules(row.string(15), series.start, nullptr, series.all_day));
+  } else {
+    const auto pattern = read_stored_pattern(row.bytes(14));
+    if (!pattern)
+      return damaged("the recurrence of appointment " + std::to_string(series.oid) +
+                     " cannot be read");
+    set_recurrence(series, *pattern);
+  }
+  cache_->series.push_back(std::move(series));
+  return true;
+}
+
+bool EmbeddedStore::read_series_exceptions() {
   std::unordered_map<std::int32_t, Series*> by_oid;
-  auto row =
+  for (Series& series : cache_->series) by_oid[series.oid] = &series;
+  auto rows =
       db_->use("SELECT oid, original_start, deleted, start, end, zone, " ORVELLO_SHARED_COLUMNS
                " FROM exceptions ORDER BY oid, position");
-  while (row->step()) {
-    if (by_oid.empty())
-      for (Series& series : cache_->series) by_oid[series.oid] = &series;
-    const auto found = by_oid.find(row->small(0));
-    if (found == by_oid.end()) continue;
-    SeriesChange change{row->number(1), row->number(3), row->number(4), nullptr, nullptr};
-    const bool deleted = row->flag(2);
-    if (!row->bytes(5).empty()) change.zone = time_.zone(row->string(5));
-    if (!deleted) change.summary = read_summary(row.statement(), 6, found->first, true);
+  const bool whole = rows->each([&](Statement& row) {
+    const auto found = by_oid.find(row.small(0));
+    if (found == by_oid.end())
+      return damaged("an exception belongs to no series (" + std::to_string(row.small(0)) + ")");
+    SeriesChange change{row.number(1), row.number(3), row.number(4), nullptr, nullptr};
+    const bool deleted = row.flag(2);
+    const auto zone = time_.zone(row.string(5));
+    if (!zone) return false;
+    change.zone = *zone;
+    if (!deleted) change.summary = read_summary(row, 6, found->first, true);
     add_exception(*found->second, change.original_start, deleted ? nullptr : &change);
-  }
+    return true;
+  });
   for (Series& series : cache_->series) order_exceptions(series);
+  return whole;
 }
 
 bool EmbeddedStore::read_singles(const DayBounds& bounds, OccurrenceList& list) {
@@ -108,37 +126,41 @@ bool EmbeddedStore::read_class(int span_class, const DayBounds& bounds, Occurren
   const auto longest = kSpanDays[span_class % kSpanClasses];
   const bool zoned = span_class >= kSpanClasses;
   const auto margin = zoned ? kZonedMargin : kFloatingMargin;
-  auto row = db_->use("SELECT oid, start, end, zone, " ORVELLO_SHARED_COLUMNS
-                      " FROM items WHERE recurring = 0 AND span_class = ?1"
-                      " AND first_day BETWEEN ?2 AND ?3 AND last_day BETWEEN ?4 AND ?5");
-  row->bind(1, span_class)
+  auto rows = db_->use("SELECT oid, start, end, zone, " ORVELLO_SHARED_COLUMNS
+                       " FROM items WHERE recurring = 0 AND span_class = ?1"
+                       " AND first_day BETWEEN ?2 AND ?3 AND last_day BETWEEN ?4 AND ?5");
+  rows->bind(1, span_class)
       .bind(2, std::max(bounds.start_from, bounds.end_from - longest) - margin)
       .bind(3, std::min(bounds.start_to, bounds.end_to) + margin)
       .bind(4, bounds.end_from - margin)
       .bind(5, bounds.end_to + margin);
-  while (row->step()) {
-    const Zone* zone = zoned ? time_.zone(row->string(3)) : nullptr;
-    const auto span = time_.shown(row->number(1), row->number(2), zone, row->flag(4));
-    if (!bounds.admit(day_at(span.start), day_at(span.end))) continue;
-    list.show(read_summary(row.statement(), 4, row->small(0), false));
+  return rows->each([&](Statement& row) {
+    const auto zone = zoned ? time_.zone(row.string(3)) : std::optional<const Zone*>(nullptr);
+    if (!zone) return false;
+    const auto span = time_.shown(row.number(1), row.number(2), *zone, row.flag(4));
+    if (!bounds.admit(day_at(span.start), day_at(span.end))) return true;
+    list.show(read_summary(row, 4, row.small(0), false));
     list.add(span.start, span.end);
-  }
-  return !row->failed();
+    return true;
+  });
 }
 
-std::vector<std::int32_t> EmbeddedStore::oids(std::optional<std::int32_t> from_day,
-                                              std::optional<std::int32_t> to_day) {
+Result<std::vector<std::int32_t>> EmbeddedStore::oids(std::optional<std::int32_t> from_day,
+                                                      std::optional<std::int32_t> to_day) {
+  problem_.clear();
+  begin_waiting();
   if (!from_day && !to_day) {
     std::vector<std::int32_t> all;
-    auto row = db_->use("SELECT oid FROM items ORDER BY oid");
-    while (row->step()) all.push_back(row->small(0));
+    auto rows = db_->use("SELECT oid FROM items ORDER BY oid");
+    if (!rows->each([&](Statement& row) { all.push_back(row.small(0)); }))
+      return failure<std::vector<std::int32_t>>();
     return all;
   }
   DayBounds bounds;
   bounds.end_from = from_day.value_or(kFirstDay);
   bounds.start_to = to_day.value_or(kLastDay);
   OccurrenceList list;
-  query(bounds, true, list);
+  if (!query(bounds, true, list)) return Result<std::vector<std::int32_t>>::failure(problem_);
   return list.oids();
 }
 

@@ -11,6 +11,8 @@
 namespace orvello {
 namespace {
 
+constexpr int kFollowedPuts = 16;
+
 std::int32_t day_at(LocalSeconds moment) { return static_cast<std::int32_t>(day_of(moment)); }
 
 void bind_recurrence(Statement& statement, int at, const AppointmentRecord& record,
@@ -61,7 +63,9 @@ bool EmbeddedStore::write_record(AppointmentRecord& record) {
       .bind(7, record.end)
       .bind(8, record.zone);
   bind_shared(write.statement(), 9, record.fields);
-  bind_recurrence(write.statement(), 18, record, time_.zone(record.zone));
+  const auto zone = time_.zone(record.zone);
+  if (!zone) return false;
+  bind_recurrence(write.statement(), 18, record, *zone);
   write->bind(22, record.modified);
   bind_long(write.statement(), 23, record.fields, record.residue);
   if (exists) write->bind(26, record.oid);
@@ -109,9 +113,8 @@ bool EmbeddedStore::erase_details(std::int32_t oid) {
 
 std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
   AppointmentRecord record = given;
-  const bool alone = !in_transaction_;
   const bool written = change([&] {
-    complete_record(record, time_);
+    if (!complete_record(record, time_)) return false;
     const bool exists = record.oid != 0;
     Text old_categories;
     if (exists && !find_categories(record.oid, old_categories)) return false;
@@ -126,10 +129,15 @@ std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
     return true;
   });
   if (!written) return 0;
-  if (!alone) {
+  // The cache follows single changes; after many it is cheaper to read it anew. A transaction that
+  // is taken back forgets it.
+  if (in_transaction_ && ++puts_ > kFollowedPuts) {
     if (cache_->valid) cache_->forget();
   } else if (cache_->valid && record.recurring()) {
-    cache_->put(make_series(record, time_));
+    if (auto series = make_series(record, time_))
+      cache_->put(std::move(*series));
+    else
+      cache_->forget();
   } else if (cache_->valid && given.oid != 0) {
     cache_->erase(record.oid);
   }
@@ -137,13 +145,14 @@ std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
 }
 
 bool EmbeddedStore::find_categories(std::int32_t oid, Text& categories) {
-  auto row = db_->use("SELECT categories FROM items WHERE oid = ?1");
-  if (row->bind(1, oid).step()) {
-    categories = row->text(0);
-    return true;
-  }
-  if (!row->failed()) fail("There is no appointment with the number " + std::to_string(oid) + ".");
-  return false;
+  bool found = false;
+  auto rows = db_->use("SELECT categories FROM items WHERE oid = ?1");
+  const bool whole = rows->bind(1, oid).each([&](Statement& row) {
+    categories = row.text(0);
+    found = true;
+  });
+  if (whole && !found) fail("There is no appointment with the number " + std::to_string(oid) + ".");
+  return whole && found;
 }
 
 bool EmbeddedStore::erase(std::int32_t oid) {
@@ -160,71 +169,92 @@ bool EmbeddedStore::erase(std::int32_t oid) {
   return erased;
 }
 
-std::optional<std::int32_t> EmbeddedStore::oid_of_uid(std::string_view uid) {
-  auto read = db_->use("SELECT oid FROM items WHERE uid = ?1");
-  if (!read->bind(1, uid).step()) return std::nullopt;
-  return read->small(0);
+Result<std::optional<std::int32_t>> EmbeddedStore::oid_of_uid(std::string_view uid) {
+  problem_.clear();
+  begin_waiting();
+  std::optional<std::int32_t> oid;
+  auto rows = db_->use("SELECT oid FROM items WHERE uid = ?1");
+  if (!rows->bind(1, uid).each([&](Statement& row) { oid = row.small(0); }))
+    return failure<std::optional<std::int32_t>>();
+  return oid;
 }
 
-std::optional<AppointmentRecord> EmbeddedStore::load(std::int32_t oid) {
+Result<std::optional<AppointmentRecord>> EmbeddedStore::load(std::int32_t oid) {
+  using Loaded = Result<std::optional<AppointmentRecord>>;
+  problem_.clear();
+  begin_waiting();
   ReadScope scope(*db_);
   AppointmentRecord record;
-  {
-    auto row = db_->use("SELECT uid, start, end, zone, " ORVELLO_SHARED_COLUMNS
-                        ", pattern, rules, modified, body, body_ink, residue FROM items"
-                        " WHERE oid = ?1");
-    if (!row->bind(1, oid).step()) {
-      if (row->failed()) failed();
-      return std::nullopt;
-    }
-    record.oid = oid;
-    record.uid = row->string(0);
-    record.start = row->number(1);
-    record.end = row->number(2);
-    record.zone = row->string(3);
-    read_shared(row.statement(), 4, record.fields);
-    if (!row->is_null(13)) record.pattern = read_stored_pattern(row->bytes(13));
-    record.rules = row->string(14);
-    record.modified = row->number(15);
-    record.fields.body = row->text(16);
-    record.fields.body_ink = row->string(17);
-    record.residue = row->string(18);
-  }
-  read_details(record);
-  localize_record(record, time_);
+  record.oid = oid;
+  bool found = false;
+  if (!scope || !read_item(record, found)) return failure<std::optional<AppointmentRecord>>();
+  if (!found) return std::nullopt;
+  if (!read_exceptions(record) || !read_recipients(record))
+    return failure<std::optional<AppointmentRecord>>();
+  if (!localize_record(record, time_)) return Loaded::failure(problem_);
   return record;
 }
 
-void EmbeddedStore::read_details(AppointmentRecord& record) {
-  if (record.recurring()) {
-    auto row = db_->use("SELECT original_start, deleted, start, end, zone, " ORVELLO_SHARED_COLUMNS
-                        ", body, body_ink, residue FROM exceptions WHERE oid = ?1"
-                        " ORDER BY position");
-    row->bind(1, record.oid);
-    while (row->step()) {
-      AppointmentException exception;
-      exception.original_start = row->number(0);
-      exception.deleted = row->flag(1);
-      exception.start = row->number(2);
-      exception.end = row->number(3);
-      exception.zone = row->string(4);
-      read_shared(row.statement(), 5, exception.fields);
-      exception.fields.body = row->text(14);
-      exception.fields.body_ink = row->string(15);
-      exception.residue = row->string(16);
-      record.exceptions.push_back(std::move(exception));
-    }
-  }
-  auto row = db_->use(
+bool EmbeddedStore::read_item(AppointmentRecord& record, bool& found) {
+  auto rows = db_->use("SELECT uid, start, end, zone, " ORVELLO_SHARED_COLUMNS
+                       ", pattern, rules, modified, body, body_ink, residue, recurring FROM items"
+                       " WHERE oid = ?1");
+  return rows->bind(1, record.oid).each([&](Statement& row) {
+    found = true;
+    record.uid = row.string(0);
+    record.start = row.number(1);
+    record.end = row.number(2);
+    record.zone = row.string(3);
+    read_shared(row, 4, record.fields);
+    if (!row.is_null(13)) record.pattern = read_stored_pattern(row.bytes(13));
+    record.rules = row.string(14);
+    record.modified = row.number(15);
+    record.fields.body = row.text(16);
+    record.fields.body_ink = std::string(row.blob(17));
+    record.residue = row.string(18);
+    if ((!row.is_null(13) && !record.pattern) || row.flag(19) != record.recurring())
+      return damaged("the recurrence of appointment " + std::to_string(record.oid) +
+                     " cannot be read");
+    return true;
+  });
+}
+
+bool EmbeddedStore::read_exceptions(AppointmentRecord& record) {
+  auto rows = db_->use("SELECT original_start, deleted, start, end, zone, " ORVELLO_SHARED_COLUMNS
+                       ", body, body_ink, residue FROM exceptions WHERE oid = ?1"
+                       " ORDER BY position");
+  return rows->bind(1, record.oid).each([&](Statement& row) {
+    if (!record.recurring())
+      return damaged("appointment " + std::to_string(record.oid) +
+                     " has exceptions and no recurrence");
+    AppointmentException exception;
+    exception.original_start = row.number(0);
+    exception.deleted = row.flag(1);
+    exception.start = row.number(2);
+    exception.end = row.number(3);
+    exception.zone = row.string(4);
+    read_shared(row, 5, exception.fields);
+    exception.fields.body = row.text(14);
+    exception.fields.body_ink = std::string(row.blob(15));
+    exception.residue = row.string(16);
+    record.exceptions.push_back(std::move(exception));
+    return true;
+  });
+}
+
+bool EmbeddedStore::read_recipients(AppointmentRecord& record) {
+  auto rows = db_->use(
       "SELECT exception, name, address FROM recipients WHERE oid = ?1"
       " ORDER BY exception, position");
-  row->bind(1, record.oid);
-  while (row->step()) {
-    const auto owner = static_cast<std::size_t>(row->number(0));
-    if (owner > record.exceptions.size()) continue;
+  return rows->bind(1, record.oid).each([&](Statement& row) {
+    const auto owner = static_cast<std::size_t>(row.number(0));
+    if (owner > record.exceptions.size())
+      return damaged("a recipient of appointment " + std::to_string(record.oid) +
+                     " belongs to no exception");
     auto& list = owner == 0 ? record.recipients : record.exceptions[owner - 1].recipients;
-    list.push_back({row->text(1), row->text(2)});
-  }
+    list.push_back({row.text(1), row.text(2)});
+    return true;
+  });
 }
 
 }  // namespace orvello

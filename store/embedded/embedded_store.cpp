@@ -1,5 +1,6 @@
 #include "store/embedded/embedded_store.h"
 
+#include <cassert>
 #include <random>
 
 #include "store/embedded/embedded_database.h"
@@ -14,10 +15,21 @@ constexpr int kKeptChanges = 1000;
 
 Result<std::unique_ptr<EmbeddedStore>> EmbeddedStore::open(const std::string& path,
                                                            const Clock& clock) {
+  return open(EmbeddedDatabase::open(path), clock);
+}
+
+Result<std::unique_ptr<EmbeddedStore>> EmbeddedStore::open_to_read(const std::string& path,
+                                                                   const Clock& clock) {
+  return open(EmbeddedDatabase::open(path, EmbeddedDatabase::Mode::read_only), clock);
+}
+
+Result<std::unique_ptr<EmbeddedStore>> EmbeddedStore::open(
+    Result<std::unique_ptr<EmbeddedDatabase>> database, const Clock& clock) {
   using Opened = Result<std::unique_ptr<EmbeddedStore>>;
-  auto database = EmbeddedDatabase::open(path);
   if (!database) return Opened::failure(database.reason());
-  return std::unique_ptr<EmbeddedStore>(new EmbeddedStore(std::move(*database), clock));
+  std::unique_ptr<EmbeddedStore> store(new EmbeddedStore(std::move(*database), clock));
+  if (!store->start_log()) return Opened::failure(store->problem());
+  return store;
 }
 
 EmbeddedStore::EmbeddedStore(std::unique_ptr<EmbeddedDatabase> database, const Clock& clock)
@@ -26,14 +38,22 @@ EmbeddedStore::EmbeddedStore(std::unique_ptr<EmbeddedDatabase> database, const C
       cache_(std::make_unique<SeriesCache>()) {
   std::random_device source;
   process_ = static_cast<std::int64_t>(source()) << 31 | source() >> 1;
-  ReadScope scope(*db_);
-  seen_version_ = db_->data_version();
-  auto last = db_->use("SELECT max(number) FROM changes");
-  if (last->step()) seen_change_ = last->number(0);
 }
 
 EmbeddedStore::~EmbeddedStore() {
   if (in_transaction_) rollback();
+}
+
+// Changes from now on are told.
+bool EmbeddedStore::start_log() {
+  ReadScope scope(*db_);
+  const auto version = scope ? db_->data_version() : std::nullopt;
+  if (!version) return failed();
+  seen_version_ = *version;
+  const bool read = db_->use("SELECT max(number) FROM changes")->each([&](Statement& row) {
+    if (!row.is_null(0)) seen_change_ = row.number(0);
+  });
+  return read || failed();
 }
 
 bool EmbeddedStore::failed() {
@@ -41,19 +61,68 @@ bool EmbeddedStore::failed() {
   return false;
 }
 
+bool EmbeddedStore::damaged(const std::string& what) {
+  db_->note_damage(what);
+  return failed();
+}
+
+bool EmbeddedStore::busy() const { return db_->busy() && problem_ == db_->reason(); }
+
+void EmbeddedStore::limit_wait(std::chrono::milliseconds total) {
+  limited_wait_ = true;
+  db_->limit_wait(total);
+}
+
+void EmbeddedStore::renew_wait() { db_->renew_wait(); }
+
+void EmbeddedStore::begin_waiting() {
+  if (!limited_wait_ && !db_->in_transaction()) db_->renew_wait();
+}
+
+// What was read may hold no longer.
+void EmbeddedStore::forget() {
+  cache_->forget();
+  time_.forget_zones();
+  next_state();
+}
+
+bool EmbeddedStore::begin_read() {
+  begin_waiting();
+  problem_.clear();
+  if (readings_ == 0) {
+    reading_ = std::make_unique<ReadScope>(*db_);
+    if (!*reading_) {
+      reading_.reset();
+      return failed();
+    }
+  }
+  ++readings_;
+  return true;
+}
+
+void EmbeddedStore::end_read() {
+  if (readings_ > 0 && --readings_ == 0) reading_.reset();
+}
+
 bool EmbeddedStore::begin() {
   if (in_transaction_) return false;
+  assert(readings_ == 0);  // a reader that begins to write could wait for itself
+  begin_waiting();
+  problem_.clear();
   if (!db_->run("BEGIN IMMEDIATE")) return failed();
   in_transaction_ = true;
+  spoilt_ = false;
   kinds_ = 0;
+  puts_ = 0;
   category_changes_.clear();
   return true;
 }
 
 bool EmbeddedStore::commit() {
   if (!in_transaction_) return false;
-  // A full disk ends a transaction without being asked; the reason was kept then.
-  const bool lost = !db_->in_transaction();
+  // The reason why a write failed was kept then. A full disk ends a transaction without being
+  // asked.
+  const bool lost = spoilt_ || !db_->in_transaction();
   if (lost || !write_notes() || !db_->run("COMMIT")) {
     if (!lost) failed();
     rollback();
@@ -67,19 +136,21 @@ bool EmbeddedStore::commit() {
 
 void EmbeddedStore::rollback() {
   if (!in_transaction_) return;
-  if (db_->in_transaction()) db_->run("ROLLBACK");
+  // What fails here is rolled back by the next process that opens the file.
+  if (db_->in_transaction()) (void)db_->run("ROLLBACK");
   in_transaction_ = false;
-  cache_->forget();
-  time_.forget_zones();
+  forget();
 }
 
 bool EmbeddedStore::change(const std::function<bool()>& write) {
   const bool own = !in_transaction_;
   if (own && !begin()) return false;
-  if (!own && !db_->in_transaction()) return false;  // lost already; the reason still stands
+  if (!own && (spoilt_ || !db_->in_transaction())) return false;  // lost; the reason still stands
   problem_.clear();
+  next_state();
   if (write()) return !own || commit();
   if (problem_.empty()) failed();
+  spoilt_ = true;
   if (own) rollback();
   return false;
 }
@@ -110,44 +181,66 @@ bool EmbeddedStore::write_notes() {
   return true;
 }
 
+// Another process's lock is no reason to stand still here: there is a next time.
 bool EmbeddedStore::poll() {
-  const auto version = db_->data_version();
-  if (version != seen_version_ && !in_transaction_) {
-    seen_version_ = version;
-    ReadScope scope(*db_);
-    auto changes = db_->use("SELECT number, process, kind FROM changes WHERE number > ?1");
-    changes->bind(1, seen_change_);
-    std::int64_t next = seen_change_ + 1;
-    while (changes->step()) {
-      const bool missed_some = changes->number(0) > next;
-      next = changes->number(0) + 1;
-      if (missed_some) note_change(StoreChange::changed, true);
-      if (changes->number(1) != process_)
-        note_change(static_cast<StoreChange>(changes->small(2)), true);
-    }
-    seen_change_ = next - 1;
+  if (!in_transaction_) {
+    if (limited_wait_) db_->renew_wait();
+    (void)see_changes();
   }
   return RecordCalendarStore::poll();
 }
 
+bool EmbeddedStore::see_changes() {
+  const WaitPause no_waiting(*db_);
+  const auto version = db_->data_version();
+  if (!version || *version == seen_version_) return version.has_value();
+  ReadScope scope(*db_);
+  if (!scope) return false;
+  std::int64_t next = seen_change_ + 1;
+  bool missed_some = false;
+  unsigned kinds = 0;
+  auto changes = db_->use("SELECT number, process, kind FROM changes WHERE number > ?1");
+  const bool whole = changes->bind(1, seen_change_).each([&](Statement& row) {
+    missed_some |= row.number(0) > next;
+    next = row.number(0) + 1;
+    if (row.number(1) != process_) kinds |= 1u << (row.number(2) & 3);
+  });
+  if (!whole) return false;
+  if (missed_some) note_change(StoreChange::changed, true);
+  for (int kind = 0; kind < 3; ++kind)
+    if (kinds >> kind & 1) note_change(static_cast<StoreChange>(kind), true);
+  seen_change_ = next - 1;
+  seen_version_ = *version;
+  return true;
+}
+
 bool EmbeddedStore::put_zone(const Zone& zone) {
   const auto known = this->zone(zone.name());
-  if (known && known->definition() == zone.definition()) return true;
+  if (!known) return spoilt_ = in_transaction_, false;
+  if (*known && (*known)->definition() == zone.definition()) return true;
   const bool written = change([&] {
     auto write = db_->use("INSERT OR REPLACE INTO zones (name, definition) VALUES (?1, ?2)");
     return write->bind(1, zone.name()).bind(2, zone.definition()).run();
   });
-  cache_->forget();  // it refers to the zones it knew
-  time_.forget_zones();
+  forget();  // the series refer to the zones they knew
   return written;
 }
 
-std::optional<Zone> EmbeddedStore::zone(std::string_view name) {
-  auto read = db_->use("SELECT definition FROM zones WHERE name = ?1");
-  read->bind(1, name);
-  if (!read->step()) return std::nullopt;
-  auto zone = Zone::parse(read->bytes(0));
-  return zone ? std::optional(std::move(*zone)) : std::nullopt;
+Result<std::optional<Zone>> EmbeddedStore::zone(std::string_view name) {
+  std::optional<Zone> zone;
+  bool readable = true;
+  auto rows = db_->use("SELECT definition FROM zones WHERE name = ?1");
+  const bool whole = rows->bind(1, name).each([&](Statement& row) {
+    auto parsed = Zone::parse(row.bytes(0));
+    readable = static_cast<bool>(parsed);
+    if (readable) zone = std::move(*parsed);
+  });
+  if (!whole) return failure<std::optional<Zone>>();
+  if (!readable) {
+    damaged("the time zone " + std::string(name) + " cannot be read");
+    return Result<std::optional<Zone>>::failure(problem_);
+  }
+  return zone;
 }
 
 }  // namespace orvello

@@ -2,6 +2,7 @@
 // one durable transaction, and a process that dies leaves the file as it was before or after one.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -14,60 +15,99 @@ namespace orvello {
 
 class Clock;
 class EmbeddedDatabase;
+class ReadScope;
 class SeriesCache;
+class Statement;
 
 class EmbeddedStore : public RecordCalendarStore {
  public:
   // Creates a missing file, readable by its owner only. A damaged or foreign file, or one of a
   // newer format, is refused with a sentence that names it, and left untouched.
   static Result<std::unique_ptr<EmbeddedStore>> open(const std::string& path, const Clock& clock);
+  // The same without creating or writing anything: every write fails.
+  static Result<std::unique_ptr<EmbeddedStore>> open_to_read(const std::string& path,
+                                                             const Clock& clock);
   ~EmbeddedStore() override;
+
+  // How long calls wait for another process's lock before they fail and busy() is true. Without a
+  // limit it is five seconds for each transaction, which suits a command; a window sets what it
+  // may stand still, which all calls share until renew_wait() or the next poll().
+  void limit_wait(std::chrono::milliseconds total);
+  void renew_wait();
 
   bool begin() override;
   bool commit() override;
   void rollback() override;
-  std::optional<std::int32_t> oid_of_uid(std::string_view uid) override;
-  std::optional<AppointmentRecord> load(std::int32_t oid) override;
+  bool begin_read() override;
+  void end_read() override;
+  Result<std::optional<std::int32_t>> oid_of_uid(std::string_view uid) override;
+  Result<std::optional<AppointmentRecord>> load(std::int32_t oid) override;
   std::int32_t put(const AppointmentRecord& record) override;
   bool erase(std::int32_t oid) override;
-  std::vector<std::int32_t> oids(std::optional<std::int32_t> from_day,
-                                 std::optional<std::int32_t> to_day) override;
+  Result<std::vector<std::int32_t>> oids(std::optional<std::int32_t> from_day,
+                                         std::optional<std::int32_t> to_day) override;
   bool put_zone(const Zone& zone) override;
-  std::optional<Zone> zone(std::string_view name) override;
+  Result<std::optional<Zone>> zone(std::string_view name) override;
   bool put_foreign(const ForeignComponent& component) override;
-  std::vector<ForeignComponent> foreign() override;
+  Result<std::vector<ForeignComponent>> foreign() override;
   std::string problem() const override { return problem_; }
+  bool busy() const override;
 
-  std::vector<StoreContact> contacts() override;
+  std::optional<std::vector<StoreContact>> contacts() override;
   std::int32_t put_contact(const StoreContact& contact) override;
   bool erase_contact(std::int32_t oid) override;
-  std::vector<std::pair<Text, int>> category_texts(int folder) override;
+  std::optional<std::vector<std::pair<Text, int>>> category_texts(int folder) override;
 
   bool poll() override;
   bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) override;
 
+ protected:
+  bool in_transaction() const override { return in_transaction_; }
+
  private:
   EmbeddedStore(std::unique_ptr<EmbeddedDatabase> database, const Clock& clock);
+  static Result<std::unique_ptr<EmbeddedStore>> open(
+      Result<std::unique_ptr<EmbeddedDatabase>> database, const Clock& clock);
+  bool start_log();
 
   // Runs `write` in a transaction of its own, or as a part of the one that is open.
   bool change(const std::function<bool()>& write);
   bool failed();
+  // A contradiction in what was read.
+  bool damaged(const std::string& what);
+  template <typename T>
+  Result<T> failure() {
+    failed();
+    return Result<T>::failure(problem_);
+  }
+  void begin_waiting();
+  void forget();
+  bool see_changes();
   bool write_record(AppointmentRecord& record);
   bool find_categories(std::int32_t oid, Text& categories);
+  bool find_contact(std::int32_t oid, Text& categories);
   bool write_details(const AppointmentRecord& record);
   bool erase_details(std::int32_t oid);
-  void read_details(AppointmentRecord& record);
+  bool read_item(AppointmentRecord& record, bool& found);
+  bool read_exceptions(AppointmentRecord& record);
+  bool read_recipients(AppointmentRecord& record);
   bool write_notes();
   void count_category(int folder, const Text& text, int difference);
-  void follow_changes();
+  bool follow_changes();
   bool read_series();
-  void read_series_exceptions();
+  bool read_series_row(Statement& row);
+  bool read_series_exceptions();
   bool read_singles(const DayBounds& bounds, OccurrenceList& list);
   bool read_class(int span_class, const DayBounds& bounds, OccurrenceList& list);
 
   std::unique_ptr<EmbeddedDatabase> db_;
   std::unique_ptr<SeriesCache> cache_;
   bool in_transaction_ = false;
+  bool spoilt_ = false;  // a write of the transaction failed: it cannot be committed
+  bool limited_wait_ = false;
+  int readings_ = 0;  // begin_read less end_read
+  std::unique_ptr<ReadScope> reading_;
+  int puts_ = 0;        // in this transaction
   unsigned kinds_ = 0;  // of changes in this transaction, a bit each
   std::map<std::pair<int, std::string>, int> category_changes_;
   std::int64_t cache_version_ = 0;

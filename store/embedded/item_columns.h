@@ -26,7 +26,7 @@ inline void bind_shared(Statement& statement, int at, const AppointmentFields& f
 
 // Into AppointmentFields or AppointmentSummary; `has_notes` is the caller's.
 template <typename Target>
-void read_shared(const Statement& row, int at, Target& target) {
+void read_shared(Statement& row, int at, Target& target) {
   target.all_day = row.flag(at);
   target.reminder_set = row.flag(at + 2);
   target.reminder_minutes = row.small(at + 3);
@@ -37,7 +37,7 @@ void read_shared(const Statement& row, int at, Target& target) {
   target.categories = row.text(at + 8);
 }
 
-inline std::shared_ptr<const AppointmentSummary> read_summary(const Statement& row, int at,
+inline std::shared_ptr<const AppointmentSummary> read_summary(Statement& row, int at,
                                                               std::int32_t oid, bool recurring) {
   auto summary = std::make_shared<AppointmentSummary>();
   read_shared(row, at, *summary);

@@ -1,6 +1,7 @@
 #include "store/embedded/stored_pattern.h"
 
 #include <charconv>
+#include <cstdint>
 
 namespace orvello {
 
@@ -32,7 +33,10 @@ std::optional<RecurrencePattern> read_stored_pattern(std::string_view text) {
     const auto read = std::from_chars(at, end, number);
     if (read.ec != std::errc()) return std::nullopt;
     at = read.ptr;
+    // Dates are far from this border, numbers of anything else as well.
+    if (number < INT32_MIN || number > INT32_MAX) return std::nullopt;
   }
+  if (at != end) return std::nullopt;
   const auto small = [&](int index) { return static_cast<std::int32_t>(numbers[index]); };
   RecurrencePattern pattern;
   pattern.type = static_cast<RecurrenceType>(small(0));

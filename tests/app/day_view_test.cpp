@@ -181,7 +181,7 @@ TEST_F(DayViewTest, CopyAndCutTravelToOtherDays) {
   EXPECT_EQ(subjects(), std::vector<Text>{u"First"});
   key(kKeyRight);
   key(u'V', true);  // a copy can be pasted again
-  EXPECT_EQ(device.store.oids({}, {}).size(), 3u);
+  EXPECT_EQ(device.store.oids({}, {})->size(), 3u);
 
   tap_row(0);
   key(u'X', true);
@@ -191,7 +191,7 @@ TEST_F(DayViewTest, CopyAndCutTravelToOtherDays) {
   key(kKeyDown);
   key(u'V', true);
   EXPECT_EQ(subjects(), std::vector<Text>{u"First"});
-  EXPECT_EQ(device.store.oids({}, {}).size(), 3u);
+  EXPECT_EQ(device.store.oids({}, {})->size(), 3u);
   EXPECT_FALSE(application->paste_source().any());
   tap_below();
   EXPECT_EQ(application->day().selected_row(), DayView::kNoRow);
@@ -209,7 +209,7 @@ TEST_F(DayViewTest, AMoveThatFailsCanBeTriedAgain) {
   device.store.faults.save = false;
   key(u'V', true);
   EXPECT_EQ(subjects(), std::vector<Text>{u"First"});
-  EXPECT_EQ(device.store.oids({}, {}).size(), 1u);
+  EXPECT_EQ(device.store.oids({}, {})->size(), 1u);
 }
 
 TEST_F(DayViewTest, TheMenuOffersWhatTheRowAllows) {
@@ -269,7 +269,7 @@ TEST_F(DayViewTest, DeletingAsksWhichOccurrences) {
   tap_row(0);
   series = true;
   key(kKeyDelete);
-  EXPECT_TRUE(device.store.oids({}, {}).empty());
+  EXPECT_TRUE(device.store.oids({}, {})->empty());
 }
 
 TEST_F(DayViewTest, AnAppointmentThatVanishedIsNamedAndTheSessionComesBack) {

@@ -59,7 +59,7 @@ TEST_F(ImportPreview, ShowsCountsAndProblemsAndImportsOnOk) {
     rows = dialog.controls[kControlImportFiles].rows;
     EXPECT_TRUE(dialog.controls[kControlOk].enabled);
     EXPECT_EQ(dialog.focused, kControlOk);
-    EXPECT_TRUE(store.oids({}, {}).empty()) << "a preview only reads";
+    EXPECT_TRUE(store.oids({}, {})->empty()) << "a preview only reads";
     dialog.press(kControlOk);
   };
   EXPECT_TRUE(import({good, mixed}));
@@ -68,7 +68,7 @@ TEST_F(ImportPreview, ShowsCountsAndProblemsAndImportsOnOk) {
   EXPECT_EQ(rows[0], u"good.ics: 2");
   EXPECT_EQ(rows[1], u"mixed.ics: 1");
   EXPECT_TRUE(starts_with(rows[2], u"mixed.ics:")) << to_utf8(rows[2]);
-  EXPECT_EQ(store.oids({}, {}).size(), 3u);
+  EXPECT_EQ(store.oids({}, {})->size(), 3u);
   ASSERT_EQ(boxes.shown.size(), 1u);
   EXPECT_EQ(boxes.shown[0].text, u"3 imported, 0 updated, 1 skipped");
 }
@@ -84,7 +84,7 @@ TEST_F(ImportPreview, TheSecondTimeEverythingIsAnUpdate) {
   };
   EXPECT_TRUE(import({file}));
   EXPECT_EQ(counts, u"New: 0, to update: 1, to skip: 0");
-  EXPECT_EQ(store.oids({}, {}).size(), 1u);
+  EXPECT_EQ(store.oids({}, {})->size(), 1u);
 }
 
 TEST_F(ImportPreview, CancelAndClosingTheWindowLeaveTheStoreAlone) {
@@ -94,7 +94,7 @@ TEST_F(ImportPreview, CancelAndClosingTheWindowLeaveTheStoreAlone) {
   dialogs.person = nullptr;  // closed at once
   EXPECT_FALSE(import({file}));
   EXPECT_EQ(dialogs.opened, (std::vector<int>{kDialogImport, kDialogImport}));
-  EXPECT_TRUE(store.oids({}, {}).empty());
+  EXPECT_TRUE(store.oids({}, {})->empty());
   EXPECT_TRUE(boxes.shown.empty());
 }
 
@@ -128,7 +128,7 @@ TEST_F(ImportPreview, FailuresNameTheirReason) {
   EXPECT_FALSE(import({file}));
   ASSERT_EQ(boxes.shown.size(), 2u);
   EXPECT_EQ(boxes.shown[1].text, u"Nothing was imported: the disk is full");
-  EXPECT_TRUE(store.oids({}, {}).empty());
+  EXPECT_TRUE(store.oids({}, {})->empty());
 }
 
 }  // namespace

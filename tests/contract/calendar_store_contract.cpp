@@ -63,11 +63,11 @@ std::vector<std::string> CalendarStoreContract::found(const Text& restriction, b
   items->set_include_recurrences(occurrences);
   items->sort(u"[Start]", false);
   std::vector<std::string> list;
-  for (auto item = items->find(restriction); item; item = items->find_next()) {
+  EXPECT_TRUE(each_item(*items, restriction, [&](const StoreItem& item) {
     char times[64];
-    std::snprintf(times, sizeof times, " %.10g-%.10g", item->start, item->end);
-    list.push_back(to_utf8(item->summary->subject) + times);
-  }
+    std::snprintf(times, sizeof times, " %.10g-%.10g", item.start, item.end);
+    list.push_back(to_utf8(item.summary->subject) + times);
+  }));
   // Both ways of asking must agree.
   const auto part = items->restrict_to(restriction);
   EXPECT_EQ(part->count(), static_cast<int>(list.size()));
@@ -226,8 +226,8 @@ TEST_P(CalendarStoreContract, ItemsWithAZoneFollowTheDeviceAcrossZones) {
   fields.subject = u"renamed";
   item->write(fields);
   ASSERT_TRUE(item->save());
-  EXPECT_EQ(store_->load(oid)->start, record.start);
-  EXPECT_EQ(store_->load(oid)->zone, "America/New_York");
+  EXPECT_EQ((*store_->load(oid))->start, record.start);
+  EXPECT_EQ((*store_->load(oid))->zone, "America/New_York");
 }
 
 TEST_P(CalendarStoreContract, ASkippedLocalTimeIsShownAtTheMovedTime) {
@@ -275,8 +275,8 @@ TEST_P(CalendarStoreContract, RecordsComeBackWhole) {
   record.modified = 77;
   const auto oid = store_->put(record);
   ASSERT_NE(oid, 0);
-  EXPECT_EQ(store_->oid_of_uid("one@test"), oid);
-  auto read = store_->load(oid);
+  EXPECT_EQ(*store_->oid_of_uid("one@test"), oid);
+  auto read = *store_->load(oid);
   ASSERT_TRUE(read);
   EXPECT_EQ(read->rules, record.rules);
   EXPECT_EQ(read->recipients, record.recipients);
@@ -307,9 +307,9 @@ TEST_P(CalendarStoreContract, TransactionsAreAllOrNothing) {
   EXPECT_EQ(on(46200).size(), 1u) << "a transaction sees its own changes";
   store_->rollback();
   EXPECT_TRUE(on(46200).empty());
-  EXPECT_FALSE(store_->oid_of_uid("a"));
-  EXPECT_TRUE(store_->foreign().empty());
-  EXPECT_TRUE(store_->category_use_counts().empty());
+  EXPECT_FALSE(*store_->oid_of_uid("a"));
+  EXPECT_TRUE(store_->foreign()->empty());
+  EXPECT_TRUE(store_->category_use_counts()->empty());
   EXPECT_FALSE(store_->commit());
 }
 
@@ -333,7 +333,7 @@ TEST_P(CalendarStoreContract, LabelsInUseAreCounted) {
   contact.file_as = u"Z";
   contact.categories = u"Home";
   const auto person = store_->put_contact(contact);
-  auto uses = store_->category_use_counts();
+  auto uses = *store_->category_use_counts();
   ASSERT_EQ(uses.size(), 2u);
   EXPECT_EQ(uses[0].label, u"Home");
   EXPECT_EQ(uses[0].appointments, 1);
@@ -341,11 +341,11 @@ TEST_P(CalendarStoreContract, LabelsInUseAreCounted) {
   EXPECT_EQ(uses[1].appointments, 2);
   EXPECT_EQ(app_->default_folder(kFolderContacts)->category_text(), u"Home");
   EXPECT_EQ(app_->default_folder(kFolderTasks)->category_text(), u"");
-  auto changed = *store_->load(oid);
+  auto changed = **store_->load(oid);
   changed.fields.categories.clear();
   ASSERT_NE(store_->put(changed), 0);
   ASSERT_TRUE(store_->erase_contact(person));
-  uses = store_->category_use_counts();
+  uses = *store_->category_use_counts();
   ASSERT_EQ(uses.size(), 1u);
   EXPECT_EQ(uses[0].appointments, 1);
 }
@@ -360,11 +360,11 @@ TEST_P(CalendarStoreContract, ContactsComeInOrderOfName) {
   contact.oid = oid;
   contact.file_as = u"Aaron";
   EXPECT_EQ(store_->put_contact(contact), oid);
-  const auto list = app_->default_folder(kFolderContacts)->contacts();
+  const auto list = *app_->default_folder(kFolderContacts)->contacts();
   ASSERT_EQ(list.size(), 2u);
   EXPECT_EQ(list[0].file_as, u"Aaron");
   EXPECT_EQ(list[0].email[2], u"b@test");
-  EXPECT_TRUE(app_->default_folder(kFolderCalendar)->contacts().empty());
+  EXPECT_TRUE(app_->default_folder(kFolderCalendar)->contacts()->empty());
 }
 
 TEST_P(CalendarStoreContract, ChangesArePostedFromPollOnceForEachKind) {

@@ -244,7 +244,7 @@ TYPED_TEST_P(Scenarios, AnAppointmentIsCarriedAndDeletedByMenuAndKeys) {
   this->device.answer(ScenarioDevice::Answer::accept);
   this->list_key(kKeyDelete);
   EXPECT_EQ(this->count_opened(kDialogDelete), 2);
-  EXPECT_TRUE(this->device.store().oids({}, {}).empty());
+  EXPECT_TRUE(this->device.store().oids({}, {})->empty());
 }
 
 TYPED_TEST_P(Scenarios, ATurnedScreenKeepsTheViewAndFillsIt) {
@@ -281,7 +281,7 @@ TYPED_TEST_P(Scenarios, WhatIsModalStaysSoAndWhatComesMeanwhileWaits) {
   this->list_key(kKeyPageDown);
   this->list_key(kKeyDelete);
   EXPECT_EQ(this->count_opened(kDialogDelete), 1);
-  EXPECT_TRUE(this->device.store().oids({}, {}).empty());
+  EXPECT_TRUE(this->device.store().oids({}, {})->empty());
   EXPECT_EQ(calls, (std::vector<int>{1, 2}));
   EXPECT_EQ(this->mode(), ViewMode::year);
 }

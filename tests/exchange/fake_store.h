@@ -26,13 +26,15 @@ class FakeStore : public RecordStore {
   bool begin() override { return before_ = now, true; }
   bool commit() override { return true; }
   void rollback() override { now = before_; }
+  bool begin_read() override { return true; }
+  void end_read() override {}
 
-  std::optional<std::int32_t> oid_of_uid(std::string_view uid) override {
+  Result<std::optional<std::int32_t>> oid_of_uid(std::string_view uid) override {
     const auto known = now.uids.find(uid);
     if (known == now.uids.end()) return std::nullopt;
     return known->second;
   }
-  std::optional<AppointmentRecord> load(std::int32_t oid) override {
+  Result<std::optional<AppointmentRecord>> load(std::int32_t oid) override {
     const auto known = now.records.find(oid);
     if (known == now.records.end()) return std::nullopt;
     return known->second;
@@ -55,8 +57,8 @@ class FakeStore : public RecordStore {
     return true;
   }
   // Good enough for single appointments: those that start within the days.
-  std::vector<std::int32_t> oids(std::optional<std::int32_t> from,
-                                 std::optional<std::int32_t> to) override {
+  Result<std::vector<std::int32_t>> oids(std::optional<std::int32_t> from,
+                                         std::optional<std::int32_t> to) override {
     std::vector<std::int32_t> found;
     for (const auto& [oid, record] : now.records) {
       const auto day = static_cast<std::int32_t>(record.fields.start);
@@ -69,7 +71,7 @@ class FakeStore : public RecordStore {
     now.zones.insert_or_assign(zone.name(), zone);
     return true;
   }
-  std::optional<Zone> zone(std::string_view name) override {
+  Result<std::optional<Zone>> zone(std::string_view name) override {
     const auto known = now.zones.find(name);
     if (known == now.zones.end()) return std::nullopt;
     return known->second;
@@ -81,7 +83,7 @@ class FakeStore : public RecordStore {
     now.foreign.push_back(component);
     return true;
   }
-  std::vector<ForeignComponent> foreign() override { return now.foreign; }
+  Result<std::vector<ForeignComponent>> foreign() override { return now.foreign; }
   std::string problem() const override { return "fake.db: the disk is full"; }
 
   AppointmentRecord* of_uid(std::string_view uid) {

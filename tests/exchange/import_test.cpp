@@ -105,7 +105,7 @@ TEST_F(ImportTest, EndsAndZones) {
     EXPECT_EQ(record->start, one.start) << one.lines;
     EXPECT_EQ(record->end, one.end) << one.lines;
     if (record->zone == "Europe/Berlin") {
-      const auto zone = store.zone(record->zone);
+      const auto zone = *store.zone(record->zone);
       ASSERT_TRUE(zone);
       EXPECT_EQ(zone->to_utc(at(2026, 7, 1, 12)), at(2026, 7, 1, 10));
       EXPECT_EQ(zone->to_utc(at(2045, 1, 1, 12)), at(2045, 1, 1, 11));

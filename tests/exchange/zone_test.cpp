@@ -17,7 +17,7 @@ class ZoneImport : public ExchangeTest {
       const std::string uid(event.find("UID")->value);
       const AppointmentRecord* record = store.of_uid(uid);
       ASSERT_TRUE(record) << uid;
-      const auto zone = record->zone == "UTC" ? Zone() : store.zone(record->zone);
+      const auto zone = record->zone == "UTC" ? std::optional(Zone()) : *store.zone(record->zone);
       ASSERT_TRUE(zone) << uid << ": " << record->zone;
       EXPECT_EQ(zone->to_utc(record->start), parse_date(event.find("X-UTC")->value)->local) << uid;
       const Property* name = event.find("X-ZONE");

@@ -56,8 +56,10 @@ TEST_F(DayAgendaTest, ADayBefore1900ReadsLikeAnyOther) {
                                   "12:00-13:00 Lunch"};
   for (int days = -1; days <= 2; ++days) {
     std::string list;
-    for (const CompactRow& row : compact_agenda(session.CalendarItems().get(), first + days, true,
-                                                [](TextView) { return true; }))
+    const auto rows = compact_agenda(session.CalendarItems().get(), first + days, true,
+                                     [](TextView) { return true; });
+    ASSERT_TRUE(rows);
+    for (const CompactRow& row : *rows)
       if (row.row_data == 0)
         list += (list.empty() ? "" : ", ") + to_utf8(row.time + u" " + row.subject);
     EXPECT_EQ(list, expected[days + 1]) << days;
@@ -78,7 +80,7 @@ TEST_F(DayAgendaTest, RowsCarryLocationIconsAndColors) {
   put(second);
   DayAgenda shown = agenda(6);
   EXPECT_EQ(rows(shown), "9:00-10:00|nr|First\n| |[Room 7]\n11:00-12:00||Second\n");
-  EXPECT_EQ(shown.rows[1], (DayRow{u"", u" ", u"[Room 7]", oid, u"Work", true}));
+  EXPECT_EQ(shown.rows[1], (DayRow{u"", u" ", u"[Room 7]", oid, u"Work", true, at(6, 9)}));
   EXPECT_EQ(shown.row_ends[1], shown.row_ends[0]);
   EXPECT_EQ(shown.row_colors, (std::vector<Color>{0x112233, 0x112233, kWhite}));
   EXPECT_EQ(shown.row_shades, (std::vector<int>{1, 1, 0}));

@@ -105,8 +105,8 @@ TEST_F(ItemOperations, ACopyKeepsEverythingButTheDay) {
   const auto oid = store.put(record);
   // Taken from its second day: the start is what moves to the target day.
   EXPECT_TRUE(paste(oid, 3, 28, true));
-  EXPECT_FALSE(store.load(oid));
-  const auto moved = store.load(oid + 1);
+  EXPECT_FALSE(*store.load(oid));
+  const auto moved = *store.load(oid + 1);
   ASSERT_TRUE(moved);
   record.fields.start = at(28, 23, 30);
   record.fields.end = at(29, 0, 45);
@@ -152,7 +152,7 @@ TEST_F(ItemOperations, AMoveIsWholeOrNotAtAll) {
   half.no_puts = false;
   half.kept = item->oid();
   EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), day(3), day(4), true));
-  EXPECT_EQ(half.oids(day(1), day(30)), std::vector<std::int32_t>{item->oid()});
+  EXPECT_EQ(*half.oids(day(1), day(30)), std::vector<std::int32_t>{item->oid()});
   EXPECT_EQ(boxes.beeps, 2);
 }
 

@@ -54,8 +54,10 @@ class StoreTest : public ::testing::Test {
   // The day's appointments: "9:00-10:00 Standup, 12:00-multiday Trip".
   std::string on(int of_november) {
     std::string list;
-    for (const CompactRow& row : compact_agenda(session.CalendarItems().get(), day(of_november),
-                                                true, [](TextView) { return true; }))
+    const auto rows = compact_agenda(session.CalendarItems().get(), day(of_november), true,
+                                     [](TextView) { return true; });
+    if (!rows) return "failed";
+    for (const CompactRow& row : *rows)
       list += (list.empty() ? "" : ", ") + to_utf8(row.time + u" " + row.subject);
     return list;
   }

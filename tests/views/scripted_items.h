@@ -31,6 +31,7 @@ class ScriptedItems : public StoreItems {
     if (index < 1 || index > count()) return std::nullopt;
     return items_[static_cast<std::size_t>(index - 1)];
   }
+  bool failed() const override { return false; }
 
  private:
   const Answers& answers_;

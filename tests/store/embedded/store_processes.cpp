@@ -49,12 +49,12 @@ TEST_F(StoreProcesses, EverythingIsThereAfterReopening) {
   series.rules = "RRULE:FREQ=MONTHLY;BYMONTHDAY=15;COUNT=3";
   open()->put(series);
   auto store = open();
-  const auto oid = store->oid_of_uid("series");
+  const auto oid = *store->oid_of_uid("series");
   ASSERT_TRUE(oid);
-  EXPECT_EQ(store->load(*oid)->rules, series.rules);
-  EXPECT_EQ(store->oids(46200, 46290).size(), 1u);
-  EXPECT_EQ(store->oids(46275, 46300).size(), 0u);
-  EXPECT_EQ(store->category_use_counts().size(), 1u);
+  EXPECT_EQ((*store->load(*oid))->rules, series.rules);
+  EXPECT_EQ(store->oids(46200, 46290)->size(), 1u);
+  EXPECT_EQ(store->oids(46275, 46300)->size(), 0u);
+  EXPECT_EQ(store->category_use_counts()->size(), 1u);
 }
 
 TEST_F(StoreProcesses, ATransactionKilledHalfwayLeavesNothing) {
@@ -68,7 +68,7 @@ TEST_F(StoreProcesses, ATransactionKilledHalfwayLeavesNothing) {
             }),
             -1);
   auto store = open();
-  EXPECT_EQ(store->oids({}, {}).size(), 1u);
+  EXPECT_EQ(store->oids({}, {})->size(), 1u);
   EXPECT_NE(store->put(record("after")), 0);
 }
 
@@ -85,11 +85,11 @@ TEST_F(StoreProcesses, KilledAtAnyMomentLeavesBeforeOrAfter) {
     });
     auto store = open();
     ASSERT_TRUE(store);
-    const auto oids = store->oids({}, {});
+    const auto oids = *store->oids({}, {});
     EXPECT_EQ(oids.size() % 10, 0u);
-    const auto uses = store->category_use_counts();
+    const auto uses = *store->category_use_counts();
     EXPECT_EQ(uses.empty() ? 0 : uses[0].appointments, static_cast<int>(oids.size()));
-    EXPECT_TRUE(oids.empty() || store->load(oids.back()));
+    EXPECT_TRUE(oids.empty() || *store->load(oids.back()));
   }
 }
 
@@ -106,11 +106,11 @@ TEST_F(StoreProcesses, AFullDiskFailsTheChangeAndKeepsTheRest) {
                 if ((*store)->put(record(std::to_string(i))) == 0) break;
               if ((*store)->commit()) return 3;
               if ((*store)->problem().find(path) == std::string::npos) return 4;
-              if ((*store)->oids({}, {}).size() != 1) return 5;
+              if ((*store)->oids({}, {})->size() != 1) return 5;
               return (*store)->put(record("small")) != 0 ? 0 : 6;  // there is room for this one
             }),
             0);
-  EXPECT_EQ(open()->oids({}, {}).size(), 2u);
+  EXPECT_EQ(open()->oids({}, {})->size(), 2u);
 }
 
 TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
@@ -124,7 +124,7 @@ TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
   auto series = record("series");
   series.rules = "RRULE:FREQ=DAILY";
   const auto oid = window->put(series);
-  EXPECT_EQ(window->oids(46300, 46300).size(), 1u);
+  EXPECT_EQ(window->oids(46300, 46300)->size(), 1u);
   window->poll();
   listener.heard.clear();
   {
@@ -134,7 +134,8 @@ TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
     ASSERT_NE(command->put(record("two")), 0);
     ASSERT_TRUE(command->erase(oid));
     ASSERT_TRUE(command->commit());
-    EXPECT_EQ(window->oids(46300, 46300).size(), 0u) << "the series kept in memory is gone as well";
+    EXPECT_EQ(window->oids(46300, 46300)->size(), 0u)
+        << "the series kept in memory is gone as well";
   }
   EXPECT_TRUE(window->poll());
   EXPECT_EQ(listener.heard, (std::vector<std::uint32_t>{0x8105, 0x8106}));
@@ -155,7 +156,7 @@ TEST_F(StoreProcesses, WritersTakeTurns) {
   int status = 0;
   waitpid(child, &status, 0);
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-  EXPECT_EQ(open()->oids({}, {}).size(), 80u);
+  EXPECT_EQ(open()->oids({}, {})->size(), 80u);
 }
 
 // The span index groups by length; every length must be found from its first day to its last.
@@ -166,9 +167,9 @@ TEST_F(StoreProcesses, ItemsOfAnyLengthAreFoundOnEachOfTheirDays) {
     item.end = item.start + days * kSecondsPerDay + 60;
     const auto oid = store->put(item);
     for (std::int32_t day : {46200, 46200 + days / 2, 46200 + days})
-      EXPECT_EQ(store->oids(day, day), std::vector<std::int32_t>{oid}) << days;
-    EXPECT_TRUE(store->oids(46199, 46199).empty());
-    EXPECT_TRUE(store->oids(46201 + days, 46201 + days).empty());
+      EXPECT_EQ(*store->oids(day, day), std::vector<std::int32_t>{oid}) << days;
+    EXPECT_TRUE(store->oids(46199, 46199)->empty());
+    EXPECT_TRUE(store->oids(46201 + days, 46201 + days)->empty());
     store->erase(oid);
   }
 }
