@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "exchange/charset.h"
 #include "exchange/content_line.h"
+#include "exchange/text_repair.h"
 
 namespace orvello {
 namespace {
@@ -40,8 +42,12 @@ bool CalendarScanner::next(ScannedCalendar& calendar) {
     return in_calendar_ || !open_.empty() ? kLargestComponent : kLongestOutside;
   };
   while (lines_.next(line, longest()))
-    if (take(line, calendar) == Step::calendar_done) return true;
+    if (take(line, calendar) == Step::calendar_done) {
+      repair(calendar);
+      return true;
+    }
   finish_file(calendar);
+  repair(calendar);
   return in_calendar_ || !calendar.components.empty() || calendar.broken_events > 0;
 }
 
@@ -151,18 +157,42 @@ void CalendarScanner::finish_component(ScannedCalendar& calendar) {
     recovering_ = false;
     return;
   }
-  const std::string_view text = std::string_view(calendar.text).substr(component_.offset);
-  if (text.find('\0') != std::string_view::npos || !is_utf8(text)) {
-    std::string repaired(text);
-    const int done = repair_encoding(repaired);
-    if ((done & kHadNul) != 0 && !std::exchange(told_nul_, true))
-      problems_.add(component_.line, "NUL bytes are left out");
-    if ((done & kHadForeignBytes) != 0 && !std::exchange(told_encoding_, true))
-      problems_.add(component_.line, "text is not UTF-8; read as Windows-1252");
-    calendar.text.replace(component_.offset, std::string::npos, repaired);
-  }
   component_.length = calendar.text.size() - component_.offset;
   calendar.components.push_back(component_);
+}
+
+// Once the calendar is complete, as what its encoding may be is seen best in all of it.
+void CalendarScanner::repair(ScannedCalendar& calendar) {
+  const bool odd_header = needs_repair(calendar.header), odd_text = needs_repair(calendar.text);
+  if (!odd_header && !odd_text) return;
+  std::string sample;
+  if (odd_header) collect_foreign(calendar.header, sample);
+  if (odd_text) collect_foreign(calendar.text, sample);
+  const std::string_view charset = guess_charset(sample);
+  const auto repaired = [&](std::string_view lines, int first_line) {
+    LineRepair repair = repair_lines(lines, charset);
+    if (repair.had_nul && !std::exchange(told_nul_, true))
+      problems_.add(first_line, "NUL bytes are left out");
+    if (repair.first_foreign >= 0 && !std::exchange(told_encoding_, true))
+      problems_.add(first_line + repair.first_foreign,
+                    "text is not UTF-8; read as " + std::string(charset));
+    for (const int line : repair.damaged)
+      problems_.add(first_line + line, "bytes that are no text are shown as \xEF\xBF\xBD");
+    return std::move(repair.text);
+  };
+  if (odd_header) calendar.header = repaired(calendar.header, calendar.line + 1);
+  if (!odd_text) return;
+  std::string text;
+  for (ScannedComponent& component : calendar.components) {
+    const std::string_view before = calendar.text_of(component);
+    component.offset = text.size();
+    if (needs_repair(before))
+      text += repaired(before, component.line);
+    else
+      text += before;
+    component.length = text.size() - component.offset;
+  }
+  calendar.text = std::move(text);
 }
 
 // Lines up to the next BEGIN or END belong to nothing; the calendar goes on behind them.

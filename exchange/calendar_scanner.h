@@ -1,5 +1,6 @@
 // Splits a file into its calendars and their components without understanding them: only BEGIN and
-// END count. A file of any size passes through; what is outside a calendar is never kept.
+// END count. A file of any size and encoding passes through and comes out as UTF-8; what is outside
+// a calendar is never kept.
 #pragma once
 
 #include <istream>
@@ -51,6 +52,7 @@ class CalendarScanner {
   void finish_component(ScannedCalendar& calendar);
   void drop_component(ScannedCalendar& calendar, const std::string& why);
   void finish_file(ScannedCalendar& calendar);
+  void repair(ScannedCalendar& calendar);
 
   LineReader lines_;
   ProblemList& problems_;

@@ -82,7 +82,6 @@ bool Importer::finish() {
 
 void Importer::import_calendar(ScannedCalendar& calendar) {
   counts_->skipped += calendar.broken_events;
-  repair_encoding(calendar.header);
   read_header(calendar);
   zones_.start_calendar();
   if (old_version_) convert_old(calendar);
@@ -122,6 +121,7 @@ void Importer::read_header(ScannedCalendar& calendar) {
     else if (!property.named("PRODID") || value != kOwnProduct)
       only_ours = false;
   }
+  if (old_version_) old_zone_ = zone_of_vcalendar1(parsed_.root(), clock_);
   if (!parsed_.root().garbage.empty())
     problems_->add(parsed_.root().garbage.front(), "line is no property; left out");
   if (only_ours && calendar.header.find(kOwnProduct) != std::string::npos) key_.clear();
@@ -130,11 +130,16 @@ void Importer::read_header(ScannedCalendar& calendar) {
 void Importer::convert_old(ScannedCalendar& calendar) {
   std::string text;
   for (ScannedComponent& component : calendar.components) {
-    const std::string converted =
-        component_from_vcalendar1(calendar.text_of(component), component.line, *problems_);
+    const std::string converted = component_from_vcalendar1(
+        calendar.text_of(component), component.line, old_zone_.tzid, *problems_);
     component.offset = text.size();
     component.length = converted.size();
     text += converted;
+  }
+  if (!old_zone_.definition.empty()) {
+    calendar.components.push_back(
+        {"VTIMEZONE", text.size(), old_zone_.definition.size(), calendar.line});
+    text += old_zone_.definition;
   }
   calendar.text = std::move(text);
 }

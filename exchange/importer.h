@@ -12,6 +12,7 @@
 #include "exchange/calendar_scanner.h"
 #include "exchange/event_reader.h"
 #include "exchange/import.h"
+#include "exchange/vcalendar1_zone.h"
 
 namespace orvello {
 
@@ -57,6 +58,7 @@ class Importer {
   ParsedComponent parsed_;
   std::string key_;  // of the calendar at hand
   bool old_version_ = false;
+  OldZone old_zone_;
   int items_ = 0;                            // of that calendar, as far as the store has them now
   std::unordered_set<std::size_t> counted_;  // hashes of the UIDs counted so far
   std::map<std::string, std::vector<std::string>> lone_;  // UID: its changes' records

@@ -1,8 +1,6 @@
 #include "exchange/line_reader.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 
 namespace orvello {
 namespace {
@@ -28,109 +26,7 @@ void append_utf8(std::string& out, char32_t c) {
   }
 }
 
-// Length of the character at `text`, 0 when it is ill-formed, -1 when the text ends inside it.
-int character_length(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned first = byte(0);
-  const int length = first < 0x80   ? 1
-                     : first < 0xC2 ? 0
-                     : first < 0xE0 ? 2
-                     : first < 0xF0 ? 3
-                     : first < 0xF5 ? 4
-                                    : 0;
-  for (int i = 1; i < length; ++i) {
-    if (static_cast<std::size_t>(i) == text.size()) return -1;
-    if ((byte(i) & 0xC0) != 0x80) return 0;
-    if (i > 1) continue;
-    // Overlong forms, surrogates and what lies behind U+10FFFF.
-    if ((first == 0xE0 && byte(1) < 0xA0) || (first == 0xED && byte(1) > 0x9F) ||
-        (first == 0xF0 && byte(1) < 0x90) || (first == 0xF4 && byte(1) > 0x8F))
-      return 0;
-  }
-  return length;
-}
-
-// The 27 characters that Windows-1252 has where Latin-1 has control codes.
-constexpr char16_t kWindows1252[32] = {
-    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
-
-void append_windows1252(std::string& out, std::string_view bytes) {
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    append_utf8(out, byte >= 0x80 && byte < 0xA0 ? kWindows1252[byte - 0x80] : byte);
-  }
-}
-
-// Offset of the first byte that is not part of a whole character.
-std::size_t valid_length(std::string_view text) {
-  std::size_t i = 0;
-  while (i < text.size()) {
-    std::uint64_t eight = 0;
-    if (i + 8 <= text.size()) {
-      std::memcpy(&eight, text.data() + i, 8);
-      if ((eight & 0x8080808080808080u) == 0) {
-        i += 8;
-        continue;
-      }
-    }
-    const int length = character_length(text.substr(i));
-    if (length <= 0) return i;
-    i += static_cast<std::size_t>(length);
-  }
-  return i;
-}
-
-// Where `line` ends inside a character that the fold at `next` completes: its bytes there.
-std::size_t completion(std::string_view line, std::size_t valid, std::string_view next) {
-  if (next.empty() || (next[0] != ' ' && next[0] != '\t')) return 0;
-  const std::string_view tail = line.substr(valid);
-  if (tail.empty() || tail.size() > 3 || character_length(tail) != -1) return 0;
-  for (std::size_t more = 1; more <= 3 && more < next.size(); ++more) {
-    const std::string joined = std::string(tail) + std::string(next.substr(1, more));
-    if (character_length(joined) == static_cast<int>(joined.size())) return more;
-  }
-  return 0;
-}
-
 }  // namespace
-
-bool is_utf8(std::string_view text) { return valid_length(text) == text.size(); }
-
-int repair_encoding(std::string& text) {
-  int done = 0;
-  if (text.find('\0') != std::string::npos) {
-    std::erase(text, '\0');
-    done |= kHadNul;
-  }
-  if (is_utf8(text)) return done;
-  std::string good;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    std::string_view line(text.data() + at, end - at);
-    at = end + 1;
-    const std::size_t valid = valid_length(line);
-    const std::string_view next =
-        at < text.size() ? std::string_view(text).substr(at, 4) : std::string_view();
-    if (const std::size_t more = completion(line, valid, next)) {
-      good.append(line).append(next.substr(1, more)).append("\n");
-      // The moved bytes leave the next line: its fold mark goes where they end.
-      text[at + more] = next[0];
-      at += more;
-      continue;
-    }
-    if (valid == line.size()) {
-      good.append(line);
-    } else {
-      append_windows1252(good, line);
-      done |= kHadForeignBytes;
-    }
-    if (end < text.size()) good += '\n';
-  }
-  text = std::move(good);
-  return done;
-}
 
 void LineReader::append_utf16(std::string_view bytes) {
   odd_.append(bytes);

@@ -37,12 +37,4 @@ class LineReader {
   int number_ = 0;
 };
 
-// Makes the lines valid UTF-8: bytes that are not are read as Windows-1252, a character that a fold
-// cut in two is joined, NUL bytes are dropped. What it had to do: 0 nothing, else a set of these.
-inline constexpr int kHadNul = 1;
-inline constexpr int kHadForeignBytes = 2;
-int repair_encoding(std::string& text);
-
-bool is_utf8(std::string_view text);
-
 }  // namespace orvello

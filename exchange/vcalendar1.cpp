@@ -4,9 +4,10 @@
 #include <vector>
 
 #include "calendar/rule_text.h"
+#include "exchange/charset.h"
 #include "exchange/content_line.h"
 #include "exchange/date_values.h"
-#include "exchange/line_reader.h"
+#include "exchange/zone_names.h"
 
 namespace orvello {
 namespace {
@@ -23,8 +24,7 @@ std::string from_quoted_printable(std::string_view text) {
     const bool coded = text[i] == '=' && i + 2 < text.size() && hex_digit(text[i + 1]) >= 0 &&
                        hex_digit(text[i + 2]) >= 0;
     if (coded) {
-      const int byte = hex_digit(text[i + 1]) * 16 + hex_digit(text[i + 2]);
-      if (byte != 0) bytes += static_cast<char>(byte);
+      bytes += static_cast<char>(hex_digit(text[i + 1]) * 16 + hex_digit(text[i + 2]));
       i += 2;
     } else {
       bytes += text[i];
@@ -40,9 +40,10 @@ bool is_quoted_printable(const Property& property) {
 
 // Here only ";" and "\" are ever escaped.
 std::string plain_text(const Property& property) {
-  std::string text = is_quoted_printable(property) ? from_quoted_printable(property.value)
-                                                   : std::string(property.value);
-  repair_encoding(text);
+  std::string text(property.value);
+  if (is_quoted_printable(property))
+    text = text_from(from_quoted_printable(text), parameter(property, "CHARSET").value_or(""));
+  std::erase(text, '\0');
   std::string plain;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const bool escaped = text[i] == '\\' && i + 1 < text.size();
@@ -67,17 +68,23 @@ std::string date_value(std::string_view value) {
   return day_text(day->local + kSecondsPerDay) + "T000000" + std::string(value.substr(15));
 }
 
-std::string date_line(const std::string& name, std::string_view value) {
+// Local times are those of the property's own zone, else of the calendar's.
+std::string date_line(const std::string& name, const Property& property,
+                      const std::string& calendar_zone) {
   std::string line = name;
   std::string joined;
-  bool all_dates = true;
+  bool all_dates = true, all_local = true;
+  const std::string_view value = trimmed(property.value);
   for (const std::string_view one : split_values(value, ';')) {
     const std::string date = date_value(one);
     if (date.empty()) continue;
     all_dates = all_dates && date.size() == 8;
+    all_local = all_local && date.size() == 15;
     joined += (joined.empty() ? "" : ",") + date;
   }
+  const std::string zone = tzid_of(property).value_or(calendar_zone);
   if (all_dates && !joined.empty()) line += ";VALUE=DATE";
+  if (all_local && !joined.empty() && !zone.empty()) line += ";TZID=" + parameter_text(zone);
   return folded(line + ":" + joined);
 }
 
@@ -134,8 +141,8 @@ std::string categories(const Property& property) {
 
 class Converter {
  public:
-  Converter(std::string_view text, int line, ProblemList& problems)
-      : text_(text), line_(line), problems_(problems) {}
+  Converter(std::string_view text, int line, const std::string& zone, ProblemList& problems)
+      : text_(text), line_(line), zone_(zone), problems_(problems) {}
 
   std::string run() {
     std::string out;
@@ -164,9 +171,9 @@ class Converter {
     line = std::string(piece);
     Property property;
     const bool quoted = split_property(line, property) && is_quoted_printable(property);
-    while (quoted && line.ends_with('=') && next_line(text_, at_, piece)) {
+    while (quoted && trimmed(line).ends_with('=') && next_line(text_, at_, piece)) {
       ++lines_read_;
-      line.pop_back();
+      line.resize(line.rfind('='));  // blanks behind it come from the way
       line += piece;
     }
     while (!quoted && at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t')) {
@@ -183,8 +190,8 @@ class Converter {
       return std::string(property.name) + ":" + std::string(value) + "\r\n";
     for (const char* name : {"DTSTART", "DTEND", "EXDATE", "RDATE", "DUE", "COMPLETED",
                              "LAST-MODIFIED", "RECURRENCE-ID"})
-      if (property.named(name)) return date_line(name, value);
-    if (property.named("DCREATED")) return date_line("CREATED", value);
+      if (property.named(name)) return date_line(name, property, zone_);
+    if (property.named("DCREATED")) return date_line("CREATED", property, zone_);
     if (property.named("RRULE") || property.named("EXRULE")) {
       const std::string rule = rule_from_vcalendar1(value);
       // What cannot be read is kept, and complained of with the rest of the event.
@@ -208,6 +215,7 @@ class Converter {
 
   std::string_view text_;
   int line_;
+  const std::string& zone_;
   ProblemList& problems_;
   std::size_t at_ = 0;
   int lines_read_ = 0;
@@ -301,8 +309,8 @@ struct OldRule {
 }  // namespace
 
 std::string component_from_vcalendar1(std::string_view text, int first_line,
-                                      ProblemList& problems) {
-  return Converter(text, first_line, problems).run();
+                                      const std::string& zone, ProblemList& problems) {
+  return Converter(text, first_line, zone, problems).run();
 }
 
 std::string rule_from_vcalendar1(std::string_view rule) {

@@ -8,8 +8,10 @@
 
 namespace orvello {
 
-// A component in the words of iCalendar 2.0. Times without a Z stay local.
-std::string component_from_vcalendar1(std::string_view text, int first_line, ProblemList& problems);
+// A component in the words of iCalendar 2.0. Times without a Z and a TZID of their own are put into
+// that zone; without one they stay local.
+std::string component_from_vcalendar1(std::string_view text, int first_line,
+                                      const std::string& zone, ProblemList& problems);
 
 // A rule of the older grammar ("W1 MO TU #10", "MD1 15+ 20211231T000000") in the newer one; empty
 // when it cannot be read.

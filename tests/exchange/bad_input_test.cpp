@@ -1,6 +1,6 @@
 #include <random>
 
-#include "exchange/line_reader.h"
+#include "exchange/charset.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace orvello {
@@ -154,7 +154,7 @@ TEST_F(BadInputTest, EncodingsAndLineEnds) {
   }
   const auto latin = import_text(
       calendar(event("UID:l\r\nDTSTART:20260101T100000\r\nSUMMARY:Caf\xE9\r\nLOCATION:\x80\r\n")));
-  EXPECT_EQ(problems_of(latin), "4: text is not UTF-8; read as Windows-1252\n");
+  EXPECT_EQ(problems_of(latin), "8: text is not UTF-8; read as Windows-1252\n");
   EXPECT_EQ(store.of_uid("l")->fields.subject, u"Caf\u00e9");
   EXPECT_EQ(store.of_uid("l")->fields.location, u"\u20ac");
 }
