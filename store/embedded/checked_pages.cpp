@@ -24,12 +24,21 @@ struct CheckedFile {
   sqlite3_file base;
   int page_size;        // 0: pages are not checked
   bool empty;           // nothing is known of the page size yet
-  unsigned char* page;  // kLargestPage bytes for a page on its way
+  unsigned char* page;  // kLargestPage bytes, for a read of a part of one
+  // Of a journal, what an interrupted transaction is taken back from: SQLite looks at a sample of
+  // each page there, and the page would get a new checksum over what is wrong in it.
+  CheckedFile* database;
+  std::uint32_t number;  // of the page whose copy follows
   sqlite3_file* system() { return reinterpret_cast<sqlite3_file*>(this + 1); }
 };
 
 CheckedFile& checked(sqlite3_file* file) { return *reinterpret_cast<CheckedFile*>(file); }
 sqlite3_file* below(sqlite3_file* file) { return checked(file).system(); }
+
+std::uint32_t big_endian(const unsigned char* bytes) {
+  return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
+         static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+}
 
 int stored_page_size(const unsigned char* header) {
   const int size = header[kPageSizeAt] << 8 | header[kPageSizeAt + 1];
@@ -40,9 +49,11 @@ bool is_page_size(int bytes) {
   return bytes >= 512 && bytes <= kLargestPage && (bytes & (bytes - 1)) == 0;
 }
 
+// Once a file is checked it stays so: a header that says otherwise is damage.
 void learn(CheckedFile& file, const unsigned char* header) {
-  const int size = stored_page_size(header);
   file.empty = false;
+  if (file.page_size != 0) return;
+  const int size = stored_page_size(header);
   file.page_size = header[kReservedAt] == kCheckedBytes && is_page_size(size) ? size : 0;
 }
 
@@ -84,10 +95,11 @@ int write_file(sqlite3_file* handle, const void* bytes, int count, sqlite3_int64
   const bool checks = file.empty ? is_page_size(count) : count == file.page_size;
   if (!checks || offset % count != 0)
     return file.system()->pMethods->xWrite(file.system(), bytes, count, offset);
-  std::memcpy(file.page, in, static_cast<std::size_t>(count));
+  // Into SQLite's own page, so that the copy which a later transaction's journal takes of it is
+  // checked as well.
   const std::uint64_t sum = checksum_of(in, count, offset);
-  std::memcpy(file.page + count - kCheckedBytes, &sum, sizeof sum);
-  return file.system()->pMethods->xWrite(file.system(), file.page, count, offset);
+  std::memcpy(const_cast<unsigned char*>(in) + count - kCheckedBytes, &sum, sizeof sum);
+  return file.system()->pMethods->xWrite(file.system(), bytes, count, offset);
 }
 
 int close_file(sqlite3_file* file) {
@@ -120,44 +132,63 @@ int characteristics(sqlite3_file* file) {
   return below(file)->pMethods->xDeviceCharacteristics(below(file));
 }
 
+int read_journal(sqlite3_file* handle, void* bytes, int count, sqlite3_int64 offset) {
+  CheckedFile& journal = checked(handle);
+  const int result = journal.system()->pMethods->xRead(journal.system(), bytes, count, offset);
+  if (result != SQLITE_OK) return result;
+  const auto* in = static_cast<const unsigned char*>(bytes);
+  if (count == 4) journal.number = big_endian(in);
+  const int size = journal.database->page_size;
+  if (size == 0 || count != size) return SQLITE_OK;
+  return page_is_good(in, size, (sqlite3_int64{journal.number} - 1) * size) ? SQLITE_OK
+                                                                            : SQLITE_IOERR_DATA;
+}
+int write_journal(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 offset) {
+  return below(file)->pMethods->xWrite(below(file), bytes, count, offset);
+}
+
 // The first version of the methods has no memory mapping and no shared memory: every page comes
 // through here, and there is no write-ahead log whose pages would not.
-constexpr sqlite3_io_methods kMethods = {1,
-                                         close_file,
-                                         read_file,
-                                         write_file,
-                                         truncate_file,
-                                         sync_file,
-                                         size_of_file,
-                                         lock_file,
-                                         unlock_file,
-                                         look_at_lock,
-                                         control_file,
-                                         sector_size,
-                                         characteristics,
-                                         nullptr,
-                                         nullptr,
-                                         nullptr,
-                                         nullptr,
-                                         nullptr,
-                                         nullptr};
+constexpr sqlite3_io_methods methods(decltype(&read_file) read, decltype(&write_file) write) {
+  sqlite3_io_methods methods = {};
+  methods.iVersion = 1;
+  methods.xClose = close_file;
+  methods.xRead = read;
+  methods.xWrite = write;
+  methods.xTruncate = truncate_file;
+  methods.xSync = sync_file;
+  methods.xFileSize = size_of_file;
+  methods.xLock = lock_file;
+  methods.xUnlock = unlock_file;
+  methods.xCheckReservedLock = look_at_lock;
+  methods.xFileControl = control_file;
+  methods.xSectorSize = sector_size;
+  methods.xDeviceCharacteristics = characteristics;
+  return methods;
+}
+constexpr sqlite3_io_methods kFileMethods = methods(read_file, write_file);
+constexpr sqlite3_io_methods kJournalMethods = methods(read_journal, write_journal);
 
 int open_file(sqlite3_vfs*, const char* name, sqlite3_file* handle, int flags, int* out_flags) {
   sqlite3_vfs* system = system_files();
-  // Journals and scratch files are the system's alone.
-  if (!(flags & SQLITE_OPEN_MAIN_DB)) return system->xOpen(system, name, handle, flags, out_flags);
+  const bool is_database = flags & SQLITE_OPEN_MAIN_DB,
+             is_journal = flags & SQLITE_OPEN_MAIN_JOURNAL;
+  // Scratch files are the system's alone.
+  if (!is_database && !is_journal) return system->xOpen(system, name, handle, flags, out_flags);
   auto* file = new (handle) CheckedFile{};
-  const int result = system->xOpen(system, name, file->system(), flags, out_flags);
-  if (result != SQLITE_OK) return result;
+  if (const int result = system->xOpen(system, name, file->system(), flags, out_flags);
+      result != SQLITE_OK)
+    return result;
+  file->base.pMethods = is_database ? &kFileMethods : &kJournalMethods;
+  if (is_journal) {
+    file->database = &checked(sqlite3_database_file_object(name));
+    return SQLITE_OK;
+  }
   file->page = new (std::nothrow) unsigned char[kLargestPage];
   sqlite3_int64 size = 0;
-  if (!file->page || file->system()->pMethods->xFileSize(file->system(), &size) != SQLITE_OK) {
-    file->system()->pMethods->xClose(file->system());
-    delete[] file->page;
-    return file->page ? SQLITE_IOERR : SQLITE_NOMEM;
-  }
+  if (!file->page) return SQLITE_NOMEM;  // whoever opened closes
+  if (size_of_file(handle, &size) != SQLITE_OK) return SQLITE_IOERR_FSTAT;
   file->empty = size == 0;
-  file->base.pMethods = &kMethods;
   return SQLITE_OK;
 }
 

@@ -1,83 +1,26 @@
 #include "store/embedded/embedded_database.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <thread>
 
-#include "store/embedded/embedded_schema.h"
+#include "store/embedded/calendar_file.h"
+#include "store/embedded/checked_pages.h"
 
 namespace orvello {
-namespace {
-
-constexpr std::size_t kHeaderSize = 100;
-
-std::uint32_t big_endian(const unsigned char* bytes) {
-  return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
-         static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
-}
-
-// Looks at the file's own words before SQLite does, since that might recover or rewrite a file that
-// is none of ours. Empty: the file may be opened.
-std::string fault_in_header(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) return path + ": " + std::strerror(errno) + ".";
-  unsigned char header[kHeaderSize] = {};
-  const auto length = ::pread(file, header, sizeof header, 0);
-  struct stat status = {};
-  ::fstat(file, &status);
-  ::close(file);
-  if (!S_ISREG(status.st_mode)) return path + " is not a file.";
-  if (length == 0) return "";  // created, and nothing more
-  if (length < static_cast<ssize_t>(kHeaderSize) || std::memcmp(header, "SQLite format 3", 16) != 0)
-    return path + " is not an Orvello calendar, or it is damaged.";
-  const auto application = big_endian(header + 68);
-  const auto format = big_endian(header + 60);
-  if (application != kApplicationId) return path + " is not an Orvello calendar.";
-  if (format > kFormat)
-    return path + " was written by a newer version of Orvello (format " + std::to_string(format) +
-           "; this version reads format " + std::to_string(kFormat) + ").";
-  // A rollback journal may still hold what the file lacks.
-  struct stat journal = {};
-  const bool has_journal = ::stat((path + "-journal").c_str(), &journal) == 0;
-  if (has_journal && !S_ISREG(journal.st_mode)) return path + "-journal is not a file.";
-  if (has_journal && journal.st_size > 0) return "";
-  const std::uint32_t stored = big_endian(header + 16) >> 16;
-  const std::int64_t page = stored == 1 ? 65536 : stored;
-  if (static_cast<std::int64_t>(big_endian(header + 28)) * page > status.st_size)
-    return path + " is damaged: its end is missing.";
-  return "";
-}
-
-// A missing file is made here, so that nobody else can read it from its first moment.
-std::string make_file(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  if (file >= 0) ::close(file);
-  if (file >= 0 || errno == EEXIST) return "";
-  const int why = errno;
-  struct stat status = {};
-  if (::stat(path.c_str(), &status) == 0) return "";  // on a medium that cannot be written
-  return path + " cannot be created: " + std::strerror(why) + ".";
-}
-
-}  // namespace
 
 Result<std::unique_ptr<EmbeddedDatabase>> EmbeddedDatabase::open(const std::string& path,
                                                                  Mode mode) {
   using Opened = Result<std::unique_ptr<EmbeddedDatabase>>;
-  if (mode == Mode::read_write)
-    if (auto fault = make_file(path); !fault.empty()) return Opened::failure(fault);
-  if (auto fault = fault_in_header(path); !fault.empty()) return Opened::failure(fault);
+  const bool writes = mode == Mode::read_write;
+  auto fault = writes ? make_calendar_file_ready(path) : fault_in_calendar_file(path);
+  if (!fault.empty()) return Opened::failure(std::move(fault));
   sqlite3* db = nullptr;
-  const int flags = mode == Mode::read_write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
-  const int result = sqlite3_open_v2(path.c_str(), &db, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+  const int flags = writes ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
+  const int result =
+      sqlite3_open_v2(path.c_str(), &db, flags | SQLITE_OPEN_NOMUTEX, checked_pages());
   std::unique_ptr<EmbeddedDatabase> opened(new EmbeddedDatabase(db, path));
   if (result != SQLITE_OK) opened->note_failure();
-  if (result != SQLITE_OK || !opened->set_up(mode)) return Opened::failure(opened->reason());
+  if (result != SQLITE_OK || !opened->set_up()) return Opened::failure(opened->reason());
   return opened;
 }
 
@@ -98,21 +41,15 @@ int EmbeddedDatabase::wait_for_lock(void* self, int tries) {
 
 // A rollback journal rather than a write-ahead log: the calendar stays one file that can be copied,
 // and nothing is left beside it.
-bool EmbeddedDatabase::set_up(Mode mode) {
+bool EmbeddedDatabase::set_up() {
   sqlite3_extended_result_codes(db_, 1);
   sqlite3_busy_handler(db_, wait_for_lock, this);
   const char* settings =
       "PRAGMA trusted_schema = OFF; PRAGMA synchronous = EXTRA; PRAGMA cache_size = -65536;"
-      "PRAGMA temp_store = MEMORY;";
+      "PRAGMA temp_store = MEMORY; PRAGMA secure_delete = ON;";
   if (sqlite3_exec(db_, settings, nullptr, nullptr, nullptr) != SQLITE_OK)
     return note_failure(), false;
   std::int64_t number = 0;
-  if (!number_of("PRAGMA user_version", number)) return false;
-  if (number == 0) {
-    if (mode == Mode::read_write) return create_schema();
-    note_damage("it holds nothing");
-    return false;
-  }
   // Reads the schema, and with it finds a damaged one.
   if (!number_of("SELECT count(*) FROM sqlite_schema WHERE name = 'items_series'", number))
     return false;
@@ -122,23 +59,6 @@ bool EmbeddedDatabase::set_up(Mode mode) {
 
 bool EmbeddedDatabase::number_of(const char* sql, std::int64_t& number) {
   return use(sql)->each([&](Statement& row) { number = row.number(0); });
-}
-
-bool EmbeddedDatabase::create_schema() {
-  if (!run("BEGIN IMMEDIATE")) return false;
-  std::int64_t version = 0;
-  const bool known = number_of("PRAGMA user_version", version);
-  if (known && version != 0) return run("COMMIT");  // another process was faster
-  const std::string sql = std::string(kSchema) +
-                          "PRAGMA application_id = " + std::to_string(kApplicationId) +
-                          "; PRAGMA user_version = " + std::to_string(kFormat) + ";";
-  if (known && sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
-    note_failure();
-  else if (known && run("COMMIT"))
-    return true;
-  const std::string why = failure_;
-  if (in_transaction() && !run("ROLLBACK")) failure_ = why;
-  return false;
 }
 
 StatementUse EmbeddedDatabase::use(const char* sql) {
@@ -170,6 +90,7 @@ void EmbeddedDatabase::note_failure() {
       failure_ = path_ + " is in use by another program.";
       break;
     case SQLITE_IOERR:
+      if (failure_code_ == SQLITE_IOERR_DATA) return note_damage("a page is not as it was written");
       failure_ = path_ + " cannot be read or written: the disk fails or is full.";
       break;
     case SQLITE_READONLY:

@@ -55,8 +55,7 @@ class EmbeddedDatabase {
 
  private:
   EmbeddedDatabase(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
-  bool set_up(Mode mode);
-  bool create_schema();
+  bool set_up();
   bool number_of(const char* pragma, std::int64_t& number);
   static int wait_for_lock(void* self, int tries);
 

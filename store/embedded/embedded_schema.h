@@ -1,10 +1,13 @@
 // The tables of the embedded store's file.
 #pragma once
 
+#include <string>
+
 namespace orvello {
 
 inline constexpr int kApplicationId = 0x4F72766C;  // "Orvl"
-inline constexpr int kFormat = 1;
+inline constexpr int kFormat = 2;
+inline constexpr int kFormatWithoutChecksums = 1;  // else the same
 
 // Times are seconds since 30 December 1899 in the row's own zone; days are whole days of the same.
 //
@@ -108,5 +111,11 @@ CREATE TABLE changes (
   kind INTEGER NOT NULL
 );
 )sql";
+
+// What the header says of a file with these tables.
+inline std::string format_mark() {
+  return "PRAGMA application_id = " + std::to_string(kApplicationId) +
+         "; PRAGMA user_version = " + std::to_string(kFormat) + ";";
+}
 
 }  // namespace orvello

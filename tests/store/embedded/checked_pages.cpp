@@ -101,6 +101,12 @@ TEST_F(CheckedPages, WhatAnInterruptedTransactionLeftIsRestoredWithItsChecksums)
   std::ofstream(path + "-journal", std::ios::binary) << journal;
   EXPECT_EQ(read_all(checked_pages()), SQLITE_OK);
   EXPECT_EQ(contents(), sound);
+
+  // A bit of a page's copy: beside the bytes that SQLite samples, and beside its header's sector.
+  journal[512 + 4 + 57] ^= 1;
+  write(half);
+  std::ofstream(path + "-journal", std::ios::binary) << journal;
+  EXPECT_EQ(read_all(checked_pages()), SQLITE_IOERR_DATA);
 }
 
 TEST_F(CheckedPages, AFileWithoutThemStaysAsItIs) {
