@@ -40,7 +40,7 @@ void DayView::open_editor(std::int32_t oid) {
 void DayView::take_source(bool cut) {
   const std::int32_t oid = selected_oid();
   if (oid == 0) return;
-  c_.source = {cut ? 0 : oid, cut ? oid : 0, c_.state.current};
+  c_.source = {cut ? 0 : oid, cut ? oid : 0, selected_start(), c_.state.current};
 }
 
 void DayView::paste() {
@@ -51,10 +51,9 @@ void DayView::paste() {
     return;
   }
   const bool move = source.cut != 0;
-  const std::int32_t from = WholeDayNumber(source.day.month, source.day.day, source.day.year);
   c_.host.window.show_wait_cursor();
-  const bool done = copy_or_move(c_.session, c_.host.boxes, move ? source.cut : source.copied, from,
-                                 shown_day(), move);
+  const bool done = copy_or_move(c_.session, c_.host.boxes, move ? source.cut : source.copied,
+                                 source.start, shown_day(), move);
   c_.host.window.hide_wait_cursor();
   // What could not be moved can be tried again.
   if (move && done) source.cut = 0;
@@ -87,13 +86,14 @@ int DayView::ask_delete(std::int32_t oid) {
 
 void DayView::delete_selected() {
   const std::int32_t oid = selected_oid();
+  const CalendarDate start = selected_start();  // before the list may change under the question
   if (oid == 0) return;
   const int answer = ask_delete(oid);
   focus_list();
   bool reconnect = false;
   if (answer != DeleteProcedure::kCancel) {
     c_.host.window.show_wait_cursor();
-    reconnect = delete_appointment(c_.session, c_.host.boxes, oid, answer, shown_day());
+    reconnect = delete_appointment(c_.session, c_.host.boxes, oid, answer, start);
     c_.host.window.hide_wait_cursor();
   }
   c_.commands.appointments_changed(reconnect);

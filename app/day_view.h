@@ -34,7 +34,8 @@ class ViewCommands {
 struct PasteSource {
   std::int32_t copied = 0;
   std::int32_t cut = 0;
-  MonthDayYear day;  // shown when it was chosen
+  CalendarDate start = kNoDate;  // of the row
+  MonthDayYear day;              // shown when it was chosen
   bool any() const { return copied != 0 || cut != 0; }
 };
 
@@ -100,6 +101,7 @@ class DayView : public DialogProcedure {
   // Row commands.
   void run_command(std::uint32_t command);
   std::int32_t selected_oid() const;  // 0 without an appointment
+  CalendarDate selected_start() const;
   void take_source(bool cut);
   void paste();
   void beam();

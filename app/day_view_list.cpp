@@ -108,6 +108,10 @@ std::int32_t DayView::selected_oid() const {
   return std::max(agenda_.rows[static_cast<std::size_t>(row_)].oid, 0);
 }
 
+CalendarDate DayView::selected_start() const {
+  return selected_oid() == 0 ? kNoDate : agenda_.rows[static_cast<std::size_t>(row_)].start;
+}
+
 void DayView::list_key(const DialogEvent& event) {
   switch (event.key) {
     case kKeyLeft:
@@ -188,7 +192,7 @@ void DayView::open_notes(int row) {
   ReportList* list = dialog_->report(kControlDayList);
   if (shown.oid <= 0 || !list) return;
   const ScreenLayout& screen = c_.state.layout;
-  const Text notes = notes_text(c_.session, c_.host.boxes, shown.oid, shown_day());
+  const Text notes = notes_text(c_.session, c_.host.boxes, shown.oid, shown.start);
   Rect place = list->row_place(row);  // grows over all the appointment's rows
   for (const int one : rows_of_appointment(agenda_, row)) {
     const Rect part = list->row_place(one);

@@ -22,6 +22,9 @@ template <typename Visit>
   return each_item(*items, restriction, visit);
 }
 
+// A row for many occurrences stands for none of them.
+CalendarDate row_start(const StoreItem& item) { return item.many == 0 ? item.start : kNoDate; }
+
 class AgendaBuilder {
  public:
   AgendaBuilder(std::int32_t day, const SettingsRecord& settings, const ProfileFilter& passes)
@@ -79,12 +82,13 @@ class AgendaBuilder {
     if (settings_.categoryiconflag == 1) row.icons += u'c';
     row.subject = shown_subject(item);
     row.oid = summary.oid;
-    row.start = item.start;
+    row.start = row_start(item);
     row.first_category = category;
     add_row(std::move(row), end, color);
     if (settings_.showlocation != 1 || summary.location.empty()) return;
-    add_row({{}, u" ", location_label(summary.location), summary.oid, category, true, item.start},
-            end, color);
+    add_row(
+        {{}, u" ", location_label(summary.location), summary.oid, category, true, row_start(item)},
+        end, color);
   }
 
   void add_row(DayRow row, CalendarDate end, Color color) {
@@ -126,7 +130,7 @@ std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, std::in
   std::vector<CompactRow> rows;
   const bool whole = visit_candidates(items, day, [&](const StoreItem& item) {
     if (touches_day(item, day) && passes(item.summary->categories))
-      rows.push_back({day_label(item, day, clock24), shown_subject(item), 0, item.start});
+      rows.push_back({day_label(item, day, clock24), shown_subject(item), 0, row_start(item)});
   });
   if (!whole) return std::nullopt;
   if (rows.empty()) rows.push_back({Text(kNothing), {}, -1});

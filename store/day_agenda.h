@@ -19,10 +19,12 @@ struct DayRow {
   Text time;
   Text icons;  // "n" notes, "r" reminder, "c" category; " " on a location row
   Text subject;
-  std::int32_t oid = -1;         // -1 on the row that says there is nothing
-  Text first_category;           // "(None)" for an appointment without categories
-  bool continues = false;        // a location row, which goes on with the appointment above
-  CalendarDate start = kNoDate;  // of the occurrence, which it tells from others of its series
+  std::int32_t oid = -1;   // -1 on the row that says there is nothing
+  Text first_category;     // "(None)" for an appointment without categories
+  bool continues = false;  // a location row, which goes on with the appointment above
+  // Of the occurrence, which it tells from others of its series; kNoDate on a row that stands for
+  // many of them.
+  CalendarDate start = kNoDate;
   friend bool operator==(const DayRow&, const DayRow&) = default;
 };
 

@@ -3,13 +3,14 @@
 #include <cmath>
 #include <optional>
 
-#include "store/day_label.h"
-
 namespace orvello {
 namespace {
 
 constexpr TextView kError = u"Error";
 constexpr TextView kNotObtained = u"Failure to Obtain Appointment Item";
+constexpr TextView kNotRead = u"The appointment cannot be read.";
+constexpr TextView kGone = u"This appointment is not there any more.";
+constexpr TextView kSeveral = u"This row stands for several appointments.";
 
 bool on_day(CalendarDate date, CalendarDate other) { return std::trunc(date) == std::trunc(other); }
 
@@ -19,23 +20,23 @@ AppointmentFields fields_of(const Appointment& item) {
   return fields;
 }
 
-// The start of the item's occurrence in the day's list; of several, the first that begins on the
-// day, else the one that began last.
-std::optional<CalendarDate> listed_start(StoreSession& session, std::int32_t oid,
-                                         std::int32_t day) {
-  const auto items = session.CalendarItems();
-  if (!items) return std::nullopt;
-  const auto midnight = static_cast<double>(day);
-  items->set_include_recurrences(true);
-  items->sort(u"[Start]", false);
-  std::optional<CalendarDate> start;
-  const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f", midnight, midnight);
-  for (auto item = items->find(restriction); item; item = items->find_next()) {
-    if (item->summary->oid != oid || !touches_day(*item, day)) continue;
-    start = item->start;
-    if (on_day(item->start, midnight)) break;
-  }
-  return start;
+void tell_failure(const StoreSession& session, MessageBoxes& boxes, TextView text) {
+  boxes.beep();
+  boxes.show(with_reason(session, text), kError);
+}
+
+// The item itself, or the occurrence of its row, which `occurrence` keeps. Null after saying why.
+Appointment* touched_one(StoreSession& session, MessageBoxes& boxes, Appointment& item,
+                         CalendarDate start, std::unique_ptr<Appointment>& occurrence) {
+  if (!item.is_recurring()) return &item;
+  OccurrenceError error = OccurrenceError::none;
+  occurrence = find_listed_occurrence(item, start, error);
+  if (!occurrence)
+    tell_failure(session, boxes,
+                 error == OccurrenceError::unreadable         ? kNotRead
+                 : error == OccurrenceError::invalid_argument ? kSeveral
+                                                              : kGone);
+  return occurrence.get();
 }
 
 }  // namespace
@@ -43,7 +44,8 @@ std::optional<CalendarDate> listed_start(StoreSession& session, std::int32_t oid
 bool isApptRecurring(StoreSession& session, MessageBoxes& boxes, std::int32_t oid) {
   if (oid == 0) return false;
   const auto item = session.ItemFromOid(oid);
-  if (!item) boxes.show(u"isApptRecurring() failed!", kError, BoxIcon::warning);
+  if (!item)
+    boxes.show(with_reason(session, u"isApptRecurring() failed!"), kError, BoxIcon::warning);
   return item && item->is_recurring();
 }
 
@@ -73,73 +75,63 @@ std::unique_ptr<Appointment> find_occurrence(Appointment& item, StorePattern& pa
   return found;
 }
 
-std::unique_ptr<Appointment> find_shown_occurrence(StoreSession& session, MessageBoxes& boxes,
-                                                   Appointment& item, std::int32_t day) {
+std::unique_ptr<Appointment> find_listed_occurrence(Appointment& item, CalendarDate start,
+                                                    OccurrenceError& error) {
+  error = OccurrenceError::unreadable;
   const auto pattern = item.pattern();
   if (!pattern) return nullptr;
-  const CalendarDate start = fields_of(item).start;
-  CalendarDate moment = day + (start - std::trunc(start));
-  find_exception_date(*pattern, boxes, moment);
-  OccurrenceError error = OccurrenceError::none;
-  if (auto found = pattern->occurrence(moment, error)) return found;
-  // No occurrence begins then. Stepping back a fixed number of days could meet an earlier one that
-  // was over before this day, and delete what nobody sees here; the day's list knows the start of
-  // the one it shows, also of a moved one and of one that has been running for weeks.
-  const auto listed = listed_start(session, item.oid(), day);
-  return listed ? pattern->occurrence(*listed, error) : nullptr;
+  auto found = pattern->occurrence(start, error);
+  if (!found || to_seconds(fields_of(*found).start) == to_seconds(start)) return found;
+  error = OccurrenceError::not_found;
+  return nullptr;
+}
+
+Text with_reason(const StoreSession& session, TextView text) {
+  Text whole(text);
+  if (const Text reason = session.problem(); !reason.empty()) whole += u"\n" + reason;
+  return whole;
 }
 
 bool delete_appointment(StoreSession& session, MessageBoxes& boxes, std::int32_t oid, int mode,
-                        std::int32_t selected_day) {
+                        CalendarDate start) {
   constexpr int kSeries = 3;
   auto item = session.ItemFromOid(oid);
   if (!item) {
-    boxes.show(kNotObtained, kError);
-    if (session.logged_on()) session.Close();
+    boxes.show(with_reason(session, kNotObtained), kError);
+    session.Close();
     return true;
   }
   std::unique_ptr<Appointment> occurrence;
-  Appointment* doomed = item.get();
-  if (item->is_recurring() && mode != kSeries) {
-    occurrence = find_shown_occurrence(session, boxes, *item, selected_day);
-    doomed = occurrence.get();
-  }
-  if (!doomed || !doomed->remove()) boxes.beep();
+  Appointment* const doomed =
+      mode == kSeries ? item.get() : touched_one(session, boxes, *item, start, occurrence);
+  if (doomed && !doomed->remove())
+    tell_failure(session, boxes, u"The appointment was not deleted.");
   return false;
 }
 
 bool copy_or_move(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
-                  std::int32_t source_day, std::int32_t target_day, bool move) {
+                  CalendarDate source_start, std::int32_t target_day, bool move) {
   auto item = session.ItemFromOid(oid);
   if (!item) {
-    boxes.show(kNotObtained, kError);
+    boxes.show(with_reason(session, kNotObtained), kError);
     return false;
   }
   std::unique_ptr<Appointment> occurrence;
-  Appointment* source = item.get();
-  if (item->is_recurring()) {
-    occurrence = find_shown_occurrence(session, boxes, *item, source_day);
-    source = occurrence.get();
-  }
-  auto copy = source ? source->copy() : nullptr;
-  if (!copy) {
-    boxes.beep();
-    return false;
-  }
+  Appointment* const source = touched_one(session, boxes, *item, source_start, occurrence);
+  if (!source) return false;
+  const auto copy = source->copy();
   AppointmentFields fields = fields_of(*copy);
-  const CalendarDate shift = target_day - std::trunc(fields.start);
+  const CalendarDate shift = target_day - whole_day(fields.start);
   fields.start += shift;
   fields.end += shift;
   copy->write(fields);
-  if (!copy->save()) {
-    boxes.beep();  // and the source stays where it is
-    return false;
-  }
-  if (!move || source->remove()) return true;
   // Half a move would leave the appointment on both days.
-  copy->remove();
-  boxes.beep();
-  return false;
+  const bool done =
+      session.app()->all_or_nothing([&] { return copy->save() && (!move || source->remove()); });
+  if (!done)
+    tell_failure(session, boxes,
+                 move ? u"The appointment was not moved." : u"The appointment was not copied.");
+  return done;
 }
 
 }  // namespace orvello

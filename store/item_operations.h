@@ -1,6 +1,6 @@
 // What is done to one appointment: finding the occurrence that is meant, deleting, copying, moving.
-// The item is fetched by its id, and nothing obtained outlives a call. Failures are shown, or heard
-// as a beep where there is nothing to say.
+// The item is fetched by its id, and nothing obtained outlives a call. What fails is said in a box,
+// with the store's reason on a line of its own, and heard as a beep where a person knows that.
 #pragma once
 
 #include <memory>
@@ -18,25 +18,32 @@ bool isApptRecurring(StoreSession& session, MessageBoxes& boxes, std::int32_t oi
 bool find_exception_date(StorePattern& pattern, MessageBoxes& boxes, CalendarDate& moment);
 
 // The occurrence at that moment, or at the same time of one of the days before, from which a long
-// one may still run. Null without one; `last` is then why.
+// one may still run. Null without one; `last` is then why. For who knows only a day: what a person
+// touched is found by its start alone.
 std::unique_ptr<Appointment> find_occurrence(Appointment& item, StorePattern& pattern,
                                              CalendarDate moment, OccurrenceError& last);
 
-// The occurrence that the lists show on the day: one that touches it, however it was moved and
-// however long it has been running. Null without one.
-std::unique_ptr<Appointment> find_shown_occurrence(StoreSession& session, MessageBoxes& boxes,
-                                                   Appointment& item, std::int32_t day);
+// The occurrence that starts exactly then, as its row in a list says: never another one of the same
+// day, which might be there after a change. Null without one; `error` is then why.
+std::unique_ptr<Appointment> find_listed_occurrence(Appointment& item, CalendarDate start,
+                                                    OccurrenceError& error);
+
+// `start` is that of the row (kNoDate when unknown) and tells the occurrences of a series apart; an
+// item that does not recur is known by its id alone.
 
 // Modes as the delete confirmation answers: 3 deletes a whole series, every other one the
-// occurrence shown on the day; an item that does not recur goes in any mode. True when the item
-// could not be fetched and the session has been closed: it must be opened again.
+// occurrence; an item that does not recur goes in any mode. True when the item could not be fetched
+// and the session has been closed: it must be opened again.
 bool delete_appointment(StoreSession& session, MessageBoxes& boxes, std::int32_t oid, int mode,
-                        std::int32_t selected_day);
+                        CalendarDate start);
 
-// Puts a copy of the item, or of its occurrence shown on the source day, on the target day; it
-// keeps its time of day and everything else but the recurrence. Moving deletes the source once the
-// copy is saved. False when nothing was changed.
+// Puts a copy of the item, or of its occurrence, on the target day; it keeps its time of day and
+// everything else but the recurrence. Moving deletes the source in the same transaction. False when
+// nothing was changed.
 bool copy_or_move(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
-                  std::int32_t source_day, std::int32_t target_day, bool move);
+                  CalendarDate source_start, std::int32_t target_day, bool move);
+
+// The fixed text of a box, with the reason for the last failure below it where the store knows one.
+Text with_reason(const StoreSession& session, TextView text);
 
 }  // namespace orvello

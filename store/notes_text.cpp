@@ -1,7 +1,7 @@
 #include "store/notes_text.h"
 
 #include <algorithm>
-#include <cmath>
+#include <optional>
 
 #include "store/item_operations.h"
 
@@ -17,32 +17,35 @@ Text body_of(const Appointment& item) {
   return fields.body;
 }
 
-Text occurrence_body(Appointment& item, MessageBoxes& boxes, std::int32_t day) {
-  const auto pattern = item.pattern();
-  if (!pattern) {
-    boxes.show(u"Failed to GetRecurrencePattern", kError, BoxIcon::none, BoxButtons::ok, true);
-    return {};
-  }
-  AppointmentFields fields;
-  item.read(fields);
-  CalendarDate moment = day + (fields.start - std::trunc(fields.start));
-  find_exception_date(*pattern, boxes, moment);
+// Nothing after saying why.
+std::optional<Text> occurrence_body(StoreSession& session, Appointment& item, MessageBoxes& boxes,
+                                    CalendarDate start) {
   OccurrenceError error = OccurrenceError::none;
-  const auto occurrence = find_occurrence(item, *pattern, moment, error);
-  if (occurrence) return body_of(*occurrence);
-  boxes.show(error == OccurrenceError::invalid_argument ? u"Failed getOccurrence: Invalid Arg"
-                                                        : u"Failed getOccurrence",
-             kError);
-  return {};
+  if (const auto occurrence = find_listed_occurrence(item, start, error))
+    return body_of(*occurrence);
+  if (error == OccurrenceError::unreadable)
+    boxes.show(with_reason(session, u"Failed to GetRecurrencePattern"), kError, BoxIcon::none,
+               BoxButtons::ok, true);
+  else
+    boxes.show(error == OccurrenceError::invalid_argument ? u"Failed getOccurrence: Invalid Arg"
+                                                          : u"Failed getOccurrence",
+               kError);
+  return error == OccurrenceError::unreadable ? std::nullopt : std::optional(Text());
 }
 
 }  // namespace
 
-Text notes_text(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
-                std::int32_t shown_day) {
+Text notes_text(StoreSession& session, MessageBoxes& boxes, std::int32_t oid, CalendarDate start) {
   const auto item = session.ItemFromOid(oid);
-  if (!item) return {};
-  Text notes = item->is_recurring() ? occurrence_body(*item, boxes, shown_day) : body_of(*item);
+  if (!item) {
+    if (!session.problem().empty())
+      boxes.show(with_reason(session, u"Failure to Obtain Appointment Item"), kError);
+    return {};
+  }
+  const auto body =
+      item->is_recurring() ? occurrence_body(session, *item, boxes, start) : body_of(*item);
+  if (!body) return {};
+  Text notes = *body;
   // Half a character at the end is no matter: a text of this length is cut again below.
   notes.resize(std::min(notes.size(), kLongest));
   while (notes.size() > 1 && TextView(u" \r\n").find(notes.back()) != TextView::npos)

@@ -6,9 +6,9 @@
 
 namespace orvello {
 
-// The notes of the appointment, of a recurring one those of the occurrence shown on the day; at
-// most 599 characters, "(No Notes)" without any. Empty when the appointment cannot be fetched.
-Text notes_text(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
-                std::int32_t shown_day);
+// The notes of the appointment, of a recurring one those of the occurrence that starts then (see
+// DayRow::start); at most 599 characters, "(No Notes)" without any. Empty when they cannot be read,
+// which is said.
+Text notes_text(StoreSession& session, MessageBoxes& boxes, std::int32_t oid, CalendarDate start);
 
 }  // namespace orvello

@@ -4,13 +4,15 @@ namespace orvello {
 
 // Objects go before the store that made them, whatever was left open.
 StoreSession::~StoreSession() {
-  if (notify_app_) CloseNotify();
-  if (logged_on_) Close();
+  CloseNotify();
+  Close();
+  if (initialized_) store_.uninitialize();
 }
 
 bool StoreSession::Open(StoreListener* listener) {
   if (logged_on_) return true;
-  if (!store_.initialize()) {
+  initialized_ = initialized_ || store_.initialize();
+  if (!initialized_) {
     show_error(u"Error in call to CoInitializeEx", u"Error");
     return false;
   }
@@ -31,11 +33,13 @@ bool StoreSession::Open(StoreListener* listener) {
 }
 
 void StoreSession::Close() {
+  if (!logged_on_) return;
   logged_on_ = false;
   calendar_folder_.reset();
   if (app_) app_->logoff();
   app_.reset();
   store_.uninitialize();
+  initialized_ = false;
 }
 
 bool StoreSession::create_application() {
@@ -71,8 +75,8 @@ bool StoreSession::register_server() {
 // The reason, where the store knows one, stands on a line of its own below the fixed text.
 void StoreSession::show_error(TextView text, TextView caption) {
   Text message(text);
-  if (const Text reason = app_ ? app_->problem() : Text(); !reason.empty())
-    message += u"\n" + reason;
+  problem_ = app_ ? app_->problem() : Text();
+  if (!problem_.empty()) message += u"\n" + problem_;
   boxes_.show(message, caption);
 }
 
@@ -99,7 +103,8 @@ std::unique_ptr<StoreFolder> StoreSession::folder(int number) {
 
 bool StoreSession::OpenNotify(StoreListener* listener) {
   if (notify_app_) return true;
-  if (!store_.initialize()) return false;
+  notify_initialized_ = notify_initialized_ || store_.initialize();
+  if (!notify_initialized_) return false;
   notify_app_ = store_.create_application(true);
   if (!notify_app_) return false;
   if (!notify_app_->logon(listener)) {
@@ -115,7 +120,8 @@ bool StoreSession::OpenNotify(StoreListener* listener) {
 void StoreSession::CloseNotify() {
   if (notify_app_) notify_app_->logoff();
   notify_app_.reset();
-  store_.uninitialize();
+  if (notify_initialized_) store_.uninitialize();
+  notify_initialized_ = false;
 }
 
 }  // namespace orvello

@@ -18,13 +18,18 @@ class StoreSession {
 
   // Does nothing but succeed while the session is open. `listener` is told of changes.
   bool Open(StoreListener* listener);
-  void Close();
+  void Close();  // does nothing while closed
   bool logged_on() const { return logged_on_; }
 
   std::unique_ptr<StoreItems> CalendarItems();  // null while closed
   std::unique_ptr<Appointment> ItemFromOid(std::int32_t oid);
   std::unique_ptr<Appointment> CreateAppointment();
   bool BeamToInfrared(Appointment& item);
+
+  // Why the last call failed, or the session could not be opened; empty when unknown.
+  Text problem() const { return app_ ? app_->problem() : problem_; }
+  // Whether another program holds the store, so that the same may work soon.
+  bool busy() const { return app_ && app_->busy(); }
 
   StoreApplication* app() { return app_.get(); }
   StoreFolder* calendar_folder() { return calendar_folder_.get(); }
@@ -45,7 +50,12 @@ class StoreSession {
   std::unique_ptr<StoreApplication> app_;
   std::unique_ptr<StoreFolder> calendar_folder_;
   std::unique_ptr<StoreApplication> notify_app_;
+  Text problem_;  // of a session that is not open
   bool logged_on_ = false;
+  // A step that fails after the thread was made ready leaves it so, for the next try; whatever was
+  // begun is ended once.
+  bool initialized_ = false;
+  bool notify_initialized_ = false;
 };
 
 }  // namespace orvello

@@ -11,77 +11,110 @@ constexpr char kMissing[] = "Error|Failure to Obtain Appointment Item\n";
 
 class ItemOperations : public StoreTest {
  protected:
-  bool remove(std::int32_t oid, int mode, int of_november) {
-    return delete_appointment(session, boxes, oid, mode, day(of_november));
+  bool remove(std::int32_t oid, int mode, CalendarDate start) {
+    return delete_appointment(session, boxes, oid, mode, start);
   }
-  bool paste(std::int32_t oid, int from, int to, bool move) {
-    return copy_or_move(session, boxes, oid, day(from), day(to), move);
+  bool paste(std::int32_t oid, CalendarDate from, int to, bool move) {
+    return copy_or_move(session, boxes, oid, from, day(to), move);
   }
   void change(std::int32_t oid, CalendarDate start, const AppointmentFields& changed) {
     const auto one = occurrence(oid, start);
     one->write(changed);
     EXPECT_TRUE(one->save());
   }
-  std::string notes(std::int32_t oid, std::int32_t shown_day) {
-    return to_utf8(notes_text(session, boxes, oid, shown_day));
+  std::string notes(std::int32_t oid, CalendarDate start) {
+    return to_utf8(notes_text(session, boxes, oid, start));
   }
   std::int32_t standup() { return put_series(fields(u"Standup", at(2, 9), at(2, 10))); }
 };
 
-// The day before must not lose what was deleted on this day already.
 TEST_F(ItemOperations, DeletesTheOneOnceTheSeriesOrTheItem) {
   const auto series = standup();
   const auto single = put(fields(u"Lunch", at(3, 12), at(3, 13)));
   EXPECT_TRUE(isApptRecurring(session, boxes, series));
   EXPECT_FALSE(isApptRecurring(session, boxes, single));
-  EXPECT_FALSE(remove(series, kThisOne, 3));
+  EXPECT_FALSE(remove(series, kThisOne, at(3, 9)));
   EXPECT_EQ(on(3), "12:00-13:00 Lunch");
   EXPECT_EQ(boxes.beeps, 0);
-  remove(series, kThisOne, 3);
+  remove(series, kThisOne, at(3, 9));
   EXPECT_EQ(boxes.beeps, 1);
+  EXPECT_EQ(boxes_shown(), "Error|This appointment is not there any more.\n");
   EXPECT_EQ(on(2) + on(4), "9:00-10:00 Standup9:00-10:00 Standup");
-  remove(single, kThisOne, 9);
-  remove(series, kSeries, 4);
+  remove(single, kThisOne, kNoDate);
+  remove(series, kSeries, kNoDate);
   EXPECT_EQ(on(2) + on(3) + on(4), "No Appointments No Appointments No Appointments ");
 }
 
-TEST_F(ItemOperations, TheShownOccurrenceMayHaveBeenMovedOrBegunEarlier) {
+// Whatever else of the series stands on the same day.
+TEST_F(ItemOperations, TheTouchedOccurrenceIsTheOneThatIsMeant) {
   const auto series = standup();
-  change(series, at(3, 9), fields(u"Moved", at(3, 15), at(3, 16)));
+  change(series, at(3, 9), fields(u"Moved", at(4, 15), at(4, 16)));
   change(series, at(8, 9), fields(u"Far", at(6, 20), at(10, 7)));
-  remove(series, kThisOne, 3);
-  EXPECT_EQ(on(3), "No Appointments ");
-  // Of two on one day the moved one goes first, as the exceptions are looked at first.
-  remove(series, kThisOne, 6);
+  EXPECT_EQ(on(4), "9:00-10:00 Standup, 15:00-16:00 Moved");
+  remove(series, kThisOne, at(4, 9));
+  EXPECT_EQ(on(4), "15:00-16:00 Moved");
+  // It is gone: the day's only other one is not meant.
+  EXPECT_FALSE(paste(series, at(4, 9), 20, true));
+  remove(series, kThisOne, at(4, 9));
+  EXPECT_EQ(notes(series, at(4, 9)), "(No Notes)");
+  EXPECT_EQ(boxes_shown(),
+            "Error|This appointment is not there any more.\n"
+            "Error|This appointment is not there any more.\nError|Failed getOccurrence\n");
+  EXPECT_EQ(on(4), "15:00-16:00 Moved");
+  remove(series, kThisOne, at(6, 20));
   EXPECT_EQ(on(6) + on(8), "9:00-10:00 StandupNo Appointments ");
-  remove(series, kSeries, 6);
-  const auto watch = put_series(fields(u"Watch", at(20, 22), at(21, 6)));
-  remove(watch, kThisOne, 20);
-  remove(watch, kThisOne, 22);  // the one that begins on the day, not the one that still runs
-  EXPECT_EQ(on(22), "multiday-6:00 Watch");
-  remove(watch, kThisOne, 22);
-  EXPECT_EQ(on(21), "No Appointments ");
+  remove(series, kThisOne, kNoDate);
+  EXPECT_EQ(boxes_shown(), "Error|This row stands for several appointments.\n");
   const auto cruise = put_series(fields(u"Cruise", at(2, 9), at(14, 9)), RecurrenceType::yearly);
-  EXPECT_TRUE(paste(cruise, 14, 17, true)) << "by its last day";
+  remove(series, kSeries, kNoDate);
+  EXPECT_TRUE(paste(cruise, at(2, 9), 17, true));
   EXPECT_EQ(on(5) + on(17), "No Appointments 9:00-multiday Cruise");
-  EXPECT_EQ(boxes.beeps, 0);
 }
 
-TEST_F(ItemOperations, AMissingItemClosesTheSessionWhenDeletingOnly) {
+TEST_F(ItemOperations, AMissingItemClosesTheSessionOnceWhenDeletingOnly) {
   const auto oid = standup();
   store.faults.fetch = true;
   EXPECT_FALSE(isApptRecurring(session, boxes, 0));
   EXPECT_EQ(boxes_shown(), "");
   EXPECT_FALSE(isApptRecurring(session, boxes, oid));
   EXPECT_EQ(boxes_shown(), "Error|isApptRecurring() failed!\n");
-  EXPECT_FALSE(paste(oid, 2, 3, false));
+  EXPECT_FALSE(paste(oid, at(2, 9), 3, false));
   EXPECT_EQ(boxes_shown(), kMissing);
-  EXPECT_EQ(notes(oid, day(2)), "");
+  EXPECT_EQ(notes(oid, at(2, 9)), "");
+  EXPECT_EQ(boxes_shown(), "") << "a bubble that stays empty";
   EXPECT_TRUE(session.logged_on());
   for (int i = 0; i < 2; ++i) {
-    EXPECT_TRUE(remove(oid, kThisOne, 2));
+    EXPECT_TRUE(remove(oid, kThisOne, at(2, 9)));
     EXPECT_EQ(boxes_shown(), kMissing);
     EXPECT_EQ(store.initialized, 0) << "closed once";
+  }
+  session.Close();  // as a reconnect does next
+  EXPECT_EQ(store.initialized, 0);
+  EXPECT_TRUE(session.Open(nullptr));
+  EXPECT_EQ(store.initialized, 1);
+}
+
+TEST_F(ItemOperations, WhatFailsSaysWhy) {
+  const auto series = standup();
+  store.faults.reason = "calendar.db is damaged.";
+  const auto said = [&](const char* text) {
+    EXPECT_EQ(boxes_shown(), std::string("Error|") + text + "\ncalendar.db is damaged.\n");
+  };
+  for (auto* fault : {&store.faults.fetch, &store.faults.save}) {
+    *fault = true;
+    const bool reads = fault == &store.faults.fetch;
+    paste(series, at(3, 9), 20, true);
+    said(reads ? "Failure to Obtain Appointment Item" : "The appointment was not moved.");
+    paste(series, at(3, 9), 20, false);
+    said(reads ? "Failure to Obtain Appointment Item" : "The appointment was not copied.");
+    if (reads) {
+      notes(series, at(3, 9));
+      said("Failure to Obtain Appointment Item");
+    }
+    remove(series, kThisOne, at(3, 9));
+    said(reads ? "Failure to Obtain Appointment Item" : "The appointment was not deleted.");
+    *fault = false;
+    session.Open(nullptr);
   }
 }
 
@@ -103,8 +136,7 @@ TEST_F(ItemOperations, ACopyKeepsEverythingButTheDay) {
   record.fields.sensitivity = 2;
   record.fields.busy_status = BusyStatus::out_of_office;
   const auto oid = store.put(record);
-  // Taken from its second day: the start is what moves to the target day.
-  EXPECT_TRUE(paste(oid, 3, 28, true));
+  EXPECT_TRUE(paste(oid, at(2, 23, 30), 28, true));
   EXPECT_FALSE(*store.load(oid));
   const auto moved = *store.load(oid + 1);
   ASSERT_TRUE(moved);
@@ -119,15 +151,15 @@ TEST_F(ItemOperations, AMoveLosesNothingAndAnOccurrenceItsSeriesOnly) {
   const auto series = standup();
   change(series, at(4, 9), fields(u"Moved", at(4, 15), at(4, 16)));
   store.faults.save = true;
-  EXPECT_FALSE(paste(series, 4, 1, true));
-  EXPECT_FALSE(remove(series, kSeries, 4)) << "the session stays open";
+  EXPECT_FALSE(paste(series, at(4, 15), 1, true));
+  EXPECT_FALSE(remove(series, kSeries, kNoDate)) << "the session stays open";
   EXPECT_EQ(boxes.beeps, 2);
   store.faults = {};
   EXPECT_EQ(on(1) + on(4), "No Appointments 15:00-16:00 Moved");
-  EXPECT_TRUE(paste(series, 4, 1, true));
+  EXPECT_TRUE(paste(series, at(4, 15), 1, true));
   EXPECT_EQ(on(1) + on(4), "15:00-16:00 MovedNo Appointments ");
   EXPECT_FALSE(isApptRecurring(session, boxes, series + 1));
-  EXPECT_FALSE(paste(series, 4, 1, true)) << "it is not there any more";
+  EXPECT_FALSE(paste(series, at(4, 15), 1, true)) << "it is not there any more";
   EXPECT_EQ(boxes.beeps, 3);
 }
 
@@ -148,12 +180,24 @@ TEST_F(ItemOperations, AMoveIsWholeOrNotAtAll) {
   item->write(fields(u"Lunch", at(3, 12), at(3, 13)));
   ASSERT_TRUE(item->save());
   half.no_puts = true;
-  EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), day(3), day(4), true));
+  EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), kNoDate, day(4), true));
   half.no_puts = false;
   half.kept = item->oid();
-  EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), day(3), day(4), true));
+  EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), kNoDate, day(4), true));
   EXPECT_EQ(*half.oids(day(1), day(30)), std::vector<std::int32_t>{item->oid()});
-  EXPECT_EQ(boxes.beeps, 2);
+  int told = 0;
+  struct Listener : StoreListener {
+    explicit Listener(int& count) : heard(count) {}
+    void store_changed(std::uint32_t) override { ++heard; }
+    int& heard;
+  } listener{told};
+  half.poll();
+  const auto app = half.create_application(false);
+  app->logon(&listener);
+  EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), kNoDate, day(4), true));
+  half.poll();
+  EXPECT_EQ(told, 0) << "what was taken back is no change";
+  EXPECT_EQ(boxes.beeps, 3);
 }
 
 TEST_F(ItemOperations, ExceptionsAreFoundByTheirDay) {
@@ -186,7 +230,7 @@ TEST_F(ItemOperations, NotesAreTrimmedAndCut) {
   for (const auto& [body, wanted] : cases) {
     AppointmentFields made = fields(u"x", at(2, 9), at(2, 10));
     made.body = body;
-    EXPECT_EQ(notes(put(made), day(2)), wanted);
+    EXPECT_EQ(notes(put(made), kNoDate), wanted);
   }
 }
 
@@ -198,20 +242,28 @@ TEST_F(ItemOperations, NotesAreThoseOfTheShownOccurrence) {
   special.body = u"this night";
   change(series, at(5, 22), special);
   occurrence(series, at(8, 22))->remove();
-  EXPECT_EQ(notes(series, day(4)), "every night");
-  EXPECT_EQ(notes(series, day(5)), "this night");
-  EXPECT_EQ(notes(series, day(8)), "every night") << "of the one that began the day before";
+  EXPECT_EQ(notes(series, at(4, 22)), "every night");
+  EXPECT_EQ(notes(series, at(5, 20)), "this night");
   EXPECT_EQ(boxes_shown(), "");
-  EXPECT_EQ(notes(series, day(1)), "(No Notes)");
+  EXPECT_EQ(notes(series, at(8, 22)), "(No Notes)");
   EXPECT_EQ(boxes_shown(), "Error|Failed getOccurrence\n");
-  notes(series, static_cast<std::int32_t>(kNoDate) + 9);
+  notes(series, kNoDate);
   EXPECT_EQ(boxes_shown(), "Error|Failed getOccurrence: Invalid Arg\n");
+  store.faults = {.read = store.reads > 0 ? 1 : 0, .reason = "in use"};
+  EXPECT_EQ(notes(series, at(4, 22)), "");
+  EXPECT_EQ(boxes_shown(), "Error|Failure to Obtain Appointment Item\nin use\n");
+}
+
+// For who knows only a day: the one that starts on it, or that began on one of the days before.
+TEST_F(ItemOperations, AnOccurrenceIsFoundFromItsLaterDays) {
+  const auto cruise = session.ItemFromOid(
+      put_series(fields(u"Cruise", at(2, 9), at(14, 9)), RecurrenceType::yearly));
+  const auto pattern = cruise->pattern();
+  OccurrenceError error = OccurrenceError::none;
   // 17280 minutes allow five steps back, though the occurrence runs into a thirteenth day.
-  const auto cruise = put_series(fields(u"Cruise", at(2, 9), at(14, 9)), RecurrenceType::yearly);
-  notes(cruise, day(7));
-  EXPECT_EQ(boxes_shown(), "");
-  notes(cruise, day(8));
-  EXPECT_EQ(boxes_shown(), "Error|Failed getOccurrence\n");
+  EXPECT_TRUE(find_occurrence(*cruise, *pattern, at(7, 9), error));
+  EXPECT_FALSE(find_occurrence(*cruise, *pattern, at(8, 9), error));
+  EXPECT_EQ(error, OccurrenceError::not_found);
 }
 
 }  // namespace

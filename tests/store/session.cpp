@@ -130,6 +130,40 @@ TEST_F(Session, TheNotifySessionOutlivesReconnectsAndShowsNothing) {
   EXPECT_TRUE(boxes.shown.empty());
 }
 
+// Whatever fails in between and however often a session is closed, the store is let go as often as
+// it was made ready, and never while a session holds it.
+TEST_F(Session, IsMadeReadyAndLetGoInTurn) {
+  struct Counted : MemoryStore {
+    using MemoryStore::MemoryStore;
+    void uninitialize() override {
+      MemoryStore::uninitialize();
+      EXPECT_GE(initialized, 0);
+    }
+  } counted{clock};
+  {
+    StoreSession one(counted, boxes);
+    for (const int failing : {0, 1, 2, 3, 0}) {
+      counted.faults.create_application = failing == 1 ? 2 : 0;
+      counted.faults.logon = failing == 2;
+      counted.faults.folder = failing == 3;
+      one.Close();  // as a reconnect does
+      EXPECT_EQ(one.Open(nullptr), failing == 0);
+      EXPECT_EQ(counted.initialized, 1);
+      if (failing != 2) continue;
+      EXPECT_FALSE(one.OpenNotify(nullptr));
+      EXPECT_FALSE(one.OpenNotify(nullptr));
+      EXPECT_EQ(counted.initialized, 2);
+      one.CloseNotify();
+      one.CloseNotify();
+    }
+    EXPECT_TRUE(one.OpenNotify(nullptr));
+    one.Close();
+    one.Close();
+    EXPECT_EQ(counted.initialized, 1) << "the notify session's";
+  }
+  EXPECT_EQ(counted.initialized, 0) << "both end with the session, whatever was left open";
+}
+
 TEST_F(Session, BeamingNeedsTheInfraredFolder) {
   ASSERT_TRUE(session.Open(nullptr));
   auto item = session.CreateAppointment();
