@@ -224,8 +224,7 @@ const char* checked_pages() {
 
 bool reserve_checked_bytes(sqlite3* db) {
   int bytes = kCheckedBytes;
-  return sqlite3_file_control(db, "main", SQLITE_FCNTL_RESERVE_BYTES, &bytes) == SQLITE_OK &&
-         sqlite3_exec(db, "PRAGMA secure_delete = ON", nullptr, nullptr, nullptr) == SQLITE_OK;
+  return sqlite3_file_control(db, "main", SQLITE_FCNTL_RESERVE_BYTES, &bytes) == SQLITE_OK;
 }
 
 }  // namespace orvello

@@ -21,8 +21,9 @@ inline constexpr int kCheckedBytes = 8;
 // pages.
 const char* checked_pages();
 
-// Before an empty file gets its first table: it will be checked. Pages that are freed are written,
-// too, as one without a checksum would be damage to whoever copies the whole file.
+// Before an empty file gets its first table: it will be checked. Every connection that writes sets
+// PRAGMA secure_delete, so that freed pages are written as well: one without a checksum would be
+// damage to whoever copies the whole file.
 bool reserve_checked_bytes(sqlite3* db);
 
 // Of a page's content without its last kCheckedBytes.

@@ -74,7 +74,8 @@ bool copy_table(sqlite3* from, sqlite3* to, const std::string& table) {
 
 // Tables without rows, in a file without content.
 bool make_tables(sqlite3* db) {
-  return reserve_checked_bytes(db) && run(db, "PRAGMA synchronous = EXTRA") && run(db, "BEGIN") &&
+  return reserve_checked_bytes(db) &&
+         run(db, "PRAGMA synchronous = EXTRA; PRAGMA secure_delete = ON") && run(db, "BEGIN") &&
          run(db, kSchema) && run(db, format_mark()) && run(db, "COMMIT");
 }
 

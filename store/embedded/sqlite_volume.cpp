@@ -10,6 +10,8 @@
 #include <cstring>
 #include <thread>
 
+#include "store/embedded/checked_pages.h"
+
 namespace orvello {
 namespace {
 
@@ -142,7 +144,7 @@ std::unique_ptr<SqliteVolume> SqliteVolume::open(const std::string& path, LockPa
   const int access =
       ::access(path.c_str(), W_OK) == 0 ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
   sqlite3* connection = nullptr;
-  const int result = sqlite3_open_v2(path.c_str(), &connection, access, nullptr);
+  const int result = sqlite3_open_v2(path.c_str(), &connection, access, checked_pages());
   std::unique_ptr<SqliteVolume> volume(new SqliteVolume(connection, path));
   if (result != SQLITE_OK) volume->note_failure();
   if (connection) sqlite3_busy_handler(connection, wait_for_lock, &patience);
@@ -155,12 +157,13 @@ std::unique_ptr<SqliteVolume> SqliteVolume::open(const std::string& path, LockPa
 bool SqliteVolume::prepare_format() {
   sqlite3_extended_result_codes(connection_, 1);
   if (!run("PRAGMA encoding='UTF-16le'") || !run("PRAGMA synchronous=EXTRA") ||
-      !run("PRAGMA foreign_keys=ON"))
+      !run("PRAGMA foreign_keys=ON") || !run("PRAGMA secure_delete=ON"))
     return false;
   constexpr const char* count_tables = "SELECT count(*) FROM sqlite_master";
   const auto tables = number_of(*this, count_tables);
   if (!tables) return false;
   if (*tables == 0) {
+    if (!reserve_checked_bytes(connection_)) return note_failure(), false;
     SqliteChange change(*this);
     if (!change) return false;
     // Another process may have been quicker.
