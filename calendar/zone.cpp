@@ -174,7 +174,7 @@ Result<Zone> Zone::parse(std::string_view definition) {
   const auto pieces = split_bytes(definition, '|');
   const auto name = unescaped(pieces[0]);
   if (!name || name->empty()) return Result<Zone>::failure("time zone: the name is damaged");
-  if (pieces.size() > kMostObservances)
+  if (pieces.size() > kMostObservances + 1)
     return Result<Zone>::failure("time zone " + *name + ": too many observances");
   std::vector<Observance> observances;
   for (std::size_t i = 1; i < pieces.size(); ++i) {

@@ -222,6 +222,8 @@ const Zone* ZoneTable::stored(const std::string& name) {
 }
 
 const Zone* ZoneTable::keep(Zone zone) {
+  // What the store could not read again must not get into it.
+  if (!Zone::parse(zone.definition())) return nullptr;
   if (writes_ && !store_.put_zone(zone)) failed_ = true;
   auto& slot = stored_[zone.name()];
   slot = std::make_unique<Zone>(std::move(zone));
