@@ -84,6 +84,12 @@ std::vector<std::string> zone_name_candidates(std::string_view tzid) {
     if (shown.size() != rest.size()) add_aliases(names, shown);
     add(names, rest);
     add(names, as_place(rest));
+    if (const std::size_t dash = rest.find('-'); rest.find('/') == std::string_view::npos) {
+      std::string place(rest);  // "US-Eastern"
+      if (dash != std::string_view::npos) place[dash] = '/';
+      add_aliases(names, place);
+      add(names, place);
+    }
     if (shown.size() != rest.size() || shown.find(',') != std::string_view::npos) {
       add_towns(names, shown);
       return names;

@@ -60,7 +60,7 @@ std::vector<Observance> builtin_observances(const std::string& place) {
 bool may_mean(const std::vector<Observance>& observances, const Zone& known) {
   const auto moment = [](int year) { return day_number(year, 1, 1) * kSecondsPerDay; };
   const auto claimed = Zone("", observances).offsets_between(moment(1971), moment(2038));
-  const auto real = known.offsets_between(moment(1900), moment(2100));
+  const auto real = known.offsets_between(moment(1700), moment(2100));
   return std::includes(real.begin(), real.end(), claimed.begin(), claimed.end());
 }
 
