@@ -2,6 +2,7 @@
 // and the first line of a record's residue.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -33,12 +34,28 @@ inline std::string zone_key(std::string_view calendar, std::string_view tzid) {
   return "zone/" + std::string(calendar) + "/" + std::string(tzid);
 }
 
+// The calendar of a zone's key, nothing for any other key.
+inline std::optional<std::string_view> calendar_of_zone(std::string_view key) {
+  if (!key.starts_with("zone/")) return std::nullopt;
+  key.remove_prefix(5);
+  return key.substr(0, key.find('/'));
+}
+
 // Anything else: the key of its calendar, and behind a line break its text.
 inline constexpr std::string_view kComponentPrefix = "component/";
 inline std::string component_key(std::string_view kind, std::string_view uid,
                                  std::string_view recurrence_id) {
   return std::string(kComponentPrefix) + std::string(kind) + "/" + std::string(uid) + "/" +
          std::string(recurrence_id);
+}
+
+// Events that no day shows (cancelled ones, those without a start) are kept like that: the UID of
+// one, nothing for any other key.
+inline std::optional<std::string_view> uid_of_hidden(std::string_view key) {
+  constexpr std::string_view kPrefix = "component/VEVENT/";
+  if (!key.starts_with(kPrefix)) return std::nullopt;
+  key.remove_prefix(kPrefix.size());
+  return key.substr(0, key.rfind('/'));
 }
 
 // Changed occurrences that came without their series: lines of "UID<tab>record's UID".

@@ -2,6 +2,7 @@
 
 #include "exchange/base64.h"
 #include "exchange/date_values.h"
+#include "exchange/event_reader.h"
 #include "exchange/zone_names.h"
 
 namespace orvello {
@@ -95,9 +96,7 @@ std::string alarm_text(TextView subject, std::int32_t minutes) {
 
 bool is_cancelled_text(std::string_view residue) {
   ParsedComponent text;
-  if (residue.empty() || !text.parse(residue, 1)) return false;
-  const Property* status = text.root().find("STATUS");
-  return status && equal_ignoring_case(trimmed(status->value), "CANCELLED");
+  return !residue.empty() && text.parse(residue, 1) && is_cancelled(text.root());
 }
 
 void note_tzids(const Component& component, std::set<std::string>& tzids) {

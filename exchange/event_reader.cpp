@@ -33,13 +33,13 @@ void read_text(const Property& property, Text& field, ReadEvent& read) {
 bool read_start(const Component& event, EventContext& context, ReadEvent& read) {
   const Property* property = event.find("DTSTART");
   if (!property) {
-    context.problems.add(event.line, "event without a start; left out");
+    context.problems.add(event.line, "event without a start; not shown");
     return false;
   }
   const auto start = read_moment(*property, property->value, context);
   if (!start) {
     context.problems.add(property->line, "start \"" + std::string(property->value.substr(0, 40)) +
-                                             "\" is no date; event left out");
+                                             "\" is no date; event not shown");
     return false;
   }
   read.start = *start;
@@ -88,7 +88,8 @@ LocalSeconds end_after(const Moment& start, const DurationValue& duration, const
   return std::max(start.local, moment.zone->from_utc(utc_of(moment, clock) + duration.seconds));
 }
 
-bool read_end(const Component& event, EventContext& context, ReadEvent& read) {
+// An end that cannot be is no reason to hide the event: it then ends where it starts.
+void read_end(const Component& event, EventContext& context, ReadEvent& read) {
   const Moment& start = read.start;
   AppointmentRecord& record = read.record;
   record.end = start.is_date ? all_day_end(start, start.local) : start.local;
@@ -97,9 +98,10 @@ bool read_end(const Component& event, EventContext& context, ReadEvent& read) {
     const auto end = read_moment(*property, property->value, context);
     const auto local = end ? end_from(start, *end, context.clock) : std::nullopt;
     if (!local) {
-      context.problems.add(property->line, end ? "end lies before the start; event left out"
-                                               : "end is no date; event left out");
-      return false;
+      context.problems.add(
+          property->line, end ? "end lies before the start; not used" : "end is no date; not used");
+      read.plain = false;
+      return;
     }
     record.end = *local;
     const Property* began = event.find("DTSTART");
@@ -108,19 +110,18 @@ bool read_end(const Component& event, EventContext& context, ReadEvent& read) {
         end->is_date != start.is_date ||
         (start.is_date ? record.end + kMinute : record.end) != end->local)
       read.plain = false;
-    return true;
+    return;
   }
   read.plain = false;  // a start alone, or a duration
   property = event.find("DURATION");
-  if (!property || property->value.empty()) return true;
+  if (!property || property->value.empty()) return;
   const auto duration = parse_duration(trimmed(property->value));
   if (!duration || duration->total() < 0) {
-    context.problems.add(property->line, duration ? "duration is negative; event left out"
-                                                  : "duration cannot be read; event left out");
-    return false;
+    context.problems.add(property->line, duration ? "duration is negative; not used"
+                                                  : "duration cannot be read; not used");
+    return;
   }
   record.end = end_after(start, *duration, context.clock);
-  return true;
 }
 
 void read_stamp(const Property& property, ReadEvent& read, bool decides) {
@@ -171,21 +172,15 @@ void add_organizer(const Component& event, ReadEvent& read) {
   recipients.insert(recipients.begin(), std::move(organizer));
 }
 
-bool read_recurrence_id(const Component& event, EventContext& context, ReadEvent& read) {
+void read_recurrence_id(const Component& event, EventContext& context, ReadEvent& read) {
   const Property* property = event.find("RECURRENCE-ID");
-  if (!property) return true;
-  read.recurrence_id = read_moment(*property, property->value, context);
-  if (!read.recurrence_id) {
-    context.problems.add(property->line, "RECURRENCE-ID is no date; event left out");
-    return false;
-  }
+  if (!property) return;
   read.recurrence_id_text = std::string(trimmed(property->value));
-  const Property* status = event.find("STATUS");
-  read.cancelled = status && equal_ignoring_case(trimmed(status->value), "CANCELLED");
-  if (equal_ignoring_case(parameter(*property, "RANGE").value_or(""), "THISANDFUTURE"))
+  read.recurrence_id = read_moment(*property, property->value, context);
+  if (!read.recurrence_id)
     context.problems.add(property->line,
-                         "a change of this and all later occurrences is shown for this one only");
-  return true;
+                         "RECURRENCE-ID is no date; shown as an appointment of its own");
+  read.following = equal_ignoring_case(parameter(*property, "RANGE").value_or(""), "THISANDFUTURE");
 }
 
 }  // namespace
@@ -211,6 +206,11 @@ BusyStatus read_busy_status(const Component& event) {
   };
   if (says(transparency, "TRANSPARENT") || says(status, "CANCELLED")) return BusyStatus::free;
   return says(status, "TENTATIVE") ? BusyStatus::tentative : BusyStatus::busy;
+}
+
+bool is_cancelled(const Component& event) {
+  const Property* status = event.find("STATUS");
+  return status && equal_ignoring_case(trimmed(status->value), "CANCELLED");
 }
 
 std::string join_categories(const Component& event) {
@@ -248,9 +248,10 @@ std::optional<ReadEvent> read_event(const Component& event, EventContext& contex
   std::optional<ReadEvent> result(std::in_place);
   ReadEvent& read = *result;
   if (!event.garbage.empty() || !event.children.empty()) read.plain = false;
-  if (!read_start(event, context, read) || !read_end(event, context, read) ||
-      !read_recurrence_id(event, context, read))
-    return std::nullopt;
+  if (!read_start(event, context, read)) return std::nullopt;
+  read_end(event, context, read);
+  read_recurrence_id(event, context, read);
+  read.cancelled = is_cancelled(event);
   for (const Property& property : event.properties) read_property(property, read);
   AppointmentFields& fields = read.record.fields;
   if (const Property* categories = event.find("CATEGORIES")) {
@@ -269,7 +270,10 @@ std::optional<ReadEvent> read_event(const Component& event, EventContext& contex
   fields.end = to_calendar_date(device_local(end, clock));
   if (!event.children.empty())
     fields.reminder_set = reminder_alarm(event, context, read, fields.reminder_minutes) != nullptr;
-  read_recurrence(event, context, read);
+  if (!read.recurrence_id)
+    read_recurrence(event, context, read);
+  else if (const Property* rule = event.find("RRULE"))
+    context.problems.add(rule->line, "rule of a single changed occurrence is not used");
   return result;
 }
 

@@ -14,12 +14,13 @@ struct ReadEvent {
   AppointmentRecord record;  // without oid and residue; the UID is empty where the event has none
   Moment start;
   std::optional<Moment> recurrence_id;  // it stands for one occurrence of the series of that UID
-  std::string recurrence_id_text;
+  std::string recurrence_id_text;       // also where it is no date
+  bool following = false;               // it stands for all later ones too
   bool cancelled = false;
   bool plain = true;  // the record says all that the event said: no need to keep its text
 };
 
-// Nothing for an event that cannot be used; the reason is among the problems.
+// Nothing for an event without a start, which no day can show; the reason is among the problems.
 std::optional<ReadEvent> read_event(const Component& event, EventContext& context);
 
 // RRULE, RDATE, EXRULE and EXDATE of an event whose start and end are known.
@@ -34,6 +35,9 @@ StoreRecipient read_recipient(const Property& property);
 
 // The event's busy status as its properties together say it.
 BusyStatus read_busy_status(const Component& event);
+
+bool is_cancelled(const Component& event);
+int sequence_of(const Component& event);  // 0 where it has none
 
 std::string join_categories(const Component& event);
 

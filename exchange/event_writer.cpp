@@ -9,6 +9,7 @@
 #include "exchange/date_values.h"
 #include "exchange/event_fields.h"
 #include "exchange/rule_writer.h"
+#include "exchange/series_parts.h"
 #include "exchange/zone_names.h"
 
 namespace orvello {
@@ -27,8 +28,44 @@ bool same_rule(const std::optional<RecurrencePattern>& a,
   return !a || *a == *b || rule_from_pattern(*a) == rule_from_pattern(*b);
 }
 
-bool contains(const std::vector<LocalSeconds>& dates, LocalSeconds date) {
-  return std::find(dates.begin(), dates.end(), date) != dates.end();
+bool contains(const std::vector<LocalSeconds>& sorted, LocalSeconds date) {
+  return std::binary_search(sorted.begin(), sorted.end(), date);
+}
+
+// The exceptions of an event as read are in order.
+const AppointmentException* exception_at(const AppointmentRecord& record, LocalSeconds original) {
+  const auto& all = record.exceptions;
+  const auto found = std::lower_bound(
+      all.begin(), all.end(), original,
+      [](const auto& one, LocalSeconds moment) { return one.original_start < moment; });
+  return found != all.end() && found->original_start == original ? &*found : nullptr;
+}
+
+bool is_excluded(const AppointmentRecord& record, LocalSeconds original) {
+  const AppointmentException* known = exception_at(record, original);
+  return known && known->deleted;
+}
+
+// A series of nothing but its start, on which changed occurrences hang that no rule produces.
+bool is_start_alone(const AppointmentRecord& record) {
+  return record.rules == "RDATE:" + moment_text(record.start);
+}
+
+// A record may have a name of its own beside others of its UID: "UID#what tells it apart".
+bool goes_by(std::string_view uid, std::string_view record_uid) {
+  return !uid.empty() && record_uid.size() > uid.size() && record_uid.starts_with(uid) &&
+         record_uid[uid.size()] == '#';
+}
+
+std::pair<Text, Text> name_of(const Property& recipient) {
+  StoreRecipient one = read_recipient(recipient);
+  return {std::move(one.name), std::move(one.address)};
+}
+
+std::set<std::pair<Text, Text>> names_of(const std::vector<StoreRecipient>& recipients) {
+  std::set<std::pair<Text, Text>> names;
+  for (const StoreRecipient& one : recipients) names.emplace(one.name, one.address);
+  return names;
 }
 
 }  // namespace
@@ -44,6 +81,11 @@ struct EventWriter::Item {
   std::string uid;
   const AppointmentRecord* series = nullptr;  // null: an occurrence
   std::string recurrence_id;                  // of an occurrence: the whole line
+  std::int64_t shift = 0;  // of a series that took over: its times less the first one's
+  bool took_over = false;
+  bool detached = false;         // it took over once
+  bool own_uid = false;          // the UID is not that of the kept text
+  bool in_series_words = false;  // the kept text is that of the series
 };
 
 // What takes the place of a kept event's properties.
@@ -92,6 +134,7 @@ std::string EventWriter::times(const Item& item) {
 std::string EventWriter::recurrence(const Item& item) {
   if (!item.series) return {};
   const AppointmentRecord& record = *item.series;
+  if (is_start_alone(record)) return {};
   const Moment start = start_of(item);
   if (record.pattern) return folded("RRULE:" + rule_value(*record.pattern, start));
   std::string lines;
@@ -122,42 +165,113 @@ std::optional<ReadEvent> EventWriter::reference_of(const Component& text) {
   return read_event(text, context);
 }
 
+EventWriter::Item EventWriter::item_of(const AppointmentRecord& record,
+                                       const ReadEvent* reference) {
+  Item item{record.fields,   record.zone, record.start, record.end, record.recipients,
+            record.modified, record.uid,  &record,      {},         0};
+  if (!reference) return item;
+  const std::string& kept = reference->record.uid;
+  item.own_uid = kept != record.uid;
+  // A change without a series has its name from both.
+  const std::string mark = "#" + reference->recurrence_id_text;
+  if (kept.empty() && mark.size() > 1 && item.uid.ends_with(mark))
+    item.uid.resize(item.uid.size() - mark.size());
+  if (!goes_by(kept, record.uid)) return item;
+  // A series that took over from another one, which is gone or was cut off elsewhere, is on its
+  // own.
+  const bool detached = reference->recurrence_id && record.recurring() &&
+                        (!has(kept) || !same_rule(record.pattern, reference->record.pattern) ||
+                         record.rules != reference->record.rules);
+  item.own_uid = item.detached = detached;
+  if (detached) return item;
+  item.uid = kept;
+  item.took_over = reference->recurrence_id && record.recurring();
+  if (item.took_over)
+    item.shift =
+        reference->start.local - reading_at(*reference->recurrence_id, reference->start, clock_);
+  return item;
+}
+
+// What was split, or had no rule for its exceptions, is compared with what it was shown as then.
+void EventWriter::show_as_kept(const AppointmentRecord& record, ReadEvent& reference) {
+  const std::string_view shown = shown_component(record.residue);
+  ParsedComponent text;
+  bool whole = !shown.empty() && text.parse(shown, 1);
+  // Where a part was deleted the series really ends.
+  for (const PartName& part : parts_of(record.residue)) whole = whole && has(part.uid);
+  if (auto read = whole ? reference_of(text.root()) : std::nullopt) {
+    reference.record.pattern = std::move(read->record.pattern);
+    reference.record.rules = std::move(read->record.rules);
+    reference.record.exceptions = std::move(read->record.exceptions);
+  }
+  if (!reference.record.recurring() && is_start_alone(record))
+    reference.record.rules = record.rules;
+}
+
+bool EventWriter::has(const std::string& uid) {
+  const auto oid = store_.oid_of_uid(uid);
+  failed_ |= !oid;
+  return oid && *oid;
+}
+
 void EventWriter::write(std::string& out, const AppointmentRecord& record) {
-  const Item item{record.fields,   record.zone, record.start, record.end, record.recipients,
-                  record.modified, record.uid,  &record,      {}};
   const Residue residue = split_residue(record.residue);
   ParsedComponent text;
   std::optional<ReadEvent> reference;
   if (!residue.component.empty() && text.parse(residue.component, 1))
     reference = reference_of(text.root());
+  if (reference) show_as_kept(record, *reference);
+  const Item item = item_of(record, reference ? &*reference : nullptr);
   if (reference)
     write_kept(out, item, text.root(), *reference);
   else
     write_new(out, item);
   for (const AppointmentException& exception : record.exceptions)
-    write_exception(out, item, exception, reference ? &*reference : nullptr);
+    write_exception(out, item, exception, reference ? &text.root() : nullptr,
+                    reference ? &*reference : nullptr);
+}
+
+std::string EventWriter::occurrence(const AppointmentRecord& record,
+                                    const AppointmentException& exception) {
+  const Residue residue = split_residue(record.residue);
+  ParsedComponent text;
+  std::optional<ReadEvent> reference;
+  if (!residue.component.empty() && text.parse(residue.component, 1))
+    reference = reference_of(text.root());
+  const Item item = item_of(record, reference ? &*reference : nullptr);
+  std::string out;
+  write_exception(out, item, exception, reference ? &text.root() : nullptr,
+                  reference ? &*reference : nullptr);
+  return out;
 }
 
 void EventWriter::write_exception(std::string& out, const Item& series,
                                   const AppointmentException& exception,
-                                  const ReadEvent* reference) {
+                                  const Component* series_text, const ReadEvent* reference) {
   ParsedComponent text;
   std::optional<ReadEvent> kept;
   if (!exception.residue.empty() && text.parse(exception.residue, 1))
     kept = reference_of(text.root());
+  const std::string id =
+      date_line("RECURRENCE-ID", series, exception.original_start - series.shift);
   if (exception.deleted) {
     // Excluded dates stand with the series; a cancelled occurrence has its own words.
     if (kept && kept->cancelled)
       append_raw(out, text.root().raw), note_tzids(text.root(), used_tzids_);
+    else if (series.took_over && !is_excluded(reference->record, exception.original_start))
+      out += "BEGIN:VEVENT\r\n" + folded("UID:" + escape_text(series.uid)) +
+             "DTSTAMP:" + moment_text(series.modified) + "Z\r\n" + id +
+             date_line("DTSTART", series, exception.original_start) +
+             "STATUS:CANCELLED\r\nEND:VEVENT\r\n";
     return;
   }
-  if (reference && exception.residue.empty())
-    for (const AppointmentException& known : reference->record.exceptions)
-      // An occurrence that the series itself names, as a period.
-      if (!known.deleted && known.original_start == exception.original_start &&
-          known.start == exception.start && known.end == exception.end &&
-          known.fields == exception.fields)
-        return;
+  if (reference && exception.residue.empty()) {
+    // An occurrence that the series itself names, as a period.
+    const AppointmentException* known = exception_at(reference->record, exception.original_start);
+    if (known && !known->deleted && known->start == exception.start &&
+        known->end == exception.end && known->fields == exception.fields)
+      return;
+  }
   Item item{exception.fields,
             exception.zone,
             exception.start,
@@ -166,12 +280,19 @@ void EventWriter::write_exception(std::string& out, const Item& series,
             series.modified,
             series.uid,
             nullptr,
-            {}};
-  item.recurrence_id = date_line("RECURRENCE-ID", series, exception.original_start);
-  if (kept && !kept->cancelled)
+            id,
+            0,
+            false,
+            series.own_uid};
+  if (kept && !kept->cancelled) {
+    item.own_uid = kept->record.uid != series.uid;
     write_kept(out, item, text.root(), *kept);
-  else
+  } else if (series_text && reference) {
+    item.in_series_words = true;
+    write_kept(out, item, *series_text, *reference);  // what it does not change is the series'
+  } else {
     write_new(out, item);
+  }
 }
 
 void EventWriter::write_new(std::string& out, const Item& item) {
@@ -215,8 +336,13 @@ void EventWriter::plan_changes(const Item& item, const ReadEvent& reference, Pla
     plan.replace(PropertyKind::categories, categories_line(now.categories));
   const bool moved_zone =
       now.all_day != then.all_day || (!now.all_day && item.zone != reference.record.zone);
-  if (moved_zone || item.start != reference.record.start || item.end != reference.record.end)
+  if (item.in_series_words || moved_zone || item.start != reference.record.start ||
+      item.end != reference.record.end)
     plan.replace(PropertyKind::times, times(item));
+  if (item.in_series_words) {
+    plan.replace(PropertyKind::recurrence, "");
+    plan.replace(PropertyKind::excluded, "");
+  }
   if (now.sensitivity != then.sensitivity)
     plan.replace(PropertyKind::sensitivity, now.sensitivity == 2 ? "CLASS:PRIVATE\r\n" : "");
   if (now.busy_status != then.busy_status)
@@ -224,10 +350,9 @@ void EventWriter::plan_changes(const Item& item, const ReadEvent& reference, Pla
   if (now.body_ink != then.body_ink) plan.replace(PropertyKind::ink, ink_line(now.body_ink));
   if (item.recipients != reference.record.recipients) {
     std::string added;
-    for (const StoreRecipient& one : item.recipients) {
-      const auto& known = reference.record.recipients;
-      if (std::find(known.begin(), known.end(), one) == known.end()) added += attendee_line(one);
-    }
+    const auto known = names_of(reference.record.recipients);
+    for (const StoreRecipient& one : item.recipients)
+      if (!known.contains({one.name, one.address})) added += attendee_line(one);
     plan.replace(PropertyKind::recipients, added);
   }
   if (now.reminder_set != then.reminder_set ||
@@ -238,7 +363,7 @@ void EventWriter::plan_changes(const Item& item, const ReadEvent& reference, Pla
   if (!same_rule(record.pattern, reference.record.pattern) ||
       record.rules != reference.record.rules || (moved_zone && record.recurring()))
     plan.replace(PropertyKind::recurrence, recurrence(item));
-  plan_excluded(item, reference, plan);
+  if (!item.took_over) plan_excluded(item, reference, plan);
 }
 
 void EventWriter::plan_excluded(const Item& item, const ReadEvent& reference, Plan& plan) {
@@ -249,6 +374,7 @@ void EventWriter::plan_excluded(const Item& item, const ReadEvent& reference, Pl
     any.push_back(one.original_start);
     if (one.deleted && !is_cancelled_text(one.residue)) now.push_back(one.original_start);
   }
+  for (auto* dates : {&then, &now, &any}) std::sort(dates->begin(), dates->end());
   std::vector<LocalSeconds> added;
   bool removed = false;
   for (const LocalSeconds date : now)
@@ -265,21 +391,25 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
   Plan plan;
   plan_changes(item, reference, plan);
   const std::string stamp = moment_text(item.modified) + "Z\r\n";
-  const bool own_uid = !reference.recurrence_id && reference.record.uid != item.uid;
+  std::set<std::pair<Text, Text>> recipients;
+  if (plan.changed[static_cast<std::size_t>(PropertyKind::recipients)])
+    recipients = names_of(item.recipients);
+  const bool new_id = item.series
+                          ? item.detached
+                          : item.in_series_words || item.own_uid || !text.find("RECURRENCE-ID");
   out += "BEGIN:VEVENT\r\n";
-  if (own_uid && item.series) append_folded(out, "UID:" + escape_text(item.uid));
+  if (item.own_uid) append_folded(out, "UID:" + escape_text(item.uid));
   bool stamped = false;
   for (const Property& property : text.properties) {
     const PropertyKind kind = kind_of(property);
     const auto index = static_cast<std::size_t>(kind);
     stamped = stamped || property.named("DTSTAMP");
-    if (kind == PropertyKind::uid && own_uid && item.series) continue;
+    if (kind == PropertyKind::uid && item.own_uid) continue;
+    if (new_id && property.named("RECURRENCE-ID")) continue;
     if (kind == PropertyKind::stamp && plan.any) {
       out.append(property.name).append(":" + stamp);
     } else if (!plan.changed[index] ||
-               (kind == PropertyKind::recipients &&
-                std::find(item.recipients.begin(), item.recipients.end(),
-                          read_recipient(property)) != item.recipients.end())) {
+               (kind == PropertyKind::recipients && recipients.contains(name_of(property)))) {
       append_raw(out, property.raw);
       if (const auto tzid = tzid_of(property)) used_tzids_.insert(*tzid);
     } else if (kind != PropertyKind::recipients) {  // new ones come last, as in the record
@@ -288,6 +418,7 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
     }
   }
   if (!stamped) out += "DTSTAMP:" + stamp;
+  if (new_id) out += item.recurrence_id;
   for (const std::string& lines : plan.lines) out += lines;
   write_alarms(out, item, text, reference);
   out += "END:VEVENT\r\n";

@@ -14,14 +14,17 @@ namespace orvello {
 class EventWriter {
  public:
   EventWriter(RecordStore& store, const Clock& clock)
-      : clock_(clock), zones_(store, clock, false) {}
+      : store_(store), clock_(clock), zones_(store, clock, false) {}
 
   // TZIDs in kept texts mean what this calendar defines.
   ZoneTable& zones() { return zones_; }
   const std::set<std::string>& used_tzids() const { return used_tzids_; }
+  bool failed() const { return failed_ || zones_.failed(); }  // the store could not be asked
 
   // Appends the appointment and its changed occurrences.
   void write(std::string& out, const AppointmentRecord& record);
+  // A changed occurrence of the record alone.
+  std::string occurrence(const AppointmentRecord& record, const AppointmentException& exception);
 
  private:
   struct Item;
@@ -30,7 +33,10 @@ class EventWriter {
   void write_kept(std::string& out, const Item& item, const Component& text,
                   const ReadEvent& reference);
   void write_exception(std::string& out, const Item& series, const AppointmentException& exception,
-                       const ReadEvent* reference);
+                       const Component* series_text, const ReadEvent* reference);
+  Item item_of(const AppointmentRecord& record, const ReadEvent* reference);
+  bool has(const std::string& uid);
+  void show_as_kept(const AppointmentRecord& record, ReadEvent& reference);
   void plan_changes(const Item& item, const ReadEvent& reference, Plan& plan);
   void plan_excluded(const Item& item, const ReadEvent& reference, Plan& plan);
   void write_alarms(std::string& out, const Item& item, const Component& text,
@@ -42,7 +48,9 @@ class EventWriter {
   Moment start_of(const Item& item);
   std::optional<ReadEvent> reference_of(const Component& text);
 
+  RecordStore& store_;
   const Clock& clock_;
+  bool failed_ = false;
   ZoneTable zones_;
   std::set<std::string> used_tzids_;
 };

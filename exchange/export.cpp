@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "exchange/calendar_keys.h"
+#include "exchange/event_fields.h"
 #include "exchange/event_writer.h"
 #include "exchange/zone_names.h"
 
@@ -65,28 +66,36 @@ Group& Exporter::group(std::string_view key) {
 
 bool Exporter::collect_foreign() {
   group("");  // ours
-  const auto all = store_.foreign();
+  auto all = store_.foreign();
   if (!all) return false;
-  for (const ForeignComponent& one : *all) {
+  std::vector<std::pair<std::string, std::string>> zones;  // of which calendar
+  for (ForeignComponent& one : *all) {
     const Residue split = split_residue(one.text);
     if (one.key.starts_with(kCalendarPrefix)) {
       Group& calendar = group(std::string_view(one.key).substr(kCalendarPrefix.size()));
       calendar.had_items = split.calendar == "items";
       calendar.header = std::string(split.component);
     } else if (one.key.starts_with(kComponentPrefix) && whole_) {
-      group(split.calendar).others.emplace_back(split.component);
+      Group& calendar = group(split.calendar);
+      calendar.others.emplace_back(split.component);
+      ParsedComponent event;
+      if (uid_of_hidden(one.key) && event.parse(split.component, 1))
+        note_tzids(event.root(), calendar.more_tzids);
+    } else if (const auto calendar = calendar_of_zone(one.key)) {
+      zones.emplace_back(*calendar, std::move(one.text));
     }
   }
-  for (Group& calendar : groups_) {
-    const std::string prefix = zone_key(calendar.key, "");
-    for (const ForeignComponent& one : *all)
-      if (one.key.starts_with(prefix)) calendar.zones.push_back(one.text);
-  }
+  for (auto& [calendar, zone] : zones)
+    if (const auto known = index_.find(calendar); known != index_.end())
+      groups_[known->second].zones.push_back(std::move(zone));
   return true;
 }
 
-bool is_request(const Group& group) {
-  return ("\n" + group.header).find("\nMETHOD") != std::string::npos;
+// A calendar with a METHOD is a message; what it says is not said of anything else.
+bool is_message(const Group& group) {
+  ParsedComponent parsed;
+  const std::string whole = "BEGIN:VCALENDAR\n" + group.header + "END:VCALENDAR\n";
+  return parsed.parse(whole, 1) && parsed.root().find("METHOD");
 }
 
 bool Exporter::collect(const std::vector<std::int32_t>& oids) {
@@ -128,12 +137,13 @@ void Exporter::join_own() {
   if (own == index_.end()) return;
   Group& ours = groups_[own->second];
   for (Group& other : groups_) {
-    if (other.key.empty() || is_request(other) || other.empty()) continue;
+    if (other.key.empty() || other.empty() || is_message(other)) continue;
     other.events += std::exchange(ours.events, {});
     other.others.insert(other.others.end(), ours.others.begin(), ours.others.end());
     ours.others.clear();
     if (ours.writer)
       other.more_tzids.insert(ours.writer->used_tzids().begin(), ours.writer->used_tzids().end());
+    other.more_tzids.merge(ours.more_tzids);
     return;
   }
 }
@@ -149,13 +159,21 @@ std::string Exporter::header_text(const Group& group) {
   const std::string whole = "BEGIN:VCALENDAR\n" + group.header + "END:VCALENDAR\n";
   parsed.parse(whole, 1);
   const Component& root = parsed.root();
+  // These two first, whatever the file's order: an export of an export is then the same.
   const Property* version = root.find("VERSION");
+  const Property* product = root.find("PRODID");
   // Whatever came in the older form was converted.
   const bool keep_version = version && trimmed(version->value) != "1.0";
-  if (!keep_version) text += "VERSION:2.0\r\n";
-  if (!root.find("PRODID")) text += "PRODID:" + std::string(kOwnProduct) + "\r\n";
+  if (keep_version)
+    append_lines(text, version->raw);
+  else
+    text += "VERSION:2.0\r\n";
+  if (product)
+    append_lines(text, product->raw);
+  else
+    text += "PRODID:" + std::string(kOwnProduct) + "\r\n";
   for (const Property& property : root.properties)
-    if (keep_version || &property != version) append_lines(text, property.raw);
+    if (&property != version && &property != product) append_lines(text, property.raw);
   return text;
 }
 
@@ -191,7 +209,7 @@ Result<std::string> Exporter::text() {
     if (!group.empty() || (!group.had_items && whole_)) write_group(out, group);
   // A file without a calendar is no calendar file.
   if (out.empty()) write_group(out, Group{});
-  for (const Group& group : groups_) failed_ |= group.writer && group.writer->zones().failed();
+  for (const Group& group : groups_) failed_ |= group.writer && group.writer->failed();
   if (failed_) return Result<std::string>::failure(store_.problem());
   return out;
 }

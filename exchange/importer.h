@@ -3,6 +3,8 @@
 
 #include <istream>
 #include <map>
+#include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -12,6 +14,7 @@
 #include "exchange/calendar_scanner.h"
 #include "exchange/event_reader.h"
 #include "exchange/import.h"
+#include "exchange/series_parts.h"
 #include "exchange/vcalendar1_zone.h"
 
 namespace orvello {
@@ -26,27 +29,90 @@ class Importer {
   bool finish();
 
  private:
-  struct Uids;
+  // What a calendar wants done with its events.
+  enum class Method { keep, request, add, reply, cancel, none_of_ours };
+  // Which component is which item: the last event of each UID, and the changes of each series.
+  struct Uids {
+    std::unordered_map<std::string, std::size_t> masters;
+    std::map<std::string, std::vector<std::size_t>> changes;
+    std::vector<std::string> of;            // each component's UID
+    std::unordered_set<std::string> again;  // those that an earlier calendar of the file had
+  };
+  // What tells the versions of one event from different events of one UID.
+  struct Version {
+    int line = 0;
+    int calendar = 0;  // the number of its calendar in the file
+    int sequence = 0;
+    std::size_t start = 0, stamp = 0, content = 0;  // hashes
+  };
+  // A series of the store to which changes come, until the file ends.
+  struct OpenSeries {
+    AppointmentRecord record;
+    std::optional<Zone> zone;
+    Moment start;
+    std::unordered_map<LocalSeconds, std::size_t> places;  // of exceptions by their occurrence
+    std::vector<FollowingChange> following;
+    std::vector<PartName> parts;
+  };
+
   void import_calendar(ScannedCalendar& calendar);
   void convert_old(ScannedCalendar& calendar);
   void read_header(ScannedCalendar& calendar);
+  void take_method(std::string_view value);
   void keep_foreign(const ScannedCalendar& calendar);
   void put_foreign(std::string key, std::string text);
-  Uids find_uids(const ScannedCalendar& calendar);
+  const Component& parse(const ScannedCalendar& calendar, std::size_t index);
 
   void import_master(const ScannedCalendar& calendar, std::size_t index, const Uids& uids);
+  void keep_unshown(const ScannedCalendar& calendar, const std::string& uid, bool cancelled,
+                    const std::vector<std::size_t>& changes);
+  std::vector<SeriesPart> put_series(ReadEvent& series, std::vector<FollowingChange>& following,
+                                     const std::string& calendar, std::string_view text,
+                                     bool known);
+  void erase_parts(std::string_view residue, const std::vector<SeriesPart>& but);
+  void erase_record(const AppointmentRecord& record);  // with its parts
   void import_changes(const ScannedCalendar& calendar, const std::string& uid,
                       const std::vector<std::size_t>& indices);
+  void import_change(OpenSeries& series, ReadEvent& change, const Component& event);
   void import_lone(const std::string& uid, ReadEvent& change, const std::string& residue);
-  void merge_lone(const std::string& uid, ReadEvent& master);
-  std::vector<AppointmentException> read_changes(const ScannedCalendar& calendar,
-                                                 const std::vector<std::size_t>& indices,
-                                                 const ReadEvent& master);
-  // The store's record of that UID; nothing without one, and when the store fails, which ends the
-  // import.
-  std::optional<AppointmentRecord> stored(const std::string& uid);
+  void merge_lone(const std::string& uid, ReadEvent& master,
+                  std::vector<FollowingChange>& following);
+  void merge_earlier(const AppointmentRecord& earlier, AppointmentRecord& record);
+  void read_changes(const ScannedCalendar& calendar, const std::vector<std::size_t>& indices,
+                    ReadEvent& master, std::vector<FollowingChange>& following);
+  OpenSeries* open_series(const std::string& uid);
+  void close_series(const std::string& uid);
   void put(AppointmentRecord& record, bool known);
   void count(const std::string& uid, bool known);
+
+  // importer_uids.cpp: which component is which item
+  Uids find_uids(const ScannedCalendar& calendar);
+  std::string name_event(const Component& event);
+  bool take_version(const Component& event, std::string& uid, Uids& uids);
+
+  // importer_messages.cpp: what calendars send each other
+  void apply_messages(const ScannedCalendar& calendar);
+  void apply_reply(const Component& reply, const std::string& uid);
+  bool take_answer(AppointmentRecord& record, const Component& reply, const Property& attendee);
+  std::string* answered_text(AppointmentRecord& record, const Component& reply);
+  void apply_cancel(const Component& cancel, const std::string& uid);
+  void cancel_occurrence(const Component& cancel, AppointmentRecord& record, const Moment& moment);
+  void apply_addition(const Component& added, const std::string& uid);
+  std::string text_of(const AppointmentRecord& record);
+  std::string shown_text(const AppointmentRecord& record, const std::vector<SeriesPart>& parts);
+  Moment start_of(const AppointmentRecord& record, std::optional<Zone>& zone);
+  bool is_older(const Component& event, std::string_view stored);
+  void hide(const Component& event, const std::string& uid);
+  void hide_record(const AppointmentRecord& record);
+  void unhide(const std::string& uid);
+  void merge_hidden(const std::string& uid, ReadEvent& master);
+  const ForeignComponent* hidden(const std::string& uid);
+  void tell(const Component& event, std::string text);
+
+  // Questions to the store; one that fails ends the import.
+  std::int32_t oid_of(const std::string& uid);  // 0: none
+  std::optional<AppointmentRecord> stored(std::int32_t oid);
+  std::optional<Zone> zone_named(const std::string& name);
 
   RecordStore& store_;
   const Clock& clock_;
@@ -57,12 +123,20 @@ class Importer {
   ProblemList* problems_ = nullptr;
   ParsedComponent parsed_;
   std::string key_;  // of the calendar at hand
+  Method method_ = Method::keep;
+  std::string method_name_;
+  int calendar_number_ = 0;
   bool old_version_ = false;
   OldZone old_zone_;
   int items_ = 0;                            // of that calendar, as far as the store has them now
   std::unordered_set<std::size_t> counted_;  // hashes of the UIDs counted so far
-  std::map<std::string, std::vector<std::string>> lone_;  // UID: its changes' records
+  std::unordered_map<std::size_t, Version> in_file_;   // by the UID's hash
+  std::unordered_map<std::string, int> nameless_;      // events of one made-up UID in the file
+  std::map<std::string, std::set<std::string>> lone_;  // UID: its changes' records
   bool lone_changed_ = false;
+  // Events that no day shows, by UID: cancelled ones, and those without a start.
+  std::unordered_map<std::string, std::vector<ForeignComponent>> hidden_;
+  std::map<std::string, OpenSeries> open_;
   // Changes that came in this import, for a series that comes later in it.
   std::unordered_map<std::string, std::vector<AppointmentException>> changes_;
 };

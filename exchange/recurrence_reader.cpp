@@ -23,8 +23,6 @@ std::string localized(std::string_view value, Rule& rule, const Moment& start, c
 }
 
 void add_deleted(AppointmentRecord& record, LocalSeconds start) {
-  for (const AppointmentException& known : record.exceptions)
-    if (known.original_start == start) return;
   AppointmentException exception;
   exception.original_start = start;
   exception.deleted = true;
@@ -164,6 +162,18 @@ std::optional<std::int32_t> minutes_before(const Property& trigger, EventContext
   return static_cast<std::int32_t>(before / 60);
 }
 
+// In order, one for each occurrence, which is the one told first.
+void sort_exceptions(AppointmentRecord& record) {
+  auto& list = record.exceptions;
+  std::stable_sort(list.begin(), list.end(), [](const auto& a, const auto& b) {
+    return a.original_start < b.original_start;
+  });
+  const auto same = [](const auto& a, const auto& b) {
+    return a.original_start == b.original_start;
+  };
+  list.erase(std::unique(list.begin(), list.end(), same), list.end());
+}
+
 }  // namespace
 
 void read_recurrence(const Component& event, EventContext& context, ReadEvent& read) {
@@ -177,6 +187,7 @@ void read_recurrence(const Component& event, EventContext& context, ReadEvent& r
       read_dates(property, context, read, lines);
   }
   AppointmentRecord& record = read.record;
+  sort_exceptions(record);
   if (!lines.dates.empty()) {
     std::sort(lines.dates.begin(), lines.dates.end());
     std::string joined;

@@ -114,6 +114,10 @@ std::shared_ptr<const AppointmentRecord> RecordAppointment::current() const {
 bool RecordAppointment::apply_fields(AppointmentRecord& record) const {
   if (!fields_) return true;
   const auto start = record.fields.start, end = record.fields.end;
+  // Changed occurrences that were filed like their series stay so.
+  for (AppointmentException& one : record.exceptions)
+    if (one.fields.categories == record.fields.categories)
+      one.fields.categories = fields_->categories;
   record.fields = *fields_;
   // A series' times are its pattern's. Times that were not touched stay exact in their own zone.
   const bool keeps_times = record.recurring() && !clears_pattern_;

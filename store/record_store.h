@@ -45,8 +45,9 @@ class RecordStore {
 
   virtual bool put_zone(const Zone& zone) = 0;  // replaces one of the same name
   virtual Result<std::optional<Zone>> zone(std::string_view name) = 0;
-  virtual bool put_foreign(const ForeignComponent& component) = 0;  // replaces one of the same key
-  virtual Result<std::vector<ForeignComponent>> foreign() = 0;      // in order of first storing
+  // Replaces one of the same key; an empty text removes it.
+  virtual bool put_foreign(const ForeignComponent& component) = 0;
+  virtual Result<std::vector<ForeignComponent>> foreign() = 0;  // in order of first storing
 
   // Why the last call failed: a sentence that names the file at fault.
   virtual std::string problem() const = 0;

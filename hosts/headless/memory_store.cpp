@@ -157,10 +157,13 @@ bool MemoryStore::put_foreign(const ForeignComponent& component) {
   auto& list = contents_.foreign;
   const auto found = std::find_if(list.begin(), list.end(),
                                   [&](const auto& other) { return other.key == component.key; });
-  if (found == list.end())
+  if (component.text.empty()) {
+    if (found != list.end()) list.erase(found);
+  } else if (found == list.end()) {
     list.push_back(component);
-  else
+  } else {
     found->text = component.text;
+  }
   return true;
 }
 

@@ -82,6 +82,10 @@ std::optional<std::vector<std::pair<Text, int>>> EmbeddedStore::category_texts(i
 
 bool EmbeddedStore::put_foreign(const ForeignComponent& component) {
   return change([&] {
+    if (component.text.empty())
+      return db_->use("DELETE FROM foreign_components WHERE key = ?1")
+          ->bind(1, component.key)
+          .run();
     auto write = db_->use(
         "INSERT INTO foreign_components (key, text) VALUES (?1, ?2)"
         " ON CONFLICT (key) DO UPDATE SET text = ?2");

@@ -78,6 +78,10 @@ class FakeStore : public RecordStore {
   }
   bool put_foreign(const ForeignComponent& component) override {
     ++writes;
+    if (component.text.empty()) {
+      std::erase_if(now.foreign, [&](const auto& one) { return one.key == component.key; });
+      return true;
+    }
     for (ForeignComponent& known : now.foreign)
       if (known.key == component.key) return known = component, true;
     now.foreign.push_back(component);

@@ -130,18 +130,25 @@ TEST_F(ImportTest, OneNameForTwoZonesKeepsBothApart) {
   EXPECT_EQ(missing(text("+0100"), exported()) + missing(text("+0500"), exported()), "");
 }
 
-TEST_F(ImportTest, ReimportUpdatesWhateverTheSequenceSays) {
-  const std::string first = calendar(event("UID:a\r\nSEQUENCE:5\r\nDTSTART:20260101T100000\r\n"
-                                           "SUMMARY:One\r\n") +
-                                     event("DTSTART:20260102T100000\r\nSUMMARY:Nameless\r\n"));
-  const std::string second = calendar(event("UID:a\r\nSEQUENCE:1\r\nDTSTART:20260101T110000\r\n"
-                                            "SUMMARY:Two\r\n") +
-                                      event("DTSTART:20260102T100000\r\nSUMMARY:Nameless\r\n"));
-  EXPECT_EQ(counts_line(import_text(first).counts), "2 imported, 0 updated, 0 skipped");
-  EXPECT_EQ(counts_line(preview_files({file_of(second)}, store, clock).counts),
+TEST_F(ImportTest, ALowerSequenceTakesNothingBack) {
+  const auto text = [](int sequence, const char* subject) {
+    return calendar(event("UID:a\r\nSEQUENCE:" + std::to_string(sequence) +
+                          "\r\nDTSTART:20260101T100000\r\nSUMMARY:" + subject + "\r\n") +
+                    event("DTSTART:20260102T100000\r\nSUMMARY:Nameless\r\n"));
+  };
+  EXPECT_EQ(counts_line(import_text(text(5, "One")).counts), "2 imported, 0 updated, 0 skipped");
+  EXPECT_EQ(counts_line(preview_files({file_of(text(6, "Two"))}, store, clock).counts),
             "0 imported, 2 updated, 0 skipped");
   EXPECT_EQ(store.of_uid("a")->fields.subject, u"One");  // a preview changes nothing
-  EXPECT_EQ(counts_line(import_text(second).counts), "0 imported, 2 updated, 0 skipped");
+  const auto older = import_text(text(1, "Old"));
+  EXPECT_EQ(counts_line(older.counts), "0 imported, 1 updated, 1 skipped");
+  EXPECT_EQ(problems_of(older), "4: \"Old\" is older than what the calendar has; left out\n");
+  EXPECT_EQ(store.of_uid("a")->fields.subject, u"One");
+  // The same file once more is what somebody wants, also after a change by hand.
+  store.of_uid("a")->fields.subject = u"Mine";
+  EXPECT_EQ(counts_line(import_text(text(5, "One")).counts), "0 imported, 2 updated, 0 skipped");
+  EXPECT_EQ(store.of_uid("a")->fields.subject, u"One");
+  EXPECT_EQ(counts_line(import_text(text(7, "Two")).counts), "0 imported, 2 updated, 0 skipped");
   EXPECT_EQ(store.of_uid("a")->fields.subject, u"Two");
   EXPECT_EQ(store.now.records.size(), 2u);
 }

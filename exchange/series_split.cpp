@@ -1,0 +1,197 @@
+#include "exchange/series_split.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "calendar/rule_days.h"
+#include "calendar/rule_text.h"
+#include "store/record_rules.h"
+
+namespace orvello {
+namespace {
+
+constexpr LocalSeconds kNoEnd = std::numeric_limits<LocalSeconds>::max();
+// As many moved occurrences are listed one by one where no rule can say them.
+constexpr std::size_t kMostListed = 1000;
+constexpr LocalSeconds kYearsListed = 20 * 366 * kSecondsPerDay;
+constexpr std::size_t kMostParts = 100;
+
+RecurrenceSet recurrence_of(const AppointmentRecord& record) {
+  RecurrenceSet set;
+  if (!record.pattern) return read_rules(record.rules, record.start, nullptr);
+  set.start = record.start;
+  set.rules.push_back(rule_from_pattern(*record.pattern));
+  return set;
+}
+
+void set_recurrence_of(AppointmentRecord& record, const RecurrenceSet& set) {
+  record.pattern.reset();
+  record.rules.clear();
+  if (set.rules.size() == 1 && set.dates.empty() && set.excluded_rules.empty())
+    record.pattern = pattern_from_rule(set.rules[0], record.start, record.end - record.start);
+  if (record.pattern) return;
+  const auto add = [&](std::string_view name, const std::string& value) {
+    record.rules.append(record.rules.empty() ? "" : "\n").append(name).append(value);
+  };
+  for (const Rule& rule : set.rules) add("RRULE:", rule_text(rule));
+  for (const Rule& rule : set.excluded_rules) add("EXRULE:", rule_text(rule));
+  std::string dates;
+  for (const LocalSeconds date : set.dates)
+    dates.append(dates.empty() ? "" : ",").append(moment_text(date));
+  // A series of nothing but its start is still one: its exceptions need it.
+  if (dates.empty() && set.rules.empty()) dates = moment_text(record.start);
+  if (!dates.empty()) add("RDATE:", dates);
+}
+
+// The set's part before `end`, counts turned into last moments.
+void cut(RecurrenceSet& set, LocalSeconds end) {
+  std::vector<Rule> kept;
+  for (Rule& rule : set.rules) {
+    auto last = rule.count > 0 ? last_instance(rule, set.start) : rule.until;
+    if (end != kNoEnd) last = std::min(last.value_or(end - 1), end - 1);
+    if (last && *last < set.start) continue;
+    if (rule.count > 0 || last != rule.until) rule.until_is_date = false;
+    rule.count = 0;
+    rule.until = last;
+    kept.push_back(std::move(rule));
+  }
+  set.rules = std::move(kept);
+  std::erase_if(set.dates, [&](LocalSeconds date) { return date >= end; });
+}
+
+// Moves a rule that produces `from` by whole days so that it produces what it did, that much later.
+// False when no rule says that.
+bool move_days(Rule& rule, LocalSeconds from, std::int64_t days) {
+  if (days == 0) return true;
+  const bool only_days = rule.by_month_day.empty() && rule.by_year_day.empty() &&
+                         rule.by_week_no.empty() && rule.by_month.empty() &&
+                         rule.by_set_pos.empty();
+  if (!only_days) return false;
+  if (rule.by_day.empty()) {
+    if (rule.frequency <= Frequency::weekly) return true;
+    const auto day = day_of(from);
+    // Within one month, and in days that every month has.
+    const auto month_day = [](std::int64_t number) {
+      SystemTime time;
+      VariantTimeToSystemTime(static_cast<CalendarDate>(number), time);
+      return static_cast<std::int64_t>(time.day);
+    };
+    return month_day(day) <= 28 && month_day(day + days) == month_day(day) + days &&
+           month_day(day + days) <= 28;
+  }
+  const bool single = rule.by_day.size() == 1 || rule.interval == 1;
+  if (rule.frequency != Frequency::weekly || !single || days > 6 || days < -6) return false;
+  for (RuleDay& day : rule.by_day) day.weekday = static_cast<int>((day.weekday + days + 7) % 7);
+  return true;
+}
+
+// The instances from `from` on, `shift` later, as a recurrence that starts at their first.
+RecurrenceSet moved(const RecurrenceSet& all, LocalSeconds from, LocalSeconds to,
+                    std::int64_t shift, bool& complete) {
+  RecurrenceSet set;
+  set.start = from + shift;
+  const std::int64_t days = day_of(from + shift) - day_of(from);
+  complete = true;
+  if (all.rules.size() == 1 && all.excluded_rules.empty()) {
+    Rule rule = all.rules[0];
+    const bool of_days = rule.frequency >= Frequency::daily && rule.by_hour.empty() &&
+                         rule.by_minute.empty() && rule.by_second.empty();
+    RecurrenceSet rest{all.start, all.rules, all.dates, {}, {}};
+    cut(rest, to);
+    if (of_days && !rest.rules.empty() && rule_produces(rule, all.start, from) &&
+        move_days(rest.rules[0], from, days)) {
+      set.rules = std::move(rest.rules);
+      if (set.rules[0].until) *set.rules[0].until += shift;
+      for (const LocalSeconds date : rest.dates)
+        if (date > from) set.dates.push_back(date + shift);
+      return set;
+    }
+  }
+  const LocalSeconds end = std::min(to, from + kYearsListed);
+  // Day by day: a rule of seconds must not be asked for years.
+  for (LocalSeconds day = from; day < end && set.dates.size() <= kMostListed; day += kSecondsPerDay)
+    append_instances(all, day, std::min(day + kSecondsPerDay, end), set.dates);
+  const auto last = last_instance(all);
+  complete = set.dates.size() <= kMostListed && (end == to || (last && *last < end));
+  set.dates.resize(std::min(set.dates.size(), kMostListed));
+  for (LocalSeconds& date : set.dates) date += shift;
+  return set;
+}
+
+bool has_instance(const RecurrenceSet& set, LocalSeconds moment) {
+  std::vector<LocalSeconds> found;
+  append_instances(set, moment, moment + 1, found);
+  return !found.empty();
+}
+
+std::vector<AppointmentException> take_exceptions(AppointmentRecord& record, LocalSeconds from) {
+  auto& all = record.exceptions;
+  const auto later = std::lower_bound(
+      all.begin(), all.end(), from,
+      [](const auto& e, LocalSeconds moment) { return e.original_start < moment; });
+  std::vector<AppointmentException> taken(std::make_move_iterator(later),
+                                          std::make_move_iterator(all.end()));
+  all.erase(later, all.end());
+  return taken;
+}
+
+}  // namespace
+
+void end_series_before(AppointmentRecord& record, LocalSeconds moment) {
+  RecurrenceSet set = recurrence_of(record);
+  cut(set, moment);
+  take_exceptions(record, moment);
+  set_recurrence_of(record, set);
+  if (record.start < moment) return;
+  AppointmentException gone;  // the start always counts, but for this
+  gone.original_start = record.start;
+  gone.deleted = true;
+  record.exceptions.push_back(std::move(gone));
+}
+
+void add_date(AppointmentRecord& record, LocalSeconds moment) {
+  RecurrenceSet set = recurrence_of(record);
+  set.dates.push_back(moment);
+  set_recurrence_of(record, set);
+}
+
+std::vector<SeriesPart> split_series(ReadEvent& master, std::vector<FollowingChange>& changes,
+                                     EventContext& context) {
+  const RecurrenceSet all = recurrence_of(master.record);
+  std::vector<std::pair<LocalSeconds, FollowingChange>> good;
+  std::vector<FollowingChange> others;
+  for (FollowingChange& change : changes) {
+    const LocalSeconds from = reading_at(*change.event.recurrence_id, master.start, context.clock);
+    if (good.size() < kMostParts && has_instance(all, from))
+      good.emplace_back(from, std::move(change));
+    else
+      others.push_back(std::move(change));
+  }
+  changes = std::move(others);
+  std::stable_sort(good.begin(), good.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<SeriesPart> parts;
+  for (std::size_t i = good.size(); i-- > 0;) {
+    const LocalSeconds from = good[i].first;
+    const LocalSeconds to = i + 1 < good.size() ? good[i + 1].first : kNoEnd;
+    if (from == to) continue;  // told twice: the later one stands
+    SeriesPart part;
+    part.from = from;
+    part.record = std::move(good[i].second.event.record);
+    part.record.residue = std::move(good[i].second.text);
+    part.shift = part.record.start - from;
+    bool complete = true;
+    set_recurrence_of(part.record, moved(all, from, to, part.shift, complete));
+    if (!complete)
+      context.problems.add(0, "a change of this and all later occurrences is shown for " +
+                                  std::to_string(kMostListed) + " of them or twenty years");
+    part.record.exceptions = take_exceptions(master.record, from);
+    for (AppointmentException& one : part.record.exceptions) one.original_start += part.shift;
+    parts.push_back(std::move(part));
+  }
+  std::reverse(parts.begin(), parts.end());
+  if (!parts.empty()) end_series_before(master.record, parts.front().from);
+  return parts;
+}
+
+}  // namespace orvello

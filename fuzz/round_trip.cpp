@@ -1,0 +1,182 @@
+// Whether what comes in goes out: round_trip FILE_OR_FOLDER... imports each file by itself into a
+// store in memory, exports that and compares. Each property of each component must come back in the
+// same meaning, or a problem line must name its component; a second round must change nothing.
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "exchange/calendar_scanner.h"
+#include "exchange/export.h"
+#include "exchange/importer.h"
+#include "tests/exchange/fake_store.h"
+
+namespace {
+
+using namespace orvello;
+
+// One property: what it says, and the lines of the file that its component covers.
+struct Said {
+  std::string text;
+  int first = 0, last = 0;
+};
+
+std::string upper(std::string_view text) {
+  std::string result(text);
+  for (char& c : result)
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+  return result;
+}
+
+// Parameters in order, as their order says nothing.
+std::string parameters_of(const Property& property) {
+  std::multiset<std::string> sorted;
+  std::string one;
+  bool quoted = false;
+  for (const char c : std::string(property.parameters) + ";") {
+    if (c == '"') quoted = !quoted;
+    if (c == ';' && !quoted) {
+      if (!one.empty()) sorted.insert(one);
+      one.clear();
+    } else {
+      one += c;
+    }
+  }
+  std::string joined;
+  for (const std::string& parameter : sorted) joined += ";" + parameter;
+  return joined;
+}
+
+void collect(const Component& component, const std::string& path, int first, int last,
+             std::vector<Said>& all) {
+  const std::string name = path + "/" + upper(component.name);
+  all.push_back({name, first, last});
+  for (const Property& property : component.properties)
+    all.push_back({name + " " + upper(property.name) + parameters_of(property) + ":" +
+                       std::string(trimmed(property.value)),
+                   first, last});
+  for (const Component& child : component.children) collect(child, name, first, last, all);
+}
+
+// A component is known by its UID and, for a change of a series, its RECURRENCE-ID. One that had no
+// UID has got one.
+std::string id_of(const Component& component) {
+  std::string id;
+  const Property* uid = component.find("UID");
+  if (!uid || uid->value.find("@orvello") != std::string_view::npos) return id;
+  for (const char* name : {"UID", "RECURRENCE-ID", "TZID"})
+    if (const Property* property = component.find(name)) id += std::string(property->value) + "|";
+  return id;
+}
+
+std::vector<Said> read_all(const std::string& text) {
+  std::vector<Said> all;
+  std::istringstream in(text);
+  ProblemList ignored("");
+  CalendarScanner scanner(in, ignored);
+  ScannedCalendar calendar;
+  ParsedComponent parsed;
+  while (scanner.next(calendar)) {
+    repair_encoding(calendar.header);
+    const std::string header = "BEGIN:VCALENDAR\n" + calendar.header + "END:VCALENDAR\n";
+    const int lines = static_cast<int>(std::count(header.begin(), header.end(), '\n'));
+    if (parsed.parse(header, calendar.line))
+      collect(parsed.root(), "", calendar.line, calendar.line + lines, all);
+    for (const ScannedComponent& one : calendar.components) {
+      const std::string_view body = calendar.text_of(one);
+      if (!parsed.parse(body, one.line)) continue;
+      const int last = one.line + static_cast<int>(std::count(body.begin(), body.end(), '\n'));
+      collect(parsed.root(), id_of(parsed.root()), one.line, last, all);
+    }
+  }
+  return all;
+}
+
+bool import_text(FakeStore& store, const std::string& text, ProblemList& problems) {
+  const FakeClock clock;
+  Importer importer(store, clock, true);
+  std::istringstream in(text);
+  ImportCounts counts;
+  return importer.import_stream(in, counts, problems) && importer.finish();
+}
+
+std::string export_text(FakeStore& store) {
+  const FakeClock clock;
+  const auto text = export_calendar(store, {}, {}, clock);
+  return text ? *text : std::string();
+}
+
+// What `before` says and `after` does not, but for what a problem names.
+int report_missing(const std::string& file, const std::vector<Said>& before,
+                   const std::vector<Said>& after, const ProblemList& problems) {
+  std::multiset<std::string> left;
+  for (const Said& one : after) left.insert(one.text);
+  int lost = 0;
+  for (const Said& one : before) {
+    if (const auto found = left.find(one.text); found != left.end()) {
+      left.erase(found);
+      continue;
+    }
+    const auto& list = problems.problems();
+    const bool told = std::any_of(list.begin(), list.end(), [&](const ImportProblem& problem) {
+      return problem.line >= one.first && problem.line <= one.last;
+    });
+    if (told) continue;
+    ++lost;
+    std::printf("%s:%d: lost: %s\n", file.c_str(), one.first, one.text.substr(0, 200).c_str());
+  }
+  return lost;
+}
+
+int check_file(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  FakeStore store;
+  ProblemList problems(path.string());
+  if (!import_text(store, text, problems)) return std::printf("%s: failed\n", path.c_str());
+  const std::string first = export_text(store);
+  int lost = 0;
+  // The older form comes out in the newer one: its properties are others.
+  if (text.find("VERSION:1.0") == std::string::npos)
+    lost = report_missing(path.string(), read_all(text), read_all(first), problems);
+  FakeStore again;
+  ProblemList none("");
+  const std::string second = import_text(again, first, none) ? export_text(again) : std::string();
+  lost +=
+      report_missing(path.string() + " (second round)", read_all(first), read_all(second), none);
+  if (lost == 0 && first != second)
+    lost = std::printf("%s: the second export is another one\n", path.c_str()) > 0;
+  ProblemList repeated("");
+  const std::string same = import_text(store, text, repeated) ? export_text(store) : std::string();
+  lost += report_missing(path.string() + " (once more)", read_all(first), read_all(same), none);
+  if (again.now.records.size() != store.now.records.size())
+    lost += std::printf("%s: %zu appointments, then %zu\n", path.c_str(), store.now.records.size(),
+                        again.now.records.size()) > 0;
+  return lost;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  int files = 0, lossy = 0;
+  const auto check = [&](const std::filesystem::path& path) {
+    ++files;
+    lossy += check_file(path) > 0;
+  };
+  for (int i = 1; i < argc; ++i) {
+    if (!std::filesystem::is_directory(argv[i])) {
+      check(argv[i]);
+      continue;
+    }
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(argv[i]))
+      if (entry.is_regular_file()) check(entry.path());
+  }
+  std::printf("%d files, %d with something lost\n", files, lossy);
+  return files > 0 && lossy == 0 ? 0 : 1;
+}
