@@ -18,7 +18,8 @@ constexpr std::size_t kMostParts = 100;
 
 RecurrenceSet recurrence_of(const AppointmentRecord& record) {
   RecurrenceSet set;
-  if (!record.pattern) return read_rules(record.rules, record.start, nullptr);
+  if (!record.pattern)
+    return read_rules(record.rules, record.start, nullptr, record.fields.all_day);
   set.start = record.start;
   set.rules.push_back(rule_from_pattern(*record.pattern));
   return set;

@@ -34,8 +34,8 @@ class OccurrenceTest : public ExchangeTest {
       if (record->pattern)
         starts.clear(), append_occurrences(*record->pattern, 0, at(2026, 3, 1), starts);
       else if (!record->rules.empty())
-        starts.clear(), append_instances(read_rules(record->rules, record->start, nullptr), 0,
-                                         at(2026, 3, 1), starts);
+        starts.clear(), append_instances(read_rules(record->rules, record->start, nullptr, false),
+                                         0, at(2026, 3, 1), starts);
       for (const AppointmentException& one : record->exceptions) {
         std::erase(starts, one.original_start);
         if (!one.deleted) rows.push_back(row(one.start, one.fields.subject));
