@@ -25,6 +25,8 @@ bool MemoryRecordDatabases::refuses_write() {
     --fail_write_after;
     return false;
   }
+  if (fail_write_times == 0) return false;
+  if (fail_write_times > 0) --fail_write_times;
   error_ = fail_write;
   return true;
 }

@@ -35,6 +35,7 @@ class MemoryRecordDatabases : public RecordDatabases {
   int fail_read_at = -1;                           // that many records can be read after an open
   int fail_read_after = -1;                        // that many reads of any kind still succeed
   int fail_write_after = 0;                        // that many writes still succeed
+  int fail_write_times = -1;                       // and so many fail; negative: all
 
   // Told of the path of a volume file that a mount has created.
   std::function<void(TextView)> on_volume_created;

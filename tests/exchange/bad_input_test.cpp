@@ -1,4 +1,5 @@
 #include <random>
+#include <sstream>
 
 #include "exchange/charset.h"
 #include "tests/exchange/exchange_fixture.h"
@@ -169,6 +170,22 @@ TEST_F(BadInputTest, EncodingsAndLineEnds) {
   EXPECT_EQ(problems_of(latin), "8: text is not UTF-8; read as Windows-1252\n");
   EXPECT_EQ(store.of_uid("l")->fields.subject, u"Caf\u00e9");
   EXPECT_EQ(store.of_uid("l")->fields.location, u"\u20ac");
+}
+
+// The reader's buffer may end anywhere, between CR and LF too.
+TEST_F(BadInputTest, ABufferThatEndsInsideALineEnd) {
+  constexpr std::size_t kPiece = 1 << 18;
+  for (const std::size_t rest : {0, 1, 2}) {
+    std::string text = "BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nDTSTART:20260101T100000\r\nUID:x\r\n";
+    const std::size_t room = kPiece - rest - text.size() - std::string("X-A:").size();
+    text += "X-A:" + std::string(room, 'a') + "\r\n";
+    const int line = static_cast<int>(std::count(text.begin(), text.end(), '\n')) + 1;
+    std::istringstream in(text + "no property\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
+    LineReader reader(in);
+    std::string_view one;
+    while (reader.next(one, kPiece * 2) && one != "no property") EXPECT_NE(one, "") << rest;
+    EXPECT_EQ(reader.number(), line) << rest;
+  }
 }
 
 // Bytes of real files changed at random: whatever comes in must come out readable.

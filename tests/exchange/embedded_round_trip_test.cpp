@@ -28,6 +28,19 @@ TEST_F(EmbeddedRoundTrip, NothingIsLostOnDisk) {
   }
 }
 
+TEST_F(EmbeddedRoundTrip, ANulCutsNoText) {
+  const auto disk = EmbeddedStore::open(folder + "nul.db", clock);
+  ASSERT_TRUE(disk) << disk.reason();
+  AppointmentRecord record;
+  record.fields.subject = record.fields.body = Text(u"a\0b", 3);
+  record.residue = std::string("\nX-A:\0b", 7);
+  const auto read = (*disk)->load((*disk)->put(record));
+  ASSERT_TRUE(read);
+  EXPECT_EQ(read->fields.subject, record.fields.subject);
+  EXPECT_EQ(read->fields.body, record.fields.body);
+  EXPECT_EQ(read->residue, record.residue);
+}
+
 // A known zone is looked up by its name at use; the store's copy is for a device without a
 // database.
 TEST_F(EmbeddedRoundTrip, AKnownZoneFollowsANewerDatabase) {

@@ -150,6 +150,37 @@ TEST_F(ExportTest, OnlyWhatChangedIsWrittenAnew) {
   expect_same_after_import(later);
 }
 
+// UNTIL counts in the zone that the series has now.
+TEST_F(ExportTest, TheEndOfASeriesFollowsItsZone) {
+  import_text(calendar(event("UID:z\r\nDTSTART;TZID=Europe/Berlin:20260105T090000\r\nSUMMARY:S\r\n"
+                             "RRULE:FREQ=WEEKLY;UNTIL=20260202T080000Z\r\nX-KEPT:1\r\n") +
+                       event("UID:p\r\nDTSTART;TZID=America/New_York:20260105T090000\r\n"
+                             "DTEND;TZID=America/New_York:20260105T100000\r\n"
+                             "RRULE:FREQ=WEEKLY;UNTIL=20260202T140000Z\r\n")));
+  EXPECT_NE(exported().find("UNTIL=20260202T080000Z"), std::string::npos);
+  for (const char* uid : {"z", "p"}) {
+    AppointmentRecord& record = *store.of_uid(uid);
+    record.zone = uid == std::string("z") ? "America/New_York" : "UTC";
+    record.modified = at(2026, 6, 1);
+  }
+  const std::string text = exported();
+  EXPECT_NE(text.find("UNTIL=20260203T045959Z"), std::string::npos) << "that day in New York";
+  EXPECT_NE(text.find("UNTIL=20260202T235959Z"), std::string::npos) << "in Greenwich";
+  EXPECT_EQ(text.find("UNTIL=20260202T080000Z"), std::string::npos);
+}
+
+TEST_F(ExportTest, ANulIsNoPartOfALine) {
+  AppointmentRecord record = own("n");
+  record.fields.subject = Text(u"a\0b", 3);
+  record.fields.body = Text(u"\0", 1);
+  record.recipients = {{Text(u"A\0nn", 4), Text(u"a\0@x.org", 8)}};
+  store.put(record);
+  const std::string text = exported();
+  EXPECT_EQ(text.find('\0'), std::string::npos);
+  EXPECT_NE(text.find("SUMMARY:ab\r\n"), std::string::npos);
+  EXPECT_NE(text.find("ATTENDEE;CN=Ann:mailto:a@x.org\r\n"), std::string::npos);
+}
+
 TEST_F(ExportTest, OwnAppointments) {
   AppointmentRecord plain = own("plain");
   plain.fields.subject =

@@ -94,6 +94,11 @@ TEST_F(CategoryListTest, NewLabelsAreNumberedAndUnique) {
   databases.fail_write = DatabaseError::disk_full;
   EXPECT_EQ(addCategory(volume, u"b"), 0);
   EXPECT_EQ(boxes_shown(), Messages{"Error: Disk Full"});
+  // Full only in the middle of a label: no half of it stays.
+  databases.fail_write_after = 3;
+  databases.fail_write_times = 1;
+  EXPECT_EQ(addCategory(volume, u"Half"), 0);
+  EXPECT_EQ(records().size(), 3u);
   const std::pair<std::vector<Record>, int> cases[] = {
       {{label(u"a", kListActive, 9)}, 21},
       {{label(u"a", kListNumber, 20), label(u"b", kListNumber, 23), label(u"c", kListTasks, 99)},
