@@ -34,8 +34,9 @@ TEST_F(EmbeddedRoundTrip, ANulCutsNoText) {
   AppointmentRecord record;
   record.fields.subject = record.fields.body = Text(u"a\0b", 3);
   record.residue = std::string("\nX-A:\0b", 7);
-  const auto read = (*disk)->load((*disk)->put(record));
-  ASSERT_TRUE(read);
+  const auto loaded = (*disk)->load((*disk)->put(record));
+  ASSERT_TRUE(loaded && *loaded);
+  const auto& read = *loaded;
   EXPECT_EQ(read->fields.subject, record.fields.subject);
   EXPECT_EQ(read->fields.body, record.fields.body);
   EXPECT_EQ(read->residue, record.residue);

@@ -71,7 +71,7 @@ TEST_F(MessageTest, AReplyChangesAnAnswerOnly) {
   // To an appointment of our own, which has no text yet.
   AppointmentRecord own;
   own.uid = "m";
-  own.oid = *store.oid_of_uid("m");
+  own.oid = store.now.uids.at("m");
   own.start = at(2026, 5, 4, 9);
   own.end = at(2026, 5, 4, 10);
   own.recipients = {{u"Ann", u"ann@x.org"}};

@@ -28,8 +28,9 @@ class OccurrenceTest : public ExchangeTest {
       (*disk)->put(copy);
     }
     std::vector<std::string> rows;
-    for (const std::int32_t oid : (*disk)->oids({}, {})) {
-      const auto record = (*disk)->load(oid);
+    const auto oids = (*disk)->oids({}, {});
+    for (const std::int32_t oid : *oids) {
+      const auto record = *(*disk)->load(oid);
       std::vector<LocalSeconds> starts{record->start};
       if (record->pattern)
         starts.clear(), append_occurrences(*record->pattern, 0, at(2026, 3, 1), starts);
@@ -186,13 +187,13 @@ TEST_F(OccurrenceTest, ChangesBehindAChangeOfAllThatFollows) {
   EXPECT_EQ(shown(), "0105T09 All, 0106T09 All, 0107T11 Changed, 0110T20 Changed");
   // A part that is gone does not come back; a series without the first part is one of its own.
   FakeStore::Content both = store.now;
-  store.erase(*store.oid_of_uid("s#20260107T090000"));
+  store.erase(store.now.uids.at("s#20260107T090000"));
   const std::string first = exported();
   store.now = {};
   import_text(first);
   EXPECT_EQ(shown(), "0105T09 All, 0106T09 All");
   store.now = both;
-  store.erase(*store.oid_of_uid("s"));
+  store.erase(store.now.uids.at("s"));
   const std::string rest = exported();
   store.now = {};
   import_text(rest);
