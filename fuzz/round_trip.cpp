@@ -83,7 +83,6 @@ std::vector<Said> read_all(const std::string& text) {
   ScannedCalendar calendar;
   ParsedComponent parsed;
   while (scanner.next(calendar)) {
-    repair_encoding(calendar.header);
     const std::string header = "BEGIN:VCALENDAR\n" + calendar.header + "END:VCALENDAR\n";
     const int lines = static_cast<int>(std::count(header.begin(), header.end(), '\n'));
     if (parsed.parse(header, calendar.line))
