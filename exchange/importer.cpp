@@ -237,11 +237,10 @@ void Importer::import_master(const ScannedCalendar& calendar, std::size_t index,
   if (record.uid != uid) read->plain = false;
   record.uid = uid;
   record.oid = earlier ? earlier->oid : 0;
-  if (again && earlier) merge_earlier(*earlier, record);
+  const bool changed = changed_.contains(std::hash<std::string>()(uid));
+  if ((again || changed) && earlier) merge_earlier(*earlier, record);
   std::vector<FollowingChange> following;
   read_changes(calendar, indices, *read, following);
-  if (const auto before = changes_.find(uid); before != changes_.end())
-    record.exceptions.insert(record.exceptions.end(), before->second.begin(), before->second.end());
   const bool had_lone = lone_.contains(uid);
   if (had_lone) merge_lone(uid, *read, following);
   if (hidden_.contains(uid)) merge_hidden(uid, *read);
@@ -310,7 +309,8 @@ void Importer::read_changes(const ScannedCalendar& calendar,
   }
 }
 
-// Of two versions in one file the later stands, with what the earlier one's occurrences said.
+// Of two versions that come in one go the later stands, with what the earlier one's occurrences
+// said.
 void Importer::merge_earlier(const AppointmentRecord& earlier, AppointmentRecord& record) {
   std::vector<AppointmentException> changed;
   for (const AppointmentException& one : earlier.exceptions)
@@ -406,7 +406,7 @@ void Importer::import_change(OpenSeries& series, ReadEvent& change, const Compon
       return owner->following.push_back({std::move(change), std::string(event.raw)});
     owner->places.try_emplace(exception.original_start, list.size());
   }
-  changes_[series.record.uid].push_back(exception);
+  changed_.insert(std::hash<std::string>()(series.record.uid));
   if (added)
     list.push_back(std::move(exception));
   else
@@ -432,6 +432,7 @@ void Importer::import_lone(const std::string& uid, ReadEvent& change, const std:
     ++counts_->skipped;
     return;
   }
+  record.oid = earlier ? earlier->oid : 0;
   put(record, false);
   counted_.insert(std::hash<std::string>()(uid));
 }
@@ -463,11 +464,11 @@ void Importer::merge_lone(const std::string& uid, ReadEvent& master,
       following.push_back({std::move(*read), text});
     } else {
       AppointmentException exception = exception_of(*read, master, text, clock_);
-      changes_[uid].push_back(exception);
       master.record.exceptions.push_back(std::move(exception));
     }
     if (writes_ && !store_.erase(oid)) failed_ = true;
   }
+  changed_.insert(std::hash<std::string>()(uid));
   lone_[uid] = std::move(left);
   if (lone_[uid].empty()) lone_.erase(uid);
   lone_changed_ = true;

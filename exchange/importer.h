@@ -137,8 +137,8 @@ class Importer {
   // Events that no day shows, by UID: cancelled ones, and those without a start.
   std::unordered_map<std::string, std::vector<ForeignComponent>> hidden_;
   std::map<std::string, OpenSeries> open_;
-  // Changes that came in this import, for a series that comes later in it.
-  std::unordered_map<std::string, std::vector<AppointmentException>> changes_;
+  // Hashes of UIDs of series that got changes in this import: one that comes later keeps them.
+  std::unordered_set<std::size_t> changed_;
 };
 
 }  // namespace orvello

@@ -13,6 +13,7 @@ namespace orvello {
 namespace {
 
 constexpr std::size_t kLongestName = 80;
+constexpr int kMostAnswers = 100;  // in one reply, which comes from one person
 
 std::string value_of(const Component& event, std::string_view name) {
   const Property* property = event.find(name);
@@ -170,8 +171,10 @@ void Importer::apply_reply(const Component& reply, const std::string& uid) {
   auto record = stored(oid_of(uid));
   if (!record) return tell(reply, "is answered, but the calendar does not have it; left out");
   bool used = false;
+  int answers = 0;
   for (const Property& property : reply.properties) {
     if (!property.named("ATTENDEE")) continue;
+    if (++answers > kMostAnswers) return tell(reply, "is answered by too many at once; left out");
     const std::string status = parameter(property, "PARTSTAT").value_or("NEEDS-ACTION");
     if (take_answer(*record, reply, property)) {
       tell(reply, "is answered by " + name_of(property) + ": " + lower(status));

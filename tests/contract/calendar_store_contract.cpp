@@ -167,6 +167,30 @@ TEST_P(CalendarStoreContract, OccurrencesAreChangedMovedAndRemoved) {
   EXPECT_EQ(error, OccurrenceError::invalid_argument);
 }
 
+TEST_P(CalendarStoreContract, ASeriesFiledAnewTakesItsChangedOccurrencesAlong) {
+  const auto oid = add_series(u"w", weekly(46205, 1 << 4));
+  const auto file = [](Appointment& item, TextView categories) {
+    AppointmentFields fields;
+    item.read(fields);
+    fields.categories = categories;
+    item.write(fields);
+    ASSERT_TRUE(item.save());
+  };
+  OccurrenceError error;
+  const auto occurrence = [&](double start) {
+    return app_->item_from_oid(oid)->pattern()->occurrence(start, error);
+  };
+  file(*app_->item_from_oid(oid), u"Old");
+  file(*occurrence(46212.375), u"Old");  // changed, if only in what it says already
+  file(*occurrence(46219.375), u"Mine");
+  file(*app_->item_from_oid(oid), u"New");
+  for (const auto& [start, categories] : {std::pair(46212.375, u"New"), {46219.375, u"Mine"}}) {
+    AppointmentFields fields;
+    occurrence(start)->read(fields);
+    EXPECT_EQ(fields.categories, categories);
+  }
+}
+
 TEST_P(CalendarStoreContract, ANewPatternDropsExceptionsAndTheSameOneKeepsThem) {
   const auto oid = add_series(u"w", weekly(46205, 1 << 4));
   OccurrenceError error;

@@ -204,6 +204,21 @@ TEST_F(OccurrenceTest, ChangesBehindAChangeOfAllThatFollows) {
   EXPECT_EQ(shown(), "0105T09 All, 0106T09 All");
 }
 
+// However many calendars a file has, a series that they change is read and written once.
+TEST_F(OccurrenceTest, ManyCalendarsWriteASeriesOnce) {
+  import_text(calendar(series("RRULE:FREQ=DAILY\r\n")));
+  std::string text;
+  constexpr int kCalendars = 20;
+  for (int i = 0; i < kCalendars; ++i) {
+    const std::string day = "202602" + std::to_string(i + 10 - i % 2) + "T";  // each second twice
+    text += calendar(change((day + "090000").c_str(), (day + "120000").c_str()));
+  }
+  const int before = store.writes;
+  import_text(text);
+  EXPECT_EQ(store.writes - before, kCalendars + 1);  // the calendars' own properties
+  EXPECT_EQ(store.of_uid("s")->exceptions.size(), kCalendars / 2 + 0u);
+}
+
 TEST_F(OccurrenceTest, AnOccurrenceChangedByHandKeepsWhatItsSeriesSaid) {
   import_text(calendar(
       event("UID:s\r\nDTSTART:20260105T090000Z\r\nDTEND:20260105T100000Z\r\nSUMMARY:All\r\n"
