@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include "exchange/charset.h"
+#include "exchange/line_reader.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace orvello {
