@@ -206,6 +206,8 @@ void EventWriter::show_as_kept(const AppointmentRecord& record, ReadEvent& refer
   }
   if (!reference.record.recurring() && is_start_alone(record))
     reference.record.rules = record.rules;
+  // Excluded dates of what is no series are nobody's exceptions.
+  if (!reference.record.recurring() && !record.recurring()) reference.record.exceptions.clear();
 }
 
 bool EventWriter::has(const std::string& uid) {

@@ -15,6 +15,7 @@
 #include "exchange/calendar_scanner.h"
 #include "exchange/export.h"
 #include "exchange/importer.h"
+#include "hosts/headless/memory_store.h"
 #include "tests/exchange/fake_store.h"
 
 namespace {
@@ -97,7 +98,7 @@ std::vector<Said> read_all(const std::string& text) {
   return all;
 }
 
-bool import_text(FakeStore& store, const std::string& text, ProblemList& problems) {
+bool import_text(MemoryStore& store, const std::string& text, ProblemList& problems) {
   const FakeClock clock;
   Importer importer(store, clock, true);
   std::istringstream in(text);
@@ -105,7 +106,7 @@ bool import_text(FakeStore& store, const std::string& text, ProblemList& problem
   return importer.import_stream(in, counts, problems) && importer.finish();
 }
 
-std::string export_text(FakeStore& store) {
+std::string export_text(MemoryStore& store) {
   const FakeClock clock;
   const auto text = export_calendar(store, {}, {}, clock);
   return text ? *text : std::string();
@@ -136,7 +137,8 @@ int report_missing(const std::string& file, const std::vector<Said>& before,
 int check_file(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
   const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  FakeStore store;
+  const FakeClock clock;
+  MemoryStore store(clock);
   ProblemList problems(path.string());
   if (!import_text(store, text, problems)) return std::printf("%s: failed\n", path.c_str());
   const std::string first = export_text(store);
@@ -144,7 +146,7 @@ int check_file(const std::filesystem::path& path) {
   // The older form comes out in the newer one: its properties are others.
   if (text.find("VERSION:1.0") == std::string::npos)
     lost = report_missing(path.string(), read_all(text), read_all(first), problems);
-  FakeStore again;
+  MemoryStore again(clock);
   ProblemList none("");
   const std::string second = import_text(again, first, none) ? export_text(again) : std::string();
   lost +=
@@ -154,9 +156,9 @@ int check_file(const std::filesystem::path& path) {
   ProblemList repeated("");
   const std::string same = import_text(store, text, repeated) ? export_text(store) : std::string();
   lost += report_missing(path.string() + " (once more)", read_all(first), read_all(same), none);
-  if (again.now.records.size() != store.now.records.size())
-    lost += std::printf("%s: %zu appointments, then %zu\n", path.c_str(), store.now.records.size(),
-                        again.now.records.size()) > 0;
+  const std::size_t before = store.oids({}, {})->size(), after = again.oids({}, {})->size();
+  if (before != after)
+    lost += std::printf("%s: %zu appointments, then %zu\n", path.c_str(), before, after) > 0;
   return lost;
 }
 
