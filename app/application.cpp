@@ -136,6 +136,8 @@ bool Application::on_close(const Message& message) {
 bool Application::on_timer(const Message& message) {
   if (message.wparam == kTimerDayChange) {
     check_day_change();
+  } else if (message.wparam == kTimerReadAgain) {
+    read_again();
   } else if (message.wparam == kTimerHold) {
     host_.window.stop_timer(kTimerHold);
     const bool held = host_.window.pen_is_down() && modality_.free();
@@ -159,6 +161,18 @@ bool Application::on_refresh(const Message& message) {
     request_redraw();
   }
   return true;
+}
+
+void Application::note_read(ReadOutcome outcome) {
+  trouble_.note(outcome, state_.layout, language(), measuring_canvas());
+}
+
+void Application::read_again() {
+  if (!trouble_.standing()) return;
+  if (state_.view_mode == ViewMode::day)
+    day_view_.read_again();
+  else
+    request_redraw();
 }
 
 void Application::appointments_changed(bool reconnect) {

@@ -14,6 +14,7 @@
 #include "app/grid_pointer.h"
 #include "app/modality.h"
 #include "app/once_boxes.h"
+#include "app/read_trouble.h"
 #include "ports/calendar_store.h"
 #include "ports/dialogs.h"
 #include "ports/host.h"
@@ -84,6 +85,8 @@ class Application : public MessageHandler,
   int redraw_requests() const { return redraw_requests_; }
   const MonthLayout& month_layout() const { return month_layout_; }
   const YearLayout& year_layout() const { return year_layout_; }
+  const MonthSnapshot* drawn_month() const { return month_snapshot_.get(); }
+  const YearSnapshot* drawn_year() const { return year_snapshot_.get(); }
   const DayView& day() const { return day_view_; }
   const PasteSource& paste_source() const { return paste_source_; }
   bool focus_visible() const { return focus_visible_; }
@@ -130,6 +133,7 @@ class Application : public MessageHandler,
   void load_conventions();
   bool enter_view(int mode);
   void check_day_change();
+  void read_again();
   void leave_day_and_label();
 
   // The grids of the Month and Year views.
@@ -149,6 +153,8 @@ class Application : public MessageHandler,
   void hide_hover_label();
   Text date_text(const MonthDayYear& date, int showdaylabel) const;  // as popups are headed
   std::vector<CompactRow> compact_rows(const MonthDayYear& date);
+  std::shared_ptr<MonthSnapshot> read_month();
+  std::shared_ptr<const YearSnapshot> read_year();
   const DayCount& day_count();
   std::optional<MonthDayYear> cell_date(int cell) const;
   bool passes_profile(TextView categories) const;
@@ -156,6 +162,7 @@ class Application : public MessageHandler,
 
   // ViewCommands.
   void appointments_changed(bool reconnect) override;
+  void note_read(ReadOutcome outcome) override;
   bool is_free() const override { return modality_.free(); }
   bool can_edit() const override { return options_.edit_appointment != nullptr; }
   Canvas& measuring_canvas() override { return measuring_->canvas(); }
@@ -169,12 +176,14 @@ class Application : public MessageHandler,
   SettingsVolume volume_;
   SettingsRecord settings_;
   StoreSession session_;
+  ReadTrouble trouble_{modality_, session_};
   DrawingWorker worker_;
   GridPointer grid_pointer_;
   MonthLayout month_layout_;
   YearLayout year_layout_;
   std::shared_ptr<const MonthSnapshot> month_snapshot_;  // what was drawn last
   std::shared_ptr<const YearSnapshot> year_snapshot_;
+  bool month_read_ = false, year_read_ = false;  // those hold what was read once
   PasteSource paste_source_;
   DayView day_view_;
   std::unique_ptr<Surface> measuring_;

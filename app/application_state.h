@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "base/geometry.h"
+#include "calendar/calendar_date.h"
 #include "calendar/dates.h"
 #include "draw/screen_layout.h"
 
@@ -20,8 +21,9 @@ struct ApplicationState {
   ViewMode previous_view_mode = ViewMode::month;  // from which the Day view was entered
   MonthDayYear current;                           // the date the views show
   MonthDayYear today;
-  std::int32_t appointment_to_edit = 0;  // oid for the editor, 0 for a new appointment
-  bool whole_series = false;             // the choice for a recurring one
+  std::int32_t appointment_to_edit = 0;       // oid for the editor, 0 for a new appointment
+  CalendarDate occurrence_to_edit = kNoDate;  // its start, where a row was touched
+  bool whole_series = false;                  // the choice for a recurring one
 
   bool landscape = false;
   int platform_generation = 0;
@@ -32,6 +34,9 @@ struct ApplicationState {
 
   int profile_count = 0;
 };
+
+// A row of words in the place of a day's appointments; -1 says that there are none.
+inline constexpr std::int32_t kUnreadableRow = -2;
 
 // 0-3 from the operating system's version.
 int platform_generation(int os_major, int os_minor);

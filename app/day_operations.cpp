@@ -9,38 +9,38 @@
 
 namespace orvello {
 
-void DayView::run_command(std::uint32_t command) {
+void DayView::run_command(std::uint32_t command, const RowKey& key) {
   switch (command) {
     case kCommandCut:
-      return take_source(true);
+      return take_source(true, key);
     case kCommandCopy:
-      return take_source(false);
+      return take_source(false, key);
     case kCommandPaste:
       return paste();
     case kCommandBeam:
-      return beam();
+      return beam(key);
     case kCommandDelete:
-      return delete_selected();
+      return delete_row(key);
     case kCommandEditAppointment:
-      if (selected_oid() != 0) open_editor(selected_oid());
+      if (key) open_editor(key);
       return;
     case kCommandCreate:
-      if (c_.commands.can_edit()) open_editor(0);
+      if (c_.commands.can_edit()) open_editor({});
       return;
     default:
       return;
   }
 }
 
-void DayView::open_editor(std::int32_t oid) {
-  c_.state.appointment_to_edit = oid;
+void DayView::open_editor(const RowKey& key) {
+  c_.state.appointment_to_edit = key.oid;
+  c_.state.occurrence_to_edit = key.start;
   c_.commands.send_command(kCommandNew);
 }
 
-void DayView::take_source(bool cut) {
-  const std::int32_t oid = selected_oid();
-  if (oid == 0) return;
-  c_.source = {cut ? 0 : oid, cut ? oid : 0, selected_start(), c_.state.current};
+void DayView::take_source(bool cut, const RowKey& key) {
+  if (!key) return;
+  c_.source = {cut ? 0 : key.oid, cut ? key.oid : 0, key.start, c_.state.current};
 }
 
 void DayView::paste() {
@@ -60,8 +60,8 @@ void DayView::paste() {
   c_.commands.appointments_changed(false);
 }
 
-void DayView::beam() {
-  const auto item = c_.session.ItemFromOid(selected_oid());
+void DayView::beam(const RowKey& key) {
+  const auto item = c_.session.ItemFromOid(key.oid);
   if (!item || !c_.session.BeamToInfrared(*item))
     c_.host.boxes.show(u"Could not beam appointment", u"Error");
 }
@@ -84,16 +84,15 @@ int DayView::ask_delete(std::int32_t oid) {
   return answer == 0 ? DeleteProcedure::kCancel : answer;
 }
 
-void DayView::delete_selected() {
-  const std::int32_t oid = selected_oid();
-  const CalendarDate start = selected_start();  // before the list may change under the question
-  if (oid == 0) return;
-  const int answer = ask_delete(oid);
+void DayView::delete_row(const RowKey& key) {
+  const RowKey meant = key;  // the list may be made anew while this is asked
+  if (!meant) return;
+  const int answer = ask_delete(meant.oid);
   focus_list();
   bool reconnect = false;
   if (answer != DeleteProcedure::kCancel) {
     c_.host.window.show_wait_cursor();
-    reconnect = delete_appointment(c_.session, c_.host.boxes, oid, answer, start);
+    reconnect = delete_appointment(c_.session, c_.host.boxes, meant.oid, answer, meant.start);
     c_.host.window.hide_wait_cursor();
   }
   c_.commands.appointments_changed(reconnect);

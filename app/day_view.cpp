@@ -49,7 +49,7 @@ void DayView::handle(Dialog& dialog, const DialogEvent& event) {
     dialog.stop_timer(event.control);
     if (!c_.commands.is_free()) return;  // something opened above the list meanwhile
     if (event.control == kTimerMenu) act(pointer_.hold());
-    if (event.control == kTimerNotes) open_notes(std::exchange(tapped_row_, kNoRow));
+    if (event.control == kTimerNotes) open_notes(std::exchange(tapped_, {}));
   } else if (event.control == kControlDayHeader) {
     header_event(event);
   } else if (event.control == kControlDayList) {
@@ -61,14 +61,45 @@ std::int32_t DayView::shown_day() const {
   return WholeDayNumber(c_.state.current.month, c_.state.current.day, c_.state.current.year);
 }
 
+// What was read of the day before is kept when it cannot be read now. Of another day there is
+// nothing to keep, and the list says so: an empty one would mean that the day is free.
+ReadOutcome DayView::read() {
+  const auto items = c_.session.CalendarItems();
+  DayAgenda agenda = full_agenda(items.get(), shown_day(), c_.settings, [this](TextView labels) {
+    return profileAllowsCategory(c_.settings, labels);
+  });
+  ReadOutcome outcome = ReadOutcome::whole;
+  if (!agenda.failed) {
+    read_ = std::move(agenda);
+    read_day_ = shown_day();
+  } else if (read_day_ == shown_day()) {
+    outcome = ReadOutcome::kept;
+  } else {
+    DayRow words;
+    words.time = load_string(StringId::unreadable, c_.commands.language());
+    read_ = {};
+    read_.failed = true;
+    read_.rows = {words};
+    read_.row_ends = {kNoDate};
+    read_.row_colors = {kWhite};
+    read_.row_shades = {1};
+    read_day_ = std::nullopt;
+    outcome = ReadOutcome::nothing;
+  }
+  c_.commands.note_read(outcome);
+  return outcome;
+}
+
 void DayView::build_list() {
+  read();
+  show_list();
+}
+
+void DayView::show_list() {
   ReportList* list = dialog_ ? dialog_->report(kControlDayList) : nullptr;
   if (!list) return;
   built_day_ = shown_day();
-  const auto items = c_.session.CalendarItems();
-  agenda_ = full_agenda(items.get(), shown_day(), c_.settings, [this](TextView categories) {
-    return profileAllowsCategory(c_.settings, categories);
-  });
+  agenda_ = read_;
   CalendarDate now = 0;
   SystemTimeToVariantTime(c_.host.clock.local_time(), now);
   const DayListInput input{c_.settings, c_.state.layout, list->place(), now};
@@ -80,21 +111,43 @@ void DayView::build_list() {
 // Of the same day, the list stays where it was scrolled to and an appointment that is still there
 // stays selected.
 void DayView::rebuild() {
+  if (!dialog_) return;
+  read();
+  renew_list();
+}
+
+void DayView::read_again() {
+  if (dialog_ && read() == ReadOutcome::whole) renew_list();
+}
+
+void DayView::renew_list() {
   ReportList* list = dialog_ ? dialog_->report(kControlDayList) : nullptr;
   if (!list) return;
-  const std::int32_t selected = selected_oid();
+  const RowKey selected_before = selected();
   const int marker = row_;
   const bool same_day = built_day_ == shown_day();
   const int top = list->row_place(0).y;
-  build_list();
+  show_list();
   if (same_day) list->scroll_by(list->row_place(0).y - top);
   repaint_header();
   row_ = marker == kPasteTarget ? kPasteTarget : kNoRow;
-  for (int i = 0; selected != 0 && i < static_cast<int>(agenda_.rows.size()); ++i)
-    if (agenda_.rows[static_cast<std::size_t>(i)].oid == selected) {
-      select_row(i);
-      break;
-    }
+  if (const int row = row_of(selected_before); row >= 0) select_row(row);
+}
+
+RowKey DayView::key_of(int row) const {
+  if (row < 0 || row >= static_cast<int>(agenda_.rows.size())) return {};
+  const DayRow& found = agenda_.rows[static_cast<std::size_t>(row)];
+  return {std::max(found.oid, 0), found.start};
+}
+
+int DayView::row_of(const RowKey& key) const {
+  int same_item = -1;
+  for (int i = 0; key && i < static_cast<int>(agenda_.rows.size()); ++i) {
+    const RowKey at = key_of(i);
+    if (at == key) return i;
+    if (at.oid == key.oid && same_item < 0) same_item = i;
+  }
+  return same_item;
 }
 
 void DayView::repaint_header() {

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "app/application_state.h"
 #include "app/list_pointer.h"
+#include "app/read_trouble.h"
 #include "ports/host.h"
 #include "resources/strings.h"
 #include "settings/settings_record.h"
@@ -22,6 +24,8 @@ class ViewCommands {
   virtual ~ViewCommands() = default;
   virtual void set_current_date(const MonthDayYear& date) = 0;
   virtual void send_command(std::uint32_t command) = 0;
+  // Tells what came of reading what the view shows.
+  virtual void note_read(ReadOutcome outcome) = 0;
   // Appointments changed; `reconnect` when the store's session has to be opened anew.
   virtual void appointments_changed(bool reconnect) = 0;
   virtual bool is_free() const = 0;        // nothing modal stands
@@ -30,11 +34,19 @@ class ViewCommands {
   virtual Language language() const = 0;
 };
 
+// The occurrence that a row stands for.
+struct RowKey {
+  std::int32_t oid = 0;  // 0: none
+  CalendarDate start = kNoDate;
+  explicit operator bool() const { return oid != 0; }
+  friend bool operator==(const RowKey&, const RowKey&) = default;
+};
+
 // What Cut or Copy chose, until it is pasted; it outlives the view. At most one oid is not 0.
 struct PasteSource {
   std::int32_t copied = 0;
   std::int32_t cut = 0;
-  CalendarDate start = kNoDate;  // of the row
+  CalendarDate start = kNoDate;  // of the occurrence
   MonthDayYear day;              // shown when it was chosen
   bool any() const { return copied != 0 || cut != 0; }
 };
@@ -58,7 +70,8 @@ class DayView : public DialogProcedure {
   void open();  // as a modeless dialog over the main window
   void close();
   bool is_open() const { return dialog_ != nullptr; }
-  void rebuild();  // after a change of date, appointments or settings
+  void rebuild();     // after a change of date, appointments or settings
+  void read_again();  // what could not be read; nothing changes if it still cannot
   void repaint_header();
   void focus_list();
 
@@ -70,7 +83,10 @@ class DayView : public DialogProcedure {
 
  private:
   // Building.
+  ReadOutcome read();
   void build_list();
+  void show_list();
+  void renew_list();
   Text date_text() const;
   Text day_number() const;
   FontSpec day_number_font() const;
@@ -94,31 +110,36 @@ class DayView : public DialogProcedure {
   void step_selection(int direction);
   void turn(int days);
   void show_date(const MonthDayYear& date);
-  void open_menu(Point at);
-  void open_notes(int row);
-  void edit_row(int row);
+  void open_menu(Point at, const RowKey& key);
+  void open_notes(const RowKey& key);
+  void edit(const RowKey& key);
 
   // Row commands.
-  void run_command(std::uint32_t command);
-  std::int32_t selected_oid() const;  // 0 without an appointment
-  CalendarDate selected_start() const;
-  void take_source(bool cut);
+  void run_command(std::uint32_t command, const RowKey& key);
+  RowKey key_of(int row) const;
+  RowKey selected() const { return key_of(row_); }
+  // The row that it has now; another occurrence's of it when that is all there is of a moved one.
+  int row_of(const RowKey& key) const;
+  void take_source(bool cut, const RowKey& key);
   void paste();
-  void beam();
-  void delete_selected();
+  void beam(const RowKey& key);
+  void delete_row(const RowKey& key);
   int ask_delete(std::int32_t oid);
-  void open_editor(std::int32_t oid);
+  void open_editor(const RowKey& key);
 
   Context c_;
   std::unique_ptr<Dialog> owned_;
-  Dialog* dialog_ = nullptr;  // there from its init event on; a command may close it
-  DayAgenda agenda_;
+  Dialog* dialog_ = nullptr;              // there from its init event on; a command may close it
+  DayAgenda read_;                        // as the store gave it last
+  std::optional<std::int32_t> read_day_;  // its day; none: nothing could be read
+  DayAgenda agenda_;  // the same with its subjects wrapped: row by row what the list shows
   DayHeaderLayout header_;
   ListPointer pointer_;
   std::int32_t built_day_ = 0;  // that the list shows
   int icons_x_ = 0;             // the middle of the icon column
   int row_ = kNoRow;
-  int tapped_row_ = kNoRow;  // its notes open unless a second tap comes
+  RowKey pressed_;  // under the pen, also when the list is made anew meanwhile
+  RowKey tapped_;   // its notes open unless a second tap comes
   DayHeaderZone pressed_zone_ = DayHeaderZone::none;
   DayHeaderZone focused_zone_ = DayHeaderZone::none;  // none without the focus
   bool pen_down_ = false;

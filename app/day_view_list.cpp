@@ -26,14 +26,15 @@ void DayView::list_event(const DialogEvent& event) {
       pen_down_ = true;
       dialog_->stop_timer(kTimerNotes);
       dialog_->start_timer(kTimerMenu, kMenuMilliseconds);
+      pressed_ = key_of(list->row_at(event.point));
       act(pointer_.press(event.point, list->row_at(event.point)));
       break;
     case Event::double_tap:
       pen_down_ = true;
       dialog_->stop_timer(kTimerNotes);
-      tapped_row_ = kNoRow;
+      tapped_ = {};
       select_row(list->row_at(event.point));
-      edit_row(row_);
+      edit(selected());
       break;
     case Event::pointer_move:
       act(pointer_.move(event.point));
@@ -61,11 +62,11 @@ void DayView::act(const ListPointer::Action& action) {
       break;
     case Kind::tap:
       // A second tap soon opens the editor instead.
-      tapped_row_ = action.row;
-      if (selected_oid() != 0) dialog_->start_timer(kTimerNotes, kDoubleTapMilliseconds);
+      tapped_ = pressed_;
+      if (tapped_) dialog_->start_timer(kTimerNotes, kDoubleTapMilliseconds);
       break;
     case Kind::menu:
-      open_menu(action.point);
+      open_menu(action.point, pressed_);
       break;
     case Kind::turn:
       turn(action.value);
@@ -103,15 +104,6 @@ void DayView::step_selection(int direction) {
   for (auto last = rows.rbegin(); last != rows.rend(); ++last) list->show_row(*last);
 }
 
-std::int32_t DayView::selected_oid() const {
-  if (row_ < 0 || row_ >= static_cast<int>(agenda_.rows.size())) return 0;
-  return std::max(agenda_.rows[static_cast<std::size_t>(row_)].oid, 0);
-}
-
-CalendarDate DayView::selected_start() const {
-  return selected_oid() == 0 ? kNoDate : agenda_.rows[static_cast<std::size_t>(row_)].start;
-}
-
 void DayView::list_key(const DialogEvent& event) {
   switch (event.key) {
     case kKeyLeft:
@@ -127,13 +119,13 @@ void DayView::list_key(const DialogEvent& event) {
     case kKeyPageDown:
       return step_selection(1);
     case kKeyReturn:
-      return edit_row(row_);
+      return edit(selected());
     case kKeySpace:
-      return open_notes(row_);
+      return open_notes(selected());
     case kKeyDelete:
-      return delete_selected();
+      return delete_row(selected());
     case kKeyInsert:
-      return run_command(kCommandCreate);
+      return run_command(kCommandCreate, {});
     default:
       command_key(event);
   }
@@ -146,11 +138,12 @@ bool DayView::command_key(const DialogEvent& event) {
   if (event.key == kKeyMenu || (event.key == kKeyF10 && event.shift_held)) {
     ReportList* list = dialog_->report(kControlDayList);
     const Rect row = list ? list->row_place(std::max(row_, 0)) : Rect();
-    return open_menu({row.width / 3, row.y - header_.strip.height + row.height / 2}), true;
+    const Point at{row.width / 3, row.y - header_.strip.height + row.height / 2};
+    return open_menu(at, selected()), true;
   }
-  if (held && event.key == u'X') return run_command(kCommandCut), true;
-  if (held && event.key == u'C') return run_command(kCommandCopy), true;
-  if (held && event.key == u'V') return run_command(kCommandPaste), true;
+  if (held && event.key == u'X') return run_command(kCommandCut, selected()), true;
+  if (held && event.key == u'C') return run_command(kCommandCopy, selected()), true;
+  if (held && event.key == u'V') return run_command(kCommandPaste, {}), true;
   if (held && event.key == u'G') return choose_date(), true;
   if (event.key == kKeyEscape) {
     const bool to_year = c_.state.previous_view_mode == ViewMode::year;
@@ -175,24 +168,28 @@ void DayView::show_date(const MonthDayYear& date) {
   rebuild();
 }
 
-void DayView::open_menu(Point at) {
+// What the menu is about was under the pen when it opened, whatever the list shows by then.
+void DayView::open_menu(Point at, const RowKey& key) {
   pointer_.let_go();
   pen_down_ = false;  // the menu gets the release
   dialog_->stop_timer(kTimerMenu);
-  const DayMenuState state{selected_oid() != 0, c_.source.any(), c_.commands.can_edit()};
+  const RowKey meant = key;
+  const DayMenuState state{static_cast<bool>(meant), c_.source.any(), c_.commands.can_edit()};
   const std::uint32_t command =
       dialog_->track_menu(day_menu(c_.commands.language(), state), kControlDayList, at);
-  if (command != 0 && dialog_) run_command(command);
+  if (command != 0 && dialog_) run_command(command, meant);
 }
 
 // The bubble points at the row's icons.
-void DayView::open_notes(int row) {
-  if (!dialog_ || row < 0 || row >= static_cast<int>(agenda_.rows.size())) return;
-  const DayRow& shown = agenda_.rows[static_cast<std::size_t>(row)];
-  ReportList* list = dialog_->report(kControlDayList);
-  if (shown.oid <= 0 || !list) return;
+void DayView::open_notes(const RowKey& key) {
+  const RowKey meant = key;
+  if (!dialog_ || !meant) return;
+  const Text notes = notes_text(c_.session, c_.host.boxes, meant.oid, meant.start);
+  // A failure was shown; the list may be another one since.
+  const int row = row_of(meant);
+  ReportList* list = dialog_ ? dialog_->report(kControlDayList) : nullptr;
+  if (notes.empty() || row < 0 || !list) return;
   const ScreenLayout& screen = c_.state.layout;
-  const Text notes = notes_text(c_.session, c_.host.boxes, shown.oid, shown.start);
   Rect place = list->row_place(row);  // grows over all the appointment's rows
   for (const int one : rows_of_appointment(agenda_, row)) {
     const Rect part = list->row_place(one);
@@ -214,12 +211,12 @@ void DayView::open_notes(int row) {
 }
 
 // Without an editor the notes are what there is to see of an appointment.
-void DayView::edit_row(int row) {
-  if (row < 0 || selected_oid() == 0) return;
+void DayView::edit(const RowKey& key) {
+  if (!key) return;
   if (c_.commands.can_edit())
-    open_editor(selected_oid());
+    open_editor(key);
   else
-    open_notes(row);
+    open_notes(key);
 }
 
 }  // namespace orvello

@@ -180,12 +180,15 @@ void Application::grid_action(const GridPointer::Action& action) {
   }
 }
 
+// A day that cannot be read has one row that says so.
 std::vector<CompactRow> Application::compact_rows(const MonthDayYear& date) {
   const auto items = session_.CalendarItems();
-  return compact_agenda(items.get(), WholeDayNumber(date.month, date.day, date.year),
-                        settings_.timeformat != 0,
-                        [this](TextView categories) { return passes_profile(categories); })
-      .value_or(std::vector<CompactRow>());
+  auto rows = compact_agenda(items.get(), WholeDayNumber(date.month, date.day, date.year),
+                             settings_.timeformat != 0,
+                             [this](TextView categories) { return passes_profile(categories); });
+  if (rows) return std::move(*rows);
+  note_read(ReadOutcome::kept);
+  return {{load_string(StringId::unreadable, language()), {}, kUnreadableRow}};
 }
 
 Rect Application::day_place(const MonthDayYear& date) const {

@@ -54,11 +54,13 @@ const DayCount& Application::day_count() {
     from = WholeDayNumber(shown.month, 1, shown.year) - 7;
     to = from + 7 + 42;
   }
-  day_count_ =
-      day_count_of(count_days([this] { return session_.CalendarItems(); }, from, to,
-                              [this](TextView categories) { return passes_profile(categories); },
-                              state_.platform_generation),
-                   from);
+  auto counts = count_days([this] { return session_.CalendarItems(); }, from, to,
+                           [this](TextView categories) { return passes_profile(categories); },
+                           state_.platform_generation);
+  if (counts)
+    day_count_ = day_count_of(std::move(*counts), from);
+  else
+    day_count_ = [](const MonthDayYear&) { return kUnreadableCount; };
   counted_mode_ = state_.view_mode;
   counted_for_ = shown;
   return day_count_;
@@ -83,7 +85,10 @@ std::vector<Text> Application::accessible_items(int cell) {
   const auto date = cell_date(cell);
   if (!date) return texts;
   for (const CompactRow& row : compact_rows(*date))
-    if (row.row_data >= 0) texts.push_back(row.time + u" " + row.subject);
+    if (row.row_data >= 0)
+      texts.push_back(row.time + u" " + row.subject);
+    else if (row.row_data == kUnreadableRow)
+      texts.push_back(row.time);
   return texts;
 }
 

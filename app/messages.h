@@ -61,9 +61,11 @@ inline constexpr int kTimerMenu = 2;   // a press in the day's list became a hol
 inline constexpr int kTimerHold = 3;   // a press in the month grid became a hold
 inline constexpr int kTimerNotes = 4;  // no second tap followed the first
 inline constexpr int kTimerDayChange = 5;
+inline constexpr int kTimerReadAgain = 6;  // the calendar could not be read
 inline constexpr int kMenuMilliseconds = 300;
 inline constexpr int kHoldMilliseconds = 200;
 inline constexpr int kDoubleTapMilliseconds = 300;
 inline constexpr int kDayChangeMilliseconds = 60000;
+inline constexpr int kReadAgainMilliseconds = 2000;
 
 }  // namespace orvello

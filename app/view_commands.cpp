@@ -72,6 +72,7 @@ void Application::new_appointment() {
   if (options_.edit_appointment)
     options_.edit_appointment(state_.appointment_to_edit, state_.whole_series);
   state_.appointment_to_edit = 0;
+  state_.occurrence_to_edit = kNoDate;
   host_.input.hide_input_panel();
   day_view_.focus_list();
 }

@@ -21,7 +21,7 @@ struct MonthBench : FullCalendar {
   }
 
   MonthSnapshot snapshot() {
-    return take_month_snapshot(*session, settings, screen, kMonth, kYear, settings.today);
+    return take_month_snapshot(*session, settings, screen, kMonth, kYear, settings.today).value();
   }
 
   ScreenLayout screen;

@@ -45,13 +45,14 @@ BENCHMARK(year_marks)->Unit(benchmark::kMillisecond);
 void year_day_counts(benchmark::State& state) {
   const auto first = WholeDayNumber(1, 1, kYear);
   for (auto _ : state)
-    benchmark::DoNotOptimize(count_days(bench->source(), first, first + 364, {}, 0).data());
+    benchmark::DoNotOptimize(count_days(bench->source(), first, first + 364, {}, 0)->data());
 }
 BENCHMARK(year_day_counts)->Unit(benchmark::kMillisecond);
 
 void year_complete_drawing(benchmark::State& state) {
   const YearSnapshot snapshot = take_year_snapshot(*bench->session, bench->settings, bench->screen,
-                                                   kYear, {11, 21, kYear}, {11, 22, kYear}, true);
+                                                   kYear, {11, 21, kYear}, {11, 22, kYear}, true)
+                                    .value();
   QtSurface surface(bench->screen.work);
   const std::atomic<int> draw_state{101};
   for (auto _ : state) {

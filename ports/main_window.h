@@ -76,6 +76,10 @@ class MainWindow {
 
   virtual void show_label(const HoverLabel& label) = 0;  // replaces the one shown
   virtual void hide_label() = 0;
+  // A text like that which stays until it is hidden, whatever else is shown, and which a screen
+  // reader reads out.
+  virtual void show_notice(const HoverLabel& notice) = 0;  // replaces the one shown
+  virtual void hide_notice() = 0;
   // The view drawn in the window, for a screen reader; it outlives the window or is taken back
   // with null. `accessible_changed` tells it that another cell is selected, or all are new.
   virtual void set_accessible_view(AccessibleView* view) = 0;

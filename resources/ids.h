@@ -88,6 +88,10 @@ enum class StringId : int {
   cancel,
   import_done,
   import_failed,
+  calendar_unreadable,  // sentences; the reason follows
+  shown_as_it_was,
+  read_again,
+  unreadable,  // in the place of appointments
 };
 
 }  // namespace orvello

@@ -44,6 +44,12 @@ constexpr Row kStrings[] = {
     {StringId::import_done, u"Импортировано: %d, обновлено: %d, пропущено: %d",
      u"%d imported, %d updated, %d skipped"},
     {StringId::import_failed, u"Импорт не выполнен: %s", u"Nothing was imported: %s"},
+    {StringId::calendar_unreadable, u"Календарь не читается.", u"The calendar cannot be read."},
+    {StringId::shown_as_it_was, u"Показано прежнее: календарь не читается.",
+     u"Shown as it was: the calendar cannot be read."},
+    {StringId::read_again, u"Чтение повторяется само, пока не удастся.",
+     u"Reading is tried again until it works."},
+    {StringId::unreadable, u"Не читается", u"Cannot be read"},
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "views/period_query.h"
@@ -9,8 +10,9 @@
 namespace orvello {
 
 // One number for each whole day from `from_day` to `to_day`; an appointment counts once on every
-// day that it covers. All zero when the store gives nothing.
-std::vector<int> count_days(const ItemsSource& source, std::int32_t from_day, std::int32_t to_day,
-                            const ProfileTest& passes, int generation);
+// day that it covers. Nothing when the store could not be read.
+std::optional<std::vector<int>> count_days(const ItemsSource& source, std::int32_t from_day,
+                                           std::int32_t to_day, const ProfileTest& passes,
+                                           int generation);
 
 }  // namespace orvello

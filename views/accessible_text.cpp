@@ -11,12 +11,14 @@ constexpr int kDaysOfRow = 31;
 struct CountWords {
   TextView none, one, few, many;  // with %d
   TextView today;
+  TextView unreadable;
 };
 
-constexpr CountWords kEnglish = {u"no appointments", u"%d appointment", u"%d appointments",
-                                 u"%d appointments", u"today"};
-constexpr CountWords kRussian = {u"нет встреч", u"%d встреча", u"%d встречи", u"%d встреч",
-                                 u"сегодня"};
+constexpr CountWords kEnglish = {u"no appointments", u"%d appointment",
+                                 u"%d appointments", u"%d appointments",
+                                 u"today",           u"appointments cannot be read"};
+constexpr CountWords kRussian = {u"нет встреч", u"%d встреча", u"%d встречи",
+                                 u"%d встреч",  u"сегодня",    u"встречи не читаются"};
 
 const CountWords& words_of(Language language) {
   return language == Language::russian ? kRussian : kEnglish;
@@ -26,6 +28,7 @@ const CountWords& words_of(Language language) {
 // 2 to 4, 22 to 24; all others, and 11 to 14.
 TextView count_form(int count, Language language) {
   const CountWords& words = words_of(language);
+  if (count == kUnreadableCount) return words.unreadable;
   if (count == 0) return words.none;
   if (language == Language::english) return count == 1 ? words.one : words.many;
   const int last = count % 10;

@@ -23,6 +23,7 @@ struct AccessibleWords {
 
 // How many appointments a day has; an empty function leaves them out of the names.
 using DayCount = std::function<int(const MonthDayYear&)>;
+inline constexpr int kUnreadableCount = -1;  // they could not be read
 // From what count_days() answered for the days from `from_day` on.
 DayCount day_count_of(std::vector<int> counts, std::int32_t from_day);
 

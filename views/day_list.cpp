@@ -11,7 +11,6 @@ namespace orvello {
 namespace {
 
 constexpr TextView kAllDay = u"All Day";
-constexpr TextView kNoAppointments = u"No Appo";  // as many letters as are compared
 constexpr std::size_t kMeasuredSubject = 300;
 constexpr int kFilteredWidth = 140;  // of the first column when all rows were filtered away
 constexpr int kFinger = 27;          // a row's least height at 96 dpi, a little over 7 mm
@@ -147,7 +146,7 @@ class RowPainter {
     const SettingsRecord& settings = input_.settings;
     Color color = settings.color(ColorSlot::day_appointment_text);
     if (starts_with(shown.time, kAllDay)) color = settings.color(ColorSlot::day_all_day_text);
-    if (starts_with(shown.time, kNoAppointments)) return kBlack;
+    if (shown.oid < 0) return kBlack;
     if (shown.continues && row > 0) color = row_before;
     if (shown.icons == u" ") color = settings.color(ColorSlot::day_location_text);
     if (settings.colorexpired == 1 && is_before(agenda_.row_ends[row], input_.now))
@@ -271,7 +270,7 @@ ReportContent day_list_content(DayAgenda& agenda, const DayListInput& input, Can
     shown.cells = {row.time, {}, row.subject};
     shown.pictures = pictures.of(row);
     shown.height = height;
-    shown.bold = starts_with(row.time, kNoAppointments);
+    shown.bold = row.oid < 0;  // words in the place of appointments
     shown.background = shown.bold ? kWhite : painter.background(i);
     chosen = painter.text(i, chosen);
     shown.text = readable_on(shown.background, chosen);

@@ -53,24 +53,28 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
   return snapshot;
 }
 
-MonthSnapshot take_month_snapshot(const ItemsSource& source, const SettingsRecord& settings,
-                                  const ScreenLayout& screen, int month, int year,
-                                  const MonthDayYear& today, int generation) {
+std::optional<MonthSnapshot> take_month_snapshot(const ItemsSource& source,
+                                                 const SettingsRecord& settings,
+                                                 const ScreenLayout& screen, int month, int year,
+                                                 const MonthDayYear& today, int generation) {
   MonthSnapshot snapshot =
       month_snapshot_without_items(settings, screen, month, year, today, generation);
   if (settings.showindicator != 1 && settings.showholiday != 1) return snapshot;
   const MonthGrid grid = MonthGridRange(month, year, settings.showdays, settings.firstdayofweek);
   // The whole categories text is compared with the profile's labels: an appointment in several
   // categories passes only a profile that names just these.
-  snapshot.period = fetch_period(source, grid, [&](TextView categories) {
+  auto period = fetch_period(source, grid, [&](TextView categories) {
     return profileAllowsCategory(settings, categories);
   });
+  if (!period) return std::nullopt;
+  snapshot.period = std::move(*period);
   return snapshot;
 }
 
-MonthSnapshot take_month_snapshot(StoreSession& session, const SettingsRecord& settings,
-                                  const ScreenLayout& screen, int month, int year,
-                                  const MonthDayYear& today, int generation) {
+std::optional<MonthSnapshot> take_month_snapshot(StoreSession& session,
+                                                 const SettingsRecord& settings,
+                                                 const ScreenLayout& screen, int month, int year,
+                                                 const MonthDayYear& today, int generation) {
   return take_month_snapshot([&] { return session.CalendarItems(); }, settings, screen, month, year,
                              today, generation);
 }

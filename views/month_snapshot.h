@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -55,12 +56,15 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
                                            const ScreenLayout& screen, int month, int year,
                                            const MonthDayYear& today, int generation);
 
-// With the appointments of the grid's span, where a setting wants them drawn.
-MonthSnapshot take_month_snapshot(const ItemsSource& source, const SettingsRecord& settings,
-                                  const ScreenLayout& screen, int month, int year,
-                                  const MonthDayYear& today, int generation = 0);
-MonthSnapshot take_month_snapshot(StoreSession& session, const SettingsRecord& settings,
-                                  const ScreenLayout& screen, int month, int year,
-                                  const MonthDayYear& today, int generation = 0);
+// With the appointments of the grid's span, where a setting wants them drawn. Nothing when they
+// could not be read.
+std::optional<MonthSnapshot> take_month_snapshot(const ItemsSource& source,
+                                                 const SettingsRecord& settings,
+                                                 const ScreenLayout& screen, int month, int year,
+                                                 const MonthDayYear& today, int generation = 0);
+std::optional<MonthSnapshot> take_month_snapshot(StoreSession& session,
+                                                 const SettingsRecord& settings,
+                                                 const ScreenLayout& screen, int month, int year,
+                                                 const MonthDayYear& today, int generation = 0);
 
 }  // namespace orvello

@@ -65,8 +65,8 @@ std::array<Text, 3> period_restrictions(const MonthGrid& grid) {
   };
 }
 
-PeriodItems fetch_period(const ItemsSource& source, const MonthGrid& grid,
-                         const ProfileTest& passes) {
+std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGrid& grid,
+                                        const ProfileTest& passes) {
   PeriodItems found;
   SeenItems seen;
   CategoryTexts texts(found.categories, passes);
@@ -80,23 +80,21 @@ PeriodItems fetch_period(const ItemsSource& source, const MonthGrid& grid,
   const std::array<Text, 3> queries = period_restrictions(grid);
 
   const std::unique_ptr<StoreItems> all = source();
-  if (!all) return found;
+  if (!all) return std::nullopt;
   all->set_include_recurrences(true);
   all->sort(u"[Start]", false);
   for (std::size_t query = 0; query < queries.size(); ++query) {
     const std::unique_ptr<StoreItems> items = all->restrict_to(queries[query]);
-    if (!items) continue;
-    for (int index = 1;; ++index) {
-      std::optional<StoreItem> item = items->item(index);
-      if (!item) break;
-      if (!item->summary) continue;
-      if (whole_day(item->start) <= shared_until[query] && seen.contains(*item)) continue;
-      if (whole_day(item->end) >= next_first[query]) seen.remember(*item);
-      const AppointmentSummary& summary = *item->summary;
+    const bool whole = each_item(items.get(), [&](const StoreItem& item) {
+      if (!item.summary) return;
+      if (whole_day(item.start) <= shared_until[query] && seen.contains(item)) return;
+      if (whole_day(item.end) >= next_first[query]) seen.remember(item);
+      const AppointmentSummary& summary = *item.summary;
       const std::int32_t categories = texts.index_of(summary.categories);
-      found.items.push_back({item->start, item->end, categories, summary.busy_status,
-                             summary.all_day, texts.passes(categories)});
-    }
+      found.items.push_back({item.start, item.end, categories, summary.busy_status, summary.all_day,
+                             texts.passes(categories)});
+    });
+    if (!whole) return std::nullopt;
   }
   return found;
 }

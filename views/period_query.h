@@ -5,6 +5,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "calendar/month_grid_range.h"
@@ -36,9 +37,10 @@ using ProfileTest = std::function<bool(TextView categories)>;
 std::array<Text, 3> period_restrictions(const MonthGrid& grid);
 
 // In the order of the restrictions, each sorted by start; an item that several of them select is
-// there once. A query that fails contributes nothing.
-PeriodItems fetch_period(const ItemsSource& source, const MonthGrid& grid,
-                         const ProfileTest& passes);
+// there once. Nothing when the store could not be read whole: a drawing of a part would say that
+// the rest of the days is free.
+std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGrid& grid,
+                                        const ProfileTest& passes);
 
 // The whole days, as offsets from the grid's first, that an item covers there: from `first` to
 // `last`, empty when first > last. On generation 3 all-day items end at the next midnight.

@@ -35,31 +35,30 @@ Text year_restriction(int year) {
   return format(u"[End] >= <%.0f AND [Start] <= <%.0f", first, first + 365);
 }
 
-bool BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes, int generation,
-                    const std::atomic<int>& draw_state, YearMarks& marks) {
+MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes,
+                            int generation, const std::atomic<int>& draw_state, YearMarks& marks) {
   const auto stopped = [&] {
     return draw_state.load(std::memory_order_relaxed) == kRedrawRequested;
   };
   marks = {};
-  if (stopped()) return false;
+  if (stopped()) return MarksOutcome::given_up;
   const std::unique_ptr<StoreItems> all = source();
-  if (!all) return true;
+  if (!all) return MarksOutcome::unreadable;
   all->sort(u"[Start]", false);
   all->set_include_recurrences(true);
   const std::unique_ptr<StoreItems> items = all->restrict_to(year_restriction(year));
-  if (!items) return true;
 
   ProfileMemory allowed(passes);
   DaySpan known;  // as good as marked; a full calendar has hundreds in a row that add nothing
-  for (int index = 1; !stopped(); ++index) {
-    const std::optional<StoreItem> item = items->item(index);
-    if (!item) return true;
-    if (!item->summary) continue;
-    const DaySpan span = days_of(*item, generation);
-    if (span.first >= known.first && span.last <= known.last) continue;
-    if (mark_days(span, item->summary->categories, allowed, marks)) known = span;
-  }
-  return false;
+  const bool whole = each_item(items.get(), [&](const StoreItem& item) {
+    if (!item.summary) return !stopped();
+    const DaySpan span = days_of(item, generation);
+    const bool is_known = span.first >= known.first && span.last <= known.last;
+    if (!is_known && mark_days(span, item.summary->categories, allowed, marks)) known = span;
+    return !stopped();
+  });
+  if (stopped()) return MarksOutcome::given_up;
+  return whole ? MarksOutcome::finished : MarksOutcome::unreadable;
 }
 
 }  // namespace orvello

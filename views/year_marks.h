@@ -25,9 +25,15 @@ class YearMarks {
 // The upper bound lies 365 days after 1 January also in a leap year.
 Text year_restriction(int year);
 
-// False: given up, because the draw state is at 100; the marks are then incomplete. An appointment
-// that reaches beyond the year marks its days of the neighbouring years in this year's table too.
-bool BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes, int generation,
-                    const std::atomic<int>& draw_state, YearMarks& marks);
+enum class MarksOutcome {
+  finished,
+  given_up,    // the draw state is at 100
+  unreadable,  // the store failed
+};
+
+// Unless finished, the marks are incomplete. An appointment that reaches beyond the year marks its
+// days of the neighbouring years in this year's table too.
+MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes,
+                            int generation, const std::atomic<int>& draw_state, YearMarks& marks);
 
 }  // namespace orvello

@@ -27,24 +27,25 @@ YearSnapshot year_snapshot_without_marks(const SettingsRecord& settings, const S
   return snapshot;
 }
 
-YearSnapshot take_year_snapshot(const ItemsSource& source, const SettingsRecord& settings,
-                                const ScreenLayout& screen, int year, const MonthDayYear& today,
-                                const MonthDayYear& selected, bool focus_visible, int generation) {
+std::optional<YearSnapshot> take_year_snapshot(
+    const ItemsSource& source, const SettingsRecord& settings, const ScreenLayout& screen, int year,
+    const MonthDayYear& today, const MonthDayYear& selected, bool focus_visible, int generation) {
   YearSnapshot snapshot =
       year_snapshot_without_marks(settings, screen, year, today, selected, focus_visible);
   if (settings.coloryearview != 1) return snapshot;
   // No drawing is under way that a newer request could make stale: the request is what takes this.
   const std::atomic<int> undisturbed{kRedrawRequested + 1};
-  BuildYearMarks(
+  const MarksOutcome outcome = BuildYearMarks(
       year, source,
       [&](TextView categories) { return profileAllowsCategory(settings, categories); }, generation,
       undisturbed, snapshot.marks);
+  if (outcome != MarksOutcome::finished) return std::nullopt;
   return snapshot;
 }
 
-YearSnapshot take_year_snapshot(StoreSession& session, const SettingsRecord& settings,
-                                const ScreenLayout& screen, int year, const MonthDayYear& today,
-                                const MonthDayYear& selected, bool focus_visible, int generation) {
+std::optional<YearSnapshot> take_year_snapshot(
+    StoreSession& session, const SettingsRecord& settings, const ScreenLayout& screen, int year,
+    const MonthDayYear& today, const MonthDayYear& selected, bool focus_visible, int generation) {
   return take_year_snapshot([&] { return session.CalendarItems(); }, settings, screen, year, today,
                             selected, focus_visible, generation);
 }

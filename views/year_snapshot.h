@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "base/image.h"
 #include "draw/screen_layout.h"
@@ -37,15 +38,19 @@ YearSnapshot year_snapshot_without_marks(const SettingsRecord& settings, const S
                                          int year, const MonthDayYear& today,
                                          const MonthDayYear& selected, bool focus_visible);
 
-// With the marks, where the setting wants them drawn.
-YearSnapshot take_year_snapshot(const ItemsSource& source, const SettingsRecord& settings,
-                                const ScreenLayout& screen, int year, const MonthDayYear& today,
-                                const MonthDayYear& selected, bool focus_visible,
-                                int generation = 0);
-YearSnapshot take_year_snapshot(StoreSession& session, const SettingsRecord& settings,
-                                const ScreenLayout& screen, int year, const MonthDayYear& today,
-                                const MonthDayYear& selected, bool focus_visible,
-                                int generation = 0);
+// With the marks, where the setting wants them drawn. Nothing when they could not be read.
+std::optional<YearSnapshot> take_year_snapshot(const ItemsSource& source,
+                                               const SettingsRecord& settings,
+                                               const ScreenLayout& screen, int year,
+                                               const MonthDayYear& today,
+                                               const MonthDayYear& selected, bool focus_visible,
+                                               int generation = 0);
+std::optional<YearSnapshot> take_year_snapshot(StoreSession& session,
+                                               const SettingsRecord& settings,
+                                               const ScreenLayout& screen, int year,
+                                               const MonthDayYear& today,
+                                               const MonthDayYear& selected, bool focus_visible,
+                                               int generation = 0);
 
 // The same year with another day selected: no store is asked.
 YearSnapshot select_in_year(YearSnapshot snapshot, const MonthDayYear& selected,

@@ -36,6 +36,8 @@ class HeadlessWindow : public MainWindow {
   void hide_wait_cursor() override { --wait_cursors_; }
   void show_label(const HoverLabel& shown) override { label = shown; }
   void hide_label() override { label.reset(); }
+  void show_notice(const HoverLabel& shown) override { notice = shown; }
+  void hide_notice() override { notice.reset(); }
   void set_accessible_view(AccessibleView* view) override { accessible_view = view; }
   void accessible_changed() override { ++accessible_changes; }
 
@@ -59,7 +61,7 @@ class HeadlessWindow : public MainWindow {
   bool fail_creation = false;
   bool other_instance = false;
 
-  std::optional<HoverLabel> label;
+  std::optional<HoverLabel> label, notice;
   AccessibleView* accessible_view = nullptr;
   int accessible_changes = 0;
 

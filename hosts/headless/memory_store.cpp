@@ -14,9 +14,11 @@ MemoryStore::MemoryStore(const Clock& clock) : RecordCalendarStore(clock) {
 
 bool MemoryStore::read(int count) {
   reads += count;
-  if (faults.read <= 0) return true;
-  faults.read -= count;
-  if (faults.read > 0) return true;
+  if (!faults.unreadable) {
+    if (faults.read <= 0) return true;
+    faults.read -= count;
+    if (faults.read > 0) return true;
+  }
   faults.read = 0;
   fail(faults.reason.empty() ? "The store cannot be read." : faults.reason);
   return false;

@@ -24,8 +24,10 @@ class MemoryStore : public RecordCalendarStore {
     bool fetch = false;
     bool save = false;
     bool exception = false;
-    int read = 0;        // the so-manieth single read from now on; each is counted down
-    std::string reason;  // what problem() then says
+    int read = 0;             // the so-manieth single read from now on; each is counted down
+    bool unreadable = false;  // all of them
+    bool busy = false;        // what busy() answers
+    std::string reason;       // what problem() then says
   };
   Faults faults;
 
@@ -56,6 +58,7 @@ class MemoryStore : public RecordCalendarStore {
   bool put_foreign(const ForeignComponent& component) override;
   Result<std::vector<ForeignComponent>> foreign() override;
   std::string problem() const override { return problem_; }
+  bool busy() const override { return faults.busy; }
 
   std::optional<std::vector<StoreContact>> contacts() override;
   std::int32_t put_contact(const StoreContact& contact) override;

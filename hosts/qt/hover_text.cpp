@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "hosts/qt/qt_surface.h"
+#include "hosts/qt/qt_text.h"
 
 namespace orvello {
 namespace {
@@ -27,6 +28,7 @@ HoverText::HoverText(QWidget* parent, const Density& density) : QWidget(parent),
 
 void HoverText::set_label(const HoverLabel& label) {
   label_ = label;
+  setAccessibleName(to_qt(label.text).replace(u'\n', u' '));
   update();
 }
 

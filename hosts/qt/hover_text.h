@@ -12,6 +12,7 @@ class HoverText : public QWidget {
  public:
   HoverText(QWidget* parent, const Density& density);
   void set_label(const HoverLabel& label);
+  const Text& text() const { return label_.text; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -357,6 +357,14 @@ void QtMainWindow::hide_label() {
   if (shell_) shell_->hide_label();
 }
 
+void QtMainWindow::show_notice(const HoverLabel& notice) {
+  if (shell_) shell_->show_notice(notice);
+}
+
+void QtMainWindow::hide_notice() {
+  if (shell_) shell_->hide_notice();
+}
+
 void QtMainWindow::set_accessible_view(AccessibleView* view) {
   if (shell_) shell_->content().set_accessible_view(view);
 }

@@ -50,6 +50,8 @@ class QtMainWindow : public MainWindow {
   void hide_wait_cursor() override;
   void show_label(const HoverLabel& label) override;
   void hide_label() override;
+  void show_notice(const HoverLabel& notice) override;
+  void hide_notice() override;
   void set_accessible_view(AccessibleView* view) override;
   void accessible_changed() override;
 

@@ -208,13 +208,28 @@ void Shell::place_content(const Rect& place) {
   update();
 }
 
-void Shell::show_label(const HoverLabel& label) {
-  if (!label_) label_ = new HoverText(this, density_);
-  label_->set_label(label);
-  label_->setGeometry(density_.logical(label.place).translated(content_->pos()));
-  label_->raise();
+void Shell::show_text(HoverText*& widget, const HoverLabel& label) {
+  if (!widget) widget = new HoverText(this, density_);
+  widget->set_label(label);
+  widget->setGeometry(density_.logical(label.place).translated(content_->pos()));
+  widget->raise();
   keep_order();
-  label_->show();
+  widget->show();
+}
+
+void Shell::show_label(const HoverLabel& label) { show_text(label_, label); }
+
+void Shell::show_notice(const HoverLabel& notice) {
+  const bool news = !notice_ || notice_->isHidden() || notice_->text() != notice.text;
+  show_text(notice_, notice);
+  notice_->setObjectName(QStringLiteral("notice"));
+  if (!news || !QAccessible::isActive()) return;
+  QAccessibleEvent event(notice_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&event);
+}
+
+void Shell::hide_notice() {
+  if (notice_) notice_->hide();
 }
 
 void Shell::hide_label() {

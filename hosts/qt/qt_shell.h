@@ -74,6 +74,8 @@ class Shell : public QWidget {
   void lay_out();  // content and bar in their usual places
   void show_label(const HoverLabel& label);
   void hide_label();
+  void show_notice(const HoverLabel& notice);
+  void hide_notice();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -95,7 +97,10 @@ class Shell : public QWidget {
   ContentArea* content_;
   QWidget* bar_ = nullptr;
   std::vector<Cover> covers_;
+  void show_text(HoverText*& widget, const HoverLabel& label);
+
   HoverText* label_ = nullptr;
+  HoverText* notice_ = nullptr;
   int bar_height_ = 0;
   QTimer resize_pause_;
 };

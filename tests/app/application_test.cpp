@@ -128,6 +128,62 @@ TEST_F(ApplicationTest, WhatComesDuringTheStartWaitsForItsEnd) {
   EXPECT_EQ(device.store.applications_created, 2);
 }
 
+// The grids keep what they showed, and their words and popups never say that a day is free.
+TEST_F(ApplicationTest, TheGridsKeepTheirLastGoodPicture) {
+  EnsureSettingsKey(device.registry);
+  WriteNumberSetting(device.registry, u"showindicator", 1);
+  WriteNumberSetting(device.registry, u"coloryearview", 1);
+  add(9, 10, u"Dentist");
+  start();
+  EXPECT_TRUE(idle());
+  ASSERT_EQ(application->drawn_month()->period.items.size(), 1u);
+  device.window.command(kCommandYearView);
+  EXPECT_TRUE(idle());
+  const YearMarks marks = application->drawn_year()->marks;
+  ASSERT_TRUE(marks.at(11, 9));
+  device.store.faults.unreadable = device.store.faults.busy = true;
+  device.store.faults.reason = "calendar.db is in use.";
+  const auto refresh = [&] {
+    device.window.send({kMessageRefresh, 0, {}, 0});
+    EXPECT_TRUE(idle());
+  };
+  refresh();
+  EXPECT_EQ(application->drawn_year()->marks, marks);
+  device.window.command(kCommandMonthView);
+  EXPECT_TRUE(idle());
+  EXPECT_EQ(application->drawn_month()->period.items.size(), 1u);
+  ASSERT_TRUE(device.window.notice);
+  EXPECT_EQ(device.window.notice->text.find(u"Shown as it was"), 0u);
+  EXPECT_EQ(device.window.timers().count(kTimerReadAgain), 1u);
+  const AccessibleGrid grid = application->accessible_grid();
+  for (const AccessibleCell& cell : grid.cells)
+    EXPECT_TRUE(cell.name.empty() || cell.name.find(u"cannot be read") != Text::npos);
+  EXPECT_EQ(application->accessible_items(20), std::vector<Text>{u"Cannot be read"});
+  device.dialogs.person = [](HeadlessDialog& popup) {
+    EXPECT_EQ(popup.rows(kControlDayList).content().rows[0].cells[0], u"Cannot be read");
+  };
+  device.window.key(kKeySpace);
+  EXPECT_TRUE(device.boxes.shown.empty()) << "another program is patience, not a fault";
+  // Another page has nothing to keep.
+  device.window.key(kKeyPageUp);
+  EXPECT_TRUE(idle());
+  EXPECT_TRUE(application->drawn_month()->period.items.empty());
+  EXPECT_EQ(device.window.notice->text.find(u"The calendar cannot be read"), 0u);
+  for (int i = 0; i < 9; ++i) {
+    device.window.fire_timer(kTimerReadAgain);
+    EXPECT_TRUE(idle());
+  }
+  EXPECT_EQ(device.boxes.shown.size(), 1u) << "when it lasts, it is told, once";
+  device.store.faults = {};
+  EXPECT_TRUE(device.window.fire_timer(kTimerReadAgain));
+  EXPECT_TRUE(idle());
+  EXPECT_FALSE(device.window.notice);
+  EXPECT_EQ(device.window.timers().count(kTimerReadAgain), 0u);
+  device.window.key(kKeyPageDown);
+  EXPECT_TRUE(idle());
+  EXPECT_EQ(application->drawn_month()->period.items.size(), 1u);
+}
+
 TEST_F(ApplicationTest, ABadSettingsVolumeIsNamedOnceAtTheStart) {
   EnsureSettingsKey(device.registry);
   WriteTextSetting(device.registry, u"activeprofilename", u"Work");

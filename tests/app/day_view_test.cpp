@@ -100,6 +100,32 @@ TEST_F(DayViewTest, AChangeLeavesPlaceAndSelectionAlone) {
   EXPECT_EQ(list().scrolled, 0);
 }
 
+// What was under the pen is meant, wherever it stands when the pen is lifted or the menu closes.
+TEST_F(DayViewTest, AListMadeAnewUnderThePenChangesNothingOfWhatIsMeant) {
+  add(21, 11, u"Second", u"second floor");
+  start();
+  dialog().pen_down(kControlDayList, list().point_of(0));
+  add(21, 9, u"First", u"first floor");
+  device.window.send({kMessageRefresh, 0, {}, 0});
+  dialog().pen_up(kControlDayList, list().point_of(0));
+  Text notes;
+  device.dialogs.person = [&](HeadlessDialog& bubble) {
+    notes = bubble.controls.at(kControlNotes).parts.at(0).name;
+  };
+  ASSERT_TRUE(dialog().fire_timer(kTimerNotes));
+  EXPECT_EQ(notes, u"second floor");
+  // A menu runs a loop of its own, in which changes arrive.
+  device.dialogs.person = [](HeadlessDialog& question) { question.press(kControlOk); };
+  dialog().menu_choice = [&](const std::vector<MenuItem>&) {
+    add(21, 8, u"Zeroth");
+    device.window.send({kMessageRefresh, 0, {}, 0});
+    return kCommandDelete;
+  };
+  dialog().pen_down(kControlDayList, list().point_of(0));
+  ASSERT_TRUE(dialog().fire_timer(kTimerMenu));
+  EXPECT_EQ(subjects(), (std::vector<Text>{u"Zeroth", u"Second"}));
+}
+
 TEST_F(DayViewTest, ADragAsideTurnsTheDayAndOpensNothing) {
   add(21, 9, u"First");
   start();

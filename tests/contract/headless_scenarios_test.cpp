@@ -56,6 +56,8 @@ class HeadlessDevice : public ScenarioDevice {
   void pick(std::uint32_t command) override {
     day().menu_choice = [command](const std::vector<MenuItem>&) { return command; };
   }
+  Text notice() override { return device_.window.notice ? device_.window.notice->text : Text(); }
+  int boxes() override { return static_cast<int>(device_.boxes.shown.size()); }
   std::vector<int> opened() override { return device_.dialogs.opened; }
   void settle() override { device_.window.pump(); }
 

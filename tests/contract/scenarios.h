@@ -50,6 +50,8 @@ class ScenarioDevice {
   // What happens while the next modal window stands, before the person answers it.
   virtual void meanwhile(std::function<void()> happens) = 0;
   virtual void key_anywhere(std::uint32_t key_code) = 0;  // to whatever has the keyboard
+  virtual Text notice() = 0;                              // over the view; empty without one
+  virtual int boxes() = 0;                                // so far
   virtual std::vector<int> opened() = 0;                  // the dialogs so far, by template
   virtual void settle() = 0;                              // until what was posted has been handled
 };
@@ -298,6 +300,40 @@ TYPED_TEST_P(Scenarios, TheListBelowIsUsedAgainAfterATurnedScreen) {
   EXPECT_EQ(this->shown(), (MonthDayYear{11, 22, 2026}));
 }
 
+TYPED_TEST_P(Scenarios, WhatCannotBeReadStaysAsItWasUntilItCan) {
+  this->add({11, 21, 2026}, 9, u"Dentist");
+  this->start();
+  this->device.choose(kCommandDayView);
+  this->settle();
+  const auto times = [&] {
+    std::vector<Text> texts;
+    for (const DayRow& row : this->application->day().agenda().rows) texts.push_back(row.time);
+    return texts;
+  };
+  MemoryStore::Faults& faults = this->device.store().faults;
+  faults.unreadable = true;
+  faults.reason = "calendar.db is damaged.";
+  for (int i = 0; i < 3; ++i) {
+    this->application->handle_message({kMessageRefresh, 0, {}, 0});
+    this->settle();
+    EXPECT_EQ(this->subjects(), std::vector<Text>{u"Dentist"});
+    EXPECT_NE(this->device.notice().find(u"calendar.db"), Text::npos);
+    EXPECT_EQ(this->device.boxes(), 1) << "said once";
+  }
+  this->device.turn({320, 240});
+  this->settle();
+  EXPECT_EQ(this->subjects(), std::vector<Text>{u"Dentist"});
+  // Another day has nothing to keep: an empty list would say that it is free.
+  this->list_key(kKeyRight);
+  EXPECT_EQ(times(), std::vector<Text>{u"Cannot be read"});
+  faults.unreadable = false;
+  this->application->handle_message({kMessageTimer, kTimerReadAgain, {}, 0});
+  this->settle();
+  EXPECT_EQ(times(), std::vector<Text>{u"No Appointments"});
+  EXPECT_EQ(this->device.notice(), u"");
+  EXPECT_EQ(this->device.boxes(), 1);
+}
+
 TYPED_TEST_P(Scenarios, AChangeInTheStoreIsDrawn) {
   this->start();
   const int requests = this->application->redraw_requests();
@@ -314,6 +350,7 @@ REGISTER_TYPED_TEST_SUITE_P(Scenarios, ThePenTurnsMonthsAndYears, KeysAndWheelMo
                             AnAppointmentIsCarriedAndDeletedByMenuAndKeys,
                             ATurnedScreenKeepsTheViewAndFillsIt,
                             WhatIsModalStaysSoAndWhatComesMeanwhileWaits,
-                            TheListBelowIsUsedAgainAfterATurnedScreen, AChangeInTheStoreIsDrawn);
+                            TheListBelowIsUsedAgainAfterATurnedScreen,
+                            WhatCannotBeReadStaysAsItWasUntilItCan, AChangeInTheStoreIsDrawn);
 
 }  // namespace orvello

@@ -4,6 +4,8 @@
 
 #include "calendar/dates.h"
 #include "tests/views/scripted_items.h"
+#include "views/accessible_counts.h"
+#include "views/year_marks.h"
 
 namespace orvello {
 namespace {
@@ -38,20 +40,38 @@ TEST(PeriodQuery, AnItemOfSeveralPartsComesOnce) {
                      item(3, 40238.5, 40238.6)};
   std::vector<Text> log;
   const PeriodItems found =
-      fetch_period([&] { return std::make_unique<ScriptedItems>(answers, log); }, kGrid, {});
+      fetch_period([&] { return std::make_unique<ScriptedItems>(answers, log); }, kGrid, {})
+          .value();
   std::vector<CalendarDate> starts;
   for (const PeriodItem& each : found.items) starts.push_back(each.start);
   EXPECT_EQ(starts, (std::vector<CalendarDate>{40209.5, 40209.25, 40210.5, 40211.5, 40237.5,
                                                40237.5, 40238.5}));
 }
 
-TEST(PeriodQuery, AFailedPartLeavesTheOthers) {
-  ScriptedItems::Answers answers;
-  answers[kThird] = {item(7, 40238, 40238.5)};
+// What is drawn of a half-read span would look like free days.
+TEST(PeriodQuery, AReadingThatBreaksOffIsNoAnswer) {
   std::vector<Text> log;
+  for (const Text& broken : {kFirst, kSecond, kThird}) {
+    ScriptedItems::Answers answers;
+    answers[kSecond] = {item(1, 40211.5, 40211.6)};
+    answers[broken].push_back(broken_off());
+    const auto source = [&] { return std::make_unique<ScriptedItems>(answers, log); };
+    EXPECT_FALSE(fetch_period(source, kGrid, {}));
+    answers[broken].pop_back();
+    EXPECT_TRUE(fetch_period(source, kGrid, {}));
+  }
+  ScriptedItems::Answers answers;
+  answers[year_restriction(2010)] = {item(1, 40211.5, 40211.6), broken_off()};
+  answers[u"[End] >= <40210 AND [Start] <= <40237"] = {item(1, 40211.5, 40211.6), broken_off()};
   const auto source = [&] { return std::make_unique<ScriptedItems>(answers, log); };
-  EXPECT_EQ(fetch_period(source, kGrid, {}).items.size(), 1u);
-  EXPECT_TRUE(fetch_period([] { return nullptr; }, kGrid, {}).items.empty());
+  const auto closed = [] { return nullptr; };
+  YearMarks marks;
+  const std::atomic<int> drawing{101};
+  for (const ItemsSource& failing : {ItemsSource(source), ItemsSource(closed)}) {
+    EXPECT_FALSE(fetch_period(failing, kGrid, {}));
+    EXPECT_FALSE(count_days(failing, 40210, 40237, {}, 0));
+    EXPECT_EQ(BuildYearMarks(2010, failing, {}, 0, drawing, marks), MarksOutcome::unreadable);
+  }
 }
 
 TEST(PeriodQuery, TheProfileIsAskedOnceForEachCategoriesText) {
@@ -64,7 +84,8 @@ TEST(PeriodQuery, TheProfileIsAskedOnceForEachCategoriesText) {
                    [&](TextView categories) {
                      asked.emplace_back(categories);
                      return categories == u"Work";
-                   });
+                   })
+          .value();
   EXPECT_EQ(asked, (std::vector<Text>{u"Work, Home", u"Work"}));
   for (std::size_t i = 0; i < found.items.size(); ++i)
     EXPECT_EQ(found.items[i].passes_profile, i % 2 == 1);

@@ -7,6 +7,9 @@
 
 namespace orvello {
 
+// In a list of answers: here the reading breaks off.
+inline StoreItem broken_off() { return {kNoDate, kNoDate, nullptr}; }
+
 // Answers each restriction with what the test lists for it, and notes what it was asked.
 class ScriptedItems : public StoreItems {
  public:
@@ -21,7 +24,7 @@ class ScriptedItems : public StoreItems {
   std::unique_ptr<StoreItems> restrict_to(TextView restriction) override {
     log_.emplace_back(restriction);
     const auto answer = answers_.find(Text(restriction));
-    if (answer == answers_.end()) return nullptr;
+    if (answer == answers_.end()) return std::make_unique<ScriptedItems>(answers_, log_);
     return std::make_unique<ScriptedItems>(answers_, log_, answer->second);
   }
   std::optional<StoreItem> find(TextView) override { return std::nullopt; }
@@ -29,14 +32,18 @@ class ScriptedItems : public StoreItems {
   int count() override { return static_cast<int>(items_.size()); }
   std::optional<StoreItem> item(int index) override {
     if (index < 1 || index > count()) return std::nullopt;
-    return items_[static_cast<std::size_t>(index - 1)];
+    const StoreItem& item = items_[static_cast<std::size_t>(index - 1)];
+    failed_ = !item.summary && item.start == kNoDate;
+    if (failed_) return std::nullopt;
+    return item;
   }
-  bool failed() const override { return false; }
+  bool failed() const override { return failed_; }
 
  private:
   const Answers& answers_;
   std::vector<Text>& log_;
   std::vector<StoreItem> items_;
+  bool failed_ = false;
 };
 
 }  // namespace orvello

@@ -31,7 +31,8 @@ class YearMarksTest : public testing::Test {
   std::string marked(int year = 2026, int generation = 0, const ProfileTest& passes = {}) {
     YearMarks marks;
     const std::atomic<int> state{101};
-    EXPECT_TRUE(BuildYearMarks(year, source(), passes, generation, state, marks));
+    EXPECT_EQ(BuildYearMarks(year, source(), passes, generation, state, marks),
+              MarksOutcome::finished);
     std::string text;
     for (int month = 1; month <= 12; ++month)
       for (int day = 1; day <= 31; ++day)
@@ -97,16 +98,14 @@ TEST_F(YearMarksTest, GivesUpForANewerRequest) {
   std::atomic<int> state{101};
   YearMarks marks;
   const auto stop = [&](TextView) { return state = 100, true; };
-  EXPECT_FALSE(BuildYearMarks(2026, source(), stop, 0, state, marks));
+  EXPECT_EQ(BuildYearMarks(2026, source(), stop, 0, state, marks), MarksOutcome::given_up);
   EXPECT_TRUE(marks.at(5, 4));
   EXPECT_FALSE(marks.at(5, 5));
   log.clear();
-  EXPECT_FALSE(BuildYearMarks(2026, source(), {}, 0, state, marks));
+  EXPECT_EQ(BuildYearMarks(2026, source(), {}, 0, state, marks), MarksOutcome::given_up);
   EXPECT_TRUE(log.empty());  // not even asked
   EXPECT_EQ(marks, YearMarks());
   state = 101;
-  EXPECT_TRUE(BuildYearMarks(
-      2026, [] { return nullptr; }, {}, 0, state, marks));
 }
 
 TEST_F(YearMarksTest, EachAppointmentCountsOnceADay) {
@@ -115,7 +114,7 @@ TEST_F(YearMarksTest, EachAppointmentCountsOnceADay) {
   add(day(4, 1, 2026), day(6, 5, 2046));
   EXPECT_EQ(count_days(source(), 46146, 46148, {}, 0), (std::vector<int>{3, 2, 1}));
   EXPECT_EQ(count_days(source(), 46146, 46148, {}, 3), (std::vector<int>{3, 1, 1}));
-  EXPECT_TRUE(count_days(source(), 46146, 46145, {}, 0).empty());
+  EXPECT_TRUE(count_days(source(), 46146, 46145, {}, 0)->empty());
 }
 
 TEST_F(YearMarksTest, TheSnapshotAsksOnlyWhenMarksAreWanted) {
@@ -123,7 +122,8 @@ TEST_F(YearMarksTest, TheSnapshotAsksOnlyWhenMarksAreWanted) {
   SettingsRecord settings;
   for (const bool wanted : {false, true}) {
     settings.coloryearview = wanted;
-    const YearSnapshot taken = take_year_snapshot(source(), settings, {}, 2026, {}, {}, false);
+    const YearSnapshot taken =
+        take_year_snapshot(source(), settings, {}, 2026, {}, {}, false).value();
     EXPECT_EQ(taken.marks.at(5, 4), wanted);
     EXPECT_EQ(log.empty(), !wanted);
   }

@@ -15,6 +15,7 @@
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/qt_keys.h"
 #include "hosts/qt/qt_shell.h"
+#include "hosts/qt/qt_text.h"
 #include "tests/contract/scenarios.h"
 
 namespace orvello {
@@ -101,6 +102,11 @@ class QtDevice : public ScenarioDevice {
   }
   void answer(Answer answer) override { answer_ = answer; }
   void pick(std::uint32_t command) override { pick_ = command; }
+  Text notice() override {
+    auto* shown = shell()->findChild<QWidget*>(QStringLiteral("notice"));
+    return shown && shown->isVisible() ? from_qt(shown->accessibleName()) : Text();
+  }
+  int boxes() override { return boxes_; }
   std::vector<int> opened() override { return opened_; }
   void settle() override {
     for (int i = 0; i < 3; ++i) QTest::qWait(10);
@@ -114,6 +120,7 @@ class QtDevice : public ScenarioDevice {
     if (cover == attended_) return;
     attended_ = cover;
     if (!cover) return;
+    if (cover->findChild<QWidget*>(QStringLiteral("box"))) ++boxes_;
     for (const QWidget* form : cover->findChildren<QWidget*>())
       if (form->objectName().startsWith(QStringLiteral("dialog")))
         opened_.push_back(form->objectName().mid(6).toInt());
@@ -187,6 +194,7 @@ class QtDevice : public ScenarioDevice {
   Answer answer_ = Answer::dismiss;
   std::uint32_t pick_ = 0;
   std::vector<int> opened_;
+  int boxes_ = 0;
   std::function<void()> happens_;
 };
 

@@ -1,0 +1,45 @@
+// What a person is told while the calendar cannot be read: a line over the view's lower edge that
+// stays as long as that lasts, and a box for each reason, once. A timer has the view read again.
+#pragma once
+
+#include <vector>
+
+#include "app/modality.h"
+#include "draw/screen_layout.h"
+#include "resources/strings.h"
+#include "store/store_session.h"
+
+namespace orvello {
+
+// What came of reading what a view shows.
+enum class ReadOutcome {
+  whole,
+  kept,     // failed: what was read before is shown on
+  nothing,  // failed, and there was nothing to keep
+};
+
+class ReadTrouble {
+ public:
+  ReadTrouble(Modality& modality, const StoreSession& session)
+      : modality_(modality), session_(session) {}
+
+  void note(ReadOutcome outcome, const ScreenLayout& screen, Language language, Canvas& measure);
+  bool standing() const { return standing_; }
+
+ private:
+  void begin();
+  void end();
+  void show_line(const Text& text, const ScreenLayout& screen, Canvas& measure);
+  void tell_once(Text reason, Language language);
+
+  Modality& modality_;
+  const StoreSession& session_;
+  bool standing_ = false;
+  int failures_ = 0;        // of this trouble
+  std::vector<Text> told_;  // reasons
+};
+
+// The line's place and words: at the lower edge, at most four lines.
+HoverLabel trouble_line(TextView text, const ScreenLayout& screen, Canvas& measure);
+
+}  // namespace orvello
