@@ -85,6 +85,7 @@ class Application : public MessageHandler,
   int redraw_requests() const { return redraw_requests_; }
   const MonthLayout& month_layout() const { return month_layout_; }
   const YearLayout& year_layout() const { return year_layout_; }
+  const ReadTrouble& trouble() const { return trouble_; }
   const MonthSnapshot* drawn_month() const { return month_snapshot_.get(); }
   const YearSnapshot* drawn_year() const { return year_snapshot_.get(); }
   const DayView& day() const { return day_view_; }

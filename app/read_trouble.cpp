@@ -41,13 +41,13 @@ void ReadTrouble::note(ReadOutcome outcome, const ScreenLayout& screen, Language
   if (outcome == ReadOutcome::whole) return end();
   if (!standing_) begin();
   ++failures_;
-  const Text reason = session_.problem();
+  reason_ = session_.problem();
   const StringId words =
       outcome == ReadOutcome::kept ? StringId::shown_as_it_was : StringId::calendar_unreadable;
-  show_line(load_string(words, language) + u" " + reason, screen, measure);
+  show_line(load_string(words, language) + u" " + reason_, screen, measure);
   // What keeps a session from opening was told when that was tried.
   if (session_.logged_on() && (!session_.busy() || failures_ > kPatience))
-    tell_once(reason, language);
+    tell_once(reason_, language);
 }
 
 void ReadTrouble::begin() {

@@ -25,6 +25,7 @@ class ReadTrouble {
 
   void note(ReadOutcome outcome, const ScreenLayout& screen, Language language, Canvas& measure);
   bool standing() const { return standing_; }
+  const Text& reason() const { return reason_; }  // of the one that stands
 
  private:
   void begin();
@@ -35,6 +36,7 @@ class ReadTrouble {
   Modality& modality_;
   const StoreSession& session_;
   bool standing_ = false;
+  Text reason_;
   int failures_ = 0;        // of this trouble
   std::vector<Text> told_;  // reasons
 };

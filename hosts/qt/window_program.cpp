@@ -30,6 +30,8 @@
 namespace orvello {
 namespace {
 
+// How long the window may stand still over another program's lock.
+constexpr std::chrono::milliseconds kLockWait{300};
 constexpr int kPollMilliseconds = 1500;  // for what another process changed
 constexpr std::chrono::seconds kDrawLimit{30};
 constexpr int kTurns = 50, kRestMilliseconds = 200;  // after the start, before the first turn
@@ -181,6 +183,7 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
       QTimer::singleShot(kRestMilliseconds, &poll, [&] { measured = print_turns(session); });
     });
   }
+  if (store) store->limit_wait(kLockWait);
   StartResult started = StartResult::no_window;
   if (!session.qt.guard([&] { started = session.application.start_up(); })) return kExitFailure;
   if (started != StartResult::running) return kExitNoWindow;
@@ -196,7 +199,8 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     store->set_wake({});
     store->set_transport({}, {});
   }
-  return measured ? code : kExitFailure;
+  const bool read = !parts.line.measure_start || !session.application.trouble().standing();
+  return measured && read ? code : kExitFailure;
 }
 
 int run_render(int argc, char** argv, const WindowParts& given) {
@@ -210,6 +214,11 @@ int run_render(int argc, char** argv, const WindowParts& given) {
   session.application.draw_requested();
   const bool drawn = session.application.worker().wait_until_idle(kDrawLimit);
   session.application.worker().rethrow_failure();
+  // A picture of a part would show the rest as free.
+  if (const ReadTrouble& trouble = session.application.trouble(); trouble.standing()) {
+    std::cerr << "orvello: " << to_utf8(trouble.reason()) << "\n";
+    return kExitFailure;
+  }
   const std::string picture = drawn ? session.qt.window_picture() : "";
   if (picture.empty()) {
     std::cerr << "orvello: the picture could not be drawn\n";
