@@ -63,7 +63,7 @@ void DayView::paste() {
 void DayView::beam(const RowKey& key) {
   const auto item = c_.session.ItemFromOid(key.oid);
   if (!item || !c_.session.BeamToInfrared(*item))
-    c_.host.boxes.show(u"Could not beam appointment", u"Error");
+    c_.host.boxes.show(with_reason(c_.session, u"Could not beam appointment"), u"Error");
 }
 
 // The answer of dialog 149.
@@ -71,8 +71,10 @@ int DayView::ask_delete(std::int32_t oid) {
   const auto item = c_.session.ItemFromOid(oid);
   AppointmentFields fields;
   if (!item || !item->read(fields)) {
-    c_.host.boxes.show(u"Error in getting appointment info", u"Error");
-    return DeleteProcedure::kUnreadable;
+    // Nothing is deleted that could not be shown and asked about; one that is gone is named below.
+    const bool failed = !c_.session.problem().empty();
+    c_.host.boxes.show(with_reason(c_.session, u"Error in getting appointment info"), u"Error");
+    return failed ? DeleteProcedure::kCancel : DeleteProcedure::kUnreadable;
   }
   const DialogTemplate dialog = delete_dialog(c_.commands.language(), item->is_recurring());
   const Rect& drawn = dialog.controls[0].place;

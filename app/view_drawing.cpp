@@ -76,8 +76,7 @@ ViewDrawing Application::month_drawing(bool same_items) {
   const bool reusable =
       same_items && month_snapshot_ && month_snapshot_->layout.month == shown.month &&
       month_snapshot_->layout.year == shown.year && month_snapshot_->screen == state_.layout;
-  const auto snapshot =
-      reusable ? std::make_shared<MonthSnapshot>(*month_snapshot_) : read_month();
+  const auto snapshot = reusable ? std::make_shared<MonthSnapshot>(*month_snapshot_) : read_month();
   snapshot->selected = shown;
   snapshot->focus_visible = focus_visible_;
   month_layout_ = MonthLayout(*snapshot);

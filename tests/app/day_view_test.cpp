@@ -298,6 +298,20 @@ TEST_F(DayViewTest, DeletingAsksWhichOccurrences) {
   EXPECT_TRUE(device.store.oids({}, {})->empty());
 }
 
+TEST_F(DayViewTest, NothingIsDeletedThatCannotBeReadAndAskedAbout) {
+  add(21, 9, u"Dentist");
+  start();
+  tap_row(0);
+  device.store.faults.read = 1;
+  device.store.faults.reason = "calendar.db is in use.";
+  key(kKeyDelete);
+  ASSERT_EQ(device.boxes.shown.size(), 1u);
+  EXPECT_EQ(device.boxes.shown[0].text,
+            u"Error in getting appointment info\ncalendar.db is in use.");
+  EXPECT_EQ(device.dialogs.opened, std::vector<int>{kDialogDayView});
+  EXPECT_EQ(subjects(), std::vector<Text>{u"Dentist"});
+}
+
 TEST_F(DayViewTest, AnAppointmentThatVanishedIsNamedAndTheSessionComesBack) {
   const std::int32_t oid = add(21, 9, u"Gone");
   start();
