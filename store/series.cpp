@@ -15,7 +15,7 @@ constexpr LocalSeconds kZoneMargin = 2 * kSecondsPerDay;
 // Rows that a day has for one series; one a minute is shown in full.
 constexpr std::int64_t kRowsOfADay = 1500;
 // Rows of a whole query, of which each crowded series takes a part of what is left.
-constexpr std::int64_t kRowsOfAQuery = 1'000'000;
+constexpr std::int64_t kRowsOfAQuery = 240'000;
 constexpr std::int64_t kPartOfAQuery = 16;
 // More instances a day than this make a series crowded.
 constexpr std::int64_t kHoursOfADay = 24;
