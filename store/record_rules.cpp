@@ -171,6 +171,12 @@ std::string resolved_rules(const AppointmentRecord& record, const Zone* zone) {
   return text;
 }
 
+LocalSeconds first_start(const AppointmentRecord& record, const Zone* zone) {
+  if (record.rules.find("RDATE") == std::string::npos) return record.start;
+  const auto set = read_rules(record.rules, record.start, zone, record.fields.all_day);
+  return set.dates.empty() ? record.start : std::min(record.start, set.dates.front());
+}
+
 std::optional<LocalSeconds> last_start(const AppointmentRecord& record, const Zone* zone) {
   if (record.pattern) return last_instance(*record.pattern);
   if (record.rules.empty()) return record.start;

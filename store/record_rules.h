@@ -28,6 +28,8 @@ RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zon
 // and without what an all-day item ignores.
 std::string resolved_rules(const AppointmentRecord& record, const Zone* zone);
 
+// The start of the first instance: the record's, or a date added before it.
+LocalSeconds first_start(const AppointmentRecord& record, const Zone* zone);
 // The start of the last instance; nothing for a recurrence without end.
 std::optional<LocalSeconds> last_start(const AppointmentRecord& record, const Zone* zone);
 

@@ -163,11 +163,19 @@ void take_crowded(const Series& series, const DayBounds& bounds, const LocalSpan
   }
 }
 
+// At first sight: it ended before the bounds, or begins after them.
+bool is_over(const Series& series, const DayBounds& bounds) {
+  const auto from = std::max(bounds.start_from, bounds.end_from);
+  const auto to = std::min(bounds.start_to, bounds.end_to);
+  return series.last_start + series.duration + kZoneMargin < from * kSecondsPerDay ||
+         series.first_start - kZoneMargin > (to + 1) * kSecondsPerDay;
+}
+
 // Calls take(occurrence) for everything within the bounds; exceptions come last.
 template <typename Take>
 void for_each_occurrence(const Series& series, const DayBounds& bounds, std::int64_t allowance,
                          DeviceTime& time, std::vector<LocalSeconds>& instances, Take take) {
-  if (bounds.empty()) return;
+  if (bounds.empty() || (series.changes.empty() && is_over(series, bounds))) return;
   const LocalSpan span = span_of(series, bounds, time);
   if (span.from < span.to && series.dense) {
     take_crowded(series, bounds, span, allowance, time, instances, take);

@@ -69,6 +69,21 @@ StatementUse EmbeddedDatabase::use(const char* sql) {
   return StatementUse(*statement);
 }
 
+std::optional<bool> EmbeddedDatabase::has_series_indexes() {
+  std::int64_t found = 0;
+  if (!number_of("SELECT count(*) FROM sqlite_schema"
+                 " WHERE name IN ('items_alive', 'exceptions_changed')",
+                 found))
+    return std::nullopt;
+  return found == 2;
+}
+
+bool EmbeddedDatabase::make_series_indexes() {
+  if (sqlite3_exec(db_, kSeriesIndexes, nullptr, nullptr, nullptr) == SQLITE_OK) return true;
+  note_failure();
+  return false;
+}
+
 std::optional<std::int64_t> EmbeddedDatabase::data_version() {
   std::int64_t version = 0;
   if (!number_of("PRAGMA data_version", version)) return std::nullopt;

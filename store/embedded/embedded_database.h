@@ -34,6 +34,11 @@ class EmbeddedDatabase {
   std::int64_t last_row() const { return sqlite3_last_insert_rowid(db_); }
   bool in_transaction() const { return sqlite3_get_autocommit(db_) == 0; }
 
+  // Whether series can be found by their days; files of older programs lack the indexes until
+  // something is written. Nothing: failure.
+  std::optional<bool> has_series_indexes();
+  [[nodiscard]] bool make_series_indexes();
+
   // Changes when another process has written. Nothing: failure.
   std::optional<std::int64_t> data_version();
 

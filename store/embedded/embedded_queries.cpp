@@ -1,6 +1,5 @@
 // What the calendar shows of a span of days.
 #include <algorithm>
-#include <unordered_map>
 
 #include "calendar/rule_days.h"
 #include "store/embedded/embedded_database.h"
@@ -8,8 +7,6 @@
 #include "store/embedded/item_columns.h"
 #include "store/embedded/series_cache.h"
 #include "store/embedded/span_classes.h"
-#include "store/embedded/stored_pattern.h"
-#include "store/record_rules.h"
 
 namespace orvello {
 namespace {
@@ -29,12 +26,12 @@ bool EmbeddedStore::query(const DayBounds& bounds, bool occurrences, OccurrenceL
   time_.follow_device_zone();
   ReadScope scope(*db_);
   if (!scope || !follow_changes()) return failed();
-  if (!cache_->valid && !read_series()) {
+  if (!load_series(bounds)) {
     cache_->forget();
     return failed();
   }
   if (!read_singles(bounds, list)) return failed();
-  for (const Series& series : cache_->series) {
+  for (const Series& series : cache_->all()) {
     if (occurrences) {
       append_occurrences(series, bounds, time_, cache_->scratch, list);
       continue;
@@ -53,66 +50,9 @@ bool EmbeddedStore::follow_changes() {
   if (!version) return false;
   if (*version == cache_version_) return true;
   cache_version_ = *version;
+  indexed_.reset();
   forget();
   return true;
-}
-
-bool EmbeddedStore::read_series() {
-  cache_->series.clear();
-  auto rows = db_->use("SELECT oid, start, end, zone, " ORVELLO_SHARED_COLUMNS
-                       ", last_start, pattern, resolved FROM items INDEXED BY items_series"
-                       " WHERE recurring = 1");
-  if (!rows->each([&](Statement& row) { return read_series_row(row); })) return false;
-  if (!read_series_exceptions()) return false;
-  cache_->valid = true;
-  return true;
-}
-
-bool EmbeddedStore::read_series_row(Statement& row) {
-  Series series;
-  series.oid = row.small(0);
-  series.start = row.number(1);
-  series.duration = row.number(2) - series.start;
-  const auto zone = time_.zone(row.string(3));
-  if (!zone) return false;
-  series.zone = *zone;
-  series.summary = read_summary(row, 4, series.oid, true);
-  series.all_day = series.summary->all_day;
-  series.last_start = row.is_null(13) ? kEndOfRules : row.number(13);
-  if (row.is_null(14)) {
-    set_recurrence(series, read_rules(row.string(15), series.start, nullptr, series.all_day));
-  } else {
-    const auto pattern = read_stored_pattern(row.bytes(14));
-    if (!pattern)
-      return damaged("the recurrence of appointment " + std::to_string(series.oid) +
-                     " cannot be read");
-    set_recurrence(series, *pattern);
-  }
-  cache_->series.push_back(std::move(series));
-  return true;
-}
-
-bool EmbeddedStore::read_series_exceptions() {
-  std::unordered_map<std::int32_t, Series*> by_oid;
-  for (Series& series : cache_->series) by_oid[series.oid] = &series;
-  auto rows =
-      db_->use("SELECT oid, original_start, deleted, start, end, zone, " ORVELLO_SHARED_COLUMNS
-               " FROM exceptions ORDER BY oid, position");
-  const bool whole = rows->each([&](Statement& row) {
-    const auto found = by_oid.find(row.small(0));
-    if (found == by_oid.end())
-      return damaged("an exception belongs to no series (" + std::to_string(row.small(0)) + ")");
-    SeriesChange change{row.number(1), row.number(3), row.number(4), nullptr, nullptr};
-    const bool deleted = row.flag(2);
-    const auto zone = time_.zone(row.string(5));
-    if (!zone) return false;
-    change.zone = *zone;
-    if (!deleted) change.summary = read_summary(row, 6, found->first, true);
-    add_exception(*found->second, change.original_start, deleted ? nullptr : &change);
-    return true;
-  });
-  for (Series& series : cache_->series) order_exceptions(series);
-  return whole;
 }
 
 bool EmbeddedStore::read_singles(const DayBounds& bounds, OccurrenceList& list) {

@@ -53,18 +53,18 @@ bool EmbeddedStore::write_record(AppointmentRecord& record) {
                          ", last_start, pattern, resolved, rules, modified, body, body_ink,"
                          " residue) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12,"
                          " ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21, ?22, ?23, ?24, ?25)");
+  const auto zone = time_.zone(record.zone);
+  if (!zone) return false;
   const auto first = day_at(record.start), last = day_at(record.end);
   write->bind(1, record.uid)
       .bind(2, record.recurring())
       .bind(3, span_class_of(last - first, !record.zone.empty()))
-      .bind(4, first)
+      .bind(4, day_at(first_start(record, *zone)))
       .bind(5, last)
       .bind(6, record.start)
       .bind(7, record.end)
       .bind(8, record.zone);
   bind_shared(write.statement(), 9, record.fields);
-  const auto zone = time_.zone(record.zone);
-  if (!zone) return false;
   bind_recurrence(write.statement(), 18, record, *zone);
   write->bind(22, record.modified);
   bind_long(write.statement(), 23, record.fields, record.residue);
@@ -132,13 +132,13 @@ std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
   // The cache follows single changes; after many it is cheaper to read it anew. A transaction that
   // is taken back forgets it.
   if (in_transaction_ && ++puts_ > kFollowedPuts) {
-    if (cache_->valid) cache_->forget();
-  } else if (cache_->valid && record.recurring()) {
+    cache_->forget();
+  } else if (record.recurring()) {
     if (auto series = make_series(record, time_))
       cache_->put(std::move(*series));
     else
       cache_->forget();
-  } else if (cache_->valid && given.oid != 0) {
+  } else if (given.oid != 0) {
     cache_->erase(record.oid);
   }
   return record.oid;
@@ -165,7 +165,7 @@ bool EmbeddedStore::erase(std::int32_t oid) {
     kinds_ |= 1u << static_cast<int>(StoreChange::deleted);
     return true;
   });
-  if (erased && cache_->valid) cache_->erase(oid);
+  if (erased) cache_->erase(oid);
   return erased;
 }
 

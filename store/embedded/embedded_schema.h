@@ -1,6 +1,7 @@
 // The tables of the embedded store's file.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace orvello {
@@ -15,7 +16,8 @@ inline constexpr int kFormatWithoutChecksums = 1;  // else the same
 // are a few short ranges of one index. It depends on nothing but the row: a device that changes its
 // zone leaves the file alone.
 //
-// items_series holds all that the calendar needs of the series, and so is read instead of the rows.
+// items_series holds all that the calendar needs of the series; it is read where the indexes below
+// are missing, which older programs did not make.
 inline constexpr char kSchema[] = R"sql(
 CREATE TABLE items (
   oid INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -117,5 +119,31 @@ inline std::string format_mark() {
   return "PRAGMA application_id = " + std::to_string(kApplicationId) +
          "; PRAGMA user_version = " + std::to_string(kFormat) + ";";
 }
+
+// Series by how many days they last, from the first instance to the end of the last (class 8: for
+// ever), so that those alive in a span of days are a few short ranges; and changed occurrences by
+// their own times, as these may lie outside of their series. The words are the queries', or the
+// indexes would not be used.
+#define ORVELLO_SERIES_CLASS                                           \
+  "CASE WHEN last_start IS NULL THEN 8"                                \
+  " WHEN last_start + end - start < (first_day + 2) * 86400 THEN 0"    \
+  " WHEN last_start + end - start < (first_day + 8) * 86400 THEN 1"    \
+  " WHEN last_start + end - start < (first_day + 32) * 86400 THEN 2"   \
+  " WHEN last_start + end - start < (first_day + 100) * 86400 THEN 3"  \
+  " WHEN last_start + end - start < (first_day + 370) * 86400 THEN 4"  \
+  " WHEN last_start + end - start < (first_day + 1500) * 86400 THEN 5" \
+  " WHEN last_start + end - start < (first_day + 6000) * 86400 THEN 6 ELSE 7 END"
+inline constexpr std::int32_t kSeriesDays[] = {2, 8, 32, 100, 370, 1500, 6000, 10000000, 10000000};
+inline constexpr int kSeriesClasses = 9;
+inline constexpr int kEndlessClass = 8;
+
+#define ORVELLO_LONG_CHANGE "(end - start >= 691200)"
+inline constexpr std::int32_t kShortChangeDays = 8;
+
+inline constexpr char kSeriesIndexes[] =
+    "CREATE INDEX IF NOT EXISTS items_alive ON items (" ORVELLO_SERIES_CLASS
+    ", first_day, last_start, start, end) WHERE recurring = 1;"
+    "CREATE INDEX IF NOT EXISTS exceptions_changed ON exceptions (" ORVELLO_LONG_CHANGE
+    ", start, end) WHERE deleted = 0;";
 
 }  // namespace orvello

@@ -111,6 +111,11 @@ bool EmbeddedStore::begin() {
   problem_.clear();
   if (!db_->run("BEGIN IMMEDIATE")) return failed();
   in_transaction_ = true;
+  if (!complete_indexes()) {
+    failed();
+    rollback();
+    return false;
+  }
   spoilt_ = false;
   kinds_ = 0;
   puts_ = 0;
@@ -139,6 +144,7 @@ void EmbeddedStore::rollback() {
   // What fails here is rolled back by the next process that opens the file.
   if (db_->in_transaction()) (void)db_->run("ROLLBACK");
   in_transaction_ = false;
+  indexed_.reset();
   forget();
 }
 

@@ -17,6 +17,7 @@ class Clock;
 class EmbeddedDatabase;
 class ReadScope;
 class SeriesCache;
+struct SeriesDays;
 class Statement;
 
 class EmbeddedStore : public RecordCalendarStore {
@@ -94,14 +95,20 @@ class EmbeddedStore : public RecordCalendarStore {
   bool write_notes();
   void count_category(int folder, const Text& text, int difference);
   bool follow_changes();
-  bool read_series();
-  bool read_series_row(Statement& row);
-  bool read_series_exceptions();
+  bool complete_indexes();
+  bool knows_indexes();
+  bool load_series(const DayBounds& bounds);
+  bool read_all_series();
+  bool read_alive_series(const SeriesDays& days, std::vector<std::int32_t>& added);
+  bool read_changed_series(const SeriesDays& days, std::vector<std::int32_t>& added);
+  bool read_series_row(Statement& row, std::vector<std::int32_t>& added);
+  bool read_series_exceptions(std::vector<std::int32_t>& added);
   bool read_singles(const DayBounds& bounds, OccurrenceList& list);
   bool read_class(int span_class, const DayBounds& bounds, OccurrenceList& list);
 
   std::unique_ptr<EmbeddedDatabase> db_;
   std::unique_ptr<SeriesCache> cache_;
+  std::optional<bool> indexed_;  // whether the file has the indexes of the series, once asked
   bool in_transaction_ = false;
   bool spoilt_ = false;  // a write of the transaction failed: it cannot be committed
   bool limited_wait_ = false;

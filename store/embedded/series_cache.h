@@ -1,40 +1,82 @@
-// All series of the file, ready for queries. They are few and every query needs most of them.
+// The series that the queries so far had to look at, ready for the next: those alive in one span of
+// days, and those without end that have begun.
 #pragma once
 
 #include <algorithm>
+#include <limits>
+#include <unordered_map>
 #include <vector>
 
 #include "store/series.h"
 
 namespace orvello {
 
+struct SeriesDays {
+  std::int32_t from = 0;
+  std::int32_t to = -1;
+  bool empty() const { return from > to; }
+};
+
 class SeriesCache {
  public:
-  bool valid = false;
-  std::vector<Series> series;
   SeriesScratch scratch;
 
+  const std::vector<Series>& all() const { return series_; }
+  Series* find(std::int32_t oid) {
+    const auto found = places_.find(oid);
+    return found == places_.end() ? nullptr : &series_[found->second];
+  }
+
+  bool covers(const SeriesDays& days) const {
+    return !days_.empty() && days.from >= days_.from && days.to <= days_.to;
+  }
+  // The days to read so that `asked` is covered: a first query reads no more than it needs, later
+  // ones some weeks around them. What lies apart from them, or has become much, is forgotten.
+  SeriesDays make_room(const SeriesDays& asked) {
+    constexpr std::int32_t kAround = 62;
+    constexpr std::size_t kMany = 50'000;
+    if (days_.empty()) return asked;
+    const SeriesDays wide{asked.from - kAround, asked.to + kAround};
+    if (wide.from > days_.to + 1 || wide.to < days_.from - 1 || series_.size() > kMany) forget();
+    return wide;
+  }
+  void cover(const SeriesDays& days) {
+    days_ = days_.empty()
+                ? days
+                : SeriesDays{std::min(days_.from, days.from), std::max(days_.to, days.to)};
+  }
+  // Series without end that begin up to this day have been read.
+  std::int32_t endless_to() const { return days_.empty() ? kNever : days_.to; }
+
   void forget() {
-    valid = false;
-    series.clear();
+    days_ = {};
+    series_.clear();
+    places_.clear();
   }
   void erase(std::int32_t oid) {
-    const auto found = find(oid);
-    if (found != series.end()) series.erase(found);
+    const auto found = places_.find(oid);
+    if (found == places_.end()) return;
+    const std::size_t place = found->second;
+    places_.erase(found);
+    if (place + 1 != series_.size()) {
+      series_[place] = std::move(series_.back());
+      places_[series_[place].oid] = place;
+    }
+    series_.pop_back();
   }
   void put(Series one) {
-    const auto found = find(one.oid);
-    if (found != series.end())
-      *found = std::move(one);
+    const auto [found, added] = places_.try_emplace(one.oid, series_.size());
+    if (added)
+      series_.push_back(std::move(one));
     else
-      series.push_back(std::move(one));
+      series_[found->second] = std::move(one);
   }
 
  private:
-  std::vector<Series>::iterator find(std::int32_t oid) {
-    return std::find_if(series.begin(), series.end(),
-                        [oid](const Series& one) { return one.oid == oid; });
-  }
+  static constexpr std::int32_t kNever = std::numeric_limits<std::int32_t>::min();
+  SeriesDays days_;
+  std::vector<Series> series_;
+  std::unordered_map<std::int32_t, std::size_t> places_;  // by oid
 };
 
 }  // namespace orvello
