@@ -137,6 +137,16 @@ TEST_F(Agenda, JsonEndsAllDayItemsOnTheDayAfter) {
   EXPECT_NE(answer.find("\"categories\": []"), std::string::npos);
 }
 
+TEST_F(Agenda, ManyOfASeriesAreOneRowWithTheirNumber) {
+  AppointmentRecord tick = record(u"Tick", at(6, 0), at(6, 0));
+  tick.rules = "RRULE:FREQ=SECONDLY;UNTIL=20261106T002501";
+  put(tick);
+  EXPECT_NE(text(6, 6).find("  0:25-0:25        and 2 more: Tick\n"), std::string::npos);
+  const std::string answer = json(6, 6);
+  EXPECT_EQ(answer.find("\"occurrences\": 2}"), answer.rfind("\"occurrences\":"));
+  EXPECT_NE(answer.find("\"occurrences\": 2}"), std::string::npos);
+}
+
 TEST_F(Agenda, ASeriesShowsEachOccurrence) {
   AppointmentRecord made = record(u"Standup", at(2, 9), at(2, 9, 15));
   RecurrencePattern pattern;

@@ -66,6 +66,21 @@ TEST_F(DayAgendaTest, ADayBefore1900ReadsLikeAnyOther) {
   }
 }
 
+TEST_F(DayAgendaTest, ACrowdedSeriesEndsInARowThatCountsTheRest) {
+  AppointmentRecord tick;
+  tick.fields.subject = u"Tick";
+  tick.rules = "RRULE:FREQ=SECONDLY";
+  tick.start = tick.end = day(5) * kSecondsPerDay;
+  ASSERT_NE(store.put(tick), 0);
+  const DayAgenda shown = agenda(6);
+  ASSERT_EQ(shown.rows.size(), 1501u);
+  EXPECT_EQ(shown.rows[1499].subject, u"Tick");
+  EXPECT_EQ(shown.rows[1500].subject, u"and 84,900 more: Tick");
+  EXPECT_EQ(shown.rows[1500].time, u"12:25a-11:59p");
+  EXPECT_EQ(shown.rows[1500].oid, shown.rows[0].oid);
+  EXPECT_EQ(to_seconds(shown.row_ends[1500]), to_seconds(at(6, 23, 59)) + 59);
+}
+
 TEST_F(DayAgendaTest, RowsCarryLocationIconsAndColors) {
   settings.timeformat = settings.showlocation = 1;
   settings.category_props = {{u"Work", 0x112233, 0}, {u"Work", 0x445566, 0}, {u"Home", 7, 0}};

@@ -61,7 +61,9 @@ TEST_F(SeriesInDays, AreThoseOfAStoreWithoutAFile) {
   std::size_t seen = 0;
   ASSERT_TRUE(disk->begin());
   for (int round = 0; round < 350; ++round) {
-    if (round == 150) ASSERT_TRUE(disk->commit());
+    if (round == 150) {
+      ASSERT_TRUE(disk->commit());
+    }
     if (round < 150 || random.chance(20)) {
       const AppointmentRecord one = series(round);
       const std::int32_t oid = disk->put(one);
