@@ -5,6 +5,7 @@
 
 #include "store/embedded/calendar_file.h"
 #include "store/embedded/checked_pages.h"
+#include "store/embedded/embedded_schema.h"
 
 namespace orvello {
 

@@ -17,7 +17,7 @@ inline constexpr int kFormatWithoutChecksums = 1;  // else the same
 // zone leaves the file alone.
 //
 // items_series holds all that the calendar needs of the series; it is read where the indexes below
-// are missing, which older programs did not make.
+// are missing: an older program made none.
 inline constexpr char kSchema[] = R"sql(
 CREATE TABLE items (
   oid INTEGER PRIMARY KEY AUTOINCREMENT,

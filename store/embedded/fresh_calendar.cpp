@@ -112,7 +112,10 @@ std::string create_calendar_file(const std::string& path) {
   if (!fresh.exists()) return reason_of(path, kNot, errno);
   {
     const DatabaseHandle db = connect(fresh.path(), checked_pages());
-    if (!make_tables(db.get())) return reason_of(path, kNot, db.get());
+    // A file that is copied from an older one gets its indexes with its first change, as what they
+    // stand on is corrected then.
+    if (!make_tables(db.get()) || !run(db.get(), kSeriesIndexes))
+      return reason_of(path, kNot, db.get());
   }
   // Another process may have been quicker.
   if (!fresh.put_in_place(FileInTheMaking::Taken::keep))
