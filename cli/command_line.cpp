@@ -85,6 +85,8 @@ class Parser {
       line_.command = Command::version;
     } else if (name == "--json") {
       line_.json = true;
+    } else if (name == "--list") {
+      line_.list = true;
     } else if (name == "--data") {
       line_.data_folder = value(name);
       if (fault_.empty() && line_.data_folder.empty()) fail("--data needs a folder");
@@ -146,9 +148,14 @@ class Parser {
       if (word == "export") return set(Command::export_file);
       if (word == "agenda") return set(Command::agenda);
       if (word == "render") return set(Command::render);
+      if (word == "backup") return set(Command::backup);
+      if (word == "restore") return set(Command::restore);
     }
     command_seen_ = true;
-    if (line_.command == Command::agenda) {
+    if (line_.command == Command::restore) {
+      if (line_.from) return fail("restore takes one date at most");
+      take(line_.from, parse_iso_date(word), "restore", "a date as YYYY-MM-DD");
+    } else if (line_.command == Command::agenda) {
       std::optional<MonthDayYear>& day = line_.from ? line_.to : line_.from;
       if (line_.to) return fail("agenda takes two dates at most");
       take(day, parse_iso_date(word), "agenda", "dates as YYYY-MM-DD");
@@ -177,6 +184,9 @@ class Parser {
       case Command::render:
         if (!render_view_seen_ || files != 1) fail("render needs a view and the name of one file");
         break;
+      case Command::backup:
+        if (files != 0) fail("backup needs no file");
+        break;
       case Command::agenda:
         if (line_.from && !line_.to) line_.to = line_.from;
         break;
@@ -185,6 +195,8 @@ class Parser {
     }
     if (line_.json && line_.command != Command::agenda && line_.command != Command::help)
       fail("--json belongs to agenda");
+    if (line_.list && line_.command != Command::restore && line_.command != Command::help)
+      fail("--list belongs to restore");
     if (line_.from && line_.to &&
         WholeDayNumber(line_.from->month, line_.from->day, line_.from->year) >
             WholeDayNumber(line_.to->month, line_.to->day, line_.to->year))
@@ -254,6 +266,9 @@ std::string usage_text() {
   orvello agenda [FROM [TO]] [--json] list the appointments of the days (today without dates)
   orvello render day|month|year FILE.png
                                       draw a view into a picture; takes the window's options
+  orvello restore [DATE]              put a copy of the calendar back: the newest, or of that day
+  orvello restore --list              list the copies
+  orvello backup                      copy the calendar now, if today's copy is due
 
 Every command takes:
       --data DIR                      keep everything under this folder

@@ -13,18 +13,29 @@
 namespace orvello {
 
 struct CommandLine {
-  enum class Command { window, import_files, export_file, agenda, render, help, version };
+  enum class Command {
+    window,
+    import_files,
+    export_file,
+    agenda,
+    render,
+    backup,
+    restore,
+    help,
+    version
+  };
   Command command = Command::window;
   std::vector<std::string> files;        // .ics files; the file to write for export and render
   std::string data_folder;               // --data
   std::string language;                  // --language: "ru", "en" or empty
   std::optional<SystemTime> now;         // --now
   std::optional<MonthDayYear> date;      // --date
-  std::optional<MonthDayYear> from, to;  // export's options, agenda's words
+  std::optional<MonthDayYear> from, to;  // export's options, agenda's words; the day of restore
   int view = -1;                         // --view, or render's word: 0 Day, 1 Month, 2 Year
   std::optional<Size> screen;            // --screen
   int dpi = 0;                           // --dpi, 0: not given
   bool json = false;
+  bool list = false;  // of restore
   bool measure_start = false;
   bool measure_turn = false;
 };

@@ -92,6 +92,12 @@ enum class StringId : int {
   shown_as_it_was,
   read_again,
   unreadable,  // in the place of appointments
+  restore_question,
+  rescue_question,
+  restored_copy,
+  restored_anew,
+  restored_kept,
+  restored_saved,
 };
 
 }  // namespace orvello

@@ -50,6 +50,19 @@ constexpr Row kStrings[] = {
     {StringId::read_again, u"Чтение повторяется само, пока не удастся.",
      u"Reading is tried again until it works."},
     {StringId::unreadable, u"Не читается", u"Cannot be read"},
+    {StringId::restore_question, u"%s\n\nВосстановить копию от %s?",
+     u"%s\n\nRestore the copy of %s?"},
+    {StringId::rescue_question,
+     u"%s\n\nКопий нет. Создать календарь заново из того, что ещё можно прочитать?",
+     u"%s\n\nThere is no copy. Make a new calendar of what can still be read?"},
+    {StringId::restored_copy, u"Восстановлена копия от %s.",
+     u"The calendar is the copy of %s now."},
+    {StringId::restored_anew, u"Календарь создан заново из того, что удалось прочитать.",
+     u"The calendar is made anew of what could be read."},
+    {StringId::restored_kept, u"\n\nПрежний файл сохранён: %s",
+     u"\n\nThe file as it was is kept: %s"},
+    {StringId::restored_saved, u"\n\nПрочитано записей: %d; они сохранены в файле %s",
+     u"\n\nAppointments that could still be read of it: %d, saved in %s"},
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "cli/agenda.h"
 #include "cli/command_line.h"
 #include "cli/commands.h"
+#include "files/file_lock.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/display.h"
 #include "hosts/linux/file_registry.h"
@@ -17,6 +18,8 @@
 #include "hosts/linux/standard_streams.h"
 #include "hosts/linux/system_clock.h"
 #include "hosts/qt/qt_locale.h"
+#include "hosts/qt/way_back.h"
+#include "hosts/qt/way_back_question.h"
 #include "hosts/qt/window_program.h"
 #include "hosts/qt/written_boxes.h"
 #include "settings/registry_access.h"
@@ -36,8 +39,10 @@ std::optional<bool> wanted_russian(const CommandLine& line) {
 // What the program's parts share, opened once.
 struct Opened {
   Paths paths;
+  std::unique_ptr<FileLock> use;
   std::unique_ptr<SystemClock> clock;
   std::unique_ptr<EmbeddedStore> store;  // null: see the reason
+  CalendarHealth health = CalendarHealth::good;
   std::string reason;
 };
 
@@ -69,12 +74,49 @@ bool open_files(const CommandLine& line, Opened& opened) {
   opened.paths = *prepared;
   prepare_first_start(opened.paths);
   opened.clock = std::make_unique<SystemClock>(fixed_time(line));
-  auto store = EmbeddedStore::open(opened.paths.data + "/calendar.db", *opened.clock);
-  if (store)
-    opened.store = std::move(*store);
-  else
-    opened.reason = store.reason();
   return true;
+}
+
+// A calendar that is missing though there are copies of it is made anew only when that is wanted.
+void open_calendar(Opened& opened, bool start_afresh) {
+  const std::string path = calendar_file(opened.paths);
+  opened.use = std::make_unique<FileLock>(calendar_lock(opened.paths), FileLock::Kind::shared);
+  if (!opened.use->granted()) {
+    opened.health = CalendarHealth::unreadable;
+    opened.reason = path + " is just being replaced by another Orvello.";
+    return;
+  }
+  const auto look = look_at_calendar(opened.paths, TodayTriple(opened.clock->local_time()));
+  opened.health = look.health;
+  opened.reason = look.reason;
+  if (look.health == CalendarHealth::damaged) return;
+  if (look.health == CalendarHealth::missing && !start_afresh) return;
+  auto store = EmbeddedStore::open(path, *opened.clock);
+  if (store) {
+    opened.store = std::move(*store);
+    return;
+  }
+  opened.reason = store.reason();
+  opened.health = check_calendar(path).health;
+}
+
+bool needs_way_back(const Opened& opened) {
+  return !opened.store &&
+         (opened.health == CalendarHealth::damaged || opened.health == CalendarHealth::missing);
+}
+
+int refused(const Opened& opened) {
+  failed(opened.reason);
+  if (needs_way_back(opened)) std::cerr << "To get a copy of it back: orvello restore\n";
+  return kExitFailure;
+}
+
+// The window asks; what is said there may be answered by no.
+void offer_way_back(int& argc, char** argv, const CommandLine& line, Opened& opened) {
+  opened.use.reset();
+  const WindowParts parts{line, opened.paths, *opened.clock, nullptr, opened.reason};
+  const bool restored = ask_for_way_back(argc, argv, parts);
+  open_calendar(opened, !restored);
 }
 
 int agenda(const CommandLine& line, Opened& opened) {
@@ -89,9 +131,12 @@ int agenda(const CommandLine& line, Opened& opened) {
 }
 
 int command(const CommandLine& line, Opened& opened, std::ostream& content) {
-  if (!opened.store) return failed(opened.reason);
+  if (!opened.store) return refused(opened);
   switch (line.command) {
+    case Command::backup:
+      return run_backup(opened.paths, *opened.clock, std::cout, std::cerr);
     case Command::import_files:
+      if (!copy_before_change(opened.paths, *opened.clock, std::cerr)) return kExitFailure;
       return run_import(line, *opened.store, *opened.clock, std::cout, std::cerr);
     case Command::export_file:
       return run_export(line, *opened.store, *opened.clock, content, std::cerr);
@@ -104,7 +149,7 @@ int command(const CommandLine& line, Opened& opened, std::ostream& content) {
 int without_display(int argc, char** argv, CommandLine line, Opened& opened) {
   std::cerr << "orvello: there is no display to open a window on. The start view is drawn into "
                "orvello.png; today's agenda follows.\n";
-  if (!opened.store) return failed(opened.reason);
+  if (!opened.store) return refused(opened);
   line.files = {"orvello.png"};
   const WindowParts parts{line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
   const int drawn = run_render(argc, argv, parts);
@@ -142,13 +187,19 @@ int run(int argc, char** argv, StandardStreams& streams) {
   // Also for reading: closing a database's file by another way would drop the locks on it.
   if (const auto own = own_file_among(opened.paths, line->files); !own.empty())
     return failed(own + " is one of the calendar's own files.");
+  if (line->command == Command::restore)
+    return run_restore(*line, opened.paths, *opened.clock, std::cout, std::cerr);
+  open_calendar(opened, false);
+  const bool windowed = line->command == Command::window && display_reachable();
+  const bool attended = windowed && !line->measure_start && !line->measure_turn;
+  if (attended && needs_way_back(opened)) offer_way_back(argc, argv, *line, opened);
   const WindowParts parts{*line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
   if (line->command == Command::render) {
-    if (!opened.store) return failed(opened.reason);
+    if (!opened.store) return refused(opened);
     return run_render(argc, argv, parts);
   }
   if (line->command != Command::window) return command(*line, opened, streams.content());
-  if (!display_reachable()) return without_display(argc, argv, *line, opened);
+  if (!windowed) return without_display(argc, argv, *line, opened);
   return run_window(argc, argv, parts);
 }
 

@@ -22,6 +22,7 @@
 #include "hosts/linux/file_registry.h"
 #include "hosts/linux/outbox.h"
 #include "hosts/linux/own_files.h"
+#include "hosts/qt/backup_keeper.h"
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/written_boxes.h"
 #include "store/embedded/sqlite_record_databases.h"
@@ -34,6 +35,8 @@ namespace {
 constexpr std::chrono::milliseconds kLockWait{300};
 constexpr int kPollMilliseconds = 1500;  // for what another process changed
 constexpr std::chrono::seconds kDrawLimit{30};
+constexpr int kFirstBackupMilliseconds = 20000;  // when the start is long over
+constexpr int kNextBackupMilliseconds = 3600 * 1000;
 constexpr int kTurns = 50, kRestMilliseconds = 200;  // after the start, before the first turn
 
 // Milliseconds since the system started this process; its own record counts in clock ticks.
@@ -55,20 +58,6 @@ long milliseconds_since_start() {
 // tell every user so.
 void pass_on(QtMsgType, const QMessageLogContext&, const QString& text) {
   if (!text.startsWith(u"QStandardPaths: XDG_RUNTIME_DIR")) std::cerr << text.toStdString() << "\n";
-}
-
-QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
-  QtHostOptions options;
-  options.paths = parts.paths;
-  options.now = fixed_time(parts.line);
-  if (!parts.line.language.empty()) options.russian = parts.line.language == "ru";
-  options.screen = parts.line.screen;
-  options.dpi = parts.line.dpi;
-  if (!offscreen) options.files = parts.line.files;
-  options.offscreen = offscreen;
-  if (offscreen && !options.screen) options.screen = Size{480, 640};
-  if (offscreen && options.dpi == 0) options.dpi = parts.line.screen ? 96 : 192;
-  return options;
 }
 
 // Everything that a window stands on, in the order in which it must go away again.
@@ -160,6 +149,20 @@ bool print_turns(Session& session) {
 
 }  // namespace
 
+QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
+  QtHostOptions options;
+  options.paths = parts.paths;
+  options.now = fixed_time(parts.line);
+  if (!parts.line.language.empty()) options.russian = parts.line.language == "ru";
+  options.screen = parts.line.screen;
+  options.dpi = parts.line.dpi;
+  if (!offscreen) options.files = parts.line.files;
+  options.offscreen = offscreen;
+  if (offscreen && !options.screen) options.screen = Size{480, 640};
+  if (offscreen && options.dpi == 0) options.dpi = parts.line.screen ? 96 : 192;
+  return options;
+}
+
 int run_window(int argc, char** argv, const WindowParts& parts) {
   Session session(argc, argv, parts, parts.line.measure_start || parts.line.measure_turn);
   EmbeddedStore* store = parts.store;
@@ -194,6 +197,11 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     poll.start(kPollMilliseconds);
   }
   if (!parts.line.files.empty()) import_later(parts.line.files);
+  BackupKeeper backups(parts, [&session](const std::string& reason) {
+    session.host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
+  });
+  if (store && !parts.line.measure_start && !parts.line.measure_turn)
+    backups.begin(kFirstBackupMilliseconds, kNextBackupMilliseconds);
   const int code = session.qt.run();
   if (store) {
     store->set_wake({});

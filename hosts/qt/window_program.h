@@ -5,6 +5,7 @@
 
 #include "cli/command_line.h"
 #include "hosts/linux/paths.h"
+#include "hosts/qt/qt_host.h"
 #include "ports/clock.h"
 #include "store/embedded/embedded_store.h"
 
@@ -20,6 +21,9 @@ struct WindowParts {
 
 // The local time of --now.
 std::optional<LocalSeconds> fixed_time(const CommandLine& line);
+
+// `offscreen` needs no display.
+QtHostOptions host_options(const WindowParts& parts, bool offscreen);
 
 int run_window(int argc, char** argv, const WindowParts& parts);
 

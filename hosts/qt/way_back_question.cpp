@@ -1,0 +1,54 @@
+#include "hosts/qt/way_back_question.h"
+
+#include "hosts/linux/device_path.h"
+#include "hosts/linux/file_registry.h"
+#include "hosts/qt/qt_host.h"
+#include "hosts/qt/way_back.h"
+#include "resources/strings.h"
+#include "store/embedded/sqlite_record_databases.h"
+#include "store/unavailable_store.h"
+
+namespace orvello {
+namespace {
+
+Text answer_text(const Restored& restored, Language language) {
+  Text text = restored.copy ? format(load_string(StringId::restored_copy, language),
+                                     to_utf16(iso_text(restored.copy->day)))
+                            : Text(load_string(StringId::restored_anew, language));
+  if (!restored.kept.empty())
+    text += format(load_string(StringId::restored_kept, language), to_utf16(restored.kept));
+  if (!restored.saved.empty())
+    text += format(load_string(StringId::restored_saved, language), restored.appointments,
+                   to_utf16(restored.saved));
+  return text;
+}
+
+}  // namespace
+
+bool ask_for_way_back(int& argc, char** argv, const WindowParts& parts) {
+  const auto copy =
+      CalendarCopies(calendar_file(parts.paths)).newest_good(TodayTriple(parts.clock.local_time()));
+  FileRegistry registry(parts.paths.config + "/registry");
+  SqliteRecordDatabases databases(parts.paths.data + "/device.db", host_path);
+  UnavailableStore store(parts.reason);
+  QtHost qt(argc, argv, host_options(parts, false), registry, databases, store);
+  MessageBoxes& boxes = qt.host().boxes;
+  const Language language =
+      qt.host().locale.russian_resources() ? Language::russian : Language::english;
+  const Text reason = to_utf16(parts.reason);
+  const Text question = copy ? format(load_string(StringId::restore_question, language), reason,
+                                      to_utf16(iso_text(copy->day)))
+                             : format(load_string(StringId::rescue_question, language), reason);
+  if (boxes.show(question, u"Error", BoxIcon::error, BoxButtons::yes_no) != BoxAnswer::yes)
+    return false;
+  const auto restored =
+      restore_calendar(parts.paths, copy ? std::optional(copy->day) : std::nullopt, parts.clock);
+  if (!restored) {
+    boxes.show(to_utf16(restored.reason()), u"Error", BoxIcon::error);
+    return false;
+  }
+  boxes.show(answer_text(*restored, language), u"Orvello");
+  return true;
+}
+
+}  // namespace orvello

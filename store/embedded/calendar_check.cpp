@@ -1,0 +1,143 @@
+#include "store/embedded/calendar_check.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cstring>
+#include <vector>
+
+#include "files/descriptor.h"
+#include "files/file_reasons.h"
+#include "files/input_file.h"
+#include "store/embedded/embedded_schema.h"
+#include "store/embedded/sqlite_connection.h"
+
+namespace orvello {
+namespace {
+
+constexpr std::size_t kHeaderSize = 100;
+constexpr std::uint64_t kAnySize = ~std::uint64_t{0};
+
+std::uint32_t big_endian(const unsigned char* bytes) {
+  return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
+         static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+}
+
+CalendarCheck finding(CalendarHealth health, std::string reason) {
+  return {health, std::move(reason), 0};
+}
+
+// Before SQLite sees the file, since that might write to one that is none of ours.
+CalendarCheck check_header(const std::string& path) {
+  const auto file = open_regular_file(path, kAnySize);
+  if (!file && errno == ENOENT) return finding(CalendarHealth::missing, path + " is missing.");
+  if (!file) return finding(CalendarHealth::unreadable, file.reason());
+  unsigned char header[kHeaderSize] = {};
+  const auto length = ::pread((*file)->number(), header, sizeof header, 0);
+  if (length < 0) return finding(CalendarHealth::unreadable, cannot_be_read(path, errno));
+  if (length == 0) return finding(CalendarHealth::missing, path + " is empty.");
+  if (length < static_cast<ssize_t>(kHeaderSize) ||
+      std::memcmp(header, "SQLite format 3", 16) != 0 ||
+      big_endian(header + 68) != static_cast<std::uint32_t>(kApplicationId))
+    return finding(CalendarHealth::damaged, path + " is not an Orvello calendar, or is damaged.");
+  if (big_endian(header + 60) > static_cast<std::uint32_t>(kFormat))
+    return finding(CalendarHealth::newer, path + " was written by a newer version of Orvello.");
+  return finding(CalendarHealth::good, "");
+}
+
+CalendarCheck failure(const std::string& path, int code) {
+  switch (code & 0xFF) {
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_ERROR:  // a table is missing
+      return finding(CalendarHealth::damaged, path + " is damaged.");
+    case SQLITE_BUSY:
+      return finding(CalendarHealth::unreadable, path + " is in use by another program.");
+    case SQLITE_IOERR:
+      if (code == SQLITE_IOERR_DATA || code == SQLITE_IOERR_SHORT_READ)
+        return finding(CalendarHealth::damaged, path + " is damaged.");
+      [[fallthrough]];
+    default:
+      return finding(CalendarHealth::unreadable,
+                     path + " cannot be read: " + sqlite3_errstr(code) + ".");
+  }
+}
+
+// True when all pages and indices are as they should be; the code tells a failure to read.
+bool is_whole(SqliteConnection& connection) {
+  sqlite3_stmt* statement = nullptr;
+  bool whole = false;
+  if (sqlite3_prepare_v2(connection.db(), "PRAGMA integrity_check(1)", -1, &statement, nullptr) ==
+          SQLITE_OK &&
+      sqlite3_step(statement) == SQLITE_ROW) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+    whole = text && std::strcmp(text, "ok") == 0;
+  }
+  return sqlite3_finalize(statement) == SQLITE_OK && whole;
+}
+
+// What the tables say about each other, which no index knows.
+constexpr const char* kContradictions =
+    "SELECT (SELECT count(*) FROM exceptions WHERE oid NOT IN (SELECT oid FROM items))"
+    " + (SELECT count(*) FROM recipients WHERE oid NOT IN (SELECT oid FROM items))"
+    " + (SELECT count(*) FROM items WHERE recurring NOT IN (0, 1)"
+    "    OR (recurring = 1 AND pattern IS NULL AND rules IS NULL))";
+
+bool page_sums_agree(int file, std::int64_t size) {
+  unsigned char header[kHeaderSize] = {};
+  if (::pread(file, header, sizeof header, 0) != static_cast<ssize_t>(sizeof header)) return false;
+  const std::int64_t stored = header[16] << 8 | header[17];
+  const std::int64_t page = stored == 1 ? 65536 : stored;
+  if (header[20] != kCheckedBytes) return true;  // a file without sums
+  if (page < 512 || size % page != 0 || big_endian(header + 28) != size / page) return false;
+  std::vector<char> bytes(static_cast<std::size_t>(page));
+  for (std::int64_t at = 0; at < size; at += page) {
+    if (::pread(file, bytes.data(), bytes.size(), at) != page) return false;
+    std::uint64_t sum = 0;
+    std::memcpy(&sum, bytes.data() + page - kCheckedBytes, sizeof sum);
+    if (sum != page_checksum(static_cast<std::uint32_t>(at / page + 1),
+                             {bytes.data(), bytes.size() - kCheckedBytes}))
+      return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+CalendarCheck check_calendar(const std::string& path) {
+  const CalendarCheck header = check_header(path);
+  if (header.health != CalendarHealth::good) return header;
+  // What a killed process left half done is taken back by whoever opens the file for writing.
+  const bool writable = ::access(path.c_str(), W_OK) == 0;
+  SqliteConnection connection(path, writable ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY,
+                              PageChecks::on);
+  if (!connection.good() || !connection.run("BEGIN")) return failure(path, connection.code());
+  if (!is_whole(connection)) {
+    const int code = connection.code();
+    return failure(path, code == SQLITE_OK || code == SQLITE_DONE ? SQLITE_CORRUPT : code);
+  }
+  const std::int64_t contradictions = connection.number(kContradictions);
+  if (contradictions < 0) return failure(path, connection.code());
+  if (contradictions > 0)
+    return finding(CalendarHealth::damaged, path + " is damaged: it contradicts itself.");
+  CalendarCheck good = finding(CalendarHealth::good, "");
+  good.appointments = connection.number("SELECT count(*) FROM items");
+  return good;
+}
+
+CalendarCheck glance_at_calendar(const std::string& path, std::int64_t most) {
+  const CalendarCheck header = check_header(path);
+  if (header.health != CalendarHealth::good) return header;
+  {
+    const auto file = open_regular_file(path, kAnySize);
+    if (!file) return finding(CalendarHealth::unreadable, file.reason());
+    struct stat info {};
+    if (::fstat((*file)->number(), &info) != 0 || info.st_size > most ||
+        page_sums_agree((*file)->number(), info.st_size))
+      return header;
+  }
+  // Another process may be writing at this moment: only who holds the lock can tell.
+  return check_calendar(path);
+}
+
+}  // namespace orvello

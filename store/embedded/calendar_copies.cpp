@@ -1,0 +1,185 @@
+#include "store/embedded/calendar_copies.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <set>
+#include <string_view>
+
+#include "files/file_reasons.h"
+#include "files/replace_file.h"
+#include "store/embedded/calendar_check.h"
+#include "store/embedded/sqlite_connection.h"
+
+namespace orvello {
+namespace {
+
+constexpr std::string_view kPrefix = "calendar-", kSuffix = ".db";
+constexpr std::size_t kDays = 7, kWeeks = 4, kMonths = 6;
+constexpr int kPagesAtOnce = 256;  // so long nobody else can write
+constexpr int kWaits = 1000, kWaitMilliseconds = 10;
+
+std::int32_t number_of(const MonthDayYear& day) { return day_number(day.year, day.month, day.day); }
+
+std::optional<MonthDayYear> day_of_name(std::string_view name) {
+  if (name.size() != kPrefix.size() + 10 + kSuffix.size() || !name.starts_with(kPrefix) ||
+      !name.ends_with(kSuffix))
+    return std::nullopt;
+  const std::string text(name.substr(kPrefix.size(), 10));
+  int used = 0;
+  MonthDayYear day;
+  if (std::sscanf(text.c_str(), "%4d-%2d-%2d%n", &day.year, &day.month, &day.day, &used) != 3 ||
+      used != 10 || iso_text(triple_of(number_of(day))) != text)
+    return std::nullopt;
+  return day;
+}
+
+// A copy keeps the time of change of what it was made from: so it says of which state it is.
+bool time_of_change(const std::string& path, timespec& time) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) return false;
+  time = info.st_mtim;
+  return true;
+}
+
+std::string failed_step(const std::string& calendar, const std::string& folder, int code) {
+  switch (code & 0xFF) {
+    case SQLITE_FULL:
+      return cannot_be_written(folder, ENOSPC);
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return calendar + " is in use by another program.";
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      return calendar + " is damaged.";
+    default:
+      if (code == SQLITE_IOERR_DATA) return calendar + " is damaged.";
+      // A write that fails for another reason than a full disk is a quota or a limit.
+      if (code == SQLITE_IOERR_WRITE) return cannot_be_written(folder, ENOSPC);
+      return calendar + " could not be copied: " + sqlite3_errstr(code) + ".";
+  }
+}
+
+// All pages of one state of the calendar into an empty file; empty when that went well.
+std::string copy_pages(const std::string& calendar, const std::string& folder,
+                       const std::string& target) {
+  SqliteConnection from(calendar, SQLITE_OPEN_READONLY, PageChecks::on);
+  int reserved = -1;
+  // The size of the reserve is known once the header was read.
+  if (!from.good() || from.number("SELECT count(*) FROM sqlite_schema") < 0)
+    return failed_step(calendar, folder, from.code());
+  sqlite3_file_control(from.db(), "main", SQLITE_FCNTL_RESERVE_BYTES, &reserved);
+  SqliteConnection to(target, SQLITE_OPEN_READWRITE,
+                      reserved == kCheckedBytes ? PageChecks::on : PageChecks::off);
+  // Nobody but this process knows the file before it is whole.
+  if (!to.good() || !to.run("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF"))
+    return failed_step(calendar, folder, to.code());
+  sqlite3_backup* backup = sqlite3_backup_init(to.db(), "main", from.db(), "main");
+  if (!backup) return failed_step(calendar, folder, to.code());
+  int result = SQLITE_OK, waits = 0;
+  while (result == SQLITE_OK ||
+         ((result == SQLITE_BUSY || result == SQLITE_LOCKED) && ++waits < kWaits)) {
+    if (result != SQLITE_OK) sqlite3_sleep(kWaitMilliseconds);
+    result = sqlite3_backup_step(backup, kPagesAtOnce);
+  }
+  const int finished = sqlite3_backup_finish(backup);
+  if (result == SQLITE_DONE && finished == SQLITE_OK) return "";
+  return failed_step(calendar, folder, result == SQLITE_DONE ? finished : result);
+}
+
+}  // namespace
+
+std::string iso_text(const MonthDayYear& day) {
+  char text[48];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d", day.year, day.month, day.day);
+  return text;
+}
+
+std::vector<bool> copies_to_keep(const std::vector<MonthDayYear>& days) {
+  std::set<std::int32_t> weeks, months;
+  std::vector<bool> keep(days.size());
+  for (std::size_t i = 0; i < days.size(); ++i) {
+    // Day 2 was a Monday.
+    const std::int32_t week = (number_of(days[i]) - 2) / 7;
+    const std::int32_t month = days[i].year * 12 + days[i].month;
+    const bool of_week = weeks.size() < kWeeks && weeks.insert(week).second;
+    const bool of_month = months.size() < kMonths && months.insert(month).second;
+    keep[i] = i < kDays || of_week || of_month;
+  }
+  return keep;
+}
+
+CalendarCopies::CalendarCopies(std::string calendar)
+    : calendar_(std::move(calendar)), folder_(folder_of(calendar_) + "/backups") {}
+
+std::vector<CalendarCopy> CalendarCopies::list(MonthDayYear today) const {
+  std::vector<CalendarCopy> copies;
+  DIR* listing = ::opendir(folder_.c_str());
+  if (!listing) return copies;
+  while (const dirent* entry = ::readdir(listing))
+    if (const auto day = day_of_name(entry->d_name))
+      copies.push_back({folder_ + "/" + entry->d_name, *day});
+  ::closedir(listing);
+  const std::int32_t now = number_of(today);
+  std::sort(copies.begin(), copies.end(), [now](const auto& a, const auto& b) {
+    const std::int32_t first = number_of(a.day), second = number_of(b.day);
+    return std::pair(first <= now, first) > std::pair(second <= now, second);
+  });
+  return copies;
+}
+
+bool CalendarCopies::is_due(MonthDayYear today) const {
+  timespec changed{}, copied{};
+  if (!time_of_change(calendar_, changed)) return false;
+  const auto copies = list(today);
+  if (copies.empty() || number_of(copies[0].day) > number_of(today)) return true;
+  if (copies[0].day == today) return false;
+  return !time_of_change(copies[0].path, copied) || copied.tv_sec != changed.tv_sec ||
+         copied.tv_nsec != changed.tv_nsec;
+}
+
+Result<std::optional<CalendarCopy>> CalendarCopies::take(MonthDayYear today) const {
+  using Taken = Result<std::optional<CalendarCopy>>;
+  timespec changed{};
+  if (!is_due(today) || !time_of_change(calendar_, changed)) return Taken(std::nullopt);
+  if (::mkdir(folder_.c_str(), 0700) != 0 && errno != EEXIST)
+    return Taken::failure(cannot_be_written(folder_, errno));
+  const CalendarCopy copy{folder_ + "/calendar-" + iso_text(today) + ".db", today};
+  FileInTheMaking made(copy.path);
+  if (!made.exists()) return Taken::failure(cannot_be_written(folder_, errno));
+  if (auto fault = copy_pages(calendar_, folder_, made.path()); !fault.empty())
+    return Taken::failure(std::move(fault));
+  const CalendarCheck check = check_calendar(made.path());
+  if (check.health == CalendarHealth::damaged) return Taken::failure(calendar_ + " is damaged.");
+  if (check.health != CalendarHealth::good) return Taken::failure(check.reason);
+  if (check.appointments == 0) return Taken(std::nullopt);  // nothing to lose yet
+  const timespec times[2] = {changed, changed};
+  if (::futimens(made.descriptor(), times) != 0 ||
+      (!made.put_in_place(FileInTheMaking::Taken::keep) && errno != EEXIST) ||
+      !sync_folder(folder_))
+    return Taken::failure(cannot_be_written(folder_, errno));
+  thin_out(today);
+  return Taken(copy);
+}
+
+std::optional<CalendarCopy> CalendarCopies::newest_good(MonthDayYear today) const {
+  for (CalendarCopy& copy : list(today))
+    if (check_calendar(copy.path).health == CalendarHealth::good) return std::move(copy);
+  return std::nullopt;
+}
+
+// Those of the future are nobody's to judge.
+void CalendarCopies::thin_out(MonthDayYear today) const {
+  auto copies = list(today);
+  std::erase_if(copies, [&](const auto& copy) { return number_of(copy.day) > number_of(today); });
+  std::vector<MonthDayYear> days;
+  for (const CalendarCopy& copy : copies) days.push_back(copy.day);
+  const auto keep = copies_to_keep(days);
+  for (std::size_t i = 0; i < copies.size(); ++i)
+    if (!keep[i]) ::unlink(copies[i].path.c_str());
+}
+
+}  // namespace orvello

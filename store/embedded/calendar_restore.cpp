@@ -1,0 +1,100 @@
+#include "store/embedded/calendar_restore.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "files/file_reasons.h"
+#include "files/input_file.h"
+#include "files/replace_file.h"
+#include "store/embedded/calendar_check.h"
+#include "store/embedded/sqlite_connection.h"
+
+namespace orvello {
+namespace {
+
+using Kept = Result<std::string>;
+
+constexpr std::uint64_t kAnySize = ~std::uint64_t{0};
+constexpr std::size_t kPiece = 1 << 20;
+constexpr int kMostNames = 1000;
+
+bool exists(const std::string& path) {
+  struct stat info {};
+  return ::lstat(path.c_str(), &info) == 0;
+}
+
+// False with `errno`.
+bool copy_bytes(int from, int to) {
+  std::string piece(kPiece, '\0');
+  for (;;) {
+    const ssize_t count = ::read(from, piece.data(), piece.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return count == 0;
+    if (!write_all(to, {piece.data(), static_cast<std::size_t>(count)})) return false;
+  }
+}
+
+bool copy_file(const std::string& from, const std::string& to) {
+  const auto source = open_regular_file(from, kAnySize);
+  FileInTheMaking made(to);
+  return source && made.exists() && copy_bytes((*source)->number(), made.descriptor()) &&
+         made.put_in_place(FileInTheMaking::Taken::keep);
+}
+
+// A second name for the file, so that it is never without one.
+Kept keep(const std::string& calendar, const std::string& kept) {
+  for (int number = 1; number <= kMostNames; ++number) {
+    const std::string path = kept + (number > 1 ? "-" + std::to_string(number) : "") + ".db";
+    if (exists(path) || exists(path + "-journal")) continue;
+    if (::link(calendar.c_str(), path.c_str()) == 0 || copy_file(calendar, path)) return path;
+    if (errno != EEXIST) return Kept::failure(cannot_be_written(path, errno));
+  }
+  return Kept::failure(cannot_be_written(kept + ".db", EEXIST));
+}
+
+}  // namespace
+
+bool is_in_use(const std::string& calendar) {
+  if (check_calendar(calendar).health == CalendarHealth::newer) return false;
+  SqliteConnection connection(calendar, SQLITE_OPEN_READWRITE, PageChecks::on);
+  if (!connection.good() || connection.run("BEGIN EXCLUSIVE")) return false;
+  return (connection.code() & 0xFF) == SQLITE_BUSY;
+}
+
+Kept replace_calendar(const std::string& calendar, const std::string& copy,
+                      const std::string& kept) {
+  const auto source = open_regular_file(copy, kAnySize);
+  if (!source) return Kept::failure(source.reason());
+  FileInTheMaking made(calendar);
+  if (!made.exists() || !copy_bytes((*source)->number(), made.descriptor()))
+    return Kept::failure(cannot_be_written(calendar, errno));
+  if (const auto check = check_calendar(made.path()); check.health != CalendarHealth::good)
+    return Kept::failure(copy + " is damaged.");
+  Kept keeping = exists(calendar) ? keep(calendar, kept) : Kept("");
+  if (!keeping) return keeping;
+  const auto give_up = [&] {
+    const int error = errno;
+    if (!keeping->empty()) ::unlink(keeping->c_str());
+    return Kept::failure(cannot_be_written(calendar, error));
+  };
+  // A journal that is left could not be played back, and must not be into another file.
+  const std::string journal = calendar + "-journal";
+  const std::string kept_journal = (keeping->empty() ? kept + ".db" : *keeping) + "-journal";
+  if (exists(journal) && ::rename(journal.c_str(), kept_journal.c_str()) != 0) return give_up();
+  if (!sync_folder(folder_of(calendar))) return give_up();
+  if (!made.put_in_place(FileInTheMaking::Taken::replace)) {
+    const int error = errno;
+    ::rename(kept_journal.c_str(), journal.c_str());
+    errno = error;
+    return give_up();
+  }
+  if (!sync_folder(folder_of(calendar)))
+    return Kept::failure(
+        calendar + " was restored, but its folder could not be synced: " + reason_of(errno) + ".");
+  return keeping;
+}
+
+}  // namespace orvello
