@@ -2,8 +2,6 @@
 
 #include <filesystem>
 #include <iostream>
-#include <new>
-#include <stdexcept>
 
 #include "cli/agenda.h"
 #include "cli/command_line.h"
@@ -207,14 +205,7 @@ int run(int argc, char** argv, StandardStreams& streams) {
 
 int run_program(int argc, char** argv) {
   StandardStreams streams;
-  int code = kExitFailure;
-  try {
-    code = run(argc, argv, streams);
-  } catch (const std::bad_alloc&) {
-    std::cerr << "orvello: there is not enough memory.\n";
-  } catch (const std::length_error&) {
-    std::cerr << "orvello: there is not enough memory.\n";
-  }
+  const int code = run(argc, argv, streams);
   const auto unwritten = streams.finish();
   if (!unwritten) return code;
   return failed(*unwritten);

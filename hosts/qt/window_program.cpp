@@ -198,7 +198,9 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   }
   if (!parts.line.files.empty()) import_later(parts.line.files);
   BackupKeeper backups(parts, [&session](const std::string& reason) {
-    session.host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
+    session.application.when_free([&session, reason] {
+      session.host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
+    });
   });
   if (store && !parts.line.measure_start && !parts.line.measure_turn)
     backups.begin(kFirstBackupMilliseconds, kNextBackupMilliseconds);

@@ -8,21 +8,21 @@
 namespace orvello {
 namespace {
 
-constexpr std::size_t kHeaderSize = 100, kUsualPage = 4096;
+constexpr std::size_t kUsualPage = 4096;
 constexpr std::uint8_t kTableLeaf = 0x0D, kIndexLeaf = 0x0A, kIndexInner = 0x02;
 constexpr std::size_t kMostColumns = 100;
 
 class Pages {
  public:
   explicit Pages(std::string_view file) : file_(file) {
-    size_ = kUsualPage;
-    reserved_ = kCheckedBytes;
-    if (file.size() < kHeaderSize || file.substr(0, 15) != "SQLite format 3") return;
     const std::size_t stored = number(file, 16, 2);
     const std::size_t size = stored == 1 ? 65536 : stored;
-    if (size < 512 || (size & (size - 1)) != 0) return;
-    size_ = size;
-    reserved_ = byte(file, 20) <= 32 ? byte(file, 20) : 0;
+    if (size >= 512 && (size & (size - 1)) == 0) size_ = size;
+    // The pages themselves say whether they have checksums: the header may be what is damaged.
+    for (std::size_t index = 1; index <= count() && !checked_; ++index) {
+      checked_ = true;
+      checked_ = agrees(index);
+    }
   }
 
   std::size_t count() const { return (file_.size() + size_ - 1) / size_; }
@@ -31,11 +31,11 @@ class Pages {
     return index == 0 || index > count() ? std::string_view()
                                          : file_.substr((index - 1) * size_, size_);
   }
-  std::size_t usable() const { return size_ - reserved_; }
+  std::size_t usable() const { return size_ - (checked_ ? kCheckedBytes : 0); }
   bool agrees(std::size_t index) const {
     const std::string_view bytes = page(index);
     if (bytes.size() != size_) return false;
-    if (reserved_ != kCheckedBytes) return true;
+    if (!checked_) return true;
     std::uint64_t sum = 0;
     std::memcpy(&sum, bytes.data() + usable(), sizeof sum);
     return sum == page_checksum(static_cast<std::uint32_t>(index), bytes.substr(0, usable()));
@@ -52,7 +52,8 @@ class Pages {
 
  private:
   std::string_view file_;
-  std::size_t size_ = 0, reserved_ = 0;
+  std::size_t size_ = kUsualPage;
+  bool checked_ = false;
 };
 
 // The file's own variable-length numbers; nothing when the bytes end in one.
