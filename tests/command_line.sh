@@ -315,6 +315,56 @@ expect_has "a newer format is called that" "$err" "newer"
 head -c $(($(stat -c %s data/calendar.db) / 2)) data/calendar.db >halved/calendar.db
 refused halved "a store cut in half"
 
+# ---- the way back
+# damage FILE PAGE... : overwrites pages, counted from 1.
+damage() {
+  local file=$1 page
+  shift
+  for page; do
+    head -c 4096 noise.ics | dd of="$file" bs=4096 seek=$((page - 1)) conv=notrunc status=none
+  done
+}
+cp -r data lost
+run backup --data lost --now 2026-11-10T08:00
+expect_code "backup" 0
+expect_is "a copy is its owner's alone" "$(stat -c %a lost/backups/calendar-2026-11-10.db)" 600
+run backup --data lost --now 2026-11-11T08:00
+expect_has "nothing changed, nothing is copied" "$out" "no copy is due"
+calendar newer.ics <<'END'
+BEGIN:VEVENT
+UID:newer@test
+DTSTART:20261111T100000
+SUMMARY:Newer than the copy
+END:VEVENT
+END
+run import newer.ics --data lost --now 2026-11-10T09:00
+run restore --list --data lost
+expect_has "copies are listed" "$out" "2026-11-10  4 appointments"
+damage lost/calendar.db 1
+run agenda --data lost
+expect_code "a damaged calendar" 1
+expect_has "a damaged calendar points to the way back" "$err" "orvello restore"
+QT_QPA_PLATFORM=offscreen run restore 2026-11-09 --data lost
+expect_code "no copy of that day" 1
+before=$(checksum lost/calendar.db)
+run restore --data lost --now 2026-11-11T08:00
+expect_code "restore" 0
+expect_is "the copy is the calendar" "$(count lost)" "$(count data)"
+expect_is "the damaged file is kept" "$(checksum lost/calendar-replaced-2026-11-11.db)" "$before"
+run import lost/calendar-saved-2026-11-11.ics --data lost
+expect_has "what could be read is saved" "$out" "1 imported, 4 updated"
+rm lost/calendar.db
+run agenda --data lost
+expect_code "a calendar that is gone, and has copies" 1
+expect_has "a calendar that is gone, and has copies" "$err" "is missing"
+cp -r data lone && damage lone/calendar.db 1
+run restore --data lone
+expect_is "without a copy it is made anew of what can be read" "$(count lone)" "$(count data)"
+flock -s lone/calendar.lock sleep 2 &
+run restore --data lone
+expect_code "a calendar in use is not restored" 1
+wait
+
 # ---- interrupted, and two at once
 {
   printf 'BEGIN:VCALENDAR\r\nVERSION:2.0\r\n'

@@ -22,9 +22,11 @@ QStringList words_of(const CommandLine& line) {
 
 }  // namespace
 
-BackupKeeper::BackupKeeper(const WindowParts& parts, std::function<void(const std::string&)> tell)
+BackupKeeper::BackupKeeper(const WindowParts& parts, std::function<void(const std::string&)> tell,
+                           std::string program)
     : clock_(parts.clock),
       copies_(calendar_file(parts.paths)),
+      program_(QString::fromStdString(program)),
       words_(words_of(parts.line)),
       tell_(std::move(tell)) {
   process_.setStandardOutputFile(QProcess::nullDevice());
@@ -41,11 +43,11 @@ void BackupKeeper::begin(int first, int then) {
 void BackupKeeper::look() {
   if (process_.state() != QProcess::NotRunning || !copies_.is_due(TodayTriple(clock_.local_time())))
     return;
-  process_.start(QStringLiteral("/proc/self/exe"), words_, QIODevice::ReadOnly);
+  process_.start(program_, words_, QIODevice::ReadOnly);
 }
 
 void BackupKeeper::finished() {
-  const std::string said = process_.readAllStandardError().toStdString();
+  const std::string said = process_.readAllStandardError().trimmed().toStdString();
   if (process_.exitStatus() == QProcess::NormalExit && process_.exitCode() == 0) return;
   if (told_ || said.empty()) return;
   told_ = true;

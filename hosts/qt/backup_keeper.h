@@ -14,8 +14,9 @@ namespace orvello {
 
 class BackupKeeper {
  public:
-  // `tell` gets the first reason why a copy could not be made, and no other.
-  BackupKeeper(const WindowParts& parts, std::function<void(const std::string&)> tell);
+  // `tell` gets the first reason why a copy could not be made, and no other. `program` is this one.
+  BackupKeeper(const WindowParts& parts, std::function<void(const std::string&)> tell,
+               std::string program = "/proc/self/exe");
 
   // The first look after `first` milliseconds, the others every `then`.
   void begin(int first, int then);
@@ -26,6 +27,7 @@ class BackupKeeper {
 
   const Clock& clock_;
   CalendarCopies copies_;
+  QString program_;
   QStringList words_;
   std::function<void(const std::string&)> tell_;
   bool told_ = false;

@@ -1,5 +1,7 @@
 #include "hosts/qt/program.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <iostream>
 
@@ -89,7 +91,12 @@ void open_calendar(Opened& opened, bool start_afresh) {
   opened.reason = look.reason;
   if (look.health == CalendarHealth::damaged) return;
   if (look.health == CalendarHealth::missing && !start_afresh) return;
-  auto store = EmbeddedStore::open(path, *opened.clock);
+  // On a medium that cannot be written it is read all the same; changes fail with the reason.
+  const bool only_read =
+      ::access(path.c_str(), F_OK) == 0 &&
+      (::access(path.c_str(), W_OK) != 0 || ::access(opened.paths.data.c_str(), W_OK) != 0);
+  auto store = only_read ? EmbeddedStore::open_to_read(path, *opened.clock)
+                         : EmbeddedStore::open(path, *opened.clock);
   if (store) {
     opened.store = std::move(*store);
     return;

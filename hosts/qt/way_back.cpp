@@ -46,11 +46,24 @@ Result<CalendarCopy> chosen_copy(const CalendarCopies& copies, std::optional<Mon
                          "; orvello restore --list shows those that there are.");
 }
 
+// A name in the calendar's folder for a file that nobody is to see; gone in the end.
+class ScratchFile {
+ public:
+  explicit ScratchFile(const std::string& beside) : name_(beside) {
+    if (name_.exists()) ::unlink(name_.path().c_str());
+  }
+  bool exists() const { return name_.exists(); }
+  const std::string& path() const { return name_.path(); }
+
+ private:
+  FileInTheMaking name_;
+};
+
 // A calendar of its own in the making, which nobody ever sees but as the text of an export.
 Result<bool> save_what_can_be_read(const Paths& paths, const Clock& clock, MonthDayYear today,
                                    Restored& restored) {
   using Saved = Result<bool>;
-  const FileInTheMaking fresh(calendar_file(paths));
+  const ScratchFile fresh(calendar_file(paths));
   if (!fresh.exists()) return Saved::failure(paths.data + " cannot be written.");
   if (auto made = EmbeddedStore::open(fresh.path(), clock); !made)
     return Saved::failure(made.reason());
@@ -78,7 +91,7 @@ Result<bool> save_what_can_be_read(const Paths& paths, const Clock& clock, Month
 Result<std::string> make_anew(const Paths& paths, const Clock& clock, const std::string& saved,
                               const std::string& keep_as) {
   using Made = Result<std::string>;
-  const FileInTheMaking fresh(calendar_file(paths));
+  const ScratchFile fresh(calendar_file(paths));
   if (!fresh.exists()) return Made::failure(paths.data + " cannot be written.");
   {
     auto store = EmbeddedStore::open(fresh.path(), clock);

@@ -9,6 +9,7 @@
 #include "files/descriptor.h"
 #include "files/file_reasons.h"
 #include "files/input_file.h"
+#include "store/embedded/calendar_file.h"
 #include "store/embedded/embedded_schema.h"
 #include "store/embedded/sqlite_connection.h"
 
@@ -36,12 +37,12 @@ CalendarCheck check_header(const std::string& path) {
   const auto length = ::pread((*file)->number(), header, sizeof header, 0);
   if (length < 0) return finding(CalendarHealth::unreadable, cannot_be_read(path, errno));
   if (length == 0) return finding(CalendarHealth::missing, path + " is empty.");
-  if (length < static_cast<ssize_t>(kHeaderSize) ||
-      std::memcmp(header, "SQLite format 3", 16) != 0 ||
-      big_endian(header + 68) != static_cast<std::uint32_t>(kApplicationId))
-    return finding(CalendarHealth::damaged, path + " is not an Orvello calendar, or is damaged.");
-  if (big_endian(header + 60) > static_cast<std::uint32_t>(kFormat))
+  if (length == static_cast<ssize_t>(kHeaderSize) &&
+      std::memcmp(header, "SQLite format 3", 16) == 0 &&
+      big_endian(header + 68) == kApplicationId && big_endian(header + 60) > kFormat)
     return finding(CalendarHealth::newer, path + " was written by a newer version of Orvello.");
+  std::string fault = fault_in_calendar_file(path);
+  if (!fault.empty()) return finding(CalendarHealth::damaged, std::move(fault));
   return finding(CalendarHealth::good, "");
 }
 

@@ -3,11 +3,21 @@
 #include <algorithm>
 #include <thread>
 
+#include "files/file_reasons.h"
 #include "store/embedded/calendar_file.h"
 #include "store/embedded/checked_pages.h"
 #include "store/embedded/embedded_schema.h"
 
 namespace orvello {
+namespace {
+
+// What the system said to the last call that failed.
+std::string system_reason(sqlite3* db) {
+  const int error = db ? sqlite3_system_errno(db) : 0;
+  return error != 0 ? reason_of(error) : "the disk fails or is full";
+}
+
+}  // namespace
 
 Result<std::unique_ptr<EmbeddedDatabase>> EmbeddedDatabase::open(const std::string& path,
                                                                  Mode mode) {
@@ -107,10 +117,19 @@ void EmbeddedDatabase::note_failure() {
       break;
     case SQLITE_IOERR:
       if (failure_code_ == SQLITE_IOERR_DATA) return note_damage("a page is not as it was written");
-      failure_ = path_ + " cannot be read or written: the disk fails or is full.";
+      failure_ = path_ + " cannot be read or written: " + system_reason(db_) + ".";
+      break;
+    case SQLITE_CANTOPEN:
+      failure_ = path_ + " cannot be opened: " + system_reason(db_) + ".";
       break;
     case SQLITE_READONLY:
-      failure_ = path_ + " cannot be written.";
+      failure_ = failure_code_ == SQLITE_READONLY_ROLLBACK
+                     ? path_ + " holds a change that was not finished; it can be read once it can" +
+                           " be written to."
+                     : path_ + " cannot be changed: it can only be read.";
+      break;
+    case SQLITE_NOMEM:
+      failure_ = path_ + " cannot be read: there is not enough memory.";
       break;
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:

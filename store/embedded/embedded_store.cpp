@@ -128,10 +128,13 @@ bool EmbeddedStore::commit() {
   // The reason why a write failed was kept then. A full disk ends a transaction without being
   // asked.
   const bool lost = spoilt_ || !db_->in_transaction();
-  if (lost || !write_notes() || !db_->run("COMMIT")) {
+  std::int64_t note = 0;
+  if (lost || !write_notes(note) || !db_->run("COMMIT")) {
     if (!lost) failed();
     rollback();
-    return false;
+    // The last step may fail when the change is on the disk already.
+    if (lost || !is_logged(note)) return false;
+    problem_.clear();
   }
   in_transaction_ = false;
   for (int kind = 0; kind < 3; ++kind)
@@ -165,8 +168,16 @@ void EmbeddedStore::count_category(int folder, const Text& text, int difference)
   if (!text.empty()) category_changes_[{folder, to_utf8(text)}] += difference;
 }
 
+// Whether the transaction whose last note this was has been kept after all.
+bool EmbeddedStore::is_logged(std::int64_t note) {
+  bool logged = false;
+  auto read = db_->use("SELECT 1 FROM changes WHERE number = ?1 AND process = ?2");
+  read->bind(1, note).bind(2, process_);
+  return note != 0 && read->each([&](Statement&) { logged = true; }) && logged;
+}
+
 // The log tells other processes what happened, once for each kind in a transaction.
-bool EmbeddedStore::write_notes() {
+bool EmbeddedStore::write_notes(std::int64_t& last) {
   for (const auto& [use, difference] : category_changes_) {
     if (difference == 0) continue;
     auto count = db_->use(
@@ -181,8 +192,9 @@ bool EmbeddedStore::write_notes() {
     if (!(kinds_ >> kind & 1)) continue;
     auto note = db_->use("INSERT INTO changes (process, kind) VALUES (?1, ?2)");
     if (!note->bind(1, process_).bind(2, kind).run()) return false;
+    last = db_->last_row();
     auto prune = db_->use("DELETE FROM changes WHERE number <= ?1");
-    if (!prune->bind(1, db_->last_row() - kKeptChanges).run()) return false;
+    if (!prune->bind(1, last - kKeptChanges).run()) return false;
   }
   return true;
 }

@@ -92,7 +92,8 @@ class EmbeddedStore : public RecordCalendarStore {
   bool read_item(AppointmentRecord& record, bool& found);
   bool read_exceptions(AppointmentRecord& record);
   bool read_recipients(AppointmentRecord& record);
-  bool write_notes();
+  bool write_notes(std::int64_t& last);  // `last`: the number of the last one, 0 without
+  bool is_logged(std::int64_t note);
   void count_category(int folder, const Text& text, int difference);
   bool follow_changes();
   bool complete_indexes();
