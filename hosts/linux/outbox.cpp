@@ -10,10 +10,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <sstream>
 
+#include "files/input_file.h"
 #include "files/replace_file.h"
 
 namespace orvello {
@@ -139,7 +139,9 @@ std::string safe_file_name(TextView subject) {
 
 std::string documents_folder() {
   const std::string home = variable("HOME");
-  std::ifstream file(base_folder("XDG_CONFIG_HOME", "/.config") + "/user-dirs.dirs");
+  const auto content =
+      read_whole_file(base_folder("XDG_CONFIG_HOME", "/.config") + "/user-dirs.dirs", 1 << 20);
+  std::istringstream file(content ? *content : "");
   const std::string key = "XDG_DOCUMENTS_DIR=\"";
   for (std::string line; std::getline(file, line);) {
     if (line.rfind(key, 0) != 0) continue;
