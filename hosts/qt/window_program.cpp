@@ -230,6 +230,11 @@ int run_render(int argc, char** argv, const WindowParts& given) {
     return kExitFailure;
   }
   const std::string picture = drawn ? session.qt.window_picture() : "";
+  // A picture with gaps looks like a calendar with room.
+  if (const auto fault = parts.store->any_failure(); !fault.empty()) {
+    std::cerr << "orvello: " << fault << "\n";
+    return kExitFailure;
+  }
   if (picture.empty()) {
     std::cerr << "orvello: the picture could not be drawn\n";
     return kExitFailure;

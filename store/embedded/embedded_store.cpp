@@ -66,6 +66,8 @@ bool EmbeddedStore::damaged(const std::string& what) {
   return failed();
 }
 
+std::string EmbeddedStore::any_failure() const { return db_->reason(); }
+
 bool EmbeddedStore::busy() const { return db_->busy() && problem_ == db_->reason(); }
 
 void EmbeddedStore::limit_wait(std::chrono::milliseconds total) {

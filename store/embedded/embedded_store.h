@@ -52,6 +52,9 @@ class EmbeddedStore : public RecordCalendarStore {
   bool put_foreign(const ForeignComponent& component) override;
   Result<std::vector<ForeignComponent>> foreign() override;
   std::string problem() const override { return problem_; }
+  // What went wrong since the file was opened, the latest if it was several things; empty when
+  // everything that was ever read or written was.
+  std::string any_failure() const;
   bool busy() const override;
 
   std::optional<std::vector<StoreContact>> contacts() override;
