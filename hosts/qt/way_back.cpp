@@ -18,7 +18,7 @@ namespace orvello {
 namespace {
 
 // Read in some milliseconds; of a larger calendar each page is checked when it is met.
-constexpr std::int64_t kGlance = 32 << 20;
+constexpr std::int64_t kGlance = 16 << 20;
 constexpr int kMostNames = 1000;
 
 std::int64_t size_of(const std::string& path) {

@@ -71,6 +71,12 @@ Kept replace_calendar(const std::string& calendar, const std::string& copy,
   FileInTheMaking made(calendar);
   if (!made.exists() || !copy_bytes((*source)->number(), made.descriptor()))
     return Kept::failure(cannot_be_written(calendar, errno));
+  // The time of change says that nothing is newer than the copy.
+  struct stat info {};
+  if (::fstat((*source)->number(), &info) == 0) {
+    const timespec times[2] = {info.st_atim, info.st_mtim};
+    (void)::futimens(made.descriptor(), times);
+  }
   if (const auto check = check_calendar(made.path()); check.health != CalendarHealth::good)
     return Kept::failure(copy + " is damaged.");
   Kept keeping = exists(calendar) ? keep(calendar, kept) : Kept("");
