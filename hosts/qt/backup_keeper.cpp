@@ -35,6 +35,13 @@ BackupKeeper::BackupKeeper(const WindowParts& parts, std::function<void(const st
   QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
 }
 
+BackupKeeper::~BackupKeeper() {
+  process_.disconnect();
+  if (process_.state() == QProcess::NotRunning) return;
+  process_.kill();
+  process_.waitForFinished();
+}
+
 void BackupKeeper::begin(int first, int then) {
   timer_.start(then);
   QTimer::singleShot(first, &timer_, [this] { look(); });

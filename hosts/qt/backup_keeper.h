@@ -18,6 +18,10 @@ class BackupKeeper {
   BackupKeeper(const WindowParts& parts, std::function<void(const std::string&)> tell,
                std::string program = "/proc/self/exe");
 
+  ~BackupKeeper();  // ends a process that is under way; what it left half done nobody sees
+  BackupKeeper(const BackupKeeper&) = delete;
+  BackupKeeper& operator=(const BackupKeeper&) = delete;
+
   // The first look after `first` milliseconds, the others every `then`.
   void begin(int first, int then);
 
@@ -32,7 +36,7 @@ class BackupKeeper {
   std::function<void(const std::string&)> tell_;
   bool told_ = false;
   QTimer timer_;
-  QProcess process_;  // ended with this; what it left half done nobody sees
+  QProcess process_;
 };
 
 }  // namespace orvello
