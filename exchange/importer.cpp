@@ -98,7 +98,8 @@ void Importer::import_calendar(ScannedCalendar& calendar) {
   ++calendar_number_;
   read_header(calendar);
   zones_.start_calendar();
-  if (old_version_) convert_old(calendar);
+  if (old_version_ || calendar.text.find("QUOTED-PRINTABLE") != std::string::npos)
+    convert_old(calendar);
   std::string definitions;
   bool zones_alone = true;
   for (const ScannedComponent& component : calendar.components) {
@@ -168,13 +169,15 @@ void Importer::take_method(std::string_view value) {
 void Importer::convert_old(ScannedCalendar& calendar) {
   std::string text;
   for (ScannedComponent& component : calendar.components) {
-    const std::string converted = component_from_vcalendar1(
-        calendar.text_of(component), component.line, old_zone_.tzid, *problems_);
+    const std::string_view before = calendar.text_of(component);
+    const std::string converted =
+        old_version_ ? component_from_vcalendar1(before, component.line, old_zone_.tzid, *problems_)
+                     : without_quoted_printable(before);
     component.offset = text.size();
     component.length = converted.size();
     text += converted;
   }
-  if (!old_zone_.definition.empty()) {
+  if (old_version_ && !old_zone_.definition.empty()) {
     calendar.components.push_back(
         {"VTIMEZONE", text.size(), old_zone_.definition.size(), calendar.line});
     text += old_zone_.definition;

@@ -313,6 +313,42 @@ std::string component_from_vcalendar1(std::string_view text, int first_line,
   return Converter(text, first_line, zone, problems).run();
 }
 
+std::string without_quoted_printable(std::string_view text) {
+  std::string out;
+  std::string_view piece;
+  Property property;
+  for (std::size_t at = 0; next_line(text, at, piece);) {
+    if (!split_property(piece, property) || !is_quoted_printable(property)) {
+      out.append(piece).append("\r\n");
+      continue;
+    }
+    std::string line(piece);
+    while (trimmed(line).ends_with('=') && next_line(text, at, piece)) {
+      line.resize(line.rfind('='));
+      line += piece;
+    }
+    while (at < text.size() && (text[at] == ' ' || text[at] == '\t') && next_line(text, at, piece))
+      line += piece.substr(1);
+    split_property(line, property);
+    const std::string value = text_from(from_quoted_printable(property.value),
+                                        parameter(property, "CHARSET").value_or(""));
+    std::string plain(property.name);
+    for (const std::string_view one : split_values(property.parameters, ';'))
+      if (!one.empty() && !equal_ignoring_case(one.substr(0, 8), "CHARSET=") &&
+          !equal_ignoring_case(one.substr(0, 9), "ENCODING=") &&
+          !equal_ignoring_case(one, "QUOTED-PRINTABLE"))
+        plain.append(";").append(one);
+    plain += ':';
+    for (const char c : value)  // what else had to be escaped is so already
+      if (c == '\n')
+        plain += "\\n";
+      else if (c != '\r' && c != '\0')
+        plain += c;
+    append_folded(out, plain);
+  }
+  return out;
+}
+
 std::string rule_from_vcalendar1(std::string_view rule) {
   OldRule parsed;
   std::size_t at = 0;

@@ -74,6 +74,9 @@ TEST_F(CharsetImport, DeclaredGuessedAndDamagedTexts) {
       {"1.0", ";ENCODING=QUOTED-PRINTABLE:=C2=F1=F2=F0=E5=F7=E0", u"Встреча", ""},
       {"1.0", ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=D0=92=D1=\r\n=81=D1= \r\n=82=D1=80",
        u"Встр", ""},
+      {"2.0",
+       ";LANGUAGE=ru;ENCODING=QUOTED-PRINTABLE;CHARSET=windows-1251:=C2=F1=\r\n=F2\\, =F0=0D=0A.",
+       u"Вст, р\n.", ""},
       {"1.0", ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-16LE:=12=04=41=04", u"Вс", ""},
   };
   for (const Case& one : cases) {
