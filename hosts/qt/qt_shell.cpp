@@ -145,7 +145,8 @@ void Shell::set_bar(QWidget* bar, int device_height) {
 
 void Shell::push_cover(QWidget* cover, QWidget* focus_below) {
   // A menu that stands open would keep the pointer.
-  while (QWidget* menu = QApplication::activePopupWidget()) menu->close();
+  QWidget* menu = QApplication::activePopupWidget();
+  while (menu && menu->close()) menu = QApplication::activePopupWidget();
   covers_.push_back({cover, focus_below});
   lay_out();
   keep_order();
