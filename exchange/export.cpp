@@ -1,5 +1,6 @@
 #include "exchange/export.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <set>
@@ -131,6 +132,21 @@ std::unique_ptr<EventWriter> Exporter::writer_for(const Group& calendar) {
   return writer;
 }
 
+// Whether a TZID means one thing in the first and another in the second.
+bool zones_differ(const std::vector<std::string>& a, const std::vector<std::string>& b) {
+  std::map<std::string, const std::string*> known;
+  ParsedComponent parsed;
+  const auto name = [&](const std::string& zone) {
+    const Property* tzid = parsed.parse(zone, 1) ? parsed.root().find("TZID") : nullptr;
+    return tzid ? tzid_text(tzid->value) : std::string();
+  };
+  for (const std::string& zone : a) known[name(zone)] = &zone;
+  for (const std::string& zone : b)
+    if (const auto same = known.find(name(zone)); same != known.end() && *same->second != zone)
+      return true;
+  return false;
+}
+
 // Ours join the first calendar that is no message to somebody: many readers take only one.
 void Exporter::join_own() {
   const auto own = index_.find(std::string_view());
@@ -138,9 +154,14 @@ void Exporter::join_own() {
   Group& ours = groups_[own->second];
   for (Group& other : groups_) {
     if (other.key.empty() || other.empty() || is_message(other)) continue;
+    if (zones_differ(ours.zones, other.zones)) continue;
     other.events += std::exchange(ours.events, {});
     other.others.insert(other.others.end(), ours.others.begin(), ours.others.end());
     ours.others.clear();
+    for (std::string& zone : ours.zones)
+      if (std::find(other.zones.begin(), other.zones.end(), zone) == other.zones.end())
+        other.zones.push_back(std::move(zone));
+    ours.zones.clear();
     if (ours.writer)
       other.more_tzids.insert(ours.writer->used_tzids().begin(), ours.writer->used_tzids().end());
     other.more_tzids.merge(ours.more_tzids);

@@ -76,6 +76,7 @@ bool Importer::import_stream(std::istream& in, ImportCounts& counts, ProblemList
   zones_.start_file();
   in_file_.clear();
   nameless_.clear();
+  foreign_in_file_.clear();
   calendar_number_ = 0;
   CalendarScanner scanner(in, problems);
   ScannedCalendar calendar;
@@ -199,15 +200,23 @@ void Importer::keep_foreign(const ScannedCalendar& calendar) {
     }
     const Component& root = parsed_.root();
     if (component.kind == "VTIMEZONE") {
-      put_foreign(zone_key(key_, value_of(root, "TZID")), std::string(root.raw));
+      put_foreign(own_key(zone_key(key_, value_of(root, "TZID")), root.raw), std::string(root.raw));
       continue;
     }
     ++items_;
     std::string id = value_of(root, "UID");
     if (id.empty()) id = fingerprint(text, {});
-    put_foreign(component_key(component.kind, id, value_of(root, "RECURRENCE-ID")),
-                key_ + "\n" + std::string(root.raw));
+    std::string key = component_key(component.kind, id, value_of(root, "RECURRENCE-ID"));
+    put_foreign(own_key(std::move(key), root.raw), key_ + "\n" + std::string(root.raw));
   }
+}
+
+// What stands twice in a file under one name, saying different things, is kept twice.
+std::string Importer::own_key(std::string key, std::string_view text) {
+  auto& texts = foreign_in_file_[key];
+  const std::size_t place =
+      texts.try_emplace(std::hash<std::string_view>()(text), texts.size()).first->second;
+  return place == 0 ? key : key + "#" + std::to_string(place + 1);
 }
 
 const Component& Importer::parse(const ScannedCalendar& calendar, std::size_t index) {
@@ -273,8 +282,10 @@ std::vector<SeriesPart> Importer::put_series(ReadEvent& series,
   EventContext context{zones_, clock_, *problems_};
   std::vector<SeriesPart> parts;
   if (!following.empty()) parts = split_series(series, following, context);
-  for (FollowingChange& one : following)
+  for (FollowingChange& one : following) {
+    problems_->add(one.line, "a change of all later occurrences is shown for this one only");
     record.exceptions.push_back(exception_of(one.event, series, std::move(one.text), clock_));
+  }
   if (!following.empty()) sort_exceptions(record);
   make_room_for_exceptions(record);
   record.residue = calendar;
@@ -304,7 +315,7 @@ void Importer::read_changes(const ScannedCalendar& calendar,
     } else if (!read->recurrence_id) {
       import_lone(master.record.uid, *read, key_ + "\n" + std::string(event.raw));
     } else if (read->following && !read->cancelled) {
-      following.push_back({std::move(*read), std::string(event.raw)});
+      following.push_back({std::move(*read), std::string(event.raw), event.line});
     } else {
       master.record.exceptions.push_back(
           exception_of(*read, master, std::string(event.raw), clock_));
@@ -406,7 +417,7 @@ void Importer::import_change(OpenSeries& series, ReadEvent& change, const Compon
       problems_->add(event.line,
                      "a second change of all later occurrences is shown for this one only");
     else
-      return owner->following.push_back({std::move(change), std::string(event.raw)});
+      return owner->following.push_back({std::move(change), std::string(event.raw), event.line});
     owner->places.try_emplace(exception.original_start, list.size());
   }
   changed_.insert(std::hash<std::string>()(series.record.uid));

@@ -61,6 +61,7 @@ class Importer {
   void take_method(std::string_view value);
   void keep_foreign(const ScannedCalendar& calendar);
   void put_foreign(std::string key, std::string text);
+  std::string own_key(std::string key, std::string_view text);
   const Component& parse(const ScannedCalendar& calendar, std::size_t index);
 
   void import_master(const ScannedCalendar& calendar, std::size_t index, const Uids& uids);
@@ -88,6 +89,7 @@ class Importer {
   // importer_uids.cpp: which component is which item
   Uids find_uids(const ScannedCalendar& calendar);
   std::string name_event(const Component& event);
+  bool take_change(const Component& event, const std::string& uid, const Property& occurrence);
   bool take_version(const Component& event, std::string& uid, Uids& uids);
 
   // importer_messages.cpp: what calendars send each other
@@ -137,6 +139,8 @@ class Importer {
   // Events that no day shows, by UID: cancelled ones, and those without a start.
   std::unordered_map<std::string, std::vector<ForeignComponent>> hidden_;
   std::map<std::string, OpenSeries> open_;
+  // By key, the different texts that a file has for it: hashes with their places.
+  std::unordered_map<std::string, std::unordered_map<std::size_t, std::size_t>> foreign_in_file_;
   // Hashes of UIDs of series that got changes in this import: one that comes later keeps them.
   std::unordered_set<std::size_t> changed_;
 };

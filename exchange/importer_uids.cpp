@@ -55,8 +55,11 @@ Importer::Uids Importer::find_uids(const ScannedCalendar& calendar) {
     }
     const Component& event = parsed_.root();
     std::string uid = name_event(event);
-    if (event.find("RECURRENCE-ID")) {
-      uids.changes[uid].push_back(i);
+    if (const Property* occurrence = event.find("RECURRENCE-ID")) {
+      if (take_change(event, uid, *occurrence))
+        uids.changes[uid].push_back(i);
+      else
+        continue;
     } else if (take_version(event, uid, uids)) {
       uids.masters[uid] = i;
     } else {
@@ -66,6 +69,23 @@ Importer::Uids Importer::find_uids(const ScannedCalendar& calendar) {
     uids.of[i] = std::move(uid);
   }
   return uids;
+}
+
+// Of several changes of one occurrence the later stands, unless its SEQUENCE is lower.
+bool Importer::take_change(const Component& event, const std::string& uid,
+                           const Property& occurrence) {
+  const Version version{event.line, calendar_number_, sequence_of(event), 0, 0, 0};
+  std::size_t key = mixed(std::hash<std::string>()(uid), occurrence.parameters);
+  key = mixed(key, occurrence.value);
+  const auto [known, added] = in_file_.try_emplace(key, version);
+  if (added) return true;
+  ++counts_->skipped;
+  const bool older = version.sequence < known->second.sequence;
+  problems_->add(older ? event.line : known->second.line,
+                 older ? "a newer change of the same occurrence came before; this one is left out"
+                       : "a change of the same occurrence follows; this one is left out");
+  if (!older) known->second = version;
+  return !older;
 }
 
 // Several events of one UID are versions of one, of which the later stands (not a lower SEQUENCE),

@@ -184,8 +184,9 @@ std::vector<SeriesPart> split_series(ReadEvent& master, std::vector<FollowingCha
     bool complete = true;
     set_recurrence_of(part.record, moved(all, from, to, part.shift, complete));
     if (!complete)
-      context.problems.add(0, "a change of this and all later occurrences is shown for " +
-                                  std::to_string(kMostListed) + " of them or twenty years");
+      context.problems.add(good[i].second.line,
+                           "a change of this and all later occurrences is shown for " +
+                               std::to_string(kMostListed) + " of them or twenty years");
     part.record.exceptions = take_exceptions(master.record, from);
     for (AppointmentException& one : part.record.exceptions) one.original_start += part.shift;
     parts.push_back(std::move(part));

@@ -12,6 +12,7 @@ namespace orvello {
 struct FollowingChange {
   ReadEvent event;
   std::string text;  // of its component
+  int line = 0;      // where that stands
 };
 
 // A series that took over from another one.

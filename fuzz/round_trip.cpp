@@ -58,10 +58,12 @@ void collect(const Component& component, const std::string& path, int first, int
              std::vector<Said>& all) {
   const std::string name = path + "/" + upper(component.name);
   all.push_back({name, first, last});
-  for (const Property& property : component.properties)
+  for (const Property& property : component.properties) {
+    if (trimmed(property.value).empty()) continue;  // says nothing
     all.push_back({name + " " + upper(property.name) + parameters_of(property) + ":" +
                        std::string(trimmed(property.value)),
                    first, last});
+  }
   for (const Component& child : component.children) collect(child, name, first, last, all);
 }
 
@@ -70,10 +72,18 @@ void collect(const Component& component, const std::string& path, int first, int
 std::string id_of(const Component& component) {
   std::string id;
   const Property* uid = component.find("UID");
-  if (!uid || uid->value.find("@orvello") != std::string_view::npos) return id;
+  if (!component.named("VTIMEZONE") && (!uid || trimmed(uid->value).empty())) return id;
+  if (uid && uid->value.find("@orvello") != std::string_view::npos) return id;
   for (const char* name : {"UID", "RECURRENCE-ID", "TZID"})
     if (const Property* property = component.find(name)) id += std::string(property->value) + "|";
   return id;
+}
+
+// One that leaves nothing but what it changes, of which each event is told.
+bool is_message(const Component& calendar) {
+  const Property* method = calendar.find("METHOD");
+  const std::string name = method ? upper(trimmed(method->value)) : std::string();
+  return !name.empty() && name != "PUBLISH" && name != "REQUEST";
 }
 
 std::vector<Said> read_all(const std::string& text) {
@@ -86,7 +96,7 @@ std::vector<Said> read_all(const std::string& text) {
   while (scanner.next(calendar)) {
     const std::string header = "BEGIN:VCALENDAR\n" + calendar.header + "END:VCALENDAR\n";
     const int lines = static_cast<int>(std::count(header.begin(), header.end(), '\n'));
-    if (parsed.parse(header, calendar.line))
+    if (parsed.parse(header, calendar.line) && !is_message(parsed.root()))
       collect(parsed.root(), "", calendar.line, calendar.line + lines, all);
     for (const ScannedComponent& one : calendar.components) {
       const std::string_view body = calendar.text_of(one);
@@ -115,21 +125,28 @@ std::string export_text(MemoryStore& store) {
 // What `before` says and `after` does not, but for what a problem names.
 int report_missing(const std::string& file, const std::vector<Said>& before,
                    const std::vector<Said>& after, const ProblemList& problems) {
+  const auto& list = problems.problems();
+  const auto told = [&](const Said& one) {
+    return std::any_of(list.begin(), list.end(), [&](const ImportProblem& problem) {
+      return problem.line >= one.first && problem.line <= one.last;
+    });
+  };
+  // Calendars with the same properties, and zones that stand twice, may come back as one.
+  const auto may_merge = [](const Said& one) {
+    return one.text.starts_with("/VCALENDAR") || one.text.find("/VTIMEZONE") != std::string::npos;
+  };
   std::multiset<std::string> left;
   for (const Said& one : after) left.insert(one.text);
   int lost = 0;
   for (const Said& one : before) {
-    if (const auto found = left.find(one.text); found != left.end()) {
+    if (told(one)) continue;
+    const auto found = left.find(one.text);
+    if (found == left.end()) {
+      ++lost;
+      std::printf("%s:%d: lost: %s\n", file.c_str(), one.first, one.text.substr(0, 200).c_str());
+    } else if (!may_merge(one)) {
       left.erase(found);
-      continue;
     }
-    const auto& list = problems.problems();
-    const bool told = std::any_of(list.begin(), list.end(), [&](const ImportProblem& problem) {
-      return problem.line >= one.first && problem.line <= one.last;
-    });
-    if (told) continue;
-    ++lost;
-    std::printf("%s:%d: lost: %s\n", file.c_str(), one.first, one.text.substr(0, 200).c_str());
   }
   return lost;
 }
