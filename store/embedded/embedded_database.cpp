@@ -95,6 +95,8 @@ bool EmbeddedDatabase::make_series_indexes() {
   return false;
 }
 
+bool EmbeddedDatabase::commit() { return run("COMMIT") || failure_code_ == SQLITE_IOERR_DIR_FSYNC; }
+
 std::optional<std::int64_t> EmbeddedDatabase::data_version() {
   std::int64_t version = 0;
   if (!number_of("PRAGMA data_version", version)) return std::nullopt;

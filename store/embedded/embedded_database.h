@@ -31,6 +31,9 @@ class EmbeddedDatabase {
   // at a time.
   StatementUse use(const char* sql);
   [[nodiscard]] bool run(const char* sql) { return use(sql)->run(); }
+  // True too where only the folder could not be synced after the journal was gone: the file has all
+  // of the transaction then, and whoever was told otherwise would do it again.
+  [[nodiscard]] bool commit();
   std::int64_t last_row() const { return sqlite3_last_insert_rowid(db_); }
   bool in_transaction() const { return sqlite3_get_autocommit(db_) == 0; }
 

@@ -131,7 +131,7 @@ bool EmbeddedStore::commit() {
   // asked.
   const bool lost = spoilt_ || !db_->in_transaction();
   std::int64_t note = 0;
-  if (lost || !write_notes(note) || !db_->run("COMMIT")) {
+  if (lost || !write_notes(note) || !db_->commit()) {
     if (!lost) failed();
     rollback();
     // The last step may fail when the change is on the disk already.

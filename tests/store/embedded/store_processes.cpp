@@ -1,5 +1,6 @@
 // Processes that die, disks that fill, and two processes at once.
 #include <signal.h>
+#include <sqlite3.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -111,6 +112,31 @@ TEST_F(StoreProcesses, AFullDiskFailsTheChangeAndKeepsTheRest) {
             }),
             0);
   EXPECT_EQ(open()->oids({}, {})->size(), 2u);
+}
+
+int open_no_folder(const char*, int* descriptor) {
+  *descriptor = -1;
+  return SQLITE_OK;
+}
+
+// The last step of a transaction syncs the folder, when the file has everything already.
+TEST_F(StoreProcesses, WhatTheFileHasWasNotLostBecauseItsFolderCouldNotBeSynced) {
+  auto store = open();
+  auto series = record("series");
+  series.rules = "RRULE:FREQ=DAILY";
+  ASSERT_NE(store->put(series), 0);
+  sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
+  system->xSetSystemCall(system, "openDirectory",
+                         reinterpret_cast<sqlite3_syscall_ptr>(open_no_folder));
+  const auto oid = store->put(record("told as written"));
+  const bool kept = store->put_foreign({"task", "BEGIN:VTODO\r\nEND:VTODO\r\n"});
+  system->xSetSystemCall(system, "openDirectory", nullptr);
+  EXPECT_NE(oid, 0);
+  EXPECT_TRUE(kept);
+  EXPECT_EQ(store->oids(46200, 46200)->size(), 2u);
+  EXPECT_NE(store->put(record("after")), 0);
+  EXPECT_EQ(open()->oids({}, {})->size(), 3u);
+  EXPECT_EQ(open()->foreign()->size(), 1u);
 }
 
 TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
