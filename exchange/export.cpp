@@ -240,10 +240,10 @@ Result<std::string> Exporter::text() {
 Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32_t> from_day,
                                     std::optional<std::int32_t> to_day, const Clock& clock) {
   StoreReading reading(store);
+  if (!reading) return Result<std::string>::failure(store.problem());
   Exporter exporter(store, clock, !from_day && !to_day);
   const auto oids = store.oids(from_day, to_day);
-  if (!reading || !oids || !exporter.collect(*oids))
-    return Result<std::string>::failure(store.problem());
+  if (!oids || !exporter.collect(*oids)) return Result<std::string>::failure(store.problem());
   return exporter.text();
 }
 

@@ -252,7 +252,7 @@ Result<std::optional<Zone>> EmbeddedStore::zone(std::string_view name) {
   auto rows = db_->use("SELECT definition FROM zones WHERE name = ?1");
   const bool whole = rows->bind(1, name).each([&](Statement& row) {
     auto parsed = Zone::parse(row.bytes(0));
-    readable = static_cast<bool>(parsed);
+    readable = parsed && parsed->name() == name;
     if (readable) zone = std::move(*parsed);
   });
   if (!whole) return failure<std::optional<Zone>>();

@@ -243,7 +243,7 @@ TEST_P(CalendarStoreContract, ItemsWithAZoneFollowTheDeviceAcrossZones) {
   clock_.offset = -11 * 3600;
   EXPECT_EQ(on(46200).size(), 2u);
   EXPECT_TRUE(on(46202).empty());
-  // A change of the subject leaves the moment exact in its own zone.
+  // A change of the subject leaves the zone.
   auto item = app_->item_from_oid(oid);
   AppointmentFields fields;
   item->read(fields);
@@ -252,6 +252,72 @@ TEST_P(CalendarStoreContract, ItemsWithAZoneFollowTheDeviceAcrossZones) {
   ASSERT_TRUE(item->save());
   EXPECT_EQ((*store_->load(oid))->start, record.start);
   EXPECT_EQ((*store_->load(oid))->zone, "America/New_York");
+}
+
+// The device shows 01:30 UTC at half past two, as it did an hour before: who did not touch the time
+// must not move it there. What a file said of a changed occurrence stays with it.
+TEST_P(CalendarStoreContract, WhatWasNotTouchedStaysInItsOwnZone) {
+  AppointmentRecord record;
+  record.zone = "UTC";
+  record.start = kBackward + 1800;
+  record.end = record.start + 600;
+  const auto single = store_->put(record);
+  record.uid.clear();
+  record.rules = "RRULE:FREQ=DAILY";
+  AppointmentException changed;
+  changed.original_start = record.start + kSecondsPerDay;
+  changed.start = changed.original_start + 60;
+  changed.end = changed.start + 60;
+  changed.zone = "UTC";
+  changed.residue = "X-KEPT:1";
+  record.exceptions = {changed};
+  const auto series = store_->put(record);
+  const auto rename = [](Appointment* item) {
+    ASSERT_TRUE(item);
+    AppointmentFields fields;
+    item->read(fields);
+    fields.subject = u"renamed";
+    item->write(fields);
+    ASSERT_TRUE(item->save());
+  };
+  rename(app_->item_from_oid(single).get());
+  EXPECT_EQ((*store_->load(single))->start, record.start);
+  OccurrenceError error = OccurrenceError::none;
+  const auto item = app_->item_from_oid(series);
+  const CalendarDate day = whole_day(to_calendar_date(record.start));
+  rename(item->pattern()->occurrence(day + 2.5 / 24, error).get());
+  rename(item->pattern()->occurrence(day + 1, error).get());
+  const auto after = *store_->load(series);
+  ASSERT_EQ(after->exceptions.size(), 2u);
+  EXPECT_EQ(after->exceptions[0].start, record.start);
+  EXPECT_EQ(after->exceptions[0].end, record.end);
+  EXPECT_EQ(after->exceptions[1].start, changed.start);
+  EXPECT_EQ(after->exceptions[1].residue, changed.residue);
+  EXPECT_EQ(after->exceptions[1].fields.subject, u"renamed");
+}
+
+// Of two on one day none is meant by the day alone.
+TEST_P(CalendarStoreContract, AnOccurrenceIsFoundByItsStartElseAloneOnItsDay) {
+  const auto oid = add_series(u"w", weekly(46205, 1 << 4));
+  auto item = app_->item_from_oid(oid);
+  OccurrenceError error = OccurrenceError::none;
+  const auto start_of = [&](CalendarDate asked) {
+    const auto found = item->pattern()->occurrence(asked, error);
+    AppointmentFields fields;
+    return found && found->read(fields) ? fields.start : 0;
+  };
+  EXPECT_EQ(start_of(46212.75), 46212.375);
+  const auto moved = item->pattern()->occurrence(46205.375, error);
+  AppointmentFields fields;
+  moved->read(fields);
+  fields.start = 46212.625;
+  fields.end = 46212.75;
+  moved->write(fields);
+  ASSERT_TRUE(moved->save());
+  EXPECT_EQ(start_of(46212.375), 46212.375);
+  EXPECT_EQ(start_of(46212.625), 46212.625);
+  EXPECT_EQ(start_of(46212.5), 0);
+  EXPECT_EQ(error, OccurrenceError::not_found);
 }
 
 TEST_P(CalendarStoreContract, ASkippedLocalTimeIsShownAtTheMovedTime) {
@@ -279,7 +345,7 @@ TEST_P(CalendarStoreContract, ALongOccurrenceReachesIntoLaterDays) {
 TEST_P(CalendarStoreContract, RecordsComeBackWhole) {
   AppointmentRecord record;
   record.uid = "one@test";
-  record.fields.subject = u"Тема 😀";
+  record.fields.subject = u"Тема 😀" + Text(1, u'\0') + u"after";
   record.fields.categories = u"Work, Home";
   record.fields.body = u"notes";
   record.fields.body_ink = std::string("ink\0ink", 7);
@@ -308,6 +374,7 @@ TEST_P(CalendarStoreContract, RecordsComeBackWhole) {
   EXPECT_EQ(read->modified, 77);
   EXPECT_EQ(read->fields.body_ink, record.fields.body_ink);
   EXPECT_EQ(read->fields.subject, record.fields.subject);
+  EXPECT_TRUE(found(u"", false)[0].starts_with(to_utf8(record.fields.subject)));
   ASSERT_EQ(read->exceptions.size(), 1u);
   EXPECT_EQ(read->exceptions[0].recipients, changed.recipients);
   EXPECT_EQ(read->exceptions[0].residue, "X-R:1");
@@ -335,6 +402,29 @@ TEST_P(CalendarStoreContract, TransactionsAreAllOrNothing) {
   EXPECT_TRUE(store_->foreign()->empty());
   EXPECT_TRUE(store_->category_use_counts()->empty());
   EXPECT_FALSE(store_->commit());
+}
+
+// Whether one change alone or one of a transaction: what fails leaves nothing, and nothing that
+// comes later hangs in it.
+TEST_P(CalendarStoreContract, AFailedWriteTakesNothingWithIt) {
+  AppointmentRecord record;
+  record.uid = "a";
+  ASSERT_NE(store_->put(record), 0);
+  EXPECT_EQ(store_->put(record), 0);
+  const auto gone = app_->item_from_oid(add(u"gone", 46200.5, 46200.6));
+  ASSERT_TRUE(store_->erase(gone->oid()));
+  gone->set_recipients({});
+  EXPECT_FALSE(gone->save());
+  EXPECT_NE(store_->problem().find("no appointment"), std::string::npos);
+  for (int i = 0; i < 3; ++i) add(u"later", 46200.5, 46200.6);
+  ASSERT_TRUE(store_->begin()) << "none is open";
+  record.uid = "b";
+  EXPECT_NE(store_->put(record), 0);
+  record.uid = "a";
+  EXPECT_EQ(store_->put(record), 0);
+  EXPECT_FALSE(store_->commit()) << "a part of it would be missing";
+  EXPECT_FALSE(*store_->oid_of_uid("b"));
+  EXPECT_EQ(store_->oids({}, {})->size(), 4u);
 }
 
 TEST_P(CalendarStoreContract, OidsAreNeverUsedAgain) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -9,6 +10,7 @@
 #include <iterator>
 #include <string>
 
+#include "store/embedded/checked_pages.h"
 #include "store/embedded/embedded_store.h"
 
 namespace orvello::test {
@@ -37,6 +39,13 @@ class StoreFile : public testing::Test {
     auto store = EmbeddedStore::open(path, clock);
     EXPECT_TRUE(store) << store.reason();
     return store ? std::move(*store) : nullptr;
+  }
+  // The file as SQLite has it, with its checked pages.
+  sqlite3* open_raw() const {
+    sqlite3* db = nullptr;
+    EXPECT_EQ(sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE, checked_pages()),
+              SQLITE_OK);
+    return db;
   }
   static AppointmentRecord record(std::string uid) {
     AppointmentRecord record;

@@ -168,6 +168,79 @@ TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
   EXPECT_FALSE(window->poll());
 }
 
+TEST_F(StoreProcesses, SeveralMayMakeTheFileAtOnce) {
+  constexpr int kProcesses = 4;
+  for (int round = 0; round < 5; ++round) {
+    std::filesystem::remove(path);
+    pid_t children[kProcesses];
+    for (pid_t& child : children) {
+      child = fork();
+      if (child != 0) continue;
+      auto store = EmbeddedStore::open(path, clock);
+      _exit(store && (*store)->put(record("")) != 0 ? 0 : 1);
+    }
+    for (const pid_t child : children) {
+      int status = 0;
+      waitpid(child, &status, 0);
+      EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }
+    EXPECT_EQ(open()->oids({}, {})->size(), 4u);
+    EXPECT_EQ(files(), 1u);
+  }
+}
+
+// A lock is a failure that says so, for reads and writes alike, and nothing has to be opened again
+// when it is gone.
+TEST_F(StoreProcesses, AnotherOnesLockIsToldAndForgotten) {
+  auto store = open();
+  ASSERT_NE(store->put(record("a")), 0);
+  EXPECT_TRUE(store->poll());
+  store->limit_wait(std::chrono::milliseconds(20));
+  sqlite3* other = open_raw();
+  sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+  const auto locked = [&](bool failed) {
+    EXPECT_TRUE(failed);
+    EXPECT_TRUE(store->busy());
+    EXPECT_EQ(store->problem(), path + " is in use by another program.");
+  };
+  OccurrenceList list;
+  for (int i = 0; i < 2; ++i) {
+    locked(!store->query(DayBounds(), true, list));
+    locked(!store->load(1));
+    locked(!store->contacts());
+    locked(!store->begin_read());
+    locked(store->put(record("b")) == 0);
+    EXPECT_FALSE(store->poll());
+  }
+  sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+  sqlite3_close(other);
+  EXPECT_TRUE(store->query(DayBounds(), true, list));
+  EXPECT_EQ(list.size(), 1u);
+  EXPECT_FALSE(store->busy());
+  EXPECT_NE(store->put(record("b")), 0);
+}
+
+TEST_F(StoreProcesses, TheLogOfChangesStaysShort) {
+  open()->put(record("a"));
+  sqlite3* raw = open_raw();
+  sqlite3_exec(raw,
+               "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000)"
+               " INSERT INTO changes (process, kind) SELECT 1, 0 FROM n",
+               nullptr, nullptr, nullptr);
+  sqlite3_close(raw);
+  open()->put(record("b"));
+  raw = open_raw();
+  const auto count = [](void* into, int, char** values, char**) {
+    *static_cast<int*>(into) = std::atoi(values[0]);
+    return 0;
+  };
+  int rows = 0;
+  sqlite3_exec(raw, "SELECT count(*) FROM changes", count, &rows, nullptr);
+  sqlite3_close(raw);
+  EXPECT_GT(rows, 0);
+  EXPECT_LE(rows, 1000);
+}
+
 TEST_F(StoreProcesses, WritersTakeTurns) {
   open();
   const auto write_many = [&] {
