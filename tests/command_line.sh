@@ -208,14 +208,14 @@ END:VEVENT
 END
 run import broken.ics --data broken
 expect_code "broken events among good ones" 0
-expect_is "broken events are skipped" "$out" "3 imported, 0 updated, 3 skipped"
+expect_is "broken events are skipped" "$out" "4 imported, 0 updated, 2 skipped"
 for problem in "broken.ics:11: start \"20260231T100000\" is no date" \
   "broken.ics:17: end lies before the start" "broken.ics:20: event without a start" \
   "broken.ics:27: rule names no day"; do
   expect_has "a problem has its file and line" "$err" "$problem"
 done
 expect_is "one line a problem" "$(wc -l <err.txt)" 4
-expect_is "the good ones are there" "$(count broken)" 3
+expect_is "the good ones are there" "$(count broken)" 4
 sed '/^SUMMARY:Standup/q' first.ics >cut.ics
 run import cut.ics --data cut
 expect_code "a file that is cut off" 0

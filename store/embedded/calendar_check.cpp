@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -28,6 +29,26 @@ CalendarCheck finding(CalendarHealth health, std::string reason) {
   return {health, std::move(reason), 0};
 }
 
+// Of the pages that begin in the first `most` bytes. True for a file without checksums.
+bool page_sums_agree(int file, std::int64_t size, std::int64_t most) {
+  unsigned char header[kHeaderSize] = {};
+  if (::pread(file, header, sizeof header, 0) != static_cast<ssize_t>(sizeof header)) return false;
+  const std::int64_t stored = header[16] << 8 | header[17];
+  const std::int64_t page = stored == 1 ? 65536 : stored;
+  if (header[20] != kCheckedBytes) return true;  // a file without sums
+  if (page < 512 || size % page != 0 || big_endian(header + 28) != size / page) return false;
+  std::vector<char> bytes(static_cast<std::size_t>(page));
+  for (std::int64_t at = 0; at < std::min(size, most); at += page) {
+    if (::pread(file, bytes.data(), bytes.size(), at) != page) return false;
+    std::uint64_t sum = 0;
+    std::memcpy(&sum, bytes.data() + page - kCheckedBytes, sizeof sum);
+    if (sum != page_checksum(static_cast<std::uint32_t>(at / page + 1),
+                             {bytes.data(), bytes.size() - kCheckedBytes}))
+      return false;
+  }
+  return true;
+}
+
 // Before SQLite sees the file, since that might write to one that is none of ours.
 CalendarCheck check_header(const std::string& path) {
   const auto file = open_regular_file(path, kAnySize);
@@ -37,11 +58,16 @@ CalendarCheck check_header(const std::string& path) {
   const auto length = ::pread((*file)->number(), header, sizeof header, 0);
   if (length < 0) return finding(CalendarHealth::unreadable, cannot_be_read(path, errno));
   if (length == 0) return finding(CalendarHealth::missing, path + " is empty.");
-  if (length == static_cast<ssize_t>(kHeaderSize) &&
-      std::memcmp(header, "SQLite format 3", 16) == 0 &&
-      big_endian(header + 68) == kApplicationId && big_endian(header + 60) > kFormat)
+  const bool newer = length == static_cast<ssize_t>(kHeaderSize) &&
+                     std::memcmp(header, "SQLite format 3", 16) == 0 &&
+                     big_endian(header + 68) == kApplicationId && big_endian(header + 60) > kFormat;
+  // The number may be what is damaged: its page tells.
+  struct stat info {};
+  if (newer && ::fstat((*file)->number(), &info) == 0 &&
+      page_sums_agree((*file)->number(), info.st_size, 1))
     return finding(CalendarHealth::newer, path + " was written by a newer version of Orvello.");
-  std::string fault = fault_in_calendar_file(path);
+  std::string fault = newer ? path + " was written by a newer version of Orvello, or it is damaged."
+                            : fault_in_calendar_file(path);
   if (!fault.empty()) return finding(CalendarHealth::damaged, std::move(fault));
   return finding(CalendarHealth::good, "");
 }
@@ -84,25 +110,6 @@ constexpr const char* kContradictions =
     " + (SELECT count(*) FROM items WHERE recurring NOT IN (0, 1)"
     "    OR (recurring = 1 AND pattern IS NULL AND rules IS NULL))";
 
-bool page_sums_agree(int file, std::int64_t size) {
-  unsigned char header[kHeaderSize] = {};
-  if (::pread(file, header, sizeof header, 0) != static_cast<ssize_t>(sizeof header)) return false;
-  const std::int64_t stored = header[16] << 8 | header[17];
-  const std::int64_t page = stored == 1 ? 65536 : stored;
-  if (header[20] != kCheckedBytes) return true;  // a file without sums
-  if (page < 512 || size % page != 0 || big_endian(header + 28) != size / page) return false;
-  std::vector<char> bytes(static_cast<std::size_t>(page));
-  for (std::int64_t at = 0; at < size; at += page) {
-    if (::pread(file, bytes.data(), bytes.size(), at) != page) return false;
-    std::uint64_t sum = 0;
-    std::memcpy(&sum, bytes.data() + page - kCheckedBytes, sizeof sum);
-    if (sum != page_checksum(static_cast<std::uint32_t>(at / page + 1),
-                             {bytes.data(), bytes.size() - kCheckedBytes}))
-      return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 CalendarCheck check_calendar(const std::string& path) {
@@ -134,7 +141,7 @@ CalendarCheck glance_at_calendar(const std::string& path, std::int64_t most) {
     if (!file) return finding(CalendarHealth::unreadable, file.reason());
     struct stat info {};
     if (::fstat((*file)->number(), &info) != 0 || info.st_size > most ||
-        page_sums_agree((*file)->number(), info.st_size))
+        page_sums_agree((*file)->number(), info.st_size, most))
       return header;
   }
   // Another process may be writing at this moment: only who holds the lock can tell.
