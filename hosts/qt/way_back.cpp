@@ -148,7 +148,7 @@ Result<Restored> restore_calendar(const Paths& paths, std::optional<MonthDayYear
   const std::string keep_as = paths.data + "/calendar-replaced-" + iso_text(today);
   const auto kept = copy ? replace_calendar(calendar, copy->path, keep_as)
                          : make_anew(paths, clock, restored.saved, keep_as);
-  if (!kept) return Answer::failure("nothing was restored: " + kept.reason());
+  if (!kept) return Answer::failure(kept.reason());
   restored.kept = *kept;
   ::unlink(damage_mark(paths).c_str());
   return restored;
