@@ -60,7 +60,10 @@ std::vector<Observance> builtin_observances(const std::string& place) {
 bool may_mean(const std::vector<Observance>& observances, const Zone& known) {
   const auto moment = [](int year) { return day_number(year, 1, 1) * kSecondsPerDay; };
   const auto claimed = Zone("", observances).offsets_between(moment(1971), moment(2038));
-  const auto real = known.offsets_between(moment(1700), moment(2100));
+  auto real = known.offsets_between(moment(1700), moment(2100));
+  // Some files give the mean time of before there were zones.
+  const auto earliest = static_cast<int>(known.from_utc(moment(1700)) - moment(1700));
+  real.insert(std::upper_bound(real.begin(), real.end(), earliest), earliest);
   return std::includes(real.begin(), real.end(), claimed.begin(), claimed.end());
 }
 
