@@ -53,6 +53,8 @@ class Application : public MessageHandler,
   ~Application() override;
 
   StartResult start_up();
+  // Shows a new user what can be done, once: until it has been seen to its end.
+  void greet();
 
   bool handle_message(const Message& message) override;
   void store_changed(std::uint32_t notification) override;

@@ -1,8 +1,10 @@
 // From nothing to a window with a view, and back.
 
 #include "app/application.h"
+#include "app/greeting.h"
 #include "app/messages.h"
 #include "resources/bitmaps.h"
+#include "resources/dialogs.h"
 #include "resources/ids.h"
 #include "resources/menus.h"
 #include "settings/category_props.h"
@@ -49,6 +51,16 @@ StartResult Application::start_up() {
   list_profiles();
   volume_boxes_.started();
   return StartResult::running;
+}
+
+void Application::greet() {
+  std::int32_t due = 0;
+  ReadNumberSetting(host_.registry, kGreetingDue, due);
+  if (due == 0) return;
+  GreetingProcedure procedure(language(), options_.edit_settings != nullptr, state_.layout);
+  host_.dialogs.run_modal(greeting_dialog(language()), procedure);
+  WriteNumberSetting(host_.registry, kGreetingDue, 0);
+  FlushSettings(host_.registry);
 }
 
 bool Application::on_create(const Message&) {

@@ -115,4 +115,20 @@ DialogTemplate import_dialog(Language language) {
   return dialog;
 }
 
+DialogTemplate greeting_dialog(Language language) {
+  constexpr int height = 268, top = height - kGap - kButton, button = 112;
+  DialogTemplate dialog;
+  dialog.id = kDialogGreeting;
+  dialog.title = load_string(StringId::greeting_title, language);
+  dialog.size = {kWidth, height};
+  dialog.controls = {
+      {Kind::custom, kControlGreeting, {}, {0, 0, kWidth, top - kGap}},
+      {Kind::default_button,
+       kControlOk,
+       load_string(StringId::greeting_ok, language),
+       {(kWidth - button) / 2, top, button, kButton}},
+  };
+  return dialog;
+}
+
 }  // namespace orvello

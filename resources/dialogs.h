@@ -11,7 +11,8 @@ DialogTemplate notes_dialog(Language language);      // 108
 DialogTemplate day_popup_dialog(Language language);  // 124
 // 149; the choice between one occurrence and the series is for recurring ones.
 DialogTemplate delete_dialog(Language language, bool recurring);
-DialogTemplate import_dialog(Language language);  // 300
-DialogTemplate date_dialog(Language language);    // 310
+DialogTemplate import_dialog(Language language);    // 300
+DialogTemplate date_dialog(Language language);      // 310
+DialogTemplate greeting_dialog(Language language);  // 320
 
 }  // namespace orvello

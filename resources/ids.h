@@ -33,6 +33,7 @@ inline constexpr int kDialogDayPopup = 124;
 inline constexpr int kDialogDelete = 149;
 inline constexpr int kDialogImport = 300;
 inline constexpr int kDialogDate = 310;
+inline constexpr int kDialogGreeting = 320;
 
 // Controls.
 inline constexpr int kControlDayList = 222;
@@ -47,6 +48,7 @@ inline constexpr int kControlSubject = 312;
 inline constexpr int kControlQuestion = 313;
 inline constexpr int kControlOccurrence = 314;
 inline constexpr int kControlSeries = 315;
+inline constexpr int kControlGreeting = 321;
 
 // Bitmaps that depend on the screen's density.
 inline constexpr int kBitmapMenuBarLow = 129;
@@ -98,6 +100,18 @@ enum class StringId : int {
   restored_anew,
   restored_kept,
   restored_saved,
+  greeting_title,
+  greeting_import,  // each followed by its text
+  greeting_import_text,
+  greeting_month,
+  greeting_month_text,
+  greeting_day,
+  greeting_day_text,
+  greeting_keys,
+  greeting_keys_text,
+  greeting_icons,
+  greeting_icons_text,
+  greeting_ok,
 };
 
 }  // namespace orvello

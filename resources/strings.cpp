@@ -63,6 +63,34 @@ constexpr Row kStrings[] = {
      u"\n\nThe file as it was is kept: %s"},
     {StringId::restored_saved, u"\n\nПрочитано записей: %d; они сохранены в файле %s",
      u"\n\nAppointments that could still be read of it: %d, saved in %s"},
+    {StringId::greeting_title, u"Добро пожаловать", u"Welcome to Orvello"},
+    {StringId::greeting_import, u"Ваши события", u"Your appointments"},
+    {StringId::greeting_import_text,
+     u"Перетащите файлы календаря (.ics) в это окно или откройте их в Orvello.",
+     u"Drop calendar files (.ics) onto this window, or open them with Orvello."},
+    {StringId::greeting_month, u"Месяц", u"Month"},
+    {StringId::greeting_month_text,
+     u"Коснитесь дня, чтобы открыть его; удержите, чтобы увидеть список. Полоса вверху — другие "
+     u"месяцы.",
+     u"Tap a day to open it, hold it for its list. The strip at the top goes to other months."},
+    {StringId::greeting_day, u"День", u"Day"},
+    {StringId::greeting_day_text,
+     u"Касание показывает заметки, удержание — меню. Проведите вбок, чтобы перейти к соседнему "
+     u"дню.",
+     u"A tap shows notes, a hold the menu. Drag sideways for the day before or after."},
+    {StringId::greeting_keys, u"Клавиши", u"Keys"},
+    {StringId::greeting_keys_text,
+     u"Стрелки ведут по дням, Enter открывает, Esc возвращает, Home — сегодня, Ctrl+1, 2, 3 — "
+     u"виды.",
+     u"Arrows walk the days, Return opens, Esc goes back, Home is today, Ctrl+1, 2, 3 are the "
+     u"views."},
+    {StringId::greeting_icons, u"Значки", u"Icons"},
+    {StringId::greeting_icons_text,
+     u"Note: To see the month view icons, you will need to assign icons to existing category "
+     u"labels in the 'Options->Settings->Icons' screen",
+     u"Note: To see the month view icons, you will need to assign icons to existing category "
+     u"labels in the 'Options->Settings->Icons' screen"},
+    {StringId::greeting_ok, u"Начать", u"Start"},
 };
 
 }  // namespace

@@ -7,10 +7,15 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <string>
+#include <vector>
 
 namespace orvello {
 namespace {
+
+constexpr const char* kPlatform = "QT_QPA_PLATFORM";
+constexpr const char* kNoDisplay = "ORVELLO_NO_DISPLAY";  // from this program to itself
 
 std::string variable(const char* name) {
   const char* value = std::getenv(name);
@@ -49,13 +54,29 @@ bool wayland_display_answers(const std::string& display) {
 }  // namespace
 
 bool display_reachable() {
-  const std::string platform = variable("QT_QPA_PLATFORM");
+  if (!variable(kNoDisplay).empty()) return false;
+  const std::string platform = variable(kPlatform);
   const bool needs_server =
       platform.empty() || platform.rfind("xcb", 0) == 0 || platform.rfind("wayland", 0) == 0;
   if (!needs_server) return true;
   const std::string x = variable("DISPLAY"), wayland = variable("WAYLAND_DISPLAY");
   return (!x.empty() && x_display_answers(x)) ||
          (!wayland.empty() && wayland_display_answers(wayland));
+}
+
+void start_without_this_display() {
+  if (!variable(kNoDisplay).empty()) return;
+  std::ifstream file("/proc/self/cmdline", std::ios::binary);
+  std::vector<std::string> arguments;
+  for (std::string one; std::getline(file, one, '\0');) arguments.push_back(one);
+  std::vector<char*> pointers;
+  for (std::string& one : arguments) pointers.push_back(one.data());
+  pointers.push_back(nullptr);
+  if (variable(kPlatform).empty())
+    ::setenv(kNoDisplay, "1", 1);
+  else
+    ::unsetenv(kPlatform);
+  ::execv("/proc/self/exe", pointers.data());
 }
 
 }  // namespace orvello

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -102,10 +103,18 @@ void forget_old_files(const std::string& folder) {
     if (now - entry.last_write_time(error) > kKeptForMail) fs::remove(entry.path(), error);
 }
 
+// The folder's name is not ours to choose.
+bool passes_as_argument(const std::string& folder) {
+  return std::none_of(folder.begin(), folder.end(), [](unsigned char c) {
+    return c < 0x20 || c == 0x7F || std::strchr("'\"\\,%`$&;?#<>|*", c);
+  });
+}
+
 std::optional<HandedOver> mail(const std::string& name, const std::string& calendar) {
   const std::string program = mail_starter(), cache = base_folder("XDG_CACHE_HOME", "/.cache");
   if (program.empty() || cache.empty()) return std::nullopt;
   const std::string folder = cache + "/orvello";
+  if (!passes_as_argument(folder)) return std::nullopt;
   forget_old_files(folder);
   const auto path = save_in(folder, name, calendar);
   if (!path) return std::nullopt;
@@ -114,8 +123,18 @@ std::optional<HandedOver> mail(const std::string& name, const std::string& calen
   return std::nullopt;
 }
 
-bool is_troublesome(char16_t unit) {
-  return unit < 0x20 || unit == 0x7F || TextView(u"/\\:*?\"<>|").find(unit) != TextView::npos;
+// The program that starts mail programs writes the path into an argument that each of them takes
+// apart in its own way, at commas, quotes or percent signs: of ASCII only what nobody gives a
+// meaning. Nor what cannot be seen, or turns the text around it.
+bool is_plain(char16_t unit) {
+  if (unit < 0x80)
+    return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') ||
+           (unit >= u'a' && unit <= u'z') || TextView(u" ._-").find(unit) != TextView::npos;
+  const auto within = [unit](char16_t first, char16_t last) {
+    return unit >= first && unit <= last;
+  };
+  return !within(0x80, 0xA0) && !within(0x200B, 0x200F) && !within(0x2028, 0x202F) &&
+         !within(0x2060, 0x206F) && unit != 0xFEFF;
 }
 
 }  // namespace
@@ -123,7 +142,7 @@ bool is_troublesome(char16_t unit) {
 std::string safe_file_name(TextView subject) {
   Text name;
   for (const char16_t unit : subject) {
-    const char16_t safe = is_troublesome(unit) ? u' ' : unit;
+    const char16_t safe = is_plain(unit) ? unit : u' ';
     // No blanks at the start, none twice; a first dot would hide the file, a dash be an option.
     const bool leading = name.empty() && (safe == u' ' || safe == u'.' || safe == u'-');
     if (leading || (safe == u' ' && name.back() == u' ')) continue;

@@ -28,7 +28,7 @@ class Outbox {
 };
 
 // A file name without its ending: 60 characters at most, never empty, nothing that a file system,
-// a shell or another platform would trip over.
+// a shell, a mail program's argument or another platform would trip over.
 std::string safe_file_name(TextView subject);
 
 // The documents folder as the desktop's configuration, or else the home folder, has it; empty

@@ -59,6 +59,13 @@ bool create_folder(const std::string& path) {
   return true;
 }
 
+bool can_be_read(const std::string& path) {
+  const int problem = errno;  // a caller's reason outlives the question
+  const bool readable = ::access(path.c_str(), R_OK) == 0;
+  errno = problem;
+  return readable;
+}
+
 Result<Paths> failure(const char* what, const std::string& folder) {
   return Result<Paths>::failure(std::string(what) + " \"" + folder + "\": " + std::strerror(errno));
 }
@@ -85,7 +92,9 @@ Result<Paths> choose_paths(const std::optional<std::string>& data_option) {
 Result<Paths> prepare_folders(const Paths& paths) {
   for (const std::string* folder : {&paths.data, &paths.config, &paths.state}) {
     if (!create_folder(*folder)) return failure("cannot create the folder", *folder);
-    if (::access(folder->c_str(), R_OK | W_OK | X_OK) != 0)
+    if (::access(folder->c_str(), R_OK | X_OK) != 0)
+      return failure("cannot read the folder", *folder);
+    if (::access(folder->c_str(), W_OK) != 0 && !can_be_read(paths.data + "/calendar.db"))
       return failure("cannot write to the folder", *folder);
   }
   return paths;

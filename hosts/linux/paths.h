@@ -20,7 +20,8 @@ struct Paths {
 Result<Paths> choose_paths(const std::optional<std::string>& data_option);
 
 // Creates the folders that are missing, for their owner alone, and makes sure that they can be
-// written to. The reason names the folder. Folders that exist keep their permissions.
+// written to, or at least read when the calendar is there. The reason names the folder. Folders
+// that exist keep their permissions.
 Result<Paths> prepare_folders(const Paths& paths);
 
 // From now on, files that this process creates are for their owner alone.

@@ -18,6 +18,7 @@
 #include "hosts/linux/standard_streams.h"
 #include "hosts/linux/system_clock.h"
 #include "hosts/qt/qt_locale.h"
+#include "hosts/qt/start_fault.h"
 #include "hosts/qt/way_back.h"
 #include "hosts/qt/way_back_question.h"
 #include "hosts/qt/window_program.h"
@@ -65,16 +66,17 @@ int failed(const std::string& reason) {
   return kExitFailure;
 }
 
-bool open_files(const CommandLine& line, Opened& opened) {
+// Nothing when it worked, else the sentence that says why not.
+std::optional<std::string> open_files(const CommandLine& line, Opened& opened) {
   keep_files_private();
   const auto chosen = choose_paths(
       line.data_folder.empty() ? std::nullopt : std::optional<std::string>(line.data_folder));
   const auto prepared = chosen ? prepare_folders(*chosen) : chosen;
-  if (!prepared) return failed(prepared.reason()), false;
+  if (!prepared) return prepared.reason();
   opened.paths = *prepared;
   prepare_first_start(opened.paths);
   opened.clock = std::make_unique<SystemClock>(fixed_time(line));
-  return true;
+  return std::nullopt;
 }
 
 // A calendar that is missing though there are copies of it is made anew only when that is wanted.
@@ -188,7 +190,11 @@ int run(int argc, char** argv, StandardStreams& streams) {
     return kExitSuccess;
   }
   Opened opened;
-  if (!open_files(*line, opened)) return kExitFailure;
+  if (const auto fault = open_files(*line, opened)) {
+    if (line->command != Command::window) return failed(*fault);
+    tell_start_fault(argc, argv, *fault);
+    return kExitFailure;
+  }
   // Also for reading: closing a database's file by another way would drop the locks on it.
   if (const auto own = own_file_among(opened.paths, line->files); !own.empty())
     return failed(own + " is one of the calendar's own files.");

@@ -14,6 +14,7 @@
 #include "hosts/qt/qt_menu_bar.h"
 #include "hosts/qt/qt_message_boxes.h"
 #include "hosts/qt/qt_surface.h"
+#include "hosts/qt/start_fault.h"
 #include "hosts/qt/turn_measure.h"
 
 namespace orvello {
@@ -30,21 +31,6 @@ QtWindowOptions window_options(const QtHostOptions& options) {
   result.files = options.files;
   if (options.offscreen) result.data_folder.clear(), result.place_file.clear();
   return result;
-}
-
-std::unique_ptr<GuardedApplication> make_application(int& argc, char** argv, bool offscreen) {
-  if (QCoreApplication::instance()) return nullptr;
-  if (offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
-  // The program brings its own look: asking the desktop for its colours and fonts costs time.
-  QApplication::setDesktopSettingsAware(false);
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-  QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
-  QCoreApplication::setApplicationName(QStringLiteral("orvello"));
-  QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvello"));
-  QGuiApplication::setDesktopFileName(QStringLiteral("orvello"));
-  auto application = std::make_unique<GuardedApplication>(argc, argv);
-  QGuiApplication::setQuitOnLastWindowClosed(false);
-  return application;
 }
 
 }  // namespace
@@ -76,6 +62,23 @@ struct QtHost::Parts {
   CalendarStore& store;
 };
 
+std::unique_ptr<GuardedApplication> QtHost::make_application(int& argc, char** argv,
+                                                             bool offscreen) {
+  if (QCoreApplication::instance()) return nullptr;
+  if (offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
+  // The program brings its own look: asking the desktop for its colours and fonts costs time.
+  QApplication::setDesktopSettingsAware(false);
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+  QCoreApplication::setApplicationName(QStringLiteral("orvello"));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvello"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("orvello"));
+  qInstallMessageHandler(handle_toolkit_message);
+  auto application = std::make_unique<GuardedApplication>(argc, argv);
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+  return application;
+}
+
 QtHost::QtHost(int& argc, char** argv, QtHostOptions options, Registry& registry,
                RecordDatabases& databases, CalendarStore& store)
     : application_(make_application(argc, argv, options.offscreen)),
@@ -102,6 +105,8 @@ bool QtHost::guard(const std::function<void()>& action) {
 }
 
 int QtHost::run() { return parts_->window.run(); }
+
+bool QtHost::call_answered() const { return parts_->window.call_answered(); }
 
 void QtHost::on_files(std::function<void(std::vector<std::string>)> callback) {
   parts_->window.on_files = std::move(callback);

@@ -36,6 +36,9 @@ class QtHost {
   QtHost(int& argc, char** argv, QtHostOptions options, Registry& registry,
          RecordDatabases& databases, CalendarStore& store);
   ~QtHost();
+  // What the toolkit needs before any window; null when it is there already.
+  static std::unique_ptr<GuardedApplication> make_application(int& argc, char** argv,
+                                                              bool offscreen);
   QtHost(const QtHost&) = delete;
   QtHost& operator=(const QtHost&) = delete;
 
@@ -49,6 +52,8 @@ class QtHost {
   // Runs the message loop until the quit message; its code.
   int run();
 
+  // After a start that found another instance: whether that has the files.
+  bool call_answered() const;
   // Another launch asked for these files while this one runs (the window has been raised). Called
   // from the message loop; without files when only raising was asked for.
   void on_files(std::function<void(std::vector<std::string>)> callback);

@@ -122,6 +122,9 @@ QtMainWindow::QtMainWindow(QtWindowOptions options)
   events_.send = [this](const Message& message) { return send(message); };
   events_.close_wanted = [this] { close_wanted(); };
   events_.resized = [this] { resized(); };
+  events_.files_dropped = [this](std::vector<std::string> files) {
+    if (on_files) on_files(std::move(files));
+  };
 }
 
 QtMainWindow::~QtMainWindow() {
@@ -161,14 +164,16 @@ ScreenInfo QtMainWindow::screen() const {
 bool QtMainWindow::activate_other_instance(TextView, TextView) {
   if (options_.data_folder.empty()) return false;
   if (!instance_) instance_ = std::make_unique<SingleInstance>(options_.data_folder);
-  if (!instance_->become_first()) {
-    // Also when it is too busy to answer: a second window on one calendar is never opened.
-    std::vector<std::string> files;
-    for (const std::string& file : options_.files)
-      files.push_back(std::filesystem::absolute(file).string());
-    instance_->hand_over(files);
-    return true;
+  std::vector<std::string> files;
+  for (const std::string& file : options_.files) {
+    std::error_code fault;  // the folder that this runs in may be gone
+    const std::filesystem::path path = std::filesystem::absolute(file, fault);
+    files.push_back(fault ? file : path.string());
   }
+  const SingleInstance::Joined joined = instance_->join(files);
+  // A second window on one calendar is never opened, also when the first is too busy to answer.
+  call_answered_ = joined != SingleInstance::Joined::unanswered;
+  if (joined != SingleInstance::Joined::first) return true;
   if (instance_->listening_socket() >= 0 && !calls_) {
     calls_ =
         std::make_unique<QSocketNotifier>(instance_->listening_socket(), QSocketNotifier::Read);

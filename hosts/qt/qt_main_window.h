@@ -61,6 +61,8 @@ class QtMainWindow : public MainWindow {
   void let_pointer_go();
   void note_first_paint();
   int run();
+  // Whether the other instance that was found has the files.
+  bool call_answered() const { return call_answered_; }
 
   std::function<void(std::vector<std::string>)> on_files;
   std::function<void()> on_first_paint;
@@ -91,6 +93,7 @@ class QtMainWindow : public MainWindow {
   int wait_cursors_ = 0;
   bool was_shown_ = false;
   bool painted_ = false;
+  bool call_answered_ = true;
   std::optional<int> quit_code_;
 };
 

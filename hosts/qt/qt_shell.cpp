@@ -3,8 +3,12 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
+#include <QFile>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
+#include <QUrl>
 #include <algorithm>
 
 #include "app/messages.h"
@@ -129,6 +133,7 @@ Shell::Shell(const Density& density, ShellEvents& events)
     : density_(density), events_(events), content_(new ContentArea(this, density, events)) {
   install_accessibility();
   setObjectName(QStringLiteral("shell"));
+  setAcceptDrops(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   resize_pause_.setSingleShot(true);
   resize_pause_.setInterval(kResizePauseMilliseconds);
@@ -249,6 +254,23 @@ void Shell::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   lay_out();
   if (isVisible()) resize_pause_.start();
+}
+
+// Of this machine only: nothing is fetched.
+void Shell::dragEnterEvent(QDragEnterEvent* event) {
+  const auto urls = event->mimeData()->urls();
+  const bool files =
+      std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
+  if (files && events_.files_dropped) event->acceptProposedAction();
+}
+
+void Shell::dropEvent(QDropEvent* event) {
+  std::vector<std::string> files;
+  for (const QUrl& url : event->mimeData()->urls())
+    if (url.isLocalFile()) files.push_back(QFile::encodeName(url.toLocalFile()).toStdString());
+  if (files.empty() || !events_.files_dropped) return;
+  event->acceptProposedAction();
+  events_.files_dropped(std::move(files));
 }
 
 void Shell::closeEvent(QCloseEvent* event) {

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "hosts/qt/density.h"
@@ -22,6 +23,7 @@ struct ShellEvents {
   std::function<bool(const Message&)> send;
   std::function<void()> close_wanted;
   std::function<void()> resized;  // some time after the last of a row of changes
+  std::function<void(std::vector<std::string>)> files_dropped;
 };
 
 class ContentArea : public QWidget {
@@ -80,6 +82,8 @@ class Shell : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;

@@ -24,6 +24,7 @@
 #include "hosts/linux/own_files.h"
 #include "hosts/qt/backup_keeper.h"
 #include "hosts/qt/qt_host.h"
+#include "hosts/qt/start_fault.h"
 #include "hosts/qt/written_boxes.h"
 #include "store/embedded/sqlite_record_databases.h"
 #include "store/unavailable_store.h"
@@ -37,6 +38,7 @@ constexpr int kPollMilliseconds = 1500;  // for what another process changed
 constexpr std::chrono::seconds kDrawLimit{30};
 constexpr int kFirstBackupMilliseconds = 20000;  // when the start is long over
 constexpr int kNextBackupMilliseconds = 3600 * 1000;
+constexpr std::size_t kNamedFiles = 5;               // of those that were not opened
 constexpr int kTurns = 50, kRestMilliseconds = 200;  // after the start, before the first turn
 
 // Milliseconds since the system started this process; its own record counts in clock ticks.
@@ -54,12 +56,6 @@ long milliseconds_since_start() {
   return std::lround((seconds - ticks / static_cast<double>(sysconf(_SC_CLK_TCK))) * 1000);
 }
 
-// A machine without a session manager has no runtime folder; the toolkit makes do, and need not
-// tell every user so.
-void pass_on(QtMsgType, const QMessageLogContext&, const QString& text) {
-  if (!text.startsWith(u"QStandardPaths: XDG_RUNTIME_DIR")) std::cerr << text.toStdString() << "\n";
-}
-
 // Everything that a window stands on, in the order in which it must go away again.
 struct Session {
   Session(int& argc, char** argv, const WindowParts& parts, bool unattended)
@@ -68,7 +64,6 @@ struct Session {
         databases(files, parts.store),
         unavailable(parts.reason),
         store(parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable),
-        quiet(qInstallMessageHandler(pass_on)),
         qt(argc, argv, host_options(parts, parts.line.command == CommandLine::Command::render),
            registry, databases, store),
         host(qt.host()),
@@ -93,7 +88,6 @@ struct Session {
   UnavailableStore unavailable;
   CalendarStore& store;
   WrittenBoxes written;
-  QtMessageHandler quiet;  // the one before
   QtHost qt;
   Host host;
   Application application;
@@ -130,6 +124,16 @@ void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& part
     return static_cast<bool>(handed);
   };
   store.set_transport(hand_over, hand_over);
+}
+
+int tell_unanswered(Session& session, const std::vector<std::string>& files) {
+  std::string sentence = "Another Orvello has this calendar's window open, but it does not answer.";
+  if (!files.empty())
+    sentence += files.size() > 1 ? " The files were not opened." : " The file was not opened.";
+  for (std::size_t i = 0; i < files.size() && i < kNamedFiles; ++i) sentence += "\n" + files[i];
+  if (files.size() > kNamedFiles) sentence += "\n...";
+  tell_start_fault(session.host.boxes, sentence);
+  return kExitFailure;
 }
 
 // Ends the program with what it has measured; false when the Day view did not turn.
@@ -189,6 +193,8 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   if (store) store->limit_wait(kLockWait);
   StartResult started = StartResult::no_window;
   if (!session.qt.guard([&] { started = session.application.start_up(); })) return kExitFailure;
+  if (started == StartResult::other_instance && !session.qt.call_answered())
+    return tell_unanswered(session, parts.line.files);
   if (started != StartResult::running) return kExitNoWindow;
   if (store) {
     open_outbox(session, *store, parts);
@@ -196,14 +202,17 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     store->set_wake([store, &poll] { QTimer::singleShot(0, &poll, [store] { store->poll(); }); });
     poll.start(kPollMilliseconds);
   }
-  if (!parts.line.files.empty()) import_later(parts.line.files);
+  const bool watched = !parts.line.measure_start && !parts.line.measure_turn;
+  if (!parts.line.files.empty())
+    import_later(parts.line.files);
+  else if (watched)
+    session.application.when_free([&session] { session.application.greet(); });
   BackupKeeper backups(parts, [&session](const std::string& reason) {
     session.application.when_free([&session, reason] {
       session.host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
     });
   });
-  if (store && !parts.line.measure_start && !parts.line.measure_turn)
-    backups.begin(kFirstBackupMilliseconds, kNextBackupMilliseconds);
+  if (store && watched) backups.begin(kFirstBackupMilliseconds, kNextBackupMilliseconds);
   const int code = session.qt.run();
   if (store) {
     store->set_wake({});

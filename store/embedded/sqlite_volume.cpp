@@ -51,16 +51,19 @@ DatabaseError reason_of_errno() {
 // Looks at the file's head without opening it as a database, which alone could change it.
 DatabaseError look_at_head(const std::string& path) {
   struct stat info {};
+  // A folder, or a pipe that would be waited for.
+  if (::stat(path.c_str(), &info) == 0 && !S_ISREG(info.st_mode))
+    return DatabaseError::invalid_parameter;
   // A journal means that a writer died: only the database itself can tell what the head was.
   if (::stat((path + "-journal").c_str(), &info) == 0 && info.st_size > 0)
     return DatabaseError::none;
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) return errno == ENOENT ? DatabaseError::none : reason_of_errno();
   unsigned char head[100];
   const ssize_t count = ::read(file, head, sizeof head);
   ::close(file);
-  if (count < 0) return DatabaseError::invalid_parameter;  // a folder, for one
-  if (count == 0) return DatabaseError::none;              // created, and the creator died
+  if (count < 0) return DatabaseError::damaged;
+  if (count == 0) return DatabaseError::none;  // created, and the creator died
   const bool ours = count == sizeof head && std::memcmp(head, "SQLite format 3", 16) == 0 &&
                     big_endian(head + 68) == kApplicationId && big_endian(head + 60) == kFormat;
   return ours ? DatabaseError::none : DatabaseError::damaged;

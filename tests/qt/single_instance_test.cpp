@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -8,6 +9,8 @@
 
 namespace orvello {
 namespace {
+
+using Joined = SingleInstance::Joined;
 
 // Runs `work` in a process of its own, which ends with the value that it returns.
 pid_t start_process(const std::function<int()>& work) {
@@ -35,20 +38,62 @@ TEST(SingleInstance, ASecondProcessHandsItsFilesOverAndEnds) {
   window.show();
   settle();
   window.shell()->showMinimized();
+  const std::vector<std::string> odd{"/tmp/a b.ics", "/tmp/\xD0\xB1.ics", "/tmp/two\nlines\\"};
+  const std::vector<std::string> many(30000, std::string(100, 'x'));  // 3 MB
   std::vector<std::vector<std::string>> calls;
   window.on_files = [&](std::vector<std::string> files) { calls.push_back(std::move(files)); };
   const pid_t child = start_process([&] {
     SingleInstance second(folder.path());
-    if (second.become_first()) return 10;
-    if (!second.hand_over({"/tmp/a b.ics", "/tmp/\xD0\xB1.ics"})) return 11;
-    return second.hand_over({}) ? 0 : 12;
+    if (second.join(odd) != Joined::handed_over) return 11;
+    if (second.join(many) != Joined::handed_over) return 12;
+    return second.join({}) == Joined::handed_over ? 0 : 13;
   });
-  EXPECT_TRUE(wait_until([&] { return calls.size() == 2; }));
+  EXPECT_TRUE(wait_until([&] { return calls.size() == 3; }));
   EXPECT_EQ(end_of(child), 0);
-  ASSERT_EQ(calls.size(), 2u);
-  EXPECT_EQ(calls[0], (std::vector<std::string>{"/tmp/a b.ics", "/tmp/\xD0\xB1.ics"}));
-  EXPECT_TRUE(calls[1].empty());
+  ASSERT_EQ(calls.size(), 3u);
+  EXPECT_EQ(calls[0], odd);
+  EXPECT_EQ(calls[1], many);
+  EXPECT_TRUE(calls[2].empty());
   EXPECT_FALSE(window.shell()->isMinimized());
+}
+
+// What is said not to be opened never is, and what is said to be was taken.
+TEST(SingleInstance, OneThatDoesNotAnswerGetsNothing) {
+  TemporaryFolder folder;
+  SingleInstance first(folder.path());
+  ASSERT_TRUE(first.become_first());
+  const auto calling = [&] {
+    return start_process([&] {
+      ::unsetenv("XDG_RUNTIME_DIR");  // another environment finds the way as well
+      return static_cast<int>(SingleInstance(folder.path()).join({"/tmp/a.ics"}));
+    });
+  };
+  const pid_t patient = calling();
+  EXPECT_EQ(end_of(patient), static_cast<int>(Joined::unanswered));
+  EXPECT_FALSE(first.take_call()) << "it was told that they are not opened";
+  const pid_t next = calling();
+  std::optional<std::vector<std::string>> taken;
+  EXPECT_TRUE(wait_until([&] { return (taken = first.take_call()).has_value(); }));
+  EXPECT_EQ(end_of(next), static_cast<int>(Joined::handed_over));
+  EXPECT_EQ(taken, std::vector<std::string>{"/tmp/a.ics"});
+}
+
+TEST(SingleInstance, OneThatEndsMeanwhileIsTakenOverFrom) {
+  TemporaryFolder folder;
+  int ready[2];
+  ASSERT_EQ(::pipe(ready), 0);
+  const pid_t child = start_process([&] {
+    SingleInstance first(folder.path());
+    if (!first.become_first() || ::write(ready[1], "y", 1) != 1) return 1;
+    pollfd called{first.listening_socket(), POLLIN, 0};
+    return ::poll(&called, 1, 5000) == 1 ? 0 : 2;  // and ends without having answered
+  });
+  char answer = 0;
+  ASSERT_EQ(::read(ready[0], &answer, 1), 1);
+  EXPECT_EQ(SingleInstance(folder.path()).join({"/tmp/a.ics"}), Joined::first);
+  EXPECT_EQ(end_of(child), 0);
+  ::close(ready[0]);
+  ::close(ready[1]);
 }
 
 TEST(SingleInstance, OneThatWasKilledKeepsNobodyOut) {

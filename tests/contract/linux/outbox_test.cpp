@@ -67,6 +67,8 @@ TEST_F(OutboxTest, NamesAreSafeWhateverTheSubjectIs) {
   EXPECT_EQ(safe_file_name(u"Встреча: в 10:00"), "Встреча в 10 00");
   EXPECT_EQ(safe_file_name(u"../../etc/passwd"), "etc passwd");
   EXPECT_EQ(safe_file_name(u"-rf\n\u0007x "), "rf x");
+  EXPECT_EQ(safe_file_name(u"a',b='%27$(x)`y`;&#+z\"!"), "a b 27 x y z");
+  EXPECT_EQ(safe_file_name(u"-- O'Brien\u202Egpj\u0085\u2028x"), "O Brien gpj x");
   for (const char16_t* empty : {u"", u" . ", u"///", u"..."})
     EXPECT_EQ(safe_file_name(empty), "appointment");
   EXPECT_EQ(safe_file_name(Text(200, u'ж')).size(), 120u);
@@ -101,6 +103,13 @@ TEST_F(OutboxTest, StartsTheMailProgramWhereADesktopIs) {
   for (int i = 0; i < 500 && !fs::exists(note); ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   EXPECT_EQ(content_of(note), "--attach BEGIN\n");
+  struct stat info {};
+  ASSERT_EQ(::stat(mailed->path.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777, 0600u);
+  EXPECT_EQ(mailed->path, home / ".cache/orvello/Lunch more.ics");
+  set("XDG_CACHE_HOME", home / "it's, 100%");
+  EXPECT_FALSE(Outbox("").hand_over(u"Lunch", "BEGIN")->mailed) << "not by that path";
+  set("XDG_CACHE_HOME", "");
   std::ofstream(home / "bin/xdg-email") << "#!/no/such/program\n";
   const auto failed = Outbox("").hand_over(u"Tea", "BEGIN");
   ASSERT_TRUE(failed);
