@@ -42,6 +42,7 @@ struct Opened {
   Paths paths;
   std::unique_ptr<FileLock> use;
   std::unique_ptr<SystemClock> clock;
+  bool windowed = false;
   std::unique_ptr<EmbeddedStore> store;  // null: see the reason
   CalendarHealth health = CalendarHealth::good;
   std::string reason;
@@ -97,8 +98,9 @@ void open_calendar(Opened& opened, bool start_afresh) {
   const bool only_read =
       ::access(path.c_str(), F_OK) == 0 &&
       (::access(path.c_str(), W_OK) != 0 || ::access(opened.paths.data.c_str(), W_OK) != 0);
-  auto store = only_read ? EmbeddedStore::open_to_read(path, *opened.clock)
-                         : EmbeddedStore::open(path, *opened.clock);
+  auto store = only_read         ? EmbeddedStore::open_to_read(path, *opened.clock)
+               : opened.windowed ? EmbeddedStore::open_for_window(path, *opened.clock, kLockWait)
+                                 : EmbeddedStore::open(path, *opened.clock);
   if (store) {
     opened.store = std::move(*store);
     return;
@@ -200,9 +202,9 @@ int run(int argc, char** argv, StandardStreams& streams) {
     return failed(own + " is one of the calendar's own files.");
   if (line->command == Command::restore)
     return run_restore(*line, opened.paths, *opened.clock, std::cout, std::cerr);
+  opened.windowed = line->command == Command::window && display_reachable();
   open_calendar(opened, false);
-  const bool windowed = line->command == Command::window && display_reachable();
-  const bool attended = windowed && !line->measure_start && !line->measure_turn;
+  const bool attended = opened.windowed && !line->measure_start && !line->measure_turn;
   if (attended && needs_way_back(opened)) offer_way_back(argc, argv, *line, opened);
   const WindowParts parts{*line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
   if (line->command == Command::render) {
@@ -210,7 +212,7 @@ int run(int argc, char** argv, StandardStreams& streams) {
     return run_render(argc, argv, parts);
   }
   if (line->command != Command::window) return command(*line, opened, streams.content());
-  if (!windowed) return without_display(argc, argv, *line, opened);
+  if (!opened.windowed) return without_display(argc, argv, *line, opened);
   return run_window(argc, argv, parts);
 }
 

@@ -32,8 +32,6 @@
 namespace orvello {
 namespace {
 
-// How long the window may stand still over another program's lock.
-constexpr std::chrono::milliseconds kLockWait{300};
 constexpr int kPollMilliseconds = 1500;  // for what another process changed
 constexpr std::chrono::seconds kDrawLimit{30};
 constexpr int kFirstBackupMilliseconds = 20000;  // when the start is long over

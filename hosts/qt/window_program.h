@@ -1,6 +1,7 @@
 // The window, and pictures of it.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 #include "cli/command_line.h"
@@ -10,6 +11,9 @@
 #include "store/embedded/embedded_store.h"
 
 namespace orvello {
+
+// How long the window may stand still over another program's lock.
+inline constexpr std::chrono::milliseconds kLockWait{300};
 
 struct WindowParts {
   CommandLine line;

@@ -19,8 +19,8 @@ std::string system_reason(sqlite3* db) {
 
 }  // namespace
 
-Result<std::unique_ptr<EmbeddedDatabase>> EmbeddedDatabase::open(const std::string& path,
-                                                                 Mode mode) {
+Result<std::unique_ptr<EmbeddedDatabase>> EmbeddedDatabase::open(
+    const std::string& path, Mode mode, std::optional<std::chrono::milliseconds> busy_wait) {
   using Opened = Result<std::unique_ptr<EmbeddedDatabase>>;
   const bool writes = mode == Mode::read_write;
   auto fault = writes ? make_calendar_file_ready(path) : fault_in_calendar_file(path);
@@ -30,9 +30,10 @@ Result<std::unique_ptr<EmbeddedDatabase>> EmbeddedDatabase::open(const std::stri
   const int result =
       sqlite3_open_v2(path.c_str(), &db, flags | SQLITE_OPEN_NOMUTEX, checked_pages());
   std::unique_ptr<EmbeddedDatabase> opened(new EmbeddedDatabase(db, path));
+  if (busy_wait) opened->limit_wait(*busy_wait);
   if (result != SQLITE_OK) opened->note_failure();
-  if (result != SQLITE_OK || !opened->set_up()) return Opened::failure(opened->reason());
-  return opened;
+  if (result == SQLITE_OK && (opened->set_up() || (busy_wait && opened->busy()))) return opened;
+  return Opened::failure(opened->reason());
 }
 
 EmbeddedDatabase::~EmbeddedDatabase() {

@@ -21,8 +21,11 @@ class EmbeddedDatabase {
   enum class Mode { read_write, read_only };
   // Creates a missing file unless it is only to be read. A file on a medium that cannot be written
   // opens in either mode; writing fails then.
-  static Result<std::unique_ptr<EmbeddedDatabase>> open(const std::string& path,
-                                                        Mode mode = Mode::read_write);
+  // A file that another process holds is opened all the same with `busy_wait`, which is
+  // limit_wait() from the start: its reads fail as long as it is held.
+  static Result<std::unique_ptr<EmbeddedDatabase>> open(
+      const std::string& path, Mode mode = Mode::read_write,
+      std::optional<std::chrono::milliseconds> busy_wait = std::nullopt);
   ~EmbeddedDatabase();
   EmbeddedDatabase(const EmbeddedDatabase&) = delete;
   EmbeddedDatabase& operator=(const EmbeddedDatabase&) = delete;

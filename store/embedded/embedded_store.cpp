@@ -18,6 +18,13 @@ Result<std::unique_ptr<EmbeddedStore>> EmbeddedStore::open(const std::string& pa
   return open(EmbeddedDatabase::open(path), clock);
 }
 
+Result<std::unique_ptr<EmbeddedStore>> EmbeddedStore::open_for_window(
+    const std::string& path, const Clock& clock, std::chrono::milliseconds wait) {
+  auto store = open(EmbeddedDatabase::open(path, EmbeddedDatabase::Mode::read_write, wait), clock);
+  if (store) (*store)->limit_wait(wait);
+  return store;
+}
+
 Result<std::unique_ptr<EmbeddedStore>> EmbeddedStore::open_to_read(const std::string& path,
                                                                    const Clock& clock) {
   return open(EmbeddedDatabase::open(path, EmbeddedDatabase::Mode::read_only), clock);
@@ -28,7 +35,8 @@ Result<std::unique_ptr<EmbeddedStore>> EmbeddedStore::open(
   using Opened = Result<std::unique_ptr<EmbeddedStore>>;
   if (!database) return Opened::failure(database.reason());
   std::unique_ptr<EmbeddedStore> store(new EmbeddedStore(std::move(*database), clock));
-  if (!store->start_log()) return Opened::failure(store->problem());
+  // Another process may hold the file; the database let that pass, or would have failed itself.
+  if (!store->start_log() && !store->busy()) return Opened::failure(store->problem());
   return store;
 }
 
@@ -53,6 +61,7 @@ bool EmbeddedStore::start_log() {
   const bool read = db_->use("SELECT max(number) FROM changes")->each([&](Statement& row) {
     if (!row.is_null(0)) seen_change_ = row.number(0);
   });
+  log_started_ = read;
   return read || failed();
 }
 
@@ -212,6 +221,7 @@ bool EmbeddedStore::poll() {
 
 bool EmbeddedStore::see_changes() {
   const WaitPause no_waiting(*db_);
+  if (!log_started_) return start_log();
   const auto version = db_->data_version();
   if (!version || *version == seen_version_) return version.has_value();
   ReadScope scope(*db_);

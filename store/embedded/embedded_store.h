@@ -25,6 +25,11 @@ class EmbeddedStore : public RecordCalendarStore {
   // Creates a missing file, readable by its owner only. A damaged or foreign file, or one of a
   // newer format, is refused with a sentence that names it, and left untouched.
   static Result<std::unique_ptr<EmbeddedStore>> open(const std::string& path, const Clock& clock);
+  // The same for a window, with limit_wait(wait): a file that another process holds opens all the
+  // same, and is read when it is free.
+  static Result<std::unique_ptr<EmbeddedStore>> open_for_window(const std::string& path,
+                                                                const Clock& clock,
+                                                                std::chrono::milliseconds wait);
   // The same without creating or writing anything: every write fails.
   static Result<std::unique_ptr<EmbeddedStore>> open_to_read(const std::string& path,
                                                              const Clock& clock);
@@ -124,6 +129,7 @@ class EmbeddedStore : public RecordCalendarStore {
   std::int64_t cache_version_ = 0;
   std::int64_t seen_version_ = 0;
   std::int64_t seen_change_ = 0;
+  bool log_started_ = false;
   std::int64_t process_ = 0;  // tells own changes from others' in the log
 };
 

@@ -220,6 +220,25 @@ TEST_F(StoreProcesses, AnotherOnesLockIsToldAndForgotten) {
   EXPECT_NE(store->put(record("b")), 0);
 }
 
+TEST_F(StoreProcesses, AWindowOpensAFileThatAnotherOneHolds) {
+  ASSERT_NE(open()->put(record("a")), 0);
+  sqlite3* other = open_raw();
+  sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+  const auto window = EmbeddedStore::open_for_window(path, clock, std::chrono::milliseconds(20));
+  ASSERT_TRUE(window) << window.reason();
+  OccurrenceList list;
+  EXPECT_FALSE((*window)->query(DayBounds(), true, list));
+  EXPECT_TRUE((*window)->busy());
+  EXPECT_FALSE((*window)->poll());
+  sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+  sqlite3_close(other);
+  EXPECT_FALSE((*window)->poll());
+  EXPECT_TRUE((*window)->query(DayBounds(), true, list));
+  EXPECT_EQ(list.size(), 1u);
+  ASSERT_NE(open()->put(record("b")), 0);
+  EXPECT_TRUE((*window)->poll()) << "the other process's change";
+}
+
 TEST_F(StoreProcesses, TheLogOfChangesStaysShort) {
   open()->put(record("a"));
   sqlite3* raw = open_raw();
