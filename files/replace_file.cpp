@@ -19,7 +19,10 @@ constexpr std::string_view kPrefix = ".orvello-", kSuffix = ".part";
 constexpr std::size_t kRandomLetters = 6;
 constexpr std::time_t kLeftBehind = 3600;  // seconds
 
+// Also what a database in the making had beside it.
 bool is_ours(std::string_view name) {
+  constexpr std::string_view kJournal = "-journal";
+  if (name.ends_with(kJournal)) name.remove_suffix(kJournal.size());
   return name.size() == kPrefix.size() + kRandomLetters + kSuffix.size() &&
          name.starts_with(kPrefix) && name.ends_with(kSuffix);
 }

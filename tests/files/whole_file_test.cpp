@@ -123,6 +123,7 @@ TEST_F(WholeFileTest, OnlyWhatADeadProcessOfOursLeftIsRemoved) {
   };
   leave("a.part", true);
   leave(".orvello-aB3dEf.part", true);
+  leave(".orvello-aB3dEf.part-journal", true);
   leave(".orvello-locked.part", true);
   leave(".orvello-recent.part", false);
   leave(".orvello-toolong.part", true);
