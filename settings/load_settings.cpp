@@ -1,6 +1,7 @@
 #include "settings/load_settings.h"
 
 #include "resources/bitmaps.h"
+#include "settings/category_props.h"
 #include "settings/colors.h"
 #include "settings/pretexts.h"
 #include "settings/program_files.h"
@@ -53,7 +54,10 @@ void prepare_first_use(const SettingsVolume& volume, Registry& registry) {
   for (const TextView subject : kFirstSubjects)
     subjects.records.push_back({{kPretextText, Text(subject)}});
   const MountedVolume mounted(volume);
-  if (!mounted || volume.databases.create_all(mounted.id(), {subjects})) return;
+  // The category properties come with them: the start is about to open those.
+  if (!mounted || volume.databases.create_all(
+                      mounted.id(), {subjects, {Text(kCategoryProps), kCategoryLabel, {}}}))
+    return;
   // Another process may have been quicker: what it made is as good.
   if (volume.databases.last_error() != DatabaseError::already_exists) reportWriteError(volume, 0);
 }

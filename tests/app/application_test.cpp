@@ -5,6 +5,7 @@
 #include "app/messages.h"
 #include "hosts/headless/headless_host.h"
 #include "resources/ids.h"
+#include "settings/load_settings.h"
 #include "settings/profiles.h"
 #include "settings/registry_access.h"
 #include "tests/appointments.h"
@@ -196,6 +197,18 @@ TEST_F(ApplicationTest, ABadSettingsVolumeIsNamedOnceAtTheStart) {
             u"The profile \"Work\" could not be read. All appointments are shown.");
   device.window.command(kCommandFirstProfile);  // from now on each operation says what failed
   EXPECT_EQ(device.boxes.shown.size(), 3u);
+}
+
+TEST_F(ApplicationTest, ANewUserIsGreetedUntilTheGreetingIsPutAway) {
+  start();
+  application->greet();
+  EXPECT_TRUE(device.dialogs.opened.empty()) << "settings were there before";
+  WriteNumberSetting(device.registry, kGreetingDue, 1);
+  device.dialogs.person = [](HeadlessDialog& greeting) { greeting.press(kControlOk); };
+  application->greet();
+  EXPECT_EQ(device.dialogs.opened, std::vector<int>{kDialogGreeting});
+  application->greet();
+  EXPECT_EQ(device.dialogs.opened.size(), 1u);
 }
 
 TEST_F(ApplicationTest, StartModeChoosesTheViewAndOptionsOverrideIt) {

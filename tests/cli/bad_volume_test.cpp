@@ -14,6 +14,7 @@
 #include "settings/category_props.h"
 #include "settings/pretexts.h"
 #include "settings/profiles.h"
+#include "settings/program_files.h"
 #include "store/embedded/sqlite_record_databases.h"
 #include "tests/settings/settings_fixture.h"
 
@@ -126,6 +127,55 @@ TEST_F(BadVolume, AFullDiskKeepsWhatItHolds) {
     return same(boxes_shown(), Messages(3, "Error: Disk Full")) && read_everything() == 5 &&
            same(boxes_shown(), {});
   }));
+  EXPECT_EQ(read_everything(), 5u);
+}
+
+// Killed as soon as there is a file, and a little later each time: the next start does it again.
+TEST_F(BadVolume, AFirstStartThatIsKilledLosesNoReadyMadeText) {
+  HeadlessClock clock;
+  MemoryRegistry registry;
+  EnsureSettingsKey(registry);
+  const auto first_start = [&] {
+    if (std::filesystem::exists(path)) files.present.insert(settings_volume_path(files));
+    SettingsRecord settings;
+    LoadSettings(settings, registry, volume, clock, english_locale(), true);
+  };
+  for (int i = 0; i < 8; ++i) {
+    for (const char* name : {"settings.vol", "settings.vol-journal"})
+      std::filesystem::remove(folder / name);
+    files.present.clear();
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      first_start();
+      ::_exit(0);
+    }
+    while (!std::filesystem::exists(path)) ::usleep(100);
+    ::usleep(static_cast<useconds_t>(i * 2000));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    first_start();
+    std::vector<Text> texts;
+    EXPECT_TRUE(loadPreTextToLB(volume, texts, kSubjectPretexts));
+    EXPECT_EQ(texts.size(), 20u) << "round " << i;
+    EXPECT_EQ(boxes_shown(), Messages{});
+  }
+}
+
+TEST_F(BadVolume, ALockIsWaitedForOnceByARowOfOperations) {
+  change_everything();
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  LockPatience patience;
+  int waits = 0;
+  while (patience.waited()) ++waits;
+  EXPECT_GT(waits, 0);
+  EXPECT_LE(waits, 40) << "of a hundredth of a second each";
+  EXPECT_FALSE(patience.waited()) << "nothing more for the next operation";
+  EXPECT_EQ(read_everything(), 0u);
+  EXPECT_EQ(boxes_shown(), Messages(4, "Error: Database mount failed: In Use By Another Program"));
+  sqlite3_close(other);
   EXPECT_EQ(read_everything(), 5u);
 }
 
