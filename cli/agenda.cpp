@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ostream>
 
 #include "base/terminal_text.h"
 #include "base/text.h"
@@ -129,32 +130,62 @@ Text date_picture(const LocaleData& locale) {
   return picture;
 }
 
-}  // namespace
+// What is written is held back until it is much, so that a store that cannot be read leaves nothing
+// half written in all but the largest cases.
+class HeldBack {
+ public:
+  explicit HeldBack(std::ostream& out) : out_(out) {}
+  HeldBack& operator+=(std::string_view piece) {
+    text_ += piece;
+    if (text_.size() > kMuch) flush();
+    return *this;
+  }
+  void flush() {
+    out_ << text_;
+    text_.clear();
+  }
+  bool wanted() const { return static_cast<bool>(out_); }
 
-Result<std::vector<StoreItem>> agenda_items(CalendarStore& store, std::int32_t from,
-                                            std::int32_t to) {
-  using Items = Result<std::vector<StoreItem>>;
+ private:
+  static constexpr std::size_t kMuch = 8 << 20;
+  std::ostream& out_;
+  std::string text_;
+};
+
+// Calls visit(items, first, last) for one part of the days after the other, with the occurrences
+// that touch it, by start.
+template <typename Visit>
+Result<bool> each_part(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
+                       const HeldBack& out, Visit visit) {
+  constexpr std::size_t kFew = 2000, kMany = 50000;
   const auto application = store.create_application(false);
-  if (!application || !application->logon(nullptr))
-    return Items::failure(application ? to_utf8(application->problem()) : "no calendar store");
-  std::vector<StoreItem> kept;
-  {
-    const auto folder = application->default_folder(kFolderCalendar);
-    if (!folder) return Items::failure(to_utf8(application->problem()));
+  const auto failure = [&] { return Result<bool>::failure(to_utf8(application->problem())); };
+  const StoreReading reading(store);
+  if (!reading || !application->logon(nullptr)) return failure();
+  const auto folder = application->default_folder(kFolderCalendar);
+  if (!folder) return failure();
+  std::int64_t days = 31;
+  for (std::int64_t first = from, last; first <= to && out.wanted(); first = last + 1) {
+    last = std::min<std::int64_t>(first + days - 1, to);
     const auto items = folder->items();
     items->set_include_recurrences(true);
     items->sort(u"[Start]", false);
+    std::vector<StoreItem> found;
     const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f",
-                                    static_cast<double>(from), static_cast<double>(to));
+                                    static_cast<double>(first), static_cast<double>(last));
     const bool whole = each_item(*items, restriction, [&](StoreItem& item) {
-      if (whole_day(item.start) <= to && whole_day(shown_end(item)) >= from)
-        kept.push_back(std::move(item));
+      if (whole_day(item.start) <= last && whole_day(shown_end(item)) >= first)
+        found.push_back(std::move(item));
     });
-    if (!whole) return Items::failure(to_utf8(application->problem()));
+    if (!whole) return failure();
+    visit(found, static_cast<std::int32_t>(first), static_cast<std::int32_t>(last));
+    if (found.size() < kFew) days *= 4;
+    if (found.size() > kMany) days = std::max<std::int64_t>(days / 4, 1);
   }
-  application->logoff();
-  return kept;
+  return true;
 }
+
+}  // namespace
 
 void load_agenda_settings(SettingsRecord& settings, Registry& registry,
                           const SettingsVolume& volume, const LocaleData& locale) {
@@ -164,42 +195,64 @@ void load_agenda_settings(SettingsRecord& settings, Registry& registry,
   load_active_profile(volume, settings);  // which makes no files
 }
 
-std::string agenda_text(const std::vector<StoreItem>& items, std::int32_t from, std::int32_t to,
-                        const SettingsRecord& settings) {
-  // One row an occurrence and day, so that the cost follows what is printed.
-  std::vector<std::pair<std::int32_t, const StoreItem*>> rows;
-  for (const StoreItem& item : items) {
-    if (!profileAllowsCategory(settings, item.summary->categories)) continue;
-    const std::int32_t last = std::min(whole_day(shown_end(item)), to);
-    for (std::int32_t day = std::max(whole_day(item.start), from); day <= last; ++day)
-      rows.emplace_back(day, &item);
-  }
-  std::stable_sort(rows.begin(), rows.end(),
-                   [](const auto& a, const auto& b) { return a.first < b.first; });
+Result<bool> write_agenda_text(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
+                               const SettingsRecord& settings, std::ostream& out) {
   const Text picture = date_picture(settings.locale);
-  std::string out;
-  if (settings.activeprofilename != kAllProfile && !settings.profile_unread)
-    out = "Profile: " + one_line(settings.activeprofilename) + "\n";
-  if (rows.empty()) return out + "No Appointments\n";
-  std::int32_t shown = from - 1;
-  for (const auto& [day, item] : rows) {
-    if (day != shown) {
-      if (!out.empty()) out += "\n";
-      out +=
-          to_utf8(FormatDatePicture(picture, civil_from_day_number(day), settings.locale)) + "\n";
-      shown = day;
-    }
-    out += item_row(*item, day, settings.timeformat == 1);
+  HeldBack text(out);
+  bool first_line = true, any = false;
+  if (settings.activeprofilename != kAllProfile && !settings.profile_unread) {
+    text += "Profile: " + one_line(settings.activeprofilename) + "\n";
+    first_line = false;
   }
-  return out;
+  const auto write = [&](const std::vector<StoreItem>& items, std::int32_t first,
+                         std::int32_t last) {
+    // One row an occurrence and day, so that the cost follows what is printed.
+    std::vector<std::pair<std::int32_t, const StoreItem*>> rows;
+    for (const StoreItem& item : items) {
+      if (!profileAllowsCategory(settings, item.summary->categories)) continue;
+      const std::int32_t end = std::min(whole_day(shown_end(item)), last);
+      for (std::int32_t day = std::max(whole_day(item.start), first); day <= end; ++day)
+        rows.emplace_back(day, &item);
+    }
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::int32_t shown = first - 1;
+    for (const auto& [day, item] : rows) {
+      if (day != shown) {
+        if (!first_line) text += "\n";
+        text += to_utf8(FormatDatePicture(picture, civil_from_day_number(day), settings.locale));
+        text += "\n";
+        shown = day;
+      }
+      text += item_row(*item, day, settings.timeformat == 1);
+      first_line = false;
+      any = true;
+    }
+  };
+  const auto read = each_part(store, from, to, text, write);
+  if (!read) return read;
+  if (!any) text += "No Appointments\n";
+  text.flush();
+  return true;
 }
 
-std::string agenda_json(const std::vector<StoreItem>& items) {
-  if (items.empty()) return "[]\n";
-  std::string out = "[\n";
-  for (std::size_t i = 0; i < items.size(); ++i)
-    out += "  " + item_json(items[i]) + (i + 1 < items.size() ? ",\n" : "\n");
-  return out + "]\n";
+Result<bool> write_agenda_json(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
+                               std::ostream& out) {
+  HeldBack text(out);
+  bool any = false;
+  const auto write = [&](const std::vector<StoreItem>& items, std::int32_t first, std::int32_t) {
+    for (const StoreItem& item : items) {
+      if (first != from && whole_day(item.start) < first) continue;  // stands above
+      text += any ? ",\n  " : "[\n  ";
+      text += item_json(item);
+      any = true;
+    }
+  };
+  const auto read = each_part(store, from, to, text, write);
+  if (!read) return read;
+  text += any ? "\n]\n" : "[]\n";
+  text.flush();
+  return true;
 }
 
 }  // namespace orvello

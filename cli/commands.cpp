@@ -58,17 +58,17 @@ int run_export(const CommandLine& line, RecordStore& store, const Clock& clock,
   return kExitSuccess;
 }
 
-int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock,
+int run_agenda(const CommandLine& line, RecordCalendarStore& store, const Clock& clock,
                const SettingsRecord& settings, std::ostream& out, std::ostream& err) {
   const MonthDayYear today = TodayTriple(clock.local_time());
   const std::int32_t from = day_of(line.from.value_or(today));
   const std::int32_t to = day_of(line.to.value_or(line.from.value_or(today)));
-  const auto items = agenda_items(store, from, to);
-  if (!items) {
-    err << "orvello: " << items.reason() << "\n";
+  const auto written = line.json ? write_agenda_json(store, from, to, out)
+                                 : write_agenda_text(store, from, to, settings, out);
+  if (!written) {
+    err << "orvello: " << written.reason() << "\n";
     return kExitFailure;
   }
-  out << (line.json ? agenda_json(*items) : agenda_text(*items, from, to, settings));
   return out.flush() ? kExitSuccess : kExitFailure;
 }
 

@@ -5,10 +5,9 @@
 #include <iosfwd>
 
 #include "cli/command_line.h"
-#include "ports/calendar_store.h"
 #include "ports/clock.h"
 #include "settings/settings_record.h"
-#include "store/record_store.h"
+#include "store/record_calendar_store.h"
 
 namespace orvello {
 
@@ -21,7 +20,7 @@ int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, 
 // `content` takes what is exported to "-", byte for byte.
 int run_export(const CommandLine& line, RecordStore& store, const Clock& clock,
                std::ostream& content, std::ostream& err);
-int run_agenda(const CommandLine& line, CalendarStore& store, const Clock& clock,
+int run_agenda(const CommandLine& line, RecordCalendarStore& store, const Clock& clock,
                const SettingsRecord& settings, std::ostream& out, std::ostream& err);
 
 }  // namespace orvello

@@ -16,7 +16,9 @@ namespace {
 
 class Agenda : public ::testing::Test {
  protected:
-  static std::int32_t day(int day_of_november) { return day_number(2026, 11, day_of_november); }
+  static std::int32_t day(int day_of_november) {
+    return day_number(2026, 11, 1) - 1 + day_of_november;
+  }
   static LocalSeconds at(int day_of_november, int hour, int minute = 0) {
     return day(day_of_november) * kSecondsPerDay + hour * 3600 + minute * 60;
   }
@@ -38,18 +40,29 @@ class Agenda : public ::testing::Test {
     put(made);
   }
 
-  std::vector<StoreItem> items(int from, int to) {
-    const auto found = agenda_items(store, day(from), day(to));
-    EXPECT_TRUE(found) << found.reason();
-    return found ? *found : std::vector<StoreItem>();
+  std::string plain_text(int from, int to) {
+    std::ostringstream out;
+    const auto written = write_agenda_text(store, day(from), day(to), settings, out);
+    EXPECT_TRUE(written) << written.reason();
+    return out.str();
   }
   std::string text(int from, int to, bool clock24 = true,
                    const LocaleData& locale = english_locale()) {
     settings.timeformat = clock24 ? 1 : 0;
     settings.locale = locale;
-    return agenda_text(items(from, to), day(from), day(to), settings);
+    return plain_text(from, to);
   }
-  std::string json(int from, int to) { return agenda_json(items(from, to)); }
+  std::string json(int from, int to) {
+    std::ostringstream out;
+    const auto written = write_agenda_json(store, day(from), day(to), out);
+    EXPECT_TRUE(written) << written.reason();
+    return out.str();
+  }
+  static std::size_t count(const std::string& text, const std::string& part) {
+    std::size_t found = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++found;
+    return found;
+  }
 
   HeadlessClock clock;
   MemoryStore store{clock};
@@ -158,11 +171,28 @@ TEST_F(Agenda, ASeriesShowsEachOccurrence) {
   pattern.interval = 2;
   made.pattern = pattern;
   put(made);
-  const auto found = items(3, 8);
-  ASSERT_EQ(found.size(), 3u);
-  EXPECT_EQ(to_seconds(found[0].start), at(4, 9));
-  EXPECT_EQ(to_seconds(found[2].start), at(8, 9));
-  EXPECT_NE(agenda_json(found).find("\"recurring\": true"), std::string::npos);
+  const std::string found = json(3, 8);
+  EXPECT_EQ(count(found, "\"oid\""), 3u);
+  EXPECT_NE(found.find("\"start\": \"2026-11-04T09:00:00\""), std::string::npos) << found;
+  EXPECT_NE(found.find("\"start\": \"2026-11-08T09:00:00\""), std::string::npos) << found;
+  EXPECT_NE(found.find("\"recurring\": true"), std::string::npos);
+}
+
+// Long spans are read in parts: of 31 days first, here.
+TEST_F(Agenda, WhatGoesOnFromPartToPartStandsOnceForEachDay) {
+  put(record(u"Before", at(-2, 9), at(3, 10)));
+  put(record(u"Long", at(25, 9), at(200, 10)));
+  put(record(u"Edge", at(31, 23), at(32, 1)));
+  put(record(u"Last", at(400, 9), at(400, 10)));
+  const std::string all = json(1, 400), rows = text(1, 400, true);
+  for (const auto& [subject, days] :
+       {std::pair{"Before", 3u}, {"Long", 176u}, {"Edge", 2u}, {"Last", 1u}}) {
+    EXPECT_EQ(count(all, subject), 1u) << subject;
+    EXPECT_EQ(count(rows, subject), days) << subject;
+  }
+  EXPECT_LT(all.find("Before"), all.find("Long"));
+  EXPECT_LT(all.find("Long"), all.find("Edge"));
+  EXPECT_EQ(count(rows, "2026\n  "), 3u + 6 + 31);
 }
 
 // Whatever the Day view lists stands here, in the same words and order.
@@ -204,8 +234,7 @@ TEST_F(Agenda, RowsAreTheDayViews) {
         if (!row.continues) line.resize(std::max<std::size_t>(line.size() + 2, 19), ' ');
         wanted += line + to_utf8(row.subject) + "\n";
       }
-      const std::string shown = agenda_text(items(of_november, of_november), day(of_november),
-                                            day(of_november), settings);
+      const std::string shown = plain_text(of_november, of_november);
       EXPECT_EQ(shown.rfind("Profile: Work\n\n", 0), 0u) << shown;
       EXPECT_EQ(shown.substr(shown.find("2026\n") + 5), wanted);
     }
@@ -223,7 +252,7 @@ TEST_F(Agenda, FollowsTheStoredClockAndProfile) {
   const SettingsVolume volume{databases, boxes, files};
   const auto shown = [&] {
     load_agenda_settings(settings, registry, volume, english_locale());
-    return agenda_text(items(6, 6), day(6), day(6), settings);
+    return plain_text(6, 6);
   };
   EXPECT_NE(shown().find("Hidden"), std::string::npos);
   EnsureSettingsKey(registry);
