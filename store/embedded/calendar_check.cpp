@@ -18,6 +18,7 @@ namespace orvello {
 namespace {
 
 constexpr std::size_t kHeaderSize = 100;
+constexpr int kMomentMilliseconds = 200;
 constexpr std::uint64_t kAnySize = ~std::uint64_t{0};
 
 std::uint32_t big_endian(const unsigned char* bytes) {
@@ -112,13 +113,13 @@ constexpr const char* kContradictions =
 
 }  // namespace
 
-CalendarCheck check_calendar(const std::string& path) {
+CalendarCheck check_calendar(const std::string& path, int patience) {
   const CalendarCheck header = check_header(path);
   if (header.health != CalendarHealth::good) return header;
   // What a killed process left half done is taken back by whoever opens the file for writing.
   const bool writable = ::access(path.c_str(), W_OK) == 0;
   SqliteConnection connection(path, writable ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY,
-                              PageChecks::on);
+                              PageChecks::on, patience);
   if (!connection.good() || !connection.run("BEGIN")) return failure(path, connection.code());
   if (!is_whole(connection)) {
     const int code = connection.code();
@@ -145,7 +146,7 @@ CalendarCheck glance_at_calendar(const std::string& path, std::int64_t most) {
       return header;
   }
   // Another process may be writing at this moment: only who holds the lock can tell.
-  return check_calendar(path);
+  return check_calendar(path, kMomentMilliseconds);
 }
 
 }  // namespace orvello

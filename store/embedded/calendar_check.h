@@ -21,7 +21,8 @@ struct CalendarCheck {
 };
 
 // Reads all of the file: each page, the tables against their indices, and what belongs together.
-CalendarCheck check_calendar(const std::string& path);
+// Waits `patience` milliseconds for another process's lock.
+CalendarCheck check_calendar(const std::string& path, int patience = 5000);
 
 // The same in a moment, for a start: compares the checksums of a file's pages, and looks closer
 // when one does not agree. Files larger than `most` bytes are left to whoever reads them.

@@ -15,12 +15,13 @@ enum class PageChecks { on, off };
 
 class SqliteConnection {
  public:
-  // `flags` as for sqlite3_open_v2. Look at good() before anything else.
-  SqliteConnection(const std::string& path, int flags, PageChecks checks) {
+  // `flags` as for sqlite3_open_v2; `patience` in milliseconds, for another process's lock. Look at
+  // good() before anything else.
+  SqliteConnection(const std::string& path, int flags, PageChecks checks, int patience = 5000) {
     result_ = sqlite3_open_v2(path.c_str(), &db_, flags | SQLITE_OPEN_NOMUTEX,
                               checks == PageChecks::on ? checked_pages() : nullptr);
     if (db_) sqlite3_extended_result_codes(db_, 1);
-    if (db_) sqlite3_busy_timeout(db_, kBusyMilliseconds);
+    if (db_) sqlite3_busy_timeout(db_, patience);
   }
   ~SqliteConnection() { sqlite3_close(db_); }
   SqliteConnection(const SqliteConnection&) = delete;
@@ -44,7 +45,6 @@ class SqliteConnection {
   }
 
  private:
-  static constexpr int kBusyMilliseconds = 5000;
   sqlite3* db_ = nullptr;
   int result_ = SQLITE_NOMEM;
 };
