@@ -105,6 +105,21 @@ TEST_F(DeviceDatabasesTest, AMarkedLabelGoesWhenNothingUsesItAnyMore) {
   EXPECT_EQ(boxes.shown.size(), 1u);
 }
 
+TEST_F(DeviceDatabasesTest, AMarkedLabelStaysWhileItsUsesCannotBeRead) {
+  put(u"Work");
+  boxes.answers = {BoxAnswer::ok};
+  EXPECT_EQ(removeCategory(volume, u"Work"), 1);
+  databases.writes = 0;
+  store.faults.unreadable = true;
+  EXPECT_EQ(labels(), std::vector<Text>{u"Work"});
+  store.faults.unreadable = false;
+  databases.fail_read_at = 0;
+  labels();
+  databases.fail_read_at = -1;
+  EXPECT_EQ(databases.writes, 0);
+  EXPECT_EQ(labels(), std::vector<Text>{u"Work"});
+}
+
 TEST_F(DeviceDatabasesTest, AFailedWriteDoesNotStandInTheWay) {
   put(Text(10000, u'x'));
   put(Text(30, u'x'));
