@@ -1,6 +1,5 @@
 #include "store/item_operations.h"
 
-#include <cmath>
 #include <optional>
 
 namespace orvello {
@@ -12,7 +11,7 @@ constexpr TextView kNotRead = u"The appointment cannot be read.";
 constexpr TextView kGone = u"This appointment is not there any more.";
 constexpr TextView kSeveral = u"This row stands for several appointments.";
 
-bool on_day(CalendarDate date, CalendarDate other) { return std::trunc(date) == std::trunc(other); }
+bool on_day(CalendarDate date, CalendarDate other) { return whole_day(date) == whole_day(other); }
 
 AppointmentFields fields_of(const Appointment& item) {
   AppointmentFields fields;
@@ -70,8 +69,10 @@ std::unique_ptr<Appointment> find_occurrence(Appointment& item, StorePattern& pa
   const std::int32_t duration = item.duration_minutes();
   if (found || duration <= 0) return found;
   // Minutes over 3600 are no days. The number of tries is kept as people know it.
-  for (int tries = duration / 3600 + 1; tries > 0 && !found; --tries)
-    found = pattern.occurrence(moment -= 1, last);
+  for (int tries = duration / 3600 + 1; tries > 0 && !found; --tries) {
+    moment = to_calendar_date(to_seconds(moment) - kSecondsPerDay);
+    found = pattern.occurrence(moment, last);
+  }
   return found;
 }
 
@@ -121,9 +122,9 @@ bool copy_or_move(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
   if (!source) return false;
   const auto copy = source->copy();
   AppointmentFields fields = fields_of(*copy);
-  const CalendarDate shift = target_day - whole_day(fields.start);
-  fields.start += shift;
-  fields.end += shift;
+  const auto shift = (target_day - whole_day(fields.start)) * kSecondsPerDay;
+  fields.start = to_calendar_date(to_seconds(fields.start) + shift);
+  fields.end = to_calendar_date(to_seconds(fields.end) + shift);
   copy->write(fields);
   // Half a move would leave the appointment on both days.
   const bool done =

@@ -54,6 +54,12 @@ int EmbeddedDatabase::wait_for_lock(void* self, int tries) {
 // A rollback journal rather than a write-ahead log: the calendar stays one file that can be copied,
 // and nothing is left beside it.
 bool EmbeddedDatabase::set_up() {
+  readiness_ = Readiness::looking;
+  readiness_ = look_at_file() ? Readiness::ready : Readiness::none;
+  return readiness_ == Readiness::ready;
+}
+
+bool EmbeddedDatabase::look_at_file() {
   sqlite3_extended_result_codes(db_, 1);
   sqlite3_busy_handler(db_, wait_for_lock, this);
   const char* settings =
@@ -75,6 +81,10 @@ bool EmbeddedDatabase::number_of(const char* sql, std::int64_t& number) {
 
 StatementUse EmbeddedDatabase::use(const char* sql) {
   auto& statement = statements_[sql];
+  if (readiness_ == Readiness::none && !set_up()) {
+    statement = std::make_unique<Statement>(*this);
+    return StatementUse(*statement);
+  }
   // One that another process's lock kept from being prepared is tried again.
   if (!statement || !statement->prepared())
     statement = std::make_unique<Statement>(*this, db_, sql);

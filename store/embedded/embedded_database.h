@@ -67,6 +67,7 @@ class EmbeddedDatabase {
  private:
   EmbeddedDatabase(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
   bool set_up();
+  bool look_at_file();
   bool number_of(const char* pragma, std::int64_t& number);
   static int wait_for_lock(void* self, int tries);
 
@@ -76,6 +77,8 @@ class EmbeddedDatabase {
   int failure_code_ = SQLITE_OK;
   std::chrono::milliseconds wait_limit_{5000}, waited_{0};
   bool no_waiting_ = false;
+  // A file that was locked when it was opened is looked at when it is first used without that.
+  enum class Readiness { none, looking, ready } readiness_ = Readiness::none;
   std::unordered_map<const char*, std::unique_ptr<Statement>> statements_;
 };
 

@@ -221,7 +221,11 @@ bool EmbeddedStore::poll() {
 
 bool EmbeddedStore::see_changes() {
   const WaitPause no_waiting(*db_);
-  if (!log_started_) return start_log();
+  if (!log_started_) {  // a lock kept it until now: what came meanwhile is not known
+    if (!start_log()) return false;
+    note_change(StoreChange::changed, true);
+    return true;
+  }
   const auto version = db_->data_version();
   if (!version || *version == seen_version_) return version.has_value();
   ReadScope scope(*db_);

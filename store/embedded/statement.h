@@ -22,6 +22,7 @@ class EmbeddedDatabase;
 class Statement {
  public:
   Statement(EmbeddedDatabase& db, sqlite3* handle, const char* sql);
+  explicit Statement(EmbeddedDatabase& db) : db_(db), failed_(true) {}  // why was noted
   ~Statement() { sqlite3_finalize(statement_); }
   Statement(const Statement&) = delete;
   Statement& operator=(const Statement&) = delete;
