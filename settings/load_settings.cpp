@@ -36,28 +36,37 @@ void load_icons(SettingsRecord& settings, const Files& files, bool low) {
     settings.total_icon_count += settings.user_icons.width / settings.icon_cell;
 }
 
-// A volume without any database was not made ready: there is none yet, or whoever made it ended
-// before it was.
-bool is_first_use(const SettingsVolume& volume) {
-  if (!FileExists(volume.files, settings_volume_path(volume.files))) return true;
-  const MountedVolume mounted(volume);
-  if (!mounted) return false;
-  const auto databases = volume.databases.enumerate(mounted.id());
-  return databases && databases->empty();
-}
-
-// The greeting is noted down first: whoever dies between the two starts all over.
-void prepare_first_use(const SettingsVolume& volume, Registry& registry) {
-  WriteNumberSetting(registry, kGreetingDue, 1);
-  FlushSettings(registry);
+// What the volume of a first use lacks; empty when it was made ready, or when that cannot be told.
+// Without the subjects it was not: there is none yet, or whoever made it was cut short, and may
+// have opened the category properties after that.
+std::vector<NewDatabase> missing_at_first_use(const SettingsVolume& volume) {
+  bool has_subjects = false, has_properties = false;
+  if (FileExists(volume.files, settings_volume_path(volume.files))) {
+    const MountedVolume mounted(volume);
+    const auto databases = mounted ? volume.databases.enumerate(mounted.id()) : std::nullopt;
+    if (!databases) return {};
+    for (const DatabaseInfo& one : *databases) {
+      has_subjects = has_subjects || one.name == kSubjectPretexts;
+      has_properties = has_properties || one.name == kCategoryProps;
+    }
+  }
+  if (has_subjects) return {};
   NewDatabase subjects{Text(kSubjectPretexts), kPretextText, {}};
   for (const TextView subject : kFirstSubjects)
     subjects.records.push_back({{kPretextText, Text(subject)}});
-  const MountedVolume mounted(volume);
+  std::vector<NewDatabase> missing{std::move(subjects)};
   // The category properties come with them: the start is about to open those.
-  if (!mounted || volume.databases.create_all(
-                      mounted.id(), {subjects, {Text(kCategoryProps), kCategoryLabel, {}}}))
-    return;
+  if (!has_properties) missing.push_back({Text(kCategoryProps), kCategoryLabel, {}});
+  return missing;
+}
+
+// The greeting is noted down first: whoever dies between the two starts all over.
+void prepare_first_use(const SettingsVolume& volume, Registry& registry,
+                       const std::vector<NewDatabase>& missing) {
+  WriteNumberSetting(registry, kGreetingDue, 1);
+  FlushSettings(registry);
+  const MountedVolume mounted(volume);
+  if (!mounted || volume.databases.create_all(mounted.id(), missing)) return;
   // Another process may have been quicker: what it made is as good.
   if (volume.databases.last_error() != DatabaseError::already_exists) reportWriteError(volume, 0);
 }
@@ -86,7 +95,8 @@ void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVo
   load(LoadStep::default_times);
   load(LoadStep::views);
   LoadItemColors(settings, registry);
-  if (is_first_use(volume)) prepare_first_use(volume, registry);
+  if (const auto missing = missing_at_first_use(volume); !missing.empty())
+    prepare_first_use(volume, registry, missing);
   load(LoadStep::day_header);
   load(LoadStep::new_appointments);
 }

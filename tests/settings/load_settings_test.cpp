@@ -1,6 +1,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "settings/category_props.h"
 #include "settings/colors.h"
 #include "settings/pretexts.h"
 #include "settings/program_files.h"
@@ -232,6 +233,8 @@ TEST_F(SettingsTest, AFirstUseThatBrokeOffIsDoneAgain) {
   EXPECT_EQ(boxes_shown(), Messages{"Error: Disk Full"});
   EXPECT_TRUE(FileExists(files, settings_volume_path(files)));
   databases.fail_write = DatabaseError::none;
+  std::vector<CategoryProp> properties;
+  EXPECT_TRUE(loadCategoryProps(volume, properties)) << "the same start goes on, and makes these";
   databases.fail_read_after = 0;  // whether it was done cannot be told
   load();
   databases.fail_read_after = -1;
