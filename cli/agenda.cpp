@@ -153,7 +153,8 @@ class HeldBack {
 };
 
 // Calls visit(items, first, last) for one part of the days after the other, with the occurrences
-// that touch it, by start.
+// that touch it, by start. It answers how much it wrote: what reaches over many parts and is
+// written in one of them must not make those smaller.
 template <typename Visit>
 Result<bool> each_part(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
                        const HeldBack& out, Visit visit) {
@@ -178,9 +179,10 @@ Result<bool> each_part(RecordCalendarStore& store, std::int32_t from, std::int32
         found.push_back(std::move(item));
     });
     if (!whole) return failure();
-    visit(found, static_cast<std::int32_t>(first), static_cast<std::int32_t>(last));
-    if (found.size() < kFew) days *= 4;
-    if (found.size() > kMany) days = std::max<std::int64_t>(days / 4, 1);
+    const std::size_t written =
+        visit(found, static_cast<std::int32_t>(first), static_cast<std::int32_t>(last));
+    if (written < kFew) days *= 4;
+    if (written > kMany) days = std::max<std::int64_t>(days / 4, 1);
   }
   return true;
 }
@@ -228,6 +230,7 @@ Result<bool> write_agenda_text(RecordCalendarStore& store, std::int32_t from, st
       first_line = false;
       any = true;
     }
+    return rows.size();
   };
   const auto read = each_part(store, from, to, text, write);
   if (!read) return read;
@@ -241,12 +244,15 @@ Result<bool> write_agenda_json(RecordCalendarStore& store, std::int32_t from, st
   HeldBack text(out);
   bool any = false;
   const auto write = [&](const std::vector<StoreItem>& items, std::int32_t first, std::int32_t) {
+    std::size_t written = 0;
     for (const StoreItem& item : items) {
       if (first != from && whole_day(item.start) < first) continue;  // stands above
       text += any ? ",\n  " : "[\n  ";
       text += item_json(item);
       any = true;
+      ++written;
     }
+    return written;
   };
   const auto read = each_part(store, from, to, text, write);
   if (!read) return read;
