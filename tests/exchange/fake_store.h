@@ -21,6 +21,7 @@ class FakeStore : public RecordStore {
   };
   Content now;
   int puts_until_failure = -1;
+  int calls_until_failure = -1;  // of any kind; then one fails, and those after it work again
   int writes = 0;
 
   bool begin() override { return before_ = now, true; }
@@ -30,17 +31,20 @@ class FakeStore : public RecordStore {
   void end_read() override {}
 
   Result<std::optional<std::int32_t>> oid_of_uid(std::string_view uid) override {
+    if (fails()) return Result<std::optional<std::int32_t>>::failure(problem());
     const auto known = now.uids.find(uid);
     if (known == now.uids.end()) return std::nullopt;
     return known->second;
   }
   Result<std::optional<AppointmentRecord>> load(std::int32_t oid) override {
+    if (fails()) return Result<std::optional<AppointmentRecord>>::failure(problem());
     const auto known = now.records.find(oid);
     if (known == now.records.end()) return std::nullopt;
     return known->second;
   }
   std::int32_t put(const AppointmentRecord& record) override {
     ++writes;
+    if (fails()) return 0;
     if (puts_until_failure >= 0 && puts_until_failure-- == 0) return 0;
     AppointmentRecord stored = record;
     if (stored.oid == 0) stored.oid = now.next++;
@@ -50,6 +54,7 @@ class FakeStore : public RecordStore {
   }
   bool erase(std::int32_t oid) override {
     ++writes;
+    if (fails()) return false;
     const auto known = now.records.find(oid);
     if (known == now.records.end()) return false;
     now.uids.erase(known->second.uid);
@@ -68,16 +73,19 @@ class FakeStore : public RecordStore {
   }
   bool put_zone(const Zone& zone) override {
     ++writes;
+    if (fails()) return false;
     now.zones.insert_or_assign(zone.name(), zone);
     return true;
   }
   Result<std::optional<Zone>> zone(std::string_view name) override {
+    if (fails()) return Result<std::optional<Zone>>::failure(problem());
     const auto known = now.zones.find(name);
     if (known == now.zones.end()) return std::nullopt;
     return known->second;
   }
   bool put_foreign(const ForeignComponent& component) override {
     ++writes;
+    if (fails()) return false;
     if (component.text.empty()) {
       std::erase_if(now.foreign, [&](const auto& one) { return one.key == component.key; });
       return true;
@@ -87,7 +95,10 @@ class FakeStore : public RecordStore {
     now.foreign.push_back(component);
     return true;
   }
-  Result<std::vector<ForeignComponent>> foreign() override { return now.foreign; }
+  Result<std::vector<ForeignComponent>> foreign() override {
+    if (fails()) return Result<std::vector<ForeignComponent>>::failure(problem());
+    return now.foreign;
+  }
   std::string problem() const override { return "fake.db: the disk is full"; }
 
   AppointmentRecord* of_uid(std::string_view uid) {
@@ -96,6 +107,7 @@ class FakeStore : public RecordStore {
   }
 
  private:
+  bool fails() { return calls_until_failure >= 0 && calls_until_failure-- == 0; }
   Content before_;
 };
 

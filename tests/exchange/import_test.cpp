@@ -201,6 +201,44 @@ TEST_F(ImportTest, AllFilesOrNothing) {
   EXPECT_EQ(store.writes, writes);
 }
 
+// What the store could not answer is not "there is nothing": a part of the file would come in as if
+// it were new, and the rest be lost.
+TEST_F(ImportTest, NoFailureOfTheStoreIsTakenForAnAnswer) {
+  const auto change = [](const char* day, const char* more) {
+    return event(std::string("UID:a\r\nRECURRENCE-ID:202601") + day +
+                 "T100000\r\nSUMMARY:changed\r\nDTSTART:202601" + day + "T120000\r\n" + more);
+  };
+  const std::string before =
+      calendar(event("UID:a\r\nDTSTART:20260101T100000\r\nRRULE:FREQ=DAILY;COUNT=9\r\n") +
+               event("UID:b#\r\nRECURRENCE-ID:20260105T100000\r\nDTSTART:20260105T110000\r\n") +
+               event("UID:c\r\nDTSTART:20260101T100000\r\n") +
+               event("UID:d\r\nSUMMARY:without a start\r\n"));
+  const std::string text =
+      calendar("BEGIN:VTODO\r\nUID:t\r\nEND:VTODO\r\n" +
+               event("UID:b#\r\nDTSTART:20260101T100000\r\nRRULE:FREQ=DAILY;COUNT=9\r\n") +
+               event("UID:d\r\nDTSTART;TZID=Europe/Berlin:20260101T100000\r\n")) +
+      calendar(change("03", "") + change("04", "SEQUENCE:2\r\n")) +
+      calendar("METHOD:CANCEL\r\n" + event("UID:c\r\nDTSTART:20260101T100000\r\n"));
+  for (int calls = 0, reached = 1; reached != 0; ++calls) {
+    store = FakeStore();
+    ASSERT_TRUE(import_text(before).done);
+    const std::string old = exported();
+    store.calls_until_failure = calls;
+    const auto result = import_text(text);
+    reached = store.calls_until_failure < 0;
+    store.calls_until_failure = -1;
+    EXPECT_EQ(result.done, !reached) << "call " << calls;
+    EXPECT_EQ(result.failure, reached ? store.problem() : "") << "call " << calls;
+    EXPECT_EQ(exported() == old, reached) << "call " << calls;
+  }
+  for (int calls = 0, reached = 1; reached != 0; ++calls) {
+    store.calls_until_failure = calls;
+    const auto whole = export_calendar(store, {}, {}, clock);
+    reached = store.calls_until_failure < 0;
+    EXPECT_EQ(static_cast<bool>(whole), !reached) << "call " << calls;
+  }
+}
+
 TEST_F(ImportTest, Reminders) {
   struct Case {
     const char* alarm;

@@ -38,6 +38,9 @@ TEST_F(MessageTest, RequestsMoveAMeetingForwardOnly) {
   EXPECT_EQ(start(), at(2026, 1, 5, 10));
   EXPECT_EQ(told(meeting(2, kStamp, "20260105T110000Z")), "");
   EXPECT_EQ(start(), at(2026, 1, 5, 11));
+  EXPECT_EQ(told(message("CANCEL", "SEQUENCE:1\r\nDTSTAMP:20260104T000000Z\r\nSUMMARY:Plan\r\n")),
+            "5: \"Plan\" is older than what the calendar has; left out\n");
+  EXPECT_EQ(start(), at(2026, 1, 5, 11));
 }
 
 TEST_F(MessageTest, AReplyChangesAnAnswerOnly) {

@@ -81,6 +81,26 @@ TEST_F(DayAgendaTest, ACrowdedSeriesEndsInARowThatCountsTheRest) {
   EXPECT_EQ(to_seconds(shown.row_ends[1500]), to_seconds(at(6, 23, 59)) + 59);
 }
 
+TEST_F(DayAgendaTest, CrowdedSeriesLeaveAYearReadableAndCountWhatTheyDoNotList) {
+  constexpr std::int64_t kDays = 365, kSeriesCount = 3;
+  for (int i = 0; i < kSeriesCount; ++i) {
+    AppointmentRecord tick;
+    tick.rules = "RRULE:FREQ=SECONDLY";
+    tick.start = tick.end = day(5) * kSecondsPerDay;
+    ASSERT_NE(store.put(tick), 0);
+  }
+  DayBounds year;
+  year.end_from = static_cast<std::int32_t>(day(6));
+  year.start_to = year.end_from + kDays - 1;
+  OccurrenceList list;
+  ASSERT_TRUE(store.query(year, true, list));
+  EXPECT_LT(list.size(), 300'000u);
+  std::int64_t counted = 0;
+  for (std::size_t i = 0; i < list.size(); ++i)
+    counted += std::max<std::int64_t>(list.item(i).many, 1);
+  EXPECT_EQ(counted, kSeriesCount * kDays * kSecondsPerDay);
+}
+
 TEST_F(DayAgendaTest, RowsCarryLocationIconsAndColors) {
   settings.timeformat = settings.showlocation = 1;
   settings.category_props = {{u"Work", 0x112233, 0}, {u"Work", 0x445566, 0}, {u"Home", 7, 0}};

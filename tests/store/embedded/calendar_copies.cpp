@@ -88,6 +88,29 @@ TEST_F(CalendarCopiesTest, ADamagedCalendarIsNotCopiedAndADamagedCopyNotOffered)
   EXPECT_EQ(copies().newest_good(november(3))->day, november(1));
 }
 
+TEST_F(CalendarCopiesTest, OneThatContradictsItselfIsDamagedToo) {
+  for (const char* sql : {"UPDATE exceptions SET oid = oid + 999999",
+                          "UPDATE recipients SET oid = 999999 WHERE oid = 7",
+                          "UPDATE items SET recurring = 1 WHERE oid = 7"}) {
+    const std::string good = contents();
+    sqlite3* raw = open_raw();
+    ASSERT_EQ(sqlite3_exec(raw, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(raw);
+    sqlite3_close(raw);
+    EXPECT_EQ(check_calendar(path).health, CalendarHealth::damaged) << sql;
+    EXPECT_FALSE(copies().take(november(1))) << sql;
+    write(good);
+  }
+  EXPECT_TRUE(names(november(1)).empty());
+}
+
+TEST_F(CalendarCopiesTest, ThoseOfTheFutureAreNobodysToThinOut) {
+  fs::create_directory(directory / "backups");
+  for (int day = 10; day < 30; ++day)
+    std::ofstream(directory / "backups" / ("calendar-2026-12-" + std::to_string(day) + ".db"));
+  ASSERT_TRUE(*copies().take(november(1)));
+  EXPECT_EQ(names(november(1)).size(), 21u);
+}
+
 TEST_F(CalendarCopiesTest, AnEmptyCalendarAndOneThatIsGoneLeaveTheCopiesAlone) {
   ASSERT_TRUE(*copies().take(november(1)));
   fs::remove(path);

@@ -80,6 +80,18 @@ TEST_F(OlderFormat, IsReadAsItIsWhereNothingMayBeWritten) {
   EXPECT_EQ(contents(), before);
 }
 
+TEST_F(OlderFormat, IsNotTakenOverInPart) {
+  std::string bytes = contents();
+  const std::size_t row = bytes.find("uid-7");
+  ASSERT_NE(row, std::string::npos);
+  bytes.replace(row / 4096 * 4096, 4096, 4096, '\0');
+  write(bytes);
+  const auto refused = EmbeddedStore::open(path, clock);
+  ASSERT_FALSE(refused);
+  EXPECT_NE(refused.reason().find(path + " is damaged"), std::string::npos) << refused.reason();
+  EXPECT_EQ(contents(), bytes);
+}
+
 TEST_F(OlderFormat, WaitsForWhoeverUsesIt) {
   sqlite3* other = nullptr;
   sqlite3_open(path.c_str(), &other);

@@ -64,6 +64,9 @@ TEST_F(RefusedFile, ANewerFormat) {
 TEST_F(RefusedFile, DamagedOnes) {
   refused("", "damaged");  // what a power cut leaves of a file that was never synced
   refused(sound.substr(0, 60), "damaged");
+  auto unchecked = sound;
+  unchecked[20] = 0;  // says that pages have no checksums
+  refused(unchecked, "damaged");
   refused(sound.substr(0, sound.size() / 2), "damaged");
   auto bytes = sound;
   for (std::size_t i = 100; i < 4096; ++i) bytes[i] = static_cast<char>(0xA5);
