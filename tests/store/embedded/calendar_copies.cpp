@@ -76,7 +76,9 @@ TEST_F(CalendarCopiesTest, ADamagedCalendarIsNotCopiedAndADamagedCopyNotOffered)
   add("second", 1);
   ASSERT_TRUE(*copies().take(november(2)));
   const std::string good = contents();
+  EXPECT_EQ(glance_at_calendar(path, 1 << 30).health, CalendarHealth::good);
   damage({20});
+  EXPECT_EQ(glance_at_calendar(path, 1 << 30).health, CalendarHealth::damaged);
   const auto refused = copies().take(november(3));
   ASSERT_FALSE(refused);
   EXPECT_NE(refused.reason().find("damaged"), std::string::npos) << refused.reason();
