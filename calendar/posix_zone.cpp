@@ -56,11 +56,11 @@ class Reader {
     PosixZone::Day day{PosixZone::Day::Kind::weekday_of_month};
     if (take('M')) {
       const auto month = number();
-      const auto week = take('.') ? number() : std::nullopt;
-      const auto weekday = take('.') ? number() : std::nullopt;
-      if (!month || *month < 1 || *month > 12 || !week || *week < 1 || *week > 5 || !weekday ||
-          *weekday > 6)
-        return std::nullopt;
+      if (!month || *month < 1 || *month > 12 || !take('.')) return std::nullopt;
+      const auto week = number();
+      if (!week || *week < 1 || *week > 5 || !take('.')) return std::nullopt;
+      const auto weekday = number();
+      if (!weekday || *weekday > 6) return std::nullopt;
       day.month = *month, day.week = *week, day.weekday = *weekday;
     } else {
       day.kind =

@@ -176,7 +176,8 @@ const Zone* ZoneTable::look_up(const std::string& tzid) {
 const Zone* ZoneTable::known_by(std::string_view tzid) {
   if (is_utc_name(tzid)) return utc();
   // A name that tells an offset means no town that never had it.
-  const auto offset = tzid.starts_with('(') ? offset_in_name(tzid) : std::nullopt;
+  std::optional<int> offset;
+  if (tzid.starts_with('(')) offset = offset_in_name(tzid);
   for (const std::string& name : zone_name_candidates(tzid)) {
     if (is_utc_name(name)) return utc();
     const Zone* zone = known(name);
