@@ -11,6 +11,7 @@
 #include "files/file_reasons.h"
 #include "files/input_file.h"
 #include "store/embedded/calendar_file.h"
+#include "store/embedded/checked_pages.h"
 #include "store/embedded/embedded_schema.h"
 #include "store/embedded/sqlite_connection.h"
 
@@ -20,11 +21,6 @@ namespace {
 constexpr std::size_t kHeaderSize = 100;
 constexpr int kMomentMilliseconds = 200;
 constexpr std::uint64_t kAnySize = ~std::uint64_t{0};
-
-std::uint32_t big_endian(const unsigned char* bytes) {
-  return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
-         static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
-}
 
 CalendarCheck finding(CalendarHealth health, std::string reason) {
   return {health, std::move(reason), 0};

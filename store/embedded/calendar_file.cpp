@@ -18,11 +18,7 @@ namespace {
 struct FileHead {
   unsigned char bytes[100] = {};
   struct stat status = {};
-  std::uint32_t word(int at) const {
-    return static_cast<std::uint32_t>(bytes[at]) << 24 |
-           static_cast<std::uint32_t>(bytes[at + 1]) << 16 |
-           static_cast<std::uint32_t>(bytes[at + 2]) << 8 | bytes[at + 3];
-  }
+  std::uint32_t word(int at) const { return big_endian(bytes + at); }
   int format() const { return static_cast<int>(word(60)); }
   int reserved_bytes() const { return bytes[20]; }
 };

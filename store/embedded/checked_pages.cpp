@@ -35,11 +35,6 @@ struct CheckedFile {
 CheckedFile& checked(sqlite3_file* file) { return *reinterpret_cast<CheckedFile*>(file); }
 sqlite3_file* below(sqlite3_file* file) { return checked(file).system(); }
 
-std::uint32_t big_endian(const unsigned char* bytes) {
-  return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
-         static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
-}
-
 int stored_page_size(const unsigned char* header) {
   const int size = header[kPageSizeAt] << 8 | header[kPageSizeAt + 1];
   return size == 1 ? 65536 : size;

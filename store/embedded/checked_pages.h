@@ -26,6 +26,12 @@ const char* checked_pages();
 // damage to whoever copies the whole file.
 bool reserve_checked_bytes(sqlite3* db);
 
+// A number in a file's header, as SQLite stores them.
+inline std::uint32_t big_endian(const unsigned char* bytes) {
+  return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
+         static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+}
+
 // Of a page's content without its last kCheckedBytes.
 std::uint64_t page_checksum(std::uint32_t number, std::string_view content);
 

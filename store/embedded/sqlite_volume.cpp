@@ -30,10 +30,6 @@ constexpr const char* kSchema =
     "PRAGMA application_id=1332893267; PRAGMA user_version=1;";
 static_assert(kApplicationId == 1332893267 && kFormat == 1);
 
-std::uint32_t big_endian(const unsigned char* bytes) {
-  return static_cast<std::uint32_t>(bytes[0]) << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
-}
-
 DatabaseError reason_of_errno() {
   switch (errno) {
     case ENOSPC:
