@@ -4,7 +4,8 @@
 
 #include <utility>
 
-#include "app/messages.h"
+#include "app/own_messages.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 
 namespace orvello {

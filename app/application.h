@@ -16,7 +16,7 @@
 #include "app/once_boxes.h"
 #include "app/read_trouble.h"
 #include "ports/calendar_store.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 #include "ports/host.h"
 #include "ports/main_window.h"
 #include "resources/strings.h"

@@ -2,8 +2,8 @@
 
 #include "app/day_popups.h"
 #include "app/day_view.h"
-#include "app/messages.h"
-#include "resources/dialogs.h"
+#include "ports/messages.h"
+#include "resources/dialog_templates.h"
 #include "resources/ids.h"
 #include "store/item_operations.h"
 

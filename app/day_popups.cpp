@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "app/messages.h"
 #include "draw/fit_text.h"
 #include "draw/readable.h"
 #include "draw/wrap_text.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 
 namespace orvello {

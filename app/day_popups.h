@@ -3,7 +3,7 @@
 
 #include "app/list_pointer.h"
 #include "draw/screen_layout.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 #include "settings/settings_record.h"
 #include "store/day_agenda.h"
 #include "views/notes_bubble.h"

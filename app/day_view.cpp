@@ -4,9 +4,10 @@
 #include <utility>
 
 #include "app/day_popups.h"
-#include "app/messages.h"
+#include "app/own_messages.h"
 #include "calendar/date_pictures.h"
-#include "resources/dialogs.h"
+#include "ports/messages.h"
+#include "resources/dialog_templates.h"
 #include "resources/ids.h"
 #include "settings/profiles.h"
 #include "settings/registry_access.h"

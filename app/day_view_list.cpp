@@ -5,8 +5,9 @@
 
 #include "app/day_popups.h"
 #include "app/day_view.h"
-#include "app/messages.h"
-#include "resources/dialogs.h"
+#include "app/own_messages.h"
+#include "ports/messages.h"
+#include "resources/dialog_templates.h"
 #include "resources/ids.h"
 #include "resources/menus.h"
 #include "store/notes_text.h"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/messages.h"
+#include "app/own_messages.h"
 
 namespace orvello {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "draw/screen_layout.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 #include "resources/strings.h"
 
 namespace orvello {

@@ -4,8 +4,9 @@
 
 #include "app/application.h"
 #include "app/day_popups.h"
-#include "app/messages.h"
-#include "resources/dialogs.h"
+#include "app/own_messages.h"
+#include "ports/messages.h"
+#include "resources/dialog_templates.h"
 #include "resources/ids.h"
 
 namespace orvello {

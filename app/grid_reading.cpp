@@ -2,9 +2,9 @@
 // reader.
 
 #include "app/application.h"
-#include "app/messages.h"
 #include "calendar/date_pictures.h"
 #include "calendar/month_grid_range.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 #include "views/accessible_counts.h"
 #include "views/year_label.h"

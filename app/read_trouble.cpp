@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/messages.h"
+#include "app/own_messages.h"
 #include "draw/wrap_text.h"
 
 namespace orvello {

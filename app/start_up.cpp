@@ -2,9 +2,9 @@
 
 #include "app/application.h"
 #include "app/greeting.h"
-#include "app/messages.h"
+#include "app/own_messages.h"
 #include "resources/bitmaps.h"
-#include "resources/dialogs.h"
+#include "resources/dialog_templates.h"
 #include "resources/ids.h"
 #include "resources/menus.h"
 #include "settings/category_props.h"

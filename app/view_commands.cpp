@@ -1,7 +1,8 @@
 // The commands: switching views, the forms, the active profile.
 
 #include "app/application.h"
-#include "app/messages.h"
+#include "app/own_messages.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 #include "settings/profiles.h"
 #include "settings/registry_access.h"

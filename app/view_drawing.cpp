@@ -1,7 +1,7 @@
 // Snapshots of the Month and Year views for the drawing worker.
 
 #include "app/application.h"
-#include "app/messages.h"
+#include "app/own_messages.h"
 #include "settings/profiles.h"
 #include "views/month_paint.h"
 #include "views/year_paint.h"

@@ -4,9 +4,9 @@
 #include <QGuiApplication>
 
 #include "app/application.h"
-#include "app/messages.h"
 #include "bench/full_calendar.h"
 #include "hosts/qt/qt_surface.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 #include "settings/registry_access.h"
 

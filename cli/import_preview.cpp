@@ -1,6 +1,6 @@
 #include "cli/import_preview.h"
 
-#include "resources/dialogs.h"
+#include "resources/dialog_templates.h"
 
 namespace orvello {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "exchange/import.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 #include "ports/message_box.h"
 #include "resources/strings.h"
 

@@ -199,7 +199,7 @@ class StoreFolder {
 class StoreListener {
  public:
   virtual ~StoreListener() = default;
-  virtual void store_changed(std::uint32_t notification) = 0;  // 0x8100-0x8102, 0x8105-0x8107
+  virtual void store_changed(std::uint32_t notification) = 0;  // kItem... of messages.h
 };
 
 class StoreApplication {

@@ -4,7 +4,7 @@
 #include "ports/calendar_store.h"
 #include "ports/canvas.h"
 #include "ports/clock.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 #include "ports/files.h"
 #include "ports/input_methods.h"
 #include "ports/locale.h"

@@ -12,7 +12,7 @@
 
 namespace orvello {
 
-// A window message, numbered as the platform numbers them (app/messages.h names them).
+// A window message, numbered as the platform numbers them (ports/messages.h names them).
 struct Message {
   std::uint32_t id = 0;
   std::uint32_t wparam = 0;  // key code, command id, timer id ...

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 
+#include "ports/messages.h"
 #include "store/record_application.h"
 
 namespace orvello {
 namespace {
 
-constexpr std::uint32_t kNotifications[] = {0x8100, 0x8101, 0x8102, 0x8105, 0x8106, 0x8107};
+constexpr std::uint32_t kNotifications[] = {kItemCreatedLocal,  kItemDeletedLocal,
+                                            kItemChangedLocal,  kItemCreatedRemote,
+                                            kItemDeletedRemote, kItemChangedRemote};
 
 std::size_t bit_of(StoreChange change, bool remote) {
   return static_cast<std::size_t>(change) + (remote ? 3 : 0);

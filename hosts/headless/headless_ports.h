@@ -11,7 +11,7 @@
 
 #include "hosts/headless/headless_report.h"
 #include "ports/clock.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 #include "ports/input_methods.h"
 #include "ports/locale.h"
 #include "ports/menu_bar.h"

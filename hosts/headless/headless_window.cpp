@@ -1,15 +1,8 @@
 #include "hosts/headless/headless_window.h"
 
+#include "ports/messages.h"
+
 namespace orvello {
-namespace {
-
-// The platform's message numbers; the application has names for them, further up.
-constexpr std::uint32_t kCreate = 0x0001, kDestroy = 0x0002, kActivate = 0x0006, kPaint = 0x000F,
-                        kSettingChange = 0x001A, kKeyDown = 0x0100, kKeyUp = 0x0101,
-                        kCommand = 0x0111, kTimer = 0x0113, kMove = 0x0200, kDown = 0x0201,
-                        kUp = 0x0202, kWheel = 0x020A, kDeactivated = 0x3FF, kRotated = 0x3002;
-
-}  // namespace
 
 ScreenInfo HeadlessWindow::default_screen() {
   ScreenInfo screen;
@@ -28,13 +21,13 @@ bool HeadlessWindow::create(TextView, TextView, int height, MessageHandler& hand
   handler_ = &handler;
   place_ = {0, 0, screen_.work_area.width, height};
   active_ = true;
-  send({kCreate, 0, {}, 0});
+  send({kMessageCreate, 0, {}, 0});
   return true;
 }
 
 void HeadlessWindow::destroy() {
   if (!handler_) return;
-  send({kDestroy, 0, {}, 0});
+  send({kMessageDestroy, 0, {}, 0});
   handler_ = nullptr;
 }
 
@@ -73,16 +66,16 @@ int HeadlessWindow::pump() {
 
 void HeadlessWindow::press(Point point) {
   pen_down_ = true;
-  send({kDown, 0, point, 0});
+  send({kMessageButtonDown, 0, point, 0});
 }
 
-void HeadlessWindow::drag(Point to) { send({kMove, 1, to, 0}); }
+void HeadlessWindow::drag(Point to) { send({kMessageMouseMove, 1, to, 0}); }
 
-void HeadlessWindow::hover(Point to) { send({kMove, 0, to, 0}); }
+void HeadlessWindow::hover(Point to) { send({kMessageMouseMove, 0, to, 0}); }
 
 void HeadlessWindow::release(Point point) {
   pen_down_ = false;
-  send({kUp, 0, point, 0});
+  send({kMessageButtonUp, 0, point, 0});
 }
 
 void HeadlessWindow::tap(Point point) {
@@ -91,31 +84,33 @@ void HeadlessWindow::tap(Point point) {
 }
 
 void HeadlessWindow::key(std::uint32_t key_code, int held) {
-  send({kKeyDown, key_code, {}, held});
-  send({kKeyUp, key_code, {}, held});
+  send({kMessageKeyDown, key_code, {}, held});
+  send({kMessageKeyUp, key_code, {}, held});
 }
 
-void HeadlessWindow::wheel(Point point, int notches) { send({kWheel, 0, point, notches}); }
+void HeadlessWindow::wheel(Point point, int notches) {
+  send({kMessageMouseWheel, 0, point, notches});
+}
 
-void HeadlessWindow::command(std::uint32_t id) { send({kCommand, id, {}, 0}); }
+void HeadlessWindow::command(std::uint32_t id) { send({kMessageCommand, id, {}, 0}); }
 
 bool HeadlessWindow::fire_timer(int id) {
   if (!timers_.count(id)) return false;
-  send({kTimer, static_cast<std::uint32_t>(id), {}, 0});
+  send({kMessageTimer, static_cast<std::uint32_t>(id), {}, 0});
   return true;
 }
 
-void HeadlessWindow::paint() { send({kPaint, 0, {}, 0}); }
+void HeadlessWindow::paint() { send({kMessagePaint, 0, {}, 0}); }
 
 void HeadlessWindow::set_active(bool active) {
   active_ = active;
-  send({kActivate, active ? 1u : 0u, {}, 0});
-  if (!active) send({kDeactivated, 0, {}, 0});
+  send({kMessageActivate, active ? 1u : 0u, {}, 0});
+  if (!active) send({kMessageDeactivated, 0, {}, 0});
 }
 
 void HeadlessWindow::rotate(ScreenInfo screen) {
   screen_ = screen;
-  send({kSettingChange, kRotated, {}, 0});
+  send({kMessageSettingChange, kScreenRotated, {}, 0});
 }
 
 }  // namespace orvello

@@ -6,7 +6,7 @@
 
 #include "hosts/qt/density.h"
 #include "hosts/qt/qt_pointer.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 
 class QKeyEvent;
 class QWidget;

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 
 namespace orvello {
 

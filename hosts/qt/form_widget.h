@@ -8,7 +8,7 @@
 
 #include "calendar/locale_data.h"
 #include "hosts/qt/density.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 
 class QButtonGroup;
 

@@ -3,7 +3,7 @@
 
 #include "calendar/locale_data.h"
 #include "hosts/qt/qt_main_window.h"
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 
 namespace orvello {
 

@@ -2,7 +2,7 @@
 
 #include <QKeyEvent>
 
-#include "app/messages.h"
+#include "ports/messages.h"
 
 namespace orvello {
 

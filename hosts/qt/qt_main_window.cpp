@@ -13,11 +13,11 @@
 #include <utility>
 #include <vector>
 
-#include "app/messages.h"
 #include "hosts/linux/window_place.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_surface.h"
 #include "hosts/qt/qt_text.h"
+#include "ports/messages.h"
 
 namespace orvello {
 namespace {

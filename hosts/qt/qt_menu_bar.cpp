@@ -4,10 +4,10 @@
 #include <QPointer>
 #include <algorithm>
 
-#include "app/messages.h"
 #include "hosts/qt/bar_button.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
+#include "ports/messages.h"
 
 namespace orvello {
 namespace {

@@ -11,12 +11,12 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "app/messages.h"
 #include "hosts/qt/hover_text.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_accessible.h"
 #include "hosts/qt/qt_keys.h"
 #include "hosts/qt/qt_look.h"
+#include "ports/messages.h"
 
 namespace orvello {
 namespace {

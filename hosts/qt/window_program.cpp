@@ -12,7 +12,7 @@
 #include <sstream>
 
 #include "app/application.h"
-#include "app/messages.h"
+#include "app/own_messages.h"
 #include "cli/commands.h"
 #include "cli/import_preview.h"
 #include "exchange/export.h"
@@ -26,6 +26,7 @@
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/start_fault.h"
 #include "hosts/qt/written_boxes.h"
+#include "ports/messages.h"
 #include "store/embedded/sqlite_record_databases.h"
 #include "store/unavailable_store.h"
 

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/messages.h"
+#include "app/own_messages.h"
 #include "hosts/headless/headless_host.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 #include "settings/load_settings.h"
 #include "settings/profiles.h"

@@ -2,8 +2,9 @@
 
 #include "app/application.h"
 #include "app/day_popups.h"
-#include "app/messages.h"
+#include "app/own_messages.h"
 #include "hosts/headless/headless_host.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 #include "settings/registry_access.h"
 #include "tests/appointments.h"

@@ -10,7 +10,7 @@
 
 #include "hosts/headless/headless_ports.h"
 #include "hosts/headless/memory_store.h"
-#include "resources/dialogs.h"
+#include "resources/dialog_templates.h"
 #include "resources/ids.h"
 
 namespace orvello {

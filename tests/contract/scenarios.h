@@ -10,8 +10,9 @@
 #include <vector>
 
 #include "app/application.h"
-#include "app/messages.h"
+#include "app/own_messages.h"
 #include "hosts/headless/memory_store.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 #include "tests/appointments.h"
 

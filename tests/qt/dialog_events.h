@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 
 namespace orvello {
 

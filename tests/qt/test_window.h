@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "app/messages.h"
 #include "hosts/qt/guarded_application.h"
 #include "hosts/qt/qt_main_window.h"
+#include "ports/messages.h"
 
 namespace orvello {
 

@@ -1,5 +1,5 @@
 // Walks every template and string in every language without a screen.
-#include "resources/dialogs.h"
+#include "resources/dialog_templates.h"
 
 #include <gtest/gtest.h>
 

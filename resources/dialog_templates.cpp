@@ -1,4 +1,4 @@
-#include "resources/dialogs.h"
+#include "resources/dialog_templates.h"
 
 namespace orvello {
 namespace {

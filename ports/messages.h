@@ -1,4 +1,4 @@
-// Window messages, keys and timers, numbered as the platform numbers them.
+// Window messages, keys and the store's notifications, numbered as the platform numbers them.
 #pragma once
 
 #include <cstdint>
@@ -19,17 +19,7 @@ inline constexpr std::uint32_t kMessageMouseMove = 0x0200;
 inline constexpr std::uint32_t kMessageButtonDown = 0x0201;
 inline constexpr std::uint32_t kMessageButtonUp = 0x0202;
 inline constexpr std::uint32_t kMessageMouseWheel = 0x020A;
-
-// The program's own: posted after a deactivation, a reconnect, a change of appointments or display
-// settings. The last two refresh as well.
-inline constexpr std::uint32_t kMessageDeactivated = 0x3FF;
-inline constexpr std::uint32_t kMessageReconnect = 0x403;
-inline constexpr std::uint32_t kMessageRefresh = 0x406;
-inline constexpr std::uint32_t kMessageSnapshot = 0x3FC;  // a drawing was requested
-inline constexpr std::uint32_t kMessageFree = 0x3FB;      // a call that waits may run
-inline constexpr std::uint32_t kMessageDrawingFailed = 0x3FA;
-inline constexpr std::uint32_t kMessageRefresh401 = 0x401;
-inline constexpr std::uint32_t kMessageRefresh3FD = 0x3FD;
+inline constexpr std::uint32_t kMessageDeactivated = 0x3FF;  // posted after a deactivation
 
 // Change notifications of the calendar store.
 inline constexpr std::uint32_t kItemCreatedLocal = 0x8100;
@@ -56,16 +46,5 @@ inline constexpr std::uint32_t kKeyInsert = 0x2D;
 inline constexpr std::uint32_t kKeyDelete = 0x2E;
 inline constexpr std::uint32_t kKeyMenu = 0x5D;
 inline constexpr std::uint32_t kKeyF10 = 0x79;
-
-inline constexpr int kTimerMenu = 2;   // a press in the day's list became a hold
-inline constexpr int kTimerHold = 3;   // a press in the month grid became a hold
-inline constexpr int kTimerNotes = 4;  // no second tap followed the first
-inline constexpr int kTimerDayChange = 5;
-inline constexpr int kTimerReadAgain = 6;  // the calendar could not be read
-inline constexpr int kMenuMilliseconds = 300;
-inline constexpr int kHoldMilliseconds = 200;
-inline constexpr int kDoubleTapMilliseconds = 300;
-inline constexpr int kDayChangeMilliseconds = 60000;
-inline constexpr int kReadAgainMilliseconds = 2000;
 
 }  // namespace orvello

@@ -1,7 +1,7 @@
 // Dialog templates as data. Places are pixels at 96 dpi on a screen 240 pixels wide.
 #pragma once
 
-#include "ports/dialogs.h"
+#include "ports/dialog.h"
 #include "resources/strings.h"
 
 namespace orvello {

@@ -65,7 +65,7 @@ struct DialogEvent {
     pointer_move,  // while it is down
     pointer_up,    // also when it has left the control meanwhile
     double_tap,    // the second pointer_down at one place, instead of that
-    key            // pressed on a custom or report control, a number of app/messages.h
+    key            // pressed on a custom or report control, a number of ports/messages.h
   };
   Kind kind = Kind::init;
   int control = 0;           // or the timer's id
