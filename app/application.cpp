@@ -113,7 +113,7 @@ void Application::store_changed(std::uint32_t notification) {
 }
 
 bool Application::on_paint(const Message&) {
-  worker_.copy_to_window(state_.layout.work);
+  worker_.copy_to_window();
   return true;
 }
 
@@ -192,12 +192,16 @@ void Application::check_day_change() {
   }
 }
 
+// Layout and surface change together, or not at all: an input panel that comes up only takes room
+// from the window.
 bool Application::on_setting_change(const Message& message) {
+  if (message.wparam != kScreenRotated) {
+    host_.window.move(window_place(host_.window.screen()));
+    return true;
+  }
   measure_screen();
-  host_.window.move(place_);
-  if (message.wparam != kScreenRotated) return true;
-  lay_out();
   create_surface();
+  host_.window.move(place_);
   const ViewMode mode = state_.view_mode;
   state_.view_mode = ViewMode::none_yet;
   if (!enter_view(static_cast<int>(mode))) state_.view_mode = mode;

@@ -126,6 +126,7 @@ class Application : public MessageHandler,
 
   void run_command(std::uint32_t command);
   void measure_screen();
+  Rect window_place(const ScreenInfo& screen) const;
   void lay_out();
   void create_surface();
   void create_menu_bar();

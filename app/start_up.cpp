@@ -79,9 +79,13 @@ void Application::measure_screen() {
   state_.platform_generation = platform_generation(screen.os_major, screen.os_minor);
   state_.dpi_x = screen.dpi_x;
   state_.dpi_y = screen.dpi_y;
+  place_ = window_place(screen);
+  lay_out();
+}
+
+Rect Application::window_place(const ScreenInfo& screen) const {
   const Size work = work_size(screen.work_area, menu_bar_height(screen.dpi_y), screen.dpi_x);
-  place_ = {screen.work_area.x, screen.work_area.y, work.width, work.height};
-  state_.layout = layout_screen(work, screen.dpi_x, screen.dpi_y, settings_.cleartype == 1);
+  return {screen.work_area.x, screen.work_area.y, work.width, work.height};
 }
 
 void Application::lay_out() {
@@ -113,7 +117,7 @@ void Application::create_menu_bar() {
 }
 
 void Application::create_surface() {
-  worker_.set_surface(host_.surfaces.create(state_.layout.work));
+  worker_.set_surface(host_.surfaces.create(state_.layout.work), state_.layout.work);
   if (!measuring_) measuring_ = host_.surfaces.create({1, 1});
 }
 
@@ -144,7 +148,7 @@ bool Application::on_destroy(const Message&) {
   day_view_.close();
   hide_hover_label();
   host_.window.set_accessible_view(nullptr);
-  worker_.set_surface(nullptr);
+  worker_.set_surface(nullptr, {});
   session_.Close();
   if (state_.platform_generation == 3) session_.CloseNotify();
   for (int i = 0; i < 2; ++i)

@@ -48,7 +48,8 @@ class Canvas {
   virtual void draw_image(const Image& image, const Rect& source, Point at) = 0;
 };
 
-// An off-screen picture with two sides: the one being drawn and the one that painting copies.
+// An off-screen picture with two sides: the one being drawn and the one that painting copies. It is
+// let go of by either thread: a drawing under way keeps one that was replaced.
 class Surface {
  public:
   virtual ~Surface() = default;

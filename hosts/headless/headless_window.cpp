@@ -41,9 +41,10 @@ void HeadlessWindow::post_quit(int code) {
   quit_code_ = code;
 }
 
-void HeadlessWindow::copy_surface(Surface&, Size size) {
+void HeadlessWindow::copy_surface(Surface& surface, Size size) {
   ++copies_;
   copied_size_ = size;
+  copied_whole_ = surface.canvas().size() == size;
 }
 
 bool HeadlessWindow::send(const Message& message) {
@@ -106,6 +107,11 @@ void HeadlessWindow::set_active(bool active) {
   active_ = active;
   send({kMessageActivate, active ? 1u : 0u, {}, 0});
   if (!active) send({kMessageDeactivated, 0, {}, 0});
+}
+
+void HeadlessWindow::raise_panel(int height) {
+  screen_.work_area.height -= height;
+  send({kMessageSettingChange, 0, {}, 0});
 }
 
 void HeadlessWindow::rotate(ScreenInfo screen) {

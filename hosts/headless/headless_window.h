@@ -56,6 +56,7 @@ class HeadlessWindow : public MainWindow {
   void paint();             // what an invalidated window gets
   void set_active(bool active);
   void rotate(ScreenInfo screen);  // a resized or rotated screen
+  void raise_panel(int height);    // an input panel takes this much of the work area
 
   // Faults and other processes.
   bool fail_creation = false;
@@ -74,6 +75,7 @@ class HeadlessWindow : public MainWindow {
   int wait_cursors() const { return wait_cursors_; }
   int copies() const { return copies_; }
   Size copied_size() const { return copied_size_; }
+  bool copied_whole() const { return copied_whole_; }  // the size was the surface's own
   bool other_was_activated() const { return other_activated_; }
   const std::map<int, int>& timers() const { return timers_; }
 
@@ -86,6 +88,7 @@ class HeadlessWindow : public MainWindow {
   std::atomic<int> invalidations_{0};
   Rect place_;
   Size copied_size_;
+  bool copied_whole_ = false;
   int wait_cursors_ = 0;
   int copies_ = 0;
   int quit_code_ = 0;

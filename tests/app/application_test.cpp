@@ -390,6 +390,43 @@ TEST_F(ApplicationTest, RotationLaysOutAnewAndKeepsTheView) {
   EXPECT_EQ(device.surfaces.sizes.back(), application->state().layout.work);
 }
 
+// A drawing under way, and the paint of every moment.
+TEST_F(ApplicationTest, WhatIsCopiedHasTheLayoutsSizeAtEveryMoment) {
+  start();
+  std::atomic<bool> go{false};
+  const auto begin_drawing = [&] {
+    EXPECT_TRUE(idle());
+    go = false;
+    application->worker().request(
+        [&](Canvas&, const std::atomic<int>&, const std::function<void()>&) {
+          for (int i = 0; i < 5000 && !go; ++i) std::this_thread::sleep_for(1ms);
+          return true;
+        });
+    while (application->worker().draw_state() != kDrawing) std::this_thread::sleep_for(1ms);
+  };
+  const auto expect_agreement = [&](Size work) {
+    device.window.paint();
+    EXPECT_EQ(application->state().layout.work, work);
+    EXPECT_EQ(device.window.copied_size(), work);
+    EXPECT_TRUE(device.window.copied_whole());
+  };
+  const Size upright = application->state().layout.work;
+  begin_drawing();
+  device.window.raise_panel(80);  // takes room of the window, and nothing else
+  EXPECT_EQ(device.window.place().height, upright.height - 80);
+  expect_agreement(upright);
+  EXPECT_EQ(device.surfaces.sizes.size(), 2u) << "the one drawn on, the one to measure with";
+  EXPECT_EQ(application->worker().draw_state(), kDrawing) << "it is not stale";
+  ScreenInfo screen = HeadlessWindow::default_screen();
+  screen.resolution = {320, 240};
+  screen.work_area = {0, 0, 320, 240};
+  device.window.rotate(screen);
+  expect_agreement({320, upright.height - 80});
+  go = true;
+  EXPECT_TRUE(idle());
+  expect_agreement({320, upright.height - 80});
+}
+
 TEST_F(ApplicationTest, TheMenuBarComesAndGoesWithActivation) {
   start();
   device.window.set_active(false);

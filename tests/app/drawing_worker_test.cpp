@@ -12,8 +12,12 @@ using namespace std::chrono_literals;
 
 struct DrawingWorkerTest : testing::Test {
   DrawingWorkerTest() {
-    worker.set_surface(surfaces.create({10, 10}));
+    worker.set_surface(surfaces.create({10, 10}), {10, 10});
     worker.start();
+  }
+  void begin(ViewDrawing drawing) {
+    worker.request(std::move(drawing));
+    while (worker.draw_state() != kDrawing) std::this_thread::sleep_for(1ms);
   }
   HeadlessSurfaces surfaces;
   std::atomic<int>& published = surfaces.published;
@@ -22,9 +26,8 @@ struct DrawingWorkerTest : testing::Test {
 };
 
 // A drawing that goes on until it is told that it is stale.
-ViewDrawing endless(std::atomic<bool>& began, std::atomic<int>& given_up) {
+ViewDrawing endless(std::atomic<int>& given_up) {
   return [&](Canvas&, const std::atomic<int>& state, const std::function<void()>&) {
-    began = true;
     while (state.load() != kDrawRequested) std::this_thread::sleep_for(1ms);
     ++given_up;
     return false;
@@ -39,11 +42,8 @@ ViewDrawing noted(std::atomic<int>& last, int number) {
 }
 
 TEST_F(DrawingWorkerTest, ANewRequestMakesTheDrawingUnderWayStale) {
-  std::atomic<bool> began{false};
   std::atomic<int> given_up{0}, last{0};
-  worker.request(endless(began, given_up));
-  while (!began) std::this_thread::sleep_for(1ms);
-  EXPECT_EQ(worker.draw_state(), kDrawing);
+  begin(endless(given_up));
   worker.request(noted(last, 7));
   ASSERT_TRUE(worker.wait_until_idle(10s));
   EXPECT_EQ(given_up, 1);
@@ -75,29 +75,60 @@ TEST_F(DrawingWorkerTest, ManyRequestsEndWithTheNewestDrawing) {
   EXPECT_LE(published, 1000);
 }
 
-TEST_F(DrawingWorkerTest, StoppingAndResizingDoNotWaitForADrawingToEnd) {
-  std::atomic<bool> began{false};
-  std::atomic<int> given_up{0};
-  worker.request(endless(began, given_up));
-  while (!began) std::this_thread::sleep_for(1ms);
-  worker.set_surface(surfaces.create({10, 10}));
-  ASSERT_TRUE(worker.wait_until_idle(10s));
-  began = false;
-  worker.request(endless(began, given_up));
-  while (!began) std::this_thread::sleep_for(1ms);
+TEST_F(DrawingWorkerTest, StopsInTheMiddleOfADrawingAndStartsAgain) {
+  std::atomic<int> given_up{0}, last{0};
+  begin(endless(given_up));
   worker.stop();
-  EXPECT_EQ(given_up, 2);
+  EXPECT_EQ(given_up, 1);
   EXPECT_EQ(published, 0);
+  EXPECT_EQ(worker.draw_state(), kDrawFinished);
+  worker.start();
+  worker.start();
+  worker.request(noted(last, 5));
+  ASSERT_TRUE(worker.wait_until_idle(10s));
+  EXPECT_EQ(last, 5);
 }
 
-TEST_F(DrawingWorkerTest, ACancelledDrawingIsNotShown) {
-  std::atomic<bool> began{false};
-  std::atomic<int> given_up{0};
-  worker.request(endless(began, given_up));
-  while (!began) std::this_thread::sleep_for(1ms);
+TEST_F(DrawingWorkerTest, TheWordGoesToRestWhateverBecameOfADrawing) {
+  std::atomic<int> given_up{0}, last{0};
+  begin(endless(given_up));
   worker.cancel();
   ASSERT_TRUE(worker.wait_until_idle(10s));
   EXPECT_EQ(published, 0);
+  EXPECT_EQ(worker.draw_state(), kDrawFinished);
+  worker.set_surface(nullptr, {});
+  worker.request(noted(last, 1));
+  ASSERT_TRUE(worker.wait_until_idle(10s));
+  EXPECT_EQ(last, 0);
+  EXPECT_EQ(worker.draw_state(), kDrawFinished);
+  worker.stop();
+  worker.request(noted(last, 2));
+  worker.cancel();
+  EXPECT_EQ(worker.draw_state(), kDrawFinished);
+}
+
+// One that looks at the word only when it is over, and one that was asked for behind it.
+TEST_F(DrawingWorkerTest, AResizeNeitherWaitsForADrawingNorShowsOneOfTheOldSize) {
+  std::atomic<bool> go{false};
+  std::atomic<int> last{0};
+  Size drawn;
+  bool was_waited_for = false;
+  begin([&](Canvas& canvas, const std::atomic<int>&, const std::function<void()>&) {
+    for (int i = 0; i < 5000 && !go; ++i) std::this_thread::sleep_for(1ms);
+    drawn = canvas.size();
+    was_waited_for = !go;
+    return true;
+  });
+  worker.request(noted(last, 1));
+  worker.set_surface(surfaces.create({20, 30}), {20, 30});
+  worker.copy_to_window();
+  EXPECT_TRUE(window.copied_whole());
+  go = true;
+  ASSERT_TRUE(worker.wait_until_idle(10s));
+  EXPECT_FALSE(was_waited_for);
+  EXPECT_EQ(drawn, (Size{10, 10}));
+  EXPECT_EQ(last, 0);
+  EXPECT_EQ(worker.draw_state(), kDrawFinished);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <thread>
 
+#include "app/own_messages.h"
 #include "hosts/linux/window_place.h"
 #include "hosts/qt/qt_surface.h"
 #include "tests/qt/test_window.h"

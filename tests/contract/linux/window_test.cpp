@@ -1,6 +1,7 @@
 // What every main window promises: run on the one with widgets and on the one without a screen.
 #include <gtest/gtest.h>
 
+#include "app/own_messages.h"
 #include "hosts/headless/headless_window.h"
 #include "tests/qt/test_window.h"
 
