@@ -21,14 +21,15 @@ constexpr Color kSubjectColor = rgb(0, 0, 150);
 void NotesProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::init:
-      dialog.set_parts(kControlNotes, {{[this] {
-                                          Text all;
-                                          for (const Text& line : bubble_.lines)
-                                            all += (all.empty() ? u"" : u" ") + line;
-                                          return all;
-                                        }(),
-                                        {0, 0, bubble_.place.width, bubble_.place.height},
-                                        true}});
+      dialog.drawn(kControlNotes)
+          ->set_parts({{[this] {
+                          Text all;
+                          for (const Text& line : bubble_.lines)
+                            all += (all.empty() ? u"" : u" ") + line;
+                          return all;
+                        }(),
+                        {0, 0, bubble_.place.width, bubble_.place.height},
+                        true}});
       dialog.focus(kControlNotes);
       break;
     case Event::paint:
@@ -137,7 +138,8 @@ void DayPopupProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       const int width = list ? list->place().size.width : 0;
       if (list) list->set_content(content(width));
       pointer_.set_view(input_.screen.work.width, input_.screen.dpi_x);
-      dialog.set_parts(kControlDayHeader, {{input_.date, {0, 0, width, header_height()}, false}});
+      dialog.drawn(kControlDayHeader)
+          ->set_parts({{input_.date, {0, 0, width, header_height()}, false}});
       dialog.focus(kControlDayList);
       break;
     }
@@ -181,11 +183,12 @@ void DayPopupProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
 void DateProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::init:
-      dialog.set_calendar(kControlCalendar, date_, today_, monday_first_);
+      dialog.date(kControlCalendar)->set_calendar(today_, monday_first_);
+      dialog.date(kControlCalendar)->set_date(date_);
       dialog.focus(kControlCalendar);
       break;
-    case Event::command:
-      date_ = dialog.calendar_date(kControlCalendar);
+    case Event::taken:
+      date_ = dialog.date(kControlCalendar)->date();
       dialog.close(1);
       break;
     case Event::focus_lost:
@@ -203,7 +206,7 @@ void DeleteProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::init:
       dialog.set_checked(kControlOccurrence, true);
-      dialog.set_parts(kControlSubject, {{subject_, subject_place_, false}});
+      dialog.drawn(kControlSubject)->set_parts({{subject_, subject_place_, false}});
       dialog.focus(kControlOk);
       break;
     case Event::paint: {

@@ -47,7 +47,7 @@ void DayView::handle(Dialog& dialog, const DialogEvent& event) {
     tell_parts();
     focus_list();
   } else if (event.kind == Event::timer) {
-    dialog.stop_timer(event.control);
+    dialog.set_timer(event.control, 0);
     if (!c_.commands.is_free()) return;  // something opened above the list meanwhile
     if (event.control == kTimerMenu) act(pointer_.hold());
     if (event.control == kTimerNotes) open_notes(std::exchange(tapped_, {}));
@@ -153,7 +153,7 @@ int DayView::row_of(const RowKey& key) const {
 
 void DayView::repaint_header() {
   if (!dialog_) return;
-  dialog_->invalidate(kControlDayHeader);
+  dialog_->drawn(kControlDayHeader)->invalidate();
   tell_parts();
 }
 
@@ -188,14 +188,14 @@ void DayView::tell_parts() {
   header_ = lay_out_day_header(screen, width, {c_.today_picture.width, c_.today_picture.height},
                                number_width);
   const Language language = c_.commands.language();
-  dialog_->set_parts(
-      kControlDayHeader,
-      {{number.empty() ? date_text() : date_text() + u", " + number,
-        zone_place(header_, DayHeaderZone::date), focused_zone_ == DayHeaderZone::date},
-       {load_string(StringId::today, language), zone_place(header_, DayHeaderZone::today),
-        focused_zone_ == DayHeaderZone::today},
-       {load_string(StringId::row_colors, language), zone_place(header_, DayHeaderZone::style),
-        focused_zone_ == DayHeaderZone::style}});
+  dialog_->drawn(kControlDayHeader)
+      ->set_parts(
+          {{number.empty() ? date_text() : date_text() + u", " + number,
+            zone_place(header_, DayHeaderZone::date), focused_zone_ == DayHeaderZone::date},
+           {load_string(StringId::today, language), zone_place(header_, DayHeaderZone::today),
+            focused_zone_ == DayHeaderZone::today},
+           {load_string(StringId::row_colors, language), zone_place(header_, DayHeaderZone::style),
+            focused_zone_ == DayHeaderZone::style}});
 }
 
 void DayView::paint_header(const DialogEvent& event) {
@@ -226,7 +226,7 @@ void DayView::header_event(const DialogEvent& event) {
       focus_list();  // where the keys are wanted next
       break;
     }
-    case Event::changed:  // it has the focus
+    case Event::focus_gained:
       focused_zone_ = DayHeaderZone::date;
       repaint_header();
       break;

@@ -25,14 +25,14 @@ void DayView::list_event(const DialogEvent& event) {
   switch (event.kind) {
     case Event::pointer_down:
       pen_down_ = true;
-      dialog_->stop_timer(kTimerNotes);
-      dialog_->start_timer(kTimerMenu, kMenuMilliseconds);
+      dialog_->set_timer(kTimerNotes, 0);
+      dialog_->set_timer(kTimerMenu, kMenuMilliseconds);
       pressed_ = key_of(list->row_at(event.point));
       act(pointer_.press(event.point, list->row_at(event.point)));
       break;
     case Event::double_tap:
       pen_down_ = true;
-      dialog_->stop_timer(kTimerNotes);
+      dialog_->set_timer(kTimerNotes, 0);
       tapped_ = {};
       select_row(list->row_at(event.point));
       edit(selected());
@@ -42,7 +42,7 @@ void DayView::list_event(const DialogEvent& event) {
       break;
     case Event::pointer_up:
       pen_down_ = false;
-      dialog_->stop_timer(kTimerMenu);
+      dialog_->set_timer(kTimerMenu, 0);
       act(pointer_.release(event.point));
       break;
     case Event::key:
@@ -64,7 +64,7 @@ void DayView::act(const ListPointer::Action& action) {
     case Kind::tap:
       // A second tap soon opens the editor instead.
       tapped_ = pressed_;
-      if (tapped_) dialog_->start_timer(kTimerNotes, kDoubleTapMilliseconds);
+      if (tapped_) dialog_->set_timer(kTimerNotes, kDoubleTapMilliseconds);
       break;
     case Kind::menu:
       open_menu(action.point, pressed_);
@@ -73,7 +73,7 @@ void DayView::act(const ListPointer::Action& action) {
       turn(action.value);
       break;
     case Kind::scroll:
-      dialog_->stop_timer(kTimerMenu);
+      dialog_->set_timer(kTimerMenu, 0);
       if (ReportList* list = dialog_->report(kControlDayList)) list->scroll_by(action.value);
       break;
   }
@@ -173,11 +173,11 @@ void DayView::show_date(const MonthDayYear& date) {
 void DayView::open_menu(Point at, const RowKey& key) {
   pointer_.let_go();
   pen_down_ = false;  // the menu gets the release
-  dialog_->stop_timer(kTimerMenu);
+  dialog_->set_timer(kTimerMenu, 0);
   const RowKey meant = key;
   const DayMenuState state{static_cast<bool>(meant), c_.source.any(), c_.commands.can_edit()};
   const std::uint32_t command =
-      dialog_->track_menu(day_menu(c_.commands.language(), state), kControlDayList, at);
+      dialog_->drawn(kControlDayList)->track_menu(day_menu(c_.commands.language(), state), at);
   if (command != 0 && dialog_) run_command(command, meant);
 }
 

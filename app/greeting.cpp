@@ -77,7 +77,7 @@ void GreetingProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       std::vector<AccessibleCell> parts;
       for (const Topic& topic : topics_)
         parts.push_back({topic.heading + u". " + topic.text, {}, false});
-      dialog.set_parts(kControlGreeting, parts);
+      dialog.drawn(kControlGreeting)->set_parts(parts);
       dialog.focus(kControlOk);
       break;
     }

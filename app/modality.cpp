@@ -39,11 +39,16 @@ BoxAnswer Modality::Boxes::show(TextView text, TextView caption, BoxIcon icon, B
   return modality_.host_.boxes.show(text, caption, icon, buttons, owned);
 }
 
-void Modality::Boxes::beep() { modality_.host_.boxes.beep(); }
+void Modality::Boxes::beep(Beep beep) { modality_.host_.boxes.beep(beep); }
 
 int Modality::CountedDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) {
   const Standing standing(modality_);
   return modality_.host_.dialogs.run_modal(dialog, procedure);
+}
+
+int Modality::CountedDialogs::run_sheet(TextView title, const std::vector<SheetPage>& pages) {
+  const Standing standing(modality_);
+  return modality_.host_.dialogs.run_sheet(title, pages);
 }
 
 std::unique_ptr<Dialog> Modality::CountedDialogs::open_modeless(const DialogTemplate& dialog,

@@ -45,7 +45,7 @@ class Modality {
     explicit Boxes(Modality& modality) : modality_(modality) {}
     BoxAnswer show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                    bool owned) override;
-    void beep() override;
+    void beep(Beep beep) override;
 
    private:
     Modality& modality_;
@@ -56,6 +56,7 @@ class Modality {
     int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) override;
     std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
                                           DialogProcedure& procedure) override;
+    int run_sheet(TextView title, const std::vector<SheetPage>& pages) override;
 
    private:
     Modality& modality_;

@@ -23,7 +23,7 @@ class OnceBoxes : public MessageBoxes {
     }
     return boxes_.show(text, caption, icon, buttons, owned);
   }
-  void beep() override { boxes_.beep(); }
+  void beep(Beep beep) override { boxes_.beep(beep); }
   void started() {
     starting_ = false;
     said_.clear();

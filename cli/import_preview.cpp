@@ -29,7 +29,7 @@ void ImportProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       named.file = file_name(problem.file);
       rows.push_back(to_utf16(problem_line(named)));
     }
-    dialog.set_rows(kControlImportFiles, rows);
+    dialog.list(kControlImportFiles)->set_rows(rows);
     const bool something = preview_.counts.imported + preview_.counts.updated > 0;
     dialog.enable(kControlOk, something);
     dialog.focus(something ? kControlOk : kControlCancel);

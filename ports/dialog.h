@@ -1,71 +1,45 @@
 // Dialogs as data: a template names the controls and their places, a procedure answers events and
-// talks to the controls by id. User-interface thread. Setters are silent: only the person makes
-// events. Operations on an id that the template lacks do nothing.
+// talks to the controls by id. User-interface thread.
+//
+// Setters are silent: only the person makes events, except that the focus tells of every move.
+// Events are delivered one after the other from the message loop, never inside a call of this port;
+// those of a person's one action in the order changed, taken, focus_lost, focus_gained. An event of
+// a dialog that has been closed meanwhile is not delivered. Operations on an id that the template
+// lacks do nothing; a handle for one that it lacks, or that is of another kind, is null.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <vector>
 
-#include "base/geometry.h"
-#include "base/text.h"
-#include "calendar/dates.h"
-#include "ports/accessibility.h"
 #include "ports/canvas.h"
-#include "ports/menu_bar.h"
+#include "ports/controls.h"
+#include "ports/dialog_template.h"
+#include "ports/notes.h"
 #include "ports/report_list.h"
 
 namespace orvello {
 
-struct ControlTemplate {
-  enum class Kind {
-    label,
-    button,
-    default_button,
-    check_box,
-    radio_button,  // one of those that follow each other in the template
-    edit,
-    list,
-    report,          // a ReportList
-    month_calendar,  // a month to choose a day from
-    custom           // drawn by the procedure; takes the pointer and keys
-  };
-  Kind kind = Kind::label;
-  int id = 0;
-  Text text;
-  Rect place;  // pixels at 96 dpi on a 240-pixel wide screen; the host scales and lets it breathe
-};
-
-struct DialogTemplate {
-  int id = 0;
-  Text title;
-  bool full_screen = true;
-  Size size;  // at 96 dpi
-  std::vector<ControlTemplate> controls;
-
-  // A popup has no title and no close button. A press beside it is the event focus_lost without a
-  // control; Escape is the event close.
-  bool popup = false;
-  // Where a popup stands in the main window, in device pixels; empty: in the middle, at its size.
-  Rect place;
-  // Its outline in device pixels from that place's corner; empty: the whole rectangle.
-  std::vector<Point> outline;
-};
-
 struct DialogEvent {
   enum class Kind {
-    init,
-    command,
-    changed,  // by a person; of a custom control: it got the focus
+    init,     // before it is seen; of a sheet, each page's before the first is shown
+    command,  // a button, box, radio button, toggle or line was tapped, or pressed by a key
+    changed,  // a text, a selected row, a date, a slider: it may change again before it is taken
+    taken,    // a row or date was chosen: tapped, taken with Return, its list or calendar closed
+              // with it; or left changed, when the focus goes
+    focus_gained,
+    focus_lost,  // also when the program moves the focus or hides the control; of a popup without a
+                 // control: a press beside it
     timer,
-    focus_lost,
     paint,
-    close,
+    close,         // a person closed it: may_close has agreed
+    page_shown,    // of a sheet
+    page_left,     // of a sheet; may_leave has agreed
+    page_applied,  // of a sheet
     pointer_down,  // the pointer on a custom or report control
     pointer_move,  // while it is down
     pointer_up,    // also when it has left the control meanwhile
     double_tap,    // the second pointer_down at one place, instead of that
-    key            // pressed on a custom or report control, a number of ports/messages.h
+    key            // pressed on a custom or report control, a number of messages.h
   };
   Kind kind = Kind::init;
   int control = 0;           // or the timer's id
@@ -77,51 +51,71 @@ struct DialogEvent {
   bool shift_held = false;
 };
 
+// What `focus` does to the text of the control: as it was, all of it selected, the caret behind it.
+enum class Caret { unchanged, all, end };
+
 class Dialog {
  public:
   virtual ~Dialog() = default;
+  // What stands in a control: of a list, drop list or radio group's button its selected row or
+  // label; of control 0 the dialog's title. Setting the text of a drop list or list selects the
+  // first row that is equal to it, or none; an edit or combo takes as much as its limit allows.
   virtual Text text(int control) const = 0;
   virtual void set_text(int control, TextView text) = 0;
+  // Check boxes, radio buttons (setting one clears the others of its group) and toggles.
   virtual bool checked(int control) const = 0;
   virtual void set_checked(int control, bool checked) = 0;
   virtual void enable(int control, bool enabled) = 0;
-  virtual void show(int control, bool shown) = 0;
-  virtual void focus(int control) = 0;
-  virtual void set_rows(int control, const std::vector<Text>& rows) = 0;
-  virtual int selected_row(int control) const = 0;  // -1: none
-  virtual void select_row(int control, int row) = 0;
-  virtual void invalidate(int control) = 0;
-  virtual ReportList* report(int control) = 0;  // null when it is no report; as old as the dialog
-  // A month_calendar: the day chosen in it (event changed when a person moves on, command when one
-  // is tapped or taken with Return), the day marked as today, and where its weeks start.
-  virtual void set_calendar(int control, const MonthDayYear& date, const MonthDayYear& today,
-                            bool monday_first) = 0;
-  virtual MonthDayYear calendar_date(int control) const = 0;
-  // The parts of a custom control, for a screen reader; a part that is chosen there is a pointer
-  // down and up in its middle. Places are the control's device pixels.
-  virtual void set_parts(int control, const std::vector<AccessibleCell>& parts) = 0;
-  // Opens a menu at a point of a control and waits for the choice; 0: none.
-  virtual std::uint32_t track_menu(const std::vector<MenuItem>& items, int control, Point at) = 0;
-  virtual void start_timer(int id, int milliseconds) = 0;
-  virtual void stop_timer(int id) = 0;
-  virtual void close(int result) = 0;  // ends a modal dialog with this result
+  virtual void show(int control, bool shown) = 0;  // on the steps on which it is seen at all
+  // Control 0: none has it, so that an open field gives its text back by losing it.
+  virtual void focus(int control, Caret caret = Caret::unchanged) = 0;
+  virtual void set_step(int step) = 0;  // shows the controls of this step and of every step
+  // Where it stands in the main window, in device pixels; empty while it is not seen.
+  virtual Rect place(int control) const = 0;
+  virtual void set_place(int control, const Rect& place) = 0;  // as in the template
+  // Handles live as long as the dialog.
+  virtual ChoiceControl* choice(int control) = 0;  // drop list, combo
+  virtual ListControl* list(int control) = 0;      // list, multi_list
+  virtual DateControl* date(int control) = 0;      // date picker, month calendar
+  virtual RangeControl* range(int control) = 0;    // slider
+  virtual NotesControl* notes(int control) = 0;
+  virtual ReportList* report(int control) = 0;
+  virtual DrawnControl* drawn(int control) = 0;          // custom, report, picture button
+  virtual void set_timer(int id, int milliseconds) = 0;  // repeats; 0 stops it
+  virtual void close(int result) = 0;  // ends a modal dialog, or the sheet, with this result
 };
 
 class DialogProcedure {
  public:
   virtual ~DialogProcedure() = default;
   virtual void handle(Dialog& dialog, const DialogEvent& event) = 0;
+  // Asked before a person's closing and before a page of a sheet is left, also for OK. False: it
+  // stays as it is; why is the procedure's to tell.
+  virtual bool may_close(Dialog&) { return true; }
+  virtual bool may_leave(Dialog&) { return true; }
 };
+
+struct SheetPage {
+  DialogTemplate dialog;  // its title is the tab's
+  DialogProcedure* procedure = nullptr;
+};
+
+inline constexpr int kSheetFailed = -1, kSheetCancelled = 0, kSheetOk = 1;
 
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
-  // Runs until the procedure closes it; a person's closing of the window is the event `close`,
-  // after which the dialog ends with 0 unless the procedure closed it otherwise.
+  // Runs until the procedure closes it. A person's closing is the event `close`, after which it
+  // ends with 0 unless the procedure closed it otherwise.
   virtual int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) = 0;
   // A child that fills the main window above the menu bar; destroying the object closes it.
   virtual std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
                                                 DialogProcedure& procedure) = 0;
+  // Pages behind tabs, with OK and Cancel. All pages exist from the start, and get `init` in order;
+  // then the first is shown. OK asks the shown page whether it may be left, tells it that it is,
+  // and applies every page in order. Cancel, Escape and the close button ask the shown page's
+  // may_close and tell every page `close`. kSheetFailed: it could not be made, no page was told.
+  virtual int run_sheet(TextView title, const std::vector<SheetPage>& pages) = 0;
 };
 
 }  // namespace orvello

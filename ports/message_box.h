@@ -6,8 +6,11 @@
 namespace orvello {
 
 enum class BoxIcon { none, warning, error };
-enum class BoxButtons { ok, ok_cancel, yes_no };
+enum class BoxButtons { ok, ok_cancel, yes_no, yes_no_cancel };
 enum class BoxAnswer { ok, cancel, yes, no };
+// refused: something could not be done, and there is nothing to say about it. hand: what was asked
+// for is done, and nothing else shows it.
+enum class Beep { refused, hand };
 
 class MessageBoxes {
  public:
@@ -15,7 +18,7 @@ class MessageBoxes {
   // `owned` boxes belong to the main window; the others stand alone (before a window exists too).
   virtual BoxAnswer show(TextView text, TextView caption, BoxIcon icon = BoxIcon::none,
                          BoxButtons buttons = BoxButtons::ok, bool owned = false) = 0;
-  virtual void beep() = 0;  // something could not be done, and there is nothing to say about it
+  virtual void beep(Beep beep = Beep::refused) = 0;
 };
 
 }  // namespace orvello

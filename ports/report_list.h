@@ -1,5 +1,6 @@
 // A list in columns whose rows the program colours: what each row shows is decided here, a host
-// draws it as it stands. Lengths are device pixels. User-interface thread.
+// draws it as it stands. Columns that are wider than the list scroll sideways. Lengths are device
+// pixels. User-interface thread.
 #pragma once
 
 #include <vector>
@@ -13,10 +14,14 @@
 namespace orvello {
 
 struct ReportColumn {
-  int width = 0;
+  int width = 0;  // 0: what its title and its widest cell need
   Align align = Align::left;
+  Text title{};  // a list of which any column has one shows them above its rows
   friend bool operator==(const ReportColumn&, const ReportColumn&) = default;
 };
+
+// A box in front of a row's first cell; the procedure changes it when the row is tapped.
+enum class ReportMark { none, clear, set };
 
 struct ReportRow {
   std::vector<Text> cells;    // one a column
@@ -25,6 +30,7 @@ struct ReportRow {
   Color background = kWhite;
   Color text = kBlack;
   bool bold = false;
+  ReportMark mark = ReportMark::none;
   bool line_above = false;  // a separator in the content's line colour along the upper edge
   Text name;                // for a screen reader; empty: the cells, one after the other
   friend bool operator==(const ReportRow&, const ReportRow&) = default;
@@ -60,6 +66,7 @@ class ReportList {
   virtual ReportPlace place() const = 0;
   // Replaces the selection. The first of them is the row that a screen reader stands on.
   virtual void select(const std::vector<int>& rows) = 0;
+  virtual void set_mark(int row, ReportMark mark) = 0;
   // Where a row stands in the main window, scrolled as it is; empty for no such row.
   virtual Rect row_place(int row) const = 0;
   virtual int row_at(Point point) const = 0;  // point in the list; -1: below the rows

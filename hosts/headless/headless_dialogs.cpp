@@ -37,20 +37,14 @@ void HeadlessDialog::set_checked(int control, bool checked) {
   controls[control].checked = checked;
 }
 
-// The others of its row of radio buttons go out.
+// The others of its group go out.
 void HeadlessDialog::choose_radio(int control) {
-  std::vector<int> group;
-  bool here = false;
-  for (const ControlTemplate& one : dialog.controls) {
-    if (one.kind != ControlTemplate::Kind::radio_button) {
-      if (here) break;
-      group.clear();
-      continue;
-    }
-    group.push_back(one.id);
-    here = here || one.id == control;
-  }
-  for (const int id : group) controls[id].checked = id == control;
+  int group = 0;
+  for (const ControlTemplate& one : dialog.controls)
+    if (one.id == control) group = one.group;
+  for (const ControlTemplate& one : dialog.controls)
+    if (one.kind == ControlTemplate::Kind::radio_button && one.group == group)
+      controls[one.id].checked = one.id == control;
 }
 
 void HeadlessDialog::enable(int control, bool enabled) {
@@ -61,46 +55,103 @@ void HeadlessDialog::show(int control, bool shown) {
   if (find(control)) controls[control].shown = shown;
 }
 
-void HeadlessDialog::set_rows(int control, const std::vector<Text>& rows) {
-  if (!find(control)) return;
-  controls[control].rows = rows;
-  controls[control].selected = -1;
-}
-
 ReportList* HeadlessDialog::report(int control) {
   const auto found = reports.find(control);
   return found == reports.end() ? nullptr : found->second.get();
 }
 
-void HeadlessDialog::set_calendar(int control, const MonthDayYear& date, const MonthDayYear&,
-                                  bool) {
-  if (find(control)) controls[control].date = date;
-}
+class HeadlessDialog::List : public ListControl {
+ public:
+  explicit List(Control& control) : control_(control) {}
+  void set_rows(const std::vector<Text>& rows) override {
+    control_.rows = rows;
+    control_.selected = -1;
+  }
+  std::vector<Text> rows() const override { return control_.rows; }
+  std::vector<int> selected() const override {
+    return control_.selected < 0 ? std::vector<int>() : std::vector<int>{control_.selected};
+  }
+  void select(const std::vector<int>& rows) override {
+    control_.selected = rows.empty() ? -1 : rows.front();
+  }
+  void show_row(int) override {}
 
-MonthDayYear HeadlessDialog::calendar_date(int control) const {
+ private:
+  Control& control_;
+};
+
+class HeadlessDialog::Date : public DateControl {
+ public:
+  explicit Date(Control& control) : control_(control) {}
+  MonthDayYear date() const override { return control_.date; }
+  void set_date(const MonthDayYear& date) override { control_.date = date; }
+  void set_calendar(const MonthDayYear&, bool) override {}
+  void set_picture(TextView) override {}
+
+ private:
+  Control& control_;
+};
+
+class HeadlessDialog::Drawn : public DrawnControl {
+ public:
+  Drawn(HeadlessDialog& dialog, Control& control) : dialog_(dialog), control_(control) {}
+  void invalidate() override { ++dialog_.invalidations; }
+  void set_image(const Image&) override {}
+  void set_parts(const std::vector<AccessibleCell>& parts) override { control_.parts = parts; }
+  std::uint32_t track_menu(const std::vector<MenuItem>& items, Point) override {
+    dialog_.menu = items;
+    const std::uint32_t choice = dialog_.menu_choice ? dialog_.menu_choice(items) : 0;
+    for (const MenuItem& item : items)
+      if (item.command == choice && item.enabled) return choice;
+    return 0;
+  }
+
+ private:
+  HeadlessDialog& dialog_;
+  Control& control_;
+};
+
+ListControl* HeadlessDialog::list(int control) {
   const Control* found = find(control);
-  return found ? found->date : MonthDayYear();
+  if (!found || found->kind != ControlTemplate::Kind::list) return nullptr;
+  auto& handle = lists_[control];
+  if (!handle) handle = std::make_shared<List>(controls[control]);
+  return handle.get();
 }
 
-void HeadlessDialog::set_parts(int control, const std::vector<AccessibleCell>& parts) {
-  if (find(control)) controls[control].parts = parts;
-}
-
-std::uint32_t HeadlessDialog::track_menu(const std::vector<MenuItem>& items, int, Point) {
-  menu = items;
-  const std::uint32_t choice = menu_choice ? menu_choice(items) : 0;
-  for (const MenuItem& item : items)
-    if (item.command == choice && item.enabled) return choice;
-  return 0;
-}
-
-int HeadlessDialog::selected_row(int control) const {
+DateControl* HeadlessDialog::date(int control) {
   const Control* found = find(control);
-  return found ? found->selected : -1;
+  if (!found || found->kind != ControlTemplate::Kind::month_calendar) return nullptr;
+  auto& handle = dates_[control];
+  if (!handle) handle = std::make_shared<Date>(controls[control]);
+  return handle.get();
 }
 
-void HeadlessDialog::select_row(int control, int row) {
-  if (find(control)) controls[control].selected = row;
+DrawnControl* HeadlessDialog::drawn(int control) {
+  using Kind = ControlTemplate::Kind;
+  const Control* found = find(control);
+  if (!found || (found->kind != Kind::custom && found->kind != Kind::report)) return nullptr;
+  auto& handle = drawn_[control];
+  if (!handle) handle = std::make_shared<Drawn>(*this, controls[control]);
+  return handle.get();
+}
+
+Rect HeadlessDialog::place(int control) const {
+  for (const ControlTemplate& one : dialog.controls)
+    if (one.id == control) return one.place;
+  return {};
+}
+
+void HeadlessDialog::set_place(int control, const Rect& place) {
+  for (ControlTemplate& one : dialog.controls)
+    if (one.id == control) one.place = place;
+}
+
+void HeadlessDialog::set_timer(int id, int milliseconds) {
+  if (milliseconds > 0)
+    timers[id] = milliseconds;
+  else
+    timers.erase(id);
 }
 
 void HeadlessDialog::close(int with_result) {
@@ -129,13 +180,14 @@ void HeadlessDialog::tap_row(int control, int row) {
   if (closed || !found || row < 0 || row >= static_cast<int>(found->rows.size())) return;
   controls[control].selected = row;
   procedure_.handle(*this, {DialogEvent::Kind::changed, control, nullptr, {}});
+  if (!closed) procedure_.handle(*this, {DialogEvent::Kind::taken, control, nullptr, {}});
 }
 
 void HeadlessDialog::choose_date(int control, const MonthDayYear& date) {
   if (closed || !find(control)) return;
   controls[control].date = date;
   procedure_.handle(*this, {DialogEvent::Kind::changed, control, nullptr, {}});
-  if (!closed) procedure_.handle(*this, {DialogEvent::Kind::command, control, nullptr, {}});
+  if (!closed) procedure_.handle(*this, {DialogEvent::Kind::taken, control, nullptr, {}});
 }
 
 Size HeadlessDialog::size_of(int control) const {
@@ -194,7 +246,7 @@ int HeadlessDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& pr
   HeadlessDialog shown(dialog, procedure);
   procedure.handle(shown, {DialogEvent::Kind::init, 0, nullptr, {}});
   if (!shown.closed && person) person(shown);
-  if (!shown.closed) {
+  if (!shown.closed && procedure.may_close(shown)) {
     procedure.handle(shown, {DialogEvent::Kind::close, 0, nullptr, {}});
     shown.close(0);
   }

@@ -55,9 +55,9 @@ class HeadlessBoxes : public MessageBoxes {
  public:
   BoxAnswer show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                  bool owned) override;
-  void beep() override { ++beeps; }
+  void beep(Beep beep) override { ++(beep == Beep::hand ? hands : beeps); }
   std::vector<ShownBox> shown;
-  int beeps = 0;
+  int beeps = 0, hands = 0;
   std::function<void()> meanwhile;  // while a box stands
   std::vector<BoxAnswer> answers;   // the next ones to give; then the first button's
 };
@@ -72,19 +72,18 @@ class HeadlessDialog : public Dialog {
   void set_checked(int control, bool checked) override;
   void enable(int control, bool enabled) override;
   void show(int control, bool shown) override;
-  void focus(int control) override { focused = control; }
-  void set_rows(int control, const std::vector<Text>& rows) override;
-  int selected_row(int control) const override;
-  void select_row(int control, int row) override;
-  void invalidate(int) override { ++invalidations; }
+  void focus(int control, Caret) override { focused = control; }
+  void set_step(int shown_step) override { step = shown_step; }
+  Rect place(int control) const override;
+  void set_place(int control, const Rect& place) override;
+  ChoiceControl* choice(int) override { return nullptr; }
+  ListControl* list(int control) override;
+  DateControl* date(int control) override;
+  RangeControl* range(int) override { return nullptr; }
+  NotesControl* notes(int) override { return nullptr; }
   ReportList* report(int control) override;
-  void set_calendar(int control, const MonthDayYear& date, const MonthDayYear& today,
-                    bool monday_first) override;
-  MonthDayYear calendar_date(int control) const override;
-  void set_parts(int control, const std::vector<AccessibleCell>& parts) override;
-  std::uint32_t track_menu(const std::vector<MenuItem>& items, int control, Point at) override;
-  void start_timer(int id, int milliseconds) override { timers[id] = milliseconds; }
-  void stop_timer(int id) override { timers.erase(id); }
+  DrawnControl* drawn(int control) override;
+  void set_timer(int id, int milliseconds) override;
   void close(int result) override;
 
   // What a person does.
@@ -115,16 +114,23 @@ class HeadlessDialog : public Dialog {
     MonthDayYear date{};
     std::vector<AccessibleCell> parts{};
   };
-  const DialogTemplate dialog;
+  DialogTemplate dialog;
   std::map<int, Control> controls;
   std::map<int, std::unique_ptr<HeadlessReport>> reports;
   std::map<int, int> timers;
   int invalidations = 0;
   int focused = 0;
+  int step = 0;
   bool closed = false;
   int result = 0;
 
  private:
+  class List;
+  class Date;
+  class Drawn;
+  std::map<int, std::shared_ptr<ListControl>> lists_;
+  std::map<int, std::shared_ptr<DateControl>> dates_;
+  std::map<int, std::shared_ptr<DrawnControl>> drawn_;
   const Control* find(int control) const;
   void choose_radio(int control);
   void send_pointer(DialogEvent::Kind kind, int control, Point point);
@@ -136,6 +142,7 @@ class HeadlessDialogs : public Dialogs {
   int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) override;
   std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
                                         DialogProcedure& procedure) override;
+  int run_sheet(TextView, const std::vector<SheetPage>&) override { return kSheetFailed; }
 
   // Plays the person in front of modal dialogs; without one they are closed at once.
   std::function<void(HeadlessDialog&)> person;
@@ -179,6 +186,7 @@ class HeadlessInput : public InputMethods {
  public:
   bool load_library(TextView name) override;
   void free_library(TextView name) override { loaded.erase(Text(name)); }
+  PanelAnswer raise_input_panel(const Rect&) override { return PanelAnswer::raised; }
   void hide_input_panel() override { ++panel_hides; }
   std::set<Text> loaded, missing;
   int panel_hides = 0;

@@ -10,6 +10,11 @@ void HeadlessReport::set_content(ReportContent content) {
   scrolled = 0;
 }
 
+void HeadlessReport::set_mark(int row, ReportMark mark) {
+  if (row >= 0 && row < static_cast<int>(content_.rows.size()))
+    content_.rows[static_cast<std::size_t>(row)].mark = mark;
+}
+
 int HeadlessReport::top_of(int row) const {
   int top = 0;
   for (int i = 0; i < row; ++i) top += content_.rows[static_cast<std::size_t>(i)].height;

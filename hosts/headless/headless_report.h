@@ -12,6 +12,7 @@ class HeadlessReport : public ReportList {
   void set_content(ReportContent content) override;
   ReportPlace place() const override { return {{place_.width, place_.height}, 13, 1}; }
   void select(const std::vector<int>& rows) override { selected = rows; }
+  void set_mark(int row, ReportMark mark) override;
   Rect row_place(int row) const override;
   int row_at(Point point) const override;
   void scroll_by(int pixels) override;

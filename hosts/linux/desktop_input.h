@@ -9,6 +9,7 @@ class DesktopInput : public InputMethods {
  public:
   bool load_library(TextView) override { return true; }
   void free_library(TextView) override {}
+  PanelAnswer raise_input_panel(const Rect&) override { return PanelAnswer::raised; }
   void hide_input_panel() override {}
 };
 

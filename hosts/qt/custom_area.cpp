@@ -52,7 +52,7 @@ void CustomArea::focusInEvent(QFocusEvent* event) {
   update();
   tell_accessible_change(*this);
   if (event->reason() != Qt::PopupFocusReason)
-    report_({DialogEvent::Kind::changed, control_, nullptr, {}});
+    report_({DialogEvent::Kind::focus_gained, control_, nullptr, {}});
 }
 
 void CustomArea::focusOutEvent(QFocusEvent*) { update(); }

@@ -23,6 +23,9 @@ struct Density {
     return {static_cast<int>(std::floor(point.x() * ratio)),
             static_cast<int>(std::floor(point.y() * ratio))};
   }
+  Rect device(const QRect& r) const {
+    return {device(r.x()), device(r.y()), device(r.width()), device(r.height())};
+  }
   QRect logical(const Rect& r) const {
     return {logical(r.x), logical(r.y), logical(r.width), logical(r.height)};
   }

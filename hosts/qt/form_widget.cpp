@@ -26,8 +26,6 @@ namespace {
 using Kind = ControlTemplate::Kind;
 using Event = DialogEvent::Kind;
 
-constexpr int kSeveralLines = 34;  // an edit this high has several lines
-
 QString label_text(const Text& text) { return to_qt(text).replace(u'&', QStringLiteral("&&")); }
 
 }  // namespace
@@ -51,7 +49,6 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
   scroll_->setWidget(body_);
   flatten_scroll_bar(*scroll_->verticalScrollBar(), density);
   for (const ControlTemplate& control : template_.controls) {
-    if (control.kind != Kind::radio_button) radio_row_ = nullptr;
     QWidget* widget = make(control);
     widget->setObjectName(QStringLiteral("control%1").arg(control.id));
     // A screen reader has no other name for what has no text of its own.
@@ -61,6 +58,8 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
     // In the template's order, also where a kind of widget would choose otherwise.
     if (!widgets_.empty()) setTabOrder(widgets_.back(), widget);
     widgets_.push_back(widget);
+    shown_.push_back(true);
+    if (control.step != 0) widget->hide();
   }
   if (titled_) make_close_button();
   for (QWidget* widget : findChildren<QWidget*>()) widget->installEventFilter(this);
@@ -99,6 +98,7 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
     case Kind::radio_button:
       return make_radio(control);
     case Kind::edit:
+    case Kind::multi_line_edit:
       return make_edit(control);
     case Kind::list:
       return make_list(id);
@@ -108,7 +108,7 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
       return make_calendar(id);
     case Kind::custom:
       return new CustomArea(body_, density_, id, tell_event);
-    case Kind::label:
+    default:
       break;
   }
   auto* label = new QLabel(to_qt(control.text), body_);
@@ -119,8 +119,9 @@ QWidget* FormWidget::make(const ControlTemplate& control) {
 
 QWidget* FormWidget::make_radio(const ControlTemplate& control) {
   auto* button = new FlatRadioButton(label_text(control.text), body_, density_);
-  if (!radio_row_) radio_row_ = new QButtonGroup(this);
-  radio_row_->addButton(button);
+  QButtonGroup*& group = radio_groups_[control.group];
+  if (!group) group = new QButtonGroup(this);
+  group->addButton(button);
   const int id = control.id;
   connect(button, &QRadioButton::clicked, this, [this, id] { tell(Event::command, id); });
   return button;
@@ -129,13 +130,13 @@ QWidget* FormWidget::make_radio(const ControlTemplate& control) {
 QWidget* FormWidget::make_calendar(int id) {
   auto* calendar = new MonthCalendar(body_, density_, locale_);
   calendar->moved = [this, id] { tell(Event::changed, id); };
-  calendar->chosen = [this, id] { tell(Event::command, id); };
+  calendar->chosen = [this, id] { tell(Event::taken, id); };
   return calendar;
 }
 
 QWidget* FormWidget::make_edit(const ControlTemplate& control) {
   const int id = control.id;
-  if (control.place.height >= kSeveralLines) {
+  if (control.kind == Kind::multi_line_edit) {
     auto* edit = new QPlainTextEdit(to_qt(control.text), body_);
     edit->setTabChangesFocus(true);
     flatten_scroll_bar(*edit->verticalScrollBar(), density_);
@@ -157,7 +158,7 @@ QWidget* FormWidget::make_list(int id) {
   list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   flatten_scroll_bar(*list->verticalScrollBar(), density_);
   connect(list, &QListWidget::currentRowChanged, this, [this, id] { tell(Event::changed, id); });
-  connect(list, &QListWidget::itemClicked, this, [this, id] { tell(Event::command, id); });
+  connect(list, &QListWidget::itemClicked, this, [this, id] { tell(Event::taken, id); });
   return list;
 }
 
@@ -171,6 +172,31 @@ const ControlTemplate* FormWidget::control_template(int id) const {
   for (const ControlTemplate& control : template_.controls)
     if (control.id == id) return &control;
   return nullptr;
+}
+
+void FormWidget::show_if_seen(std::size_t index) {
+  const int step = template_.controls[index].step;
+  widgets_[index]->setVisible(shown_[index] && (step == 0 || step == step_));
+}
+
+void FormWidget::show_control(int id, bool shown) {
+  for (std::size_t i = 0; i < widgets_.size(); ++i) {
+    if (template_.controls[i].id != id) continue;
+    shown_[i] = shown;
+    show_if_seen(i);
+  }
+}
+
+void FormWidget::set_step(int step) {
+  step_ = step;
+  for (std::size_t i = 0; i < widgets_.size(); ++i)
+    if (template_.controls[i].step != 0) show_if_seen(i);
+}
+
+void FormWidget::set_place(int id, const Rect& place) {
+  for (ControlTemplate& control : template_.controls)
+    if (control.id == id) control.place = place;
+  lay_out();
 }
 
 int FormWidget::title_height() const { return titled_ ? density_.scaled(kTouchHeight + 2) : 0; }
@@ -250,7 +276,7 @@ bool FormWidget::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::KeyPress && control.kind == Kind::list) {
       const int key = static_cast<QKeyEvent*>(event)->key();
       if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-        tell(Event::command, control.id);
+        tell(Event::taken, control.id);
         return true;
       }
     }

@@ -4,6 +4,7 @@
 #include <QScrollArea>
 #include <QWidget>
 #include <functional>
+#include <map>
 #include <vector>
 
 #include "calendar/locale_data.h"
@@ -27,6 +28,9 @@ class FormWidget : public QWidget {
   const ControlTemplate* control_template(int id) const;
   int title_height() const;
   int border() const;  // around the controls
+  void show_control(int id, bool shown);
+  void set_step(int step);
+  void set_place(int id, const Rect& place);
   void press_default();
   // Gives every control its place, also while nothing is shown yet.
   void lay_out();
@@ -45,16 +49,19 @@ class FormWidget : public QWidget {
   QWidget* make_radio(const ControlTemplate& control);
   QWidget* make_calendar(int id);
   void make_close_button();
+  void show_if_seen(std::size_t index);
   void tell(DialogEvent::Kind kind, int control) { report({kind, control, nullptr, {}}); }
 
   const Density& density_;
   const LocaleData& locale_;
   DialogTemplate template_;
   bool titled_;
+  int step_ = 0;
+  std::vector<bool> shown_;
   QScrollArea* scroll_;
   QWidget* body_;
   QWidget* close_button_ = nullptr;
-  QButtonGroup* radio_row_ = nullptr;  // the one being made
+  std::map<int, QButtonGroup*> radio_groups_;
   std::vector<QWidget*> widgets_;
 };
 

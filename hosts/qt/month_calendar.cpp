@@ -40,9 +40,13 @@ MonthCalendar::MonthCalendar(QWidget* parent, const Density& density, const Loca
   setFocusPolicy(Qt::StrongFocus);
 }
 
-void MonthCalendar::set(const MonthDayYear& date, const MonthDayYear& today, bool monday_first) {
+void MonthCalendar::set_date(const MonthDayYear& date) {
   const QDate wanted = date_of(date);
   if (wanted.isValid()) date_ = std::clamp(wanted, kFirst, kLast);
+  update();
+}
+
+void MonthCalendar::set_calendar(const MonthDayYear& today, bool monday_first) {
   today_ = date_of(today);
   monday_first_ = monday_first;
   update();

@@ -19,7 +19,8 @@ class MonthCalendar : public QWidget, public AccessibleParts {
   std::function<void()> moved;   // the chosen day is another one
   std::function<void()> chosen;  // a day was tapped or taken with Return
 
-  void set(const MonthDayYear& date, const MonthDayYear& today, bool monday_first);
+  void set_date(const MonthDayYear& date);
+  void set_calendar(const MonthDayYear& today, bool monday_first);
   MonthDayYear date() const { return {date_.month(), date_.day(), date_.year()}; }
 
   const Density& parts_density() const override { return density_; }

@@ -18,22 +18,6 @@
 #include "hosts/qt/touch_menu.h"
 
 namespace orvello {
-namespace {
-
-// Rows as high as a finger needs, or higher where their text wraps.
-class RowDelegate : public QStyledItemDelegate {
- public:
-  RowDelegate(int least, QObject* parent) : QStyledItemDelegate(parent), least_(least) {}
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    return QStyledItemDelegate::sizeHint(option, index).expandedTo({0, least_});
-  }
-
- private:
-  int least_;
-};
-
-}  // namespace
-
 QtDialog::QtDialog(FormWidget* form, const Density& density, DialogProcedure& procedure)
     : form_(form), density_(density), procedure_(procedure) {
   form->report = [this](const DialogEvent& event) { handle(event); };
@@ -51,13 +35,12 @@ void QtDialog::handle(const DialogEvent& event) {
   // What goes away loses its focus, too: nothing more is told then, but it may still be painted.
   if (closed && is_closed_ && event.kind != DialogEvent::Kind::paint) return;
   const bool person_closes = event.kind == DialogEvent::Kind::close;
+  if (person_closes && !procedure_.may_close(*this)) return;
   const QPointer<FormWidget> form = form_;
   procedure_.handle(*this, event);
   // A modal one outlives its procedure's handling: it ends now unless it has been ended.
   if (person_closes && form && closed && !is_closed_) close(0);
 }
-
-QListWidget* QtDialog::list(int control) const { return qobject_cast<QListWidget*>(find(control)); }
 
 Text QtDialog::text(int control) const {
   QWidget* widget = find(control);
@@ -66,7 +49,7 @@ Text QtDialog::text(int control) const {
   if (auto* label = qobject_cast<QLabel*>(widget)) return from_qt(label->text());
   if (auto* button = qobject_cast<QAbstractButton*>(widget))
     return from_qt(button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
-  if (QListWidget* rows = list(control); rows && rows->currentItem())
+  if (auto* rows = qobject_cast<QListWidget*>(widget); rows && rows->currentItem())
     return from_qt(rows->currentItem()->text());
   return {};
 }
@@ -97,30 +80,47 @@ void QtDialog::set_checked(int control, bool checked) {
   if (row) row->setExclusive(true);
 }
 
-void QtDialog::focus(int control) {
+void QtDialog::focus(int control, Caret) {
   if (QWidget* widget = find(control)) give_focus(*widget);
 }
 
-void QtDialog::set_rows(int control, const std::vector<Text>& rows) {
-  QListWidget* widget = list(control);
-  if (!widget) return;
-  const QSignalBlocker silence(widget);
-  widget->clear();
-  if (!dynamic_cast<RowDelegate*>(widget->itemDelegate()))
-    widget->setItemDelegate(new RowDelegate(density_.scaled(kTouchHeight), widget));
-  for (const Text& row : rows) new QListWidgetItem(to_qt(row), widget);
+void QtDialog::set_step(int step) {
+  if (form_) form_->set_step(step);
 }
 
-int QtDialog::selected_row(int control) const {
-  const QListWidget* widget = list(control);
-  return widget && widget->currentItem() ? widget->currentRow() : -1;
+Rect QtDialog::place(int control) const {
+  const QWidget* widget = find(control);
+  if (!widget || !widget->isVisible()) return {};
+  const QPoint corner = widget->mapTo(widget->window(), QPoint(0, 0));
+  return density_.device(QRect(corner, widget->size()));
 }
 
-void QtDialog::select_row(int control, int row) {
-  QListWidget* widget = list(control);
-  if (!widget) return;
-  const QSignalBlocker silence(widget);
-  widget->setCurrentRow(row);
+void QtDialog::set_place(int control, const Rect& place) {
+  if (form_) form_->set_place(control, place);
+}
+
+ListControl* QtDialog::list(int control) {
+  auto* widget = qobject_cast<QListWidget*>(find(control));
+  if (!widget) return nullptr;
+  std::unique_ptr<QtList>& handle = lists_[control];
+  if (!handle) handle = std::make_unique<QtList>(widget, density_);
+  return handle.get();
+}
+
+DateControl* QtDialog::date(int control) {
+  auto* widget = dynamic_cast<MonthCalendar*>(find(control));
+  if (!widget) return nullptr;
+  std::unique_ptr<QtCalendar>& handle = dates_[control];
+  if (!handle) handle = std::make_unique<QtCalendar>(widget);
+  return handle.get();
+}
+
+DrawnControl* QtDialog::drawn(int control) {
+  QWidget* widget = find(control);
+  if (!dynamic_cast<CustomArea*>(widget) && !dynamic_cast<ReportView*>(widget)) return nullptr;
+  std::unique_ptr<QtDrawn>& handle = drawn_[control];
+  if (!handle) handle = std::make_unique<QtDrawn>(widget, density_);
+  return handle.get();
 }
 
 ReportList* QtDialog::report(int control) {
@@ -131,39 +131,13 @@ ReportList* QtDialog::report(int control) {
   return report.get();
 }
 
-void QtDialog::set_calendar(int control, const MonthDayYear& date, const MonthDayYear& today,
-                            bool monday_first) {
-  if (auto* calendar = dynamic_cast<MonthCalendar*>(find(control)))
-    calendar->set(date, today, monday_first);
-}
-
-MonthDayYear QtDialog::calendar_date(int control) const {
-  const auto* calendar = dynamic_cast<const MonthCalendar*>(find(control));
-  return calendar ? calendar->date() : MonthDayYear();
-}
-
-void QtDialog::set_parts(int control, const std::vector<AccessibleCell>& parts) {
-  if (auto* area = dynamic_cast<CustomArea*>(find(control))) area->set_parts(parts);
-}
-
-std::uint32_t QtDialog::track_menu(const std::vector<MenuItem>& items, int control, Point at) {
-  const QWidget* widget = find(control);
-  if (!widget) return 0;
-  const QWidget* window = widget->window();
-  const QPoint point =
-      widget->mapTo(window, QPoint(density_.logical(at.x), density_.logical(at.y)));
-  // Inside the window as far as it fits.
-  const auto place = [&](QSize size) {
-    const int x = std::max(0, std::min(point.x(), window->width() - size.width()));
-    const int y = std::max(0, std::min(point.y(), window->height() - size.height()));
-    return window->mapToGlobal(QPoint(x, y));
-  };
-  return run_touch_menu(density_, items, place);
-}
-
-void QtDialog::start_timer(int id, int milliseconds) {
+void QtDialog::set_timer(int id, int milliseconds) {
   if (!form_) return;
   QTimer*& timer = timers_[id];
+  if (milliseconds <= 0) {
+    if (timer) timer->stop();
+    return;
+  }
   if (!timer) {
     timer = new QTimer;
     QObject::connect(timer, &QTimer::timeout, form_, [this, id] {
@@ -171,11 +145,6 @@ void QtDialog::start_timer(int id, int milliseconds) {
     });
   }
   timer->start(milliseconds);
-}
-
-void QtDialog::stop_timer(int id) {
-  const auto found = timers_.find(id);
-  if (found != timers_.end()) found->second->stop();
 }
 
 void QtDialog::close(int result) {

@@ -8,9 +8,8 @@
 #include <memory>
 
 #include "hosts/qt/form_widget.h"
+#include "hosts/qt/qt_controls.h"
 #include "hosts/qt/qt_report.h"
-
-class QListWidget;
 
 namespace orvello {
 
@@ -35,34 +34,33 @@ class QtDialog : public Dialog {
     if (QWidget* widget = find(control)) widget->setEnabled(enabled);
   }
   void show(int control, bool shown) override {
-    if (QWidget* widget = find(control)) widget->setVisible(shown);
+    if (form_) form_->show_control(control, shown);
   }
-  void focus(int control) override;
-  void set_rows(int control, const std::vector<Text>& rows) override;
-  int selected_row(int control) const override;
-  void select_row(int control, int row) override;
-  void invalidate(int control) override {
-    if (QWidget* widget = find(control)) widget->update();
-  }
+  void focus(int control, Caret caret) override;
+  void set_step(int step) override;
+  Rect place(int control) const override;
+  void set_place(int control, const Rect& place) override;
+  ChoiceControl* choice(int) override { return nullptr; }
+  ListControl* list(int control) override;
+  DateControl* date(int control) override;
+  RangeControl* range(int) override { return nullptr; }
+  NotesControl* notes(int) override { return nullptr; }
   ReportList* report(int control) override;
-  void set_calendar(int control, const MonthDayYear& date, const MonthDayYear& today,
-                    bool monday_first) override;
-  MonthDayYear calendar_date(int control) const override;
-  void set_parts(int control, const std::vector<AccessibleCell>& parts) override;
-  std::uint32_t track_menu(const std::vector<MenuItem>& items, int control, Point at) override;
-  void start_timer(int id, int milliseconds) override;
-  void stop_timer(int id) override;
+  DrawnControl* drawn(int control) override;
+  void set_timer(int id, int milliseconds) override;
   void close(int result) override;
 
  private:
   QWidget* find(int control) const { return form_ ? form_->control(control) : nullptr; }
-  QListWidget* list(int control) const;
 
   QPointer<FormWidget> form_;
   const Density& density_;
   DialogProcedure& procedure_;
   std::map<int, QTimer*> timers_;
   std::map<int, std::unique_ptr<QtReport>> reports_;
+  std::map<int, std::unique_ptr<QtList>> lists_;
+  std::map<int, std::unique_ptr<QtCalendar>> dates_;
+  std::map<int, std::unique_ptr<QtDrawn>> drawn_;
   bool is_closed_ = false;
   int result_ = 0;
 };

@@ -160,6 +160,6 @@ BoxAnswer QtMessageBoxes::show(TextView text, TextView caption, BoxIcon icon, Bo
   return given;
 }
 
-void QtMessageBoxes::beep() { QApplication::beep(); }
+void QtMessageBoxes::beep(Beep) { QApplication::beep(); }
 
 }  // namespace orvello

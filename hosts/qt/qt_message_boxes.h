@@ -14,7 +14,7 @@ class QtMessageBoxes : public MessageBoxes {
   explicit QtMessageBoxes(QtMainWindow& window) : window_(window) {}
   BoxAnswer show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                  bool owned) override;
-  void beep() override;
+  void beep(Beep beep) override;
 
   // Answers in the person's place while it is set.
   std::function<BoxAnswer(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons)>

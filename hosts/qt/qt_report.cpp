@@ -85,6 +85,10 @@ ReportPlace ReportView::report_place() const {
           0};
 }
 
+void ReportView::set_mark(int row, ReportMark mark) {
+  if (model_->has_row(row)) model_->set_mark(row, mark);
+}
+
 void ReportView::select_rows(const std::vector<int>& rows) {
   QItemSelection selection;
   QModelIndex first;

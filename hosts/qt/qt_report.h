@@ -19,6 +19,7 @@ class ReportView : public QListView {
   void set_content(ReportContent content);
   ReportPlace report_place() const;
   void select_rows(const std::vector<int>& rows);
+  void set_mark(int row, ReportMark mark);
   Rect row_place(int row) const;
   int row_at(Point point) const;
   void scroll_pixels(int pixels);
@@ -53,6 +54,9 @@ class QtReport : public ReportList {
   ReportPlace place() const override { return view_ ? view_->report_place() : ReportPlace(); }
   void select(const std::vector<int>& rows) override {
     if (view_) view_->select_rows(rows);
+  }
+  void set_mark(int row, ReportMark mark) override {
+    if (view_) view_->set_mark(row, mark);
   }
   Rect row_place(int row) const override { return view_ ? view_->row_place(row) : Rect(); }
   int row_at(Point point) const override { return view_ ? view_->row_at(point) : -1; }

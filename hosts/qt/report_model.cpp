@@ -42,6 +42,11 @@ const QImage* ReportModel::picture(int index) const {
   return index >= 0 && at < pictures_.size() && !pictures_[at].isNull() ? &pictures_[at] : nullptr;
 }
 
+void ReportModel::set_mark(int row, ReportMark mark) {
+  content_.rows[static_cast<std::size_t>(row)].mark = mark;
+  emit dataChanged(index(row), index(row));
+}
+
 int ReportModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(content_.rows.size());
 }

@@ -20,6 +20,7 @@ class ReportModel : public QAbstractListModel {
   void set_content(ReportContent content);
   const ReportContent& content() const { return content_; }
   const ReportRow& row(int index) const { return content_.rows[static_cast<std::size_t>(index)]; }
+  void set_mark(int index, ReportMark mark);
   bool has_row(int index) const { return index >= 0 && index < rowCount({}); }
   const QFont& font(bool bold) const { return bold ? bold_font_ : font_; }
   const QImage* picture(int index) const;

@@ -14,7 +14,7 @@ class WrittenBoxes : public MessageBoxes {
       std::cerr << "orvello: " << to_utf8(text) << "\n";
     return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::ok;
   }
-  void beep() override {}
+  void beep(Beep) override {}
 };
 
 }  // namespace orvello

@@ -331,7 +331,7 @@ TEST_F(DayViewTest, HeaderTapsChooseTheDateTodayAndTheColours) {
   const DayHeaderLayout& header = application->day().header();
   device.dialogs.person = [](HeadlessDialog& chooser) {
     ASSERT_EQ(chooser.dialog.id, kDialogDate);
-    EXPECT_EQ(chooser.calendar_date(kControlCalendar), (MonthDayYear{11, 21, 2026}));
+    EXPECT_EQ(chooser.date(kControlCalendar)->date(), (MonthDayYear{11, 21, 2026}));
     chooser.choose_date(kControlCalendar, {2, 29, 2028});
   };
   dialog().tap(kControlDayHeader, header.date.center());

@@ -88,7 +88,7 @@ TEST(Accessible, ADialogStandsInTheViewsPlaceAndItsPartsCanBePressed) {
   settle();
   EXPECT_NE(reader.content->role(), QAccessible::Table);
   ASSERT_EQ(reader.content->childCount(), 1);
-  dialog->set_parts(20, {{u"Today", {0, 0, 30, 30}}, {u"Monday", {40, 0, 30, 30}, true}});
+  dialog->drawn(20)->set_parts({{u"Today", {0, 0, 30, 30}}, {u"Monday", {40, 0, 30, 30}, true}});
   auto* strip = reader.test.window->shell()->findChild<QWidget*>(QStringLiteral("control20"));
   QAccessibleInterface* header = QAccessible::queryAccessibleInterface(strip);
   ASSERT_EQ(header->childCount(), 2);

@@ -27,7 +27,7 @@ DialogTemplate form() {
                      {Kind::edit, 11, u"", {72, 6, 160, 24}},
                      {Kind::list, 12, u"", {8, 40, 224, 120}},
                      {Kind::check_box, 13, u"All day", {8, 168, 100, 24}},
-                     {Kind::edit, 14, u"", {8, 196, 224, 36}},
+                     {Kind::multi_line_edit, 14, u"", {8, 196, 224, 36}},
                      {Kind::default_button, 1, u"OK", {90, 238, 66, 26}},
                      {Kind::button, 2, u"Cancel", {164, 238, 68, 26}}};
   return dialog;
@@ -98,14 +98,14 @@ TEST(Dialog, WhatAPersonDoesMakesEventsAndSettersDoNot) {
     if (event.kind != Event::init) return;
     dialog.set_text(11, u"Встреча");
     dialog.set_text(14, u"two\nlines");
-    dialog.set_rows(12, {u"a", u"b", u"c"});
-    dialog.select_row(12, 1);
+    dialog.list(12)->set_rows({u"a", u"b", u"c"});
+    dialog.list(12)->select({1});
     dialog.set_checked(13, true);
     dialog.set_text(99, u"no such control");
-    found = dialog.selected_row(99);
+    found = dialog.list(99) ? 1 : -1;
     EXPECT_EQ(dialog.text(11), u"Встреча");
     EXPECT_EQ(dialog.text(14), u"two\nlines");
-    EXPECT_EQ(dialog.selected_row(12), 1);
+    EXPECT_EQ(dialog.list(12)->selected(), std::vector<int>{1});
     EXPECT_TRUE(dialog.checked(13));
     EXPECT_EQ(dialog.text(10), u"Subject <b>&</b>");
   };
@@ -124,8 +124,8 @@ TEST(Dialog, WhatAPersonDoesMakesEventsAndSettersDoNot) {
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                     list->visualItemRect(list->item(2)).center());
   EXPECT_EQ(listener.count(Event::changed, 12), 1);
-  EXPECT_EQ(listener.count(Event::command, 12), 1);
-  EXPECT_EQ(dialog->selected_row(12), 2);
+  EXPECT_EQ(listener.count(Event::taken, 12), 1);
+  EXPECT_EQ(dialog->list(12)->selected(), std::vector<int>{2});
   QTest::mouseClick(find<QWidget>(test, 13), Qt::LeftButton, {}, QPoint(8, 12));
   EXPECT_EQ(listener.count(Event::command, 13), 1);
   EXPECT_FALSE(dialog->checked(13));
@@ -143,7 +143,7 @@ TEST(Dialog, AModelessOneFollowsTheContentAndMayDestroyItselfFromAnEvent) {
   QWidget* sheet = test.window->shell()->findChild<QWidget*>(QStringLiteral("dialog500"));
   ASSERT_NE(sheet, nullptr);
   EXPECT_EQ(sheet->size(), QSize(240, 290));
-  dialog->start_timer(1, 5);
+  dialog->set_timer(1, 5);
   listener.act = [&](Dialog&, const DialogEvent& event) {
     if (event.kind == Event::command) dialog.reset();
   };

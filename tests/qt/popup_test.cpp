@@ -132,10 +132,9 @@ TEST(Menu, OpensAtAControlAndCanBeUsedWithKeys) {
                                        {},
                                        {72, u"Delete && more", true, false}};
   press_in_next_menu({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
-  EXPECT_EQ(dialog->track_menu(items, 20, {230, 260}), 72u) << "past the one that is off";
+  EXPECT_EQ(dialog->drawn(20)->track_menu(items, {230, 260}), 72u) << "past the one that is off";
   press_in_next_menu({Qt::Key_Escape});
-  EXPECT_EQ(dialog->track_menu(items, 20, {10, 10}), 0u);
-  EXPECT_EQ(dialog->track_menu(items, 99, {10, 10}), 0u) << "no such control";
+  EXPECT_EQ(dialog->drawn(20)->track_menu(items, {10, 10}), 0u);
   EXPECT_TRUE(popup.log.events.empty()) << "the control kept its focus";
 }
 
@@ -173,14 +172,15 @@ struct CalendarForm {
     form.controls = {{Kind::month_calendar, 30, u"", {4, 4, 232, 200}}};
     dialog = popup.dialogs.open_modeless(form, popup.log);
     settle();
-    dialog->set_calendar(30, {11, 21, 2026}, {11, 20, 2026}, true);
+    dialog->date(30)->set_calendar({11, 20, 2026}, true);
+    dialog->date(30)->set_date({11, 21, 2026});
     calendar = dynamic_cast<MonthCalendar*>(popup.find("control30"));
   }
   void tap(int part) {
     const Rect place = calendar->accessible_parts()[static_cast<std::size_t>(part)].place;
     QTest::mouseClick(calendar, Qt::LeftButton, {}, QPoint(place.center().x, place.center().y));
   }
-  MonthDayYear date() { return dialog->calendar_date(30); }
+  MonthDayYear date() { return dialog->date(30)->date(); }
   PopupRun popup;
   std::unique_ptr<Dialog> dialog;
   MonthCalendar* calendar = nullptr;
@@ -195,14 +195,15 @@ TEST(Calendar, ArrowsTurnMonthsAndYearsAndATappedDayIsTaken) {
   form.tap(3);
   EXPECT_EQ(form.date(), (MonthDayYear{10, 21, 2027}));
   EXPECT_EQ(form.popup.log.count(Event::changed, 30), 2);
-  EXPECT_EQ(form.popup.log.count(Event::command, 30), 0);
+  EXPECT_EQ(form.popup.log.count(Event::taken, 30), 0);
   // October 2027 starts on a Friday: the first place is Monday 27 September.
   form.tap(4 + 4);
   EXPECT_EQ(form.date(), (MonthDayYear{10, 1, 2027}));
   form.tap(4);
   EXPECT_EQ(form.date(), (MonthDayYear{9, 27, 2027}));
-  EXPECT_EQ(form.popup.log.count(Event::command, 30), 2);
-  form.dialog->set_calendar(30, {10, 1, 2027}, {}, false);
+  EXPECT_EQ(form.popup.log.count(Event::taken, 30), 2);
+  form.dialog->date(30)->set_calendar({}, false);
+  form.dialog->date(30)->set_date({10, 1, 2027});
   form.tap(4);
   EXPECT_EQ(form.date(), (MonthDayYear{9, 26, 2027})) << "weeks from Sunday";
 }
@@ -214,9 +215,9 @@ TEST(Calendar, CanBeUsedWithKeysAlone) {
   EXPECT_EQ(form.date(), (MonthDayYear{12, 31, 2026}));
   QTest::keyClick(form.calendar, Qt::Key_PageUp, Qt::ShiftModifier);
   EXPECT_EQ(form.date(), (MonthDayYear{12, 31, 2025}));
-  EXPECT_EQ(form.popup.log.count(Event::command, 30), 0);
+  EXPECT_EQ(form.popup.log.count(Event::taken, 30), 0);
   QTest::keyClick(form.calendar, Qt::Key_Return);
-  EXPECT_EQ(form.popup.log.count(Event::command, 30), 1);
+  EXPECT_EQ(form.popup.log.count(Event::taken, 30), 1);
   EXPECT_EQ(form.popup.log.count(Event::changed, 30), 5);
 }
 

@@ -234,7 +234,7 @@ TEST(Custom, HasTheFocusTellsItAndTakesPointerAndKeys) {
   form.log.events.clear();
   form.dialog->focus(20);
   ASSERT_EQ(form.log.of(20).size(), 1u);
-  EXPECT_EQ(form.log.of(20)[0].kind, Event::changed);
+  EXPECT_EQ(form.log.of(20)[0].kind, Event::focus_gained);
   QTest::mouseClick(strip, Qt::LeftButton, {}, QPoint(9, 8));
   QTest::keyClick(strip, Qt::Key_Menu);
   ASSERT_EQ(form.log.of(20).size(), 4u);

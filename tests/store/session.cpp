@@ -23,7 +23,7 @@ class Boxes : public MessageBoxes {
     EXPECT_FALSE(owned);
     return BoxAnswer::ok;
   }
-  void beep() override { ADD_FAILURE() << "a beep"; }
+  void beep(Beep) override { ADD_FAILURE() << "a beep"; }
   std::vector<std::string> shown;
 };
 

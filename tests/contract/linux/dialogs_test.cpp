@@ -95,14 +95,14 @@ TYPED_TEST(DialogsContract, InitComesFirstAndSettersAreSilent) {
   this->log.act = [](Dialog& dialog, const DialogEvent& event) {
     if (event.kind != Event::init) return;
     EXPECT_EQ(dialog.text(11), u"start");
-    EXPECT_EQ(dialog.selected_row(12), -1);
+    EXPECT_TRUE(dialog.list(12)->selected().empty());
     dialog.set_text(11, u"новый");
-    dialog.set_rows(12, {u"a", u"b"});
-    dialog.select_row(12, 1);
+    dialog.list(12)->set_rows({u"a", u"b"});
+    dialog.list(12)->select({1});
     dialog.set_checked(13, true);
     dialog.enable(99, false);
     EXPECT_EQ(dialog.text(11), u"новый");
-    EXPECT_EQ(dialog.selected_row(12), 1);
+    EXPECT_EQ(dialog.list(12)->selected(), std::vector<int>{1});
     EXPECT_TRUE(dialog.checked(13));
     dialog.close(9);
   };
@@ -115,10 +115,10 @@ TYPED_TEST(DialogsContract, WhatAPersonDoesIsToldAndCanBeRead) {
   Text typed;
   int row = -1;
   this->log.act = [&](Dialog& dialog, const DialogEvent& event) {
-    if (event.kind == Event::init) dialog.set_rows(12, {u"a", u"b", u"c"});
+    if (event.kind == Event::init) dialog.list(12)->set_rows({u"a", u"b", u"c"});
     if (event.kind != Event::command || event.control != 1) return;
     typed = dialog.text(11);
-    row = dialog.selected_row(12);
+    row = dialog.list(12)->selected().at(0);
     dialog.close(5);
   };
   this->kit.person([](auto& kit) {
