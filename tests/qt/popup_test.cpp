@@ -138,7 +138,7 @@ TEST(Menu, OpensAtAControlAndCanBeUsedWithKeys) {
   EXPECT_TRUE(popup.log.events.empty()) << "the control kept its focus";
 }
 
-TEST(Radio, ThoseThatFollowEachOtherAreOneGroup) {
+TEST(Radio, ThoseOfOneNumberAreOneGroup) {
   PopupRun popup;
   DialogTemplate form;
   form.id = 532;
@@ -147,6 +147,7 @@ TEST(Radio, ThoseThatFollowEachOtherAreOneGroup) {
                    {Kind::label, 3, u"", {8, 70, 200, 20}},
                    {Kind::radio_button, 4, u"Other", {8, 100, 200, 26}},
                    {Kind::radio_button, 5, u"Last", {8, 130, 200, 26}}};
+  form.controls[3].group = form.controls[4].group = 1;
   const auto dialog = popup.dialogs.open_modeless(form, popup.log);
   settle();
   dialog->set_checked(1, true);
