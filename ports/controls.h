@@ -19,8 +19,8 @@ class ChoiceControl {
   virtual ~ChoiceControl() = default;
   virtual void set_rows(const std::vector<Text>& rows) = 0;
   virtual std::vector<Text> rows() const = 0;
-  virtual int selected() const = 0;  // of a combo: what was selected and not typed over
-  virtual void select(int row) = 0;  // a combo takes the row's text
+  virtual int selected() const = 0;  // of a combo: the first row that stands in it
+  virtual void select(int row) = 0;  // a combo takes the row's text, without one none
   virtual void open() = 0;           // drops the list down, and gives it the focus
 };
 
@@ -42,7 +42,7 @@ class DateControl {
  public:
   virtual ~DateControl() = default;
   virtual MonthDayYear date() const = 0;
-  virtual void set_date(const MonthDayYear& date) = 0;
+  virtual void set_date(const MonthDayYear& date) = 0;  // nothing for a date that is none
   // How weeks start in it, and the day that it marks as today.
   virtual void set_calendar(const MonthDayYear& today, bool monday_first) = 0;
   // How a date picker writes its date: a date picture, such as u"MMMM,dd".

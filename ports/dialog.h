@@ -2,10 +2,22 @@
 // talks to the controls by id. User-interface thread.
 //
 // Setters are silent: only the person makes events, except that the focus tells of every move.
-// Events are delivered one after the other from the message loop, never inside a call of this port;
-// those of a person's one action in the order changed, taken, focus_lost, focus_gained. An event of
-// a dialog that has been closed meanwhile is not delivered. Operations on an id that the template
-// lacks do nothing; a handle for one that it lacks, or that is of another kind, is null.
+// Events are delivered one after the other, never inside a call of this port: each waits until the
+// procedure has returned from the one before, also while that one runs a box, a menu or another
+// dialog. Paints alone do not wait, and ticks of one timer that wait are one. Of a person's one
+// action what is left comes first: taken, focus_lost, then focus_gained, then pointer_down,
+// changed, taken or command of what was touched. An event of a dialog that has been closed
+// meanwhile is not delivered. Operations on an id that the template lacks do nothing, nor do those
+// that the kind of the control has no use for; a handle for one that it lacks, or that is of
+// another kind, is null.
+//
+// The focus is a dialog's own: what stands above it takes none away. A control that is hidden,
+// disabled or leaves with its step loses it, and then none has it. A modal dialog or page that is
+// shown without one gives it to the first control that takes it, rather to none that is drawn.
+//
+// Return presses the default button, unless the control has a use for it: a button or line itself,
+// a list or calendar takes, text of several lines and what is drawn. Escape is a person's closing,
+// and in a modeless dialog a key of what is drawn.
 #pragma once
 
 #include <memory>
@@ -24,8 +36,9 @@ struct DialogEvent {
     init,     // before it is seen; of a sheet, each page's before the first is shown
     command,  // a button, box, radio button, toggle or line was tapped, or pressed by a key
     changed,  // a text, a selected row, a date, a slider: it may change again before it is taken
-    taken,    // a row or date was chosen: tapped, taken with Return, its list or calendar closed
-              // with it; or left changed, when the focus goes
+    taken,    // a row, date or position was chosen: tapped, let go, taken with Return, its list or
+              // calendar closed with it, also the same one again; or left changed, when the focus
+              // goes. Typed text is never taken
     focus_gained,
     focus_lost,  // also when the program moves the focus or hides the control; of a popup without a
                  // control: a press beside it
@@ -57,9 +70,10 @@ enum class Caret { unchanged, all, end };
 class Dialog {
  public:
   virtual ~Dialog() = default;
-  // What stands in a control: of a list, drop list or radio group's button its selected row or
-  // label; of control 0 the dialog's title. Setting the text of a drop list or list selects the
-  // first row that is equal to it, or none; an edit or combo takes as much as its limit allows.
+  // What stands in a control: of a list or drop list its selected row, of control 0 the dialog's
+  // title, or the page's; nothing of what shows no text of its own. Setting the text of a drop list
+  // or list selects the first row that is equal to it, or none; an edit or combo takes as much as
+  // its limit allows.
   virtual Text text(int control) const = 0;
   virtual void set_text(int control, TextView text) = 0;
   // Check boxes, radio buttons (setting one clears the others of its group) and toggles.
@@ -67,7 +81,8 @@ class Dialog {
   virtual void set_checked(int control, bool checked) = 0;
   virtual void enable(int control, bool enabled) = 0;
   virtual void show(int control, bool shown) = 0;  // on the steps on which it is seen at all
-  // Control 0: none has it, so that an open field gives its text back by losing it.
+  // Control 0: none has it, so that an open field gives its text back by losing it. One that is not
+  // seen or enabled does not get it; on a page that is not shown it gets it when that is.
   virtual void focus(int control, Caret caret = Caret::unchanged) = 0;
   virtual void set_step(int step) = 0;  // shows the controls of this step and of every step
   // Where it stands in the main window, in device pixels; empty while it is not seen.
@@ -82,7 +97,8 @@ class Dialog {
   virtual ReportList* report(int control) = 0;
   virtual DrawnControl* drawn(int control) = 0;          // custom, report, picture button
   virtual void set_timer(int id, int milliseconds) = 0;  // repeats; 0 stops it
-  virtual void close(int result) = 0;  // ends a modal dialog, or the sheet, with this result
+  // Ends a modal dialog, or the sheet, with this result; a modeless one stays.
+  virtual void close(int result) = 0;
 };
 
 class DialogProcedure {
@@ -113,8 +129,9 @@ class Dialogs {
                                                 DialogProcedure& procedure) = 0;
   // Pages behind tabs, with OK and Cancel. All pages exist from the start, and get `init` in order;
   // then the first is shown. OK asks the shown page whether it may be left, tells it that it is,
-  // and applies every page in order. Cancel, Escape and the close button ask the shown page's
-  // may_close and tell every page `close`. kSheetFailed: it could not be made, no page was told.
+  // applies every page in order and ends with kSheetOk. Cancel, Escape and the close button ask the
+  // shown page's may_close and tell every page `close`. kSheetFailed: it could not be made, no page
+  // was told.
   virtual int run_sheet(TextView title, const std::vector<SheetPage>& pages) = 0;
 };
 

@@ -33,7 +33,7 @@ struct ControlTemplate {
     report,          // a ReportList
     month_calendar,  // a month to choose a day from
     notes,           // text, styles and strokes on one page
-    custom           // drawn by the procedure; takes the pointer and keys
+    custom           // drawn by the procedure; takes the pointer and keys, disabled only looks
   };
   // What a control does with width, and with height, that the form has beyond its design.
   enum class Across {
@@ -49,18 +49,20 @@ struct ControlTemplate {
 
   Kind kind = Kind::label;
   int id = 0;
-  Text text;
+  Text text;  // one without is named to a screen reader by the label before it, else by the title
   Rect place;
   Across across = Across::keep;
   Down down = Down::keep;
-  // The controls of a section keep together. In a form that is wide enough the later sections flow
-  // into a second column.
+  // The controls of a section keep together, and follow each other in the template, which is the
+  // tab order. In a form that is wide enough the later sections flow into a second column; what is
+  // in section 0 stands above and below them.
   int section = 0;
   int step = 0;   // 0: on every step; else seen on this step only, in places that steps share
   int group = 0;  // radio buttons of one number belong together
   int limit = 0;  // of an edit's or combo's text, in UTF-16 units; 0: none
   std::optional<Color> color{};  // of a label's text; else the form's
   std::optional<Image> image{};  // of a picture button; the text's place where there is none
+  bool hidden = false;           // until the procedure shows it; may stand where others do
 };
 
 struct DialogTemplate {
@@ -71,7 +73,7 @@ struct DialogTemplate {
   std::vector<ControlTemplate> controls;
 
   // A popup has no title and no close button. A press beside it is the event focus_lost without a
-  // control; Escape closes it.
+  // control; Escape closes it, if may_close agrees.
   bool popup = false;
   // Where a popup stands in the main window, in device pixels; empty: in the middle, at its size.
   Rect place;

@@ -16,6 +16,7 @@ class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;
   // `owned` boxes belong to the main window; the others stand alone (before a window exists too).
+  // One that is left without a choice answers cancel, else no, else ok.
   virtual BoxAnswer show(TextView text, TextView caption, BoxIcon icon = BoxIcon::none,
                          BoxButtons buttons = BoxButtons::ok, bool owned = false) = 0;
   virtual void beep(Beep beep = Beep::refused) = 0;

@@ -46,7 +46,7 @@ struct NotesContent {
   friend bool operator==(const NotesContent&, const NotesContent&) = default;
 };
 
-enum class NotesTool { text, pen, eraser };
+enum class NotesTool { text, pen, eraser };  // the eraser takes strokes that it touches, whole
 
 class NotesControl {
  public:

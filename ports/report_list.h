@@ -69,9 +69,10 @@ class ReportList {
   virtual void set_mark(int row, ReportMark mark) = 0;
   // Where a row stands in the main window, scrolled as it is; empty for no such row.
   virtual Rect row_place(int row) const = 0;
-  virtual int row_at(Point point) const = 0;  // point in the list; -1: below the rows
-  virtual void scroll_by(int pixels) = 0;     // downwards; stops at both ends
-  virtual void show_row(int row) = 0;         // scrolls as little as it takes
+  // A point in the list; -1: below the rows, or on the titles, which tell of no press.
+  virtual int row_at(Point point) const = 0;
+  virtual void scroll_by(int pixels) = 0;  // downwards; stops at both ends
+  virtual void show_row(int row) = 0;      // scrolls as little as it takes
 };
 
 }  // namespace orvello

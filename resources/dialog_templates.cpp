@@ -4,6 +4,8 @@ namespace orvello {
 namespace {
 
 using Kind = ControlTemplate::Kind;
+using Across = ControlTemplate::Across;
+using Down = ControlTemplate::Down;
 
 // 4 pixels between everything; buttons are 27 high, room for a finger.
 constexpr int kGap = 4, kButton = 27, kWidth = 240;
@@ -18,8 +20,13 @@ DialogTemplate day_view_dialog(Language language) {
   dialog.title = load_string(StringId::day_view, language);
   dialog.size = {kWidth, height};
   dialog.controls = {
-      {Kind::custom, kControlDayHeader, {}, {0, 0, kWidth, top}},
-      {Kind::report, kControlDayList, {}, {0, top, kWidth, height - top}},
+      {Kind::custom, kControlDayHeader, {}, {0, 0, kWidth, top}, Across::stretch},
+      {Kind::report,
+       kControlDayList,
+       {},
+       {0, top, kWidth, height - top},
+       Across::stretch,
+       Down::stretch},
   };
   return dialog;
 }
@@ -32,7 +39,8 @@ DialogTemplate notes_dialog(Language language) {
   dialog.full_screen = false;
   dialog.popup = true;
   dialog.size = {80, 46};
-  dialog.controls = {{Kind::custom, kControlNotes, {}, {0, 0, 80, 46}}};
+  dialog.controls = {
+      {Kind::custom, kControlNotes, {}, {0, 0, 80, 46}, Across::stretch, Down::stretch}};
   return dialog;
 }
 
@@ -45,8 +53,13 @@ DialogTemplate day_popup_dialog(Language language) {
   dialog.popup = true;
   dialog.size = {width, height};
   dialog.controls = {
-      {Kind::custom, kControlDayHeader, {}, {0, 0, width, top}},
-      {Kind::report, kControlDayList, {}, {0, top, width, height - top}},
+      {Kind::custom, kControlDayHeader, {}, {0, 0, width, top}, Across::stretch},
+      {Kind::report,
+       kControlDayList,
+       {},
+       {0, top, width, height - top},
+       Across::stretch,
+       Down::stretch},
   };
   return dialog;
 }
@@ -59,18 +72,23 @@ DialogTemplate delete_dialog(Language language, bool recurring) {
   dialog.title = text(StringId::delete_title);
   dialog.full_screen = false;
   dialog.controls = {
-      {Kind::custom, kControlSubject, {}, {0, 0, width, 28}},
+      {Kind::custom, kControlSubject, {}, {0, 0, width, 28}, Across::stretch},
       {Kind::label,
        kControlQuestion,
        u"Delete this Appointment?",
-       {2 * kGap, 32, inner - kGap, 24}},
+       {2 * kGap, 32, inner - kGap, 24},
+       Across::stretch},
   };
   int top = 60;
   if (recurring) {
     for (const auto& [id, name] : {std::pair{kControlOccurrence, StringId::delete_occurrence},
                                    std::pair{kControlSeries, StringId::delete_series}}) {
-      dialog.controls.push_back(
-          {Kind::radio_button, id, text(name), {2 * kGap, top, inner - kGap, kButton}});
+      dialog.controls.push_back({Kind::radio_button,
+                                 id,
+                                 text(name),
+                                 {2 * kGap, top, inner - kGap, kButton},
+                                 Across::stretch});
+      dialog.controls.back().group = 1;
       top += kButton + kGap;
     }
   }
@@ -79,7 +97,8 @@ DialogTemplate delete_dialog(Language language, bool recurring) {
   dialog.controls.push_back({Kind::default_button,
                              kControlOk,
                              text(StringId::ok),
-                             {width - kGap - 88, top, 88, kButton}});
+                             {width - kGap - 88, top, 88, kButton},
+                             Across::right});
   dialog.size = {width, top + kButton + kGap};
   return dialog;
 }
@@ -92,7 +111,12 @@ DialogTemplate date_dialog(Language language) {
   dialog.full_screen = false;
   dialog.popup = true;
   dialog.size = {width, height};
-  dialog.controls = {{Kind::month_calendar, kControlCalendar, {}, {0, 0, width, height}}};
+  dialog.controls = {{Kind::month_calendar,
+                      kControlCalendar,
+                      {},
+                      {0, 0, width, height},
+                      Across::stretch,
+                      Down::stretch}};
   return dialog;
 }
 
@@ -104,13 +128,25 @@ DialogTemplate import_dialog(Language language) {
   dialog.title = text(StringId::import_title);
   dialog.size = {kWidth, height};
   dialog.controls = {
-      {Kind::label, kControlImportText, {}, {kGap, kGap, kWidth - 2 * kGap, 36}},
-      {Kind::list, kControlImportFiles, {}, {kGap, 44, kWidth - 2 * kGap, top - 44 - kGap}},
-      {Kind::button, kControlCancel, text(StringId::cancel), {kGap, top, 88, kButton}},
+      {Kind::label, kControlImportText, {}, {kGap, kGap, kWidth - 2 * kGap, 36}, Across::stretch},
+      {Kind::list,
+       kControlImportFiles,
+       {},
+       {kGap, 44, kWidth - 2 * kGap, top - 44 - kGap},
+       Across::stretch,
+       Down::stretch},
+      {Kind::button,
+       kControlCancel,
+       text(StringId::cancel),
+       {kGap, top, 88, kButton},
+       Across::keep,
+       Down::bottom},
       {Kind::default_button,
        kControlOk,
        text(StringId::import_ok),
-       {kWidth - kGap - 88, top, 88, kButton}},
+       {kWidth - kGap - 88, top, 88, kButton},
+       Across::right,
+       Down::bottom},
   };
   return dialog;
 }
@@ -122,13 +158,26 @@ DialogTemplate greeting_dialog(Language language) {
   dialog.title = load_string(StringId::greeting_title, language);
   dialog.size = {kWidth, height};
   dialog.controls = {
-      {Kind::custom, kControlGreeting, {}, {0, 0, kWidth, top - kGap}},
+      {Kind::custom,
+       kControlGreeting,
+       {},
+       {0, 0, kWidth, top - kGap},
+       Across::stretch,
+       Down::stretch},
       {Kind::default_button,
        kControlOk,
        load_string(StringId::greeting_ok, language),
-       {(kWidth - button) / 2, top, button, kButton}},
+       {(kWidth - button) / 2, top, button, kButton},
+       Across::center,
+       Down::bottom},
   };
   return dialog;
+}
+
+std::vector<DialogTemplate> all_dialogs(Language language) {
+  return {day_view_dialog(language),      notes_dialog(language),        day_popup_dialog(language),
+          delete_dialog(language, false), delete_dialog(language, true), import_dialog(language),
+          date_dialog(language),          greeting_dialog(language)};
 }
 
 }  // namespace orvello

@@ -1,7 +1,10 @@
-// Dialog templates as data. Places are pixels at 96 dpi on a screen 240 pixels wide.
+// Dialog templates as data. Places are pixels at 96 dpi on a screen 240 pixels wide; rules beside
+// them say what becomes of a control where there is more room.
 #pragma once
 
-#include "ports/dialog.h"
+#include <vector>
+
+#include "ports/dialog_template.h"
 #include "resources/strings.h"
 
 namespace orvello {
@@ -14,5 +17,8 @@ DialogTemplate delete_dialog(Language language, bool recurring);
 DialogTemplate import_dialog(Language language);    // 300
 DialogTemplate date_dialog(Language language);      // 310
 DialogTemplate greeting_dialog(Language language);  // 320
+
+// Every dialog in every variant, for the checks.
+std::vector<DialogTemplate> all_dialogs(Language language);
 
 }  // namespace orvello

@@ -1,4 +1,5 @@
 #include "hosts/qt/form_widget.h"
+#include "draw/form_layout.h"
 
 #include <QButtonGroup>
 #include <QCoreApplication>
@@ -14,7 +15,6 @@
 #include "hosts/qt/custom_area.h"
 #include "hosts/qt/flat_button.h"
 #include "hosts/qt/flat_choice.h"
-#include "hosts/qt/form_layout.h"
 #include "hosts/qt/month_calendar.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_report.h"
@@ -223,7 +223,8 @@ void FormWidget::lay_out() {
     QCoreApplication::sendEvent(scroll_, &event);
   }
   const FormLayout layout =
-      lay_out_form(template_, density_.unit(), {inside.width(), std::max(0, inside.height())});
+      lay_out_form(template_, density_.unit(), {inside.width(), std::max(0, inside.height())},
+                   density_.scaled(kScrollBarWidth));
   body_->resize(layout.body.width, layout.body.height);
   for (std::size_t i = 0; i < widgets_.size(); ++i) {
     widgets_[i]->setGeometry(to_qt(layout.places[i]));

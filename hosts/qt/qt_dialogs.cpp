@@ -1,9 +1,9 @@
 #include "hosts/qt/qt_dialogs.h"
+#include "draw/form_layout.h"
 
 #include <QPointer>
 #include <QPolygon>
 
-#include "hosts/qt/form_layout.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_dialog.h"
 #include "hosts/qt/qt_text.h"

@@ -7,7 +7,6 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "hosts/qt/form_layout.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_dialogs.h"
 #include "hosts/qt/qt_message_boxes.h"
@@ -49,44 +48,6 @@ struct Listener : DialogProcedure {
 template <typename Widget>
 Widget* find(TestWindow& test, int id) {
   return test.window->shell()->findChild<Widget*>(QStringLiteral("control%1").arg(id));
-}
-
-TEST(FormLayout, NothingOverlapsOrLeavesTheFormOnAnyScreen) {
-  const DialogTemplate dialog = form();
-  for (const double unit : {1.0, 1.5, 2.0})
-    for (const Size design : {Size{240, 268}, Size{320, 268}, Size{480, 600}, Size{240, 214}}) {
-      const Size available{int(design.width * unit), int(design.height * unit)};
-      const FormLayout layout = lay_out_form(dialog, unit, available);
-      for (std::size_t i = 0; i < layout.places.size(); ++i) {
-        const Rect& place = layout.places[i];
-        EXPECT_GE(place.height, int(20 * unit) - 1);
-        EXPECT_LE(place.right(), layout.body.width);
-        EXPECT_LE(place.bottom(), layout.body.height);
-        for (std::size_t j = 0; j < i; ++j)
-          EXPECT_TRUE(intersection(place, layout.places[j]).empty()) << i << " on " << j;
-      }
-      EXPECT_EQ(layout.body, available) << "the list takes up what is left";
-    }
-}
-
-TEST(FormLayout, RoomGoesToTheListAndTheWideEditWhileButtonsKeepTheirSize) {
-  const FormLayout layout = lay_out_form(form(), 1.0, {340, 368});
-  EXPECT_EQ(layout.places[1], (Rect{72, 6, 260, 24}));
-  EXPECT_EQ(layout.places[2], (Rect{8, 40, 324, 220}));
-  EXPECT_EQ(layout.places[6], (Rect{264, 338, 68, 26}));
-  // Too low a form shrinks the list only so far; the rest can be scrolled to.
-  EXPECT_EQ(lay_out_form(form(), 1.0, {240, 100}).body.height, 268 - 80);
-}
-
-TEST(FormLayout, FillsAHandheldAndIsASheetOnADesktop) {
-  EXPECT_EQ(sheet_place(form(), 1.0, 28, {240, 320}), (Rect{0, 0, 240, 320}));
-  EXPECT_EQ(sheet_place(form(), 2.0, 56, {480, 640}), (Rect{0, 0, 480, 640}));
-  const Rect sheet = sheet_place(form(), 1.0, 28, {1000, 900});
-  EXPECT_LT(sheet.width, 500);
-  EXPECT_EQ(sheet.x, 1000 - sheet.right());
-  DialogTemplate small = form();
-  small.full_screen = false;
-  EXPECT_EQ(sheet_place(small, 1.0, 28, {480, 640}), (Rect{120, 172, 240, 296}));
 }
 
 TEST(Dialog, WhatAPersonDoesMakesEventsAndSettersDoNot) {

@@ -1,0 +1,70 @@
+// Every text of every dialog stands whole in its control, in real letters.
+#include <gtest/gtest.h>
+
+#include <QFontMetrics>
+
+#include "draw/form_layout.h"
+#include "hosts/qt/qt_look.h"
+#include "hosts/qt/qt_text.h"
+#include "resources/dialog_templates.h"
+#include "tests/qt/test_window.h"
+
+namespace orvello {
+namespace {
+
+using Kind = ControlTemplate::Kind;
+
+constexpr int kMarkAndGap = 21, kPadding = 4;  // design units
+
+// The room that a control's text has, across; 0: it shows none of its own.
+int text_room(const ControlTemplate& control, int width, const Density& density) {
+  switch (control.kind) {
+    case Kind::check_box:
+    case Kind::radio_button:
+      return width - density.scaled(kMarkAndGap);
+    case Kind::button:
+    case Kind::default_button:
+    case Kind::toggle:
+      return width - 2 * density.scaled(kPadding);
+    case Kind::label:
+    case Kind::line:
+      return width;
+    default:
+      return 0;
+  }
+}
+
+TEST(DialogTexts, FitTheirControlsInEveryLanguage) {
+  need_application();
+  for (const Language language : {Language::russian, Language::english}) {
+    for (const DialogTemplate& dialog : all_dialogs(language)) {
+      for (const int dpi : {96, 192}) {
+        Density density;
+        density.dpi = dpi;
+        const Size design = design_size(dialog);
+        const Size room{density.scaled(design.width), density.scaled(design.height)};
+        const FormLayout layout = lay_out_form(dialog, density.unit(), room);
+        for (std::size_t i = 0; i < dialog.controls.size(); ++i) {
+          const ControlTemplate& control = dialog.controls[i];
+          const Rect& place = layout.places[i];
+          const int width = text_room(control, place.width, density);
+          if (width == 0) continue;
+          const bool bold = control.kind == Kind::default_button;
+          const QFontMetrics metrics(widget_font(density, kTextSize, bold));
+          const QSize needed =
+              metrics.boundingRect(QRect(0, 0, width, 10000), Qt::TextWordWrap, to_qt(control.text))
+                  .size();
+          EXPECT_LE(needed.width(), width) << dialog.id << " " << control.id << " at " << dpi;
+          EXPECT_LE(needed.height(), place.height) << dialog.id << " " << control.id;
+        }
+        if (dialog.popup) continue;
+        const QFontMetrics title(widget_font(density, kHeadingSize, true));
+        const int left = room.width - density.scaled(kTouchHeight + 2 + 4 * kGrid);
+        EXPECT_LE(title.horizontalAdvance(to_qt(dialog.title)), left) << dialog.id;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvello
