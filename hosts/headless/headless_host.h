@@ -1,6 +1,9 @@
 // All headless ports together.
 #pragma once
 
+#include <utility>
+
+#include "hosts/headless/headless_dialogs.h"
 #include "hosts/headless/headless_ports.h"
 #include "hosts/headless/headless_surface.h"
 #include "hosts/headless/headless_window.h"
@@ -13,6 +16,15 @@
 namespace orvello {
 
 struct HeadlessHost {
+  HeadlessHost() {
+    // The input panel takes its room from the window.
+    input.panel_changed = [this, up = 0](int height) mutable {
+      window.raise_panel(height - std::exchange(up, height));
+    };
+  }
+  HeadlessHost(const HeadlessHost&) = delete;
+  HeadlessHost& operator=(const HeadlessHost&) = delete;
+
   HeadlessClock clock;
   HeadlessLocale locale;
   MemoryRegistry registry;

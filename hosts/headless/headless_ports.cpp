@@ -78,4 +78,21 @@ bool HeadlessInput::load_library(TextView name) {
   return true;
 }
 
+PanelAnswer HeadlessInput::raise_input_panel(const Rect& beside) {
+  const bool room = panel_height == 0 || beside.bottom() <= screen_height - panel_height;
+  move_panel(room && panel_height > 0);
+  return room ? PanelAnswer::raised : PanelAnswer::no_room;
+}
+
+void HeadlessInput::hide_input_panel() {
+  ++panel_hides;
+  move_panel(false);
+}
+
+void HeadlessInput::move_panel(bool up) {
+  if (up == panel_up) return;
+  panel_up = up;
+  if (panel_changed) panel_changed(up ? panel_height : 0);
+}
+
 }  // namespace orvello

@@ -1,17 +1,14 @@
-// The small ports without a screen: a menu bar, message boxes, dialogs, a clock, a locale and input
-// methods that a test sets up and looks at.
+// The small ports without a screen: a menu bar, message boxes, a clock, a locale and input methods
+// that a test sets up and looks at.
 #pragma once
 
 #include <functional>
 #include <map>
-#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "hosts/headless/headless_report.h"
 #include "ports/clock.h"
-#include "ports/dialog.h"
 #include "ports/input_methods.h"
 #include "ports/locale.h"
 #include "ports/menu_bar.h"
@@ -62,97 +59,6 @@ class HeadlessBoxes : public MessageBoxes {
   std::vector<BoxAnswer> answers;   // the next ones to give; then the first button's
 };
 
-class HeadlessDialog : public Dialog {
- public:
-  HeadlessDialog(const DialogTemplate& dialog, DialogProcedure& procedure);
-
-  Text text(int control) const override;
-  void set_text(int control, TextView text) override;
-  bool checked(int control) const override;
-  void set_checked(int control, bool checked) override;
-  void enable(int control, bool enabled) override;
-  void show(int control, bool shown) override;
-  void focus(int control, Caret) override { focused = control; }
-  void set_step(int shown_step) override { step = shown_step; }
-  Rect place(int control) const override;
-  void set_place(int control, const Rect& place) override;
-  ChoiceControl* choice(int) override { return nullptr; }
-  ListControl* list(int control) override;
-  DateControl* date(int control) override;
-  RangeControl* range(int) override { return nullptr; }
-  NotesControl* notes(int) override { return nullptr; }
-  ReportList* report(int control) override;
-  DrawnControl* drawn(int control) override;
-  void set_timer(int id, int milliseconds) override;
-  void close(int result) override;
-
-  // What a person does.
-  void press(int control);
-  void type(int control, TextView text);
-  void tap_row(int control, int row);
-  void choose_date(int control, const MonthDayYear& date);  // in a month calendar
-  void pen_down(int control, Point point, bool second = false);
-  void pen_move(int control, Point point);
-  void pen_up(int control, Point point);
-  void tap(int control, Point point);
-  void key(int control, std::uint32_t key, bool control_held = false, bool shift_held = false);
-  bool fire_timer(int id);  // false: not started
-  void press_beside();      // of a popup
-  HeadlessReport& rows(int control) { return *reports.at(control); }
-  Size size_of(int control) const;  // of a custom control, at 96 dpi
-
-  // What a person picks from a menu; without it nothing.
-  std::function<std::uint32_t(const std::vector<MenuItem>&)> menu_choice;
-  std::vector<MenuItem> menu;  // the last one opened
-
-  struct Control {
-    ControlTemplate::Kind kind;
-    Text text;
-    std::vector<Text> rows;
-    int selected = -1;
-    bool checked = false, enabled = true, shown = true;
-    MonthDayYear date{};
-    std::vector<AccessibleCell> parts{};
-  };
-  DialogTemplate dialog;
-  std::map<int, Control> controls;
-  std::map<int, std::unique_ptr<HeadlessReport>> reports;
-  std::map<int, int> timers;
-  int invalidations = 0;
-  int focused = 0;
-  int step = 0;
-  bool closed = false;
-  int result = 0;
-
- private:
-  class List;
-  class Date;
-  class Drawn;
-  std::map<int, std::shared_ptr<ListControl>> lists_;
-  std::map<int, std::shared_ptr<DateControl>> dates_;
-  std::map<int, std::shared_ptr<DrawnControl>> drawn_;
-  const Control* find(int control) const;
-  void choose_radio(int control);
-  void send_pointer(DialogEvent::Kind kind, int control, Point point);
-  DialogProcedure& procedure_;
-};
-
-class HeadlessDialogs : public Dialogs {
- public:
-  int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) override;
-  std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
-                                        DialogProcedure& procedure) override;
-  int run_sheet(TextView, const std::vector<SheetPage>&) override { return kSheetFailed; }
-
-  // Plays the person in front of modal dialogs; without one they are closed at once.
-  std::function<void(HeadlessDialog&)> person;
-  std::vector<int> opened;             // template ids, in order
-  HeadlessDialog* modeless = nullptr;  // the last one opened, while it lives
-
- private:
-  class Modeless;
-};
-
 class HeadlessClock : public Clock {
  public:
   explicit HeadlessClock(SystemTime now = {2026, 11, 6, 21, 10, 0, 0, 0}) { set(now); }
@@ -186,10 +92,18 @@ class HeadlessInput : public InputMethods {
  public:
   bool load_library(TextView name) override;
   void free_library(TextView name) override { loaded.erase(Text(name)); }
-  PanelAnswer raise_input_panel(const Rect&) override { return PanelAnswer::raised; }
-  void hide_input_panel() override { ++panel_hides; }
+  PanelAnswer raise_input_panel(const Rect& beside) override;
+  void hide_input_panel() override;
+
   std::set<Text> loaded, missing;
+  int panel_height = 0;  // at the lower edge of a screen of this height; 0: there is none
+  int screen_height = 320;
+  bool panel_up = false;
+  std::function<void(int height)> panel_changed;  // how much of the screen it takes now
   int panel_hides = 0;
+
+ private:
+  void move_panel(bool up);
 };
 
 }  // namespace orvello

@@ -15,8 +15,14 @@ void HeadlessReport::set_mark(int row, ReportMark mark) {
     content_.rows[static_cast<std::size_t>(row)].mark = mark;
 }
 
+int HeadlessReport::titles_height() const {
+  constexpr int kHeight = 20;
+  const auto titled = [](const ReportColumn& column) { return !column.title.empty(); };
+  return std::any_of(content_.columns.begin(), content_.columns.end(), titled) ? kHeight : 0;
+}
+
 int HeadlessReport::top_of(int row) const {
-  int top = 0;
+  int top = titles_height();
   for (int i = 0; i < row; ++i) top += content_.rows[static_cast<std::size_t>(i)].height;
   return top;
 }
@@ -28,6 +34,7 @@ Rect HeadlessReport::row_place(int row) const {
 }
 
 int HeadlessReport::row_at(Point point) const {
+  if (point.y < titles_height()) return -1;
   for (int row = 0; row < static_cast<int>(content_.rows.size()); ++row)
     if (row_place(row).contains({point.x + place_.x, point.y + place_.y})) return row;
   return -1;
@@ -42,7 +49,7 @@ void HeadlessReport::show_row(int row) {
   const Rect place = row_place(row);
   if (place.empty()) return;
   scroll_by(std::max(0, place.bottom() - place_.bottom()));
-  scroll_by(std::min(0, row_place(row).y - place_.y));
+  scroll_by(std::min(0, row_place(row).y - place_.y - titles_height()));
 }
 
 Point HeadlessReport::point_of(int row) const {

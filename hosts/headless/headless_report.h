@@ -18,6 +18,8 @@ class HeadlessReport : public ReportList {
   void scroll_by(int pixels) override;
   void show_row(int row) override;
 
+  void move(const Rect& place) { place_ = place; }
+  int titles_height() const;  // 0: there are none
   const ReportContent& content() const { return content_; }
   // The middle of a row, in the list.
   Point point_of(int row) const;

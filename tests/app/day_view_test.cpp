@@ -111,7 +111,7 @@ TEST_F(DayViewTest, AListMadeAnewUnderThePenChangesNothingOfWhatIsMeant) {
   dialog().pen_up(kControlDayList, list().point_of(0));
   Text notes;
   device.dialogs.person = [&](HeadlessDialog& bubble) {
-    notes = bubble.controls.at(kControlNotes).parts.at(0).name;
+    notes = bubble.controls.at(kControlNotes).drawn->parts.at(0).name;
   };
   ASSERT_TRUE(dialog().fire_timer(kTimerNotes));
   EXPECT_EQ(notes, u"second floor");
@@ -157,7 +157,7 @@ TEST_F(DayViewTest, ATapShowsTheNotesAndASecondOneEdits) {
   device.dialogs.person = [&](HeadlessDialog& bubble) {
     ASSERT_EQ(bubble.dialog.id, kDialogNotes);
     ++bubbles;
-    shown_notes = bubble.controls[kControlNotes].parts.at(0).name;
+    shown_notes = bubble.controls.at(kControlNotes).drawn->parts.at(0).name;
     EXPECT_FALSE(bubble.dialog.outline.empty());
     bubble.pen_up(kControlNotes, {5, 5});
     EXPECT_TRUE(bubble.closed);
@@ -361,7 +361,7 @@ TEST_F(DayViewTest, ThePopupOfAMonthDayLeadsIntoTheDay) {
   device.window.pump();
   device.dialogs.person = [](HeadlessDialog& popup) {
     ASSERT_EQ(popup.dialog.id, kDialogDayPopup);
-    EXPECT_EQ(popup.controls[kControlDayHeader].parts.at(0).name, u"Mon - Nov 09, 2026");
+    EXPECT_EQ(popup.controls.at(kControlDayHeader).drawn->parts.at(0).name, u"Mon - Nov 09, 2026");
     const ReportContent& content = popup.rows(kControlDayList).content();
     ASSERT_EQ(content.rows.size(), 2u);
     EXPECT_EQ(content.rows[1].cells[1], u"Late");

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "hosts/headless/headless_dialogs.h"
 #include "hosts/headless/headless_ports.h"
 #include "hosts/headless/memory_store.h"
 #include "resources/dialog_templates.h"
@@ -56,7 +57,7 @@ TEST_F(ImportPreview, ShowsCountsAndProblemsAndImportsOnOk) {
   std::vector<Text> rows;
   dialogs.person = [&](HeadlessDialog& dialog) {
     counts = dialog.text(kControlImportText);
-    rows = dialog.controls[kControlImportFiles].rows;
+    rows = dialog.list(kControlImportFiles)->rows();
     EXPECT_TRUE(dialog.controls[kControlOk].enabled);
     EXPECT_EQ(dialog.focused, kControlOk);
     EXPECT_TRUE(store.oids({}, {})->empty()) << "a preview only reads";

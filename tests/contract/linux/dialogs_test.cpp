@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "hosts/headless/headless_ports.h"
+#include "hosts/headless/headless_dialogs.h"
 #include "hosts/qt/qt_dialogs.h"
 #include "tests/qt/test_window.h"
 
