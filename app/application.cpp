@@ -67,10 +67,8 @@ Application::Application(Host host, StartOptions options)
       volume_boxes_(host_.boxes),
       volume_{host.databases, volume_boxes_, host.files},
       session_(host.store, host_.boxes),
-      worker_(host.window),
+      grid_({host_, state_, settings_, session_, *this}),
       day_view_({host_, state_, settings_, session_, paste_source_, *this, today_button_}) {}
-
-Application::~Application() { worker_.stop(); }
 
 bool Application::handle_message(const Message& message) {
   for (const MessageTable::Row& row : MessageTable::kRows)
@@ -104,7 +102,7 @@ bool Application::on_free(const Message&) {
 }
 
 bool Application::on_drawing_failed(const Message&) {
-  worker_.rethrow_failure();
+  grid_.worker().rethrow_failure();
   return true;
 }
 
@@ -112,9 +110,23 @@ void Application::store_changed(std::uint32_t notification) {
   host_.window.post({notification, 0, {}, 0});
 }
 
-bool Application::on_paint(const Message&) {
-  worker_.copy_to_window();
+bool Application::on_snapshot(const Message&) {
+  grid_.draw_requested();
   return true;
+}
+
+bool Application::on_paint(const Message&) {
+  grid_.copy_to_window();
+  return true;
+}
+
+bool Application::on_pointer(const Message& message) { return grid_.on_pointer(message); }
+
+bool Application::on_key_down(const Message& message) {
+  const bool held = (message.detail & kControlHeld) != 0;
+  if (held && message.wparam >= u'1' && message.wparam <= u'3')
+    return enter_view(static_cast<int>(message.wparam - u'1'));
+  return grid_.on_key(message);
 }
 
 bool Application::on_deactivated(const Message&) {
@@ -135,15 +147,9 @@ bool Application::on_close(const Message& message) {
 }
 
 bool Application::on_timer(const Message& message) {
-  if (message.wparam == kTimerDayChange) {
-    check_day_change();
-  } else if (message.wparam == kTimerReadAgain) {
-    read_again();
-  } else if (message.wparam == kTimerHold) {
-    host_.window.stop_timer(kTimerHold);
-    const bool held = host_.window.pen_is_down() && modality_.free();
-    grid_action(grid_pointer_.hold(held));
-  }
+  if (message.wparam == kTimerDayChange) check_day_change();
+  if (message.wparam == kTimerReadAgain) read_again();
+  if (message.wparam == kTimerHold) grid_.on_hold();
   return true;
 }
 
@@ -153,15 +159,17 @@ bool Application::on_refresh(const Message& message) {
     session_.Close();
     session_.Open(this);
   }
-  hide_hover_label();
-  if (state_.view_mode == ViewMode::day) {
-    host_.window.show_wait_cursor();
-    day_view_.rebuild();
-    host_.window.hide_wait_cursor();
-  } else if (state_.view_mode == ViewMode::month || state_.view_mode == ViewMode::year) {
-    request_redraw();
-  }
+  reload_view();
   return true;
+}
+
+// The view that is shown, from the store and the settings as they are now.
+void Application::reload_view() {
+  grid_.hide_label();
+  if (grid_.is_shown()) return grid_.request_redraw();
+  host_.window.show_wait_cursor();
+  day_view_.rebuild();
+  host_.window.hide_wait_cursor();
 }
 
 void Application::note_read(ReadOutcome outcome) {
@@ -170,10 +178,8 @@ void Application::note_read(ReadOutcome outcome) {
 
 void Application::read_again() {
   if (!trouble_.standing()) return;
-  if (state_.view_mode == ViewMode::day)
-    day_view_.read_again();
-  else
-    request_redraw();
+  day_view_.read_again();
+  grid_.request_redraw();
 }
 
 void Application::appointments_changed(bool reconnect) {
@@ -186,10 +192,9 @@ void Application::check_day_change() {
   if (now == state_.today) return;
   state_.today = now;
   settings_.today = now;
-  if (state_.view_mode == ViewMode::month) {
-    request_redraw();
-    host_.window.invalidate();
-  }
+  if (state_.view_mode != ViewMode::month) return;
+  grid_.request_redraw();
+  host_.window.invalidate();
 }
 
 // Layout and surface change together, or not at all: an input panel that comes up only takes room
@@ -200,7 +205,7 @@ bool Application::on_setting_change(const Message& message) {
     return true;
   }
   measure_screen();
-  create_surface();
+  grid_.fit();
   host_.window.move(place_);
   const ViewMode mode = state_.view_mode;
   state_.view_mode = ViewMode::none_yet;

@@ -10,8 +10,7 @@
 
 #include "app/application_state.h"
 #include "app/day_view.h"
-#include "app/drawing_worker.h"
-#include "app/grid_pointer.h"
+#include "app/grid_view.h"
 #include "app/modality.h"
 #include "app/once_boxes.h"
 #include "app/read_trouble.h"
@@ -23,11 +22,6 @@
 #include "settings/settings_record.h"
 #include "settings/volume.h"
 #include "store/store_session.h"
-#include "views/accessible_text.h"
-#include "views/month_layout.h"
-#include "views/month_snapshot.h"
-#include "views/year_layout.h"
-#include "views/year_snapshot.h"
 
 namespace orvello {
 
@@ -44,13 +38,9 @@ enum class StartResult { running, other_instance, no_window };
 
 inline constexpr int kExitNoWindow = 16;
 
-class Application : public MessageHandler,
-                    public StoreListener,
-                    public AccessibleView,
-                    private ViewCommands {
+class Application : public MessageHandler, public StoreListener, private ViewCommands {
  public:
   Application(Host host, StartOptions options);
-  ~Application() override;
 
   StartResult start_up();
   // Shows a new user what can be done, once: until it has been seen to its end.
@@ -59,20 +49,9 @@ class Application : public MessageHandler,
   bool handle_message(const Message& message) override;
   void store_changed(std::uint32_t notification) override;
 
-  // What a screen reader reads of the Month and Year views.
-  AccessibleGrid accessible_grid() override;
-  std::vector<Text> accessible_items(int cell) override;
-  void choose_accessible(int cell) override;
-
-  // Requests a drawing of the current view; nothing in the Day view. Several requests before the
-  // next messages are handled make one drawing.
-  void request_redraw();
-  // Hands a requested drawing to the worker at once: for a caller without a message loop.
-  void draw_requested();
   void set_current_date(const MonthDayYear& date) override;
+  void show_day(const MonthDayYear& date) override;
   void send_command(std::uint32_t command) override;
-  void open_day(int day_parameter);  // the Day view, by its parameter
-  void ask_for_day_popup(const MonthDayYear& date);
 
   // Runs a call that may open a dialog, in the order of the calls: from the message loop, once the
   // start-up has ended and nothing modal stands.
@@ -82,17 +61,11 @@ class Application : public MessageHandler,
 
   ApplicationState& state() { return state_; }
   const SettingsRecord& settings() const { return settings_; }
-  DrawingWorker& worker() { return worker_; }
   StoreSession& session() { return session_; }
-  int redraw_requests() const { return redraw_requests_; }
-  const MonthLayout& month_layout() const { return month_layout_; }
-  const YearLayout& year_layout() const { return year_layout_; }
   const ReadTrouble& trouble() const { return trouble_; }
-  const MonthSnapshot* drawn_month() const { return month_snapshot_.get(); }
-  const YearSnapshot* drawn_year() const { return year_snapshot_.get(); }
+  GridView& grid() { return grid_; }
   const DayView& day() const { return day_view_; }
   const PasteSource& paste_source() const { return paste_source_; }
-  bool focus_visible() const { return focus_visible_; }
 
  private:
   friend struct MessageTable;
@@ -128,7 +101,6 @@ class Application : public MessageHandler,
   void measure_screen();
   Rect window_place(const ScreenInfo& screen) const;
   void lay_out();
-  void create_surface();
   void create_menu_bar();
   void list_profiles();
   void show_checked_view();
@@ -136,32 +108,10 @@ class Application : public MessageHandler,
   void open_store();
   void load_conventions();
   bool enter_view(int mode);
+  void show_grid(ViewMode mode);
   void check_day_change();
   void read_again();
-  void leave_day_and_label();
-
-  // The grids of the Month and Year views.
-  void redraw_selection();
-  void take_snapshot();
-  ViewDrawing month_drawing(bool same_items);
-  ViewDrawing year_drawing(bool same_items);
-  bool grid_key(const Message& message);
-  void show_date(const MonthDayYear& date);
-  void step_days(int days);
-  void step_months(int months);
-  void grid_action(const GridPointer::Action& action);
-  GridTarget grid_target(Point point) const;
-  Rect day_place(const MonthDayYear& date) const;
-  void show_day(const MonthDayYear& date);
-  void hover(const Message& message);
-  void hide_hover_label();
-  Text date_text(const MonthDayYear& date, int showdaylabel) const;  // as popups are headed
-  std::vector<CompactRow> compact_rows(const MonthDayYear& date);
-  std::shared_ptr<MonthSnapshot> read_month();
-  std::shared_ptr<const YearSnapshot> read_year();
-  const DayCount& day_count();
-  std::optional<MonthDayYear> cell_date(int cell) const;
-  bool passes_profile(TextView categories) const;
+  void reload_view();
   bool low_resolution() const;
 
   // ViewCommands.
@@ -181,28 +131,14 @@ class Application : public MessageHandler,
   SettingsRecord settings_;
   StoreSession session_;
   ReadTrouble trouble_{modality_, session_};
-  DrawingWorker worker_;
-  GridPointer grid_pointer_;
-  MonthLayout month_layout_;
-  YearLayout year_layout_;
-  std::shared_ptr<const MonthSnapshot> month_snapshot_;  // what was drawn last
-  std::shared_ptr<const YearSnapshot> year_snapshot_;
-  bool month_read_ = false, year_read_ = false;  // those hold what was read once
+  GridView grid_;
   PasteSource paste_source_;
   DayView day_view_;
   std::unique_ptr<Surface> measuring_;
-  MonthDayYear hovered_;  // the day that the hover label names, year 0 without one
-  DayCount day_count_;    // of the page that counted_for_ lies on
-  ViewMode counted_mode_ = ViewMode::none_yet;
-  MonthDayYear counted_for_;
-  bool focus_visible_ = false;  // the keyboard was used last
-  bool redraw_pending_ = false;
-  bool items_wanted_ = false;  // by the pending redraw: not only the selection moved
   std::vector<MenuItem> profile_menu_;
   Image today_button_;
   Rect place_;  // the window's, in the work area
   bool started_ = false;
-  int redraw_requests_ = 0;
   bool ink_loaded_[2] = {false, false};
 };
 

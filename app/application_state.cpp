@@ -16,19 +16,4 @@ Size work_size(const Rect& work_area, int menu_bar_height, int dpi_x) {
   return {work_area.width, work_area.height - menu_bar_height - gap};
 }
 
-MonthDayYear date_of_day_parameter(int parameter, int shown_month, int shown_year) {
-  if (parameter < 100) return {shown_month, parameter, shown_year};
-  const int day = parameter - 100;
-  if (day < 16) {
-    return shown_month == 12 ? MonthDayYear{1, day, shown_year + 1}
-                             : MonthDayYear{shown_month + 1, day, shown_year};
-  }
-  return shown_month == 1 ? MonthDayYear{12, day, shown_year - 1}
-                          : MonthDayYear{shown_month - 1, day, shown_year};
-}
-
-int day_parameter(const MonthDayYear& date, int shown_month) {
-  return date.month == shown_month ? date.day : date.day + 100;
-}
-
 }  // namespace orvello

@@ -47,9 +47,4 @@ Size work_size(const Rect& work_area, int menu_bar_height, int dpi_x);
 // The menu bar's height: room for a finger, a little over 7 mm.
 int menu_bar_height(int dpi_y);
 
-// The date that a Day view parameter means beside the shown month: the day itself, or 100 more for
-// a greyed day of a neighbouring month, which is the following one for days below 16.
-MonthDayYear date_of_day_parameter(int parameter, int shown_month, int shown_year);
-int day_parameter(const MonthDayYear& date, int shown_month);
-
 }  // namespace orvello

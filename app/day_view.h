@@ -7,7 +7,7 @@
 
 #include "app/application_state.h"
 #include "app/list_pointer.h"
-#include "app/read_trouble.h"
+#include "app/view_commands.h"
 #include "ports/host.h"
 #include "resources/strings.h"
 #include "settings/settings_record.h"
@@ -17,22 +17,6 @@
 #include "views/day_list.h"
 
 namespace orvello {
-
-// What a view asks of the program around it.
-class ViewCommands {
- public:
-  virtual ~ViewCommands() = default;
-  virtual void set_current_date(const MonthDayYear& date) = 0;
-  virtual void send_command(std::uint32_t command) = 0;
-  // Tells what came of reading what the view shows.
-  virtual void note_read(ReadOutcome outcome) = 0;
-  // Appointments changed; `reconnect` when the store's session has to be opened anew.
-  virtual void appointments_changed(bool reconnect) = 0;
-  virtual bool is_free() const = 0;        // nothing modal stands
-  virtual bool can_edit() const = 0;       // there is an editor
-  virtual Canvas& measuring_canvas() = 0;  // to measure texts with, on the user-interface thread
-  virtual Language language() const = 0;
-};
 
 // The occurrence that a row stands for.
 struct RowKey {

@@ -10,24 +10,15 @@
 #include <chrono>
 #include <condition_variable>
 #include <exception>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <thread>
 
 #include "ports/canvas.h"
 #include "ports/main_window.h"
+#include "views/draw_control.h"
 
 namespace orvello {
-
-inline constexpr int kDrawRequested = 100;
-inline constexpr int kDrawing = 101;
-inline constexpr int kDrawFinished = 102;
-
-// Draws one view; false when it gave up because the word went back to 100. `progress` is called
-// between items and shows what there is so far, now and then.
-using ViewDrawing = std::function<bool(Canvas& canvas, const std::atomic<int>& draw_state,
-                                       const std::function<void()>& progress)>;
 
 class DrawingWorker {
  public:

@@ -41,7 +41,7 @@ Action GridPointer::release(Point point, const GridTarget& target) {
       return {Action::Kind::show_today, 0, {}};
     case GridTarget::Kind::day:
       return {Action::Kind::open_day, 0, target.date};
-    case GridTarget::Kind::nothing:
+    case GridTarget::Kind::none:
       break;
   }
   return {};

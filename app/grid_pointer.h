@@ -1,22 +1,14 @@
-// What the pen does in the Month view. A press and release at one place is a tap; a release a good
-// way to the side is a drag that turns the month; a press that stays on a day for the hold time
-// asks for that day's popup. Pure: points and what lies under them in, an action out.
+// What the pen does on the grids of the Month and Year views. A press and release at one place is a
+// tap; a release a good way to the side is a drag that turns the page; a press that stays on a day
+// for the hold time asks for that day's popup. Pure: points and what lies under them in, an action
+// out.
 #pragma once
 
 #include "app/pen_reach.h"
 #include "base/geometry.h"
-#include "calendar/dates.h"
+#include "views/grid_target.h"
 
 namespace orvello {
-
-// What lies under a point of the Month view.
-struct GridTarget {
-  enum class Kind { nothing, month, previous_year, next_year, title, day };
-  Kind kind = Kind::nothing;
-  int month = 0;      // 1-12, of the strip
-  MonthDayYear date;  // of a day
-  friend bool operator==(const GridTarget&, const GridTarget&) = default;
-};
 
 class GridPointer {
  public:

@@ -8,15 +8,9 @@
 #include "draw/screen_layout.h"
 #include "resources/strings.h"
 #include "store/store_session.h"
+#include "views/read_outcome.h"
 
 namespace orvello {
-
-// What came of reading what a view shows.
-enum class ReadOutcome {
-  whole,
-  kept,     // failed: what was read before is shown on
-  nothing,  // failed, and there was nothing to keep
-};
 
 class ReadTrouble {
  public:

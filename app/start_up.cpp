@@ -37,7 +37,8 @@ StartResult Application::start_up() {
   today_button_ = load_bitmap(low_resolution() ? kBitmapTodayLow : kBitmapTodayHigh);
   open_store();
   if (host_.menu_bar.exists()) host_.window.move(place_);
-  create_surface();
+  grid_.fit();
+  measuring_ = host_.surfaces.create({1, 1});
   host_.window.show();
   load_conventions();
   state_.today = settings_.today;
@@ -65,8 +66,7 @@ void Application::greet() {
 
 bool Application::on_create(const Message&) {
   create_menu_bar();
-  worker_.start();
-  host_.window.set_accessible_view(this);
+  grid_.start();
   return true;
 }
 
@@ -116,11 +116,6 @@ void Application::create_menu_bar() {
   }
 }
 
-void Application::create_surface() {
-  worker_.set_surface(host_.surfaces.create(state_.layout.work), state_.layout.work);
-  if (!measuring_) measuring_ = host_.surfaces.create({1, 1});
-}
-
 void Application::load_ink_libraries() {
   for (int i = 0; i < 2; ++i) {
     ink_loaded_[i] = host_.input.load_library(kInkLibraries[i]);
@@ -144,11 +139,8 @@ void Application::load_conventions() {
 bool Application::on_destroy(const Message&) {
   modality_.forget_all();
   host_.window.stop_timer(kTimerDayChange);
-  worker_.stop();
   day_view_.close();
-  hide_hover_label();
-  host_.window.set_accessible_view(nullptr);
-  worker_.set_surface(nullptr, {});
+  grid_.stop();
   session_.Close();
   if (state_.platform_generation == 3) session_.CloseNotify();
   for (int i = 0; i < 2; ++i)

@@ -41,7 +41,7 @@ struct RedrawBench : FullCalendar {
   // The message loop until nothing is left to draw.
   bool settle() {
     window.pump();
-    return application->worker().wait_until_idle(std::chrono::seconds(60));
+    return application->grid().worker().wait_until_idle(std::chrono::seconds(60));
   }
 
   HeadlessWindow window{double_density()};
@@ -58,7 +58,7 @@ void redraw(benchmark::State& state, std::uint32_t view) {
   const auto requests = state.range(0);
   for (auto _ : state) {
     state.PauseTiming();
-    bench->application->request_redraw();
+    bench->application->grid().request_redraw();
     bench->window.pump();  // the worker draws now
     for (std::int64_t i = 1; i < requests; ++i) bench->window.send({kItemChangedRemote, 0, {}, 0});
     state.ResumeTiming();

@@ -151,9 +151,9 @@ Point month_icon_place(const MonthLayout& layout, int row, int column, int n) {
           (row + 1) * layout.screen.row_height - (gap + h) * (r + 1) + layout.grid_top};
 }
 
-MonthHit hit_month(const MonthLayout& layout, Point point) {
-  using Kind = MonthHit::Kind;
-  MonthHit hit;
+GridTarget hit_month(const MonthLayout& layout, Point point) {
+  using Kind = GridTarget::Kind;
+  GridTarget hit;
   if (point.x < 0 || point.x >= layout.screen.work.width || point.y < 0) return hit;
   if (point.y < layout.strip.bottom()) {
     for (int m = 0; m < 12; ++m)
@@ -166,14 +166,8 @@ MonthHit hit_month(const MonthLayout& layout, Point point) {
   } else if (point.y < layout.title_band.bottom()) {
     hit.kind = Kind::title;
   }
-  for (const MonthCell& cell : layout.cells) {
-    if (!cell.drawn || !cell.box.contains(point)) continue;
-    hit.kind = Kind::day;
-    hit.row = cell.row;
-    hit.column = cell.column;
-    hit.date = cell.date;
-    hit.off_month = cell.off_month;
-  }
+  for (const MonthCell& cell : layout.cells)
+    if (cell.drawn && cell.box.contains(point)) return {Kind::day, 0, cell.date};
   return hit;
 }
 

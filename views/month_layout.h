@@ -8,6 +8,7 @@
 #include "calendar/dates.h"
 #include "calendar/month_grid_range.h"
 #include "draw/screen_layout.h"
+#include "views/grid_target.h"
 
 namespace orvello {
 
@@ -81,15 +82,7 @@ struct MonthLayout {
 // The place of a cell's n-th icon, n from 1 to kIconsInCell.
 Point month_icon_place(const MonthLayout& layout, int row, int column, int n);
 
-struct MonthHit {
-  enum class Kind { none, month, previous_year, next_year, title, day };
-  Kind kind = Kind::none;
-  int month = 0;  // 1-12, of the strip
-  int row = 0;    // of a day
-  int column = 0;
-  MonthDayYear date;
-  bool off_month = false;
-};
-MonthHit hit_month(const MonthLayout& layout, Point point);
+// Days that are not drawn are not there.
+GridTarget hit_month(const MonthLayout& layout, Point point);
 
 }  // namespace orvello

@@ -94,20 +94,18 @@ void place_blocks(YearLayout& layout, int firstdayofweek) {
   }
 }
 
-YearHit hit_block(const YearLayout& layout, int month, Point point) {
+GridTarget hit_block(const YearLayout& layout, int month, Point point) {
   const YearBlock& block = layout.months[static_cast<std::size_t>(month - 1)];
-  YearHit hit{YearHit::Kind::month, month, {}};
-  if (point.y < block.strip.bottom()) return hit;
+  const GridTarget around{GridTarget::Kind::month, month, {}};
+  if (point.y < block.strip.bottom()) return around;
   const int row = std::clamp((point.y - block.grid.y) / layout.cell.height, 0, kYearRows - 1);
   const int column = std::clamp((point.x - block.grid.x) / layout.cell.width, 0, kYearColumns - 1);
   int day = row * kYearColumns + column - block.first_column + 1;
-  if (day < 1 || day > block.length) return hit;
+  if (day < 1 || day > block.length) return around;
   const MonthDayYear later{month, day + 7, layout.year};
   const bool shared = row == kYearRows - 1 && later.day <= block.length;
   if (shared && point.y >= cell_place(layout, later).y) day = later.day;
-  hit.kind = YearHit::Kind::day;
-  hit.date = {month, day, layout.year};
-  return hit;
+  return {GridTarget::Kind::day, 0, {month, day, layout.year}};
 }
 
 }  // namespace
@@ -134,8 +132,8 @@ Rect cell_place(const YearLayout& layout, const MonthDayYear& date) {
   return place;
 }
 
-YearHit hit_year(const YearLayout& layout, Point point) {
-  using Kind = YearHit::Kind;
+GridTarget hit_year(const YearLayout& layout, Point point) {
+  using Kind = GridTarget::Kind;
   if (layout.previous_tap.contains(point)) return {Kind::previous_year, 0, {}};
   if (layout.next_tap.contains(point)) return {Kind::next_year, 0, {}};
   if (layout.header.contains(point)) return {Kind::title, 0, {}};

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "draw/screen_layout.h"
+#include "views/grid_target.h"
 #include "views/year_grid.h"
 
 namespace orvello {
@@ -42,13 +43,7 @@ struct YearLayout {
 // What a day covers, in a double cell one half of it. Empty for a date that the year lacks.
 Rect cell_place(const YearLayout& layout, const MonthDayYear& date);
 
-struct YearHit {
-  enum class Kind { none, previous_year, next_year, title, month, day };
-  Kind kind = Kind::none;
-  int month = 0;      // 1-12, of a month and of a day
-  MonthDayYear date;  // of a day
-};
 // The margins beside a grid belong to its outer cells; a cell without a day means the month.
-YearHit hit_year(const YearLayout& layout, Point point);
+GridTarget hit_year(const YearLayout& layout, Point point);
 
 }  // namespace orvello

@@ -37,9 +37,7 @@ Text year_restriction(int year) {
 
 MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes,
                             int generation, const std::atomic<int>& draw_state, YearMarks& marks) {
-  const auto stopped = [&] {
-    return draw_state.load(std::memory_order_relaxed) == kRedrawRequested;
-  };
+  const auto stopped = [&] { return draw_state.load(std::memory_order_relaxed) == kDrawRequested; };
   marks = {};
   if (stopped()) return MarksOutcome::given_up;
   const std::unique_ptr<StoreItems> all = source();

@@ -34,7 +34,7 @@ std::optional<YearSnapshot> take_year_snapshot(
       year_snapshot_without_marks(settings, screen, year, today, selected, focus_visible);
   if (settings.coloryearview != 1) return snapshot;
   // No drawing is under way that a newer request could make stale: the request is what takes this.
-  const std::atomic<int> undisturbed{kRedrawRequested + 1};
+  const std::atomic<int> undisturbed{kDrawing};
   const MarksOutcome outcome = BuildYearMarks(
       year, source,
       [&](TextView categories) { return profileAllowsCategory(settings, categories); }, generation,

@@ -229,9 +229,9 @@ int run_render(int argc, char** argv, const WindowParts& given) {
     std::cerr << "orvello: no window could be made to draw in\n";
     return kExitFailure;
   }
-  session.application.draw_requested();
-  const bool drawn = session.application.worker().wait_until_idle(kDrawLimit);
-  session.application.worker().rethrow_failure();
+  session.application.grid().draw_requested();
+  const bool drawn = session.application.grid().worker().wait_until_idle(kDrawLimit);
+  session.application.grid().worker().rethrow_failure();
   // A picture of a part would show the rest as free.
   if (const ReadTrouble& trouble = session.application.trouble(); trouble.standing()) {
     std::cerr << "orvello: " << to_utf8(trouble.reason()) << "\n";

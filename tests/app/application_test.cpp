@@ -40,7 +40,7 @@ struct ApplicationTest : testing::Test {
   MonthDayYear shown() const { return application->state().current; }
   bool idle() {
     device.window.pump();
-    return application->worker().wait_until_idle(20s);
+    return application->grid().worker().wait_until_idle(20s);
   }
   // The rows of the Day view: time and subject, or what else stands there.
   std::vector<Text> rows() const {
@@ -138,10 +138,10 @@ TEST_F(ApplicationTest, TheGridsKeepTheirLastGoodPicture) {
   add(9, 10, u"Dentist");
   start();
   EXPECT_TRUE(idle());
-  ASSERT_EQ(application->drawn_month()->period.items.size(), 1u);
+  ASSERT_EQ(application->grid().month().snapshot()->period.items.size(), 1u);
   device.window.command(kCommandYearView);
   EXPECT_TRUE(idle());
-  const YearMarks marks = application->drawn_year()->marks;
+  const YearMarks marks = application->grid().year().snapshot()->marks;
   ASSERT_TRUE(marks.at(11, 9));
   device.store.faults.unreadable = device.store.faults.busy = true;
   device.store.faults.reason = "calendar.db is in use.";
@@ -150,17 +150,17 @@ TEST_F(ApplicationTest, TheGridsKeepTheirLastGoodPicture) {
     EXPECT_TRUE(idle());
   };
   refresh();
-  EXPECT_EQ(application->drawn_year()->marks, marks);
+  EXPECT_EQ(application->grid().year().snapshot()->marks, marks);
   device.window.command(kCommandMonthView);
   EXPECT_TRUE(idle());
-  EXPECT_EQ(application->drawn_month()->period.items.size(), 1u);
+  EXPECT_EQ(application->grid().month().snapshot()->period.items.size(), 1u);
   ASSERT_TRUE(device.window.notice);
   EXPECT_EQ(device.window.notice->text.find(u"Shown as it was"), 0u);
   EXPECT_EQ(device.window.timers().count(kTimerReadAgain), 1u);
-  const AccessibleGrid grid = application->accessible_grid();
+  const AccessibleGrid grid = application->grid().accessible_grid();
   for (const AccessibleCell& cell : grid.cells)
     EXPECT_TRUE(cell.name.empty() || cell.name.find(u"cannot be read") != Text::npos);
-  EXPECT_EQ(application->accessible_items(20), std::vector<Text>{u"Cannot be read"});
+  EXPECT_EQ(application->grid().accessible_items(20), std::vector<Text>{u"Cannot be read"});
   device.dialogs.person = [](HeadlessDialog& popup) {
     EXPECT_EQ(popup.rows(kControlDayList).content().rows[0].cells[0], u"Cannot be read");
   };
@@ -169,7 +169,7 @@ TEST_F(ApplicationTest, TheGridsKeepTheirLastGoodPicture) {
   // Another page has nothing to keep.
   device.window.key(kKeyPageUp);
   EXPECT_TRUE(idle());
-  EXPECT_TRUE(application->drawn_month()->period.items.empty());
+  EXPECT_TRUE(application->grid().month().snapshot()->period.items.empty());
   EXPECT_EQ(device.window.notice->text.find(u"The calendar cannot be read"), 0u);
   for (int i = 0; i < 9; ++i) {
     device.window.fire_timer(kTimerReadAgain);
@@ -183,7 +183,7 @@ TEST_F(ApplicationTest, TheGridsKeepTheirLastGoodPicture) {
   EXPECT_EQ(device.window.timers().count(kTimerReadAgain), 0u);
   device.window.key(kKeyPageDown);
   EXPECT_TRUE(idle());
-  EXPECT_EQ(application->drawn_month()->period.items.size(), 1u);
+  EXPECT_EQ(application->grid().month().snapshot()->period.items.size(), 1u);
 }
 
 TEST_F(ApplicationTest, ABadSettingsVolumeIsNamedOnceAtTheStart) {
@@ -252,10 +252,10 @@ TEST_F(ApplicationTest, ViewCommandsDoNothingInTheirOwnView) {
 
 TEST_F(ApplicationTest, KeysMoveTheSelectedDayAndTurnPages) {
   start();
-  EXPECT_FALSE(application->focus_visible());
+  EXPECT_FALSE(application->grid().focus_visible());
   device.window.key(kKeyRight);
   EXPECT_EQ(shown(), (MonthDayYear{11, 22, 2026}));
-  EXPECT_TRUE(application->focus_visible());
+  EXPECT_TRUE(application->grid().focus_visible());
   device.window.key(kKeyDown);
   device.window.key(kKeyDown);
   EXPECT_EQ(shown(), (MonthDayYear{12, 6, 2026}));
@@ -271,7 +271,7 @@ TEST_F(ApplicationTest, KeysMoveTheSelectedDayAndTurnPages) {
   device.window.key(kKeyPageDown);
   EXPECT_EQ(shown(), (MonthDayYear{2, 28, 2026}));  // never a day that the month lacks
   device.window.tap({120, 200});
-  EXPECT_FALSE(application->focus_visible());
+  EXPECT_FALSE(application->grid().focus_visible());
 }
 
 TEST_F(ApplicationTest, AThousandRequestsTakeOneSnapshotAndMakeOneDrawing) {
@@ -361,7 +361,7 @@ TEST_F(ApplicationTest, TheYearNamesADayUnderThePointer) {
   options.view = 2;
   start(options);
   EXPECT_TRUE(idle());
-  const Point day = cell_place(application->year_layout(), {11, 21, 2026}).center();
+  const Point day = cell_place(application->grid().year().layout(), {11, 21, 2026}).center();
   device.window.hover(day);
   ASSERT_TRUE(device.window.label);
   EXPECT_NE(device.window.label->text.find(u"9:00a-10:00a Dentist"), Text::npos);
@@ -397,12 +397,12 @@ TEST_F(ApplicationTest, WhatIsCopiedHasTheLayoutsSizeAtEveryMoment) {
   const auto begin_drawing = [&] {
     EXPECT_TRUE(idle());
     go = false;
-    application->worker().request(
+    application->grid().worker().request(
         [&](Canvas&, const std::atomic<int>&, const std::function<void()>&) {
           for (int i = 0; i < 5000 && !go; ++i) std::this_thread::sleep_for(1ms);
           return true;
         });
-    while (application->worker().draw_state() != kDrawing) std::this_thread::sleep_for(1ms);
+    while (application->grid().worker().draw_state() != kDrawing) std::this_thread::sleep_for(1ms);
   };
   const auto expect_agreement = [&](Size work) {
     device.window.paint();
@@ -416,7 +416,7 @@ TEST_F(ApplicationTest, WhatIsCopiedHasTheLayoutsSizeAtEveryMoment) {
   EXPECT_EQ(device.window.place().height, upright.height - 80);
   expect_agreement(upright);
   EXPECT_EQ(device.surfaces.sizes.size(), 2u) << "the one drawn on, the one to measure with";
-  EXPECT_EQ(application->worker().draw_state(), kDrawing) << "it is not stale";
+  EXPECT_EQ(application->grid().worker().draw_state(), kDrawing) << "it is not stale";
   ScreenInfo screen = HeadlessWindow::default_screen();
   screen.resolution = {320, 240};
   screen.work_area = {0, 0, 320, 240};
@@ -503,14 +503,6 @@ TEST_F(ApplicationTest, ClosingLetsGoOfEverything) {
   EXPECT_FALSE(device.menu_bar.exists());
   EXPECT_EQ(device.store.initialized, 0);
   EXPECT_TRUE(device.databases.nothing_open());
-}
-
-TEST(DayParameter, NamesDaysOfTheNeighbouringMonths) {
-  EXPECT_EQ(date_of_day_parameter(17, 3, 2026), (MonthDayYear{3, 17, 2026}));
-  EXPECT_EQ(date_of_day_parameter(105, 3, 2026), (MonthDayYear{4, 5, 2026}));
-  EXPECT_EQ(date_of_day_parameter(128, 3, 2026), (MonthDayYear{2, 28, 2026}));
-  EXPECT_EQ(date_of_day_parameter(103, 12, 2026), (MonthDayYear{1, 3, 2027}));
-  EXPECT_EQ(date_of_day_parameter(131, 1, 2026), (MonthDayYear{12, 31, 2025}));
 }
 
 TEST(Screen, GenerationComesFromTheVersion) {

@@ -368,7 +368,8 @@ TEST_F(DayViewTest, ThePopupOfAMonthDayLeadsIntoTheDay) {
     EXPECT_EQ(content.background, rgb(255, 255, 255));
     popup.tap(kControlDayList, popup.rows(kControlDayList).point_of(1));
   };
-  application->ask_for_day_popup({11, 9, 2026});
+  application->set_current_date({11, 9, 2026});
+  device.window.key(kKeySpace);
   EXPECT_EQ(application->state().view_mode, ViewMode::day);
   EXPECT_EQ(shown(), (MonthDayYear{11, 9, 2026}));
 }

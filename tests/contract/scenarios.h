@@ -73,7 +73,7 @@ class Scenarios : public testing::Test {
 
   void settle() {
     device.settle();
-    EXPECT_TRUE(application->worker().wait_until_idle(std::chrono::seconds(20)));
+    EXPECT_TRUE(application->grid().worker().wait_until_idle(std::chrono::seconds(20)));
     device.settle();
   }
   void tap(Point point) {
@@ -82,7 +82,7 @@ class Scenarios : public testing::Test {
     settle();
   }
   Point day_point(int day) {
-    for (const MonthCell& cell : application->month_layout().cells)
+    for (const MonthCell& cell : application->grid().month().layout().cells)
       if (!cell.off_month && cell.date.day == day) return cell.box.center();
     ADD_FAILURE() << "no cell for day " << day;
     return {};
@@ -120,7 +120,7 @@ TYPED_TEST_SUITE_P(Scenarios);
 
 TYPED_TEST_P(Scenarios, ThePenTurnsMonthsAndYears) {
   this->start();
-  const MonthLayout& layout = this->application->month_layout();
+  const MonthLayout& layout = this->application->grid().month().layout();
   this->tap(layout.months[2].center());
   EXPECT_EQ(this->shown(), (MonthDayYear{3, 21, 2026}));
   this->tap(layout.next_tap.center());
@@ -177,7 +177,7 @@ TYPED_TEST_P(Scenarios, AHoldOpensThePopupAndATapInItTheDay) {
   this->settle();
   EXPECT_EQ(this->count_opened(kDialogDayPopup), 1);
   EXPECT_EQ(this->mode(), ViewMode::month);
-  this->device.hold(this->application->month_layout().title.center());
+  this->device.hold(this->application->grid().month().layout().title.center());
   EXPECT_EQ(this->count_opened(kDialogDayPopup), 1);
   this->device.answer(ScenarioDevice::Answer::first_row);
   this->device.hold(this->day_point(9));
@@ -190,14 +190,14 @@ TYPED_TEST_P(Scenarios, TheYearLeadsToItsMonthsAndDays) {
   this->start();
   this->device.choose(kCommandYearView);
   this->settle();
-  this->tap(this->application->year_layout().next_tap.center());
+  this->tap(this->application->grid().year().layout().next_tap.center());
   EXPECT_EQ(this->shown(), (MonthDayYear{11, 21, 2027}));
-  this->tap(cell_place(this->application->year_layout(), {3, 9, 2027}).center());
+  this->tap(cell_place(this->application->grid().year().layout(), {3, 9, 2027}).center());
   EXPECT_EQ(this->mode(), ViewMode::day);
   EXPECT_EQ(this->shown(), (MonthDayYear{3, 9, 2027}));
   this->list_key(kKeyEscape);
   EXPECT_EQ(this->mode(), ViewMode::year);
-  this->tap(this->application->year_layout().months[6].strip.center());
+  this->tap(this->application->grid().year().layout().months[6].strip.center());
   EXPECT_EQ(this->mode(), ViewMode::month);
   EXPECT_EQ(this->shown(), (MonthDayYear{7, 9, 2027}));
 }
@@ -337,11 +337,11 @@ TYPED_TEST_P(Scenarios, WhatCannotBeReadStaysAsItWasUntilItCan) {
 
 TYPED_TEST_P(Scenarios, AChangeInTheStoreIsDrawn) {
   this->start();
-  const int requests = this->application->redraw_requests();
+  const int requests = this->application->grid().redraw_requests();
   ASSERT_GT(this->add({11, 9, 2026}, 10, u"New"), 0);
   this->device.store().poll();
   this->settle();
-  EXPECT_GT(this->application->redraw_requests(), requests);
+  EXPECT_GT(this->application->grid().redraw_requests(), requests);
 }
 
 REGISTER_TYPED_TEST_SUITE_P(Scenarios, ThePenTurnsMonthsAndYears, KeysAndWheelMoveThroughTheMonths,

@@ -9,7 +9,7 @@
 namespace orvello {
 namespace {
 
-using Kind = YearHit::Kind;
+using Kind = GridTarget::Kind;
 
 ScreenLayout screen_of(const TestScreen& screen) {
   return layout_screen(screen.work, screen.dpi, screen.dpi, false);
@@ -57,7 +57,7 @@ TEST(YearLayout, EveryDayHitAtItsCentreIsThatDay) {
           ASSERT_EQ(intersection(place, box), place) << each.work.width << " " << month;
           for (const Point point : {place.center(), Point{place.x, place.y},
                                     Point{place.right() - 1, place.bottom() - 1}}) {
-            const YearHit hit = hit_year(layout, point);
+            const GridTarget hit = hit_year(layout, point);
             ASSERT_EQ(hit.kind, Kind::day);
             ASSERT_EQ(hit.date, date) << each.work.width << "x" << each.work.height;
           }
@@ -107,7 +107,7 @@ TEST(YearLayout, TheHeaderTheMonthsAndTheEmptyCells) {
   const YearBlock& february = layout.months[1];  // its first week holds only the 1st
   for (const Point point : {february.strip.center(), Point{february.grid.x, february.grid.y},
                             Point{february.box.right() - 1, february.box.bottom() - 1}}) {
-    const YearHit hit = hit_year(layout, point);
+    const GridTarget hit = hit_year(layout, point);
     EXPECT_EQ(hit.kind, Kind::month);
     EXPECT_EQ(hit.month, 2);
   }

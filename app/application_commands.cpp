@@ -17,20 +17,19 @@ bool Application::enter_view(int mode) {
   return true;
 }
 
+void Application::set_current_date(const MonthDayYear& date) {
+  state_.current = date;
+  settings_.shown = date;
+}
+
 void Application::day_view() {
   if (state_.view_mode == ViewMode::day && day_view_.is_open()) return;
   if (state_.view_mode != ViewMode::day && state_.view_mode != ViewMode::none_yet)
     state_.previous_view_mode = state_.view_mode;
   state_.view_mode = ViewMode::day;
-  worker_.cancel();
-  redraw_pending_ = false;
-  leave_day_and_label();
+  grid_.leave();
   day_view_.open();
   show_checked_view();
-}
-
-void Application::open_day(int day_parameter) {
-  show_day(date_of_day_parameter(day_parameter, state_.current.month, state_.current.year));
 }
 
 void Application::show_day(const MonthDayYear& date) {
@@ -39,33 +38,20 @@ void Application::show_day(const MonthDayYear& date) {
   send_command(kCommandDayView);
 }
 
-void Application::leave_day_and_label() {
-  hide_hover_label();
+void Application::month_view() { show_grid(ViewMode::month); }
+void Application::year_view() { show_grid(ViewMode::year); }
+
+void Application::show_grid(ViewMode mode) {
+  if (state_.view_mode == mode) return;
   day_view_.close();
-}
-
-void Application::month_view() {
-  if (state_.view_mode == ViewMode::month) return;
-  leave_day_and_label();
-  state_.view_mode = ViewMode::month;
-  request_redraw();
-  host_.window.invalidate();
-  show_checked_view();
-}
-
-void Application::year_view() {
-  if (state_.view_mode == ViewMode::year) return;
-  leave_day_and_label();
-  state_.view_mode = ViewMode::year;
-  request_redraw();
-  host_.window.invalidate();
+  state_.view_mode = mode;
+  grid_.enter(mode);
   show_checked_view();
 }
 
 void Application::show_checked_view() {
-  host_.menu_bar.check_button(kCommandDayView, state_.view_mode == ViewMode::day);
-  host_.menu_bar.check_button(kCommandMonthView, state_.view_mode == ViewMode::month);
-  host_.menu_bar.check_button(kCommandYearView, state_.view_mode == ViewMode::year);
+  for (int mode = 0; mode < 3; ++mode)
+    host_.menu_bar.check_button(kViewCommands[mode], state_.view_mode == ViewMode{mode});
 }
 
 void Application::new_appointment() {
@@ -83,7 +69,7 @@ void Application::exit_program() { handle_message({kMessageClose, 0, {}, 0}); }
 void Application::open_settings() {
   const std::int32_t clock24 = settings_.timeformat;
   if (options_.edit_settings) options_.edit_settings();
-  request_redraw();
+  grid_.request_redraw();
   if (day_view_.is_open()) {
     if (settings_.timeformat != clock24) handle_message({kMessageRefresh, 0, {}, 0});
     day_view_.focus_list();
@@ -119,12 +105,7 @@ void Application::select_profile(std::uint32_t command) {
   FlushSettings(host_.registry);
   load_active_profile(volume_, settings_);
   list_profiles();
-  if (!changed) return;
-  hide_hover_label();
-  if (state_.view_mode == ViewMode::day)
-    day_view_.rebuild();
-  else
-    request_redraw();
+  if (changed) reload_view();
 }
 
 }  // namespace orvello

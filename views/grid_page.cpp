@@ -1,0 +1,20 @@
+#include "views/grid_page.h"
+
+#include "settings/profiles.h"
+#include "views/accessible_counts.h"
+
+namespace orvello {
+
+bool GridPage::passes_profile(TextView categories) const {
+  return profileAllowsCategory(settings_, categories);
+}
+
+DayCount GridPage::counted(std::int32_t from_day, std::int32_t to_day, int generation) const {
+  auto counts =
+      count_days([this] { return session_.CalendarItems(); }, from_day, to_day,
+                 [this](TextView categories) { return passes_profile(categories); }, generation);
+  if (counts) return day_count_of(std::move(*counts), from_day);
+  return [](const MonthDayYear&) { return kUnreadableCount; };
+}
+
+}  // namespace orvello

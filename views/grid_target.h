@@ -1,0 +1,16 @@
+// What lies under a point of the Month or the Year view.
+#pragma once
+
+#include "calendar/dates.h"
+
+namespace orvello {
+
+struct GridTarget {
+  enum class Kind { none, month, previous_year, next_year, title, day };
+  Kind kind = Kind::none;
+  int month = 0;      // 1-12, of a month
+  MonthDayYear date;  // of a day
+  friend bool operator==(const GridTarget&, const GridTarget&) = default;
+};
+
+}  // namespace orvello

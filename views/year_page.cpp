@@ -1,0 +1,74 @@
+#include "views/year_page.h"
+
+#include "resources/ids.h"
+#include "views/year_paint.h"
+
+namespace orvello {
+
+const GridHabits& YearPage::habits() const {
+  static constexpr GridHabits kHabits{
+      .months = 12, .names_days = true, .escape = kCommandMonthView};
+  return kHabits;
+}
+
+bool YearPage::same_page(const MonthDayYear& a, const MonthDayYear& b) const {
+  return a.year == b.year;
+}
+
+bool YearPage::shows(const MonthDayYear& date) const {
+  return snapshot_ && snapshot_->year == date.year;
+}
+
+ReadOutcome YearPage::read(const GridInput& in, YearSnapshot& snapshot) {
+  if (auto taken = take_year_snapshot(session_, settings_, in.screen, in.selected.year, in.today,
+                                      in.selected, in.focus_visible, in.generation)) {
+    snapshot = std::move(*taken);
+    read_ = true;
+    return ReadOutcome::whole;
+  }
+  snapshot = year_snapshot_without_marks(settings_, in.screen, in.selected.year, in.today,
+                                         in.selected, in.focus_visible);
+  read_ = read_ && shows(in.selected);
+  if (!read_) return ReadOutcome::nothing;
+  snapshot.marks = snapshot_->marks;
+  return ReadOutcome::kept;
+}
+
+std::optional<ReadOutcome> YearPage::take(const GridInput& in, bool same_items) {
+  const auto next = std::make_shared<YearSnapshot>();
+  std::optional<ReadOutcome> outcome;
+  if (same_items && shows(in.selected) && snapshot_->screen == in.screen)
+    *next = *snapshot_;
+  else
+    outcome = read(in, *next);
+  next->selected = in.selected;
+  next->focus_visible = in.focus_visible;
+  layout_ = YearLayout(*next);
+  snapshot_ = next;
+  return outcome;
+}
+
+ViewDrawing YearPage::drawing() const {
+  return [snapshot = snapshot_](Canvas& canvas, const std::atomic<int>& draw_state,
+                                const std::function<void()>& progress) {
+    return DrawYearView(*snapshot, canvas, draw_state, progress);
+  };
+}
+
+GridTarget YearPage::hit(Point point) const { return hit_year(layout_, point); }
+
+Rect YearPage::place_of(const MonthDayYear& date) const { return cell_place(layout_, date); }
+
+AccessibleGrid YearPage::accessible(const DayCount& count, const AccessibleWords& words) const {
+  return accessible_year(layout_, count, words);
+}
+
+std::optional<MonthDayYear> YearPage::date_of_cell(int cell) const {
+  return accessible_year_date(layout_, cell);
+}
+
+DayCount YearPage::count_days_with(const MonthDayYear& shown, int generation) const {
+  return counted(WholeDayNumber(1, 1, shown.year), WholeDayNumber(12, 31, shown.year), generation);
+}
+
+}  // namespace orvello

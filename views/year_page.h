@@ -1,0 +1,38 @@
+// The Year view as a page.
+#pragma once
+
+#include <memory>
+
+#include "views/grid_page.h"
+#include "views/year_layout.h"
+#include "views/year_snapshot.h"
+
+namespace orvello {
+
+class YearPage : public GridPage {
+ public:
+  using GridPage::GridPage;
+
+  const GridHabits& habits() const override;
+  bool same_page(const MonthDayYear& a, const MonthDayYear& b) const override;
+  std::optional<ReadOutcome> take(const GridInput& input, bool same_items) override;
+  ViewDrawing drawing() const override;
+  GridTarget hit(Point point) const override;
+  Rect place_of(const MonthDayYear& date) const override;
+  AccessibleGrid accessible(const DayCount& count, const AccessibleWords& words) const override;
+  std::optional<MonthDayYear> date_of_cell(int cell) const override;
+  DayCount count_days_with(const MonthDayYear& shown, int generation) const override;
+
+  const YearLayout& layout() const { return layout_; }
+  const YearSnapshot* snapshot() const { return snapshot_.get(); }  // what was drawn last
+
+ private:
+  bool shows(const MonthDayYear& date) const;
+  ReadOutcome read(const GridInput& input, YearSnapshot& snapshot);
+
+  std::shared_ptr<const YearSnapshot> snapshot_;
+  bool read_ = false;  // it holds what was read once
+  YearLayout layout_;
+};
+
+}  // namespace orvello
