@@ -35,9 +35,6 @@ struct ApplicationState {
   int profile_count = 0;
 };
 
-// A row of words in the place of a day's appointments; -1 says that there are none.
-inline constexpr std::int32_t kUnreadableRow = -2;
-
 // 0-3 from the operating system's version.
 int platform_generation(int os_major, int os_minor);
 

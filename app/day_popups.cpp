@@ -78,7 +78,7 @@ int DayPopupProcedure::time_width() const {
   const int points = input_.settings.dvfontsize;
   int width = 0;
   for (const CompactRow& row : input_.rows) {
-    const FontSpec font = font_of(points, row.row_data < 0 ? 700 : 400, input_.screen);
+    const FontSpec font = font_of(points, row.is_appointment() ? 400 : 700, input_.screen);
     width = std::max(width, input_.measure.measure(row.time, font).width);
   }
   return width + 2 * padding();
@@ -114,7 +114,7 @@ ReportContent DayPopupProcedure::content(int width) const {
     shown.height = row_height();
     shown.background = content.background;
     shown.text = readable_on(content.background, color(ColorSlot::popup_text));
-    shown.bold = row.row_data < 0;
+    shown.bold = !row.is_appointment();
     content.rows.push_back(std::move(shown));
   }
   return content;

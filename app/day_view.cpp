@@ -76,14 +76,7 @@ ReadOutcome DayView::read() {
   } else if (read_day_ == shown_day()) {
     outcome = ReadOutcome::kept;
   } else {
-    DayRow words;
-    words.time = load_string(StringId::unreadable, c_.commands.language());
-    read_ = {};
-    read_.failed = true;
-    read_.rows = {words};
-    read_.row_ends = {kNoDate};
-    read_.row_colors = {kWhite};
-    read_.row_shades = {1};
+    read_ = unreadable_agenda(load_string(StringId::unreadable, c_.commands.language()));
     read_day_ = std::nullopt;
     outcome = ReadOutcome::nothing;
   }

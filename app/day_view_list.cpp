@@ -96,7 +96,7 @@ void DayView::select_row(int row) {
 void DayView::step_selection(int direction) {
   const int count = static_cast<int>(agenda_.rows.size());
   int row = row_ >= 0 ? row_ + direction : direction > 0 ? 0 : count - 1;
-  while (row >= 0 && row < count && agenda_.rows[static_cast<std::size_t>(row)].continues)
+  while (row >= 0 && row < count && agenda_.rows[static_cast<std::size_t>(row)].continues())
     row += direction;
   if (row < 0 || row >= count) return;
   select_row(row);

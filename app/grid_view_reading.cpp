@@ -29,7 +29,8 @@ std::vector<CompactRow> GridView::compact_rows(const MonthDayYear& date) {
       [this](TextView categories) { return profileAllowsCategory(c_.settings, categories); });
   if (rows) return std::move(*rows);
   c_.commands.note_read(ReadOutcome::kept);
-  return {{load_string(StringId::unreadable, c_.commands.language()), {}, kUnreadableRow}};
+  return {
+      {load_string(StringId::unreadable, c_.commands.language()), {}, DayRow::Kind::unreadable}};
 }
 
 // While the pointer rests or moves over a day of the year; a query a day, not a movement.
@@ -84,9 +85,9 @@ std::vector<Text> GridView::accessible_items(int cell) {
   const auto date = page ? page->date_of_cell(cell) : std::nullopt;
   if (!date) return texts;
   for (const CompactRow& row : compact_rows(*date))
-    if (row.row_data >= 0)
+    if (row.is_appointment())
       texts.push_back(row.time + u" " + row.subject);
-    else if (row.row_data == kUnreadableRow)
+    else if (row.kind == DayRow::Kind::unreadable)
       texts.push_back(row.time);
   return texts;
 }

@@ -22,6 +22,10 @@ template <typename Visit>
   return each_item(*items, restriction, visit);
 }
 
+DayRow::Kind row_kind(const StoreItem& item) {
+  return item.summary->all_day ? DayRow::Kind::all_day : DayRow::Kind::timed;
+}
+
 // A row for many occurrences stands for none of them.
 CalendarDate row_start(const StoreItem& item) { return item.many == 0 ? item.start : kNoDate; }
 
@@ -55,6 +59,7 @@ class AgendaBuilder {
       SystemTimeToVariantTime(end, day_end);
       DayRow row;
       row.time = kNothing;
+      row.kind = DayRow::Kind::nothing;
       add_row(std::move(row), day_end, kWhite);
     }
     agenda_.row_shades = build_row_shades(agenda_.rows);
@@ -84,11 +89,17 @@ class AgendaBuilder {
     row.oid = summary.oid;
     row.start = row_start(item);
     row.first_category = category;
+    row.kind = row_kind(item);
     add_row(std::move(row), end, color);
     if (settings_.showlocation != 1 || summary.location.empty()) return;
-    add_row(
-        {{}, u" ", location_label(summary.location), summary.oid, category, true, row_start(item)},
-        end, color);
+    add_row({{},
+             u" ",
+             location_label(summary.location),
+             summary.oid,
+             category,
+             DayRow::Kind::location,
+             row_start(item)},
+            end, color);
   }
 
   void add_row(DayRow row, CalendarDate end, Color color) {
@@ -115,11 +126,24 @@ DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord&
   return agenda;
 }
 
+DayAgenda unreadable_agenda(Text words) {
+  DayAgenda agenda;
+  agenda.failed = true;
+  DayRow row;
+  row.time = std::move(words);
+  row.kind = DayRow::Kind::unreadable;
+  agenda.rows = {std::move(row)};
+  agenda.row_ends = {kNoDate};
+  agenda.row_colors = {kWhite};
+  agenda.row_shades = build_row_shades(agenda.rows);
+  return agenda;
+}
+
 std::vector<int> build_row_shades(const std::vector<DayRow>& rows) {
   std::vector<int> shades;
   int shade = 0;
   for (const DayRow& row : rows) {
-    if (!row.time.empty()) shade = 1 - shade;
+    if (!row.continues()) shade = 1 - shade;
     shades.push_back(shade);
   }
   return shades;
@@ -130,10 +154,11 @@ std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, std::in
   std::vector<CompactRow> rows;
   const bool whole = visit_candidates(items, day, [&](const StoreItem& item) {
     if (touches_day(item, day) && passes(item.summary->categories))
-      rows.push_back({day_label(item, day, clock24), shown_subject(item), 0, row_start(item)});
+      rows.push_back(
+          {day_label(item, day, clock24), shown_subject(item), row_kind(item), row_start(item)});
   });
   if (!whole) return std::nullopt;
-  if (rows.empty()) rows.push_back({Text(kNothing), {}, -1});
+  if (rows.empty()) rows.push_back({Text(kNothing), {}, DayRow::Kind::nothing});
   return rows;
 }
 

@@ -16,15 +16,26 @@ namespace orvello {
 using ProfileFilter = std::function<bool(TextView categories)>;
 
 struct DayRow {
+  enum class Kind {
+    timed,
+    all_day,
+    location,    // goes on with the appointment above: where it is
+    wrapped,     // goes on with the row above: the rest of its subject
+    nothing,     // in the place of appointments: there are none
+    unreadable,  // likewise: they could not be read
+  };
   Text time;
   Text icons;  // "n" notes, "r" reminder, "c" category; " " on a location row
   Text subject;
-  std::int32_t oid = -1;   // -1 on the row that says there is nothing
-  Text first_category;     // "(None)" for an appointment without categories
-  bool continues = false;  // a location row, which goes on with the appointment above
+  std::int32_t oid = -1;  // -1 on the row that says there is nothing
+  Text first_category;    // "(None)" for an appointment without categories
+  Kind kind = Kind::timed;
   // Of the occurrence, which it tells from others of its series; kNoDate on a row that stands for
   // many of them.
   CalendarDate start = kNoDate;
+
+  bool continues() const { return kind == Kind::location || kind == Kind::wrapped; }
+  bool is_appointment() const { return kind < Kind::nothing; }
   friend bool operator==(const DayRow&, const DayRow&) = default;
 };
 
@@ -53,14 +64,19 @@ struct DayAgenda {
 DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord& settings,
                       const ProfileFilter& passes);
 
-// 1 and 0 by turns; a row without a time keeps the shade of the row above.
+// A day whose one row says that it could not be read.
+DayAgenda unreadable_agenda(Text words);
+
+// 1 and 0 by turns; a row that goes on keeps the shade of the row above.
 std::vector<int> build_row_shades(const std::vector<DayRow>& rows);
 
 struct CompactRow {
   Text time;
   Text subject;
-  std::int32_t row_data = 0;  // -1 on the row that says there is nothing
+  DayRow::Kind kind = DayRow::Kind::timed;
   CalendarDate start = kNoDate;
+
+  bool is_appointment() const { return kind < DayRow::Kind::nothing; }
   friend bool operator==(const CompactRow&, const CompactRow&) = default;
 };
 

@@ -10,7 +10,6 @@
 namespace orvello {
 namespace {
 
-constexpr TextView kAllDay = u"All Day";
 constexpr std::size_t kMeasuredSubject = 300;
 constexpr int kFilteredWidth = 140;  // of the first column when all rows were filtered away
 constexpr int kFinger = 27;          // a row's least height at 96 dpi, a little over 7 mm
@@ -33,7 +32,7 @@ int row_height(const DayListInput& input, int rows_together) {
 
 int rows_together(const std::vector<DayRow>& rows, std::size_t first) {
   std::size_t end = first + 1;
-  while (end < rows.size() && rows[end].continues) ++end;
+  while (end < rows.size() && rows[end].continues()) ++end;
   return static_cast<int>(end - first);
 }
 
@@ -144,11 +143,11 @@ class RowPainter {
   Color text(std::size_t row, Color row_before) const {
     const DayRow& shown = agenda_.rows[row];
     const SettingsRecord& settings = input_.settings;
+    if (!shown.is_appointment()) return kBlack;
     Color color = settings.color(ColorSlot::day_appointment_text);
-    if (starts_with(shown.time, kAllDay)) color = settings.color(ColorSlot::day_all_day_text);
-    if (shown.oid < 0) return kBlack;
-    if (shown.continues && row > 0) color = row_before;
-    if (shown.icons == u" ") color = settings.color(ColorSlot::day_location_text);
+    if (shown.kind == DayRow::Kind::all_day) color = settings.color(ColorSlot::day_all_day_text);
+    if (shown.continues() && row > 0) color = row_before;
+    if (shown.kind == DayRow::Kind::location) color = settings.color(ColorSlot::day_location_text);
     if (settings.colorexpired == 1 && is_before(agenda_.row_ends[row], input_.now))
       color = settings.color(ColorSlot::day_expired_text);
     return color;
@@ -215,7 +214,7 @@ void add_pieces(const DayRow& row, Canvas& measure, CharacterWidths& characters,
       piece.oid = row.oid;
       piece.start = row.start;
       piece.first_category = row.first_category;
-      piece.continues = true;
+      piece.kind = DayRow::Kind::wrapped;
       rows.push_back(std::move(piece));
     }
     rows.back().subject = Text(rest.substr(0, units));
@@ -265,16 +264,16 @@ ReportContent day_list_content(DayAgenda& agenda, const DayListInput& input, Can
   Color chosen = kBlack;  // before it was made readable: it is handed down to the next row
   for (std::size_t i = 0; i < agenda.rows.size(); ++i) {
     const DayRow& row = agenda.rows[i];
-    if (!row.continues || i == 0) height = row_height(input, rows_together(agenda.rows, i));
+    if (!row.continues() || i == 0) height = row_height(input, rows_together(agenda.rows, i));
     ReportRow shown;
     shown.cells = {row.time, {}, row.subject};
     shown.pictures = pictures.of(row);
     shown.height = height;
-    shown.bold = row.oid < 0;  // words in the place of appointments
+    shown.bold = !row.is_appointment();
     shown.background = shown.bold ? kWhite : painter.background(i);
     chosen = painter.text(i, chosen);
     shown.text = readable_on(shown.background, chosen);
-    shown.line_above = i > 0 && !row.continues;
+    shown.line_above = i > 0 && !row.continues();
     content.rows.push_back(std::move(shown));
   }
   return content;
@@ -284,7 +283,7 @@ std::vector<int> rows_of_appointment(const DayAgenda& agenda, int row) {
   const auto& rows = agenda.rows;
   if (row < 0 || row >= static_cast<int>(rows.size())) return {};
   std::size_t first = static_cast<std::size_t>(row);
-  while (first > 0 && rows[first].continues) --first;
+  while (first > 0 && rows[first].continues()) --first;
   std::vector<int> found{row};  // the tapped one first
   for (int i = 0; i < rows_together(rows, first); ++i)
     if (static_cast<int>(first) + i != row) found.push_back(static_cast<int>(first) + i);

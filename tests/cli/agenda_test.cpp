@@ -229,9 +229,9 @@ TEST_F(Agenda, RowsAreTheDayViews) {
       const auto agenda = full_agenda(application->default_folder(kFolderCalendar)->items().get(),
                                       day(of_november), settings, passes);
       for (const DayRow& row : agenda.rows) {
-        if (row.continues) wanted.pop_back();
-        std::string line = row.continues ? " " : "  " + to_utf8(row.time);
-        if (!row.continues) line.resize(std::max<std::size_t>(line.size() + 2, 19), ' ');
+        if (row.continues()) wanted.pop_back();
+        std::string line = row.continues() ? " " : "  " + to_utf8(row.time);
+        if (!row.continues()) line.resize(std::max<std::size_t>(line.size() + 2, 19), ' ');
         wanted += line + to_utf8(row.subject) + "\n";
       }
       const std::string shown = plain_text(of_november, of_november);

@@ -60,7 +60,7 @@ TEST_F(DayAgendaTest, ADayBefore1900ReadsLikeAnyOther) {
                                      [](TextView) { return true; });
     ASSERT_TRUE(rows);
     for (const CompactRow& row : *rows)
-      if (row.row_data == 0)
+      if (row.is_appointment())
         list += (list.empty() ? "" : ", ") + to_utf8(row.time + u" " + row.subject);
     EXPECT_EQ(list, expected[days + 1]) << days;
   }
@@ -115,7 +115,8 @@ TEST_F(DayAgendaTest, RowsCarryLocationIconsAndColors) {
   put(second);
   DayAgenda shown = agenda(6);
   EXPECT_EQ(rows(shown), "9:00-10:00|nr|First\n| |[Room 7]\n11:00-12:00||Second\n");
-  EXPECT_EQ(shown.rows[1], (DayRow{u"", u" ", u"[Room 7]", oid, u"Work", true, at(6, 9)}));
+  EXPECT_EQ(shown.rows[1],
+            (DayRow{u"", u" ", u"[Room 7]", oid, u"Work", DayRow::Kind::location, at(6, 9)}));
   EXPECT_EQ(shown.row_ends[1], shown.row_ends[0]);
   EXPECT_EQ(shown.row_colors, (std::vector<Color>{0x112233, 0x112233, kWhite}));
   EXPECT_EQ(shown.row_shades, (std::vector<int>{1, 1, 0}));
@@ -140,7 +141,7 @@ TEST_F(DayAgendaTest, AFilteredDayAndAnEmptyOneDiffer) {
   EXPECT_EQ(rows(filtered), "No Appointments||\n");
   EXPECT_EQ(filtered.emptiness, DayAgenda::Emptiness::all_filtered);
   EXPECT_TRUE(filtered.notes_seen && filtered.reminder_seen);
-  EXPECT_EQ(filtered.rows[0].oid, -1);
+  EXPECT_EQ(filtered.rows[0].kind, DayRow::Kind::nothing);
   EXPECT_EQ(filtered.row_ends[0], at(7, 0)) << "hour 24 of the day";
   EXPECT_EQ(agenda(7).emptiness, DayAgenda::Emptiness::nothing_found);
 }

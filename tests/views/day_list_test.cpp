@@ -9,6 +9,7 @@ namespace orvello {
 namespace {
 
 struct DayListTest : testing::Test {
+  using Kind = DayRow::Kind;
   DayListTest() {
     ResetItemColors(settings, 1000);
     settings.time_fraction = {0.25, 0.5, 17.0 / 24, 21.0 / 24};
@@ -22,8 +23,10 @@ struct DayListTest : testing::Test {
            TextView location = u"") {
     const auto oid = static_cast<std::int32_t>(agenda.rows.size()) + 1;
     agenda.emptiness = DayAgenda::Emptiness::has_rows;
-    agenda.rows.push_back({Text(time), Text(icons), Text(subject), oid, u"Work", false});
-    if (!location.empty()) agenda.rows.push_back({{}, u" ", Text(location), oid, u"Work", true});
+    const Kind kind = time == u"All Day" ? Kind::all_day : Kind::timed;
+    agenda.rows.push_back({Text(time), Text(icons), Text(subject), oid, u"Work", kind});
+    if (!location.empty())
+      agenda.rows.push_back({{}, u" ", Text(location), oid, u"Work", Kind::location});
     agenda.row_ends.resize(agenda.rows.size(), end);
     agenda.row_colors.resize(agenda.rows.size(), rgb(0, 0, 90));
     agenda.row_shades = build_row_shades(agenda.rows);
@@ -88,7 +91,7 @@ TEST_F(DayListTest, WrappedPiecesKeepColourOidEndAndPlace) {
   add(u"9:00-10:00", u"Onewordthatislongerthanthewholecolumnofsubjects", 46347.4);
   const ReportContent shown = content();
   std::size_t first = 0, second = 0;
-  while (agenda.rows[++second].continues) continue;
+  while (agenda.rows[++second].continues()) continue;
   EXPECT_GT(second, 1u);
   Text joined = agenda.rows[0].subject;
   for (std::size_t i = 1; i < second; ++i) {
@@ -126,7 +129,7 @@ TEST_F(DayListTest, PicturesStandForLettersAndAreNeverCutOff) {
 }
 
 TEST_F(DayListTest, AnEmptyDaySaysSoAcrossTheList) {
-  agenda.rows = {{u"No Appointments", {}, {}, -1, {}, false}};
+  agenda.rows = {{u"No Appointments", {}, {}, -1, {}, Kind::nothing}};
   agenda.row_ends = {46348};
   agenda.row_shades = {1};
   ReportContent shown = content();
