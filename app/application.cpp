@@ -60,12 +60,13 @@ struct CommandTable {
   };
 };
 
-Application::Application(Host host, StartOptions options)
+Application::Application(Host host, const StartOptions& options, const FormParts& forms)
     : modality_(host),
       host_(modality_.counted()),
-      options_(std::move(options)),
+      options_(options),
       volume_boxes_(host_.boxes),
       volume_{host.databases, volume_boxes_, host.files},
+      forms_(forms, host_),
       session_(host.store, host_.boxes),
       grid_({host_, state_, settings_, session_, *this}),
       day_view_({host_, state_, settings_, session_, paste_source_, *this, today_button_}) {}
@@ -89,9 +90,7 @@ bool Application::on_command(const Message& message) {
 void Application::run_command(std::uint32_t command) {
   for (const CommandTable::Row& row : CommandTable::kRows)
     if (row.id == command) return (this->*row.handler)();
-  const auto profiles = static_cast<std::uint32_t>(state_.profile_count);
-  if (command >= kCommandFirstProfile && command <= kCommandFirstProfile + profiles)
-    select_profile(command);
+  if (profiles_.select(command)) reload_view();
 }
 
 void Application::send_command(std::uint32_t command) { run_command(command); }

@@ -10,9 +10,11 @@
 
 #include "app/application_state.h"
 #include "app/day_view.h"
+#include "app/forms.h"
 #include "app/grid_view.h"
 #include "app/modality.h"
 #include "app/once_boxes.h"
+#include "app/profile_menu.h"
 #include "app/read_trouble.h"
 #include "ports/calendar_store.h"
 #include "ports/dialog.h"
@@ -29,18 +31,18 @@ namespace orvello {
 struct StartOptions {
   int view = -1;      // 0 Day, 1 Month, 2 Year; -1: as the setting says
   MonthDayYear date;  // shown first; year 0: today
-  // Forms that open from commands. An empty one greys its command.
-  std::function<void(std::int32_t oid, bool whole_series)> edit_appointment;
-  std::function<void()> edit_settings;
 };
 
 enum class StartResult { running, other_instance, no_window };
 
 inline constexpr int kExitNoWindow = 16;
 
-class Application : public MessageHandler, public StoreListener, private ViewCommands {
+class Application : public MessageHandler,
+                    public StoreListener,
+                    private ViewCommands,
+                    private SettingsCommands {
  public:
-  Application(Host host, StartOptions options);
+  Application(Host host, const StartOptions& options, const FormParts& forms = {});
 
   StartResult start_up();
   // Shows a new user what can be done, once: until it has been seen to its end.
@@ -95,14 +97,12 @@ class Application : public MessageHandler, public StoreListener, private ViewCom
   void day_view();
   void month_view();
   void year_view();
-  void select_profile(std::uint32_t command);
 
   void run_command(std::uint32_t command);
   void measure_screen();
   Rect window_place(const ScreenInfo& screen) const;
   void lay_out();
   void create_menu_bar();
-  void list_profiles();
   void show_checked_view();
   void load_ink_libraries();
   void open_store();
@@ -111,16 +111,21 @@ class Application : public MessageHandler, public StoreListener, private ViewCom
   void show_grid(ViewMode mode);
   void check_day_change();
   void read_again();
-  void reload_view();
   bool low_resolution() const;
 
   // ViewCommands.
   void appointments_changed(bool reconnect) override;
   void note_read(ReadOutcome outcome) override;
   bool is_free() const override { return modality_.free(); }
-  bool can_edit() const override { return options_.edit_appointment != nullptr; }
+  bool can_edit() const override { return forms_.can_edit(); }
   Canvas& measuring_canvas() override { return measuring_->canvas(); }
-  Language language() const override;
+  Language language() const override { return language_of(host_.locale); }
+
+  // SettingsCommands.
+  bool preview(ViewMode view, const SettingsRecord& settings, Canvas& canvas) override;
+  void reload_view() override;
+  void reopen_day_view() override;
+  void rebuild_profile_menu() override { profiles_.rebuild(); }
 
   Modality modality_;
   Host host_;  // with the counted ports
@@ -129,13 +134,14 @@ class Application : public MessageHandler, public StoreListener, private ViewCom
   OnceBoxes volume_boxes_;
   SettingsVolume volume_;
   SettingsRecord settings_;
+  ProfileMenu profiles_{host_, volume_, settings_};
+  Forms forms_;
   StoreSession session_;
   ReadTrouble trouble_{modality_, session_};
   GridView grid_;
   PasteSource paste_source_;
   DayView day_view_;
   std::unique_ptr<Surface> measuring_;
-  std::vector<MenuItem> profile_menu_;
   Image today_button_;
   Rect place_;  // the window's, in the work area
   bool started_ = false;

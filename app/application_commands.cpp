@@ -1,11 +1,10 @@
-// The commands: switching views, the forms, the active profile.
+// The commands: switching views and the forms.
 
 #include "app/application.h"
 #include "app/own_messages.h"
+#include "app/view_preview.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
-#include "settings/profiles.h"
-#include "settings/registry_access.h"
 
 namespace orvello {
 
@@ -55,12 +54,7 @@ void Application::show_checked_view() {
 }
 
 void Application::new_appointment() {
-  state_.whole_series = false;
-  if (options_.edit_appointment)
-    options_.edit_appointment(state_.appointment_to_edit, state_.whole_series);
-  state_.appointment_to_edit = 0;
-  state_.occurrence_to_edit = kNoDate;
-  host_.input.hide_input_panel();
+  forms_.edit_appointment(state_);
   day_view_.focus_list();
 }
 
@@ -68,44 +62,21 @@ void Application::exit_program() { handle_message({kMessageClose, 0, {}, 0}); }
 
 void Application::open_settings() {
   const std::int32_t clock24 = settings_.timeformat;
-  if (options_.edit_settings) options_.edit_settings();
+  forms_.change_settings(settings_, *this);
   grid_.request_redraw();
-  if (day_view_.is_open()) {
-    if (settings_.timeformat != clock24) handle_message({kMessageRefresh, 0, {}, 0});
-    day_view_.focus_list();
-  }
-  host_.window.show_wait_cursor();
-  FlushSettings(host_.registry);
-  host_.window.hide_wait_cursor();
+  if (!day_view_.is_open()) return;
+  if (settings_.timeformat != clock24) handle_message({kMessageRefresh, 0, {}, 0});
+  day_view_.focus_list();
 }
 
-void Application::list_profiles() {
-  std::vector<MenuItem> items;
-  items.push_back({kCommandFirstProfile, load_string(StringId::all_profiles, language()), true,
-                   settings_.activeprofilename == kAllProfile});
-  items.push_back({});  // the separator keeps the second position
-  state_.profile_count = listProfilesInMenu(volume_, settings_.activeprofilename, items);
-  if (state_.profile_count == 0) items.resize(1);
-  settings_.profile_item_count = state_.profile_count;
-  profile_menu_ = items;
-  host_.menu_bar.set_menu(kCommandProfileMenu, items);
+bool Application::preview(ViewMode view, const SettingsRecord& settings, Canvas& canvas) {
+  return draw_preview(view, {settings, state_, session_, host_.clock, language(), today_button_},
+                      canvas);
 }
 
-void Application::select_profile(std::uint32_t command) {
-  Text name;
-  for (MenuItem& item : profile_menu_) {
-    item.checked = item.command == command;
-    if (item.checked) name = command == kCommandFirstProfile ? Text(kAllProfile) : item.text;
-  }
-  if (name.empty()) return;  // the menu holds fewer than the range of commands
-  name = cut(name, kProfileNameLength);
-  const bool changed = name != settings_.activeprofilename;
-  settings_.activeprofilename = name;
-  WriteTextSetting(host_.registry, u"activeprofilename", name);
-  FlushSettings(host_.registry);
-  load_active_profile(volume_, settings_);
-  list_profiles();
-  if (changed) reload_view();
+void Application::reopen_day_view() {
+  day_view_.close();
+  send_command(kCommandDayView);
 }
 
 }  // namespace orvello

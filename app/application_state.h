@@ -7,11 +7,10 @@
 #include "calendar/calendar_date.h"
 #include "calendar/dates.h"
 #include "draw/screen_layout.h"
+#include "editor/appointment_form.h"
+#include "settings/view_mode.h"
 
 namespace orvello {
-
-// 99 is set just before a view command is sent, so that the command always builds the view.
-enum class ViewMode : int { day = 0, month = 1, year = 2, none_yet = 99 };
 
 // The device's calendar dates; a person who holds a key that turns pages stops there.
 inline constexpr int kFirstYear = 1601, kLastYear = 4499;
@@ -21,18 +20,13 @@ struct ApplicationState {
   ViewMode previous_view_mode = ViewMode::month;  // from which the Day view was entered
   MonthDayYear current;                           // the date the views show
   MonthDayYear today;
-  std::int32_t appointment_to_edit = 0;       // oid for the editor, 0 for a new appointment
-  CalendarDate occurrence_to_edit = kNoDate;  // its start, where a row was touched
-  bool whole_series = false;                  // the choice for a recurring one
+  EditorChoice to_edit;  // by the New command
 
   bool landscape = false;
   int platform_generation = 0;
-  Size screen;
   int dpi_x = 96;
   int dpi_y = 96;
   ScreenLayout layout;
-
-  int profile_count = 0;
 };
 
 // 0-3 from the operating system's version.

@@ -33,8 +33,7 @@ void DayView::run_command(std::uint32_t command, const RowKey& key) {
 }
 
 void DayView::open_editor(const RowKey& key) {
-  c_.state.appointment_to_edit = key.oid;
-  c_.state.occurrence_to_edit = key.start;
+  c_.state.to_edit = {key.oid, key.start, false};
   c_.commands.send_command(kCommandNew);
 }
 

@@ -17,7 +17,6 @@ namespace {
 
 using Event = DialogEvent::Kind;
 
-constexpr std::size_t kLongestDate = 150;
 constexpr DayHeaderZone kZones[] = {DayHeaderZone::date, DayHeaderZone::today,
                                     DayHeaderZone::style};
 
@@ -154,46 +153,27 @@ void DayView::focus_list() {
   if (dialog_) dialog_->focus(kControlDayList);
 }
 
-Text DayView::date_text() const {
-  Text picture;
-  LongDatePicture(c_.settings.dayviewheaderformat, picture);
-  return cut(FormatDatePicture(picture, civil_from_day_number(shown_day()), c_.settings.locale),
-             kLongestDate);
-}
-
-Text DayView::day_number() const {
-  return c_.settings.juliandate == 1 ? JulianDateText(civil_from_day_number(shown_day())) : Text();
-}
-
-// Never higher than the strip.
-FontSpec DayView::day_number_font() const {
-  return font_of(std::min(c_.settings.dvfontsize, 13), 700, c_.state.layout);
+DayHeaderInput DayView::header_input() const {
+  return day_header_input(c_.settings, c_.state.layout, c_.state.current);
 }
 
 void DayView::tell_parts() {
-  const ScreenLayout& screen = c_.state.layout;
-  const Text number = day_number();
-  const int number_width =
-      number.empty()
-          ? 0
-          : c_.commands.measuring_canvas().measure(number, day_number_font()).width + screen.scale;
-  const int width = screen.work.width;
-  header_ = lay_out_day_header(screen, width, {c_.today_picture.width, c_.today_picture.height},
-                               number_width);
+  const DayHeaderInput input = header_input();
+  header_ =
+      lay_out_day_header(input, c_.state.layout, c_.today_picture, c_.commands.measuring_canvas());
   const Language language = c_.commands.language();
+  const auto part = [this](Text name, DayHeaderZone zone) {
+    return AccessibleCell{std::move(name), zone_place(header_, zone), focused_zone_ == zone};
+  };
+  const Text number = input.day_number.empty() ? Text() : u", " + input.day_number;
   dialog_->drawn(kControlDayHeader)
-      ->set_parts(
-          {{number.empty() ? date_text() : date_text() + u", " + number,
-            zone_place(header_, DayHeaderZone::date), focused_zone_ == DayHeaderZone::date},
-           {load_string(StringId::today, language), zone_place(header_, DayHeaderZone::today),
-            focused_zone_ == DayHeaderZone::today},
-           {load_string(StringId::row_colors, language), zone_place(header_, DayHeaderZone::style),
-            focused_zone_ == DayHeaderZone::style}});
+      ->set_parts({part(input.date + number, DayHeaderZone::date),
+                   part(load_string(StringId::today, language), DayHeaderZone::today),
+                   part(load_string(StringId::row_colors, language), DayHeaderZone::style)});
 }
 
 void DayView::paint_header(const DialogEvent& event) {
-  const DayHeaderInput input{date_text(), day_number(), day_number_font()};
-  draw_day_header(*event.canvas, input, header_, c_.state.layout, c_.settings.item_colors,
+  draw_day_header(*event.canvas, header_input(), header_, c_.state.layout, c_.settings.item_colors,
                   c_.today_picture, focused_zone_);
 }
 

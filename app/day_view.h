@@ -71,9 +71,7 @@ class DayView : public DialogProcedure {
   void build_list();
   void show_list();
   void renew_list();
-  Text date_text() const;
-  Text day_number() const;
-  FontSpec day_number_font() const;
+  DayHeaderInput header_input() const;
   std::int32_t shown_day() const;
 
   // Header.

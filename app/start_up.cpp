@@ -47,9 +47,8 @@ StartResult Application::start_up() {
   state_.view_mode = ViewMode::none_yet;
   host_.window.hide_wait_cursor();
   enter_view(options_.view >= 0 ? options_.view : settings_.startmode);
-  state_.appointment_to_edit = 0;
   host_.window.start_timer(kTimerDayChange, kDayChangeMilliseconds);
-  list_profiles();
+  profiles_.rebuild();
   volume_boxes_.started();
   return StartResult::running;
 }
@@ -58,7 +57,7 @@ void Application::greet() {
   std::int32_t due = 0;
   ReadNumberSetting(host_.registry, kGreetingDue, due);
   if (due == 0) return;
-  GreetingProcedure procedure(language(), options_.edit_settings != nullptr, state_.layout);
+  GreetingProcedure procedure(language(), forms_.can_set(), state_.layout);
   host_.dialogs.run_modal(greeting_dialog(language()), procedure);
   WriteNumberSetting(host_.registry, kGreetingDue, 0);
   FlushSettings(host_.registry);
@@ -74,7 +73,6 @@ bool Application::on_create(const Message&) {
 // and goes with the window's activation.
 void Application::measure_screen() {
   const ScreenInfo screen = host_.window.screen();
-  state_.screen = screen.resolution;
   state_.landscape = screen.resolution.width > screen.resolution.height;
   state_.platform_generation = platform_generation(screen.os_major, screen.os_minor);
   state_.dpi_x = screen.dpi_x;
@@ -95,23 +93,17 @@ void Application::lay_out() {
 
 bool Application::low_resolution() const { return state_.dpi_x < kHighResolutionDpi; }
 
-Language Application::language() const {
-  return host_.locale.russian_resources() ? Language::russian : Language::english;
-}
-
 void Application::create_menu_bar() {
   Image strip = load_bitmap(low_resolution() ? kBitmapMenuBarLow : kBitmapMenuBarHigh);
   MenuBarContent content =
       main_menu_bar(language(), std::move(strip), menu_bar_height(state_.dpi_y));
-  for (MenuBarButton& button : content.buttons)
-    for (MenuItem& item : button.menu)
-      if (item.command == kCommandSettings) item.enabled = options_.edit_settings != nullptr;
+  forms_.grey(content);
   if (!host_.menu_bar.create(content)) return;
   // An image button keeps this text unseen.
   host_.menu_bar.set_button_text(6, u"New Appt");
-  host_.menu_bar.enable_button(kCommandNew, options_.edit_appointment != nullptr);
+  forms_.grey(host_.menu_bar);
   if (started_) {
-    list_profiles();
+    profiles_.rebuild();
     show_checked_view();
   }
 }

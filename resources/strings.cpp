@@ -95,6 +95,10 @@ constexpr Row kStrings[] = {
 
 }  // namespace
 
+Language language_of(const Locale& locale) {
+  return locale.russian_resources() ? Language::russian : Language::english;
+}
+
 Text load_string(StringId id, Language language) {
   for (const Row& row : kStrings)
     if (row.id == id) return language == Language::russian ? row.russian : row.english;

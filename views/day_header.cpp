@@ -1,12 +1,16 @@
 #include "views/day_header.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "calendar/date_pictures.h"
 #include "draw/fit_text.h"
 
 namespace orvello {
 namespace {
 
+constexpr std::size_t kLongestDate = 150;
+constexpr int kLargestNumber = 13;  // points; never higher than the strip
 constexpr Color kStyleSquares[4] = {rgb(255, 0, 0), rgb(0, 170, 0), rgb(255, 255, 0),
                                     rgb(0, 255, 255)};
 
@@ -20,6 +24,18 @@ void draw_style_button(Canvas& canvas, const Rect& box, int gap) {
 }
 
 }  // namespace
+
+DayHeaderInput day_header_input(const SettingsRecord& settings, const ScreenLayout& screen,
+                                const MonthDayYear& date) {
+  const SystemTime day = civil_from_day_number(WholeDayNumber(date.month, date.day, date.year));
+  Text picture;
+  LongDatePicture(settings.dayviewheaderformat, picture);
+  DayHeaderInput input;
+  input.date = cut(FormatDatePicture(picture, day, settings.locale), kLongestDate);
+  if (settings.juliandate == 1) input.day_number = JulianDateText(day);
+  input.day_number_font = font_of(std::min(settings.dvfontsize, kLargestNumber), 700, screen);
+  return input;
+}
 
 DayHeaderLayout lay_out_day_header(const ScreenLayout& screen, int width, Size today_picture,
                                    int day_number_width) {
@@ -43,6 +59,15 @@ DayHeaderLayout lay_out_day_header(const ScreenLayout& screen, int width, Size t
   }
   layout.date = {indent, 0, end - indent, height};
   return layout;
+}
+
+DayHeaderLayout lay_out_day_header(const DayHeaderInput& input, const ScreenLayout& screen,
+                                   const Image& today_picture, Canvas& measure) {
+  int number_width = 0;
+  if (!input.day_number.empty())
+    number_width = measure.measure(input.day_number, input.day_number_font).width + screen.scale;
+  return lay_out_day_header(screen, screen.work.width, {today_picture.width, today_picture.height},
+                            number_width);
 }
 
 DayHeaderZone hit_day_header(const DayHeaderLayout& layout, Point point) {

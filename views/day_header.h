@@ -28,8 +28,15 @@ struct DayHeaderInput {
   FontSpec day_number_font;
 };
 
+// The strip's texts for a day, as the settings have them.
+DayHeaderInput day_header_input(const SettingsRecord& settings, const ScreenLayout& screen,
+                                const MonthDayYear& date);
+
 DayHeaderLayout lay_out_day_header(const ScreenLayout& screen, int width, Size today_picture,
                                    int day_number_width);
+// Over the whole width, with room for the texts as they are.
+DayHeaderLayout lay_out_day_header(const DayHeaderInput& input, const ScreenLayout& screen,
+                                   const Image& today_picture, Canvas& measure);
 DayHeaderZone hit_day_header(const DayHeaderLayout& layout, Point point);
 Rect zone_place(const DayHeaderLayout& layout, DayHeaderZone zone);
 

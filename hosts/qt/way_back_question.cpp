@@ -33,8 +33,7 @@ bool ask_for_way_back(int& argc, char** argv, const WindowParts& parts) {
   UnavailableStore store(parts.reason);
   QtHost qt(argc, argv, host_options(parts, false), registry, databases, store);
   MessageBoxes& boxes = qt.host().boxes;
-  const Language language =
-      qt.host().locale.russian_resources() ? Language::russian : Language::english;
+  const Language language = language_of(qt.host().locale);
   const Text reason = to_utf16(parts.reason);
   const Text question = copy ? format(load_string(StringId::restore_question, language), reason,
                                       to_utf16(iso_text(copy->day)))

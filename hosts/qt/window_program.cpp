@@ -100,8 +100,7 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
                                           u"Error", BoxIcon::error, BoxButtons::ok, true);
     return;
   }
-  const Language language =
-      session.host.locale.russian_resources() ? Language::russian : Language::english;
+  const Language language = language_of(session.host.locale);
   const Host& host = session.application.host();
   if (import_after_preview(files, *store, host.clock, host.dialogs, host.boxes, language))
     session.host.window.post({kMessageRefresh, 0, {}, 0});

@@ -9,6 +9,7 @@
 #include "settings/load_settings.h"
 #include "settings/profiles.h"
 #include "settings/registry_access.h"
+#include "tests/app/noted_editor.h"
 #include "tests/appointments.h"
 
 namespace orvello {
@@ -17,9 +18,9 @@ namespace {
 using namespace std::chrono_literals;
 
 struct ApplicationTest : testing::Test {
-  void start(StartOptions options = {}) {
+  void start(const StartOptions& options = {}, const FormParts& forms = {}) {
     device.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
-    application = std::make_unique<Application>(device.host(), std::move(options));
+    application = std::make_unique<Application>(device.host(), options, forms);
     result = application->start_up();
   }
 
@@ -374,36 +375,12 @@ TEST_F(ApplicationTest, TheYearNamesADayUnderThePointer) {
   EXPECT_FALSE(device.window.label);
 }
 
-TEST_F(ApplicationTest, RotationLaysOutAnewAndKeepsTheView) {
+// A drawing under way, and the paint of every moment.
+TEST_F(ApplicationTest, WhatIsCopiedHasTheLayoutsSizeAtEveryMoment) {
   StartOptions options;
   options.view = 2;
   start(options);
-  const std::size_t surfaces = device.surfaces.sizes.size();
-  ScreenInfo screen = HeadlessWindow::default_screen();
-  screen.resolution = {320, 240};
-  screen.work_area = {0, 0, 320, 240};
-  device.window.rotate(screen);
-  EXPECT_EQ(mode(), ViewMode::year);
-  EXPECT_TRUE(application->state().landscape);
-  EXPECT_EQ(application->state().layout.work.width, 320);
-  EXPECT_EQ(device.surfaces.sizes.size(), surfaces + 1);
-  EXPECT_EQ(device.surfaces.sizes.back(), application->state().layout.work);
-}
-
-// A drawing under way, and the paint of every moment.
-TEST_F(ApplicationTest, WhatIsCopiedHasTheLayoutsSizeAtEveryMoment) {
-  start();
-  std::atomic<bool> go{false};
-  const auto begin_drawing = [&] {
-    EXPECT_TRUE(idle());
-    go = false;
-    application->grid().worker().request(
-        [&](Canvas&, const std::atomic<int>&, const std::function<void()>&) {
-          for (int i = 0; i < 5000 && !go; ++i) std::this_thread::sleep_for(1ms);
-          return true;
-        });
-    while (application->grid().worker().draw_state() != kDrawing) std::this_thread::sleep_for(1ms);
-  };
+  EXPECT_TRUE(idle());
   const auto expect_agreement = [&](Size work) {
     device.window.paint();
     EXPECT_EQ(application->state().layout.work, work);
@@ -411,20 +388,31 @@ TEST_F(ApplicationTest, WhatIsCopiedHasTheLayoutsSizeAtEveryMoment) {
     EXPECT_TRUE(device.window.copied_whole());
   };
   const Size upright = application->state().layout.work;
-  begin_drawing();
+  std::atomic<bool> go{false};
+  DrawingWorker& worker = application->grid().worker();
+  worker.request([&](Canvas&, const std::atomic<int>&, const std::function<void()>&) {
+    for (int i = 0; i < 5000 && !go; ++i) std::this_thread::sleep_for(1ms);
+    return true;
+  });
+  while (worker.draw_state() != kDrawing) std::this_thread::sleep_for(1ms);
   device.window.raise_panel(80);  // takes room of the window, and nothing else
   EXPECT_EQ(device.window.place().height, upright.height - 80);
   expect_agreement(upright);
   EXPECT_EQ(device.surfaces.sizes.size(), 2u) << "the one drawn on, the one to measure with";
-  EXPECT_EQ(application->grid().worker().draw_state(), kDrawing) << "it is not stale";
+  EXPECT_EQ(worker.draw_state(), kDrawing) << "it is not stale";
   ScreenInfo screen = HeadlessWindow::default_screen();
   screen.resolution = {320, 240};
   screen.work_area = {0, 0, 320, 240};
   device.window.rotate(screen);
   expect_agreement({320, upright.height - 80});
+  EXPECT_TRUE(application->state().landscape);
+  device.window.tap({160, 120});  // nothing is drawn there yet
+  EXPECT_EQ(mode(), ViewMode::year);
   go = true;
   EXPECT_TRUE(idle());
   expect_agreement({320, upright.height - 80});
+  device.window.tap({160, 120});
+  EXPECT_NE(mode(), ViewMode::year);
 }
 
 TEST_F(ApplicationTest, TheMenuBarComesAndGoesWithActivation) {
@@ -446,7 +434,6 @@ TEST_F(ApplicationTest, ProfilesFilterAndAreRemembered) {
   StartOptions options;
   options.view = 0;
   start(options);
-  EXPECT_EQ(application->state().profile_count, 2);
   EXPECT_EQ(rows().size(), 2u);
   device.window.command(kCommandFirstProfile + 2);
   EXPECT_EQ(rows(), (std::vector<Text>{u"11:00a-12:00p|Gardening"}));
@@ -481,15 +468,13 @@ TEST_F(ApplicationTest, ProfilesFilterAndAreRemembered) {
 TEST_F(ApplicationTest, CommandsWithoutAFormAreGreyed) {
   start();
   EXPECT_FALSE(device.menu_bar.enabled(kCommandNew));
-  std::vector<std::int32_t> edited;
-  StartOptions options;
-  options.edit_appointment = [&](std::int32_t oid, bool) { edited.push_back(oid); };
-  start(options);
+  NotedEditor editor;
+  start({}, {.appointment = &editor});
   EXPECT_TRUE(device.menu_bar.enabled(kCommandNew));
-  application->state().appointment_to_edit = 12;
+  application->state().to_edit.oid = 12;
   device.window.command(kCommandNew);
   device.window.command(kCommandNew);
-  EXPECT_EQ(edited, (std::vector<std::int32_t>{12, 0}));
+  EXPECT_EQ(editor.edited, (std::vector<EditorChoice>{{12}, {}}));
   EXPECT_EQ(device.input.panel_hides, 2);
 }
 

@@ -7,6 +7,7 @@
 #include "ports/messages.h"
 #include "resources/ids.h"
 #include "settings/registry_access.h"
+#include "tests/app/noted_editor.h"
 #include "tests/appointments.h"
 
 namespace orvello {
@@ -17,7 +18,8 @@ struct DayViewTest : testing::Test {
     device.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
     options.view = 0;
     options.date = {11, 21, 2026};
-    application = std::make_unique<Application>(device.host(), options);
+    application =
+        std::make_unique<Application>(device.host(), options, FormParts{.appointment = editor});
     ASSERT_EQ(application->start_up(), StartResult::running);
     ASSERT_NE(device.dialogs.modeless, nullptr);
   }
@@ -55,6 +57,7 @@ struct DayViewTest : testing::Test {
 
   HeadlessHost device;
   StartOptions options;
+  NotedEditor* editor = nullptr;
   std::unique_ptr<Application> application;
 };
 
@@ -148,8 +151,8 @@ TEST_F(DayViewTest, ADragAsideTurnsTheDayAndOpensNothing) {
 }
 
 TEST_F(DayViewTest, ATapShowsTheNotesAndASecondOneEdits) {
-  std::vector<std::int32_t> edited;
-  options.edit_appointment = [&](std::int32_t oid, bool) { edited.push_back(oid); };
+  NotedEditor noted;
+  editor = &noted;
   const std::int32_t oid = add(21, 9, u"First", u"Bring the papers\r\n\r\n");
   start();
   Text shown_notes;
@@ -171,7 +174,9 @@ TEST_F(DayViewTest, ATapShowsTheNotesAndASecondOneEdits) {
 
   tap_row(0);
   dialog().pen_down(kControlDayList, list().point_of(0), true);
-  EXPECT_EQ(edited, std::vector<std::int32_t>{oid});
+  ASSERT_EQ(noted.edited.size(), 1u);
+  EXPECT_EQ(noted.edited[0].oid, oid);
+  EXPECT_NE(noted.edited[0].occurrence, kNoDate);
   EXPECT_FALSE(dialog().fire_timer(kTimerNotes));
   dialog().pen_up(kControlDayList, list().point_of(0));
   EXPECT_EQ(bubbles, 1);

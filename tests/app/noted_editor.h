@@ -1,0 +1,15 @@
+// An editor that only notes what it was opened for.
+#pragma once
+
+#include <vector>
+
+#include "editor/appointment_form.h"
+
+namespace orvello {
+
+struct NotedEditor : AppointmentForm {
+  void edit(const EditorChoice& choice) override { edited.push_back(choice); }
+  std::vector<EditorChoice> edited;
+};
+
+}  // namespace orvello
