@@ -46,7 +46,7 @@ AppointmentRecord event(int number, bool series) {
   record.fields.categories = u"Work";
   // Spread evenly over the days of 2006 to 2026, those that end over 2006 to 2025.
   const std::int64_t day = day_number(2006, 1, 1) + number * 7919LL % (365 * (series ? 20 : 22));
-  record.start = day * kSecondsPerDay + number % 48 * 1800;
+  record.start = midnight_of(day) + number % 48 * 1800;
   record.end = record.start + 3600;
   if (series) record.rules = number < kAlive ? "RRULE:FREQ=WEEKLY" : "RRULE:FREQ=WEEKLY;COUNT=5";
   return record;

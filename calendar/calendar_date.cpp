@@ -10,10 +10,6 @@ constexpr std::int64_t kDaysPerEra = 146097;  // 400 Gregorian years
 constexpr std::int64_t kEpochShift = 693899;  // days from 1 March of year 0 to 30 December 1899
 constexpr double kMostDays = 1e8;             // far outside any date, far inside the integers
 
-std::int64_t floor_div(std::int64_t a, std::int64_t b) {
-  return a / b - (a % b != 0 && (a % b < 0) != (b < 0));
-}
-
 }  // namespace
 
 std::int32_t day_number(int year, int month, int day) {
@@ -49,14 +45,14 @@ bool SystemTimeToVariantTime(const SystemTime& time, CalendarDate& date) {
   const bool bare_time = time.month == 0 || time.day == 0;
   const std::int64_t day = bare_time ? 0 : day_number(time.year, time.month, time.day);
   // Milliseconds are dropped, not rounded: the last instant of a day stays in that day.
-  date = to_calendar_date(day * kSecondsPerDay + std::int64_t{time.hour} * 3600 +
-                          std::int64_t{time.minute} * 60 + time.second);
+  date = to_calendar_date(LocalSeconds(day * kSecondsPerDay + std::int64_t{time.hour} * 3600 +
+                                       std::int64_t{time.minute} * 60 + time.second));
   return true;
 }
 
 bool VariantTimeToSystemTime(CalendarDate date, SystemTime& time) {
   if (!(std::fabs(date) < kMostDays)) return false;
-  const LocalSeconds seconds = to_seconds(date);
+  const std::int64_t seconds = to_seconds(date).count();
   const std::int64_t day = floor_div(seconds, kSecondsPerDay);
   const auto second_of_day = static_cast<int>(seconds - day * kSecondsPerDay);
   SystemTime result = civil_from_day_number(static_cast<std::int32_t>(day));
@@ -88,11 +84,12 @@ bool is_before(CalendarDate date, CalendarDate other) {
 // The dates between -1 and 0 repeat those between 0 and 1.
 LocalSeconds to_seconds(CalendarDate date) {
   const double bounded = std::isnan(date) ? 0 : std::clamp(date, -kMostDays, kMostDays);
-  return std::int64_t{whole_day(bounded)} * kSecondsPerDay +
-         std::llround(time_of_day(bounded) * static_cast<double>(kSecondsPerDay));
+  return LocalSeconds(std::int64_t{whole_day(bounded)} * kSecondsPerDay +
+                      std::llround(time_of_day(bounded) * static_cast<double>(kSecondsPerDay)));
 }
 
-CalendarDate to_calendar_date(LocalSeconds seconds) {
+CalendarDate to_calendar_date(LocalSeconds moment) {
+  const std::int64_t seconds = moment.count();
   const std::int64_t day = floor_div(seconds, kSecondsPerDay);
   return joined(static_cast<std::int32_t>(day),
                 static_cast<double>(seconds - day * kSecondsPerDay) / kSecondsPerDay);

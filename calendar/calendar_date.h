@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "calendar/day.h"
+
 namespace orvello {
 
 using CalendarDate = double;
@@ -47,11 +49,7 @@ bool SystemTimeToVariantTime(const SystemTime& time, CalendarDate& date);
 // with `time` untouched.
 bool VariantTimeToSystemTime(CalendarDate date, SystemTime& time);
 
-// A local moment in whole seconds since 30 December 1899, 00:00: the unit of recurrence arithmetic.
-using LocalSeconds = std::int64_t;
-inline constexpr std::int64_t kSecondsPerDay = 86400;
-
-LocalSeconds to_seconds(CalendarDate date);           // nearest second
-CalendarDate to_calendar_date(LocalSeconds seconds);  // exact to the second
+LocalSeconds to_seconds(CalendarDate date);          // nearest second
+CalendarDate to_calendar_date(LocalSeconds moment);  // exact to the second
 
 }  // namespace orvello

@@ -35,8 +35,8 @@ class RuleMembers {
 struct LeftOut {
   static constexpr std::int64_t kUncounted = -1;  // some; counting them would take too long
   std::int64_t count = 0;
-  LocalSeconds first = 0;
-  LocalSeconds last = 0;  // uncounted: the span's end
+  LocalSeconds first;
+  LocalSeconds last;  // uncounted: the span's end
 };
 
 class InstanceStream {
@@ -56,7 +56,7 @@ class InstanceStream {
     RuleMembers rule;
     std::vector<LocalSeconds> found;
     std::size_t next = 0;
-    LocalSeconds searched_to = 0;
+    LocalSeconds searched_to;
   };
 
   void seek(LocalSeconds from);
@@ -68,7 +68,7 @@ class InstanceStream {
   std::deque<Source> sources_;
   std::deque<RuleMembers> excluded_;
   std::size_t next_date_ = 0;
-  LocalSeconds at_ = 0;  // candidates before it have been taken
+  LocalSeconds at_;  // candidates before it have been taken
   std::int64_t effort_;
 };
 

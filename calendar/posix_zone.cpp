@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "calendar/rule_days.h"
 #include "calendar/rule_text.h"
 
 namespace orvello {
@@ -82,13 +83,9 @@ class Reader {
   std::string_view rest_;
 };
 
-bool is_leap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
-
 int days_in(int year, int month) {
   return month == 2 && !is_leap(year) ? 28 : kLongestMonth[month - 1];
 }
-
-int weekday_of(std::int32_t number) { return civil_from_day_number(number).day_of_week; }
 
 LocalSeconds moment_of(const PosixZone::Day& day, int year) {
   std::int32_t number = day_number(year, 1, 1);
@@ -101,7 +98,7 @@ LocalSeconds moment_of(const PosixZone::Day& day, int year) {
   } else {
     number += day.number;
   }
-  return number * kSecondsPerDay + day.time;
+  return midnight_of(number) + day.time;
 }
 
 // The yearly rule for that day, empty where there is none: its time may lie on a day before or
@@ -129,8 +126,8 @@ std::string yearly_rule(const PosixZone::Day& day) {
 std::vector<ZoneOnset> PosixZone::onsets_in(int year) const {
   if (!summer) return {};
   std::vector<ZoneOnset> onsets{
-      {moment_of(summer->begin, year) - standard, standard, summer->offset},
-      {moment_of(summer->end, year) - summer->offset, summer->offset, standard}};
+      {utc_at_offset(moment_of(summer->begin, year), standard), standard, summer->offset},
+      {utc_at_offset(moment_of(summer->end, year), summer->offset), summer->offset, standard}};
   if (onsets[1].at < onsets[0].at) std::swap(onsets[0], onsets[1]);
   return onsets;
 }
@@ -138,14 +135,14 @@ std::vector<ZoneOnset> PosixZone::onsets_in(int year) const {
 std::vector<Observance> PosixZone::observances_after(UtcSeconds after) const {
   std::vector<Observance> observances;
   if (!summer) return observances;
-  const int year = civil_from_day_number(static_cast<std::int32_t>(after / kSecondsPerDay)).year;
+  const int year = civil_from_day_number(static_cast<std::int32_t>(day_of(after))).year;
   for (const bool begins : {true, false}) {
     const Day& day = begins ? summer->begin : summer->end;
     Observance observance;
     observance.offset_from = begins ? standard : summer->offset;
     observance.offset_to = begins ? summer->offset : standard;
     int first = year - 1;
-    while (moment_of(day, first) - observance.offset_from <= after) ++first;
+    while (utc_at_offset(moment_of(day, first), observance.offset_from) <= after) ++first;
     observance.start = moment_of(day, first);
     const std::string rule = yearly_rule(day);
     if (!rule.empty()) {

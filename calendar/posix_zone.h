@@ -11,7 +11,7 @@ namespace orvello {
 
 // A change of the clock, in Coordinated Universal Time.
 struct ZoneOnset {
-  UtcSeconds at = 0;
+  UtcSeconds at;
   int before = 0;  // seconds east of Greenwich
   int after = 0;
   friend bool operator==(const ZoneOnset&, const ZoneOnset&) = default;

@@ -47,8 +47,7 @@ PlainSeries series_around(const RecurrencePattern& pattern, LocalSeconds start) 
   series.start = start;
   series.step = interval_of(pattern);
   if (has_count(pattern)) series.count = pattern.occurrences;
-  if (has_end(pattern))
-    series.until = (whole_day(pattern.pattern_end_date) + 1) * kSecondsPerDay - 1;
+  if (has_end(pattern)) series.until = midnight_of(whole_day(pattern.pattern_end_date) + 1) - 1;
   if (pattern.type == RecurrenceType::daily) {
     series.kind = PlainSeries::Kind::steps;
     series.step *= kSecondsPerDay;
@@ -79,8 +78,8 @@ PlainSeries series_around(const RecurrencePattern& pattern, LocalSeconds start) 
 
 // From the start date, or the nearest day after it that suits, counting every week, month or year.
 PlainSeries series_of(const RecurrencePattern& pattern) {
-  const LocalSeconds named = whole_day(pattern.pattern_start_date) * kSecondsPerDay +
-                             floor_mod(to_seconds(pattern.start_time), kSecondsPerDay);
+  const LocalSeconds named = midnight_of(whole_day(pattern.pattern_start_date)) +
+                             second_of_day(to_seconds(pattern.start_time));
   const PlainSeries series = series_around(pattern, named);
   if (series.kind == PlainSeries::Kind::steps || named < kFirstRuleSecond || named >= kEndOfRules ||
       suits(series, day_of(named)))
@@ -231,7 +230,7 @@ Rule rule_from_pattern(const RecurrencePattern& pattern) {
   rule.interval = static_cast<int>(interval_of(pattern));
   if (has_count(pattern)) rule.count = pattern.occurrences;
   if (has_end(pattern)) {
-    rule.until = (whole_day(pattern.pattern_end_date) + 1) * kSecondsPerDay - 1;
+    rule.until = midnight_of(whole_day(pattern.pattern_end_date) + 1) - 1;
     rule.until_is_date = true;
   }
   if (pattern.type == RecurrenceType::daily) return rule;
@@ -263,7 +262,7 @@ Rule rule_from_pattern(const RecurrencePattern& pattern) {
 std::optional<RecurrencePattern> pattern_from_rule(const Rule& rule, LocalSeconds start,
                                                    std::int64_t duration_seconds) {
   const auto day = day_of(start);
-  const auto time = start - day * kSecondsPerDay;
+  const auto time = second_of_day(start);
   constexpr std::int64_t kLongest = 0x7FFFFFFFLL * 60;
   if (time % 60 != 0 || duration_seconds < 0 || duration_seconds % 60 != 0 ||
       duration_seconds > kLongest || rule.until_is_utc || (rule.count > 0 && rule.until) ||

@@ -71,7 +71,7 @@ bool rule_produces(const Rule& rule, LocalSeconds start, LocalSeconds moment);
 
 // A set of instances: rules and single dates, less excluded dates and rules.
 struct RecurrenceSet {
-  LocalSeconds start = 0;
+  LocalSeconds start;
   std::vector<Rule> rules;
   std::vector<LocalSeconds> dates;           // RDATE, sorted
   std::vector<Rule> excluded_rules;          // EXRULE

@@ -10,21 +10,12 @@
 namespace orvello {
 
 // Instances are sought in these years only; an endless search ends at the border.
-inline constexpr LocalSeconds kFirstRuleSecond = -657434LL * kSecondsPerDay;  // 1 January 100
-inline constexpr LocalSeconds kEndOfRules = 949998LL * kSecondsPerDay;        // 1 January 4501
+inline constexpr LocalSeconds kFirstRuleSecond{-657434 * kSecondsPerDay};  // 1 January 100
+inline constexpr LocalSeconds kEndOfRules{949998 * kSecondsPerDay};        // 1 January 4501
 
-constexpr std::int64_t floor_div(std::int64_t value, std::int64_t by) {
-  return value / by - (value % by < 0);
-}
-constexpr std::int64_t floor_mod(std::int64_t value, std::int64_t by) {
-  const auto rest = value % by;
-  return rest < 0 ? rest + by : rest;
-}
 constexpr std::int64_t ceil_div(std::int64_t value, std::int64_t by) {
   return -floor_div(-value, by);
 }
-
-constexpr std::int64_t day_of(LocalSeconds moment) { return floor_div(moment, kSecondsPerDay); }
 
 // 0 Sunday .. 6 Saturday; 30 December 1899 was a Saturday.
 constexpr int weekday_of(std::int64_t day) { return static_cast<int>(floor_mod(day + 6, 7)); }

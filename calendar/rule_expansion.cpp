@@ -79,7 +79,7 @@ void RuleExpansion::set_defaults() {
 }
 
 void RuleExpansion::set_times() {
-  const int time = static_cast<int>(floor_mod(start_, kSecondsPerDay));
+  const int time = static_cast<int>(second_of_day(start_));
   const auto frequency = rule_.frequency;
   hours_ = value_bits(rule_.by_hour, frequency > Frequency::hourly ? time / 3600 : -1, 24);
   minutes_ = value_bits(rule_.by_minute, frequency > Frequency::minutely ? time / 60 % 60 : -1, 60);
@@ -104,7 +104,7 @@ void RuleExpansion::set_times() {
 bool RuleExpansion::times_can_match() const {
   const std::int64_t unit = kUnitSeconds[static_cast<int>(rule_.frequency)];
   const auto divisor = std::gcd(unit * rule_.interval, kSecondsPerDay);
-  const auto rest = floor_mod(floor_div(start_, unit) * unit, divisor);
+  const auto rest = floor_mod(floor_div(start_.count(), unit) * unit, divisor);
   for (std::int64_t at = rest; at < kSecondsPerDay; at += divisor) {
     const bool minute_suits = rule_.frequency == Frequency::hourly || minutes_ >> at / 60 % 60 & 1;
     const bool second_suits = rule_.frequency != Frequency::secondly || seconds_ >> at % 60 & 1;
@@ -240,8 +240,7 @@ void RuleExpansion::walk_periods(LocalSeconds from, LocalSeconds to, const Take&
 
 bool RuleExpansion::take_positions(LocalSeconds from, LocalSeconds to, const Take& take) const {
   for (auto index : positions_in(rule_.by_set_pos, days_.size() * times_.size())) {
-    const auto moment =
-        days_[index / times_.size()] * kSecondsPerDay + times_[index % times_.size()];
+    const auto moment = midnight_of(days_[index / times_.size()]) + times_[index % times_.size()];
     if (moment >= to) return false;
     if (moment >= from && !take(moment)) return false;
   }
@@ -250,7 +249,7 @@ bool RuleExpansion::take_positions(LocalSeconds from, LocalSeconds to, const Tak
 
 bool RuleExpansion::take_times(std::int64_t day, LocalSeconds from, LocalSeconds to,
                                const Take& take) const {
-  const auto midnight = day * kSecondsPerDay;
+  const LocalSeconds midnight = midnight_of(day);
   const auto earliest = std::max<std::int64_t>(0, from - midnight);
   for (auto time = std::lower_bound(times_.begin(), times_.end(), earliest); time != times_.end();
        ++time) {
@@ -265,14 +264,14 @@ bool RuleExpansion::take_times(std::int64_t day, LocalSeconds from, LocalSeconds
 bool RuleExpansion::take_units(std::int64_t day, LocalSeconds from, LocalSeconds to,
                                const Take& take) const {
   const std::int64_t unit = kUnitSeconds[static_cast<int>(rule_.frequency)];
-  const auto base = floor_div(start_, unit);
+  const auto base = floor_div(start_.count(), unit);
   const auto midnight = day * kSecondsPerDay / unit;
   const auto on_step = [&](std::int64_t seconds) {  // the first unit of the series from there on
     const auto at = midnight + ceil_div(seconds, unit);
     return at + floor_mod(base - at, rule_.interval);
   };
   const auto earliest =
-      std::max<std::int64_t>(0, floor_div(from, unit) * unit - day * kSecondsPerDay);
+      std::max<std::int64_t>(0, floor_div(from.count(), unit) * unit - day * kSecondsPerDay);
   for (auto at = on_step(earliest); at < midnight + kSecondsPerDay / unit;) {
     const int time = static_cast<int>((at - midnight) * unit);
     const int hour = time / 3600, minute = time / 60 % 60, second = time % 60;
@@ -285,7 +284,7 @@ bool RuleExpansion::take_units(std::int64_t day, LocalSeconds from, LocalSeconds
       at = on_step(time - second + std::min(soon, 60));
     } else {
       for (int offset : times_) {
-        const auto moment = at * unit + offset;
+        const LocalSeconds moment(at * unit + offset);
         if (moment >= to) return false;
         if (moment >= from && !take(moment)) return false;
       }

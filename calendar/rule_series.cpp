@@ -70,11 +70,10 @@ void append_weeks(const PlainSeries& series, LocalSeconds from, LocalSeconds to,
   const std::int64_t stride = 7 * series.step;
   const int bits = week_bits(series);
   std::int64_t week = base + floor_div(day_of(from) - base, stride) * stride;
-  for (const LocalSeconds time = series.start - start_day * kSecondsPerDay;
-       week * kSecondsPerDay < to; week += stride) {
+  for (const std::int64_t time = second_of_day(series.start); midnight_of(week) < to;
+       week += stride) {
     for (int rest = bits; rest != 0; rest &= rest - 1) {
-      const auto moment =
-          (week + std::countr_zero(static_cast<unsigned>(rest))) * kSecondsPerDay + time;
+      const auto moment = midnight_of(week + std::countr_zero(static_cast<unsigned>(rest))) + time;
       if (moment >= to) return;
       if (moment >= from) out.push_back(moment);
     }
@@ -84,14 +83,14 @@ void append_weeks(const PlainSeries& series, LocalSeconds from, LocalSeconds to,
 // Calls take(moment) for the instances from month `month` on until it returns false.
 template <typename Take>
 void walk_months(const PlainSeries& series, std::int64_t month, LocalSeconds to, Take take) {
-  const LocalSeconds time = floor_mod(series.start, kSecondsPerDay);
+  const std::int64_t time = second_of_day(series.start);
   for (;; month += series.step) {
     if (month >= 12 * 4501) return;
     const std::int64_t first = first_of_month(month);
-    if (first * kSecondsPerDay >= to) return;
+    if (midnight_of(first) >= to) return;
     const auto day = chosen_day(series, month, first);
     if (day == 0) continue;
-    const LocalSeconds moment = (first + std::countr_zero(day)) * kSecondsPerDay + time;
+    const LocalSeconds moment = midnight_of(first + std::countr_zero(day)) + time;
     if (moment >= to || !take(moment)) return;
   }
 }
@@ -113,8 +112,8 @@ LocalSeconds end_of_weeks(const PlainSeries& series, std::int64_t left) {
     week = 1 + left / std::popcount(bits);
     day = nth_bit(bits, 1 + static_cast<int>(left % std::popcount(bits)));
   }
-  return (base + week * series.step * 7 + std::countr_zero(day)) * kSecondsPerDay +
-         floor_mod(series.start, kSecondsPerDay);
+  return midnight_of(base + week * series.step * 7 + std::countr_zero(day)) +
+         second_of_day(series.start);
 }
 
 LocalSeconds end_of_months(const PlainSeries& series, std::int64_t left) {

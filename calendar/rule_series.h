@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 #include "calendar/rule.h"
@@ -13,7 +12,7 @@ namespace orvello {
 struct PlainSeries {
   enum class Kind { none, steps, weeks, months };
   Kind kind = Kind::none;
-  LocalSeconds start = 0;
+  LocalSeconds start;
   std::int64_t step = 1;  // seconds, weeks or months
   int mask = 127;         // weekdays of weeks and months: Sunday 1 .. Saturday 64
   int week_start = 1;
@@ -21,7 +20,7 @@ struct PlainSeries {
   std::uint32_t month_days = 0x7FFFFFFF;  // the days to choose from, bit 0 is the first
   int nth = 1;                            // which of the days that also suit `mask`
   std::int64_t count = 0;                 // instances with the start; 0 without
-  LocalSeconds until = std::numeric_limits<LocalSeconds>::max() - 1;
+  LocalSeconds until = LocalSeconds::max() - 1;
 };
 
 // Kind none where the rule is not plain.

@@ -168,7 +168,7 @@ std::optional<LocalSeconds> parse_moment(std::string_view text) {
   const int year = number(0, 4), month = number(4, 2), day = number(6, 2);
   if (year < 1 || month < 1 || month > 12) return std::nullopt;
   if (day < 1 || day > month_length(year * 12 + month - 1)) return std::nullopt;
-  const LocalSeconds midnight = day_number(year, month, day) * kSecondsPerDay;
+  const LocalSeconds midnight = midnight_of(day_number(year, month, day));
   if (is_day) return midnight;
   const int hour = number(9, 2), minute = number(11, 2), second = number(13, 2);
   if (hour > 23 || minute > 59 || second > 60) return std::nullopt;
@@ -183,11 +183,13 @@ std::string day_text(LocalSeconds moment) {
 }
 
 std::string moment_text(LocalSeconds moment) {
-  const int time = static_cast<int>(floor_mod(moment, kSecondsPerDay));
+  const int time = static_cast<int>(second_of_day(moment));
   char text[40];
   std::snprintf(text, sizeof text, "T%02d%02d%02d", time / 3600, time / 60 % 60, time % 60);
   return day_text(moment) + text;
 }
+
+std::string moment_text(UtcSeconds moment) { return moment_text(local_at_offset(moment, 0)) + "Z"; }
 
 Result<Rule> parse_rule(std::string_view text, std::vector<std::string>* oddities) {
   const auto failure = [](std::string_view part, const char* fault) {

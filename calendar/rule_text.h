@@ -11,6 +11,7 @@
 namespace orvello {
 
 std::string moment_text(LocalSeconds moment);  // "20261121T090000"
+std::string moment_text(UtcSeconds moment);    // "20261121T090000Z"
 std::string day_text(LocalSeconds moment);     // "20261121"
 
 // "20261121T090000", with or without Z; or "20261121", which is that midnight. Years from 1 on.

@@ -11,8 +11,8 @@ namespace orvello {
 namespace {
 
 constexpr int kWidestOffset = 26 * 3600;
-constexpr LocalSeconds kFirstOnset = -109571LL * kSecondsPerDay;  // 1 January 1600
-constexpr LocalSeconds kHorizon = 109575LL * kSecondsPerDay;      // 1 January 2200
+constexpr LocalSeconds kFirstOnset = midnight_of(-109571);  // 1 January 1600
+constexpr LocalSeconds kHorizon = midnight_of(109575);      // 1 January 2200
 // A real zone has at most two changes a year; a hostile rule by the second must not fill memory.
 constexpr std::size_t kMostOnsets = 4096;
 constexpr std::size_t kMostObservances = 4096;
@@ -112,7 +112,7 @@ Zone::Zone(std::string name, std::vector<Observance> observances)
   for (const Observance& each : observances_) {
     if (onsets.size() > kMostChanges) break;
     for (LocalSeconds local : onsets_of(each))
-      onsets.push_back({local - each.offset_from, each.offset_from, each.offset_to});
+      onsets.push_back({utc_at_offset(local, each.offset_from), each.offset_from, each.offset_to});
   }
   std::stable_sort(onsets.begin(), onsets.end(),
                    [](const Onset& a, const Onset& b) { return a.at < b.at; });
@@ -122,7 +122,7 @@ Zone::Zone(std::string name, std::vector<Observance> observances)
     if (onset.after == offset) continue;
     // The clock shows the new time from the later of the two readings on: a skipped time belongs
     // to the offset before, and so does the first of two equal ones.
-    LocalSeconds local = onset.at + std::max(offset, onset.after);
+    LocalSeconds local = local_at_offset(onset.at, std::max(offset, onset.after));
     if (!transitions_.empty()) local = std::max(local, transitions_.back().local);
     transitions_.push_back({onset.at, local, onset.after});
     offset = onset.after;
@@ -133,14 +133,14 @@ UtcSeconds Zone::to_utc(LocalSeconds local) const {
   const auto next = std::upper_bound(
       transitions_.begin(), transitions_.end(), local,
       [](LocalSeconds moment, const Transition& each) { return moment < each.local; });
-  return local - (next == transitions_.begin() ? first_offset_ : (next - 1)->offset);
+  return utc_at_offset(local, next == transitions_.begin() ? first_offset_ : (next - 1)->offset);
 }
 
 LocalSeconds Zone::from_utc(UtcSeconds utc) const {
   const auto next =
       std::upper_bound(transitions_.begin(), transitions_.end(), utc,
                        [](UtcSeconds moment, const Transition& each) { return moment < each.utc; });
-  return utc + (next == transitions_.begin() ? first_offset_ : (next - 1)->offset);
+  return local_at_offset(utc, next == transitions_.begin() ? first_offset_ : (next - 1)->offset);
 }
 
 std::vector<int> Zone::offsets_between(UtcSeconds from, UtcSeconds to) const {

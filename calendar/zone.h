@@ -17,13 +17,10 @@
 
 namespace orvello {
 
-// Seconds since 30 December 1899, 00:00, in Coordinated Universal Time.
-using UtcSeconds = std::int64_t;
-
 struct Observance {
-  LocalSeconds start = 0;  // onset, local to offset_from
-  int offset_from = 0;     // seconds east of Greenwich before the onset
-  int offset_to = 0;       // and after it
+  LocalSeconds start;   // onset, local to offset_from
+  int offset_from = 0;  // seconds east of Greenwich before the onset
+  int offset_to = 0;    // and after it
   std::optional<Rule> rule;
   std::vector<LocalSeconds> dates;  // further onsets, sorted
   friend bool operator==(const Observance&, const Observance&) = default;

@@ -9,9 +9,9 @@
 namespace orvello {
 namespace {
 
-constexpr UtcSeconds kUnixEpoch = 25569LL * kSecondsPerDay;
+constexpr UtcSeconds kUnixEpoch{25569 * kSecondsPerDay};
 // Some writers begin with a change at the beginning of the world.
-constexpr UtcSeconds kEarliest = -109205LL * kSecondsPerDay;  // 1 January 1601
+constexpr UtcSeconds kEarliest{-109205 * kSecondsPerDay};  // 1 January 1601
 constexpr std::size_t kHeader = 44;
 
 class Bytes {
@@ -79,9 +79,9 @@ std::optional<History> read_history(std::string_view file, const Block& block) {
     if (time < kEarliest - kUnixEpoch) {
       history.first_offset = offset = after;
     } else if (after != offset) {
-      if (!history.onsets.empty() && time + kUnixEpoch <= history.onsets.back().at)
+      if (!history.onsets.empty() && kUnixEpoch + time <= history.onsets.back().at)
         return std::nullopt;
-      history.onsets.push_back({time + kUnixEpoch, offset, after});
+      history.onsets.push_back({kUnixEpoch + time, offset, after});
       offset = after;
     }
   }
@@ -89,7 +89,7 @@ std::optional<History> read_history(std::string_view file, const Block& block) {
 }
 
 int year_of(UtcSeconds at) {
-  return civil_from_day_number(static_cast<std::int32_t>(at / kSecondsPerDay)).year;
+  return civil_from_day_number(static_cast<std::int32_t>(day_of(at))).year;
 }
 
 // Files may list what the rule behind them says as well: the rule is enough. The moment behind
@@ -128,7 +128,7 @@ std::optional<Zone> zone_from_file(std::string name, std::string_view bytes) {
   const UtcSeconds rule_holds = rule ? leave_to_rule(onsets, *rule) : kEarliest;
   std::map<std::pair<int, int>, Observance> kinds;
   for (const ZoneOnset& onset : onsets) {
-    const LocalSeconds local = onset.at + onset.before;
+    const LocalSeconds local = local_at_offset(onset.at, onset.before);
     const auto [slot, added] = kinds.try_emplace({onset.before, onset.after});
     if (added)
       slot->second = {local, onset.before, onset.after, std::nullopt, {}};
@@ -142,7 +142,7 @@ std::optional<Zone> zone_from_file(std::string name, std::string_view bytes) {
       observances.push_back(std::move(each));
   if (observances.empty()) {
     const int offset = history->first_offset;
-    observances.push_back({kEarliest, offset, offset, std::nullopt, {}});
+    observances.push_back({local_at_offset(kEarliest, 0), offset, offset, std::nullopt, {}});
   }
   return Zone(std::move(name), std::move(observances));
 }

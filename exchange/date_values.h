@@ -11,9 +11,9 @@
 namespace orvello {
 
 struct DateValue {
-  LocalSeconds local = 0;  // a date: its midnight
+  LocalSeconds local;  // a date: its midnight
   bool is_date = false;
-  bool utc = false;  // ended in Z
+  bool utc = false;  // ended in Z: `local` is the reading in Coordinated Universal Time
   friend bool operator==(const DateValue&, const DateValue&) = default;
 };
 

@@ -61,7 +61,7 @@ LocalSeconds all_day_end(const Moment& start, LocalSeconds exclusive) {
 // `end` in the zone of the start; nothing when it lies before it.
 std::optional<LocalSeconds> end_from(const Moment& start, const Moment& end, const Clock& clock) {
   if (start.is_date) {
-    const auto day = end.local - (end.local % kSecondsPerDay + kSecondsPerDay) % kSecondsPerDay;
+    const LocalSeconds day = midnight_of(day_of(end.local));
     // A time of day behind midnight belongs to a day that is still part of it.
     const LocalSeconds exclusive = day == end.local ? day : day + kSecondsPerDay;
     if (exclusive < start.local) return std::nullopt;
@@ -127,7 +127,8 @@ void read_end(const Component& event, EventContext& context, ReadEvent& read) {
 void read_stamp(const Property& property, ReadEvent& read, bool decides) {
   const auto date = parse_date(property.value);
   if (!date) return;
-  if (decides || read.record.modified == 0) read.record.modified = date->local;
+  if (decides || read.record.modified == UtcSeconds())
+    read.record.modified = utc_at_offset(date->local, 0);
 }
 
 void read_property(const Property& property, ReadEvent& read) {

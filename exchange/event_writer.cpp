@@ -77,7 +77,7 @@ struct EventWriter::Item {
   LocalSeconds start;
   LocalSeconds end;
   const std::vector<StoreRecipient>& recipients;
-  std::int64_t modified;
+  UtcSeconds modified;
   std::string uid;
   const AppointmentRecord* series = nullptr;  // null: an occurrence
   std::string recurrence_id;                  // of an occurrence: the whole line
@@ -262,7 +262,7 @@ void EventWriter::write_exception(std::string& out, const Item& series,
       append_raw(out, text.root().raw), note_tzids(text.root(), used_tzids_);
     else if (series.took_over && !is_excluded(reference->record, exception.original_start))
       out += "BEGIN:VEVENT\r\n" + folded("UID:" + escape_text(series.uid)) +
-             "DTSTAMP:" + moment_text(series.modified) + "Z\r\n" + id +
+             "DTSTAMP:" + moment_text(series.modified) + "\r\n" + id +
              date_line("DTSTART", series, exception.original_start) +
              "STATUS:CANCELLED\r\nEND:VEVENT\r\n";
     return;
@@ -300,7 +300,7 @@ void EventWriter::write_exception(std::string& out, const Item& series,
 void EventWriter::write_new(std::string& out, const Item& item) {
   out += "BEGIN:VEVENT\r\n";
   append_folded(out, "UID:" + escape_text(item.uid));
-  out += "DTSTAMP:" + moment_text(item.modified) + "Z\r\n" + item.recurrence_id + times(item);
+  out += "DTSTAMP:" + moment_text(item.modified) + "\r\n" + item.recurrence_id + times(item);
   append_text(out, "SUMMARY", item.fields.subject);
   append_text(out, "LOCATION", item.fields.location);
   append_text(out, "DESCRIPTION", item.fields.body);
@@ -392,7 +392,7 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
                              const ReadEvent& reference) {
   Plan plan;
   plan_changes(item, reference, plan);
-  const std::string stamp = moment_text(item.modified) + "Z\r\n";
+  const std::string stamp = moment_text(item.modified) + "\r\n";
   std::set<std::pair<Text, Text>> recipients;
   if (plan.changed[static_cast<std::size_t>(PropertyKind::recipients)])
     recipients = names_of(item.recipients);

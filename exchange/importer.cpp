@@ -247,7 +247,7 @@ void Importer::keep_unshown(const ScannedCalendar& calendar, const std::string& 
 }
 
 void Importer::put(AppointmentRecord& record, bool known) {
-  if (record.modified == 0) record.modified = clock_.utc_now();
+  if (record.modified == UtcSeconds()) record.modified = clock_.utc_now();
   if (record.oid == 0) record.oid = oid_of(record.uid);
   known = known || record.oid != 0;
   if (failed_) return;

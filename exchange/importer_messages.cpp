@@ -199,7 +199,7 @@ std::string* Importer::answered_text(AppointmentRecord& record, const Component&
     if (!one) {
       one = &record.exceptions.emplace_back();
       one->original_start = one->start = original;
-      one->end = original + record.end - record.start;
+      one->end = original + (record.end - record.start);
       one->zone = record.zone;
       one->recipients = record.recipients;
       one->fields = record.fields;

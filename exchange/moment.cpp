@@ -4,13 +4,6 @@
 #include "exchange/zone_names.h"
 
 namespace orvello {
-namespace {
-
-std::int64_t time_of_day(LocalSeconds local) {
-  return (local % kSecondsPerDay + kSecondsPerDay) % kSecondsPerDay;
-}
-
-}  // namespace
 
 std::optional<Moment> read_moment(const Property& property, std::string_view value,
                                   EventContext& context) {
@@ -41,14 +34,14 @@ LocalSeconds device_local(const Moment& moment, const Clock& clock) {
 
 LocalSeconds reading_at(const Moment& moment, const Moment& reference, const Clock& clock) {
   if (moment.is_date)
-    return reference.is_date ? moment.local : moment.local + time_of_day(reference.local);
+    return reference.is_date ? moment.local : moment.local + second_of_day(reference.local);
   LocalSeconds local = moment.local;
   if (moment.zone && !reference.is_date && moment.zone != reference.zone &&
       moment.zone_name() != reference.zone_name()) {
     const UtcSeconds utc = moment.zone->to_utc(moment.local);
     local = reference.zone ? reference.zone->from_utc(utc) : clock.to_local(utc);
   }
-  return reference.is_date ? local - time_of_day(local) : local;
+  return reference.is_date ? midnight_of(day_of(local)) : local;
 }
 
 }  // namespace orvello

@@ -20,7 +20,7 @@ struct EventContext {
 };
 
 struct Moment {
-  LocalSeconds local = 0;
+  LocalSeconds local;
   bool is_date = false;
   const Zone* zone = nullptr;  // null: floating
   std::string zone_name() const { return zone ? zone->name() : std::string(); }

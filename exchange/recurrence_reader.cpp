@@ -15,7 +15,7 @@ std::string localized(std::string_view value, Rule& rule, const Moment& start, c
   std::string text(trimmed(value));
   if (!rule.until || !rule.until_is_utc) return text;
   if (!start.is_date) {
-    const LocalSeconds until = *rule.until;
+    const UtcSeconds until = utc_at_offset(*rule.until, 0);
     rule.until = start.zone ? start.zone->from_utc(until) : clock.to_local(until);
   }
   rule.until_is_utc = false;
@@ -38,7 +38,7 @@ std::optional<LocalSeconds> read_added(const Property& property, std::string_vie
   AppointmentRecord& record = read.record;
   const LocalSeconds start = reading_at(*moment, read.start, context.clock);
   if (slash == std::string_view::npos || read.start.is_date) return start;
-  LocalSeconds end = start + record.end - record.start;
+  LocalSeconds end = start + (record.end - record.start);
   const std::string_view until = value.substr(slash + 1);
   if (const auto duration = parse_duration(until))
     end = start + std::max<std::int64_t>(0, duration->total());

@@ -12,7 +12,7 @@ void make_foreign(Rule& rule, const Moment& start) {
   if (start.is_date) {
     rule.until_is_date = true;
   } else if (start.zone) {
-    rule.until = start.zone->to_utc(*rule.until);
+    rule.until = local_at_offset(start.zone->to_utc(*rule.until), 0);
     rule.until_is_date = false;
     rule.until_is_utc = true;
   }

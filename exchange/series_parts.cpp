@@ -36,7 +36,7 @@ std::vector<PartName> parts_of(std::string_view residue) {
     if (!property.named(kPartName)) continue;
     PartName part;
     part.uid = unescape_text(property.value);
-    part.from = parse_moment(parameter(property, "FROM").value_or("")).value_or(0);
+    part.from = parse_moment(parameter(property, "FROM").value_or("")).value_or(LocalSeconds());
     const std::string shift = parameter(property, "SHIFT").value_or("");
     std::from_chars(shift.data(), shift.data() + shift.size(), part.shift);
     parts.push_back(std::move(part));

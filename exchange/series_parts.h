@@ -11,7 +11,7 @@
 namespace orvello {
 
 struct PartName {
-  LocalSeconds from = 0;  // as in SeriesPart
+  LocalSeconds from;  // as in SeriesPart
   std::int64_t shift = 0;
   std::string uid;  // of its record
 };

@@ -1,7 +1,6 @@
 #include "exchange/series_split.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "calendar/rule_days.h"
 #include "calendar/rule_text.h"
@@ -10,10 +9,10 @@
 namespace orvello {
 namespace {
 
-constexpr LocalSeconds kNoEnd = std::numeric_limits<LocalSeconds>::max();
+constexpr LocalSeconds kNoEnd = LocalSeconds::max();
 // As many moved occurrences are listed one by one where no rule can say them.
 constexpr std::size_t kMostListed = 1000;
-constexpr LocalSeconds kYearsListed = 20 * 366 * kSecondsPerDay;
+constexpr std::int64_t kYearsListed = 20 * 366 * kSecondsPerDay;
 constexpr std::size_t kMostParts = 100;
 
 RecurrenceSet recurrence_of(const AppointmentRecord& record) {

@@ -17,7 +17,7 @@ struct FollowingChange {
 
 // A series that took over from another one.
 struct SeriesPart {
-  LocalSeconds from = 0;     // the first occurrence it stands for, in the first series' time
+  LocalSeconds from;         // the first occurrence it stands for, in the first series' time
   std::int64_t shift = 0;    // what the change adds to each of them, in seconds
   AppointmentRecord record;  // residue: the change's text alone
 };

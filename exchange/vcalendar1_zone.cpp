@@ -35,8 +35,8 @@ std::vector<Summer> read_summers(const Component& header, int standard) {
     const auto offset = old_offset(parts[1]);
     const auto begin = parse_date(trimmed(parts[2])), end = parse_date(trimmed(parts[3]));
     if (!offset || *offset == standard || !begin || !end) continue;
-    summers.push_back({*offset, begin->local - (begin->utc ? 0 : standard),
-                       end->local - (end->utc ? 0 : *offset)});
+    summers.push_back({*offset, utc_at_offset(begin->local, begin->utc ? 0 : standard),
+                       utc_at_offset(end->local, end->utc ? 0 : *offset)});
   }
   std::sort(summers.begin(), summers.end(),
             [](const Summer& a, const Summer& b) { return a.begin < b.begin; });
@@ -44,15 +44,16 @@ std::vector<Summer> read_summers(const Component& header, int standard) {
 }
 
 int device_offset(const Clock& clock, UtcSeconds utc) {
-  return static_cast<int>(clock.to_local(utc) - utc);
+  return static_cast<int>(clock.to_local(utc) - local_at_offset(utc, 0));
 }
 
 bool is_devices(const std::vector<Summer>& summers, int standard, const Clock& clock) {
   if (summers.empty()) {  // in winter, on either half of the earth
-    const int year =
-        civil_from_day_number(static_cast<std::int32_t>(clock.utc_now() / kSecondsPerDay)).year;
-    return standard == std::min(device_offset(clock, day_number(year, 1, 1) * kSecondsPerDay),
-                                device_offset(clock, day_number(year, 7, 1) * kSecondsPerDay));
+    const int year = civil_from_day_number(static_cast<std::int32_t>(day_of(clock.utc_now()))).year;
+    const auto offset_in = [&](int month) {
+      return device_offset(clock, utc_at_offset(midnight_of(day_number(year, month, 1)), 0));
+    };
+    return standard == std::min(offset_in(1), offset_in(7));
   }
   return std::all_of(summers.begin(), summers.end(), [&](const Summer& each) {
     return device_offset(clock, each.begin - kSecondsPerDay) == standard &&
@@ -73,15 +74,14 @@ std::string rule_of(const SystemTime& day) {
 // All changes of one kind. The last one goes on for ever; a lone one has been so before.
 std::string part(const char* kind, int from, int to, std::vector<LocalSeconds> onsets) {
   std::string text = std::string("BEGIN:") + kind + "\r\n";
-  const SystemTime last =
-      civil_from_day_number(static_cast<std::int32_t>(onsets.back() / kSecondsPerDay));
+  const SystemTime last = civil_from_day_number(static_cast<std::int32_t>(day_of(onsets.back())));
   const std::string offsets =
       "TZOFFSETFROM:" + utc_offset_text(from) + "\r\nTZOFFSETTO:" + utc_offset_text(to) + "\r\n";
   const std::string end = std::string("END:") + kind + "\r\n";
   LocalSeconds start = onsets.back();
   if (onsets.size() == 1) {  // 28 years later or earlier days fall on the same weekdays
     constexpr std::int64_t kCycle = 10227 * kSecondsPerDay;
-    while (start > day_number(1998, 1, 1) * kSecondsPerDay) start -= kCycle;
+    while (start > midnight_of(day_number(1998, 1, 1))) start -= kCycle;
   }
   text += "DTSTART:" + moment_text(start) + "\r\n" + offsets + rule_of(last) + end;
   onsets.pop_back();
@@ -113,8 +113,8 @@ OldZone zone_of_vcalendar1(const Component& header, const Clock& clock) {
     std::vector<LocalSeconds> begins, ends;
     for (const Summer& each : summers) {
       if (each.offset != offset) continue;
-      begins.push_back(each.begin + *standard);
-      ends.push_back(each.end + offset);
+      begins.push_back(local_at_offset(each.begin, *standard));
+      ends.push_back(local_at_offset(each.end, offset));
     }
     parts = part("DAYLIGHT", *standard, offset, begins) + part("STANDARD", offset, *standard, ends);
   }

@@ -58,11 +58,14 @@ std::vector<Observance> builtin_observances(const std::string& place) {
 // Files describe zones for a few years, by rules of another year or by half; what they cannot do
 // without saying something else is to give a zone offsets that it never has.
 bool may_mean(const std::vector<Observance>& observances, const Zone& known) {
-  const auto moment = [](int year) { return day_number(year, 1, 1) * kSecondsPerDay; };
+  const auto moment = [](int year) {
+    return utc_at_offset(midnight_of(day_number(year, 1, 1)), 0);
+  };
   const auto claimed = Zone("", observances).offsets_between(moment(1971), moment(2038));
   auto real = known.offsets_between(moment(1700), moment(2100));
   // Some files give the mean time of before there were zones.
-  const auto earliest = static_cast<int>(known.from_utc(moment(1700)) - moment(1700));
+  const auto earliest =
+      static_cast<int>(known.from_utc(moment(1700)) - local_at_offset(moment(1700), 0));
   real.insert(std::upper_bound(real.begin(), real.end(), earliest), earliest);
   return std::includes(real.begin(), real.end(), claimed.begin(), claimed.end());
 }
@@ -168,7 +171,7 @@ const Zone* ZoneTable::look_up(const std::string& tzid) {
   const auto offset = offset_in_name(tzid);
   if (!offset) return nullptr;
   if (*offset == 0) return utc();
-  const LocalSeconds start = day_number(1970, 1, 1) * kSecondsPerDay;
+  const LocalSeconds start = midnight_of(day_number(1970, 1, 1));
   return keep(Zone("UTC" + utc_offset_text(*offset), {{start, *offset, *offset, {}, {}}}));
 }
 
@@ -182,7 +185,7 @@ const Zone* ZoneTable::known_by(std::string_view tzid) {
     if (is_utc_name(name)) return utc();
     const Zone* zone = known(name);
     if (!zone) continue;
-    if (!offset || may_mean({{0, *offset, *offset, {}, {}}}, *zone)) return zone;
+    if (!offset || may_mean({{{}, *offset, *offset, {}, {}}}, *zone)) return zone;
   }
   return nullptr;
 }

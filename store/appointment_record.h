@@ -13,12 +13,12 @@ namespace orvello {
 
 // An occurrence that differs from its series, or is missing from it.
 struct AppointmentException {
-  LocalSeconds original_start = 0;  // in the record's zone; all-day: midnight
+  LocalSeconds original_start;  // in the record's zone; all-day: midnight
   bool deleted = false;
   AppointmentFields fields;  // device-local times; unused when deleted
   // The changed times in `zone` (or floating), from which `fields` are computed.
-  LocalSeconds start = 0;
-  LocalSeconds end = 0;
+  LocalSeconds start;
+  LocalSeconds end;
   std::string zone;
   std::vector<StoreRecipient> recipients;
   std::string residue;  // as in AppointmentRecord
@@ -33,8 +33,8 @@ struct AppointmentRecord {
   // "UTC", or the name of a zone kept in the store. All-day items are floating: `start` is midnight
   // of the first day, `end` 23:59 of the last.
   std::string zone;
-  LocalSeconds start = 0;
-  LocalSeconds end = 0;
+  LocalSeconds start;
+  LocalSeconds end;
 
   // At most one of the two: a pattern (in the record's zone), or recurrence lines that no pattern
   // can hold: "RRULE:...\nRDATE:...\nEXRULE:..." where RDATE lists YYYYMMDDTHHMMSS in the record's
@@ -44,7 +44,7 @@ struct AppointmentRecord {
   std::vector<AppointmentException> exceptions;
 
   std::vector<StoreRecipient> recipients;
-  std::int64_t modified = 0;  // UtcSeconds of the last change
+  UtcSeconds modified;  // the last change
   // What an exchanged file said and no field holds; only exchange/ reads it.
   std::string residue;
 

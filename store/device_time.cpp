@@ -41,7 +41,7 @@ LocalSeconds DeviceTime::in_zone(LocalSeconds local, const Zone* zone) const {
 bool DeviceTime::skips_on(std::int32_t day) {
   KnownDay& known = days_[static_cast<std::uint32_t>(day) % days_.size()];
   if (known.day == day) return known.skips;
-  const auto midnight = static_cast<LocalSeconds>(day) * kSecondsPerDay;
+  const LocalSeconds midnight = midnight_of(day);
   // A day whose first moment is skipped is short as well: that moment reads as the moved one.
   known.day = day;
   known.skips =

@@ -23,7 +23,7 @@ void OccurrenceList::sort_by_start(bool descending) {
 
 // Many rows within few days are first put into half-hour slots, which costs no comparison.
 void OccurrenceList::bucket_by_slot() {
-  constexpr LocalSeconds kSlot = 1800;
+  constexpr std::int64_t kSlot = 1800;
   if (rows_.size() < 256) return;
   const auto [low, high] = std::minmax_element(
       rows_.begin(), rows_.end(), [](const Row& a, const Row& b) { return a.start < b.start; });

@@ -11,7 +11,7 @@ namespace {
 // Moves a pattern's times by a difference; its days stay.
 void shift_times(RecurrencePattern& pattern, std::int64_t seconds) {
   const auto shifted = [&](CalendarDate time) {
-    return to_calendar_date(floor_mod(to_seconds(time) + seconds, kSecondsPerDay));
+    return to_calendar_date(LocalSeconds(second_of_day(to_seconds(time) + seconds)));
   };
   pattern.start_time = shifted(pattern.start_time);
   pattern.end_time = shifted(pattern.end_time);
@@ -162,7 +162,7 @@ bool RecordAppointment::apply_pattern(AppointmentRecord& record) const {
     shift_times(*record.pattern, own - start);
   else
     record.zone.clear();
-  record.start = record.end = 0;  // the pattern says
+  record.start = record.end = {};  // the pattern says
   return true;
 }
 

@@ -17,16 +17,21 @@ std::int64_t days_of_length(std::int64_t minutes) {
   return std::max<std::int64_t>(1, ceil_div(minutes, 24 * 60));
 }
 
+// Times of its own, where `fields` does not give them.
+template <typename Item>
+bool has_times(const Item& item) {
+  return item.start != LocalSeconds() || item.end != LocalSeconds();
+}
+
 void complete_pattern(AppointmentRecord& record) {
   RecurrencePattern& pattern = *record.pattern;
-  if (record.start != 0 || record.end != 0) {
+  if (has_times(record)) {
     pattern.duration = static_cast<std::int32_t>((record.end - record.start) / kMinute);
   } else {
     const auto first = to_seconds(pattern.start_time);
     const auto last = to_seconds(pattern.end_time);
     // A length that does not lead to the end time is what an earlier pattern left behind.
-    if (floor_mod(first + pattern.duration * kMinute - last, kSecondsPerDay) != 0 ||
-        pattern.duration < 0)
+    if ((first - last + pattern.duration * kMinute) % kSecondsPerDay != 0 || pattern.duration < 0)
       pattern.duration =
           static_cast<std::int32_t>(floor_mod(last - first, kSecondsPerDay) / kMinute);
   }
@@ -37,15 +42,15 @@ void complete_pattern(AppointmentRecord& record) {
   record.start = pattern_start(pattern);
   record.end = record.start + pattern.duration * kMinute;
   pattern.pattern_start_date = static_cast<CalendarDate>(day_of(record.start));
-  pattern.start_time = to_calendar_date(floor_mod(record.start, kSecondsPerDay));
-  pattern.end_time = to_calendar_date(floor_mod(record.end, kSecondsPerDay));
+  pattern.start_time = to_calendar_date(LocalSeconds(second_of_day(record.start)));
+  pattern.end_time = to_calendar_date(LocalSeconds(second_of_day(record.end)));
   const auto last = last_instance(pattern);
   pattern.no_end_date = !last;
   pattern.pattern_end_date = last ? static_cast<CalendarDate>(day_of(*last)) : kNoDate;
 }
 
 bool complete_times(AppointmentRecord& record, DeviceTime& time) {
-  const bool own_times = record.start != 0 || record.end != 0;
+  const bool own_times = has_times(record);
   const bool all_day = record.fields.all_day;
   if (all_day) record.zone.clear();
   if (!own_times && !record.pattern) {
@@ -56,7 +61,7 @@ bool complete_times(AppointmentRecord& record, DeviceTime& time) {
   }
   record.end = std::max(record.start, record.end);
   if (all_day) {
-    record.start = day_of(record.start) * kSecondsPerDay;
+    record.start = midnight_of(day_of(record.start));
     if (own_times || !record.pattern) record.end = all_day_end(record.end);
   }
   return true;
@@ -66,9 +71,9 @@ bool complete_exceptions(AppointmentRecord& record, DeviceTime& time) {
   if (!record.recurring()) record.exceptions.clear();
   for (AppointmentException& exception : record.exceptions) {
     if (record.fields.all_day)
-      exception.original_start = day_of(exception.original_start) * kSecondsPerDay;
+      exception.original_start = midnight_of(day_of(exception.original_start));
     if (exception.deleted) continue;
-    if (exception.start == 0 && exception.end == 0) {
+    if (!has_times(exception)) {
       const auto zone = time.zone(exception.zone);
       if (!zone) return false;
       exception.start = time.in_zone(to_seconds(exception.fields.start), *zone);
@@ -77,7 +82,7 @@ bool complete_exceptions(AppointmentRecord& record, DeviceTime& time) {
     exception.end = std::max(exception.start, exception.end);
     if (!exception.fields.all_day) continue;
     exception.zone.clear();
-    exception.start = day_of(exception.start) * kSecondsPerDay;
+    exception.start = midnight_of(day_of(exception.start));
     exception.end = all_day_end(exception.end);
   }
   // The last one told of an occurrence stands.
@@ -117,7 +122,7 @@ void for_each_line(std::string_view lines, Take take) {
 
 }  // namespace
 
-LocalSeconds all_day_end(LocalSeconds end) { return (day_of(end) + 1) * kSecondsPerDay - kMinute; }
+LocalSeconds all_day_end(LocalSeconds end) { return midnight_of(day_of(end) + 1) - kMinute; }
 
 RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zone* zone,
                          bool all_day) {
@@ -135,7 +140,7 @@ RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zon
     if (!rule) return;
     if (all_day) rule = by_whole_days(std::move(*rule));
     if (rule->until_is_utc && rule->until) {
-      if (zone) rule->until = zone->from_utc(*rule->until);
+      if (zone) rule->until = zone->from_utc(utc_at_offset(*rule->until, 0));
       rule->until_is_utc = false;
     }
     (name == "RRULE" ? set.rules : set.excluded_rules).push_back(std::move(*rule));

@@ -10,7 +10,7 @@ namespace orvello {
 namespace {
 
 // A zone may show a moment this much earlier or later than another one does.
-constexpr LocalSeconds kZoneMargin = 2 * kSecondsPerDay;
+constexpr std::int64_t kZoneMargin = 2 * kSecondsPerDay;
 
 // Rows that a day has for one series; one a minute is shown in full.
 constexpr std::int64_t kRowsOfADay = 1500;
@@ -21,11 +21,11 @@ constexpr std::int64_t kPartOfAQuery = 16;
 constexpr std::int64_t kHoursOfADay = 24;
 
 // How far a series without end is shown to who sets no bound.
-constexpr LocalSeconds kUnboundedSpan = 731 * kSecondsPerDay;
+constexpr std::int64_t kUnboundedSpan = 731 * kSecondsPerDay;
 
 LocalSeconds today(DeviceTime& time) {
   const auto now = time.clock().local_time();
-  return day_number(now.year, now.month, now.day) * kSecondsPerDay;
+  return midnight_of(day_number(now.year, now.month, now.day));
 }
 
 std::int32_t day_number_of(LocalSeconds moment) {
@@ -36,10 +36,9 @@ bool is_changed(const Series& series, LocalSeconds original) {
   return std::binary_search(series.changed.begin(), series.changed.end(), original);
 }
 
-LocalSeconds midnight_of(std::int32_t day) {
+LocalSeconds bounded_midnight(std::int32_t day) {
   // A bound may lie where no clock reads anything.
-  const auto midnight = static_cast<LocalSeconds>(day) * kSecondsPerDay;
-  return std::clamp(midnight, kFirstRuleSecond, kEndOfRules);
+  return std::clamp(midnight_of(day), kFirstRuleSecond, kEndOfRules);
 }
 
 struct LocalSpan {
@@ -48,9 +47,9 @@ struct LocalSpan {
 
 // Where instances may lie whose occurrences are within the bounds, in the series' own time.
 LocalSpan span_of(const Series& series, const DayBounds& bounds, DeviceTime& time) {
-  LocalSeconds from =
-      std::max(midnight_of(bounds.start_from), midnight_of(bounds.end_from) - series.duration);
-  LocalSeconds to = midnight_of(std::min(bounds.start_to, bounds.end_to) + 1);
+  LocalSeconds from = std::max(bounded_midnight(bounds.start_from),
+                               bounded_midnight(bounds.end_from) - series.duration);
+  LocalSeconds to = bounded_midnight(std::min(bounds.start_to, bounds.end_to) + 1);
   if (series.zone) {
     from -= kZoneMargin;
     to += kZoneMargin;
@@ -77,10 +76,11 @@ void take_within(const SeriesOccurrence& occurrence, const DayBounds& bounds, Ta
 
 template <typename Take>
 void take_changes(const Series& series, const DayBounds& bounds, DeviceTime& time, Take take) {
-  const LocalSeconds from = std::max(midnight_of(bounds.start_from),
-                                     midnight_of(bounds.end_from) - series.longest_change) -
+  const LocalSeconds from = std::max(bounded_midnight(bounds.start_from),
+                                     bounded_midnight(bounds.end_from) - series.longest_change) -
                             kZoneMargin;
-  const LocalSeconds to = midnight_of(std::min(bounds.start_to, bounds.end_to) + 1) + kZoneMargin;
+  const LocalSeconds to =
+      bounded_midnight(std::min(bounds.start_to, bounds.end_to) + 1) + kZoneMargin;
   auto change = std::lower_bound(
       series.changes.begin(), series.changes.end(), from,
       [](const SeriesChange& each, LocalSeconds moment) { return each.start < moment; });
@@ -145,7 +145,7 @@ void take_crowded(const Series& series, const DayBounds& bounds, const LocalSpan
   CrowdedInstances crowd(series);
   auto day = day_of(time.shown(span.from, series.zone));
   for (LocalSeconds from = span.from; from < span.to; ++day) {
-    const LocalSeconds midnight = (day + 1) * kSecondsPerDay;
+    const LocalSeconds midnight = midnight_of(day + 1);
     const LocalSeconds to =
         std::min(span.to, series.zone ? time.in_zone(midnight, series.zone) : midnight);
     if (to <= from) continue;
@@ -167,8 +167,8 @@ void take_crowded(const Series& series, const DayBounds& bounds, const LocalSpan
 bool is_over(const Series& series, const DayBounds& bounds) {
   const auto from = std::max(bounds.start_from, bounds.end_from);
   const auto to = std::min(bounds.start_to, bounds.end_to);
-  return series.last_start + series.duration + kZoneMargin < from * kSecondsPerDay ||
-         series.first_start - kZoneMargin > (to + 1) * kSecondsPerDay;
+  return series.last_start + series.duration + kZoneMargin < midnight_of(from) ||
+         series.first_start - kZoneMargin > midnight_of(to + 1);
 }
 
 // Calls take(occurrence) for everything within the bounds; exceptions come last.

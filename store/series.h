@@ -19,18 +19,18 @@ namespace orvello {
 
 // A changed occurrence, with its own times.
 struct SeriesChange {
-  LocalSeconds original_start = 0;
-  LocalSeconds start = 0;
-  LocalSeconds end = 0;
+  LocalSeconds original_start;
+  LocalSeconds start;
+  LocalSeconds end;
   const Zone* zone = nullptr;
   OccurrenceList::Summary summary;
 };
 
 // One occurrence as the device shows it, or many of one day: see StoreItem::many.
 struct SeriesOccurrence {
-  LocalSeconds original_start = 0;  // in the series' zone
-  LocalSeconds start = 0;
-  LocalSeconds end = 0;
+  LocalSeconds original_start;  // in the series' zone
+  LocalSeconds start;
+  LocalSeconds end;
   const SeriesChange* change = nullptr;
   std::int64_t many = 0;
 };
@@ -38,12 +38,12 @@ struct SeriesOccurrence {
 struct Series {
   std::int32_t oid = 0;
   const Zone* zone = nullptr;
-  LocalSeconds start = 0;
+  LocalSeconds start;
   std::int64_t duration = 0;  // seconds on the clock, first to last
   bool all_day = false;
-  LocalSeconds first_start = 0;  // the start, or a date added before it
-  LocalSeconds last_start = 0;   // of the last instance; far ahead for a series without end
-  PlainSeries plain;             // of nearly all; kind none: see `rules`
+  LocalSeconds first_start;  // the start, or a date added before it
+  LocalSeconds last_start;   // of the last instance; far ahead for a series without end
+  PlainSeries plain;         // of nearly all; kind none: see `rules`
   std::unique_ptr<RecurrenceSet> rules;
   bool dense = false;                 // a day may hold more instances than it has hours
   std::vector<LocalSeconds> changed;  // original starts of all exceptions, sorted

@@ -15,7 +15,7 @@
 namespace orvello {
 namespace {
 
-constexpr std::int64_t kUnixEpoch = 25569 * kSecondsPerDay;  // 1 January 1970
+constexpr UtcSeconds kUnixEpoch{25569 * kSecondsPerDay};  // 1 January 1970
 
 int offset_at(UtcSeconds utc) {
   const std::time_t time = static_cast<std::time_t>(utc - kUnixEpoch);
@@ -24,10 +24,9 @@ int offset_at(UtcSeconds utc) {
   return static_cast<int>(local.tm_gmtoff);
 }
 
-SystemTime broken_down(LocalSeconds seconds) {
-  std::int64_t day = seconds / kSecondsPerDay, rest = seconds % kSecondsPerDay;
-  if (rest < 0) rest += kSecondsPerDay, --day;
-  SystemTime time = civil_from_day_number(static_cast<std::int32_t>(day));
+SystemTime broken_down(LocalSeconds moment) {
+  SystemTime time = civil_from_day_number(static_cast<std::int32_t>(day_of(moment)));
+  const std::int64_t rest = second_of_day(moment);
   time.hour = static_cast<int>(rest / 3600);
   time.minute = static_cast<int>(rest / 60 % 60);
   time.second = static_cast<int>(rest % 60);
@@ -61,16 +60,18 @@ std::string SystemClock::zone_name() const {
   return zone_name_from(std::getenv("TZ"), length > 0 ? target.data() : "");
 }
 
-LocalSeconds SystemClock::to_local(UtcSeconds utc) const { return utc + offset_at(utc); }
+LocalSeconds SystemClock::to_local(UtcSeconds utc) const {
+  return local_at_offset(utc, offset_at(utc));
+}
 
 // A time that occurs twice means the first one, and a skipped one is read with the offset before
 // the gap: both are the offset of the day before, unless the change lies behind already.
 UtcSeconds SystemClock::to_utc(LocalSeconds local) const {
-  const int before = offset_at(local - kSecondsPerDay);
-  if (to_local(local - before) == local) return local - before;
-  const int after = offset_at(local + kSecondsPerDay);
-  if (to_local(local - after) == local) return local - after;
-  return local - before;
+  const UtcSeconds about = utc_at_offset(local, 0);
+  const UtcSeconds before = utc_at_offset(local, offset_at(about - kSecondsPerDay));
+  if (to_local(before) == local) return before;
+  const UtcSeconds after = utc_at_offset(local, offset_at(about + kSecondsPerDay));
+  return to_local(after) == local ? after : before;
 }
 
 std::optional<Zone> SystemClock::known_zone(std::string_view name) const {
@@ -94,7 +95,7 @@ std::optional<LocalSeconds> parse_local_time(const std::string& text) {
   if (back.year != year || back.month != month || back.day != day) return std::nullopt;
   if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
     return std::nullopt;
-  return number * kSecondsPerDay + hour * 3600 + minute * 60 + second;
+  return midnight_of(number) + hour * 3600 + minute * 60 + second;
 }
 
 std::string zone_name_from(const char* tz_variable, const std::string& link_target) {

@@ -77,7 +77,7 @@ bool EmbeddedStore::read_class(int span_class, const DayBounds& bounds, Occurren
   return rows->each([&](Statement& row) {
     const auto zone = zoned ? time_.zone(row.string(3)) : std::optional<const Zone*>(nullptr);
     if (!zone) return false;
-    const auto span = time_.shown(row.number(1), row.number(2), *zone, row.flag(4));
+    const auto span = time_.shown(row.moment(1), row.moment(2), *zone, row.flag(4));
     if (!bounds.admit(day_at(span.start), day_at(span.end))) return true;
     list.show(read_summary(row, 4, row.small(0), false));
     list.add(span.start, span.end);

@@ -18,7 +18,7 @@ std::int32_t day_at(LocalSeconds moment) { return static_cast<std::int32_t>(day_
 void bind_recurrence(Statement& statement, int at, const AppointmentRecord& record,
                      const Zone* zone) {
   if (!record.recurring()) return;
-  if (const auto last = last_start(record, zone)) statement.bind(at, *last);
+  if (const auto last = last_start(record, zone)) statement.bind(at, last->count());
   if (record.pattern) {
     statement.bind(at + 1, stored_pattern(*record.pattern));
   } else {
@@ -61,12 +61,12 @@ bool EmbeddedStore::write_record(AppointmentRecord& record) {
       .bind(3, span_class_of(last - first, !record.zone.empty()))
       .bind(4, day_at(first_start(record, *zone)))
       .bind(5, last)
-      .bind(6, record.start)
-      .bind(7, record.end)
+      .bind(6, record.start.count())
+      .bind(7, record.end.count())
       .bind(8, record.zone);
   bind_shared(write.statement(), 9, record.fields);
   bind_recurrence(write.statement(), 18, record, *zone);
-  write->bind(22, record.modified);
+  write->bind(22, record.modified.count());
   bind_long(write.statement(), 23, record.fields, record.residue);
   if (exists) write->bind(26, record.oid);
   if (!write->run()) return false;
@@ -94,10 +94,10 @@ bool EmbeddedStore::write_details(const AppointmentRecord& record) {
         " ?13, ?14, ?15, ?16, ?17, ?18, ?19)");
     write->bind(1, record.oid)
         .bind(2, position)
-        .bind(3, exception.original_start)
+        .bind(3, exception.original_start.count())
         .bind(4, exception.deleted)
-        .bind(5, exception.start)
-        .bind(6, exception.end)
+        .bind(5, exception.start.count())
+        .bind(6, exception.end.count())
         .bind(7, exception.zone);
     bind_shared(write.statement(), 8, exception.fields);
     bind_long(write.statement(), 17, exception.fields, exception.residue);
@@ -202,13 +202,13 @@ bool EmbeddedStore::read_item(AppointmentRecord& record, bool& found) {
   return rows->bind(1, record.oid).each([&](Statement& row) {
     found = true;
     record.uid = row.string(0);
-    record.start = row.number(1);
-    record.end = row.number(2);
+    record.start = row.moment(1);
+    record.end = row.moment(2);
     record.zone = row.string(3);
     read_shared(row, 4, record.fields);
     if (!row.is_null(13)) record.pattern = read_stored_pattern(row.bytes(13));
     record.rules = row.string(14);
-    record.modified = row.number(15);
+    record.modified = UtcSeconds(row.number(15));
     record.fields.body = row.text(16);
     record.fields.body_ink = std::string(row.blob(17));
     record.residue = row.string(18);
@@ -228,10 +228,10 @@ bool EmbeddedStore::read_exceptions(AppointmentRecord& record) {
       return damaged("appointment " + std::to_string(record.oid) +
                      " has exceptions and no recurrence");
     AppointmentException exception;
-    exception.original_start = row.number(0);
+    exception.original_start = row.moment(0);
     exception.deleted = row.flag(1);
-    exception.start = row.number(2);
-    exception.end = row.number(3);
+    exception.start = row.moment(2);
+    exception.end = row.moment(3);
     exception.zone = row.string(4);
     read_shared(row, 5, exception.fields);
     exception.fields.body = row.text(14);

@@ -26,7 +26,7 @@ SeriesDays days_of(const DayBounds& bounds) {
   return {std::min(from, to) - kMargin, std::max(from, to) + kMargin};
 }
 
-LocalSeconds midnight(std::int32_t day) { return std::int64_t{day} * kSecondsPerDay; }
+std::int64_t midnight(std::int32_t day) { return midnight_of(day).count(); }
 
 }  // namespace
 
@@ -49,7 +49,7 @@ bool EmbeddedStore::complete_indexes() {
       "SELECT oid, start, resolved, all_day FROM items"
       " WHERE recurring = 1 AND resolved LIKE '%RDATE:%'");
   if (!rows->each([&](Statement& row) {
-        const auto set = read_rules(row.string(2), row.number(1), nullptr, row.flag(3));
+        const auto set = read_rules(row.string(2), row.moment(1), nullptr, row.flag(3));
         if (!set.dates.empty() && set.dates.front() < set.start)
           all.push_back({row.small(0), set.dates.front()});
       }))
@@ -138,14 +138,14 @@ bool EmbeddedStore::read_series_row(Statement& row, std::vector<std::int32_t>& a
   Series series;
   series.oid = row.small(0);
   if (cache_->find(series.oid)) return true;
-  series.start = row.number(1);
-  series.duration = row.number(2) - series.start;
+  series.start = row.moment(1);
+  series.duration = row.moment(2) - series.start;
   const auto zone = time_.zone(row.string(3));
   if (!zone) return false;
   series.zone = *zone;
   series.summary = read_summary(row, 4, series.oid, true);
   series.all_day = series.summary->all_day;
-  series.last_start = row.is_null(13) ? kEndOfRules : row.number(13);
+  series.last_start = row.is_null(13) ? kEndOfRules : row.moment(13);
   if (row.is_null(14)) {
     set_recurrence(series, read_rules(row.string(15), series.start, nullptr, series.all_day));
   } else {
@@ -176,7 +176,7 @@ bool EmbeddedStore::read_series_exceptions(std::vector<std::int32_t>& added) {
     auto rows = db_->use("SELECT original_start, deleted, start, end, zone, " ORVELLO_SHARED_COLUMNS
                          " FROM exceptions WHERE oid = ?1 ORDER BY position");
     const bool whole = rows->bind(1, *at).each([&](Statement& row) {
-      SeriesChange change{row.number(0), row.number(2), row.number(3), nullptr, nullptr};
+      SeriesChange change{row.moment(0), row.moment(2), row.moment(3), nullptr, nullptr};
       const bool deleted = row.flag(1);
       const auto zone = time_.zone(row.string(4));
       if (!zone) return false;

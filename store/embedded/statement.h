@@ -11,6 +11,7 @@
 #include <type_traits>
 
 #include "base/text.h"
+#include "calendar/seconds.h"
 
 namespace orvello {
 
@@ -52,6 +53,7 @@ class Statement {
 
   std::int64_t number(int column);
   std::int32_t small(int column);
+  LocalSeconds moment(int column) { return LocalSeconds(number(column)); }
   bool flag(int column) { return number(column) != 0; }
   bool is_null(int column) const;
   // Texts and blobs are valid until the next row; one that is absent is empty.

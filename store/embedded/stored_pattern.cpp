@@ -11,8 +11,8 @@ std::string stored_pattern(const RecurrencePattern& pattern) {
                                   static_cast<std::int64_t>(pattern.pattern_end_date),
                                   pattern.no_end_date,
                                   pattern.occurrences,
-                                  to_seconds(pattern.start_time),
-                                  to_seconds(pattern.end_time),
+                                  to_seconds(pattern.start_time).count(),
+                                  to_seconds(pattern.end_time).count(),
                                   pattern.duration,
                                   pattern.interval,
                                   pattern.day_of_week_mask,
@@ -44,8 +44,8 @@ std::optional<RecurrencePattern> read_stored_pattern(std::string_view text) {
   pattern.pattern_end_date = static_cast<CalendarDate>(numbers[2]);
   pattern.no_end_date = numbers[3] != 0;
   pattern.occurrences = small(4);
-  pattern.start_time = to_calendar_date(numbers[5]);
-  pattern.end_time = to_calendar_date(numbers[6]);
+  pattern.start_time = to_calendar_date(LocalSeconds(numbers[5]));
+  pattern.end_time = to_calendar_date(LocalSeconds(numbers[6]));
   pattern.duration = small(7);
   pattern.interval = small(8);
   pattern.day_of_week_mask = small(9);

@@ -30,12 +30,12 @@ TEST(CalendarDate, AgreesWithTheStandardCalendarOnEveryDay) {
 }
 
 TEST(CalendarDate, SecondsSurviveTheDouble) {
-  const LocalSeconds from = day_number(1600, 1, 1) * kSecondsPerDay;
-  const LocalSeconds to = day_number(4600, 12, 31) * kSecondsPerDay;
+  const LocalSeconds from = midnight_of(day_number(1600, 1, 1));
+  const LocalSeconds to = midnight_of(day_number(4600, 12, 31));
   for (LocalSeconds s = from; s < to; s += 86399 * 7 + 1)
     ASSERT_EQ(to_seconds(to_calendar_date(s)), s);
-  for (const LocalSeconds edge : {from, LocalSeconds{0}, -kSecondsPerDay, to})
-    for (LocalSeconds s = edge - kSecondsPerDay; s < edge + kSecondsPerDay; ++s)
+  for (const LocalSeconds edge : {from, LocalSeconds(), midnight_of(-1), to})
+    for (LocalSeconds s = edge - kSecondsPerDay; s < edge + kSecondsPerDay; s += 1)
       ASSERT_EQ(to_seconds(to_calendar_date(s)), s);
 }
 
@@ -56,11 +56,11 @@ TEST(CalendarDate, FractionsCountForwardBefore1900) {
 TEST(CalendarDate, PartsOfADateAreRightOnEitherSideOfItsEpoch) {
   for (const int day : {-108100, -1, 0, 1, 46000})
     for (const int second : {0, 1, 43200, 86399}) {
-      const CalendarDate date = to_calendar_date(day * kSecondsPerDay + second);
+      const CalendarDate date = to_calendar_date(midnight_of(day) + second);
       EXPECT_EQ(whole_day(date), day);
       EXPECT_NEAR(time_of_day(date) * 86400, second, 1e-4);
       EXPECT_EQ(joined(day, second / 86400.0), date);
-      EXPECT_TRUE(is_before(date, to_calendar_date(day * kSecondsPerDay + second + 1)));
+      EXPECT_TRUE(is_before(date, to_calendar_date(midnight_of(day) + second + 1)));
       EXPECT_FALSE(is_before(date, date));
       EXPECT_EQ(calendar_date_of(triple_of(date)), day);
     }

@@ -15,7 +15,7 @@ namespace orvello {
 struct RuleCase {
   std::string line, rule_words, difference;
   Rule rule;
-  LocalSeconds start = 0;
+  LocalSeconds start;
   std::vector<LocalSeconds> expected;
   bool ends = false;
 };

@@ -20,7 +20,7 @@ class Agenda : public ::testing::Test {
     return day_number(2026, 11, 1) - 1 + day_of_november;
   }
   static LocalSeconds at(int day_of_november, int hour, int minute = 0) {
-    return day(day_of_november) * kSecondsPerDay + hour * 3600 + minute * 60;
+    return midnight_of(day(day_of_november)) + hour * 3600 + minute * 60;
   }
 
   static AppointmentRecord record(TextView subject, LocalSeconds start, LocalSeconds end) {

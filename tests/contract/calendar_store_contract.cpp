@@ -7,23 +7,24 @@
 namespace orvello::test {
 namespace {
 
-constexpr LocalSeconds kForward = (46110LL * 24 + 1) * 3600;   // 29 March 2026, 01:00 UTC
-constexpr LocalSeconds kBackward = (46320LL * 24 + 1) * 3600;  // 25 October 2026, 01:00 UTC
+constexpr UtcSeconds kForward{(46110LL * 24 + 1) * 3600};   // 29 March 2026, 01:00 UTC
+constexpr UtcSeconds kBackward{(46320LL * 24 + 1) * 3600};  // 25 October 2026, 01:00 UTC
 
 }  // namespace
 
 SystemTime TestClock::local_time() const {
-  return civil_from_day_number(static_cast<std::int32_t>(to_local(now) / kSecondsPerDay));
+  return civil_from_day_number(static_cast<std::int32_t>(day_of(to_local(now))));
 }
 
 LocalSeconds TestClock::to_local(UtcSeconds utc) const {
-  if (zone != "Europe/Berlin") return utc + offset;
-  return utc + (utc >= kForward && utc < kBackward ? 7200 : 3600);
+  if (zone != "Europe/Berlin") return local_at_offset(utc, offset);
+  return local_at_offset(utc, utc >= kForward && utc < kBackward ? 7200 : 3600);
 }
 
 UtcSeconds TestClock::to_utc(LocalSeconds local) const {
-  if (zone != "Europe/Berlin") return local - offset;
-  return local - (local >= kForward + 7200 && local < kBackward + 7200 ? 7200 : 3600);
+  if (zone != "Europe/Berlin") return utc_at_offset(local, offset);
+  const UtcSeconds summer = utc_at_offset(local, 7200);
+  return summer >= kForward && summer < kBackward ? summer : utc_at_offset(local, 3600);
 }
 
 void CalendarStoreContract::SetUp() {
@@ -95,7 +96,7 @@ RecurrencePattern weekly(std::int32_t day, int mask, int occurrences) {
   return pattern;
 }
 
-Zone new_york() { return Zone("America/New_York", {{0, -5 * 3600, -5 * 3600, std::nullopt, {}}}); }
+Zone new_york() { return Zone("America/New_York", {{{}, -5 * 3600, -5 * 3600, std::nullopt, {}}}); }
 
 using Strings = std::vector<std::string>;
 
@@ -230,7 +231,7 @@ TEST_P(CalendarStoreContract, ItemsWithAZoneFollowTheDeviceAcrossZones) {
   AppointmentRecord record;
   record.fields.subject = u"call";
   record.zone = "America/New_York";
-  record.start = 46200 * kSecondsPerDay + 20 * 3600;  // 20:00 there is 03:00 in Berlin's summer
+  record.start = midnight_of(46200) + 20 * 3600;  // 20:00 there is 03:00 in Berlin's summer
   record.end = record.start + 3600;
   const auto oid = store_->put(record);
   record.fields.subject = u"daily";
@@ -259,7 +260,7 @@ TEST_P(CalendarStoreContract, ItemsWithAZoneFollowTheDeviceAcrossZones) {
 TEST_P(CalendarStoreContract, WhatWasNotTouchedStaysInItsOwnZone) {
   AppointmentRecord record;
   record.zone = "UTC";
-  record.start = kBackward + 1800;
+  record.start = local_at_offset(kBackward + 1800, 0);
   record.end = record.start + 600;
   const auto single = store_->put(record);
   record.uid.clear();
@@ -349,7 +350,7 @@ TEST_P(CalendarStoreContract, RecordsComeBackWhole) {
   record.fields.categories = u"Work, Home";
   record.fields.body = u"notes";
   record.fields.body_ink = std::string("ink\0ink", 7);
-  record.start = 46200 * kSecondsPerDay;
+  record.start = midnight_of(46200);
   record.end = record.start + 5400;
   record.rules = "RRULE:FREQ=YEARLY;BYMONTHDAY=-1;COUNT=5\nRDATE:20270105T101500";
   record.recipients = {{u"A", u"a@test"}, {u"B", u""}};
@@ -362,7 +363,7 @@ TEST_P(CalendarStoreContract, RecordsComeBackWhole) {
   changed.residue = "X-R:1";
   record.exceptions = {changed};
   record.residue = "X-A:b\r\n";
-  record.modified = 77;
+  record.modified = UtcSeconds(77);
   const auto oid = store_->put(record);
   ASSERT_NE(oid, 0);
   EXPECT_EQ(*store_->oid_of_uid("one@test"), oid);
@@ -371,7 +372,7 @@ TEST_P(CalendarStoreContract, RecordsComeBackWhole) {
   EXPECT_EQ(read->rules, record.rules);
   EXPECT_EQ(read->recipients, record.recipients);
   EXPECT_EQ(read->residue, record.residue);
-  EXPECT_EQ(read->modified, 77);
+  EXPECT_EQ(read->modified, UtcSeconds(77));
   EXPECT_EQ(read->fields.body_ink, record.fields.body_ink);
   EXPECT_EQ(read->fields.subject, record.fields.subject);
   EXPECT_TRUE(found(u"", false)[0].starts_with(to_utf8(record.fields.subject)));
@@ -389,7 +390,7 @@ TEST_P(CalendarStoreContract, TransactionsAreAllOrNothing) {
   EXPECT_FALSE(store_->begin());
   AppointmentRecord record;
   record.uid = "a";
-  record.start = 46200 * kSecondsPerDay;
+  record.start = midnight_of(46200);
   record.end = record.start + 60;
   record.fields.categories = u"Gone";
   record.rules = "RRULE:FREQ=DAILY";
@@ -437,7 +438,7 @@ TEST_P(CalendarStoreContract, OidsAreNeverUsedAgain) {
 
 TEST_P(CalendarStoreContract, LabelsInUseAreCounted) {
   AppointmentRecord record;
-  record.start = record.end = 46200 * kSecondsPerDay;
+  record.start = record.end = midnight_of(46200);
   record.fields.categories = u"Work, Home";
   const auto oid = store_->put(record);
   record.fields.categories = u"Work";

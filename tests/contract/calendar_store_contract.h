@@ -21,7 +21,7 @@ class TestClock : public Clock {
   LocalSeconds to_local(UtcSeconds utc) const override;
   UtcSeconds to_utc(LocalSeconds local) const override;
 
-  UtcSeconds now = 46200LL * 86400;
+  UtcSeconds now{46200 * kSecondsPerDay};
   std::string zone = "Europe/Berlin";  // any other name is at a fixed offset of `offset`
   int offset = 0;
 };

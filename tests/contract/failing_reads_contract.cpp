@@ -21,20 +21,20 @@ constexpr std::int32_t kSingle = 1, kZoned = 2, kSeries = 3;
 AppointmentRecord record(std::string uid, std::int32_t day, TextView body) {
   AppointmentRecord one;
   one.uid = std::move(uid);
-  one.start = (day * 24 + 9) * 3600LL;
+  one.start = midnight_of(day) + 9 * 3600;
   one.end = one.start + 1800;
   one.fields.subject = u"subject";
   one.fields.categories = u"Work";
   one.fields.body = body;
   one.recipients = {{u"A", u"a@test"}, {u"B", u"b@test"}};
-  one.modified = 7;
+  one.modified = UtcSeconds(7);
   return one;
 }
 
 // Enough that reading it takes many pages.
 void fill(Store& store) {
   ASSERT_TRUE(store.begin());
-  ASSERT_TRUE(store.put_zone(Zone("Own/Zone", {{0, 3600, 3600, std::nullopt, {}}})));
+  ASSERT_TRUE(store.put_zone(Zone("Own/Zone", {{{}, 3600, 3600, std::nullopt, {}}})));
   const Text notes(3000, u'n');
   store.put(record("single", kDay, notes));
   auto zoned = record("zoned", kDay, notes);
@@ -72,10 +72,11 @@ std::string text_of(const AppointmentRecord& record) {
   const bool made_up = record.uid.find('@') != std::string::npos;
   std::string text = (made_up ? "" : record.uid) + "/" + record.zone + "/" + record.rules + "/" +
                      to_utf8(record.fields.subject) + std::to_string(record.fields.body.size()) +
-                     "/" + std::to_string(record.start) + "+" + std::to_string(record.fields.start);
+                     "/" + std::to_string(record.start.count()) + "+" +
+                     std::to_string(record.fields.start);
   for (const auto& one : record.recipients) text += to_utf8(one.name + one.address);
   for (const auto& one : record.exceptions) {
-    text += "\n" + std::to_string(one.original_start) + (one.deleted ? "-" : "=") +
+    text += "\n" + std::to_string(one.original_start.count()) + (one.deleted ? "-" : "=") +
             std::to_string(one.fields.start) + "/" + std::to_string(one.fields.body.size());
     for (const auto& other : one.recipients) text += to_utf8(other.name + other.address);
   }
@@ -260,7 +261,7 @@ const Question kQuestions[] = {
        auto known = store.load(kSeries);
        if (known && *known) (*known)->fields.subject = u"imported";
        const bool good = known && *known && store.put(**known) != 0 &&
-                         store.put_zone(Zone("Other/Zone", {{0, 0, 0, std::nullopt, {}}}));
+                         store.put_zone(Zone("Other/Zone", {{{}, 0, 0, std::nullopt, {}}}));
        if (good) return done(store.commit());
        store.rollback();
        return Answer();

@@ -52,7 +52,7 @@ TEST_F(EmbeddedRoundTrip, AKnownZoneFollowsANewerDatabase) {
     const auto disk = EmbeddedStore::open(path, clock);
     const auto oids = (*disk)->oids(day_number(2026, 7, 1), day_number(2026, 7, 1));
     const auto record = (*disk)->load(oids->size() == 1 ? oids->front() : 0);
-    return *record ? to_seconds((*record)->fields.start) : 0;
+    return *record ? to_seconds((*record)->fields.start) : LocalSeconds();
   };
   {
     const auto disk = EmbeddedStore::open(path, clock);

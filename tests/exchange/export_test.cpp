@@ -127,9 +127,9 @@ TEST_F(ExportTest, OnlyWhatChangedIsWrittenAnew) {
   record.fields.reminder_minutes = 45;
   record.recipients.erase(record.recipients.begin() + 1);
   record.recipients.push_back({u"Dora", u"dora@sample.org"});
-  record.exceptions.push_back({at(2026, 2, 9, 9), true, {}, 0, 0, {}, {}, {}});
+  record.exceptions.push_back({at(2026, 2, 9, 9), true, {}, {}, {}, {}, {}, {}});
   record.exceptions[0].fields.subject = u"Moved";
-  record.modified = at(2026, 6, 1);
+  record.modified = utc_at_offset(at(2026, 6, 1), 0);
   const std::string text = exported();
   EXPECT_EQ(missing(before, text),
             "ATTENDEE;PARTSTAT=ACCEPTED;CN=Bob;X-ID=7:MAILTO:bob@sample.org\n"
@@ -161,7 +161,7 @@ TEST_F(ExportTest, TheEndOfASeriesFollowsItsZone) {
   for (const char* uid : {"z", "p"}) {
     AppointmentRecord& record = *store.of_uid(uid);
     record.zone = uid == std::string("z") ? "America/New_York" : "UTC";
-    record.modified = at(2026, 6, 1);
+    record.modified = utc_at_offset(at(2026, 6, 1), 0);
   }
   const std::string text = exported();
   EXPECT_NE(text.find("UNTIL=20260203T045959Z"), std::string::npos) << "that day in New York";

@@ -117,15 +117,15 @@ class FakeClock : public Clock {
   static constexpr std::int64_t kOffset = 7200;
   SystemTime local_time() const override { return {2026, 11, 6, 21, 12, 0, 0, 0}; }
   UtcSeconds utc_now() const override {
-    return day_number(2026, 11, 21) * kSecondsPerDay + 10 * 3600;
+    return to_utc(midnight_of(day_number(2026, 11, 21))) + 12 * 3600;
   }
   std::string zone_name() const override { return ""; }
-  LocalSeconds to_local(UtcSeconds utc) const override { return utc + kOffset; }
-  UtcSeconds to_utc(LocalSeconds local) const override { return local - kOffset; }
+  LocalSeconds to_local(UtcSeconds utc) const override { return local_at_offset(utc, kOffset); }
+  UtcSeconds to_utc(LocalSeconds local) const override { return utc_at_offset(local, kOffset); }
   std::optional<Zone> known_zone(std::string_view name) const override {
     const auto rule = rules.find(name);
     if (rule == rules.end()) return std::nullopt;
-    const LocalSeconds from = day_number(1970, 1, 1) * kSecondsPerDay;
+    const UtcSeconds from = utc_at_offset(midnight_of(day_number(1970, 1, 1)), 0);
     return Zone(std::string(name), parse_posix_zone(rule->second)->observances_after(from));
   }
   std::map<std::string, const char*, std::less<>> rules{

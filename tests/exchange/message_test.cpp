@@ -21,7 +21,7 @@ class MessageTest : public ExchangeTest {
                                   rule);
   }
   std::string told(const std::string& text) { return problems_of(import_text(text)); }
-  LocalSeconds start() { return store.of_uid("m") ? store.of_uid("m")->start : 0; }
+  LocalSeconds start() { return store.of_uid("m") ? store.of_uid("m")->start : LocalSeconds(); }
 };
 
 constexpr const char* kStamp = "20260101T000000Z";

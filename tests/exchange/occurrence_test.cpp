@@ -33,10 +33,10 @@ class OccurrenceTest : public ExchangeTest {
       const auto record = *(*disk)->load(oid);
       std::vector<LocalSeconds> starts{record->start};
       if (record->pattern)
-        starts.clear(), append_occurrences(*record->pattern, 0, at(2026, 3, 1), starts);
+        starts.clear(), append_occurrences(*record->pattern, {}, at(2026, 3, 1), starts);
       else if (!record->rules.empty())
         starts.clear(), append_instances(read_rules(record->rules, record->start, nullptr, false),
-                                         0, at(2026, 3, 1), starts);
+                                         {}, at(2026, 3, 1), starts);
       for (const AppointmentException& one : record->exceptions) {
         std::erase(starts, one.original_start);
         if (!one.deleted) rows.push_back(row(one.start, one.fields.subject));

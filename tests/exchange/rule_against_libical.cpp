@@ -23,7 +23,7 @@ std::optional<std::vector<LocalSeconds>> of_libical(const std::string& rule, Loc
   while (found.size() < most) {
     const icaltimetype next = icalrecur_iterator_next(iterator);
     if (icaltime_is_null_time(next)) break;
-    const auto moment = parse_moment(icaltime_as_ical_string(next)).value_or(0);
+    const auto moment = parse_moment(icaltime_as_ical_string(next)).value_or(LocalSeconds());
     if (moment >= to) break;
     found.push_back(moment);
   }

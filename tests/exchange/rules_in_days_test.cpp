@@ -25,7 +25,7 @@ class RulesInDays : public ExchangeTest {
     items->set_include_recurrences(true);
     items->sort(u"[Start]", false);
     const auto day = [](const char* text) {
-      return static_cast<double>(parse_moment(text).value() / kSecondsPerDay);
+      return static_cast<double>(day_of(parse_moment(text).value()));
     };
     std::string list;
     const Text span = format(u"[End] >= <%.0f AND [Start] <= <%.0f", day(from), day(to));

@@ -44,7 +44,7 @@ TEST_F(DayAgendaTest, LabelsSayWhichPartOfASpanTheDayHolds) {
 TEST_F(DayAgendaTest, ADayBefore1900ReadsLikeAnyOther) {
   const std::int32_t first = day_number(1604, 2, 28);
   const auto then = [&](int days, int hour) {
-    return to_calendar_date((first + days) * kSecondsPerDay + hour * 3600);
+    return to_calendar_date(midnight_of(first + days) + hour * 3600);
   };
   put(fields(u"Night", then(0, 22), then(1, 2)));
   AppointmentFields birthday = fields(u"Birthday", then(1, 0), then(1, 0));
@@ -70,7 +70,7 @@ TEST_F(DayAgendaTest, ACrowdedSeriesEndsInARowThatCountsTheRest) {
   AppointmentRecord tick;
   tick.fields.subject = u"Tick";
   tick.rules = "RRULE:FREQ=SECONDLY";
-  tick.start = tick.end = day(5) * kSecondsPerDay;
+  tick.start = tick.end = midnight_of(day(5));
   ASSERT_NE(store.put(tick), 0);
   const DayAgenda shown = agenda(6);
   ASSERT_EQ(shown.rows.size(), 1501u);
@@ -86,7 +86,7 @@ TEST_F(DayAgendaTest, CrowdedSeriesLeaveAYearReadableAndCountWhatTheyDoNotList) 
   for (int i = 0; i < kSeriesCount; ++i) {
     AppointmentRecord tick;
     tick.rules = "RRULE:FREQ=SECONDLY";
-    tick.start = tick.end = day(5) * kSecondsPerDay;
+    tick.start = tick.end = midnight_of(day(5));
     ASSERT_NE(store.put(tick), 0);
   }
   DayBounds year;

@@ -10,10 +10,10 @@ namespace {
 class StillClock : public Clock {
  public:
   SystemTime local_time() const override { return civil_from_day_number(46200); }
-  UtcSeconds utc_now() const override { return 46200LL * 86400; }
+  UtcSeconds utc_now() const override { return UtcSeconds(46200 * kSecondsPerDay); }
   std::string zone_name() const override { return "UTC"; }
-  LocalSeconds to_local(UtcSeconds utc) const override { return utc; }
-  UtcSeconds to_utc(LocalSeconds local) const override { return local; }
+  LocalSeconds to_local(UtcSeconds utc) const override { return local_at_offset(utc, 0); }
+  UtcSeconds to_utc(LocalSeconds local) const override { return utc_at_offset(local, 0); }
 };
 
 class Boxes : public MessageBoxes {

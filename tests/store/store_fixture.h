@@ -17,7 +17,7 @@ class StoreTest : public ::testing::Test {
 
   static std::int32_t day(int of_november) { return day_number(2026, 11, of_november); }
   static CalendarDate at(int of_november, int hour, int minute = 0) {
-    return to_calendar_date(day(of_november) * kSecondsPerDay + hour * 3600 + minute * 60);
+    return to_calendar_date(midnight_of(day(of_november)) + hour * 3600 + minute * 60);
   }
   static AppointmentFields fields(TextView subject, CalendarDate start, CalendarDate end) {
     AppointmentFields made;

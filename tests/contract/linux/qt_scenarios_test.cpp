@@ -32,7 +32,7 @@ class QtDevice : public ScenarioDevice {
     std::ofstream(folder_ / "settings.vol");  // not the first use: nobody answers its note
     QtHostOptions options;
     options.paths = {folder_.string(), folder_.string(), folder_.string()};
-    options.now = static_cast<LocalSeconds>(day_number(2026, 11, 21)) * kSecondsPerDay + 36000;
+    options.now = midnight_of(day_number(2026, 11, 21)) + 36000;
     options.russian = false;
     options.screen = Size{240, 320};
     options.dpi = 96;
@@ -182,10 +182,10 @@ class QtDevice : public ScenarioDevice {
   class FixedClock : public Clock {
    public:
     SystemTime local_time() const override { return {2026, 11, 6, 21, 10, 0, 0, 0}; }
-    UtcSeconds utc_now() const override { return 0; }
+    UtcSeconds utc_now() const override { return {}; }
     std::string zone_name() const override { return "UTC"; }
-    LocalSeconds to_local(UtcSeconds utc) const override { return utc; }
-    UtcSeconds to_utc(LocalSeconds local) const override { return local; }
+    LocalSeconds to_local(UtcSeconds utc) const override { return local_at_offset(utc, 0); }
+    UtcSeconds to_utc(LocalSeconds local) const override { return utc_at_offset(local, 0); }
   } clock_;
   MemoryStore store_{clock_};
   std::unique_ptr<QtHost> qt_;
