@@ -19,16 +19,17 @@ constexpr int kSamePlace = 6;  // how far apart two taps of one double tap may l
 
 }  // namespace
 
-ControlInput::ControlInput(QWidget& surface, const Density& density, int control, Report report)
-    : surface_(surface), density_(density), control_(control), report_(std::move(report)) {
+ControlInput::ControlInput(QWidget& surface, QWidget& control, const Density& density, int id,
+                           Report report)
+    : surface_(surface), control_(control), density_(density), id_(id), report_(std::move(report)) {
   surface.setAttribute(Qt::WA_AcceptTouchEvents);
 }
 
 DialogEvent ControlInput::event_of(Kind kind, Point at) const {
   DialogEvent event;
   event.kind = kind;
-  event.control = control_;
-  event.size = {density_.device(surface_.width()), density_.device(surface_.height())};
+  event.control = id_;
+  event.size = {density_.device(control_.width()), density_.device(control_.height())};
   event.point = at;
   return event;
 }
@@ -68,7 +69,7 @@ bool ControlInput::take_pointer(QEvent& event) {
       kind = Kind::pointer_up;
       break;
   }
-  report_(event_of(kind, density_.device(step.place)));
+  report_(event_of(kind, density_.device(surface_.mapTo(&control_, step.place))));
   return true;
 }
 
@@ -96,7 +97,7 @@ void ControlInput::tap(Point at) {
 }
 
 void ControlInput::release_at(QPointF global) {
-  report_(event_of(Kind::pointer_up, density_.device(surface_.mapFromGlobal(global))));
+  report_(event_of(Kind::pointer_up, density_.device(control_.mapFromGlobal(global))));
 }
 
 }  // namespace orvello

@@ -16,8 +16,9 @@ namespace orvello {
 class ControlInput {
  public:
   using Report = std::function<void(const DialogEvent&)>;
-  // Points are told in `surface`, the control or its viewport.
-  ControlInput(QWidget& surface, const Density& density, int control, Report report);
+  // `surface` takes the pointer: the control itself or its viewport. Points are told in the
+  // control.
+  ControlInput(QWidget& surface, QWidget& control, const Density& density, int id, Report report);
 
   // True when the event is done with. What a report does may end the control: nothing of it is
   // touched afterwards.
@@ -33,8 +34,9 @@ class ControlInput {
   DialogEvent event_of(DialogEvent::Kind kind, Point at) const;
 
   QWidget& surface_;
+  QWidget& control_;
   const Density& density_;
-  int control_;
+  int id_;
   Report report_;
   QtPointer pointer_;
   bool tapped_ = false;  // once, at this moment and place

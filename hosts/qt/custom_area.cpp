@@ -1,6 +1,6 @@
 #include "hosts/qt/custom_area.h"
 
-#include <QFocusEvent>
+#include <QEvent>
 #include <QPainter>
 
 #include "hosts/qt/qt_accessible.h"
@@ -14,7 +14,7 @@ CustomArea::CustomArea(QWidget* parent, const Density& density, int control,
       density_(density),
       control_(control),
       report_(std::move(report)),
-      input_(*this, density, control, report_) {
+      input_(*this, *this, density, control, report_) {
   setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -48,11 +48,9 @@ void CustomArea::keyPressEvent(QKeyEvent* event) {
   if (!input_.take_key(*event)) QWidget::keyPressEvent(event);
 }
 
-void CustomArea::focusInEvent(QFocusEvent* event) {
+void CustomArea::focusInEvent(QFocusEvent*) {
   update();
   tell_accessible_change(*this);
-  if (event->reason() != Qt::PopupFocusReason)
-    report_({DialogEvent::Kind::focus_gained, control_, nullptr, {}});
 }
 
 void CustomArea::focusOutEvent(QFocusEvent*) { update(); }

@@ -1,6 +1,8 @@
 #include "hosts/qt/flat_button.h"
 
 #include <QPainter>
+#include <algorithm>
+#include <cmath>
 
 #include "hosts/qt/qt_look.h"
 
@@ -14,7 +16,7 @@ QSize FlatButton::sizeHint() const {
 void FlatButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const bool strong = isDefault() && isEnabled();
+  const bool strong = (isDefault() || isChecked()) && isEnabled();
   QColor ground = strong ? QColor(kAccent) : QColor(Qt::white);
   if (isDown()) ground = strong ? QColor(kAccent).lighter(140) : QColor(kAccentTint);
   const double line = std::max(1, density_.scaled(1)), round = density_.scaled(2);
@@ -28,9 +30,34 @@ void FlatButton::paintEvent(QPaintEvent*) {
     painter.setPen(QPen(strong ? QColor(Qt::white) : QColor(kAccent), line));
     painter.drawRoundedRect(edge.adjusted(gap, gap, -gap, -gap), round / 2, round / 2);
   }
+  if (!picture_.isNull()) return paint_picture(painter);
   painter.setFont(font());
   painter.setPen(!isEnabled() ? QColor(kFaintInk) : strong ? QColor(Qt::white) : QColor(kInk));
-  painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
+  const int side = static_cast<int>(4 * line);
+  const QRect room = rect().adjusted(side, 0, -side, 0);
+  painter.drawText(
+      room, Qt::AlignCenter | Qt::TextShowMnemonic,
+      fontMetrics().elidedText(text(), Qt::ElideRight, room.width(), Qt::TextShowMnemonic));
+}
+
+void FlatButton::set_picture(const QImage& picture) {
+  picture_ = picture;
+  update();
+}
+
+// In the middle, pixel for pixel; smaller where the button is.
+void FlatButton::paint_picture(QPainter& painter) const {
+  const int gap = std::max(1, density_.scaled(2));
+  QSizeF size = QSizeF(picture_.size()) / density_.ratio;
+  const QSizeF room = QSizeF(width() - 2 * gap, height() - 2 * gap);
+  if (size.width() > room.width() || size.height() > room.height()) {
+    size.scale(room, Qt::KeepAspectRatio);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  }
+  const double x = std::floor((width() - size.width()) / 2);
+  const double y = std::floor((height() - size.height()) / 2);
+  if (!isEnabled()) painter.setOpacity(0.4);
+  painter.drawImage(QRectF(QPointF(x, y), size), picture_);
 }
 
 }  // namespace orvello

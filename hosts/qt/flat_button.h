@@ -1,6 +1,8 @@
-// A push button that is as flat as the rest: the default one in the accent colour.
+// A push button that is as flat as the rest: the default one, and one that stays down, in the
+// accent colour.
 #pragma once
 
+#include <QImage>
 #include <QPushButton>
 
 #include "hosts/qt/density.h"
@@ -13,11 +15,17 @@ class FlatButton : public QPushButton {
       : QPushButton(text, parent), density_(density) {}
   QSize sizeHint() const override;
 
+  // Shown in the place of the text, which stays the button's name. Empty: the text.
+  void set_picture(const QImage& picture);
+
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void paint_picture(QPainter& painter) const;
+
   const Density& density_;
+  QImage picture_;  // device pixels
 };
 
 }  // namespace orvello

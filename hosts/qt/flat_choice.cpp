@@ -20,14 +20,19 @@ void paint_mark(QPainter& painter, const QRectF& box, bool round) {
     painter.drawEllipse(box.adjusted(dot, dot, -dot, -dot));
     return;
   }
+  paint_tick(painter, box);
+}
+
+}  // namespace
+
+void paint_tick(QPainter& painter, const QRectF& box) {
+  const double side = box.width();
   QPainterPath tick(box.topLeft() + QPointF(side * 0.22, side * 0.52));
   tick.lineTo(box.topLeft() + QPointF(side * 0.43, side * 0.73));
   tick.lineTo(box.topLeft() + QPointF(side * 0.79, side * 0.29));
   painter.strokePath(
       tick, QPen(painter.pen().color(), side * 0.13, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
-
-}  // namespace
 
 void paint_choice(QAbstractButton& button, const Density& density, bool round) {
   QPainter painter(&button);

@@ -12,6 +12,9 @@ namespace orvello {
 // Draws the mark and the text of either.
 void paint_choice(QAbstractButton& button, const Density& density, bool round);
 
+// A check box's tick in a box, in the pen's colour.
+void paint_tick(QPainter& painter, const QRectF& box);
+
 template <typename Button, bool kRound>
 class FlatChoice : public Button {
  public:

@@ -1,24 +1,19 @@
 #include "hosts/qt/form_widget.h"
-#include "draw/form_layout.h"
 
 #include <QButtonGroup>
 #include <QCoreApplication>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QPainter>
-#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QResizeEvent>
 #include <QScrollBar>
-#include <QToolButton>
 
+#include "draw/form_layout.h"
 #include "hosts/qt/custom_area.h"
-#include "hosts/qt/flat_button.h"
-#include "hosts/qt/flat_choice.h"
-#include "hosts/qt/month_calendar.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_report.h"
 #include "hosts/qt/qt_text.h"
+#include "hosts/qt/title_strip.h"
 
 namespace orvello {
 namespace {
@@ -26,7 +21,26 @@ namespace {
 using Kind = ControlTemplate::Kind;
 using Event = DialogEvent::Kind;
 
-QString label_text(const Text& text) { return to_qt(text).replace(u'&', QStringLiteral("&&")); }
+// What a control's own text says to a screen reader is its value, if there is one.
+bool is_named_by_label(Kind kind) {
+  switch (kind) {
+    case Kind::label:
+    case Kind::button:
+    case Kind::default_button:
+    case Kind::check_box:
+    case Kind::radio_button:
+    case Kind::toggle:
+      return false;
+    default:
+      return true;
+  }
+}
+
+bool has_name_of_its_own(Kind kind) {
+  return kind == Kind::custom || kind == Kind::report || kind == Kind::month_calendar ||
+         kind == Kind::picture_button || kind == Kind::notes || kind == Kind::slider ||
+         kind == Kind::date_picker;
+}
 
 }  // namespace
 
@@ -38,7 +52,8 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
       template_(dialog),
       titled_(titled),
       scroll_(new QScrollArea(this)),
-      body_(new QWidget) {
+      body_(new QWidget),
+      focus_([this](Event kind, int control) { tell(kind, control); }) {
   apply_form_look(*this, density);
   setAutoFillBackground(true);
   setAttribute(Qt::WA_NoMousePropagation);  // nothing of what happens here is for what lies below
@@ -48,163 +63,91 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
   scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setWidget(body_);
   flatten_scroll_bar(*scroll_->verticalScrollBar(), density);
+  flatten_scroll_bar(*scroll_->horizontalScrollBar(), density);
+  Text label;
   for (const ControlTemplate& control : template_.controls) {
-    QWidget* widget = make(control);
-    widget->setObjectName(QStringLiteral("control%1").arg(control.id));
-    // A screen reader has no other name for what has no text of its own.
-    const bool drawn = control.kind == Kind::custom || control.kind == Kind::report ||
-                       control.kind == Kind::month_calendar;
-    if (drawn) widget->setAccessibleName(to_qt(control.text.empty() ? dialog.title : control.text));
-    // In the template's order, also where a kind of widget would choose otherwise.
-    if (!widgets_.empty()) setTabOrder(widgets_.back(), widget);
-    widgets_.push_back(widget);
-    shown_.push_back(true);
-    if (control.step != 0) widget->hide();
+    make(control);
+    name(control, *made_.back().widget, label);
+    label = control.kind == Kind::label ? control.text : Text();
   }
-  if (titled_) make_close_button();
+  focus_.watch(*body_, 0);
+  if (titled_) {
+    close_button_ = make_close_button(*this, density);
+    connect(close_button_, &QAbstractButton::clicked, this, [this] {
+      if (close_wanted) close_wanted();
+    });
+  }
   for (QWidget* widget : findChildren<QWidget*>()) widget->installEventFilter(this);
+  keep_seen();
 }
 
-void FormWidget::make_close_button() {
-  auto* button = new QToolButton(this);
-  button->setText(QStringLiteral("\u00D7"));
-  button->setFont(widget_font(density_, 18));
-  button->setAutoRaise(true);
-  button->setFocusPolicy(Qt::NoFocus);
-  button->setAccessibleName(QStringLiteral("Close"));
-  button->setObjectName(QStringLiteral("close"));
-  connect(button, &QToolButton::clicked, this, [this] { tell(Event::close, 0); });
-  close_button_ = button;
-}
-
-QWidget* FormWidget::make(const ControlTemplate& control) {
-  const int id = control.id;
-  const auto command = [this, id] { tell(Event::command, id); };
-  const auto tell_event = [this](const DialogEvent& event) { report(event); };
-  switch (control.kind) {
-    case Kind::button:
-    case Kind::default_button: {
-      auto* button = new FlatButton(label_text(control.text), body_, density_);
-      button->setDefault(control.kind == Kind::default_button);
-      if (button->isDefault()) button->setFont(widget_font(density_, kTextSize, true));
-      connect(button, &QPushButton::clicked, this, command);
-      return button;
-    }
-    case Kind::check_box: {
-      auto* box = new FlatCheckBox(label_text(control.text), body_, density_);
-      connect(box, &QCheckBox::clicked, this, command);
-      return box;
-    }
-    case Kind::radio_button:
-      return make_radio(control);
-    case Kind::edit:
-    case Kind::multi_line_edit:
-      return make_edit(control);
-    case Kind::list:
-      return make_list(id);
-    case Kind::report:
-      return new ReportView(body_, density_, id, tell_event);
-    case Kind::month_calendar:
-      return make_calendar(id);
-    case Kind::custom:
-      return new CustomArea(body_, density_, id, tell_event);
-    default:
-      break;
+void FormWidget::make(const ControlTemplate& control) {
+  const FormSink sink{[this](Event kind, int id) { tell(kind, id); },
+                      [this](const DialogEvent& event) { report(event); }};
+  QWidget* widget = make_control(body_, density_, locale_, control, sink);
+  widget->setObjectName(QStringLiteral("control%1").arg(control.id));
+  if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
+    QButtonGroup*& group = radio_groups_[control.group];
+    if (!group) group = new QButtonGroup(this);
+    group->addButton(radio);
   }
-  auto* label = new QLabel(to_qt(control.text), body_);
-  label->setTextFormat(Qt::PlainText);  // an appointment's text is never markup
-  label->setWordWrap(true);
-  return label;
+  if (takes_focus(control.kind)) focus_.watch(*widget, control.id);
+  // In the template's order, also where a kind of widget would choose otherwise.
+  if (!made_.empty()) setTabOrder(made_.back().widget, widget);
+  made_.push_back({widget, !control.hidden, true});
 }
 
-QWidget* FormWidget::make_radio(const ControlTemplate& control) {
-  auto* button = new FlatRadioButton(label_text(control.text), body_, density_);
-  QButtonGroup*& group = radio_groups_[control.group];
-  if (!group) group = new QButtonGroup(this);
-  group->addButton(button);
-  const int id = control.id;
-  connect(button, &QRadioButton::clicked, this, [this, id] { tell(Event::command, id); });
-  return button;
+// A control without a text of its own is called after the label before it, else after the form.
+void FormWidget::name(const ControlTemplate& control, QWidget& widget, const Text& label) {
+  if (!is_named_by_label(control.kind)) return;
+  Text name = has_name_of_its_own(control.kind) ? control.text : Text();
+  if (name.empty()) name = label;
+  while (!name.empty() && (name.back() == u':' || name.back() == u' ')) name.pop_back();
+  if (name.empty()) name = template_.title;
+  // A line's text is what a person wants to hear; what it is about comes second.
+  if (control.kind == Kind::line)
+    widget.setAccessibleDescription(to_qt(name));
+  else
+    widget.setAccessibleName(to_qt(name));
+  if (widget.focusProxy()) widget.focusProxy()->setAccessibleName(to_qt(name));
 }
 
-QWidget* FormWidget::make_calendar(int id) {
-  auto* calendar = new MonthCalendar(body_, density_, locale_);
-  calendar->moved = [this, id] { tell(Event::changed, id); };
-  calendar->chosen = [this, id] { tell(Event::taken, id); };
-  return calendar;
-}
-
-QWidget* FormWidget::make_edit(const ControlTemplate& control) {
-  const int id = control.id;
-  if (control.kind == Kind::multi_line_edit) {
-    auto* edit = new QPlainTextEdit(to_qt(control.text), body_);
-    edit->setTabChangesFocus(true);
-    flatten_scroll_bar(*edit->verticalScrollBar(), density_);
-    connect(edit, &QPlainTextEdit::textChanged, this, [this, id] { tell(Event::changed, id); });
-    return edit;
+void FormWidget::tell(Event kind, int id) {
+  if (kind == Event::changed) focus_.leave_changed(id, is_choice(id));
+  if (kind == Event::taken) {
+    // A slider that was let go where it stood.
+    const bool slider = kind_of(id) == Kind::slider;
+    if (slider && !focus_.is_left_changed(id)) return;
+    focus_.leave_changed(id, false);
   }
-  auto* edit = new QLineEdit(to_qt(control.text), body_);
-  connect(edit, &QLineEdit::textEdited, this, [this, id] { tell(Event::changed, id); });
-  return edit;
+  report({kind, id, nullptr, {}});
 }
 
-QWidget* FormWidget::make_list(int id) {
-  auto* list = new QListWidget(body_);
-  // Long rows wrap: a pen that scrolls in two directions is no help in reading them.
-  list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  list->setWordWrap(true);
-  list->setTextElideMode(Qt::ElideNone);
-  list->setResizeMode(QListView::Adjust);
-  list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  flatten_scroll_bar(*list->verticalScrollBar(), density_);
-  connect(list, &QListWidget::currentRowChanged, this, [this, id] { tell(Event::changed, id); });
-  connect(list, &QListWidget::itemClicked, this, [this, id] { tell(Event::taken, id); });
-  return list;
+int FormWidget::index_of(int id) const {
+  for (std::size_t i = 0; i < made_.size(); ++i)
+    if (template_.controls[i].id == id) return static_cast<int>(i);
+  return -1;
 }
 
 QWidget* FormWidget::control(int id) const {
-  for (std::size_t i = 0; i < widgets_.size(); ++i)
-    if (template_.controls[i].id == id) return widgets_[i];
-  return nullptr;
+  const int at = index_of(id);
+  return at < 0 ? nullptr : made_[static_cast<std::size_t>(at)].widget;
 }
 
-const ControlTemplate* FormWidget::control_template(int id) const {
-  for (const ControlTemplate& control : template_.controls)
-    if (control.id == id) return &control;
-  return nullptr;
-}
+QString FormWidget::title() const { return to_qt(template_.title); }
 
-void FormWidget::show_if_seen(std::size_t index) {
-  const int step = template_.controls[index].step;
-  widgets_[index]->setVisible(shown_[index] && (step == 0 || step == step_));
-}
-
-void FormWidget::show_control(int id, bool shown) {
-  for (std::size_t i = 0; i < widgets_.size(); ++i) {
-    if (template_.controls[i].id != id) continue;
-    shown_[i] = shown;
-    show_if_seen(i);
-  }
-}
-
-void FormWidget::set_step(int step) {
-  step_ = step;
-  for (std::size_t i = 0; i < widgets_.size(); ++i)
-    if (template_.controls[i].step != 0) show_if_seen(i);
-}
-
-void FormWidget::set_place(int id, const Rect& place) {
-  for (ControlTemplate& control : template_.controls)
-    if (control.id == id) control.place = place;
-  lay_out();
+void FormWidget::set_title(const QString& title) {
+  template_.title = from_qt(title);
+  setAccessibleName(title);
+  update();
 }
 
 int FormWidget::title_height() const { return titled_ ? density_.scaled(kTouchHeight + 2) : 0; }
 
 void FormWidget::press_default() {
-  for (QWidget* widget : widgets_)
-    if (auto* button = qobject_cast<QPushButton*>(widget);
-        button && button->isDefault() && button->isEnabled())
+  for (const Made& made : made_)
+    if (auto* button = qobject_cast<QPushButton*>(made.widget);
+        button && button->isDefault() && button->isEnabled() && button->isVisible())
       return button->click();
 }
 
@@ -226,16 +169,23 @@ void FormWidget::lay_out() {
       lay_out_form(template_, density_.unit(), {inside.width(), std::max(0, inside.height())},
                    density_.scaled(kScrollBarWidth));
   body_->resize(layout.body.width, layout.body.height);
-  for (std::size_t i = 0; i < widgets_.size(); ++i) {
-    widgets_[i]->setGeometry(to_qt(layout.places[i]));
-    if (auto* report = dynamic_cast<ReportView*>(widgets_[i])) report->lay_out_unseen();
+  for (std::size_t i = 0; i < made_.size(); ++i) {
+    made_[i].widget->setGeometry(to_qt(layout.places[i]));
+    if (auto* report = dynamic_cast<ReportView*>(made_[i].widget)) report->lay_out_unseen();
   }
   if (close_button_) close_button_->setGeometry(width() - top, 0, top, top - 1);
 }
 
+void FormWidget::set_place(int id, const Rect& place) {
+  const int at = index_of(id);
+  if (at < 0) return;
+  template_.controls[static_cast<std::size_t>(at)].place = place;
+  lay_out();
+}
+
 void FormWidget::release_at(QPointF global) {
-  for (QWidget* widget : widgets_) {
-    auto* area = dynamic_cast<CustomArea*>(widget);
+  for (const Made& made : made_) {
+    auto* area = dynamic_cast<CustomArea*>(made.widget);
     if (area && area->rect().size() == body_->size()) return area->input().release_at(global);
   }
 }
@@ -243,46 +193,17 @@ void FormWidget::release_at(QPointF global) {
 void FormWidget::resizeEvent(QResizeEvent*) { lay_out(); }
 
 void FormWidget::paintEvent(QPaintEvent*) {
-  if (titled_) {
-    QPainter painter(this);
-    const int line = std::max(1, density_.scaled(1)), top = title_height();
-    painter.fillRect(0, 0, width(), top, Qt::white);
-    painter.fillRect(0, top - line, width(), line, QColor(kAccent));
-    painter.setFont(widget_font(density_, kHeadingSize, true));
-    painter.setPen(QColor(kAccent));
-    const QRect room(density_.scaled(2 * kGrid), 0, width() - top - density_.scaled(2 * kGrid),
-                     top - line);
-    const QString title =
-        painter.fontMetrics().elidedText(to_qt(template_.title), Qt::ElideRight, room.width());
-    painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft, title);
-  }
+  QPainter painter(this);
+  if (titled_) paint_title(painter, QRect(0, 0, width(), title_height()), density_, title());
   if (const int edge = border()) {
-    QPainter painter(this);
     painter.fillRect(rect(), QColor(kDimInk));
     painter.fillRect(rect().adjusted(edge, edge, -edge, -edge), QColor(kBarGround));
   }
 }
 
-bool FormWidget::eventFilter(QObject* object, QEvent* event) {
-  auto* widget = static_cast<QWidget*>(object);
+bool FormWidget::eventFilter(QObject*, QEvent* event) {
   // Controls that cover the form leave nothing of it to paint.
   if (event->type() == QEvent::Paint && painted) painted();
-  for (std::size_t i = 0; i < widgets_.size(); ++i) {
-    if (widgets_[i] != widget) continue;
-    const ControlTemplate& control = template_.controls[i];
-    // A menu gives the focus back.
-    if (event->type() == QEvent::FocusOut &&
-        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
-      tell(Event::focus_lost, control.id);
-    if (event->type() == QEvent::KeyPress && control.kind == Kind::list) {
-      const int key = static_cast<QKeyEvent*>(event)->key();
-      if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-        tell(Event::taken, control.id);
-        return true;
-      }
-    }
-    break;
-  }
   return false;
 }
 

@@ -7,10 +7,10 @@
 #include <map>
 #include <vector>
 
-#include "calendar/locale_data.h"
-#include "hosts/qt/density.h"
-#include "ports/dialog.h"
+#include "hosts/qt/form_controls.h"
+#include "hosts/qt/form_focus.h"
 
+class QAbstractButton;
 class QButtonGroup;
 
 namespace orvello {
@@ -22,18 +22,28 @@ class FormWidget : public QWidget {
              const DialogTemplate& dialog, bool titled);
 
   std::function<void(const DialogEvent&)> report;  // what the person does
+  std::function<void()> close_wanted;              // by the title's button
   std::function<void()> painted;
 
+  const DialogTemplate& shown_template() const { return template_; }
   QWidget* control(int id) const;
-  const ControlTemplate* control_template(int id) const;
+  QString title() const;
+  void set_title(const QString& title);
   int title_height() const;
   int border() const;  // around the controls
-  void show_control(int id, bool shown);
-  void set_step(int step);
-  void set_place(int id, const Rect& place);
   void press_default();
+  void set_enabled(int id, bool enabled);
+  void set_shown(int id, bool shown);
+  void set_step(int step);
+  void set_place(int id, const Rect& place);  // as in the template
   // Gives every control its place, also while nothing is shown yet.
   void lay_out();
+  // Nothing for a control that cannot take it; 0: none has it.
+  void focus(int id, Caret caret = Caret::unchanged);
+  // It is seen from now on, with the focus where it was wanted; else, if it needs one, on the first
+  // control.
+  void come(bool needs_focus);
+  void go() { focus_.go(); }
   // Tells the control that covers a popup where on the screen the pointer was let go.
   void release_at(QPointF global);
 
@@ -41,28 +51,38 @@ class FormWidget : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   bool eventFilter(QObject* object, QEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
 
  private:
-  QWidget* make(const ControlTemplate& control);
-  QWidget* make_edit(const ControlTemplate& control);
-  QWidget* make_list(int id);
-  QWidget* make_radio(const ControlTemplate& control);
-  QWidget* make_calendar(int id);
-  void make_close_button();
-  void show_if_seen(std::size_t index);
-  void tell(DialogEvent::Kind kind, int control) { report({kind, control, nullptr, {}}); }
+  struct Made {
+    QWidget* widget = nullptr;
+    bool shown = true;
+    bool enabled = true;
+  };
+  void make(const ControlTemplate& control);
+  void name(const ControlTemplate& control, QWidget& widget, const Text& label);
+  void tell(DialogEvent::Kind kind, int control);
+  int index_of(int id) const;  // -1: none
+  ControlTemplate::Kind kind_of(int id) const;
+  bool is_choice(int id) const;
+  bool is_seen(std::size_t at) const;
+  bool can_focus(std::size_t at) const;
+  bool is_tab_stop(std::size_t at) const;
+  int first_focus() const;
+  void keep_seen();
 
   const Density& density_;
   const LocaleData& locale_;
   DialogTemplate template_;
   bool titled_;
   int step_ = 0;
-  std::vector<bool> shown_;
   QScrollArea* scroll_;
   QWidget* body_;
-  QWidget* close_button_ = nullptr;
+  QAbstractButton* close_button_ = nullptr;
   std::map<int, QButtonGroup*> radio_groups_;
-  std::vector<QWidget*> widgets_;
+  std::vector<Made> made_;  // by position in the template
+  FormFocus focus_;
+  int left_ = -1;  // where the focus was before none had it
 };
 
 }  // namespace orvello

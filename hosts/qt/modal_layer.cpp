@@ -7,7 +7,6 @@
 #include <QPainter>
 #include <QPointer>
 
-#include "hosts/qt/custom_area.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
@@ -66,6 +65,14 @@ void ModalLayer::uncover() {
   if (covers_window() && window_.shell()) window_.shell()->drop_cover(this);
 }
 
+void ModalLayer::leave() {
+  hide();
+  shown = close_wanted = accept_wanted = pressed_beside = nullptr;
+  released = nullptr;
+  deleteLater();
+  uncover();
+}
+
 void ModalLayer::prepare(QWidget& sheet, QSize own_window) {
   sheet_ = &sheet;
   if (covers_window())
@@ -83,24 +90,16 @@ void ModalLayer::run(QWidget& sheet, QSize own_window) {
   if (covers_window()) window_.shell()->push_cover(this, focus_before_);
   sheet.show();
   show();
+  if (shown) shown();
+  if (!alive) return;
   const QWidget* focus = window()->focusWidget();
-  if (!focus || !isAncestorOf(focus)) focus_first();
+  if (!focus || !isAncestorOf(focus)) focusNextPrevChild(true);
   QEventLoop loop;
   loop_ = &loop;
   if (!ended_) loop.exec();
   if (!alive) return;
   loop_ = nullptr;
   uncover();
-}
-
-// The first control, but rather one to be filled in or pressed than a picture.
-void ModalLayer::focus_first() {
-  focusNextPrevChild(true);
-  QWidget* first = window()->focusWidget();
-  while (dynamic_cast<CustomArea*>(window()->focusWidget())) {
-    focusNextPrevChild(true);
-    if (window()->focusWidget() == first) return;
-  }
 }
 
 void ModalLayer::end() {

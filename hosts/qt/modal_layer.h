@@ -18,6 +18,7 @@ class ModalLayer : public QWidget {
 
   // Where the sheet stands inside the layer, given the layer's size; asked again when that changes.
   std::function<QRect(QSize)> place_sheet;
+  std::function<void()> shown;  // the sheet is seen: it may choose where the focus is
   std::function<void()> close_wanted;
   std::function<void()> accept_wanted;  // Return, when no button has the focus
   // A popup's: a press beside it, and a release of what was pressed before it opened, at a place
@@ -33,6 +34,7 @@ class ModalLayer : public QWidget {
   void end();
   // Gives the window back what was there before; also when it was never run.
   void uncover();
+  void leave();  // and goes away, with nothing told any more
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -44,7 +46,6 @@ class ModalLayer : public QWidget {
 
  private:
   void place();
-  void focus_first();
 
   QtMainWindow& window_;
   QPointer<QWidget> focus_before_;

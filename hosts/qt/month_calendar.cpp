@@ -42,7 +42,7 @@ MonthCalendar::MonthCalendar(QWidget* parent, const Density& density, const Loca
 
 void MonthCalendar::set_date(const MonthDayYear& date) {
   const QDate wanted = date_of(date);
-  if (wanted.isValid()) date_ = std::clamp(wanted, kFirst, kLast);
+  if (wanted.isValid()) date_ = within(wanted);
   update();
 }
 
@@ -82,9 +82,8 @@ int MonthCalendar::part_at(QPoint point) const {
 }
 
 void MonthCalendar::move_to(const QDate& date) {
-  const QDate within = std::clamp(date, kFirst, kLast);
-  if (!date.isValid() || within == date_) return;
-  date_ = within;
+  if (!date.isValid() || within(date) == date_) return;
+  date_ = within(date);
   update();
   tell_accessible_change(*this);
   if (moved) moved();
@@ -120,33 +119,42 @@ void MonthCalendar::wheelEvent(QWheelEvent* event) {
   if (const int notches = event->angleDelta().y() / kNotch) move_to(date_.addMonths(-notches));
 }
 
-void MonthCalendar::keyPressEvent(QKeyEvent* event) {
-  const bool far = event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
-  switch (event->key()) {
+QDate MonthCalendar::within(const QDate& date) { return std::clamp(date, kFirst, kLast); }
+
+QDate MonthCalendar::after_key(const QDate& date, const QKeyEvent& event) {
+  const bool far = event.modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+  const auto to = [](const QDate& wanted) { return wanted.isValid() ? within(wanted) : QDate(); };
+  switch (event.key()) {
     case Qt::Key_Left:
-      return move_to(date_.addDays(-1));
+      return to(date.addDays(-1));
     case Qt::Key_Right:
-      return move_to(date_.addDays(1));
+      return to(date.addDays(1));
     case Qt::Key_Up:
-      return move_to(date_.addDays(-kColumns));
+      return to(date.addDays(-kColumns));
     case Qt::Key_Down:
-      return move_to(date_.addDays(kColumns));
+      return to(date.addDays(kColumns));
     case Qt::Key_PageUp:
-      return move_to(arrow_target(far ? 2 : 0, date_));
+      return to(arrow_target(far ? 2 : 0, date));
     case Qt::Key_PageDown:
-      return move_to(arrow_target(far ? 3 : 1, date_));
+      return to(arrow_target(far ? 3 : 1, date));
     case Qt::Key_Home:
-      return move_to(QDate(date_.year(), date_.month(), 1));
+      return QDate(date.year(), date.month(), 1);
     case Qt::Key_End:
-      return move_to(QDate(date_.year(), date_.month(), date_.daysInMonth()));
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
-      if (chosen) chosen();
-      return;
+      return QDate(date.year(), date.month(), date.daysInMonth());
     default:
-      QWidget::keyPressEvent(event);
+      return {};
   }
+}
+
+void MonthCalendar::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+    if (chosen) chosen();
+    return;
+  }
+  const QDate date = after_key(date_, *event);
+  if (!date.isValid()) return QWidget::keyPressEvent(event);
+  move_to(date);
 }
 
 void MonthCalendar::focusInEvent(QFocusEvent*) {

@@ -21,6 +21,11 @@ class MonthCalendar : public QWidget, public AccessibleParts {
 
   void set_date(const MonthDayYear& date);
   void set_calendar(const MonthDayYear& today, bool monday_first);
+  // Draws the ring of the focus though a field has that, which hands its keys on.
+  void show_focus(bool shown) { shows_focus_ = shown; }
+  // Where a key leads from a date; no valid date for a key that leads nowhere.
+  static QDate after_key(const QDate& date, const QKeyEvent& event);
+  static QDate within(const QDate& date);  // the dates that can be chosen
   MonthDayYear date() const { return {date_.month(), date_.day(), date_.year()}; }
 
   const Density& parts_density() const override { return density_; }
@@ -54,6 +59,7 @@ class MonthCalendar : public QWidget, public AccessibleParts {
   const LocaleData& locale_;
   QDate date_, today_;
   bool monday_first_ = false;
+  bool shows_focus_ = false;
   int pressed_ = -1;
 };
 

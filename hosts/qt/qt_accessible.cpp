@@ -6,6 +6,7 @@
 
 #include "hosts/qt/accessible_parts.h"
 #include "hosts/qt/drawn_cell.h"
+#include "hosts/qt/drop_field.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_shell.h"
 #include "hosts/qt/qt_text.h"
@@ -152,10 +153,36 @@ class ModalSheet : public QAccessibleWidget {
   }
 };
 
+// A drop list, a combo or a date picker: pressing it drops it down.
+class DroppingField : public QAccessibleWidget {
+ public:
+  DroppingField(QWidget* widget, DropField& field)
+      : QAccessibleWidget(widget, QAccessible::ComboBox), field_(field) {}
+  QString text(QAccessible::Text kind) const override {
+    return kind == QAccessible::Value ? field_.shown() : QAccessibleWidget::text(kind);
+  }
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.expandable = true;
+    state.expanded = field_.is_open();
+    state.collapsed = !field_.is_open();
+    return state;
+  }
+  QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+  void doAction(const QString& name) override {
+    QAccessibleWidget::doAction(name);
+    if (name == pressAction() && !is_covered(*widget())) field_.open();
+  }
+
+ private:
+  DropField& field_;
+};
+
 QAccessibleInterface* make_interface(const QString&, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);
   if (!widget) return nullptr;
   if (auto* content = dynamic_cast<ContentArea*>(widget)) return new DrawnView(content);
+  if (auto* field = dynamic_cast<DropField*>(widget)) return new DroppingField(widget, *field);
   if (dynamic_cast<ModalLayer*>(widget)) return new ModalSheet(widget);
   if (auto* parts = dynamic_cast<AccessibleParts*>(widget)) return new DrawnControl(widget, *parts);
   return nullptr;

@@ -1,11 +1,13 @@
 #include "hosts/qt/qt_dialogs.h"
-#include "draw/form_layout.h"
 
 #include <QPointer>
 #include <QPolygon>
 
+#include "draw/form_layout.h"
+#include "hosts/qt/form_widget.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_dialog.h"
+#include "hosts/qt/qt_sheet.h"
 #include "hosts/qt/qt_text.h"
 
 namespace orvello {
@@ -52,16 +54,16 @@ int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedur
     if (layer->isWindow()) return QRect(QPoint(0, 0), whole);
     return modal_place(dialog, *form, whole);
   };
-  QtDialog controls(form, density, procedure);
+  QtDialog controls(form, density, procedure, std::make_shared<EventQueue>());
   controls.closed = [layer](int) {
     if (layer) layer->end();
   };
-  layer->close_wanted = [&] { controls.handle({DialogEvent::Kind::close, 0, nullptr, {}}); };
+  form->close_wanted = [&] { controls.close_wanted(); };
+  layer->close_wanted = form->close_wanted;
   layer->accept_wanted = [form] { form->press_default(); };
+  layer->shown = [form] { form->come(true); };
   if (dialog.popup) {
-    layer->pressed_beside = [&] {
-      controls.handle({DialogEvent::Kind::focus_lost, 0, nullptr, {}});
-    };
+    layer->pressed_beside = [&] { controls.tell(DialogEvent::Kind::focus_lost); };
     layer->released = [form](QPointF global) { form->release_at(global); };
     cut_out(*form, dialog.outline, density);
   }
@@ -69,16 +71,10 @@ int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedur
                          density.scaled(design.height) + form->title_height());
   layer->prepare(*form, own_window);
   form->lay_out();
-  controls.handle({DialogEvent::Kind::init, 0, nullptr, {}});
+  controls.start();
   if (!controls.is_closed() && layer) layer->run(*form, own_window);
   const int result = controls.result();
-  if (layer) {
-    layer->hide();
-    layer->close_wanted = layer->pressed_beside = nullptr;
-    layer->released = nullptr;
-    layer->deleteLater();
-    layer->uncover();
-  }
+  if (layer) layer->leave();
   return result;
 }
 
@@ -88,12 +84,19 @@ std::unique_ptr<Dialog> QtDialogs::open_modeless(const DialogTemplate& dialog,
   if (!shell) return nullptr;
   auto* form = new FormWidget(&shell->content(), window_.density(), locale_, dialog, false);
   form->painted = [this] { window_.note_first_paint(); };
-  auto controls = std::make_unique<QtDialog>(form, window_.density(), procedure);
+  const auto queue = std::make_shared<EventQueue>();
+  auto controls = std::make_unique<QtDialog>(form, window_.density(), procedure, queue);
   shell->add_sheet(form);
   form->lay_out();
-  controls->handle({DialogEvent::Kind::init, 0, nullptr, {}});
+  controls->start();
   form->show();
+  form->come(false);
   return controls;
+}
+
+int QtDialogs::run_sheet(TextView title, const std::vector<SheetPage>& pages) {
+  if (pages.empty() || !window_.shell()) return kSheetFailed;
+  return QtSheet(window_, locale_, to_qt(title), pages).run();
 }
 
 }  // namespace orvello

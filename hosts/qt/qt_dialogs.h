@@ -16,7 +16,7 @@ class QtDialogs : public Dialogs {
   int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) override;
   std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
                                         DialogProcedure& procedure) override;
-  int run_sheet(TextView, const std::vector<SheetPage>&) override { return kSheetFailed; }
+  int run_sheet(TextView title, const std::vector<SheetPage>& pages) override;
 
  private:
   QRect modal_place(const DialogTemplate& dialog, const FormWidget& form, QSize whole);

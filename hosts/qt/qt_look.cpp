@@ -33,17 +33,20 @@ void apply_form_look(QWidget& form, const Density& density) {
 
 void flatten_scroll_bar(QScrollBar& bar, const Density& density) {
   const int width = density.scaled(kScrollBarWidth), edge = std::max(1, density.scaled(2));
+  const bool down = bar.orientation() == Qt::Vertical;
   const QString sheet = QStringLiteral(
-      "QScrollBar:vertical{width:%1px;margin:0;border:none;background:%2}"
-      "QScrollBar::handle:vertical{min-height:%3px;margin:%4px;border-radius:%4px;background:%5}"
-      "QScrollBar::handle:vertical:pressed{background:%6}"
-      "QScrollBar::add-line:vertical,QScrollBar::sub-line:vertical{height:0}"
-      "QScrollBar::add-page:vertical,QScrollBar::sub-page:vertical{background:none}");
+      "QScrollBar{%7:%1px;margin:0;border:none;background:%2}"
+      "QScrollBar::handle{min-%8:%3px;margin:%4px;border-radius:%4px;background:%5}"
+      "QScrollBar::handle:pressed{background:%6}"
+      "QScrollBar::add-line,QScrollBar::sub-line{%8:0}"
+      "QScrollBar::add-page,QScrollBar::sub-page{background:none}");
   bar.setStyleSheet(sheet.arg(width)
                         .arg(QColor(kBarGround).name())
                         .arg(density.scaled(kTouchHeight))
                         .arg(edge)
-                        .arg(QColor(kFaintInk).name(), QColor(kAccent).name()));
+                        .arg(QColor(kFaintInk).name(), QColor(kAccent).name(),
+                             down ? QStringLiteral("width") : QStringLiteral("height"),
+                             down ? QStringLiteral("height") : QStringLiteral("width")));
 }
 
 }  // namespace orvello

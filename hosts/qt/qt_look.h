@@ -30,7 +30,7 @@ QFont widget_font(const Density& density, double size = kTextSize, bool bold = f
 // The palette of everything that stands on a form.
 void apply_form_look(QWidget& form, const Density& density);
 
-// A vertical scroll bar without buttons, wide enough for a pen.
+// A scroll bar without buttons, wide enough for a pen.
 void flatten_scroll_bar(QScrollBar& bar, const Density& density);
 
 }  // namespace orvello

@@ -32,6 +32,8 @@ std::vector<Choice> choices_of(BoxButtons buttons) {
       return {{BoxAnswer::ok, "OK"}, {BoxAnswer::cancel, "Cancel"}};
     case BoxButtons::yes_no:
       return {{BoxAnswer::yes, "Yes"}, {BoxAnswer::no, "No"}};
+    case BoxButtons::yes_no_cancel:
+      return {{BoxAnswer::yes, "Yes"}, {BoxAnswer::no, "No"}, {BoxAnswer::cancel, "Cancel"}};
     case BoxButtons::ok:
       break;
   }
@@ -86,7 +88,8 @@ class BoxSheet : public QWidget {
 
   QPushButton* add_button(const QString& text) {
     auto* button = new FlatButton(text, this, density_);
-    button->setMinimumSize(density_.scaled(64), density_.scaled(kTouchHeight));
+    // Three of them fit the narrowest box.
+    button->setMinimumSize(density_.scaled(56), density_.scaled(kTouchHeight));
     row_->addWidget(button);
     return button;
   }
@@ -160,6 +163,7 @@ BoxAnswer QtMessageBoxes::show(TextView text, TextView caption, BoxIcon icon, Bo
   return given;
 }
 
+// A desktop has one sound.
 void QtMessageBoxes::beep(Beep) { QApplication::beep(); }
 
 }  // namespace orvello

@@ -10,35 +10,33 @@
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/report_model.h"
+#include "hosts/qt/report_titles.h"
+#include "hosts/qt/window_place.h"
 
 namespace orvello {
-namespace {
 
-// Where the main window's points start; a list in a window of its own has no such place.
-QPoint content_origin(const QWidget& window) {
-  const auto* content = window.findChild<QWidget*>(QStringLiteral("content"));
-  return content ? content->mapTo(&window, QPoint(0, 0)) : QPoint(0, 0);
-}
-
-}  // namespace
-
-ReportView::ReportView(QWidget* parent, const Density& density, int control,
+ReportView::ReportView(QWidget* parent, const Density& density, const ControlTemplate& control,
                        ControlInput::Report report)
-    : QListView(parent),
+    : FlatArea<QListView>(parent, density),
       density_(density),
-      input_(*viewport(), density, control, std::move(report)),
-      model_(new ReportModel(this)) {
+      input_(*viewport(), *this, density, control.id, std::move(report)),
+      model_(new ReportModel(density, this)),
+      titles_(new ReportTitles(this, *model_, density)) {
   setModel(model_);
   setItemDelegate(new ReportDelegate(*model_, density, this));
-  setFrameShape(QFrame::NoFrame);
+  if (control.place.x <= 0) setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollMode(ScrollPerPixel);
+  setHorizontalScrollMode(ScrollPerPixel);
   setResizeMode(Adjust);
   setSelectionMode(MultiSelection);
   setEditTriggers(NoEditTriggers);
   setAutoScroll(false);
   flatten_scroll_bar(*verticalScrollBar(), density);
+  flatten_scroll_bar(*horizontalScrollBar(), density);
+  connect(horizontalScrollBar(), &QScrollBar::valueChanged, titles_,
+          [this](int left) { titles_->scroll_to(left); });
   connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this](const QItemSelection& more, const QItemSelection& less) {
             if (selecting_) return;
@@ -53,7 +51,7 @@ void ReportView::selected_by_other(int row) {
     select_rows(std::vector<int>(selected_));
     show_row(row);
     const QPoint center = rect_of(row).center();
-    if (model_->has_row(row)) input_.tap(density_.device(QPointF(center)));
+    if (model_->has_row(row)) input_.tap(density_.device(QPointF(viewport()->mapTo(this, center))));
   });
 }
 
@@ -66,11 +64,39 @@ void ReportView::set_content(ReportContent content) {
   selected_.clear();
   selectionModel()->clear();
   selecting_ = false;
+  lay_out_columns();
   lay_out_unseen();
   doItemsLayout();
   verticalScrollBar()->setValue(0);
+  horizontalScrollBar()->setValue(0);
   scroll_rest_ = 0;
 }
+
+// Columns that just fill the list do not scroll when a scroll bar takes some of their room.
+void ReportView::lay_out_columns() {
+  const int room = density_.device(width() - 2 * frameWidth());
+  const bool sideways = model_->whole_width() > room;
+  const int titles = titles_->wanted_height();
+  setViewportMargins(0, titles, 0, 0);
+  titles_->setVisible(titles > 0);
+  place_titles();
+  if (sideways == model_->is_sideways()) return;
+  model_->set_sideways(sideways);
+  setHorizontalScrollBarPolicy(sideways ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+  scheduleDelayedItemsLayout();
+}
+
+void ReportView::place_titles() {
+  const int edge = frameWidth();
+  titles_->setGeometry(edge, edge, width() - 2 * edge, titles_->wanted_height());
+}
+
+void ReportView::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  lay_out_columns();
+}
+
+void ReportView::set_mark(int row, ReportMark mark) { model_->set_mark(row, mark); }
 
 void ReportView::lay_out_unseen() {
   if (isVisible()) return;
@@ -82,11 +108,7 @@ void ReportView::lay_out_unseen() {
 ReportPlace ReportView::report_place() const {
   return {{density_.device(width()), density_.device(height())},
           density_.device(verticalScrollBar()->sizeHint().width()),
-          0};
-}
-
-void ReportView::set_mark(int row, ReportMark mark) {
-  if (model_->has_row(row)) model_->set_mark(row, mark);
+          density_.device(frameWidth())};
 }
 
 void ReportView::select_rows(const std::vector<int>& rows) {
@@ -120,19 +142,16 @@ QRect ReportView::rect_of(int row) const {
 Rect ReportView::row_place(int row) const {
   const QRect rect = rect_of(row);
   if (rect.isEmpty()) return {};
-  const QWidget* top = window();
-  const QPoint at = viewport()->mapTo(top, rect.topLeft()) - content_origin(*top);
-  const int x = density_.device(at.x()), y = density_.device(at.y());
-  return {x, y, density_.device(at.x() + rect.width()) - x,
-          density_.device(at.y() + rect.height()) - y};
+  return place_in_window(*viewport(), rect, density_);
 }
 
 int ReportView::row_at(Point point) const {
   // The logical pixel that the device pixel lies in.
   const QPoint at(static_cast<int>(std::floor(point.x / density_.ratio)),
                   static_cast<int>(std::floor(point.y / density_.ratio)));
-  if (!viewport()->rect().contains(at)) return -1;
-  const QModelIndex index = indexAt(at);
+  const QPoint inside = viewport()->mapFrom(this, at);
+  if (!viewport()->rect().contains(inside)) return -1;
+  const QModelIndex index = indexAt(inside);
   return index.isValid() ? index.row() : -1;
 }
 

@@ -2,16 +2,25 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <numeric>
 
+#include "hosts/qt/flat_choice.h"
 #include "hosts/qt/qt_fonts.h"
+#include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 
 namespace orvello {
 namespace {
 
+constexpr int kMarkSide = 14;  // design units
+
 Qt::Alignment alignment_of(Align align) {
   if (align == Align::center) return Qt::AlignHCenter;
   return align == Align::right ? Qt::AlignRight : Qt::AlignLeft;
+}
+
+QString single_line(const Text& text) {
+  return to_qt(text).replace(u'\n', u' ').replace(u'\r', u' ').replace(u'\t', u' ');
 }
 
 Text spoken(const ReportRow& row) {
@@ -27,6 +36,14 @@ Text spoken(const ReportRow& row) {
 
 }  // namespace
 
+void draw_cell_text(QPainter& painter, QString text, const QRect& room, Align align) {
+  if (room.width() <= 0 || text.isEmpty()) return;
+  const QFontMetrics metrics(painter.font());
+  if (metrics.horizontalAdvance(text) > room.width())
+    text = metrics.elidedText(text, Qt::ElideRight, room.width());
+  painter.drawText(room, int(alignment_of(align)) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+}
+
 void ReportModel::set_content(ReportContent content) {
   beginResetModel();
   content_ = std::move(content);
@@ -34,17 +51,60 @@ void ReportModel::set_content(ReportContent content) {
   bold_font_ = text_font(content_.bold_font);
   pictures_.clear();
   for (const Image& picture : content_.pictures) pictures_.push_back(to_qt(picture));
+  widths_.clear();
+  for (std::size_t i = 0; i < content_.columns.size(); ++i)
+    widths_.push_back(content_.columns[i].width > 0 ? content_.columns[i].width : needed_width(i));
   endResetModel();
+}
+
+// Nothing where there is nothing to show.
+int ReportModel::needed_width(std::size_t column) const {
+  const QFontMetrics plain(font_), bold(bold_font_);
+  int width = 0;
+  if (static_cast<int>(column) == content_.picture_column) {
+    for (const ReportRow& row : content_.rows) width = std::max(width, pictures_width(row));
+    return width;
+  }
+  const Text& title = content_.columns[column].title;
+  if (!title.empty()) width = bold.horizontalAdvance(to_qt(title));
+  const int mark = column == 0 ? mark_width() : 0;
+  for (const ReportRow& row : content_.rows) {
+    const bool text = column < row.cells.size() && !row.cells[column].empty();
+    if (!text && mark == 0) continue;
+    const QFontMetrics& metrics = row.bold ? bold : plain;
+    const int wide = text ? metrics.horizontalAdvance(single_line(row.cells[column])) : 0;
+    width = std::max(width, wide + mark);
+  }
+  return width > 0 ? width + 2 * content_.padding : 0;
+}
+
+int ReportModel::whole_width() const { return std::accumulate(widths_.begin(), widths_.end(), 0); }
+
+int ReportModel::mark_side() const { return density_.device(density_.scaled(kMarkSide)); }
+
+int ReportModel::mark_width() const {
+  const bool any = std::any_of(content_.rows.begin(), content_.rows.end(),
+                               [](const ReportRow& row) { return row.mark != ReportMark::none; });
+  return any ? mark_side() + density_.device(density_.scaled(1.5 * kGrid)) : 0;
+}
+
+void ReportModel::set_mark(int index, ReportMark mark) {
+  if (!has_row(index)) return;
+  content_.rows[static_cast<std::size_t>(index)].mark = mark;
+  emit dataChanged(this->index(index), this->index(index));
+}
+
+int ReportModel::pictures_width(const ReportRow& row) const {
+  int width = 0;
+  for (const int index : row.pictures)
+    if (const QImage* shown = picture(index))
+      width += (width ? content_.picture_gap : 0) + shown->width();
+  return width;
 }
 
 const QImage* ReportModel::picture(int index) const {
   const auto at = static_cast<std::size_t>(index);
   return index >= 0 && at < pictures_.size() && !pictures_[at].isNull() ? &pictures_[at] : nullptr;
-}
-
-void ReportModel::set_mark(int row, ReportMark mark) {
-  content_.rows[static_cast<std::size_t>(row)].mark = mark;
-  emit dataChanged(index(row), index(row));
 }
 
 int ReportModel::rowCount(const QModelIndex& parent) const {
@@ -53,12 +113,16 @@ int ReportModel::rowCount(const QModelIndex& parent) const {
 
 QVariant ReportModel::data(const QModelIndex& index, int role) const {
   if (!has_row(index.row())) return {};
+  const ReportMark mark = row(index.row()).mark;
+  if (role == Qt::CheckStateRole && mark != ReportMark::none)
+    return mark == ReportMark::set ? Qt::Checked : Qt::Unchecked;
   if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) return {};
   return to_qt(spoken(row(index.row())));
 }
 
 QSize ReportDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const {
-  return {0, std::max(1, density_.logical(model_.row(index.row()).height))};
+  const int width = model_.is_sideways() ? density_.logical(model_.whole_width()) : 0;
+  return {width, std::max(1, density_.logical(model_.row(index.row()).height))};
 }
 
 void ReportDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -80,13 +144,18 @@ void ReportDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
                       QColor(to_qt(content.line)));
   int x = left;
   for (std::size_t i = 0; i < content.columns.size(); ++i) {
-    const QRect box(x, top, std::min(content.columns[i].width, right - x), all.height());
-    if (box.width() <= 0) break;
+    QRect box(x, top, std::min(model_.column_width(i), right - x), all.height());
+    x += model_.column_width(i);
+    if (box.width() <= 0) continue;
+    const QRgb color = to_qt(selected ? content.selected_text : row.text);
+    if (i == 0 && model_.mark_width() > 0) {
+      draw_mark(*painter, row, box, color);
+      box.setLeft(box.left() + model_.mark_width());
+    }
     if (static_cast<int>(i) == content.picture_column)
       draw_pictures(*painter, row, box);
     else
-      draw_cell(*painter, row, i, box, to_qt(selected ? content.selected_text : row.text));
-    x += content.columns[i].width;
+      draw_cell(*painter, row, i, box, color);
   }
   painter->restore();
 }
@@ -95,30 +164,34 @@ void ReportDelegate::draw_cell(QPainter& painter, const ReportRow& row, std::siz
                                const QRect& box, QRgb color) const {
   if (column >= row.cells.size() || row.cells[column].empty()) return;
   const ReportContent& content = model_.content();
-  const QRect room = box.adjusted(content.padding, 0, -content.padding, 0);
-  if (room.width() <= 0) return;
-  QString text = to_qt(row.cells[column]);
-  text.replace(u'\n', u' ').replace(u'\r', u' ').replace(u'\t', u' ');
-  const QFont& font = model_.font(row.bold);
-  // By the same measure as the canvas: what was measured to fit is not shortened.
-  const QFontMetrics metrics(font);
-  if (metrics.horizontalAdvance(text) > room.width())
-    text = metrics.elidedText(text, Qt::ElideRight, room.width());
-  painter.setFont(font);
+  painter.setFont(model_.font(row.bold));
   painter.setPen(QColor(color));
-  painter.drawText(
-      room,
-      int(alignment_of(content.columns[column].align)) | Qt::AlignVCenter | Qt::TextSingleLine,
-      text);
+  draw_cell_text(painter, single_line(row.cells[column]),
+                 box.adjusted(content.padding, 0, -content.padding, 0),
+                 content.columns[column].align);
+}
+
+// In the row's own colours, so that it can be seen on any of them.
+void ReportDelegate::draw_mark(QPainter& painter, const ReportRow& row, const QRect& box,
+                               QRgb color) const {
+  if (row.mark == ReportMark::none) return;
+  const int side = model_.mark_side(), left = box.left() + model_.content().padding;
+  const QRectF place(left, box.top() + (box.height() - side) / 2, side, side);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double line = std::max(1.0, side / 14.0);
+  painter.setPen(QPen(QColor(color), line));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(place.adjusted(line / 2, line / 2, -line / 2, -line / 2), 2 * line,
+                          2 * line);
+  if (row.mark == ReportMark::set) paint_tick(painter, place);
+  painter.restore();
 }
 
 void ReportDelegate::draw_pictures(QPainter& painter, const ReportRow& row,
                                    const QRect& box) const {
   const ReportContent& content = model_.content();
-  int width = 0;
-  for (const int index : row.pictures)
-    if (const QImage* picture = model_.picture(index))
-      width += (width ? content.picture_gap : 0) + picture->width();
+  const int width = model_.pictures_width(row);
   const Align align = content.columns[static_cast<std::size_t>(content.picture_column)].align;
   const int room = std::max(0, box.width() - width);
   int x = box.left() + (align == Align::left ? 0 : align == Align::right ? room : room / 2);

@@ -1,0 +1,72 @@
+#include "hosts/qt/line_control.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "hosts/qt/flat_field.h"
+#include "hosts/qt/qt_look.h"
+
+namespace orvello {
+namespace {
+
+// As much of a wrapped text as fits, with dots behind it.
+QString shortened(const QString& text, const QFontMetrics& metrics, const QRect& room, int flags) {
+  const auto fits = [&](const QString& candidate) {
+    return metrics.boundingRect(QRect(0, 0, room.width(), 10000), flags, candidate).height() <=
+           room.height();
+  };
+  if (fits(text)) return text;
+  qsizetype least = 0, most = text.size();
+  while (least < most) {
+    const qsizetype middle = (least + most + 1) / 2;
+    if (fits(text.left(middle) + QChar(0x2026)))
+      least = middle;
+    else
+      most = middle - 1;
+  }
+  return text.left(least) + QChar(0x2026);
+}
+
+}  // namespace
+
+LineControl::LineControl(const QString& text, QWidget* parent, const Density& density)
+    : QAbstractButton(parent), density_(density) {
+  setText(text);
+  setFocusPolicy(Qt::StrongFocus);
+}
+
+void LineControl::paintEvent(QPaintEvent*) {
+  const int line = std::max(1, density_.scaled(1)), side = density_.scaled(1.5 * kGrid);
+  QPainter painter(this);
+  if (isDown()) painter.fillRect(rect(), QColor(kAccentTint));
+  painter.fillRect(0, height() - line, width(), line, QColor(kHairline));
+  // The text stands where an edit in its place has it.
+  const QRect room = rect().adjusted(side, 0, -side, -line);
+  QString shown = text();
+  shown.replace(QStringLiteral("&&"), QStringLiteral("&"));
+  const QFontMetrics metrics(font());
+  int flags = Qt::AlignLeft | Qt::AlignVCenter;
+  if (room.height() >= 2 * metrics.lineSpacing()) {
+    flags |= Qt::TextWordWrap;
+    shown = shortened(shown, metrics, room, flags);
+  } else {
+    shown.replace(u'\n', u' ');
+    shown = metrics.elidedText(shown, Qt::ElideRight, room.width());
+  }
+  painter.setFont(font());
+  painter.setPen(QColor(isEnabled() ? kInk : kFaintInk));
+  painter.drawText(room, flags, shown);
+  painter.end();
+  if (hasFocus()) paint_field_edge(*this, density_, true);
+}
+
+void LineControl::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && !event->isAutoRepeat())
+    click();
+  else
+    QAbstractButton::keyPressEvent(event);
+}
+
+}  // namespace orvello

@@ -1,0 +1,22 @@
+// A text that is tapped to edit what it shows. It takes the focus, and Return and Space press it.
+#pragma once
+
+#include <QAbstractButton>
+
+#include "hosts/qt/density.h"
+
+namespace orvello {
+
+class LineControl : public QAbstractButton {
+ public:
+  LineControl(const QString& text, QWidget* parent, const Density& density);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  const Density& density_;
+};
+
+}  // namespace orvello

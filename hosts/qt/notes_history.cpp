@@ -1,0 +1,36 @@
+#include "hosts/qt/notes_history.h"
+
+#include <utility>
+
+namespace orvello {
+namespace {
+
+constexpr std::size_t kMostSteps = 200;
+
+}  // namespace
+
+void NotesHistory::clear() {
+  undo_.clear();
+  redo_.clear();
+  typing_ = -1;
+}
+
+void NotesHistory::note(NotesState before, int typing) {
+  const bool goes_on = typing >= 0 && typing_ >= 0 && before.caret == typing_ && redo_.empty();
+  typing_ = typing;
+  redo_.clear();
+  if (goes_on) return;
+  if (undo_.size() == kMostSteps) undo_.erase(undo_.begin());
+  undo_.push_back(std::move(before));
+}
+
+bool NotesHistory::move(std::vector<NotesState>& from, std::vector<NotesState>& to,
+                        NotesState& state) {
+  if (from.empty()) return false;
+  to.push_back(std::exchange(state, std::move(from.back())));
+  from.pop_back();
+  typing_ = -1;
+  return true;
+}
+
+}  // namespace orvello

@@ -1,0 +1,208 @@
+#include "hosts/qt/notes_pane.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextFrame>
+
+#include "hosts/qt/notes_document.h"
+#include "hosts/qt/qt_look.h"
+#include "hosts/qt/qt_text.h"
+
+namespace orvello {
+namespace {
+
+constexpr int kNotesText = 12;  // design units
+constexpr int kPageEdge = 2 * kGrid;
+
+}  // namespace
+
+NotesPane::NotesPane(QWidget* parent, const Density& density)
+    : FlatArea<QTextEdit>(parent, density), density_(density) {
+  setAcceptRichText(false);
+  setTabChangesFocus(true);
+  setUndoRedoEnabled(false);  // text and ink are taken back together
+  setFont(widget_font(density, kNotesText));
+  document()->setDefaultFont(font());
+  document()->setIndentWidth(density.scaled(4 * kGrid));
+  setLineWrapMode(QTextEdit::FixedPixelWidth);
+  setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  flatten_scroll_bar(*verticalScrollBar(), density);
+  flatten_scroll_bar(*horizontalScrollBar(), density);
+  now_.ink = std::make_shared<std::vector<NotesStroke>>();
+  connect(this, &QTextEdit::textChanged, this, [this] { text_changed(); });
+  lay_out_page();
+}
+
+NotesContent NotesPane::content() const {
+  if (!touched_) return set_;
+  return {now_.text, now_.runs, *now_.ink};
+}
+
+void NotesPane::set_content(const NotesContent& content) {
+  set_ = content;
+  touched_ = false;
+  history_.clear();
+  drawing_.reset();
+  now_ = {content.text, content.runs, std::make_shared<std::vector<NotesStroke>>(content.strokes),
+          0};
+  show_state();
+  read_document(*document(), now_.text, now_.runs);
+  verticalScrollBar()->setValue(0);
+  horizontalScrollBar()->setValue(0);
+}
+
+void NotesPane::show_state() {
+  setting_ = true;
+  write_document(*document(), now_.text, now_.runs);
+  QTextCursor caret = textCursor();
+  caret.setPosition(std::min(now_.caret, document()->characterCount() - 1));
+  setTextCursor(caret);
+  setting_ = false;
+  lay_out_page();
+  viewport()->update();
+}
+
+void NotesPane::set_tool(NotesTool tool) {
+  tool_ = tool;
+  drawing_.reset();
+  const bool draws = tool != NotesTool::text;
+  viewport()->setAttribute(Qt::WA_AcceptTouchEvents, draws);
+  viewport()->setCursor(draws ? Qt::CrossCursor : Qt::IBeamCursor);
+  lay_out_page();
+}
+
+NotesStyle NotesPane::style() const { return style_at(textCursor()); }
+
+void NotesPane::set_style(const NotesStyle& style) {
+  const bool was_setting = std::exchange(setting_, true);
+  QTextCursor cursor = textCursor();
+  set_style_at(cursor, style);
+  setTextCursor(cursor);
+  setting_ = was_setting;
+  note_text();
+}
+
+// False when the page is as it was: only what is typed next may be another.
+bool NotesPane::note_text() {
+  NotesState before = now_;
+  read_document(*document(), now_.text, now_.runs);
+  if (now_.text == before.text && now_.runs == before.runs) return false;
+  touched_ = true;
+  lay_out_page();
+  return true;
+}
+
+// A person's change can be taken back.
+void NotesPane::text_changed() {
+  if (setting_) return;
+  NotesState before = now_;
+  if (!note_text()) return;
+  const int caret = textCursor().position();
+  const bool letter = now_.text.size() == before.text.size() + 1 && caret == before.caret + 1 &&
+                      document()->characterAt(before.caret).isLetterOrNumber();
+  history_.note(std::move(before), letter ? caret : -1);
+  tell();
+}
+
+void NotesPane::set_ink(std::vector<NotesStroke> ink) {
+  touched_ = true;
+  now_.ink = std::make_shared<std::vector<NotesStroke>>(std::move(ink));
+  lay_out_page();
+  viewport()->update();
+}
+
+bool NotesPane::move(bool (NotesHistory::*step)(NotesState&)) {
+  now_.caret = textCursor().position();
+  if (!(history_.*step)(now_)) return false;
+  touched_ = true;
+  show_state();
+  return true;
+}
+
+// Text wraps at the pane's width; ink that goes farther, to the right or down, can be scrolled to.
+void NotesPane::lay_out_page() {
+  const double unit = density_.unit();
+  const QPointF extent = extent_of(*now_.ink) * unit;
+  const int edge = density_.scaled(kPageEdge), room = viewport()->width();
+  const int width = std::max(room, static_cast<int>(extent.x()) + edge);
+  const bool was_setting = std::exchange(setting_, true);
+  if (lineWrapColumnOrWidth() != width) setLineWrapColumnOrWidth(width);
+  QTextFrame* page = document()->rootFrame();
+  QTextFrameFormat format = page->frameFormat();
+  const double text = document()->size().height() - format.bottomMargin();
+  double down = extent.y() + edge;
+  if (tool_ == NotesTool::pen) down += viewport()->height() / 2.0;  // room to go on
+  const double bottom = std::max<double>(edge, down - text), right = edge + width - room;
+  if (format.bottomMargin() != bottom || format.rightMargin() != right) {
+    format.setMargin(edge);
+    format.setRightMargin(right);
+    format.setBottomMargin(bottom);
+    page->setFrameFormat(format);
+  }
+  setting_ = was_setting;
+}
+
+void NotesPane::resizeEvent(QResizeEvent* event) {
+  QTextEdit::resizeEvent(event);
+  lay_out_page();
+}
+
+void NotesPane::paintEvent(QPaintEvent* event) {
+  QTextEdit::paintEvent(event);
+  QPainter painter(viewport());
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(-horizontalScrollBar()->value(), -verticalScrollBar()->value());
+  painter.scale(density_.unit(), density_.unit());
+  const QRectF seen(on_page(event->rect().topLeft()), on_page(event->rect().bottomRight()));
+  for (const NotesStroke& stroke : *now_.ink)
+    if (bounds_of(stroke).adjusted(-1, -1, 1, 1).intersects(seen)) paint_stroke(painter, stroke);
+  if (drawing_) paint_stroke(painter, *drawing_);
+}
+
+bool NotesPane::take_key(const QKeyEvent& event) {
+  if (event.matches(QKeySequence::Undo) || event.matches(QKeySequence::Redo)) {
+    if (event.matches(QKeySequence::Undo) ? undo_step() : redo_step()) tell();
+    return true;
+  }
+  NotesStyle wanted = style();
+  if (event.matches(QKeySequence::Bold))
+    wanted.bold = !wanted.bold;
+  else if (event.matches(QKeySequence::Italic))
+    wanted.italic = !wanted.italic;
+  else if (event.matches(QKeySequence::Underline))
+    wanted.underline = !wanted.underline;
+  else
+    return false;
+  NotesState before = now_;
+  set_style(wanted);
+  if (now_.runs == before.runs) return true;
+  history_.note(std::move(before));
+  tell();
+  return true;
+}
+
+void NotesPane::keyPressEvent(QKeyEvent* event) {
+  if (take_key(*event)) return;
+  if (event->key() == Qt::Key_Escape) return event->ignore();  // the form's
+  now_.caret = textCursor().position();
+  QTextEdit::keyPressEvent(event);
+}
+
+void NotesPane::hideEvent(QHideEvent* event) {
+  drawing_.reset();
+  QTextEdit::hideEvent(event);
+}
+
+bool NotesPane::canInsertFromMimeData(const QMimeData* source) const { return source->hasText(); }
+
+// In the style of where it goes.
+void NotesPane::insertFromMimeData(const QMimeData* source) {
+  now_.caret = textCursor().position();
+  textCursor().insertText(source->text());
+}
+
+}  // namespace orvello

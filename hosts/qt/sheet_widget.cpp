@@ -1,0 +1,118 @@
+#include "hosts/qt/sheet_widget.h"
+
+#include <QPainter>
+#include <QShortcut>
+#include <algorithm>
+
+#include "hosts/qt/flat_button.h"
+#include "hosts/qt/form_widget.h"
+#include "hosts/qt/qt_look.h"
+#include "hosts/qt/sheet_tabs.h"
+#include "hosts/qt/title_strip.h"
+
+namespace orvello {
+namespace {
+
+constexpr int kOkWidth = 44, kButtonWidth = 72;  // design units
+
+}  // namespace
+
+SheetWidget::SheetWidget(QWidget* parent, const Density& density, const QString& title)
+    : QWidget(parent),
+      density_(density),
+      title_(title),
+      tabs_(new SheetTabs(this, density)),
+      close_(make_close_button(*this, density)),
+      ok_(new FlatButton(QStringLiteral("OK"), this, density)),
+      cancel_(new FlatButton(QStringLiteral("Cancel"), this, density)) {
+  apply_form_look(*this, density);
+  setAutoFillBackground(true);
+  setAttribute(Qt::WA_NoMousePropagation);
+  setAccessibleName(title);
+  setObjectName(QStringLiteral("sheet"));
+  ok_->setObjectName(QStringLiteral("ok"));
+  ok_->setDefault(true);
+  ok_->setFont(widget_font(density, kTextSize, true));
+  cancel_->setObjectName(QStringLiteral("cancel"));
+  tabs_->wanted = [this](int page) { page_wanted(page); };
+  connect(ok_, &QPushButton::clicked, this, [this] { ok_wanted(); });
+  connect(cancel_, &QPushButton::clicked, this, [this] { cancel_wanted(); });
+  connect(close_, &QAbstractButton::clicked, this, [this] { cancel_wanted(); });
+  turn_by_key("Ctrl+Tab", 1);
+  turn_by_key("Ctrl+PgDown", 1);
+  turn_by_key("Ctrl+Shift+Tab", -1);
+  turn_by_key("Ctrl+PgUp", -1);
+}
+
+// Round in a circle, wherever in the sheet the focus is.
+void SheetWidget::turn_by_key(const char* keys, int by) {
+  auto* shortcut = new QShortcut(QKeySequence(QLatin1String(keys)), this);
+  shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(shortcut, &QShortcut::activated, this, [this, by] {
+    const int count = tabs_->count();
+    if (count > 1) page_wanted((tabs_->shown() + by + count) % count);
+  });
+}
+
+void SheetWidget::add_page(FormWidget* page, const QString& title) {
+  page->setParent(this);
+  page->hide();
+  pages_.push_back(page);
+  tabs_->addTab(QString(title).replace(u'&', QStringLiteral("&&")));
+  tabs_->setTabToolTip(tabs_->count() - 1, QString());
+}
+
+void SheetWidget::show_page(int page) {
+  tabs_->show_tab(page);
+  pages_[static_cast<std::size_t>(page)]->show();
+  pages_[static_cast<std::size_t>(page)]->raise();
+}
+
+void SheetWidget::hide_others(int page) {
+  for (std::size_t i = 0; i < pages_.size(); ++i)
+    if (static_cast<int>(i) != page) pages_[i]->hide();
+}
+
+void SheetWidget::name_page(int page, const QString& title) { tabs_->setTabText(page, title); }
+
+int SheetWidget::title_height() const { return density_.scaled(kTouchHeight + 2); }
+int SheetWidget::buttons_height() const { return density_.scaled(kTouchHeight + 4 * kGrid); }
+
+int SheetWidget::frame_height(bool roomy) const {
+  return title_height() + tabs_->sizeHint().height() + (roomy ? buttons_height() : 0);
+}
+
+void SheetWidget::lay_out() {
+  const int top = title_height(), tall = tabs_->sizeHint().height();
+  const int line = std::max(1, density_.scaled(1)), grid = density_.scaled(kGrid);
+  const int bottom = roomy_ ? height() - buttons_height() : height();
+  close_->setGeometry(width() - top, 0, top, top - line);
+  tabs_->setGeometry(0, top, width(), tall);
+  const int touch = density_.scaled(kTouchHeight), button = density_.scaled(kButtonWidth);
+  if (roomy_) {
+    const int y = bottom + (height() - bottom - touch) / 2, x = width() - 2 * grid - button;
+    cancel_->setGeometry(x, y, button, touch);
+    ok_->setGeometry(x - 2 * grid - button, y, button, touch);
+  } else {
+    const int wide = density_.scaled(kOkWidth);
+    ok_->setGeometry(width() - top - wide, 0, wide, top - line);
+  }
+  cancel_->setVisible(roomy_);
+  for (FormWidget* page : pages_) {
+    page->setGeometry(0, top + tall, width(), std::max(0, bottom - top - tall));
+    page->lay_out();
+  }
+}
+
+void SheetWidget::resizeEvent(QResizeEvent*) { lay_out(); }
+
+void SheetWidget::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const int right = roomy_ ? -1 : title_height() + density_.scaled(kOkWidth);
+  paint_title(painter, QRect(0, 0, width(), title_height()), density_, title_, right);
+  if (!roomy_) return;
+  const int line = std::max(1, density_.scaled(1));
+  painter.fillRect(0, height() - buttons_height(), width(), line, QColor(kHairline));
+}
+
+}  // namespace orvello
