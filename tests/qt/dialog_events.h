@@ -1,6 +1,7 @@
 // A procedure that keeps all events but the paints.
 #pragma once
 
+#include <QCoreApplication>
 #include <functional>
 #include <vector>
 
@@ -17,7 +18,9 @@ struct EventLog : DialogProcedure {
     events.push_back(event);
     if (act) act(dialog, event);
   }
+  // What was told up to now: events come from the message loop.
   std::vector<DialogEvent> of(int control) const {
+    QCoreApplication::processEvents();
     std::vector<DialogEvent> found;
     for (const DialogEvent& event : events)
       if (event.control == control) found.push_back(event);

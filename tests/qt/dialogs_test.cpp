@@ -2,14 +2,13 @@
 
 #include <QAccessible>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
 
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_dialogs.h"
 #include "hosts/qt/qt_message_boxes.h"
+#include "tests/qt/dialog_events.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
@@ -32,72 +31,15 @@ DialogTemplate form() {
   return dialog;
 }
 
-struct Listener : DialogProcedure {
-  void handle(Dialog& dialog, const DialogEvent& event) override {
-    if (event.kind == Event::paint) return;
-    events.push_back({event.kind, event.control});
-    if (act) act(dialog, event);
-  }
-  int count(Event kind, int control) const {
-    return static_cast<int>(std::count(events.begin(), events.end(), std::pair{kind, control}));
-  }
-  std::vector<std::pair<Event, int>> events;
-  std::function<void(Dialog&, const DialogEvent&)> act;
-};
-
 template <typename Widget>
 Widget* find(TestWindow& test, int id) {
   return test.window->shell()->findChild<Widget*>(QStringLiteral("control%1").arg(id));
 }
 
-TEST(Dialog, WhatAPersonDoesMakesEventsAndSettersDoNot) {
-  TestWindow test;
-  test.show();
-  Listener listener;
-  int found = -2;
-  listener.act = [&](Dialog& dialog, const DialogEvent& event) {
-    if (event.kind != Event::init) return;
-    dialog.set_text(11, u"Встреча");
-    dialog.set_text(14, u"two\nlines");
-    dialog.list(12)->set_rows({u"a", u"b", u"c"});
-    dialog.list(12)->select({1});
-    dialog.set_checked(13, true);
-    dialog.set_text(99, u"no such control");
-    found = dialog.list(99) ? 1 : -1;
-    EXPECT_EQ(dialog.text(11), u"Встреча");
-    EXPECT_EQ(dialog.text(14), u"two\nlines");
-    EXPECT_EQ(dialog.list(12)->selected(), std::vector<int>{1});
-    EXPECT_TRUE(dialog.checked(13));
-    EXPECT_EQ(dialog.text(10), u"Subject <b>&</b>");
-  };
-  QtDialogs dialogs(*test.window);
-  const auto dialog = dialogs.open_modeless(form(), listener);
-  settle();
-  EXPECT_EQ(found, -1);
-  EXPECT_EQ(listener.events, (std::vector<std::pair<Event, int>>{{Event::init, 0}}));
-
-  QTest::keyClicks(find<QLineEdit>(test, 11), QStringLiteral("x"));
-  EXPECT_EQ(listener.count(Event::changed, 11), 1);
-  EXPECT_EQ(dialog->text(11), u"Встречаx");
-  QTest::keyClicks(find<QPlainTextEdit>(test, 14), QStringLiteral("y"));
-  EXPECT_EQ(listener.count(Event::changed, 14), 1);
-  auto* list = find<QListWidget>(test, 12);
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                    list->visualItemRect(list->item(2)).center());
-  EXPECT_EQ(listener.count(Event::changed, 12), 1);
-  EXPECT_EQ(listener.count(Event::taken, 12), 1);
-  EXPECT_EQ(dialog->list(12)->selected(), std::vector<int>{2});
-  QTest::mouseClick(find<QWidget>(test, 13), Qt::LeftButton, {}, QPoint(8, 12));
-  EXPECT_EQ(listener.count(Event::command, 13), 1);
-  EXPECT_FALSE(dialog->checked(13));
-  QTest::mouseClick(find<QPushButton>(test, 2), Qt::LeftButton);
-  EXPECT_EQ(listener.count(Event::command, 2), 1);
-}
-
 TEST(Dialog, AModelessOneFollowsTheContentAndMayDestroyItselfFromAnEvent) {
   TestWindow test;
   test.show();
-  Listener listener;
+  EventLog listener;
   QtDialogs dialogs(*test.window);
   auto dialog = dialogs.open_modeless(form(), listener);
   test.window->move({0, 0, 240, 290});
@@ -124,7 +66,7 @@ struct ModalRun {
     QTimer::singleShot(80, std::move(person));
     return dialogs.run_modal(form(), listener);
   }
-  Listener listener;
+  EventLog listener;
   QtDialogs dialogs;
 };
 
@@ -184,7 +126,7 @@ TEST(Dialog, WhatIsMadeBelowAModalOneGetsNothingUntilThatIsOver) {
   TestWindow test;
   test.show();
   ModalRun modal(test);
-  Listener below_log;
+  EventLog below_log;
   DialogTemplate list;
   list.id = 510;
   list.controls = {{Kind::custom, 20, u"List", {0, 0, 240, 200}}};
