@@ -161,8 +161,10 @@ void HeadlessDialog::pen_move(int control, Point point) {
   if (pen_on_ == control) send_pointer(Event::pointer_move, control, point);
 }
 
+// A popup hears the end of the press that opened it.
 void HeadlessDialog::pen_up(int control, Point point) {
-  if (pen_on_ != control) return;
+  const bool opened_it = dialog.popup && pen_on_ == 0 && reachable(control);
+  if (pen_on_ != control && !opened_it) return;
   pen_on_ = 0;
   send_pointer(Event::pointer_up, control, point);
 }
