@@ -2,6 +2,7 @@
 // program runs.
 #pragma once
 
+#include "base/text.h"
 #include "calendar/locale_data.h"
 
 namespace orvello {
@@ -10,6 +11,8 @@ class Locale {
  public:
   virtual ~Locale() = default;
   virtual LocaleData data() const = 0;
+  // The order of a phone book: below 0 when `a` comes first, above when `b` does, 0 when neither.
+  virtual int compare(TextView a, TextView b) const = 0;
   // The language of menus, dialogs and strings: true for Russian, false for English.
   virtual bool russian_resources() const = 0;
 };

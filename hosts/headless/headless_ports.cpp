@@ -1,6 +1,30 @@
 #include "hosts/headless/headless_ports.h"
 
+#include <algorithm>
+
 namespace orvello {
+namespace {
+
+// A letter without its case, for those of the two languages.
+char16_t folded(char16_t unit) {
+  if ((unit >= u'A' && unit <= u'Z') || (unit >= u'А' && unit <= u'Я'))
+    return static_cast<char16_t>(unit + 32);
+  return unit == u'Ё' || unit == u'ё' ? u'е' : unit;
+}
+
+}  // namespace
+
+int HeadlessLocale::compare(TextView a, TextView b) const {
+  const bool less = std::lexicographical_compare(
+      a.begin(), a.end(), b.begin(), b.end(),
+      [](char16_t one, char16_t other) { return folded(one) < folded(other); });
+  if (less) return -1;
+  const bool same = a.size() == b.size() &&
+                    std::equal(a.begin(), a.end(), b.begin(), [](char16_t one, char16_t other) {
+                      return folded(one) == folded(other);
+                    });
+  return same ? a.compare(b) : 1;
+}
 
 bool HeadlessMenuBar::create(const MenuBarContent& content) {
   if (fail_creation) return false;

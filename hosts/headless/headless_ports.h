@@ -81,6 +81,9 @@ class HeadlessLocale : public Locale {
   explicit HeadlessLocale(LocaleData data = english_locale(), bool russian = false)
       : data_(std::move(data)), russian_(russian) {}
   LocaleData data() const override { return data_; }
+  // Latin and Russian letters without their case, everything else by its number; what is equal so
+  // by number too.
+  int compare(TextView a, TextView b) const override;
   bool russian_resources() const override { return russian_; }
 
  private:

@@ -80,6 +80,10 @@ LocaleData from_toolkit(const QLocale& locale) {
   return data;
 }
 
+QLocale locale_named(const std::string& name) {
+  return QLocale(QString::fromStdString(name.substr(0, name.find_first_of(".@"))));
+}
+
 // Russian and English names come from our own tables, which are written as this program shows them
 // (months with a capital, two-letter days); their regions decide about orders and clocks.
 LocaleData data_of(const std::string& language, const std::string& name) {
@@ -88,7 +92,7 @@ LocaleData data_of(const std::string& language, const std::string& name) {
                     : language == "en" ? english_locale()
                                        : LocaleData{};
   if (plain) return russian_locale();
-  const QLocale locale(QString::fromStdString(name.substr(0, name.find_first_of(".@"))));
+  const QLocale locale = locale_named(name);
   if (language != "ru" && language != "en") data = from_toolkit(locale);
   set_conventions(data, locale);
   return data;
@@ -97,7 +101,7 @@ LocaleData data_of(const std::string& language, const std::string& name) {
 }  // namespace
 
 QtLocale::QtLocale(const std::string& messages, const std::string& times,
-                   std::optional<bool> russian) {
+                   std::optional<bool> russian, const std::string& order) {
   // Dates without a language of their own are in that of the texts.
   const std::string& dates = language_of(times) == "C" ? messages : times;
   const std::string message_language = language_of(messages), time_language = language_of(dates);
@@ -107,10 +111,18 @@ QtLocale::QtLocale(const std::string& messages, const std::string& times,
     data_ = data_of(time_language, dates);
   else
     data_ = wanted == "ru" ? russian_locale() : english_locale();
+  const bool ordered = language_of(order) != "C";
+  collator_ = QCollator(ordered ? locale_named(order) : QLocale(to_qt(data_.name)));
 }
 
 QtLocale QtLocale::of_environment(std::optional<bool> russian) {
-  return QtLocale(environment_locale("LC_MESSAGES"), environment_locale("LC_TIME"), russian);
+  return QtLocale(environment_locale("LC_MESSAGES"), environment_locale("LC_TIME"), russian,
+                  environment_locale("LC_COLLATE"));
+}
+
+int QtLocale::compare(TextView a, TextView b) const {
+  return collator_.compare(QStringView(a.data(), static_cast<qsizetype>(a.size())),
+                           QStringView(b.data(), static_cast<qsizetype>(b.size())));
 }
 
 }  // namespace orvello

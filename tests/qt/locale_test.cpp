@@ -23,6 +23,20 @@ TEST(Locale, TheLanguageOptionDecidesAboutTextsAndNames) {
   EXPECT_EQ(QtLocale("en_GB.UTF-8", "en_GB.UTF-8", false).data().short_date_order, u"1");
 }
 
+// Each language has its own place for a letter; the order follows its own variable.
+TEST(Locale, TextsAreInTheOrderOfTheLocale) {
+  const auto before = [](const char* order, TextView a, TextView b) {
+    const QtLocale locale("en_US.UTF-8", "en_US.UTF-8", {}, order);
+    EXPECT_EQ(locale.compare(b, a), -locale.compare(a, b));
+    return locale.compare(a, b) < 0;
+  };
+  EXPECT_TRUE(before("de_DE.UTF-8", u"Österreich", u"Zürich"));
+  EXPECT_FALSE(before("sv_SE.UTF-8", u"Österreich", u"Zürich"));
+  EXPECT_TRUE(before("ru_RU.UTF-8", u"Ёлкин", u"Жуков"));
+  EXPECT_TRUE(before("", u"alpha", u"Beta"));
+  EXPECT_EQ(QtLocale("C", "C", {}).compare(u"a", u"a"), 0);
+}
+
 struct Convention {
   const char* name;
   TextView long_order, short_order, separator, time_separator;
