@@ -86,6 +86,7 @@ struct EventWriter::Item {
   bool detached = false;         // it took over once
   bool own_uid = false;          // the UID is not that of the kept text
   bool in_series_words = false;  // the kept text is that of the series
+  bool moved = false;            // an occurrence whose series is at other times than in its text
 };
 
 // What takes the place of a kept event's properties.
@@ -288,6 +289,9 @@ void EventWriter::write_exception(std::string& out, const Item& series,
             series.own_uid};
   if (kept && !kept->cancelled) {
     item.own_uid = kept->record.uid != series.uid;
+    item.moved =
+        kept->recurrence_id && reading_at(*kept->recurrence_id, start_of(series), clock_) !=
+                                   exception.original_start - series.shift;
     write_kept(out, item, text.root(), *kept);
   } else if (series_text && reference) {
     item.in_series_words = true;
@@ -396,9 +400,9 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
   std::set<std::pair<Text, Text>> recipients;
   if (plan.changed[static_cast<std::size_t>(PropertyKind::recipients)])
     recipients = names_of(item.recipients);
-  const bool new_id = item.series
-                          ? item.detached
-                          : item.in_series_words || item.own_uid || !text.find("RECURRENCE-ID");
+  const bool new_id = item.series ? item.detached
+                                  : item.in_series_words || item.own_uid || item.moved ||
+                                        !text.find("RECURRENCE-ID");
   out += "BEGIN:VEVENT\r\n";
   if (item.own_uid) append_folded(out, "UID:" + escape_text(item.uid));
   bool stamped = false;

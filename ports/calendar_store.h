@@ -6,6 +6,9 @@
 // Every read may fail, and a failed one is never answered as if there were nothing: an optional
 // without a value is a failure where it says so, and a collection, which also answers nothing at
 // its end, tells the two apart by failed(). Why is told by StoreApplication::problem().
+//
+// A store may be objects that are fetched one by one and asked for each property: it reads what is
+// named and nothing else, and it can be told to stop.
 #pragma once
 
 #include <cstdint>
@@ -16,9 +19,11 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/result.h"
 #include "base/text.h"
 #include "calendar/calendar_date.h"
 #include "calendar/recurrence_pattern.h"
+#include "ports/appointment_fields.h"
 
 namespace orvello {
 
@@ -27,10 +32,8 @@ inline constexpr int kFolderContacts = 10;
 inline constexpr int kFolderTasks = 13;
 inline constexpr int kFolderInfrared = 102;
 
-enum class BusyStatus : std::int32_t { free = 0, tentative = 1, busy = 2, out_of_office = 3 };
-
 // What lists and grids read of an appointment. One is shared by all occurrences of a series that
-// are not exceptions.
+// are not exceptions. What StoreItems::want() did not name may be as here.
 struct AppointmentSummary {
   std::int32_t oid = 0;
   Text subject;
@@ -55,24 +58,6 @@ struct StoreItem {
   // series would show. kUncounted: counting them would take too long.
   std::int64_t many = 0;
   static constexpr std::int64_t kUncounted = -1;
-};
-
-// Everything an appointment holds. An all-day item runs from midnight of its first day to 23:59 of
-// its last one.
-struct AppointmentFields {
-  Text subject;
-  Text location;
-  Text categories;
-  Text body;
-  std::string body_ink;
-  CalendarDate start = kNoDate;
-  CalendarDate end = kNoDate;
-  bool all_day = false;
-  bool reminder_set = false;
-  std::int32_t reminder_minutes = 15;
-  std::int32_t sensitivity = 0;
-  BusyStatus busy_status = BusyStatus::busy;
-  friend bool operator==(const AppointmentFields&, const AppointmentFields&) = default;
 };
 
 struct StoreRecipient {
@@ -102,14 +87,16 @@ struct StoreException {
   CalendarDate start = kNoDate;  // of the changed appointment
 };
 
-// The recurrence of an item. An item whose rule no pattern holds answers `fields` with nothing; its
-// occurrences and exceptions work all the same.
+// The recurrence of an item, as the device's local time shows it. Goes before its item.
 class StorePattern {
  public:
   virtual ~StorePattern() = default;
-  virtual std::optional<RecurrencePattern> fields() const = 0;
+  // Nothing: no pattern holds the rule, or none does in the device's time (kept in another zone, it
+  // may fall on other weekdays here, or on the last days of months). Occurrences and exceptions
+  // work all the same, and the times can be changed by Appointment::write.
+  virtual Result<std::optional<RecurrencePattern>> fields() const = 0;
   // Takes effect when the item is saved, and drops its exceptions then, as their dates are the old
-  // pattern's.
+  // pattern's. The same pattern again changes nothing.
   virtual bool set_fields(const RecurrencePattern& pattern) = 0;
   virtual std::optional<int> exception_count() const = 0;                // nothing: failure
   virtual std::optional<StoreException> exception(int index) const = 0;  // from 1; nothing: failure
@@ -118,13 +105,41 @@ class StorePattern {
   virtual std::unique_ptr<Appointment> occurrence(CalendarDate start, OccurrenceError& error) = 0;
 };
 
+// An item as it is at one moment: fields, pattern, exceptions, recipients, its id and what else the
+// store keeps of it. For StoreApplication::restore; may outlive every other object of the store.
+class AppointmentState {
+ public:
+  virtual ~AppointmentState() = default;
+};
+
+enum class SendResult {
+  sent,
+  no_recipients,  // nobody to send it to
+  no_way,         // this device has no way to send anything
+  failed,         // it was tried; see StoreApplication::problem()
+};
+
 class Appointment {
  public:
   virtual ~Appointment() = default;
   virtual std::int32_t oid() const = 0;
   // Fills `fields`; those that cannot be read keep the value they had.
   virtual bool read(AppointmentFields& fields) const = 0;
-  virtual void write(const AppointmentFields& fields) = 0;  // kept until `save`
+  // Takes the fields that are named in `changed`, until `save` writes them; no other is written, so
+  // that what somebody else changed meanwhile stays. Answers those that the store did not take; the
+  // others are taken all the same.
+  //
+  // Ink and body are written together or not at all. Whoever names `ink` gives its plain text in
+  // `body`, so that bubbles, searches and exports never show what the pane does not. Ink that is
+  // empty leaves the text alone as the notes, and an item without ink opens its text. Not taken is
+  // ink of more than kMostInk bytes; ink that would replace other ink than read() has shown, as
+  // nobody has seen that; and `body` alone where there is ink. So a block that the program cannot
+  // make out is kept: it names neither.
+  //
+  // Start and end of a series move all of it: `save` fails, and says why, where its recurrence
+  // would then be another one.
+  [[nodiscard]] virtual AppointmentFieldSet write(const AppointmentFields& fields,
+                                                  AppointmentFieldSet changed) = 0;
   virtual bool is_recurring() const = 0;
   virtual std::int32_t duration_minutes() const = 0;
   virtual std::unique_ptr<StorePattern> pattern() = 0;  // null: cannot be read; makes one if absent
@@ -132,35 +147,50 @@ class Appointment {
   virtual std::optional<std::vector<StoreRecipient>> recipients() const = 0;  // nothing: failure
   virtual void set_recipients(const std::vector<StoreRecipient>& recipients) = 0;
   virtual std::unique_ptr<Appointment> copy() = 0;  // unsaved, with no id and no recurrence
-  virtual bool save() = 0;    // one durable transaction; an occurrence becomes an exception
-  virtual bool remove() = 0;  // likewise; of an occurrence: that one only
-  virtual bool send() = 0;    // as a meeting request
+  virtual bool save() = 0;        // one durable transaction; an occurrence becomes an exception
+  virtual bool remove() = 0;      // likewise; of an occurrence: that one only
+  virtual SendResult send() = 0;  // as a meeting request
+  // The item as the store has it now, of an occurrence its whole series. Null: it cannot be read,
+  // or this store can give none (and no problem()).
+  virtual std::unique_ptr<AppointmentState> state() const = 0;
 };
+inline constexpr std::size_t kMostInk = 20480;
 
 // A folder's items. Restriction texts are the store's query language: comparisons of [Start] and
-// [End] with <N joined by AND; bounds are whole days. A text that cannot be read selects nothing.
-// Prefer each_item() below, whose answer cannot be overlooked.
+// [End] with <N joined by AND; bounds are whole days. A text that cannot be read selects nothing,
+// an empty one everything. Items come one after the other; nobody asks how many there are. Prefer
+// each_item() below, whose answer cannot be overlooked.
 class StoreItems {
  public:
   virtual ~StoreItems() = default;
   virtual void set_include_recurrences(bool include) = 0;
-  virtual void sort(TextView property, bool descending) = 0;                  // "[Start]"
+  virtual void sort(TextView property, bool descending) = 0;  // "[Start]"
+  // The fields that summaries must hold, `body` for has_notes; everything unless told. Start, end,
+  // the oid, whether the item recurs and whether it is all-day are always there.
+  virtual void want(AppointmentFieldSet fields) = 0;
+  // Sorting and restricting may have to fetch everything first: `stop` is asked now and then, and
+  // once it answers true the call answers nothing. A restricted collection keeps all these.
+  virtual void stop_when(std::function<bool()> stop) = 0;
   virtual std::unique_ptr<StoreItems> restrict_to(TextView restriction) = 0;  // null: failure
   virtual std::optional<StoreItem> find(TextView restriction) = 0;
   virtual std::optional<StoreItem> find_next() = 0;
-  virtual int count() = 0;
-  virtual std::optional<StoreItem> item(int index) = 0;  // from 1
-  // Whether what the last call answered may lack something, since a read broke off. A collection
-  // that answered nothing and has not failed holds nothing.
+  // Whether what the last call answered may lack something, since a read broke off or was stopped.
+  // A collection that answered nothing and has not failed holds nothing.
   virtual bool failed() const = 0;
+  virtual bool given_up() const = 0;  // it was stopped
+  virtual AllDayEnd all_day_end() const = 0;
 };
 
 // Calls visit(item) for each item that the restriction selects, in the collection's order, until
-// visit answers false (it may also answer nothing). False when a read broke off, so that items may
-// be missing.
+// visit answers false (it may also answer nothing). False when a read broke off or was stopped, so
+// that items may be missing. All-day items end at 23:59 of their last day, whatever the platform's
+// form.
 template <typename Visit>
 [[nodiscard]] bool each_item(StoreItems& items, TextView restriction, Visit visit) {
+  const AllDayEnd form = items.all_day_end();
   for (auto item = items.find(restriction); item; item = items.find_next()) {
+    if (form != AllDayEnd::on_last_day && item->summary && item->summary->all_day)
+      item->end = own_end(item->start, item->end, form);
     if constexpr (std::is_void_v<std::invoke_result_t<Visit, StoreItem&>>)
       visit(*item);
     else if (!visit(*item))
@@ -172,22 +202,15 @@ template <typename Visit>
 // The same for all of a collection that restrict_to() answered; null is a failure.
 template <typename Visit>
 [[nodiscard]] bool each_item(StoreItems* items, Visit visit) {
-  if (!items) return false;
-  for (int index = 1;; ++index) {
-    auto item = items->item(index);
-    if (!item) return !items->failed();
-    if constexpr (std::is_void_v<std::invoke_result_t<Visit, StoreItem&>>)
-      visit(*item);
-    else if (!visit(*item))
-      return true;
-  }
+  return items && each_item(*items, TextView(), visit);
 }
 
 class StoreFolder {
  public:
   virtual ~StoreFolder() = default;
   virtual std::unique_ptr<StoreItems> items() = 0;  // a fresh collection each time
-  // By file_as; of the contacts folder. Nothing: failure.
+  // Of the contacts folder, in no order that a person would know: see sorted_contacts(). Nothing:
+  // failure.
   virtual std::optional<std::vector<StoreContact>> contacts() = 0;
   // The labels in use in this folder, comma-separated. Nothing: failure.
   virtual std::optional<Text> category_text() = 0;
@@ -215,6 +238,11 @@ class StoreApplication {
   // Everything that `work` saves and removes is one durable transaction, taken back when it answers
   // false or the store fails. False in both cases.
   virtual bool all_or_nothing(const std::function<bool()>& work) = 0;
+  // Makes the item what it was, under its old id, whether it has been changed or removed since: one
+  // durable transaction. Whatever else happened to the item is lost. False too for the state of
+  // another kind of store.
+  virtual bool restore(const AppointmentState& state) = 0;
+  virtual AllDayEnd all_day_end() const = 0;  // of the items read and written here
   // Why the last call failed, as a sentence that names the file at fault; empty when unknown.
   virtual Text problem() const = 0;
   // Whether it failed because another program holds the store, so that the same may work soon.

@@ -12,12 +12,14 @@ constexpr TextView kNothing = u"No Appointments";
 
 // Calls visit(item) for what the store offers for the day, by start. False when it failed.
 template <typename Visit>
-[[nodiscard]] bool visit_candidates(StoreItems* items, std::int32_t day, Visit visit) {
+[[nodiscard]] bool visit_candidates(StoreItems* items, std::int32_t day, AppointmentFieldSet wanted,
+                                    Visit visit) {
   if (!items) return false;
   // Both bounds are the day itself; the day test decides, the store only preselects.
   const auto midnight = static_cast<double>(day);
   items->set_include_recurrences(true);
   items->sort(u"[Start]", false);
+  items->want(wanted);
   const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f", midnight, midnight);
   return each_item(*items, restriction, visit);
 }
@@ -119,8 +121,11 @@ class AgendaBuilder {
 DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord& settings,
                       const ProfileFilter& passes) {
   AgendaBuilder builder(day, settings, passes);
+  using Field = AppointmentField;
+  const AppointmentFieldSet wanted = {Field::subject, Field::location, Field::categories,
+                                      Field::body, Field::reminder_set};
   const bool whole =
-      visit_candidates(items, day, [&](const StoreItem& item) { builder.visit(item); });
+      visit_candidates(items, day, wanted, [&](const StoreItem& item) { builder.visit(item); });
   DayAgenda agenda = builder.finish();
   agenda.failed = !whole;
   return agenda;
@@ -152,7 +157,8 @@ std::vector<int> build_row_shades(const std::vector<DayRow>& rows) {
 std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, std::int32_t day,
                                                       bool clock24, const ProfileFilter& passes) {
   std::vector<CompactRow> rows;
-  const bool whole = visit_candidates(items, day, [&](const StoreItem& item) {
+  const AppointmentFieldSet wanted = {AppointmentField::subject, AppointmentField::categories};
+  const bool whole = visit_candidates(items, day, wanted, [&](const StoreItem& item) {
     if (touches_day(item, day) && passes(item.summary->categories))
       rows.push_back(
           {day_label(item, day, clock24), shown_subject(item), row_kind(item), row_start(item)});

@@ -125,9 +125,9 @@ bool copy_or_move(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
   const auto shift = (target_day - whole_day(fields.start)) * kSecondsPerDay;
   fields.start = to_calendar_date(to_seconds(fields.start) + shift);
   fields.end = to_calendar_date(to_seconds(fields.end) + shift);
-  copy->write(fields);
   // Half a move would leave the appointment on both days.
   const bool done =
+      copy->write(fields, {AppointmentField::start, AppointmentField::end}).empty() &&
       session.app()->all_or_nothing([&] { return copy->save() && (!move || source->remove()); });
   if (!done)
     tell_failure(session, boxes,

@@ -35,7 +35,14 @@ bool RecordApplication::beam(Appointment& appointment) {
   if (*stored) record = std::move(**stored);
   // As it stands, with what was not saved yet; of an occurrence that one alone.
   appointment.read(record.fields);
+  if (record.fields.all_day)
+    record.fields.end = own_end(record.fields.start, record.fields.end, store_.all_day_end());
   return store_.beam(record);
+}
+
+bool RecordApplication::restore(const AppointmentState& state) {
+  const auto* kept = dynamic_cast<const RecordState*>(&state);
+  return kept && store_.restore(kept->record);
 }
 
 std::unique_ptr<StoreItems> RecordFolder::items() {

@@ -22,6 +22,8 @@ class RecordApplication : public StoreApplication {
   bool all_or_nothing(const std::function<bool()>& work) override {
     return store_.all_or_nothing(work);
   }
+  bool restore(const AppointmentState& state) override;
+  AllDayEnd all_day_end() const override { return store_.all_day_end(); }
   Text problem() const override { return to_utf16(store_.problem()); }
   bool busy() const override { return store_.busy(); }
 

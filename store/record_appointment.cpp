@@ -1,34 +1,21 @@
 #include "store/record_appointment.h"
 
-#include <cmath>
-
-#include "calendar/rule_days.h"
+#include "calendar/shifted_pattern.h"
 #include "store/record_pattern.h"
+#include "store/series_times.h"
 
 namespace orvello {
-namespace {
 
-// Moves a pattern's times by a difference; its days stay.
-void shift_times(RecurrencePattern& pattern, std::int64_t seconds) {
-  const auto shifted = [&](CalendarDate time) {
-    return to_calendar_date(LocalSeconds(second_of_day(to_seconds(time) + seconds)));
-  };
-  pattern.start_time = shifted(pattern.start_time);
-  pattern.end_time = shifted(pattern.end_time);
-}
+using Field = AppointmentField;
 
-bool same_day(LocalSeconds a, LocalSeconds b) { return day_of(a) == day_of(b); }
-
-}  // namespace
-
-std::optional<RecurrencePattern> device_pattern(const AppointmentRecord& record, DeviceTime& time) {
-  RecurrencePattern pattern = *record.pattern;
+bool device_pattern(const AppointmentRecord& record, DeviceTime& time,
+                    std::optional<RecurrencePattern>& pattern) {
+  pattern = record.pattern;
   const auto zone = time.zone(record.zone);
-  if (!zone) return std::nullopt;
-  const auto shown = time.shown(record.start, *zone);
-  if (!record.fields.all_day && same_day(shown, record.start))
-    shift_times(pattern, shown - record.start);
-  return pattern;
+  if (!zone) return false;
+  if (pattern && *zone && !record.fields.all_day)
+    pattern = shifted_pattern(*pattern, time.shown(record.start, *zone) - record.start);
+  return true;
 }
 
 RecordAppointment::RecordAppointment(RecordCalendarStore& store, AppointmentRecord record)
@@ -37,14 +24,28 @@ RecordAppointment::RecordAppointment(RecordCalendarStore& store, AppointmentReco
       current_(std::make_shared<AppointmentRecord>(record_)),
       current_state_(store.state()) {}
 
+RecordAppointment::~RecordAppointment() {
+  if (*patterns_ != 0) store_.note_late_pattern();
+}
+
+// As the store has it, with what waits to be saved.
+AppointmentFields RecordAppointment::fields() const { return changes_.applied_to(record_.fields); }
+
 bool RecordAppointment::read(AppointmentFields& fields) const {
-  fields = fields_.value_or(record_.fields);
+  fields = this->fields();
+  if (fields.all_day) fields.end = stored_end(fields.end, store_.all_day_end());
   return true;
 }
 
-void RecordAppointment::write(const AppointmentFields& fields) {
-  fields_ = fields;
+AppointmentFieldSet RecordAppointment::write(const AppointmentFields& fields,
+                                             AppointmentFieldSet changed) {
   current_.reset();
+  return changes_.write(fields, changed, record_.fields, store_,
+                        [&]() -> std::optional<AppointmentFields> {
+                          if (record_.oid == 0) return record_.fields;
+                          const auto stored = store_.existing(record_.oid);
+                          return stored ? std::optional(stored->fields) : std::nullopt;
+                        });
 }
 
 bool RecordAppointment::is_recurring() const {
@@ -52,7 +53,7 @@ bool RecordAppointment::is_recurring() const {
 }
 
 std::int32_t RecordAppointment::duration_minutes() const {
-  const AppointmentFields& fields = fields_ ? *fields_ : record_.fields;
+  const AppointmentFields fields = this->fields();
   return static_cast<std::int32_t>((to_seconds(fields.end) - to_seconds(fields.start)) / 60);
 }
 
@@ -89,10 +90,9 @@ std::unique_ptr<Appointment> RecordAppointment::copy() {
     if (record_.residue.find("\nRECURRENCE-ID") == std::string::npos)
       start.residue = record_.residue;
   }
-  auto twin = std::make_unique<RecordAppointment>(store_, std::move(start));
-  twin->write(fields_.value_or(record_.fields));
-  twin->recipients_ = recipients();
-  return twin;
+  start.fields = fields();
+  start.recipients = *recipients();
+  return std::make_unique<RecordAppointment>(store_, std::move(start));
 }
 
 std::shared_ptr<const AppointmentRecord> RecordAppointment::current() const {
@@ -112,29 +112,45 @@ std::shared_ptr<const AppointmentRecord> RecordAppointment::current() const {
 }
 
 bool RecordAppointment::apply_fields(AppointmentRecord& record) const {
-  if (!fields_) return true;
-  const auto start = record.fields.start, end = record.fields.end;
+  if (changes_.empty()) return true;
+  const AppointmentFields before = record.fields;
+  if (!changes_.notes_still_fit(record_.fields, before))
+    return store_.refuse("The notes were changed elsewhere meanwhile.");
+  record.fields = changes_.applied_to(before);
   // Changed occurrences that were filed like their series stay so.
   for (AppointmentException& one : record.exceptions)
-    if (one.fields.categories == record.fields.categories)
-      one.fields.categories = fields_->categories;
-  record.fields = *fields_;
-  // A series' times are its pattern's. Times that were not touched stay exact in their own zone.
-  const bool keeps_times = record.recurring() && !clears_pattern_;
-  const std::string zone_name = fields_->all_day ? "" : record.zone;
-  if (fields_->all_day) record.zone.clear();
-  if (keeps_times || (record.oid != 0 && fields_->start == record_.fields.start &&
-                      fields_->end == record_.fields.end)) {
-    record.fields.start = start;
-    record.fields.end = end;
+    if (one.fields.categories == before.categories)
+      one.fields.categories = record.fields.categories;
+  return apply_times(record, before);
+}
+
+// Times that were not touched stay exact in their own zone.
+bool RecordAppointment::apply_times(AppointmentRecord& record,
+                                    const AppointmentFields& before) const {
+  if (record.oid == 0) return true;
+  const bool leaves_zone = record.fields.all_day && !record.zone.empty();
+  const AppointmentFields now = record.fields;
+  record.fields.start = before.start;
+  record.fields.end = before.end;
+  if (!leaves_zone && !changes_.moves(record_.fields)) return true;
+  auto& time = store_.time();
+  if (leaves_zone) record.zone.clear();
+  const auto zone = time.zone(record.zone);
+  if (!zone) return false;
+  const auto own = [&](Field field, CalendarDate device, CalendarDate shown, LocalSeconds kept) {
+    if (!leaves_zone && (!changes_.has(field) || device == shown)) return kept;
+    return time.in_zone(to_seconds(device), *zone);
+  };
+  const auto start = own(Field::start, now.start, record_.fields.start, record.start);
+  const auto end = own(Field::end, now.end, record_.fields.end, record.end);
+  if (!record.recurring() || clears_pattern_) {
+    record.start = start;
+    record.end = end;
     return true;
   }
-  auto& time = store_.time();
-  const auto zone = time.zone(zone_name);
-  if (!zone) return false;
-  record.start = time.in_zone(to_seconds(fields_->start), *zone);
-  record.end = time.in_zone(to_seconds(fields_->end), *zone);
-  return true;
+  // A new pattern says its times itself.
+  return pattern_ || move_series(record, start, end) ||
+         store_.refuse("The recurrence of this series does not allow other times.");
 }
 
 bool RecordAppointment::apply_pattern(AppointmentRecord& record) const {
@@ -146,22 +162,19 @@ bool RecordAppointment::apply_pattern(AppointmentRecord& record) const {
   if (!pattern_) return true;
   auto& time = store_.time();
   // The same pattern again changes nothing: its exceptions are still its own.
-  if (record.pattern && !clears_pattern_) {
-    const auto known = device_pattern(record, time);
-    if (!known) return false;
-    if (*known == *pattern_) return true;
+  if (record.pattern) {
+    std::optional<RecurrencePattern> known;
+    if (!device_pattern(record, time, known)) return false;
+    if (known == *pattern_) return true;
   }
   const auto zone = time.zone(record.fields.all_day ? "" : record.zone);
   if (!zone) return false;
   record.exceptions.clear();
   record.rules.clear();
-  record.pattern = *pattern_;
   const auto start = pattern_start(*pattern_);
-  const auto own = time.in_zone(start, *zone);
-  if (*zone && same_day(start, own))
-    shift_times(*record.pattern, own - start);
-  else
-    record.zone.clear();
+  const auto own = shifted_pattern(*pattern_, time.in_zone(start, *zone) - start);
+  if (!*zone || !own) record.zone.clear();
+  record.pattern = own.value_or(*pattern_);
   record.start = record.end = {};  // the pattern says
   return true;
 }
@@ -194,7 +207,7 @@ bool RecordAppointment::save() {
   });
   if (!done) return false;
   record_ = std::move(saved);
-  fields_.reset();
+  changes_.clear();
   pattern_.reset();
   clears_pattern_ = false;
   recipients_.reset();
@@ -204,9 +217,13 @@ bool RecordAppointment::save() {
 
 bool RecordAppointment::remove() { return record_.oid != 0 && store_.erase(record_.oid); }
 
-bool RecordAppointment::send() {
+SendResult RecordAppointment::send() {
   AppointmentRecord record = record_;
-  return apply(record) && store_.send(record);
+  return apply(record) ? store_.send(record) : SendResult::failed;
+}
+
+std::unique_ptr<AppointmentState> RecordAppointment::state() const {
+  return store_.state_of(record_.oid);
 }
 
 }  // namespace orvello

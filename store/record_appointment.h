@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ports/calendar_store.h"
+#include "store/field_changes.h"
 #include "store/record_calendar_store.h"
 
 namespace orvello {
@@ -15,10 +16,11 @@ namespace orvello {
 class RecordAppointment : public Appointment {
  public:
   RecordAppointment(RecordCalendarStore& store, AppointmentRecord record);
+  ~RecordAppointment() override;
 
   std::int32_t oid() const override { return record_.oid; }
   bool read(AppointmentFields& fields) const override;
-  void write(const AppointmentFields& fields) override;
+  AppointmentFieldSet write(const AppointmentFields& fields, AppointmentFieldSet changed) override;
   bool is_recurring() const override;
   std::int32_t duration_minutes() const override;
   std::unique_ptr<StorePattern> pattern() override;
@@ -28,32 +30,44 @@ class RecordAppointment : public Appointment {
   std::unique_ptr<Appointment> copy() override;
   bool save() override;
   bool remove() override;
-  bool send() override;
+  SendResult send() override;
+  std::unique_ptr<AppointmentState> state() const override;
 
   // For its pattern: the record as it now stands, with an unsaved pattern. Read again only after a
   // change, as a series may have thousands of exceptions. Null when it is gone or cannot be read.
   std::shared_ptr<const AppointmentRecord> current() const;
   void set_pattern(const RecurrencePattern& pattern);
+  // How many of its patterns there are.
+  const std::shared_ptr<int>& patterns() const { return patterns_; }
 
  private:
-  bool changed() const { return fields_ || pattern_ || clears_pattern_ || recipients_; }
-  // Each is false when a zone could not be read.
+  bool changed() const { return !changes_.empty() || pattern_ || clears_pattern_ || recipients_; }
+  AppointmentFields fields() const;
+  // Each is false, with the reason, when a zone could not be read or the change does not fit.
   bool apply(AppointmentRecord& record) const;
   bool apply_fields(AppointmentRecord& record) const;
+  bool apply_times(AppointmentRecord& record, const AppointmentFields& before) const;
   bool apply_pattern(AppointmentRecord& record) const;
 
   RecordCalendarStore& store_;
   AppointmentRecord record_;  // as last read or saved
-  std::optional<AppointmentFields> fields_;
+  FieldChanges changes_;
   std::optional<RecurrencePattern> pattern_;
   bool clears_pattern_ = false;
   std::optional<std::vector<StoreRecipient>> recipients_;
   mutable std::shared_ptr<const AppointmentRecord> current_;
   mutable std::uint64_t current_state_;  // the store's when `current_` was made
+  std::shared_ptr<int> patterns_ = std::make_shared<int>(0);
 };
 
-// The pattern in the device's time, where the record's zone shows it on the same days. Nothing when
-// the zone could not be read.
-std::optional<RecurrencePattern> device_pattern(const AppointmentRecord& record, DeviceTime& time);
+struct RecordState : AppointmentState {
+  explicit RecordState(AppointmentRecord as_it_was) : record(std::move(as_it_was)) {}
+  AppointmentRecord record;
+};
+
+// Sets the pattern in the device's time, nothing where none holds it there. False when the zone
+// could not be read.
+bool device_pattern(const AppointmentRecord& record, DeviceTime& time,
+                    std::optional<RecurrencePattern>& pattern);
 
 }  // namespace orvello

@@ -4,6 +4,8 @@
 
 #include "ports/messages.h"
 #include "store/record_application.h"
+#include "store/record_appointment.h"
+#include "store/series_times.h"
 
 namespace orvello {
 namespace {
@@ -31,6 +33,27 @@ RecordCalendarStore::RecordCalendarStore(const Clock& clock)
         if (auto known = clock.known_zone(name)) return known;
         return zone(name);
       }) {}
+
+bool RecordCalendarStore::put_zone(const Zone& zone) {
+  met_zones_.insert_or_assign(zone.name(), zone);
+  time_.forget_zones();
+  next_state();
+  return true;
+}
+
+Result<std::optional<Zone>> RecordCalendarStore::zone(std::string_view name) {
+  const auto met = met_zones_.find(name);
+  return met == met_zones_.end() ? std::nullopt : std::optional(met->second);
+}
+
+bool RecordCalendarStore::simplify(AppointmentRecord& record) {
+  problem_.clear();
+  record.residue.clear();
+  for (AppointmentException& one : record.exceptions) one.residue.clear();
+  if (make_floating(record, time_)) return true;
+  if (problem_.empty()) fail("This recurrence cannot be kept in the device's own time.");
+  return false;
+}
 
 std::optional<std::vector<CategoryUse>> RecordCalendarStore::category_use_counts() {
   std::map<Text, CategoryUse> uses;
@@ -96,16 +119,29 @@ void RecordCalendarStore::set_transport(Transport send, Transport beam) {
   beam_ = std::move(beam);
 }
 
-bool RecordCalendarStore::send(const AppointmentRecord& record) {
-  if (send_) return send_(record);
-  fail("There is no way to send a meeting request from this device.");
-  return false;
+SendResult RecordCalendarStore::send(const AppointmentRecord& record) {
+  const auto because = [&](SendResult result, const char* reason) {
+    return refuse(reason), result;
+  };
+  if (record.recipients.empty())
+    return because(SendResult::no_recipients, "The appointment has no attendees.");
+  if (!send_)
+    return because(SendResult::no_way,
+                   "There is no way to send a meeting request from this device.");
+  const std::string reason = send_(record);
+  return reason.empty() ? SendResult::sent : because(SendResult::failed, reason.c_str());
 }
 
 bool RecordCalendarStore::beam(const AppointmentRecord& record) {
-  if (beam_) return beam_(record);
-  fail("This device has no infrared port.");
-  return false;
+  const std::string reason = beam_ ? beam_(record) : "This device has no infrared port.";
+  return reason.empty() || refuse(reason);
+}
+
+std::unique_ptr<AppointmentState> RecordCalendarStore::state_of(std::int32_t oid) {
+  problem_.clear();
+  if (oid == 0 || !restores()) return nullptr;
+  auto stored = existing(oid);
+  return stored ? std::make_unique<RecordState>(std::move(*stored)) : nullptr;
 }
 
 std::unique_ptr<StoreApplication> RecordCalendarStore::create_application(bool notify) {

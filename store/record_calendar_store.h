@@ -2,6 +2,7 @@
 // notifications are written once, for the store in memory and the one in a file.
 #pragma once
 
+#include <cassert>
 #include <functional>
 #include <map>
 #include <memory>
@@ -10,12 +11,24 @@
 
 #include "ports/calendar_store.h"
 #include "store/device_time.h"
+#include "store/fetch_stop.h"
 #include "store/occurrence_list.h"
 #include "store/record_store.h"
 #include "store/restriction.h"
 #include "store/series.h"
 
 namespace orvello {
+
+// What a collection asks for.
+struct ItemQuery {
+  DayBounds bounds;
+  bool occurrences = false;  // of series, each one
+  AppointmentFieldSet wanted = AppointmentFieldSet::all();
+  FetchStop* stop = nullptr;
+  // Whether to give up, for every row: nearly always a glance at a number.
+  bool stopped() const { return stop && stop->now(); }
+  bool given_up() const { return stop && stop->given_up(); }
+};
 
 enum class StoreChange { created, deleted, changed };
 
@@ -31,8 +44,19 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
  public:
   explicit RecordCalendarStore(const Clock& clock);
 
+  // A store without a place for zones, residue and foreign components leaves these four as they
+  // are, and puts records that simplify() has changed: in the device's time, as zones are known for
+  // as long as this lives, and without residue. False, with the reason, where no recurrence holds
+  // the record so.
+  bool put_zone(const Zone& zone) override;
+  Result<std::optional<Zone>> zone(std::string_view name) override;
+  bool put_foreign(const ForeignComponent&) override { return true; }
+  Result<std::vector<ForeignComponent>> foreign() override {
+    return std::vector<ForeignComponent>();
+  }
+
   // Contacts of the contacts folder. `put_contact` stores a new one (oid 0) or replaces one.
-  virtual std::optional<std::vector<StoreContact>> contacts() = 0;  // by file_as; nothing: failure
+  virtual std::optional<std::vector<StoreContact>> contacts() = 0;  // nothing: failure
   virtual std::int32_t put_contact(const StoreContact& contact) = 0;
   virtual bool erase_contact(std::int32_t oid) = 0;
 
@@ -48,10 +72,11 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
   virtual bool poll();
   void set_wake(std::function<void()> wake) { wake_ = std::move(wake); }
 
-  // How meeting requests and beamed items leave the device; without one, sending fails.
-  using Transport = std::function<bool(const AppointmentRecord&)>;
+  // How meeting requests and beamed items leave the device; without one, sending fails. Answers why
+  // one did not leave, as a sentence; empty: it did.
+  using Transport = std::function<std::string(const AppointmentRecord&)>;
   void set_transport(Transport send, Transport beam);
-  bool send(const AppointmentRecord& record);
+  SendResult send(const AppointmentRecord& record);
   bool beam(const AppointmentRecord& record);
 
   // CalendarStore; nothing here can fail, a store that can overrides them.
@@ -66,14 +91,24 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
   // Whether the last failure was another program's lock.
   virtual bool busy() const { return false; }
 
-  // For the port's objects. A query that fails may have listed a part.
-  virtual bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) = 0;
+  // For the port's objects. A query that fails or is stopped may have listed a part.
+  virtual bool query(const ItemQuery& query, OccurrenceList& list) = 0;
   virtual bool folder_reachable(int folder) const;
   virtual bool allows_logon() { return true; }
   virtual Result<std::optional<AppointmentRecord>> fetch(std::int32_t oid) { return load(oid); }
   // The stored record; nothing, with the problem, when there is none as well.
   std::optional<AppointmentRecord> existing(std::int32_t oid);
   virtual bool exception_readable() const { return true; }
+  virtual bool takes_ink() const { return true; }
+  virtual AllDayEnd all_day_end() const { return AllDayEnd::on_last_day; }
+  // A pattern was still there when its item went.
+  virtual void note_late_pattern() { assert(!"a pattern goes before its item"); }
+  // Whether restore() works here. It puts a record back under the number that it had.
+  virtual bool restores() const { return false; }
+  virtual bool restore(const AppointmentRecord&) { return false; }
+  std::unique_ptr<AppointmentState> state_of(std::int32_t oid);  // null: see Appointment::state
+  // Keeps the reason for a failure of the port's objects; false.
+  bool refuse(std::string reason) { return fail(std::move(reason)), false; }
   // Another number whenever something was changed or forgotten through this object: what was read
   // before, and pointers to zones, hold no longer.
   std::uint64_t state() const { return state_; }
@@ -90,6 +125,7 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
   virtual bool in_transaction() const = 0;
   void next_state() { ++state_; }
   void fail(std::string reason) { problem_ = std::move(reason); }
+  bool simplify(AppointmentRecord& record);
 
   DeviceTime time_;
   std::string problem_;
@@ -100,6 +136,7 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
     bool posts;
   };
   std::map<const void*, Session> sessions_;
+  std::map<std::string, Zone, std::less<>> met_zones_;  // of a store that keeps none
   bool posts_unasked_ = true;
   unsigned pending_ = 0;  // one bit for each notification
   std::uint64_t state_ = 0;

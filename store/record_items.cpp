@@ -14,6 +14,11 @@ void RecordItems::sort(TextView property, bool descending) {
   all_.reset();
 }
 
+void RecordItems::want(AppointmentFieldSet fields) {
+  wanted_ = fields;
+  all_.reset();
+}
+
 std::unique_ptr<StoreItems> RecordItems::restrict_to(TextView restriction) {
   auto part = std::make_unique<RecordItems>(store_, holds_);
   const auto bounds = parse_restriction(restriction);
@@ -22,52 +27,45 @@ std::unique_ptr<StoreItems> RecordItems::restrict_to(TextView restriction) {
   part->occurrences_ = occurrences_;
   part->sorted_ = sorted_;
   part->descending_ = descending_;
-  if (part->all()) return part;
+  part->wanted_ = wanted_;
+  part->stop_ = stop_;
+  if (part->search(part->bounds_, part->all_)) return part;
   failed_ = true;
+  given_up_ = part->given_up_;
   return nullptr;
 }
 
 std::optional<StoreItem> RecordItems::find(TextView restriction) {
-  found_ = {};
-  next_found_ = 0;
-  failed_ = false;
+  failed_ = given_up_ = false;
+  walked_ = nullptr;
+  next_ = 0;
   const auto bounds = parse_restriction(restriction);
-  if (!bounds || !search(bounds_.within(*bounds), found_)) return std::nullopt;
+  if (!bounds) return std::nullopt;
+  const DayBounds wanted = bounds_.within(*bounds);
+  const bool known = all_ && wanted == bounds_;
+  if (!known && !search(wanted, found_)) return std::nullopt;
+  walked_ = known ? &*all_ : &*found_;
   return find_next();
 }
 
 std::optional<StoreItem> RecordItems::find_next() {
-  if (next_found_ >= found_.size()) return std::nullopt;
-  return found_.item(next_found_++);
+  if (!walked_ || next_ >= walked_->size()) return std::nullopt;
+  StoreItem item = walked_->item(next_++);
+  if (item.summary->all_day) item.end = stored_end(item.end, store_.all_day_end());
+  return item;
 }
 
-int RecordItems::count() {
-  const OccurrenceList* list = all();
-  return list ? static_cast<int>(list->size()) : 0;
-}
-
-std::optional<StoreItem> RecordItems::item(int index) {
-  const OccurrenceList* list = all();
-  if (!list || index < 1 || index > static_cast<int>(list->size())) return std::nullopt;
-  return list->item(static_cast<std::size_t>(index - 1));
-}
-
-bool RecordItems::search(const DayBounds& bounds, OccurrenceList& list) {
-  failed_ = false;
+bool RecordItems::search(const DayBounds& bounds, std::optional<OccurrenceList>& list) {
+  FetchStop stop(stop_);
+  list.emplace();
   if (!holds_ || bounds.empty()) return true;
-  failed_ = !store_.query(bounds, occurrences_, list);
+  failed_ = !store_.query({bounds, occurrences_, wanted_, stop_ ? &stop : nullptr}, *list);
+  given_up_ = failed_ && stop.given_up();
   if (failed_)
-    list = {};
+    list.reset();
   else if (sorted_)
-    list.sort_by_start(descending_);
+    list->sort_by_start(descending_);
   return !failed_;
-}
-
-// What failed is asked for again the next time.
-const OccurrenceList* RecordItems::all() {
-  if (!all_ && !search(bounds_, all_.emplace())) all_.reset();
-  failed_ = !all_;
-  return all_ ? &*all_ : nullptr;
 }
 
 }  // namespace orvello

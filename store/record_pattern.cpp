@@ -5,10 +5,19 @@
 
 namespace orvello {
 
-std::optional<RecurrencePattern> RecordPattern::fields() const {
+RecordPattern::RecordPattern(RecordCalendarStore& store, RecordAppointment& item)
+    : store_(store), item_(item), patterns_(item.patterns()) {
+  ++*patterns_;
+}
+
+RecordPattern::~RecordPattern() { --*patterns_; }
+
+Result<std::optional<RecurrencePattern>> RecordPattern::fields() const {
+  std::optional<RecurrencePattern> pattern;
   const auto record = item_.current();
-  if (!record || !record->pattern) return std::nullopt;
-  return device_pattern(*record, store_.time());
+  if (!record || !device_pattern(*record, store_.time(), pattern))
+    return Result<std::optional<RecurrencePattern>>::failure(store_.problem());
+  return pattern;
 }
 
 bool RecordPattern::set_fields(const RecurrencePattern& pattern) {
@@ -63,22 +72,35 @@ RecordOccurrence::RecordOccurrence(RecordCalendarStore& store,
     : store_(store),
       series_(std::move(series)),
       original_start_(occurrence.original_start),
-      shown_start_(to_calendar_date(occurrence.start)),
-      shown_end_(to_calendar_date(occurrence.end)) {
-  const AppointmentException* exception = stored_exception(*series_);
-  fields_ = exception ? exception->fields : series_->fields;
-  recipients_ = exception ? exception->recipients : series_->recipients;
-  fields_.start = shown_start_;
-  fields_.end = shown_end_;
+      shown_(stored_fields(*series_)) {
+  shown_.start = to_calendar_date(occurrence.start);
+  shown_.end = to_calendar_date(occurrence.end);
 }
 
+// As the store has it, with what waits to be saved.
+AppointmentFields RecordOccurrence::fields() const { return changes_.applied_to(shown_); }
+
 bool RecordOccurrence::read(AppointmentFields& fields) const {
-  fields = fields_;
+  fields = this->fields();
+  if (fields.all_day) fields.end = stored_end(fields.end, store_.all_day_end());
   return true;
 }
 
+AppointmentFieldSet RecordOccurrence::write(const AppointmentFields& fields,
+                                            AppointmentFieldSet changed) {
+  return changes_.write(fields, changed, shown_, store_, [&]() -> std::optional<AppointmentFields> {
+    const auto series = store_.existing(series_->oid);
+    return series ? std::optional(stored_fields(*series)) : std::nullopt;
+  });
+}
+
 std::int32_t RecordOccurrence::duration_minutes() const {
-  return static_cast<std::int32_t>((to_seconds(fields_.end) - to_seconds(fields_.start)) / 60);
+  const AppointmentFields fields = this->fields();
+  return static_cast<std::int32_t>((to_seconds(fields.end) - to_seconds(fields.start)) / 60);
+}
+
+std::optional<std::vector<StoreRecipient>> RecordOccurrence::recipients() const {
+  return recipients_ ? *recipients_ : stored_recipients(*series_);
 }
 
 void RecordOccurrence::set_recipients(const std::vector<StoreRecipient>& recipients) {
@@ -86,10 +108,21 @@ void RecordOccurrence::set_recipients(const std::vector<StoreRecipient>& recipie
 }
 
 std::unique_ptr<Appointment> RecordOccurrence::copy() {
-  auto twin = std::make_unique<RecordAppointment>(store_, AppointmentRecord());
-  twin->write(fields_);
-  twin->set_recipients(recipients_);
-  return twin;
+  AppointmentRecord start;
+  start.fields = fields();
+  start.recipients = *recipients();
+  return std::make_unique<RecordAppointment>(store_, std::move(start));
+}
+
+const AppointmentFields& RecordOccurrence::stored_fields(const AppointmentRecord& series) const {
+  const AppointmentException* exception = stored_exception(series);
+  return exception ? exception->fields : series.fields;
+}
+
+const std::vector<StoreRecipient>& RecordOccurrence::stored_recipients(
+    const AppointmentRecord& series) const {
+  const AppointmentException* exception = stored_exception(series);
+  return exception ? exception->recipients : series.recipients;
 }
 
 const AppointmentException* RecordOccurrence::stored_exception(
@@ -99,27 +132,33 @@ const AppointmentException* RecordOccurrence::stored_exception(
   return nullptr;
 }
 
-// Makes the exception what this object says. False when a zone could not be read.
+// Makes the exception what the store has of the occurrence, with the changes. False, with the
+// reason, when a zone could not be read or a change does not fit.
 bool RecordOccurrence::change(const AppointmentRecord& series,
                               AppointmentException& exception) const {
   const AppointmentException* before = stored_exception(series);
-  exception.fields = fields_;
-  exception.recipients = recipients_;
+  exception.fields = stored_fields(series);
+  const bool was_all_day = exception.fields.all_day;
+  if (!changes_.notes_still_fit(shown_, exception.fields))
+    return store_.refuse("The notes were changed elsewhere meanwhile.");
+  exception.fields = changes_.applied_to(exception.fields);
+  exception.recipients = recipients_ ? *recipients_ : stored_recipients(series);
   if (before) exception.residue = before->residue;
-  exception.zone = fields_.all_day ? "" : before ? before->zone : series.zone;
-  const bool was_all_day = before ? before->fields.all_day : series.fields.all_day;
+  exception.zone = exception.fields.all_day ? "" : before ? before->zone : series.zone;
+  exception.start = before ? before->start : original_start_;
+  exception.end = before ? before->end : original_start_ + (series.end - series.start);
   // Times that were not touched stay exact in their own zone.
-  if (fields_.start == shown_start_ && fields_.end == shown_end_ &&
-      fields_.all_day == was_all_day) {
-    exception.start = before ? before->start : original_start_;
-    exception.end = before ? before->end : original_start_ + (series.end - series.start);
-    return true;
-  }
+  const bool turned = exception.fields.all_day != was_all_day;
+  const auto now = fields();
+  exception.fields.start = now.start;
+  exception.fields.end = now.end;
+  if (!turned && !changes_.moves(shown_)) return true;
   auto& time = store_.time();
   const auto zone = time.zone(exception.zone);
   if (!zone) return false;
-  exception.start = time.in_zone(to_seconds(fields_.start), *zone);
-  exception.end = time.in_zone(to_seconds(fields_.end), *zone);
+  if (turned || now.start != shown_.start)
+    exception.start = time.in_zone(to_seconds(now.start), *zone);
+  if (turned || now.end != shown_.end) exception.end = time.in_zone(to_seconds(now.end), *zone);
   return true;
 }
 
@@ -146,20 +185,28 @@ bool RecordOccurrence::put_exception(bool deleted) {
     return true;
   });
   if (!done) return false;
+  const auto start = fields().start, end = fields().end;
   series_ = std::move(saved);
-  shown_start_ = fields_.start;
-  shown_end_ = fields_.end;
+  shown_ = stored_fields(*series_);
+  shown_.start = start;
+  shown_.end = end;
+  changes_.clear();
+  recipients_.reset();
   return true;
 }
 
 bool RecordOccurrence::save() { return put_exception(false); }
 bool RecordOccurrence::remove() { return put_exception(true); }
 
-bool RecordOccurrence::send() {
+SendResult RecordOccurrence::send() {
   AppointmentRecord record = *series_;
-  record.fields = fields_;
-  record.recipients = recipients_;
+  record.fields = fields();
+  record.recipients = *recipients();
   return store_.send(record);
+}
+
+std::unique_ptr<AppointmentState> RecordOccurrence::state() const {
+  return store_.state_of(series_->oid);
 }
 
 }  // namespace orvello

@@ -12,9 +12,12 @@ namespace orvello {
 
 class RecordPattern : public StorePattern {
  public:
-  RecordPattern(RecordCalendarStore& store, RecordAppointment& item) : store_(store), item_(item) {}
+  RecordPattern(RecordCalendarStore& store, RecordAppointment& item);
+  ~RecordPattern() override;
+  RecordPattern(const RecordPattern&) = delete;
+  RecordPattern& operator=(const RecordPattern&) = delete;
 
-  std::optional<RecurrencePattern> fields() const override;
+  Result<std::optional<RecurrencePattern>> fields() const override;
   bool set_fields(const RecurrencePattern& pattern) override;
   std::optional<int> exception_count() const override;
   std::optional<StoreException> exception(int index) const override;
@@ -23,6 +26,7 @@ class RecordPattern : public StorePattern {
  private:
   RecordCalendarStore& store_;
   RecordAppointment& item_;
+  std::shared_ptr<int> patterns_;  // the item's; there even if the item is not
   // Made once for the many questions of one operation, and again when something has changed.
   std::shared_ptr<const AppointmentRecord> source_;
   std::optional<Series> series_;
@@ -35,29 +39,33 @@ class RecordOccurrence : public Appointment {
 
   std::int32_t oid() const override { return series_->oid; }
   bool read(AppointmentFields& fields) const override;
-  void write(const AppointmentFields& fields) override { fields_ = fields; }
+  AppointmentFieldSet write(const AppointmentFields& fields, AppointmentFieldSet changed) override;
   bool is_recurring() const override { return true; }
   std::int32_t duration_minutes() const override;
   std::unique_ptr<StorePattern> pattern() override { return nullptr; }
   void clear_pattern() override {}
-  std::optional<std::vector<StoreRecipient>> recipients() const override { return recipients_; }
+  std::optional<std::vector<StoreRecipient>> recipients() const override;
   void set_recipients(const std::vector<StoreRecipient>& recipients) override;
   std::unique_ptr<Appointment> copy() override;
   bool save() override;
   bool remove() override;
-  bool send() override;
+  SendResult send() override;
+  std::unique_ptr<AppointmentState> state() const override;
 
  private:
   bool put_exception(bool deleted);
   bool change(const AppointmentRecord& series, AppointmentException& exception) const;
   const AppointmentException* stored_exception(const AppointmentRecord& series) const;
+  const AppointmentFields& stored_fields(const AppointmentRecord& series) const;
+  const std::vector<StoreRecipient>& stored_recipients(const AppointmentRecord& series) const;
+  AppointmentFields fields() const;
 
   RecordCalendarStore& store_;
   std::shared_ptr<const AppointmentRecord> series_;
   LocalSeconds original_start_;
-  AppointmentFields fields_;
-  CalendarDate shown_start_, shown_end_;  // as the store has them
-  std::vector<StoreRecipient> recipients_;
+  AppointmentFields shown_;  // as the store had it
+  FieldChanges changes_;
+  std::optional<std::vector<StoreRecipient>> recipients_;  // those to be saved
 };
 
 }  // namespace orvello

@@ -106,20 +106,6 @@ std::string made_up_uid() {
   return text;
 }
 
-// Splits "RRULE;X=1:value" lines.
-template <typename Take>
-void for_each_line(std::string_view lines, Take take) {
-  while (!lines.empty()) {
-    const auto end = std::min(lines.find('\n'), lines.size());
-    auto line = lines.substr(0, end);
-    lines.remove_prefix(std::min(end + 1, lines.size()));
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    const auto colon = line.find(':');
-    if (colon == std::string_view::npos) continue;
-    take(line.substr(0, std::min(line.find(';'), colon)), line.substr(colon + 1));
-  }
-}
-
 }  // namespace
 
 LocalSeconds all_day_end(LocalSeconds end) { return midnight_of(day_of(end) + 1) - kMinute; }
@@ -128,7 +114,7 @@ RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zon
                          bool all_day) {
   RecurrenceSet set;
   set.start = start;
-  for_each_line(lines, [&](std::string_view name, std::string_view value) {
+  for_each_rule_line(lines, [&](std::string_view name, std::string_view value) {
     if (name == "RDATE" || name == "EXDATE") {
       auto& dates = name == "RDATE" ? set.dates : set.excluded_dates;
       for (std::string_view date : split_bytes(value, ','))

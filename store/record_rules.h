@@ -1,7 +1,9 @@
 // What a record must hold before it is stored, and what is computed from it.
 #pragma once
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "calendar/rule.h"
@@ -20,6 +22,20 @@ namespace orvello {
 
 // An all-day item's end: 23:59 of the day on which `end` falls.
 LocalSeconds all_day_end(LocalSeconds end);
+
+// Splits recurrence lines ("RRULE;X=1:value"): take(name, value), both without the parameters.
+template <typename Take>
+void for_each_rule_line(std::string_view lines, Take take) {
+  while (!lines.empty()) {
+    const auto end = std::min(lines.find('\n'), lines.size());
+    auto line = lines.substr(0, end);
+    lines.remove_prefix(std::min(end + 1, lines.size()));
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    const auto colon = line.find(':');
+    if (colon == std::string_view::npos) continue;
+    take(line.substr(0, std::min(line.find(';'), colon)), line.substr(colon + 1));
+  }
+}
 
 // Reads recurrence lines ("RRULE:...\nRDATE:..."); a line that cannot be read is left out.
 RecurrenceSet read_rules(const std::string& lines, LocalSeconds start, const Zone* zone,

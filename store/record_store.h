@@ -43,6 +43,9 @@ class RecordStore {
   virtual Result<std::vector<std::int32_t>> oids(std::optional<std::int32_t> from_day,
                                                  std::optional<std::int32_t> to_day) = 0;
 
+  // Zones, a record's residue and foreign components are optional: a device's own store has no
+  // place for them. Who uses a store does not ask: what is put there is taken, and what is not kept
+  // does not come back.
   virtual bool put_zone(const Zone& zone) = 0;  // replaces one of the same name
   virtual Result<std::optional<Zone>> zone(std::string_view name) = 0;
   // Replaces one of the same key; an empty text removes it.

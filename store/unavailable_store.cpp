@@ -13,6 +13,8 @@ class UnavailableApplication : public StoreApplication {
   std::unique_ptr<Appointment> create_appointment() override { return nullptr; }
   bool beam(Appointment&) override { return false; }
   bool all_or_nothing(const std::function<bool()>&) override { return false; }
+  bool restore(const AppointmentState&) override { return false; }
+  AllDayEnd all_day_end() const override { return AllDayEnd::on_last_day; }
   Text problem() const override { return to_utf16(reason_); }
   bool busy() const override { return false; }
 

@@ -1,6 +1,9 @@
 // Appointments for tests.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include "calendar/dates.h"
 #include "store/appointment_record.h"
 
 namespace orvello {
@@ -14,6 +17,11 @@ inline AppointmentRecord one_hour(const MonthDayYear& date, int hour, TextView s
   record.fields.start = to_calendar_date(record.start);
   record.fields.end = to_calendar_date(record.end);
   return record;
+}
+
+// Every field, all of which the store takes.
+inline void write_all(Appointment& item, const AppointmentFields& fields) {
+  EXPECT_TRUE(item.write(fields, AppointmentFieldSet::all()).empty());
 }
 
 }  // namespace orvello

@@ -14,6 +14,7 @@ std::optional<std::vector<int>> count_days(const ItemsSource& source, std::int32
   const std::unique_ptr<StoreItems> all = source();
   if (!all) return std::nullopt;
   all->set_include_recurrences(true);
+  all->want({AppointmentField::categories});
   const std::unique_ptr<StoreItems> items =
       all->restrict_to(format(u"[End] >= <%d AND [Start] <= <%d", from_day, to_day));
   ProfileMemory allowed(passes);

@@ -83,6 +83,7 @@ std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGr
   if (!all) return std::nullopt;
   all->set_include_recurrences(true);
   all->sort(u"[Start]", false);
+  all->want({AppointmentField::categories, AppointmentField::busy_status});
   for (std::size_t query = 0; query < queries.size(); ++query) {
     const std::unique_ptr<StoreItems> items = all->restrict_to(queries[query]);
     const bool whole = each_item(items.get(), [&](const StoreItem& item) {

@@ -44,6 +44,8 @@ MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTe
   if (!all) return MarksOutcome::unreadable;
   all->sort(u"[Start]", false);
   all->set_include_recurrences(true);
+  all->want({AppointmentField::categories});
+  all->stop_when(stopped);
   const std::unique_ptr<StoreItems> items = all->restrict_to(year_restriction(year));
 
   ProfileMemory allowed(passes);

@@ -3,13 +3,19 @@
 #include <algorithm>
 
 #include "calendar/rule_days.h"
+#include "store/field_changes.h"
 #include "store/record_rules.h"
 
 namespace orvello {
 
 MemoryStore::MemoryStore(const Clock& clock) : RecordCalendarStore(clock) {
-  set_transport([this](const AppointmentRecord& r) { return sent.push_back(r), true; },
-                [this](const AppointmentRecord& r) { return beamed.push_back(r), true; });
+  const auto into = [this](std::vector<AppointmentRecord>& box) {
+    return [this, &box](const AppointmentRecord& record) {
+      if (faults.send.empty()) box.push_back(record);
+      return faults.send;
+    };
+  };
+  set_transport(into(sent), into(beamed));
 }
 
 bool MemoryStore::read(int count) {
@@ -96,10 +102,17 @@ Result<std::optional<AppointmentRecord>> MemoryStore::load(std::int32_t oid) {
   return record;
 }
 
-std::int32_t MemoryStore::put(const AppointmentRecord& record) {
+std::int32_t MemoryStore::put(const AppointmentRecord& record) { return put(record, false); }
+
+bool MemoryStore::restore(const AppointmentRecord& record) {
+  return restores() && put(record, true) != 0;
+}
+
+// `back`: the record may be gone, and comes back under its number.
+std::int32_t MemoryStore::put(const AppointmentRecord& record, bool back) {
   if (!may_write()) return 0;
   AppointmentRecord stored = record;
-  if (!complete_record(stored, time_)) return spoil(), 0;
+  if (!complete_record(stored, time_) || (!keeps_all && !simplify(stored))) return spoil(), 0;
   const auto same_uid = oid_of_uid(stored.uid);
   if (!same_uid) return spoil(), 0;
   if (*same_uid && **same_uid != stored.oid) {
@@ -107,11 +120,11 @@ std::int32_t MemoryStore::put(const AppointmentRecord& record) {
     return spoil(), 0;
   }
   const bool exists = contents_.records.count(stored.oid) != 0;
-  if (stored.oid != 0 && !exists) {
+  if (stored.oid != 0 && !exists && !back) {
     fail("There is no appointment with the number " + std::to_string(stored.oid) + ".");
     return spoil(), 0;
   }
-  if (!exists) stored.oid = contents_.next_oid++;
+  if (stored.oid == 0) stored.oid = contents_.next_oid++;
   note(exists ? StoreChange::changed : StoreChange::created);
   const std::int32_t oid = stored.oid;
   contents_.records[oid] = std::move(stored);
@@ -134,13 +147,14 @@ Result<std::vector<std::int32_t>> MemoryStore::oids(std::optional<std::int32_t> 
   bounds.end_from = from_day.value_or(kFirstDay);
   bounds.start_to = to_day.value_or(kLastDay);
   OccurrenceList list;
-  if (!query(bounds, from_day || to_day, list))
+  if (!query({bounds, from_day || to_day}, list))
     return Result<std::vector<std::int32_t>>::failure(problem_);
   return list.oids();
 }
 
 bool MemoryStore::put_zone(const Zone& zone) {
   if (!may_write()) return false;
+  if (!keeps_all) return RecordCalendarStore::put_zone(zone);
   contents_.zones.insert_or_assign(zone.name(), zone);
   time_.forget_zones();
   next_state();
@@ -149,6 +163,7 @@ bool MemoryStore::put_zone(const Zone& zone) {
 
 Result<std::optional<Zone>> MemoryStore::zone(std::string_view name) {
   if (!read()) return Result<std::optional<Zone>>::failure(problem_);
+  if (!keeps_all) return RecordCalendarStore::zone(name);
   const auto found = contents_.zones.find(name);
   if (found == contents_.zones.end()) return std::nullopt;
   return found->second;
@@ -156,6 +171,7 @@ Result<std::optional<Zone>> MemoryStore::zone(std::string_view name) {
 
 bool MemoryStore::put_foreign(const ForeignComponent& component) {
   if (!may_write()) return false;
+  if (!keeps_all) return RecordCalendarStore::put_foreign(component);
   auto& list = contents_.foreign;
   const auto found = std::find_if(list.begin(), list.end(),
                                   [&](const auto& other) { return other.key == component.key; });
@@ -176,12 +192,11 @@ Result<std::vector<ForeignComponent>> MemoryStore::foreign() {
 }
 
 std::optional<std::vector<StoreContact>> MemoryStore::contacts() {
-  problem_.clear();
-  if (!read(1 + static_cast<int>(contents_.contacts.size()))) return std::nullopt;
+  problem_ = faults.contacts ? faults.reason : "";
+  if (faults.contacts || !read(1 + static_cast<int>(contents_.contacts.size())))
+    return std::nullopt;
   std::vector<StoreContact> list;
   for (const auto& [oid, contact] : contents_.contacts) list.push_back(contact);
-  std::stable_sort(list.begin(), list.end(),
-                   [](const auto& a, const auto& b) { return a.file_as < b.file_as; });
   return list;
 }
 
@@ -236,26 +251,39 @@ CalendarStore::Registration MemoryStore::register_server() {
   return faults.registration;
 }
 
-bool MemoryStore::query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) {
+// Of one object what is wanted, and what every collection must know.
+OccurrenceList::Summary MemoryStore::summary_of(const AppointmentFields& fields, std::int32_t oid,
+                                                bool recurring, AppointmentFieldSet wanted) {
+  AppointmentFields read;
+  for (const AppointmentField field :
+       {AppointmentField::start, AppointmentField::end, AppointmentField::all_day})
+    wanted.add(field);
+  take_fields(read, fields, wanted);
+  properties += wanted.size() + 2;  // its id, and whether it recurs
+  return make_summary(read, oid, recurring);
+}
+
+bool MemoryStore::query(const ItemQuery& query, OccurrenceList& list) {
   ++queries;
   problem_ = faults.fetch ? faults.reason : "";
   if (faults.fetch || !read()) return false;
   SeriesScratch scratch;
   for (const auto& [oid, record] : contents_.records) {
-    if (!read(1 + static_cast<int>(record.exceptions.size()))) return false;
-    if (record.recurring() && occurrences) {
-      const auto series = make_series(record, time_);
+    if (query.stopped() || !read(1 + static_cast<int>(record.exceptions.size()))) return false;
+    if (record.recurring() && query.occurrences) {
+      auto series = make_series(record, time_);
       if (!series) return false;
-      append_occurrences(*series, bounds, time_, scratch, list);
+      series->summary = summary_of(record.fields, oid, true, query.wanted);
+      append_occurrences(*series, query.bounds, time_, scratch, list);
       continue;
     }
     const auto zone = time_.zone(record.zone);
     if (!zone) return false;
     const auto span = time_.shown(record.start, record.end, *zone, record.fields.all_day);
-    if (!bounds.admit(static_cast<std::int32_t>(day_of(span.start)),
-                      static_cast<std::int32_t>(day_of(span.end))))
+    if (!query.bounds.admit(static_cast<std::int32_t>(day_of(span.start)),
+                            static_cast<std::int32_t>(day_of(span.end))))
       continue;
-    list.show(make_summary(record.fields, oid, record.recurring()));
+    list.show(summary_of(record.fields, oid, record.recurring(), query.wanted));
     list.add(span.start, span.end);
   }
   return true;

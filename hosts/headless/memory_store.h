@@ -24,6 +24,10 @@ class MemoryStore : public RecordCalendarStore {
     bool fetch = false;
     bool save = false;
     bool exception = false;
+    bool ink = false;         // no ink is taken
+    bool contacts = false;    // they cannot be read
+    bool state = false;       // this store gives none and restores nothing
+    std::string send{};       // why nothing leaves the device
     int read = 0;             // the so-manieth single read from now on; each is counted down
     bool unreadable = false;  // all of them
     bool busy = false;        // what busy() answers
@@ -37,7 +41,16 @@ class MemoryStore : public RecordCalendarStore {
   int queries = 0;
   int reads = 0;  // rows, zones, exceptions, recipients, contacts, labels, notes: each one
   int registrations = 0;
+  // Properties of items that queries read, as a store of objects would ask each object for them.
+  int properties = 0;
+  int late_patterns = 0;  // that were still there when their item went
+
+  // As which platform it stores the ends of all-day items.
+  AllDayEnd all_day_form = AllDayEnd::on_last_day;
   std::vector<AppointmentRecord> sent, beamed;
+
+  // Whether it keeps zones, residue and foreign components; a device's own store does not.
+  bool keeps_all = true;
 
   // The labels a folder answers in place of those in use (the tasks folder has no items here).
   void set_category_text(int folder, Text text) { category_texts_[folder] = std::move(text); }
@@ -71,11 +84,16 @@ class MemoryStore : public RecordCalendarStore {
   std::unique_ptr<StoreApplication> create_application(bool notify) override;
   Registration register_server() override;
 
-  bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) override;
+  bool query(const ItemQuery& query, OccurrenceList& list) override;
   bool folder_reachable(int folder) const override;
   bool allows_logon() override;
   Result<std::optional<AppointmentRecord>> fetch(std::int32_t oid) override;
   bool exception_readable() const override { return !faults.exception; }
+  bool takes_ink() const override { return !faults.ink; }
+  AllDayEnd all_day_end() const override { return all_day_form; }
+  void note_late_pattern() override { ++late_patterns; }
+  bool restores() const override { return !faults.state; }
+  bool restore(const AppointmentRecord& record) override;
 
  protected:
   bool in_transaction() const override { return before_.has_value(); }
@@ -91,6 +109,9 @@ class MemoryStore : public RecordCalendarStore {
   // One elementary read. False: it fails, and problem() says so.
   bool read(int count = 1);
   bool read_whole(const AppointmentRecord& record);
+  OccurrenceList::Summary summary_of(const AppointmentFields& fields, std::int32_t oid,
+                                     bool recurring, AppointmentFieldSet wanted);
+  std::int32_t put(const AppointmentRecord& record, bool back);
   bool may_write();
   bool spoil();
   void note(StoreChange change);

@@ -111,15 +111,11 @@ void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& part
   const Outbox outbox(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
   const auto hand_over = [&session, &store, &parts, outbox](const AppointmentRecord& record) {
     const auto text = export_appointment(store, record, parts.clock);
-    if (!text) {
-      std::cerr << "orvello: " << text.reason() << "\n";
-      return false;
-    }
+    if (!text) return text.reason();
     const auto handed = outbox.hand_over(record.fields.subject, *text);
-    if (!handed) std::cerr << "orvello: " << handed.reason() << "\n";
     if (handed && !handed->mailed)
       session.application.host().boxes.show(u"Saved to " + to_utf16(handed->path), u"Orvello");
-    return static_cast<bool>(handed);
+    return handed.reason();
   };
   store.set_transport(hand_over, hand_over);
 }

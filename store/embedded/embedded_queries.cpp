@@ -20,7 +20,8 @@ std::int32_t day_at(LocalSeconds moment) { return static_cast<std::int32_t>(day_
 
 }  // namespace
 
-bool EmbeddedStore::query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) {
+bool EmbeddedStore::query(const ItemQuery& query, OccurrenceList& list) {
+  const DayBounds& bounds = query.bounds;
   problem_.clear();
   begin_waiting();
   time_.follow_device_zone();
@@ -30,9 +31,10 @@ bool EmbeddedStore::query(const DayBounds& bounds, bool occurrences, OccurrenceL
     cache_->forget();
     return failed();
   }
-  if (!read_singles(bounds, list)) return failed();
+  if (!read_singles(query, list)) return query.given_up() ? false : failed();
   for (const Series& series : cache_->all()) {
-    if (occurrences) {
+    if (query.stopped()) return false;
+    if (query.occurrences) {
       append_occurrences(series, bounds, time_, cache_->scratch, list);
       continue;
     }
@@ -55,14 +57,15 @@ bool EmbeddedStore::follow_changes() {
   return true;
 }
 
-bool EmbeddedStore::read_singles(const DayBounds& bounds, OccurrenceList& list) {
-  if (bounds.empty()) return true;
+bool EmbeddedStore::read_singles(const ItemQuery& query, OccurrenceList& list) {
+  if (query.bounds.empty()) return true;
   for (int span_class = 0; span_class < 2 * kSpanClasses; ++span_class)
-    if (!read_class(span_class, bounds, list)) return false;
+    if (!read_class(span_class, query, list)) return false;
   return true;
 }
 
-bool EmbeddedStore::read_class(int span_class, const DayBounds& bounds, OccurrenceList& list) {
+bool EmbeddedStore::read_class(int span_class, const ItemQuery& query, OccurrenceList& list) {
+  const DayBounds& bounds = query.bounds;
   const auto longest = kSpanDays[span_class % kSpanClasses];
   const bool zoned = span_class >= kSpanClasses;
   const auto margin = zoned ? kZonedMargin : kFloatingMargin;
@@ -75,11 +78,12 @@ bool EmbeddedStore::read_class(int span_class, const DayBounds& bounds, Occurren
       .bind(4, bounds.end_from - margin)
       .bind(5, bounds.end_to + margin);
   return rows->each([&](Statement& row) {
+    if (query.stopped()) return false;
     const auto zone = zoned ? time_.zone(row.string(3)) : std::optional<const Zone*>(nullptr);
     if (!zone) return false;
     const auto span = time_.shown(row.moment(1), row.moment(2), *zone, row.flag(4));
     if (!bounds.admit(day_at(span.start), day_at(span.end))) return true;
-    list.show(read_summary(row, 4, row.small(0), false));
+    list.show(read_summary(row, 4, row.small(0), false, query.wanted));
     list.add(span.start, span.end);
     return true;
   });
@@ -100,7 +104,7 @@ Result<std::vector<std::int32_t>> EmbeddedStore::oids(std::optional<std::int32_t
   bounds.end_from = from_day.value_or(kFirstDay);
   bounds.start_to = to_day.value_or(kLastDay);
   OccurrenceList list;
-  if (!query(bounds, true, list)) return Result<std::vector<std::int32_t>>::failure(problem_);
+  if (!query({bounds, true}, list)) return Result<std::vector<std::int32_t>>::failure(problem_);
   return list.oids();
 }
 

@@ -36,8 +36,7 @@ void bind_long(Statement& statement, int at, const AppointmentFields& fields,
 
 }  // namespace
 
-bool EmbeddedStore::write_record(AppointmentRecord& record) {
-  const bool exists = record.oid != 0;
+bool EmbeddedStore::write_record(AppointmentRecord& record, bool exists) {
   auto write = exists
                    ? db_->use(
                          "UPDATE items SET uid = ?1, recurring = ?2, span_class = ?3,"
@@ -51,8 +50,9 @@ bool EmbeddedStore::write_record(AppointmentRecord& record) {
                          "INSERT INTO items (uid, recurring, span_class, first_day, last_day,"
                          " start, end, zone, " ORVELLO_SHARED_COLUMNS
                          ", last_start, pattern, resolved, rules, modified, body, body_ink,"
-                         " residue) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12,"
-                         " ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21, ?22, ?23, ?24, ?25)");
+                         " residue, oid) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11,"
+                         " ?12, ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21, ?22, ?23, ?24, ?25,"
+                         " nullif(?26, 0))");
   const auto zone = time_.zone(record.zone);
   if (!zone) return false;
   const auto first = day_at(record.start), last = day_at(record.end);
@@ -68,9 +68,9 @@ bool EmbeddedStore::write_record(AppointmentRecord& record) {
   bind_recurrence(write.statement(), 18, record, *zone);
   write->bind(22, record.modified.count());
   bind_long(write.statement(), 23, record.fields, record.residue);
-  if (exists) write->bind(26, record.oid);
+  write->bind(26, record.oid);
   if (!write->run()) return false;
-  if (!exists) record.oid = static_cast<std::int32_t>(db_->last_row());
+  if (record.oid == 0) record.oid = static_cast<std::int32_t>(db_->last_row());
   return (!exists || erase_details(record.oid)) && write_details(record);
 }
 
@@ -111,19 +111,29 @@ bool EmbeddedStore::erase_details(std::int32_t oid) {
          db_->use("DELETE FROM recipients WHERE oid = ?1")->bind(1, oid).run();
 }
 
-std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
-  AppointmentRecord record = given;
+std::int32_t EmbeddedStore::put(const AppointmentRecord& record) {
+  return put(record, record.oid != 0);
+}
+
+bool EmbeddedStore::restore(const AppointmentRecord& record) {
+  return change([&] {
+    std::optional<Text> categories;
+    return find_categories(record.oid, categories) && put(record, categories.has_value()) != 0;
+  });
+}
+
+std::int32_t EmbeddedStore::put(AppointmentRecord record, bool exists) {
   const bool written = change([&] {
     if (!complete_record(record, time_)) return false;
-    const bool exists = record.oid != 0;
-    Text old_categories;
+    std::optional<Text> old_categories;
     if (exists && !find_categories(record.oid, old_categories)) return false;
-    if (!write_record(record)) {
+    if (exists && !old_categories) return not_there(record.oid);
+    if (!write_record(record, exists)) {
       if (db_->violates_constraint())
         fail("An appointment with the UID " + record.uid + " is already in the store.");
       return false;
     }
-    count_category(kFolderCalendar, old_categories, -1);
+    if (old_categories) count_category(kFolderCalendar, *old_categories, -1);
     count_category(kFolderCalendar, record.fields.categories, 1);
     kinds_ |= 1u << static_cast<int>(exists ? StoreChange::changed : StoreChange::created);
     return true;
@@ -138,30 +148,29 @@ std::int32_t EmbeddedStore::put(const AppointmentRecord& given) {
       cache_->put(std::move(*series));
     else
       cache_->forget();
-  } else if (given.oid != 0) {
+  } else if (exists) {
     cache_->erase(record.oid);
   }
   return record.oid;
 }
 
-bool EmbeddedStore::find_categories(std::int32_t oid, Text& categories) {
-  bool found = false;
+bool EmbeddedStore::find_categories(std::int32_t oid, std::optional<Text>& categories) {
   auto rows = db_->use("SELECT categories FROM items WHERE oid = ?1");
-  const bool whole = rows->bind(1, oid).each([&](Statement& row) {
-    categories = row.text(0);
-    found = true;
-  });
-  if (whole && !found) fail("There is no appointment with the number " + std::to_string(oid) + ".");
-  return whole && found;
+  return rows->bind(1, oid).each([&](Statement& row) { categories = row.text(0); });
+}
+
+bool EmbeddedStore::not_there(std::int32_t oid) {
+  return refuse("There is no appointment with the number " + std::to_string(oid) + ".");
 }
 
 bool EmbeddedStore::erase(std::int32_t oid) {
   const bool erased = change([&] {
-    Text categories;
-    if (!find_categories(oid, categories) || !erase_details(oid) ||
-        !db_->use("DELETE FROM items WHERE oid = ?1")->bind(1, oid).run())
+    std::optional<Text> categories;
+    if (!find_categories(oid, categories)) return false;
+    if (!categories) return not_there(oid);
+    if (!erase_details(oid) || !db_->use("DELETE FROM items WHERE oid = ?1")->bind(1, oid).run())
       return false;
-    count_category(kFolderCalendar, categories, -1);
+    count_category(kFolderCalendar, *categories, -1);
     kinds_ |= 1u << static_cast<int>(StoreChange::deleted);
     return true;
   });

@@ -68,7 +68,9 @@ class EmbeddedStore : public RecordCalendarStore {
   std::optional<std::vector<std::pair<Text, int>>> category_texts(int folder) override;
 
   bool poll() override;
-  bool query(const DayBounds& bounds, bool occurrences, OccurrenceList& list) override;
+  bool query(const ItemQuery& query, OccurrenceList& list) override;
+  bool restores() const override { return true; }
+  bool restore(const AppointmentRecord& record) override;
 
  protected:
   bool in_transaction() const override { return in_transaction_; }
@@ -92,8 +94,11 @@ class EmbeddedStore : public RecordCalendarStore {
   void begin_waiting();
   void forget();
   bool see_changes();
-  bool write_record(AppointmentRecord& record);
-  bool find_categories(std::int32_t oid, Text& categories);
+  std::int32_t put(AppointmentRecord record, bool exists);
+  bool write_record(AppointmentRecord& record, bool exists);
+  // Nothing for an appointment that is not there.
+  bool find_categories(std::int32_t oid, std::optional<Text>& categories);
+  bool not_there(std::int32_t oid);  // false, with the reason
   bool find_contact(std::int32_t oid, Text& categories);
   bool write_details(const AppointmentRecord& record);
   bool erase_details(std::int32_t oid);
@@ -112,8 +117,8 @@ class EmbeddedStore : public RecordCalendarStore {
   bool read_changed_series(const SeriesDays& days, std::vector<std::int32_t>& added);
   bool read_series_row(Statement& row, std::vector<std::int32_t>& added);
   bool read_series_exceptions(std::vector<std::int32_t>& added);
-  bool read_singles(const DayBounds& bounds, OccurrenceList& list);
-  bool read_class(int span_class, const DayBounds& bounds, OccurrenceList& list);
+  bool read_singles(const ItemQuery& query, OccurrenceList& list);
+  bool read_class(int span_class, const ItemQuery& query, OccurrenceList& list);
 
   std::unique_ptr<EmbeddedDatabase> db_;
   std::unique_ptr<SeriesCache> cache_;

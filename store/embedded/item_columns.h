@@ -24,23 +24,26 @@ inline void bind_shared(Statement& statement, int at, const AppointmentFields& f
       .bind(at + 8, fields.categories);
 }
 
-// Into AppointmentFields or AppointmentSummary; `has_notes` is the caller's.
+// Into AppointmentFields or AppointmentSummary; `has_notes` is the caller's. Texts that are not
+// wanted are left alone: they are what costs.
 template <typename Target>
-void read_shared(Statement& row, int at, Target& target) {
+void read_shared(Statement& row, int at, Target& target,
+                 AppointmentFieldSet wanted = AppointmentFieldSet::all()) {
   target.all_day = row.flag(at);
   target.reminder_set = row.flag(at + 2);
   target.reminder_minutes = row.small(at + 3);
   target.sensitivity = row.small(at + 4);
   target.busy_status = static_cast<BusyStatus>(row.small(at + 5));
-  target.subject = row.text(at + 6);
-  target.location = row.text(at + 7);
-  target.categories = row.text(at + 8);
+  if (wanted.has(AppointmentField::subject)) target.subject = row.text(at + 6);
+  if (wanted.has(AppointmentField::location)) target.location = row.text(at + 7);
+  if (wanted.has(AppointmentField::categories)) target.categories = row.text(at + 8);
 }
 
-inline std::shared_ptr<const AppointmentSummary> read_summary(Statement& row, int at,
-                                                              std::int32_t oid, bool recurring) {
+inline std::shared_ptr<const AppointmentSummary> read_summary(
+    Statement& row, int at, std::int32_t oid, bool recurring,
+    AppointmentFieldSet wanted = AppointmentFieldSet::all()) {
   auto summary = std::make_shared<AppointmentSummary>();
-  read_shared(row, at, *summary);
+  read_shared(row, at, *summary, wanted);
   summary->oid = oid;
   summary->recurring = recurring;
   summary->has_notes = row.flag(at + 1);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "store/record_calendar_store.h"
+#include "tests/appointments.h"
 
 namespace orvello::test {
 

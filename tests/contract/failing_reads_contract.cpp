@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "store/record_appointment.h"
 #include "tests/contract/calendar_store_contract.h"
 
 namespace orvello::test {
@@ -127,15 +128,6 @@ Answer restricted(Store&, StoreApplication& app) {
   return text;
 }
 
-// Of its two ways of answering nothing a collection tells one from the other after every call.
-Answer counted(Store&, StoreApplication& app) {
-  const auto items = items_of(app);
-  const int count = items->count();
-  if (items->failed()) return std::nullopt;
-  EXPECT_EQ(items->item(count + 1).has_value() || items->failed(), false);
-  return std::to_string(count);
-}
-
 Answer labels(Store&, StoreApplication& app) {
   const auto text = app.default_folder(kFolderContacts)->category_text();
   return text ? Answer(to_utf8(*text)) : std::nullopt;
@@ -179,7 +171,6 @@ Answer done(bool good) { return good ? Answer("done") : std::nullopt; }
 const Question kQuestions[] = {
     {"search", searched},
     {"restriction", restricted},
-    {"count", counted},
     {"labels", labels},
     {"contacts", contacts},
     {"exceptions", exceptions},
@@ -217,6 +208,19 @@ const Question kQuestions[] = {
          return Answer(to_utf8(fields.body) + std::to_string(one.recipients()->size()));
        });
      }},
+    {"state",
+     [](Store&, StoreApplication& app) {
+       const auto item = app.item_from_oid(kSeries);
+       const auto state = item ? item->state() : nullptr;
+       return state ? Answer(text_of(dynamic_cast<RecordState&>(*state).record)) : std::nullopt;
+     }},
+    {"pattern",
+     [](Store&, StoreApplication& app) {
+       const auto item = app.item_from_oid(kSeries);
+       const auto pattern = item ? item->pattern() : nullptr;
+       const auto fields = pattern ? pattern->fields() : decltype(pattern->fields())::failure("");
+       return fields ? Answer(*fields ? "one" : "none") : std::nullopt;
+     }},
     // What writes.
     {"rename",
      [](Store&, StoreApplication& app) {
@@ -225,8 +229,30 @@ const Question kQuestions[] = {
        AppointmentFields fields;
        item->read(fields);
        fields.subject = u"renamed";
-       item->write(fields);
+       write_all(*item, fields);
        return done(item->save());
+     }},
+    {"move a series",
+     [](Store&, StoreApplication& app) {
+       const auto item = app.item_from_oid(kSeries);
+       AppointmentFields fields;
+       if (!item || !item->read(fields)) return Answer();
+       fields.start += 1 / 24.0;
+       return done(item->write(fields, {AppointmentField::start}).empty() && item->save());
+     }},
+    {"write ink",
+     [](Store&, StoreApplication& app) {
+       const auto item = app.item_from_oid(kSingle);
+       AppointmentFields fields;
+       fields.body_ink = "ink";
+       return done(item && item->write(fields, {AppointmentField::ink}).empty() && item->save());
+     }},
+    {"restore",
+     [](Store&, StoreApplication& app) {
+       const auto item = app.item_from_oid(kSeries);
+       const auto state = item ? item->state() : nullptr;
+       return done(state &&
+                   app.all_or_nothing([&] { return item->remove() && app.restore(*state); }));
      }},
     {"rename a series",
      [](Store&, StoreApplication& app) {

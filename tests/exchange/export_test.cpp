@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "store/series_times.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace orvello {
@@ -151,6 +152,36 @@ TEST_F(ExportTest, OnlyWhatChangedIsWrittenAnew) {
 }
 
 // UNTIL counts in the zone that the series has now.
+// What hangs on a series goes out where the series has gone to.
+TEST_F(ExportTest, ASeriesAtOtherTimesTakesItsOccurrencesAlong) {
+  const std::string uid = "UID:s\r\n", zone = ";TZID=Europe/Berlin:";
+  import_text(
+      calendar(event(uid + "DTSTART" + zone + "20260702T090000\r\nDURATION:PT1H\r\nX-KEPT:1\r\n" +
+                     "RRULE:FREQ=MONTHLY;BYDAY=TH,MO;UNTIL=20260901T070000Z\r\nEXDATE" + zone +
+                     "20260706T090000\r\n") +
+               event(uid + "RECURRENCE-ID" + zone + "20260713T090000\r\nDTSTART" + zone +
+                     "20260714T100000\r\nDURATION:PT1H\r\nX-CHANGED:1\r\n")));
+  AppointmentRecord moved = *store.of_uid("s");
+  ASSERT_TRUE(moved.pattern == std::nullopt && moved.exceptions.size() == 2);
+  ASSERT_TRUE(move_series(moved, moved.start + 5400, moved.end + 7200));
+  ASSERT_NE(store.put(moved), 0);
+  const std::string text = exported();
+  EXPECT_NE(text.find("X-KEPT:1"), std::string::npos);
+  EXPECT_NE(text.find("X-CHANGED:1"), std::string::npos);
+  store.now = {};
+  import_text(text);
+  const AppointmentRecord* again = store.of_uid("s");
+  ASSERT_TRUE(again);
+  EXPECT_EQ(again->start, moved.start);
+  EXPECT_EQ(again->end, moved.end);
+  EXPECT_EQ(again->rules, moved.rules);
+  ASSERT_EQ(again->exceptions.size(), 2u);
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_EQ(again->exceptions[i].original_start, moved.exceptions[i].original_start);
+    EXPECT_EQ(again->exceptions[i].deleted, moved.exceptions[i].deleted);
+  }
+}
+
 TEST_F(ExportTest, TheEndOfASeriesFollowsItsZone) {
   import_text(calendar(event("UID:z\r\nDTSTART;TZID=Europe/Berlin:20260105T090000\r\nSUMMARY:S\r\n"
                              "RRULE:FREQ=WEEKLY;UNTIL=20260202T080000Z\r\nX-KEPT:1\r\n") +

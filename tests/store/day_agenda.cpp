@@ -93,7 +93,7 @@ TEST_F(DayAgendaTest, CrowdedSeriesLeaveAYearReadableAndCountWhatTheyDoNotList) 
   year.end_from = static_cast<std::int32_t>(day(6));
   year.start_to = year.end_from + kDays - 1;
   OccurrenceList list;
-  ASSERT_TRUE(store.query(year, true, list));
+  ASSERT_TRUE(store.query({year, true}, list));
   EXPECT_LT(list.size(), 300'000u);
   std::int64_t counted = 0;
   for (std::size_t i = 0; i < list.size(); ++i)

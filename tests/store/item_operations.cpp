@@ -19,7 +19,7 @@ class ItemOperations : public StoreTest {
   }
   void change(std::int32_t oid, CalendarDate start, const AppointmentFields& changed) {
     const auto one = occurrence(oid, start);
-    one->write(changed);
+    write_all(*one, changed);
     EXPECT_TRUE(one->save());
   }
   std::string notes(std::int32_t oid, CalendarDate start) {
@@ -177,7 +177,7 @@ TEST_F(ItemOperations, AMoveIsWholeOrNotAtAll) {
   StoreSession halved(half, boxes);
   ASSERT_TRUE(halved.Open(nullptr));
   const auto item = halved.CreateAppointment();
-  item->write(fields(u"Lunch", at(3, 12), at(3, 13)));
+  write_all(*item, fields(u"Lunch", at(3, 12), at(3, 13)));
   ASSERT_TRUE(item->save());
   half.no_puts = true;
   EXPECT_FALSE(copy_or_move(halved, boxes, item->oid(), kNoDate, day(4), true));

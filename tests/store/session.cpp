@@ -189,7 +189,7 @@ TEST_F(Session, FailedStepsOfAnItemAreReported) {
   ASSERT_TRUE(item->save());
   OccurrenceError error;
   auto pattern = item->pattern();
-  const auto first = pattern->fields()->pattern_start_date;
+  const auto first = (*pattern->fields())->pattern_start_date;
   ASSERT_TRUE(pattern->occurrence(first + 3, error)->remove());
   store.faults.exception = true;
   EXPECT_EQ(pattern->exception_count(), 1);

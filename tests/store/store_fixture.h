@@ -8,6 +8,7 @@
 #include "hosts/headless/memory_store.h"
 #include "store/day_agenda.h"
 #include "store/store_session.h"
+#include "tests/appointments.h"
 
 namespace orvello {
 
@@ -28,7 +29,7 @@ class StoreTest : public ::testing::Test {
   }
   std::int32_t put(const AppointmentFields& fields, const RecurrencePattern* pattern = nullptr) {
     const auto item = session.CreateAppointment();
-    item->write(fields);
+    write_all(*item, fields);
     if (pattern) item->pattern()->set_fields(*pattern);
     EXPECT_TRUE(item->save());
     return item->oid();

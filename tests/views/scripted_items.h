@@ -27,22 +27,29 @@ class ScriptedItems : public StoreItems {
     if (answer == answers_.end()) return std::make_unique<ScriptedItems>(answers_, log_);
     return std::make_unique<ScriptedItems>(answers_, log_, answer->second);
   }
-  std::optional<StoreItem> find(TextView) override { return std::nullopt; }
-  std::optional<StoreItem> find_next() override { return std::nullopt; }
-  int count() override { return static_cast<int>(items_.size()); }
-  std::optional<StoreItem> item(int index) override {
-    if (index < 1 || index > count()) return std::nullopt;
-    const StoreItem& item = items_[static_cast<std::size_t>(index - 1)];
+  void want(AppointmentFieldSet) override {}
+  void stop_when(std::function<bool()>) override {}
+  std::optional<StoreItem> find(TextView) override {
+    next_ = 0;
+    return find_next();
+  }
+  std::optional<StoreItem> find_next() override {
+    failed_ = false;
+    if (next_ == items_.size()) return std::nullopt;
+    const StoreItem& item = items_[next_++];
     failed_ = !item.summary && item.start == kNoDate;
     if (failed_) return std::nullopt;
     return item;
   }
   bool failed() const override { return failed_; }
+  bool given_up() const override { return false; }
+  AllDayEnd all_day_end() const override { return AllDayEnd::on_last_day; }
 
  private:
   const Answers& answers_;
   std::vector<Text>& log_;
   std::vector<StoreItem> items_;
+  std::size_t next_ = 0;
   bool failed_ = false;
 };
 

@@ -7,6 +7,7 @@
 // The suite itself, as this is another test program.
 #include "tests/contract/calendar_store_contract.cpp"  // NOLINT
 #include "tests/contract/failing_reads_contract.cpp"   // NOLINT
+#include "tests/contract/store_changes_contract.cpp"   // NOLINT
 
 namespace orvello::test {
 namespace {

@@ -30,7 +30,7 @@ class RefusedFile : public StoreFile {
   // Asks for everything; why that failed, or nothing.
   static std::string fault_in(EmbeddedStore& store) {
     OccurrenceList list;
-    if (!store.query(DayBounds(), true, list)) return store.problem();
+    if (!store.query({DayBounds(), true}, list)) return store.problem();
     const auto oids = store.oids({}, {});
     if (!oids) return oids.reason();
     for (const std::int32_t oid : *oids)

@@ -42,7 +42,7 @@ class SeriesInDays : public StoreFile {
   template <typename Store>
   static std::set<Row> rows(Store& store, const DayBounds& bounds) {
     OccurrenceList list;
-    EXPECT_TRUE(store.query(bounds, true, list)) << store.problem();
+    EXPECT_TRUE(store.query({bounds, true}, list)) << store.problem();
     std::set<Row> found;
     for (std::size_t i = 0; i < list.size(); ++i) {
       const StoreItem item = list.item(i);

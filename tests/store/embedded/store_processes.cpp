@@ -214,7 +214,7 @@ TEST_F(StoreProcesses, AnotherOnesLockIsToldAndForgotten) {
   };
   OccurrenceList list;
   for (int i = 0; i < 2; ++i) {
-    locked(!store->query(DayBounds(), true, list));
+    locked(!store->query({DayBounds(), true}, list));
     locked(!store->load(1));
     locked(!store->contacts());
     locked(!store->begin_read());
@@ -223,7 +223,7 @@ TEST_F(StoreProcesses, AnotherOnesLockIsToldAndForgotten) {
   }
   sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
   sqlite3_close(other);
-  EXPECT_TRUE(store->query(DayBounds(), true, list));
+  EXPECT_TRUE(store->query({DayBounds(), true}, list));
   EXPECT_EQ(list.size(), 1u);
   EXPECT_FALSE(store->busy());
   EXPECT_NE(store->put(record("b")), 0);
@@ -236,13 +236,13 @@ TEST_F(StoreProcesses, AWindowOpensAFileThatAnotherOneHolds) {
   const auto window = EmbeddedStore::open_for_window(path, clock, std::chrono::milliseconds(20));
   ASSERT_TRUE(window) << window.reason();
   OccurrenceList list;
-  EXPECT_FALSE((*window)->query(DayBounds(), true, list));
+  EXPECT_FALSE((*window)->query({DayBounds(), true}, list));
   EXPECT_TRUE((*window)->busy());
   EXPECT_FALSE((*window)->poll());
   sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
   sqlite3_close(other);
   EXPECT_TRUE((*window)->poll()) << "what came meanwhile is not known";
-  EXPECT_TRUE((*window)->query(DayBounds(), true, list));
+  EXPECT_TRUE((*window)->query({DayBounds(), true}, list));
   EXPECT_EQ(list.size(), 1u);
   ASSERT_NE(open()->put(record("b")), 0);
   EXPECT_TRUE((*window)->poll()) << "the other process's change";
