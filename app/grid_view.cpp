@@ -66,9 +66,8 @@ void GridView::draw_requested() {
   if (!page_ || !std::exchange(redraw_pending_, false)) return;
   const bool same_items = !std::exchange(items_wanted_, false);
   c_.host.window.show_wait_cursor();
-  const auto outcome = page_->take({c_.state.layout, c_.state.platform_generation, c_.state.current,
-                                    c_.state.today, focus_visible_},
-                                   same_items);
+  const auto outcome =
+      page_->take({c_.state.layout, c_.state.current, c_.state.today, focus_visible_}, same_items);
   if (outcome) c_.commands.note_read(*outcome);
   stands_ = true;
   worker_.request(page_->drawing());

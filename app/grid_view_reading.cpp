@@ -66,7 +66,7 @@ void GridView::ask_for_day_popup(const MonthDayYear& date) {
 const DayCount& GridView::day_count() {
   const MonthDayYear& shown = c_.state.current;
   if (!day_count_ || !page_->same_page(counted_for_, shown)) {
-    day_count_ = page_->count_days_with(shown, c_.state.platform_generation);
+    day_count_ = page_->count_days_with(shown);
     counted_for_ = shown;
   }
   return day_count_;

@@ -16,8 +16,7 @@ namespace {
 template <typename Page>
 bool draw_page(const PreviewInput& in, const ScreenLayout& screen, Canvas& canvas) {
   Page page(in.session, in.settings);
-  const auto outcome = page.take(
-      {screen, in.state.platform_generation, in.state.current, in.state.today, false}, false);
+  const auto outcome = page.take({screen, in.state.current, in.state.today, false}, false);
   const std::atomic<int> undisturbed{kDrawing};
   page.drawing()(canvas, undisturbed, {});
   return outcome == ReadOutcome::whole;

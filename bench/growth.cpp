@@ -83,7 +83,7 @@ struct Opened {
     const std::atomic<int> undisturbed{101};
     YearMarks marks;
     BuildYearMarks(
-        2026, [this] { return session->CalendarItems(); }, {}, 0, undisturbed, marks);
+        2026, [this] { return session->CalendarItems(); }, {}, undisturbed, marks);
   }
   std::unique_ptr<EmbeddedStore> store;
   std::unique_ptr<StoreSession> session;

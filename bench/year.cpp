@@ -32,7 +32,7 @@ void year_marks(benchmark::State& state) {
   const std::atomic<int> draw_state{101};  // drawing
   YearMarks marks;
   for (auto _ : state) {
-    BuildYearMarks(kYear, bench->source(), {}, 0, draw_state, marks);
+    BuildYearMarks(kYear, bench->source(), {}, draw_state, marks);
     benchmark::DoNotOptimize(marks);
   }
   const auto items = bench->source()();
@@ -47,7 +47,7 @@ BENCHMARK(year_marks)->Unit(benchmark::kMillisecond);
 void year_day_counts(benchmark::State& state) {
   const auto first = WholeDayNumber(1, 1, kYear);
   for (auto _ : state)
-    benchmark::DoNotOptimize(count_days(bench->source(), first, first + 364, {}, 0)->data());
+    benchmark::DoNotOptimize(count_days(bench->source(), first, first + 364, {})->data());
 }
 BENCHMARK(year_day_counts)->Unit(benchmark::kMillisecond);
 

@@ -7,8 +7,7 @@
 namespace orvello {
 
 std::optional<std::vector<int>> count_days(const ItemsSource& source, std::int32_t from_day,
-                                           std::int32_t to_day, const ProfileTest& passes,
-                                           int generation) {
+                                           std::int32_t to_day, const ProfileTest& passes) {
   std::vector<int> counts(static_cast<std::size_t>(std::max(0, to_day - from_day + 1)));
   if (counts.empty()) return counts;
   const std::unique_ptr<StoreItems> all = source();
@@ -20,7 +19,7 @@ std::optional<std::vector<int>> count_days(const ItemsSource& source, std::int32
   ProfileMemory allowed(passes);
   const bool whole = each_item(items.get(), [&](const StoreItem& item) {
     if (!item.summary || !allowed.passes(item.summary->categories)) return;
-    const DaySpan span = days_of(item, generation);
+    const DaySpan span = days_of(item);
     for (std::int32_t day = std::max(span.first, from_day); day <= std::min(span.last, to_day);
          ++day)
       counts[static_cast<std::size_t>(day - from_day)] +=

@@ -26,7 +26,6 @@ struct GridHabits {
 
 struct GridInput {
   ScreenLayout screen;
-  int generation = 0;     // of the platform
   MonthDayYear selected;  // its page is the one shown
   MonthDayYear today;
   bool focus_visible = false;
@@ -55,11 +54,11 @@ class GridPage {
   virtual AccessibleGrid accessible(const DayCount& count, const AccessibleWords& words) const = 0;
   virtual std::optional<MonthDayYear> date_of_cell(int cell) const = 0;  // of that grid
   // How many appointments the days of the page have that shows this one.
-  virtual DayCount count_days_with(const MonthDayYear& shown, int generation) const = 0;
+  virtual DayCount count_days_with(const MonthDayYear& shown) const = 0;
 
  protected:
   bool passes_profile(TextView categories) const;
-  DayCount counted(std::int32_t from_day, std::int32_t to_day, int generation) const;
+  DayCount counted(std::int32_t from_day, std::int32_t to_day) const;
 
   StoreSession& session_;
   const SettingsRecord& settings_;

@@ -14,13 +14,11 @@ struct DaySpan {
   std::int32_t last = -1;
 };
 
-// A time of midnight belongs to the day that it begins, except that all-day items of generation 3
-// end at the midnight after their last day.
-inline DaySpan days_of(const StoreItem& item, int generation) {
+// A time of midnight belongs to the day that it begins.
+inline DaySpan days_of(const StoreItem& item) {
   // Within the calendar, as a damaged date may lie anywhere.
   const auto day = [](CalendarDate date) { return std::clamp(whole_day(date), -1000000, 3000000); };
-  const bool past_midnight = generation == 3 && item.summary->all_day;
-  return {day(item.start), day(item.end) - (past_midnight ? 1 : 0)};
+  return {day(item.start), day(item.end)};
 }
 
 // Appointments share few categories texts: the profile is asked once about each.

@@ -194,7 +194,7 @@ bool MonthIndicatorPass(const MonthSnapshot& snapshot, const MonthLayout& layout
   MonthIcons icons(snapshot, layout, canvas);
   for (const PeriodItem& item : snapshot.period.items) {
     if (control.stopped()) return false;
-    const CellSpan span = cells_of(item, layout.grid, snapshot.generation);
+    const CellSpan span = cells_of(item, layout.grid);
     bars.add(item, span);
     if (snapshot.showholiday == 1) icons.place(item, span);
   }

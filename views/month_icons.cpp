@@ -59,7 +59,7 @@ bool MonthIconPass(const MonthSnapshot& snapshot, const MonthLayout& layout, Can
   MonthIcons icons(snapshot, layout, canvas);
   for (const PeriodItem& item : snapshot.period.items) {
     if (control.stopped()) return false;
-    icons.place(item, cells_of(item, layout.grid, snapshot.generation));
+    icons.place(item, cells_of(item, layout.grid));
     control.progress();
   }
   return true;

@@ -19,14 +19,13 @@ bool MonthPage::shows(const MonthDayYear& date) const {
 
 ReadOutcome MonthPage::read(const GridInput& in, MonthSnapshot& snapshot) {
   const MonthDayYear& shown = in.selected;
-  if (auto taken = take_month_snapshot(session_, settings_, in.screen, shown.month, shown.year,
-                                       in.today, in.generation)) {
+  if (auto taken =
+          take_month_snapshot(session_, settings_, in.screen, shown.month, shown.year, in.today)) {
     snapshot = std::move(*taken);
     read_ = true;
     return ReadOutcome::whole;
   }
-  snapshot = month_snapshot_without_items(settings_, in.screen, shown.month, shown.year, in.today,
-                                          in.generation);
+  snapshot = month_snapshot_without_items(settings_, in.screen, shown.month, shown.year, in.today);
   read_ = read_ && shows(shown);
   if (!read_) return ReadOutcome::nothing;
   snapshot.period = snapshot_->period;
@@ -71,9 +70,9 @@ std::optional<MonthDayYear> MonthPage::date_of_cell(int cell) const {
 }
 
 // Neighbouring days may be shown too, at most six rows of them.
-DayCount MonthPage::count_days_with(const MonthDayYear& shown, int generation) const {
+DayCount MonthPage::count_days_with(const MonthDayYear& shown) const {
   const std::int32_t first = WholeDayNumber(shown.month, 1, shown.year) - 7;
-  return counted(first, first + 7 + 42, generation);
+  return counted(first, first + 7 + 42);
 }
 
 }  // namespace orvello

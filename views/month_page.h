@@ -21,7 +21,7 @@ class MonthPage : public GridPage {
   Rect place_of(const MonthDayYear& date) const override;
   AccessibleGrid accessible(const DayCount& count, const AccessibleWords& words) const override;
   std::optional<MonthDayYear> date_of_cell(int cell) const override;
-  DayCount count_days_with(const MonthDayYear& shown, int generation) const override;
+  DayCount count_days_with(const MonthDayYear& shown) const override;
 
   const MonthLayout& layout() const { return layout_; }
   const MonthSnapshot* snapshot() const { return snapshot_.get(); }  // what was drawn last

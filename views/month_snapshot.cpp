@@ -20,7 +20,7 @@ void copy_icons(MonthSnapshot& snapshot, const SettingsRecord& settings) {
 
 MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
                                            const ScreenLayout& screen, int month, int year,
-                                           const MonthDayYear& today, int generation) {
+                                           const MonthDayYear& today) {
   MonthSnapshot snapshot;
   snapshot.screen = screen;
   snapshot.layout = {month,
@@ -30,7 +30,6 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
                      settings.showholiday == 1,
                      settings.icon_cell};
   snapshot.today = today;
-  snapshot.generation = generation;
   snapshot.calendarcolorstyle = settings.calendarcolorstyle;
   snapshot.coloroffdays = settings.coloroffdays;
   snapshot.showindicator = settings.showindicator;
@@ -56,9 +55,8 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
 std::optional<MonthSnapshot> take_month_snapshot(const ItemsSource& source,
                                                  const SettingsRecord& settings,
                                                  const ScreenLayout& screen, int month, int year,
-                                                 const MonthDayYear& today, int generation) {
-  MonthSnapshot snapshot =
-      month_snapshot_without_items(settings, screen, month, year, today, generation);
+                                                 const MonthDayYear& today) {
+  MonthSnapshot snapshot = month_snapshot_without_items(settings, screen, month, year, today);
   if (settings.showindicator != 1 && settings.showholiday != 1) return snapshot;
   const MonthGrid grid = MonthGridRange(month, year, settings.showdays, settings.firstdayofweek);
   // The whole categories text is compared with the profile's labels: an appointment in several
@@ -74,9 +72,9 @@ std::optional<MonthSnapshot> take_month_snapshot(const ItemsSource& source,
 std::optional<MonthSnapshot> take_month_snapshot(StoreSession& session,
                                                  const SettingsRecord& settings,
                                                  const ScreenLayout& screen, int month, int year,
-                                                 const MonthDayYear& today, int generation) {
+                                                 const MonthDayYear& today) {
   return take_month_snapshot([&] { return session.CalendarItems(); }, settings, screen, month, year,
-                             today, generation);
+                             today);
 }
 
 MonthLayout::MonthLayout(const MonthSnapshot& snapshot)

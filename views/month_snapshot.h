@@ -29,7 +29,6 @@ struct MonthSnapshot {
   MonthDayYear today;
   MonthDayYear selected;  // the day that the keyboard stands on
   bool focus_visible = false;
-  int generation = 0;  // of the platform
 
   int calendarcolorstyle = 0;
   int coloroffdays = 0;
@@ -54,17 +53,17 @@ struct MonthSnapshot {
 // All but the appointments.
 MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
                                            const ScreenLayout& screen, int month, int year,
-                                           const MonthDayYear& today, int generation);
+                                           const MonthDayYear& today);
 
 // With the appointments of the grid's span, where a setting wants them drawn. Nothing when they
 // could not be read.
 std::optional<MonthSnapshot> take_month_snapshot(const ItemsSource& source,
                                                  const SettingsRecord& settings,
                                                  const ScreenLayout& screen, int month, int year,
-                                                 const MonthDayYear& today, int generation = 0);
+                                                 const MonthDayYear& today);
 std::optional<MonthSnapshot> take_month_snapshot(StoreSession& session,
                                                  const SettingsRecord& settings,
                                                  const ScreenLayout& screen, int month, int year,
-                                                 const MonthDayYear& today, int generation = 0);
+                                                 const MonthDayYear& today);
 
 }  // namespace orvello

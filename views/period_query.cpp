@@ -100,12 +100,11 @@ std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGr
   return found;
 }
 
-CellSpan cells_of(const PeriodItem& item, const MonthGrid& grid, int generation) {
+CellSpan cells_of(const PeriodItem& item, const MonthGrid& grid) {
   const auto cell = [&](CalendarDate date) {
     return std::clamp(whole_day(date) - whole_day(grid.grid_start), -2, 1000);
   };
   CellSpan span{cell(item.start), cell(item.end)};
-  if (item.all_day && generation == 3) --span.last;
   span.first = std::max(span.first, 0);
   span.last = std::min(span.last, grid.rows * 7 - 1);
   return span;

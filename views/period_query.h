@@ -43,11 +43,11 @@ std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGr
                                         const ProfileTest& passes);
 
 // The whole days, as offsets from the grid's first, that an item covers there: from `first` to
-// `last`, empty when first > last. On generation 3 all-day items end at the next midnight.
+// `last`, empty when first > last.
 struct CellSpan {
   int first = 0;
   int last = -1;
 };
-CellSpan cells_of(const PeriodItem& item, const MonthGrid& grid, int generation);
+CellSpan cells_of(const PeriodItem& item, const MonthGrid& grid);
 
 }  // namespace orvello

@@ -36,7 +36,7 @@ Text year_restriction(int year) {
 }
 
 MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes,
-                            int generation, const std::atomic<int>& draw_state, YearMarks& marks) {
+                            const std::atomic<int>& draw_state, YearMarks& marks) {
   const auto stopped = [&] { return draw_state.load(std::memory_order_relaxed) == kDrawRequested; };
   marks = {};
   if (stopped()) return MarksOutcome::given_up;
@@ -52,7 +52,7 @@ MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTe
   DaySpan known;  // as good as marked; a full calendar has hundreds in a row that add nothing
   const bool whole = each_item(items.get(), [&](const StoreItem& item) {
     if (!item.summary) return !stopped();
-    const DaySpan span = days_of(item, generation);
+    const DaySpan span = days_of(item);
     const bool is_known = span.first >= known.first && span.last <= known.last;
     if (!is_known && mark_days(span, item.summary->categories, allowed, marks)) known = span;
     return !stopped();

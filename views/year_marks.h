@@ -34,6 +34,6 @@ enum class MarksOutcome {
 // Unless finished, the marks are incomplete. An appointment that reaches beyond the year marks its
 // days of the neighbouring years in this year's table too.
 MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes,
-                            int generation, const std::atomic<int>& draw_state, YearMarks& marks);
+                            const std::atomic<int>& draw_state, YearMarks& marks);
 
 }  // namespace orvello

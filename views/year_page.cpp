@@ -21,7 +21,7 @@ bool YearPage::shows(const MonthDayYear& date) const {
 
 ReadOutcome YearPage::read(const GridInput& in, YearSnapshot& snapshot) {
   if (auto taken = take_year_snapshot(session_, settings_, in.screen, in.selected.year, in.today,
-                                      in.selected, in.focus_visible, in.generation)) {
+                                      in.selected, in.focus_visible)) {
     snapshot = std::move(*taken);
     read_ = true;
     return ReadOutcome::whole;
@@ -67,8 +67,8 @@ std::optional<MonthDayYear> YearPage::date_of_cell(int cell) const {
   return accessible_year_date(layout_, cell);
 }
 
-DayCount YearPage::count_days_with(const MonthDayYear& shown, int generation) const {
-  return counted(WholeDayNumber(1, 1, shown.year), WholeDayNumber(12, 31, shown.year), generation);
+DayCount YearPage::count_days_with(const MonthDayYear& shown) const {
+  return counted(WholeDayNumber(1, 1, shown.year), WholeDayNumber(12, 31, shown.year));
 }
 
 }  // namespace orvello

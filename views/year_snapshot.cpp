@@ -27,9 +27,11 @@ YearSnapshot year_snapshot_without_marks(const SettingsRecord& settings, const S
   return snapshot;
 }
 
-std::optional<YearSnapshot> take_year_snapshot(
-    const ItemsSource& source, const SettingsRecord& settings, const ScreenLayout& screen, int year,
-    const MonthDayYear& today, const MonthDayYear& selected, bool focus_visible, int generation) {
+std::optional<YearSnapshot> take_year_snapshot(const ItemsSource& source,
+                                               const SettingsRecord& settings,
+                                               const ScreenLayout& screen, int year,
+                                               const MonthDayYear& today,
+                                               const MonthDayYear& selected, bool focus_visible) {
   YearSnapshot snapshot =
       year_snapshot_without_marks(settings, screen, year, today, selected, focus_visible);
   if (settings.coloryearview != 1) return snapshot;
@@ -37,17 +39,19 @@ std::optional<YearSnapshot> take_year_snapshot(
   const std::atomic<int> undisturbed{kDrawing};
   const MarksOutcome outcome = BuildYearMarks(
       year, source,
-      [&](TextView categories) { return profileAllowsCategory(settings, categories); }, generation,
-      undisturbed, snapshot.marks);
+      [&](TextView categories) { return profileAllowsCategory(settings, categories); }, undisturbed,
+      snapshot.marks);
   if (outcome != MarksOutcome::finished) return std::nullopt;
   return snapshot;
 }
 
-std::optional<YearSnapshot> take_year_snapshot(
-    StoreSession& session, const SettingsRecord& settings, const ScreenLayout& screen, int year,
-    const MonthDayYear& today, const MonthDayYear& selected, bool focus_visible, int generation) {
+std::optional<YearSnapshot> take_year_snapshot(StoreSession& session,
+                                               const SettingsRecord& settings,
+                                               const ScreenLayout& screen, int year,
+                                               const MonthDayYear& today,
+                                               const MonthDayYear& selected, bool focus_visible) {
   return take_year_snapshot([&] { return session.CalendarItems(); }, settings, screen, year, today,
-                            selected, focus_visible, generation);
+                            selected, focus_visible);
 }
 
 YearSnapshot select_in_year(YearSnapshot snapshot, const MonthDayYear& selected,

@@ -43,14 +43,12 @@ std::optional<YearSnapshot> take_year_snapshot(const ItemsSource& source,
                                                const SettingsRecord& settings,
                                                const ScreenLayout& screen, int year,
                                                const MonthDayYear& today,
-                                               const MonthDayYear& selected, bool focus_visible,
-                                               int generation = 0);
+                                               const MonthDayYear& selected, bool focus_visible);
 std::optional<YearSnapshot> take_year_snapshot(StoreSession& session,
                                                const SettingsRecord& settings,
                                                const ScreenLayout& screen, int year,
                                                const MonthDayYear& today,
-                                               const MonthDayYear& selected, bool focus_visible,
-                                               int generation = 0);
+                                               const MonthDayYear& selected, bool focus_visible);
 
 // The same year with another day selected: no store is asked.
 YearSnapshot select_in_year(YearSnapshot snapshot, const MonthDayYear& selected,

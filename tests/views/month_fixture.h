@@ -46,8 +46,7 @@ class MonthFixture {
   }
 
   MonthSnapshot snapshot(int month, int year) const {
-    MonthSnapshot taken =
-        month_snapshot_without_items(settings, screen, month, year, today, generation);
+    MonthSnapshot taken = month_snapshot_without_items(settings, screen, month, year, today);
     taken.period = period;
     return taken;
   }
@@ -62,7 +61,6 @@ class MonthFixture {
   SettingsRecord settings;
   ScreenLayout screen;
   MonthDayYear today{11, 21, 2026};
-  int generation = 0;
   PeriodItems period;
 };
 

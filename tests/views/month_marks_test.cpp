@@ -37,7 +37,7 @@ class MonthMarks : public testing::Test {
     const MonthLayout layout(snapshot);
     MonthBars collected(snapshot, layout);
     for (const PeriodItem& item : snapshot.period.items)
-      collected.add(item, cells_of(item, layout.grid, snapshot.generation));
+      collected.add(item, cells_of(item, layout.grid));
     std::vector<MonthBar> found = collected.bars_of(cell);
     std::erase_if(found, [&](const MonthBar& bar) {
       return bar.color == month.settings.color(ColorSlot::month_line);

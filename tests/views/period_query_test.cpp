@@ -69,8 +69,8 @@ TEST(PeriodQuery, AReadingThatBreaksOffIsNoAnswer) {
   const std::atomic<int> drawing{101};
   for (const ItemsSource& failing : {ItemsSource(source), ItemsSource(closed)}) {
     EXPECT_FALSE(fetch_period(failing, kGrid, {}));
-    EXPECT_FALSE(count_days(failing, 40210, 40237, {}, 0));
-    EXPECT_EQ(BuildYearMarks(2010, failing, {}, 0, drawing, marks), MarksOutcome::unreadable);
+    EXPECT_FALSE(count_days(failing, 40210, 40237, {}));
+    EXPECT_EQ(BuildYearMarks(2010, failing, {}, drawing, marks), MarksOutcome::unreadable);
   }
 }
 
@@ -92,19 +92,14 @@ TEST(PeriodQuery, TheProfileIsAskedOnceForEachCategoriesText) {
 }
 
 TEST(PeriodQuery, DaysThatAnItemCovers) {
-  const auto cells = [&](CalendarDate start, CalendarDate end, bool all_day, int generation) {
-    PeriodItem covering{start, end, 0, BusyStatus::busy, all_day};
-    const CellSpan span = cells_of(covering, kGrid, generation);
+  const auto cells = [&](CalendarDate start, CalendarDate end) {
+    const CellSpan span = cells_of({start, end}, kGrid);
     return std::pair{span.first, span.last};
   };
-  EXPECT_EQ(cells(40210.9, 40211.1, false, 0), (std::pair{1, 2}));
-  EXPECT_EQ(cells(40200.5, 40209.5, false, 0), (std::pair{0, 0}));
-  EXPECT_EQ(cells(40243.5, 50000, false, 0), (std::pair{34, 34}));
-  // All-day items of generation 3 end at the next midnight; timed ones are left alone.
-  EXPECT_EQ(cells(40210, 40211, true, 3), (std::pair{1, 1}));
-  EXPECT_EQ(cells(40210, 40211, true, 2), (std::pair{1, 2}));
-  EXPECT_EQ(cells(40210, 40211, false, 3), (std::pair{1, 2}));
-  const auto before = cells(40100, 40208.9, false, 0), absent = cells(kNoDate, kNoDate, false, 0);
+  EXPECT_EQ(cells(40210.9, 40211.1), (std::pair{1, 2}));
+  EXPECT_EQ(cells(40200.5, 40209.5), (std::pair{0, 0}));
+  EXPECT_EQ(cells(40243.5, 50000), (std::pair{34, 34}));
+  const auto before = cells(40100, 40208.9), absent = cells(kNoDate, kNoDate);
   EXPECT_GT(before.first, before.second);
   EXPECT_GT(absent.first, absent.second);
 }

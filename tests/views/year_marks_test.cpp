@@ -28,11 +28,10 @@ class YearMarksTest : public testing::Test {
     };
   }
   // The marked days as "12/30 12/31 1/1".
-  std::string marked(int year = 2026, int generation = 0, const ProfileTest& passes = {}) {
+  std::string marked(int year = 2026, const ProfileTest& passes = {}) {
     YearMarks marks;
     const std::atomic<int> state{101};
-    EXPECT_EQ(BuildYearMarks(year, source(), passes, generation, state, marks),
-              MarksOutcome::finished);
+    EXPECT_EQ(BuildYearMarks(year, source(), passes, state, marks), MarksOutcome::finished);
     std::string text;
     for (int month = 1; month <= 12; ++month)
       for (int day = 1; day <= 31; ++day)
@@ -62,8 +61,7 @@ TEST_F(YearMarksTest, EveryDayFromStartToEndIsMarked) {
   items.clear();
   add(day(12, 31, 2025, 23), day(1, 1, 2026));  // until midnight, and that belongs to the day
   add(day(5, 4, 2026), day(5, 6, 2026), {}, true);
-  EXPECT_EQ(marked(2026, 2), "1/1 5/4 5/5 5/6 12/31 ");
-  EXPECT_EQ(marked(2026, 3), "1/1 5/4 5/5 12/31 ");
+  EXPECT_EQ(marked(), "1/1 5/4 5/5 5/6 12/31 ");
 }
 
 TEST_F(YearMarksTest, ALongSpanMarksEachDateItHolds) {
@@ -82,14 +80,14 @@ TEST_F(YearMarksTest, OnlyWhatPassesTheProfile) {
   add(day(5, 4, 2026), day(5, 5, 2026), u"Work");
   add(day(5, 4, 2026), day(5, 6, 2026), u"Home");
   const auto work = [](TextView categories) { return categories == u"Work"; };
-  EXPECT_EQ(marked(2026, 0, work), "5/4 5/5 ");
-  EXPECT_EQ(count_days(source(), 46146, 46148, work, 0), (std::vector<int>{1, 1, 0}));
+  EXPECT_EQ(marked(2026, work), "5/4 5/5 ");
+  EXPECT_EQ(count_days(source(), 46146, 46148, work), (std::vector<int>{1, 1, 0}));
   // A hidden one says nothing about its days, and hides none that lie inside it.
   items.clear();
   add(day(5, 4, 2026), day(5, 9, 2026), u"Home");
   add(day(5, 4, 2026), day(5, 4, 2026, 1), u"Work");
   add(day(5, 6, 2026), day(5, 7, 2026), u"Work");
-  EXPECT_EQ(marked(2026, 0, work), "5/4 5/6 5/7 ");
+  EXPECT_EQ(marked(2026, work), "5/4 5/6 5/7 ");
 }
 
 TEST_F(YearMarksTest, GivesUpForANewerRequest) {
@@ -98,11 +96,11 @@ TEST_F(YearMarksTest, GivesUpForANewerRequest) {
   std::atomic<int> state{101};
   YearMarks marks;
   const auto stop = [&](TextView) { return state = 100, true; };
-  EXPECT_EQ(BuildYearMarks(2026, source(), stop, 0, state, marks), MarksOutcome::given_up);
+  EXPECT_EQ(BuildYearMarks(2026, source(), stop, state, marks), MarksOutcome::given_up);
   EXPECT_TRUE(marks.at(5, 4));
   EXPECT_FALSE(marks.at(5, 5));
   log.clear();
-  EXPECT_EQ(BuildYearMarks(2026, source(), {}, 0, state, marks), MarksOutcome::given_up);
+  EXPECT_EQ(BuildYearMarks(2026, source(), {}, state, marks), MarksOutcome::given_up);
   EXPECT_TRUE(log.empty());  // not even asked
   EXPECT_EQ(marks, YearMarks());
   state = 101;
@@ -112,9 +110,8 @@ TEST_F(YearMarksTest, EachAppointmentCountsOnceADay) {
   add(day(5, 4, 2026, 9), day(5, 4, 2026, 10));
   add(day(5, 1, 2026), day(5, 5, 2026), {}, true);
   add(day(4, 1, 2026), day(6, 5, 2046));
-  EXPECT_EQ(count_days(source(), 46146, 46148, {}, 0), (std::vector<int>{3, 2, 1}));
-  EXPECT_EQ(count_days(source(), 46146, 46148, {}, 3), (std::vector<int>{3, 1, 1}));
-  EXPECT_TRUE(count_days(source(), 46146, 46145, {}, 0)->empty());
+  EXPECT_EQ(count_days(source(), 46146, 46148, {}), (std::vector<int>{3, 2, 1}));
+  EXPECT_TRUE(count_days(source(), 46146, 46145, {})->empty());
 }
 
 TEST_F(YearMarksTest, TheSnapshotAsksOnlyWhenMarksAreWanted) {
