@@ -11,15 +11,15 @@
 #include "files/file_reasons.h"
 #include "files/input_file.h"
 #include "store/embedded/calendar_file.h"
-#include "store/embedded/checked_pages.h"
 #include "store/embedded/embedded_schema.h"
-#include "store/embedded/sqlite_connection.h"
+#include "store/embedded/sqlite/checked_pages.h"
+#include "store/embedded/sqlite/transaction.h"
 
 namespace orvello {
 namespace {
 
 constexpr std::size_t kHeaderSize = 100;
-constexpr int kMomentMilliseconds = 200;
+constexpr std::chrono::milliseconds kMoment{200};
 constexpr std::uint64_t kAnySize = ~std::uint64_t{0};
 
 CalendarCheck finding(CalendarHealth health, std::string reason) {
@@ -69,35 +69,11 @@ CalendarCheck check_header(const std::string& path) {
   return finding(CalendarHealth::good, "");
 }
 
-CalendarCheck failure(const std::string& path, int code) {
-  switch (code & 0xFF) {
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-    case SQLITE_ERROR:  // a table is missing
-      return finding(CalendarHealth::damaged, path + " is damaged.");
-    case SQLITE_BUSY:
-      return finding(CalendarHealth::unreadable, path + " is in use by another program.");
-    case SQLITE_IOERR:
-      if (code == SQLITE_IOERR_DATA || code == SQLITE_IOERR_SHORT_READ)
-        return finding(CalendarHealth::damaged, path + " is damaged.");
-      [[fallthrough]];
-    default:
-      return finding(CalendarHealth::unreadable,
-                     path + " cannot be read: " + sqlite3_errstr(code) + ".");
-  }
-}
-
-// True when all pages and indices are as they should be; the code tells a failure to read.
-bool is_whole(SqliteConnection& connection) {
-  sqlite3_stmt* statement = nullptr;
-  bool whole = false;
-  if (sqlite3_prepare_v2(connection.db(), "PRAGMA integrity_check(1)", -1, &statement, nullptr) ==
-          SQLITE_OK &&
-      sqlite3_step(statement) == SQLITE_ROW) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
-    whole = text && std::strcmp(text, "ok") == 0;
-  }
-  return sqlite3_finalize(statement) == SQLITE_OK && whole;
+CalendarCheck finding(const SqliteFailure& failure, const std::string& path) {
+  // SQLite's own words: a table is missing.
+  if (is_damage(failure.fault) || failure.fault == SqliteFault::other)
+    return finding(CalendarHealth::damaged, path + " is damaged.");
+  return finding(CalendarHealth::unreadable, sentence_of(failure, path));
 }
 
 // What the tables say about each other, which no index knows.
@@ -109,25 +85,25 @@ constexpr const char* kContradictions =
 
 }  // namespace
 
-CalendarCheck check_calendar(const std::string& path, int patience) {
+CalendarCheck check_calendar(const std::string& path, std::chrono::milliseconds patience) {
   const CalendarCheck header = check_header(path);
   if (header.health != CalendarHealth::good) return header;
   // What a killed process left half done is taken back by whoever opens the file for writing.
   const bool writable = ::access(path.c_str(), W_OK) == 0;
-  SqliteConnection connection(path, writable ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY,
-                              PageChecks::on, patience);
-  if (!connection.good() || !connection.run("BEGIN")) return failure(path, connection.code());
-  if (!is_whole(connection)) {
-    const int code = connection.code();
-    return failure(path, code == SQLITE_OK || code == SQLITE_DONE ? SQLITE_CORRUPT : code);
-  }
-  const std::int64_t contradictions = connection.number(kContradictions);
-  if (contradictions < 0) return failure(path, connection.code());
-  if (contradictions > 0)
+  using Access = SqliteConnection::Access;
+  SqliteConnection connection(path, writable ? Access::read_write : Access::read_only,
+                              SqliteConnection::PageChecks::on, patience);
+  if (!connection.good()) return finding(connection.failure(), path);
+  const SqliteTransaction reading(connection, SqliteTransaction::Kind::read);
+  const auto sound = reading ? connection.finds_sound("PRAGMA integrity_check(1)") : std::nullopt;
+  if (sound == false) connection.note_damage();
+  const auto contradictions = sound == true ? connection.number(kContradictions) : std::nullopt;
+  if (!contradictions) return finding(connection.failure(), path);
+  if (*contradictions > 0)
     return finding(CalendarHealth::damaged, path + " is damaged: it contradicts itself.");
-  CalendarCheck good = finding(CalendarHealth::good, "");
-  good.appointments = connection.number("SELECT count(*) FROM items");
-  return good;
+  const auto items = connection.number("SELECT count(*) FROM items");
+  if (!items) return finding(connection.failure(), path);
+  return {CalendarHealth::good, "", *items};
 }
 
 CalendarCheck glance_at_calendar(const std::string& path, std::int64_t most) {
@@ -142,7 +118,7 @@ CalendarCheck glance_at_calendar(const std::string& path, std::int64_t most) {
       return header;
   }
   // Another process may be writing at this moment: only who holds the lock can tell.
-  return check_calendar(path, kMomentMilliseconds);
+  return check_calendar(path, kMoment);
 }
 
 }  // namespace orvello

@@ -1,6 +1,7 @@
 // Whether a calendar's file is sound.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -21,8 +22,9 @@ struct CalendarCheck {
 };
 
 // Reads all of the file: each page, the tables against their indices, and what belongs together.
-// Waits `patience` milliseconds for another process's lock.
-CalendarCheck check_calendar(const std::string& path, int patience = 5000);
+// Waits `patience` for another process's lock.
+CalendarCheck check_calendar(const std::string& path,
+                             std::chrono::milliseconds patience = std::chrono::seconds(5));
 
 // The same in a moment, for a start: compares the checksums of a file's pages, and looks closer
 // when one does not agree. Files larger than `most` bytes are left to whoever reads them.

@@ -12,15 +12,14 @@
 #include "files/file_reasons.h"
 #include "files/replace_file.h"
 #include "store/embedded/calendar_check.h"
-#include "store/embedded/sqlite_connection.h"
+#include "store/embedded/sqlite/connection.h"
 
 namespace orvello {
 namespace {
 
 constexpr std::string_view kPrefix = "calendar-", kSuffix = ".db";
 constexpr std::size_t kDays = 7, kWeeks = 4, kMonths = 6;
-constexpr int kPagesAtOnce = 256;  // so long nobody else can write
-constexpr int kWaits = 1000, kWaitMilliseconds = 10;
+constexpr std::chrono::milliseconds kPatience{5000};
 
 std::int32_t number_of(const MonthDayYear& day) { return day_number(day.year, day.month, day.day); }
 
@@ -45,49 +44,36 @@ bool time_of_change(const std::string& path, timespec& time) {
   return true;
 }
 
-std::string failed_step(const std::string& calendar, const std::string& folder, int code) {
-  switch (code & 0xFF) {
-    case SQLITE_FULL:
+std::string failed_step(const std::string& calendar, const std::string& folder,
+                        const SqliteFailure& failure) {
+  switch (failure.fault) {
+    case SqliteFault::full:
+    case SqliteFault::write_failed:  // a quota or a limit
       return cannot_be_written(folder, ENOSPC);
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return calendar + " is in use by another program.";
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      return calendar + " is damaged.";
+    case SqliteFault::busy:
+      return sentence_of(failure, calendar);
     default:
-      if (code == SQLITE_IOERR_DATA) return calendar + " is damaged.";
-      // A write that fails for another reason than a full disk is a quota or a limit.
-      if (code == SQLITE_IOERR_WRITE) return cannot_be_written(folder, ENOSPC);
-      return calendar + " could not be copied: " + sqlite3_errstr(code) + ".";
+      if (is_damage(failure.fault)) return calendar + " is damaged.";
+      return calendar + " could not be copied: " + reason_of(failure) + ".";
   }
 }
 
 // All pages of one state of the calendar into an empty file; empty when that went well.
-std::string copy_pages(const std::string& calendar, const std::string& folder,
-                       const std::string& target) {
-  SqliteConnection from(calendar, SQLITE_OPEN_READONLY, PageChecks::on);
-  int reserved = -1;
-  // The size of the reserve is known once the header was read.
-  if (!from.good() || from.number("SELECT count(*) FROM sqlite_schema") < 0)
-    return failed_step(calendar, folder, from.code());
-  sqlite3_file_control(from.db(), "main", SQLITE_FCNTL_RESERVE_BYTES, &reserved);
-  SqliteConnection to(target, SQLITE_OPEN_READWRITE,
-                      reserved == kCheckedBytes ? PageChecks::on : PageChecks::off);
+std::string copy_to(const std::string& target, const std::string& calendar,
+                    const std::string& folder) {
+  using Checks = SqliteConnection::PageChecks;
+  const auto failed = [&](const SqliteFailure& why) { return failed_step(calendar, folder, why); };
+  SqliteConnection from(calendar, SqliteConnection::Access::read_only, Checks::on, kPatience);
+  // Whether it has checks is known once the header was read.
+  if (!from.good() || !from.number("SELECT count(*) FROM sqlite_schema"))
+    return failed(from.failure());
+  SqliteConnection to(target, SqliteConnection::Access::read_write,
+                      from.has_checked_pages() ? Checks::on : Checks::off, kPatience);
   // Nobody but this process knows the file before it is whole.
   if (!to.good() || !to.run("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF"))
-    return failed_step(calendar, folder, to.code());
-  sqlite3_backup* backup = sqlite3_backup_init(to.db(), "main", from.db(), "main");
-  if (!backup) return failed_step(calendar, folder, to.code());
-  int result = SQLITE_OK, waits = 0;
-  while (result == SQLITE_OK ||
-         ((result == SQLITE_BUSY || result == SQLITE_LOCKED) && ++waits < kWaits)) {
-    if (result != SQLITE_OK) sqlite3_sleep(kWaitMilliseconds);
-    result = sqlite3_backup_step(backup, kPagesAtOnce);
-  }
-  const int finished = sqlite3_backup_finish(backup);
-  if (result == SQLITE_DONE && finished == SQLITE_OK) return "";
-  return failed_step(calendar, folder, result == SQLITE_DONE ? finished : result);
+    return failed(to.failure());
+  const SqliteFailure failure = copy_pages(from, to);
+  return failure.fault == SqliteFault::none ? "" : failed(failure);
 }
 
 }  // namespace
@@ -150,7 +136,7 @@ Result<std::optional<CalendarCopy>> CalendarCopies::take(MonthDayYear today) con
   const CalendarCopy copy{folder_ + "/calendar-" + iso_text(today) + ".db", today};
   FileInTheMaking made(copy.path);
   if (!made.exists()) return Taken::failure(cannot_be_written(folder_, errno));
-  if (auto fault = copy_pages(calendar_, folder_, made.path()); !fault.empty())
+  if (auto fault = copy_to(made.path(), calendar_, folder_); !fault.empty())
     return Taken::failure(std::move(fault));
   const CalendarCheck check = check_calendar(made.path());
   if (check.health == CalendarHealth::damaged) return Taken::failure(calendar_ + " is damaged.");

@@ -8,9 +8,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include "store/embedded/checked_pages.h"
 #include "store/embedded/embedded_schema.h"
 #include "store/embedded/fresh_calendar.h"
+#include "store/embedded/sqlite/checked_pages.h"
 
 namespace orvello {
 namespace {

@@ -10,7 +10,7 @@
 #include "files/input_file.h"
 #include "files/replace_file.h"
 #include "store/embedded/calendar_check.h"
-#include "store/embedded/sqlite_connection.h"
+#include "store/embedded/sqlite/transaction.h"
 
 namespace orvello {
 namespace {
@@ -20,6 +20,7 @@ using Kept = Result<std::string>;
 constexpr std::uint64_t kAnySize = ~std::uint64_t{0};
 constexpr std::size_t kPiece = 1 << 20;
 constexpr int kMostNames = 1000;
+constexpr std::chrono::milliseconds kPatience{5000};
 
 bool exists(const std::string& path) {
   struct stat info {};
@@ -59,9 +60,11 @@ Kept keep(const std::string& calendar, const std::string& kept) {
 
 bool is_in_use(const std::string& calendar) {
   if (check_calendar(calendar).health == CalendarHealth::newer) return false;
-  SqliteConnection connection(calendar, SQLITE_OPEN_READWRITE, PageChecks::on);
-  if (!connection.good() || connection.run("BEGIN EXCLUSIVE")) return false;
-  return (connection.code() & 0xFF) == SQLITE_BUSY;
+  SqliteConnection connection(calendar, SqliteConnection::Access::read_write,
+                              SqliteConnection::PageChecks::on, kPatience);
+  if (!connection.good()) return false;
+  const SqliteTransaction alone(connection, SqliteTransaction::Kind::alone);
+  return !alone && connection.failure().fault == SqliteFault::busy;
 }
 
 Kept replace_calendar(const std::string& calendar, const std::string& copy,

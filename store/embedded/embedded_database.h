@@ -1,18 +1,15 @@
-// The SQLite file of the embedded store: opening it with care, its schema, and prepared statements.
+// The SQLite file of the embedded store: opening it with care, and waiting for it within limits.
 #pragma once
-
-#include <sqlite3.h>
 
 #include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 
 #include "base/result.h"
-#include "store/embedded/statement.h"
+#include "store/embedded/sqlite/connection.h"
+#include "store/embedded/sqlite/transaction.h"
 
 namespace orvello {
 
@@ -26,19 +23,15 @@ class EmbeddedDatabase {
   static Result<std::unique_ptr<EmbeddedDatabase>> open(
       const std::string& path, Mode mode = Mode::read_write,
       std::optional<std::chrono::milliseconds> busy_wait = std::nullopt);
-  ~EmbeddedDatabase();
-  EmbeddedDatabase(const EmbeddedDatabase&) = delete;
-  EmbeddedDatabase& operator=(const EmbeddedDatabase&) = delete;
 
-  // Prepared once; `sql` must be a literal, as it is known by its address. One literal has one use
-  // at a time.
+  // As SqliteConnection::use.
   StatementUse use(const char* sql);
   [[nodiscard]] bool run(const char* sql) { return use(sql)->run(); }
-  // True too where only the folder could not be synced after the journal was gone: the file has all
-  // of the transaction then, and whoever was told otherwise would do it again.
-  [[nodiscard]] bool commit();
-  std::int64_t last_row() const { return sqlite3_last_insert_rowid(db_); }
-  bool in_transaction() const { return sqlite3_get_autocommit(db_) == 0; }
+  // Looks at the file once nobody else holds it; false: not yet, or it failed.
+  [[nodiscard]] bool ready();
+  SqliteConnection& connection() { return connection_; }
+  std::int64_t last_row() const { return connection_.last_row(); }
+  bool in_transaction() const { return connection_.in_transaction(); }
 
   // Whether series can be found by their days; files of older programs lack the indexes until
   // something is written. Nothing: failure.
@@ -50,36 +43,36 @@ class EmbeddedDatabase {
 
   // How long, in total, the statements until the next renew_wait() wait for another process's lock
   // before they fail.
-  void limit_wait(std::chrono::milliseconds total) { wait_limit_ = total; }
-  void renew_wait() { waited_ = {}; }
-  void pause_waiting(bool pause) { no_waiting_ = pause; }
+  void limit_wait(std::chrono::milliseconds total) { wait_.limit = total; }
+  void renew_wait() { wait_.waited = {}; }
+  void pause_waiting(bool pause) { wait_.none = pause; }
 
-  // Why something failed, with the file's name: the latest failure, whatever succeeded since.
-  const std::string& reason() const { return failure_; }
-  bool violates_constraint() const { return (failure_code_ & 0xFF) == SQLITE_CONSTRAINT; }
-  bool busy() const { return (failure_code_ & 0xFF) == SQLITE_BUSY; }
-
-  // For whoever works with the file: what SQLite just said, or a contradiction in what was read
-  // ("the time zone X cannot be read"; or empty).
-  void note_failure();
-  void note_damage(const std::string& what);
+  // Why something failed, with the file's name: the latest failure, whatever succeeded since. Empty
+  // where nothing did.
+  std::string reason() const;
+  bool violates_constraint() const { return failure().fault == SqliteFault::constraint; }
+  bool busy() const { return failure().fault == SqliteFault::busy; }
+  // A contradiction in what was read: "the time zone X cannot be read".
+  void note_damage(const std::string& what) { connection_.note_damage(what); }
 
  private:
-  EmbeddedDatabase(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
-  bool set_up();
-  bool look_at_file();
-  bool number_of(const char* pragma, std::int64_t& number);
-  static int wait_for_lock(void* self, int tries);
+  struct LimitedWait final : LockWait {
+    bool wait(int tries) override;
+    std::chrono::milliseconds limit{5000}, waited{0};
+    bool none = false;
+  };
 
-  sqlite3* db_;
+  EmbeddedDatabase(const std::string& path, SqliteConnection::Access access)
+      : path_(path), connection_(path, access, SqliteConnection::PageChecks::on, wait_) {}
+  bool look_at_file();
+  std::optional<std::int64_t> number_of(const char* sql);
+  const SqliteFailure& failure() const { return connection_.failure(); }
+
   std::string path_;
-  std::string failure_;
-  int failure_code_ = SQLITE_OK;
-  std::chrono::milliseconds wait_limit_{5000}, waited_{0};
-  bool no_waiting_ = false;
+  LimitedWait wait_;
+  SqliteConnection connection_;
   // A file that was locked when it was opened is looked at when it is first used without that.
-  enum class Readiness { none, looking, ready } readiness_ = Readiness::none;
-  std::unordered_map<const char*, std::unique_ptr<Statement>> statements_;
+  bool ready_ = false;
 };
 
 // Several reads of one state of the file. Nests in itself and in a write. False when it cannot be
@@ -93,8 +86,7 @@ class ReadScope {
   explicit operator bool() const { return good_; }
 
  private:
-  EmbeddedDatabase& db_;
-  bool began_ = false;
+  std::optional<SqliteTransaction> transaction_;
   bool good_ = true;
 };
 

@@ -141,7 +141,7 @@ std::int32_t EmbeddedStore::put(AppointmentRecord record, bool exists) {
   if (!written) return 0;
   // The cache follows single changes; after many it is cheaper to read it anew. A transaction that
   // is taken back forgets it.
-  if (in_transaction_ && ++puts_ > kFollowedPuts) {
+  if (in_transaction() && ++puts_ > kFollowedPuts) {
     cache_->forget();
   } else if (record.recurring()) {
     if (auto series = make_series(record, time_))

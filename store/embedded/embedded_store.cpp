@@ -48,9 +48,7 @@ EmbeddedStore::EmbeddedStore(std::unique_ptr<EmbeddedDatabase> database, const C
   process_ = static_cast<std::int64_t>(source()) << 31 | source() >> 1;
 }
 
-EmbeddedStore::~EmbeddedStore() {
-  if (in_transaction_) rollback();
-}
+EmbeddedStore::~EmbeddedStore() { rollback(); }
 
 // Changes from now on are told.
 bool EmbeddedStore::start_log() {
@@ -116,12 +114,16 @@ void EmbeddedStore::end_read() {
 }
 
 bool EmbeddedStore::begin() {
-  if (in_transaction_) return false;
+  if (in_transaction()) return false;
   assert(readings_ == 0);  // a reader that begins to write could wait for itself
   begin_waiting();
   problem_.clear();
-  if (!db_->run("BEGIN IMMEDIATE")) return failed();
-  in_transaction_ = true;
+  if (!db_->ready()) return failed();
+  transaction_.emplace(db_->connection(), SqliteTransaction::Kind::write);
+  if (!*transaction_) {
+    transaction_.reset();
+    return failed();
+  }
   if (!complete_indexes()) {
     failed();
     rollback();
@@ -135,35 +137,33 @@ bool EmbeddedStore::begin() {
 }
 
 bool EmbeddedStore::commit() {
-  if (!in_transaction_) return false;
+  if (!in_transaction()) return false;
   // The reason why a write failed was kept then. A full disk ends a transaction without being
   // asked.
   const bool lost = spoilt_ || !db_->in_transaction();
   std::int64_t note = 0;
-  if (lost || !write_notes(note) || !db_->commit()) {
+  if (lost || !write_notes(note) || !transaction_->commit()) {
     if (!lost) failed();
     rollback();
     // The last step may fail when the change is on the disk already.
     if (lost || !is_logged(note)) return false;
     problem_.clear();
   }
-  in_transaction_ = false;
+  transaction_.reset();
   for (int kind = 0; kind < 3; ++kind)
     if (kinds_ >> kind & 1) note_change(static_cast<StoreChange>(kind), false);
   return true;
 }
 
 void EmbeddedStore::rollback() {
-  if (!in_transaction_) return;
-  // What fails here is rolled back by the next process that opens the file.
-  if (db_->in_transaction()) (void)db_->run("ROLLBACK");
-  in_transaction_ = false;
+  if (!in_transaction()) return;
+  transaction_.reset();
   indexed_.reset();
   forget();
 }
 
 bool EmbeddedStore::change(const std::function<bool()>& write) {
-  const bool own = !in_transaction_;
+  const bool own = !in_transaction();
   if (own && !begin()) return false;
   if (!own && (spoilt_ || !db_->in_transaction())) return false;  // lost; the reason still stands
   problem_.clear();
@@ -212,7 +212,7 @@ bool EmbeddedStore::write_notes(std::int64_t& last) {
 
 // Another process's lock is no reason to stand still here: there is a next time.
 bool EmbeddedStore::poll() {
-  if (!in_transaction_) {
+  if (!in_transaction()) {
     if (limited_wait_) db_->renew_wait();
     (void)see_changes();
   }
@@ -250,7 +250,7 @@ bool EmbeddedStore::see_changes() {
 
 bool EmbeddedStore::put_zone(const Zone& zone) {
   const auto known = this->zone(zone.name());
-  if (!known) return spoilt_ = in_transaction_, false;
+  if (!known) return spoilt_ = in_transaction(), false;
   if (*known && (*known)->definition() == zone.definition()) return true;
   const bool written = change([&] {
     auto write = db_->use("INSERT OR REPLACE INTO zones (name, definition) VALUES (?1, ?2)");

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "store/embedded/sqlite/transaction.h"
 #include "store/record_calendar_store.h"
 
 namespace orvello {
@@ -18,7 +19,6 @@ class EmbeddedDatabase;
 class ReadScope;
 class SeriesCache;
 struct SeriesDays;
-class Statement;
 
 class EmbeddedStore : public RecordCalendarStore {
  public:
@@ -73,7 +73,7 @@ class EmbeddedStore : public RecordCalendarStore {
   bool restore(const AppointmentRecord& record) override;
 
  protected:
-  bool in_transaction() const override { return in_transaction_; }
+  bool in_transaction() const override { return transaction_.has_value(); }
 
  private:
   EmbeddedStore(std::unique_ptr<EmbeddedDatabase> database, const Clock& clock);
@@ -123,7 +123,7 @@ class EmbeddedStore : public RecordCalendarStore {
   std::unique_ptr<EmbeddedDatabase> db_;
   std::unique_ptr<SeriesCache> cache_;
   std::optional<bool> indexed_;  // whether the file has the indexes of the series, once asked
-  bool in_transaction_ = false;
+  std::optional<SqliteTransaction> transaction_;
   bool spoilt_ = false;  // a write of the transaction failed: it cannot be committed
   bool limited_wait_ = false;
   int readings_ = 0;  // begin_read less end_read

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <optional>
 
-#include "store/embedded/checked_pages.h"
+#include "store/embedded/sqlite/checked_pages.h"
 
 namespace orvello {
 namespace {

@@ -1,16 +1,18 @@
 #include "store/embedded/salvage.h"
 
+#include <memory>
 #include <set>
 #include <vector>
 
 #include "files/input_file.h"
 #include "store/embedded/page_rows.h"
-#include "store/embedded/sqlite_connection.h"
+#include "store/embedded/sqlite/transaction.h"
 
 namespace orvello {
 namespace {
 
 constexpr std::uint64_t kLargestCalendar = std::uint64_t{8} << 30;
+constexpr std::chrono::milliseconds kPatience{5000};
 
 // A table as the new calendar has it: how its rows look, and where they go. Columns are in the
 // order of the file, which puts the key first where there is no row number.
@@ -22,17 +24,28 @@ struct Target {
   std::string name;
   bool has_rowid = false;
   std::vector<Column> columns;
-  sqlite3_stmt* insert = nullptr;
+  std::unique_ptr<Statement> insert;
 };
+
+void bind(Statement& statement, int place, const RowValue& value) {
+  switch (value.type) {
+    case RowValue::Type::null:
+      statement.bind_null(place);
+      break;
+    case RowValue::Type::integer:
+      statement.bind(place, value.number);
+      break;
+    case RowValue::Type::text:
+      statement.bind(place, value.bytes);
+      break;
+    case RowValue::Type::blob:
+      statement.bind_blob(place, value.bytes);
+  }
+}
 
 class Salvage {
  public:
   explicit Salvage(SqliteConnection& fresh) : fresh_(fresh) {}
-  ~Salvage() {
-    for (const Target& target : targets_) sqlite3_finalize(target.insert);
-  }
-  Salvage(const Salvage&) = delete;
-  Salvage& operator=(const Salvage&) = delete;
 
   bool prepare() {
     // The rest follows from these.
@@ -57,30 +70,21 @@ class Salvage {
 bool Salvage::add_target(const char* name) {
   Target target;
   target.name = name;
-  target.has_rowid =
-      fresh_.number(
-          ("SELECT wr = 0 FROM pragma_table_list WHERE name = '" + target.name + "'").c_str()) == 1;
+  Statement rowid(fresh_, "SELECT wr = 0 FROM pragma_table_list WHERE name = ?1");
+  if (!rowid.bind(1, target.name).each([&](Statement& row) { target.has_rowid = row.flag(0); }))
+    return false;
   std::string names, places;
-  sqlite3_stmt* read = nullptr;
-  sqlite3_prepare_v2(fresh_.db(), "SELECT name, type, \"notnull\", pk FROM pragma_table_info(?1)",
-                     -1, &read, nullptr);
-  sqlite3_bind_text(read, 1, name, -1, SQLITE_STATIC);
-  while (sqlite3_step(read) == SQLITE_ROW) {
-    const auto text = [&](int column) {
-      return std::string(reinterpret_cast<const char*>(sqlite3_column_text(read, column)));
-    };
-    const bool key = sqlite3_column_int(read, 3) != 0;
-    target.columns.push_back({text(1), sqlite3_column_int(read, 2) != 0, key && target.has_rowid});
-    names += (names.empty() ? "" : ", ") + text(0);
+  Statement read(fresh_, "SELECT name, type, \"notnull\", pk FROM pragma_table_info(?1)");
+  const bool whole = read.bind(1, target.name).each([&](Statement& row) {
+    target.columns.push_back({row.string(1), row.flag(2), row.flag(3) && target.has_rowid});
+    names += (names.empty() ? "" : ", ") + row.string(0);
     places += places.empty() ? "?" : ", ?";
-  }
-  sqlite3_finalize(read);
-  const std::string sql =
-      "INSERT OR IGNORE INTO " + target.name + " (" + names + ") VALUES (" + places + ")";
-  const bool good =
-      sqlite3_prepare_v2(fresh_.db(), sql.c_str(), -1, &target.insert, nullptr) == SQLITE_OK;
+  });
+  if (!whole) return false;
+  target.insert = std::make_unique<Statement>(
+      fresh_, "INSERT OR IGNORE INTO " + target.name + " (" + names + ") VALUES (" + places + ")");
   targets_.push_back(std::move(target));
-  return good;
+  return targets_.back().insert->prepared();
 }
 
 bool Salvage::fits(const Target& target, const PageRow& row) {
@@ -100,25 +104,12 @@ bool Salvage::fits(const Target& target, const PageRow& row) {
 bool Salvage::put(const PageRow& row) {
   for (const Target& target : targets_) {
     if (!fits(target, row)) continue;
-    sqlite3_reset(target.insert);
-    for (std::size_t i = 0; i < row.values.size(); ++i) {
-      const RowValue& value = row.values[i];
-      const int place = static_cast<int>(i) + 1;
-      if (target.columns[i].is_rowid)
-        sqlite3_bind_int64(target.insert, place, row.rowid);
-      else if (value.type == RowValue::Type::integer)
-        sqlite3_bind_int64(target.insert, place, value.number);
-      else if (value.type == RowValue::Type::text)
-        sqlite3_bind_text64(target.insert, place, value.bytes.data(), value.bytes.size(),
-                            SQLITE_TRANSIENT, SQLITE_UTF8);
-      else if (value.type == RowValue::Type::blob)
-        sqlite3_bind_blob64(target.insert, place, value.bytes.data(), value.bytes.size(),
-                            SQLITE_TRANSIENT);
-      else
-        sqlite3_bind_null(target.insert, place);
-    }
-    if (sqlite3_step(target.insert) != SQLITE_DONE) return false;
-    if (row.doubtful && target.name == "items" && sqlite3_changes(fresh_.db()) > 0)
+    for (std::size_t i = 0; i < row.values.size(); ++i)
+      bind(*target.insert, static_cast<int>(i) + 1, row.values[i]);
+    for (std::size_t i = 0; i < row.values.size(); ++i)
+      if (target.columns[i].is_rowid) target.insert->bind(static_cast<int>(i) + 1, row.rowid);
+    if (!target.insert->run()) return false;
+    if (row.doubtful && target.name == "items" && fresh_.changed_rows() > 0)
       doubtful_.insert(row.rowid);
     return true;
   }
@@ -130,12 +121,12 @@ bool Salvage::put(const PageRow& row) {
 Result<Salvaged> salvage_calendar(const std::string& damaged, const std::string& fresh) {
   const auto content = read_whole_file(damaged, kLargestCalendar);
   if (!content) return Result<Salvaged>::failure(content.reason());
-  SqliteConnection to(fresh, SQLITE_OPEN_READWRITE, PageChecks::on);
-  const auto failure = [&] {
-    return Result<Salvaged>::failure(fresh + " cannot be written: " + sqlite3_errstr(to.code()) +
-                                     ".");
-  };
-  if (!to.good() || !to.run("BEGIN")) return failure();
+  SqliteConnection to(fresh, SqliteConnection::Access::read_write, SqliteConnection::PageChecks::on,
+                      kPatience);
+  const auto failure = [&] { return Result<Salvaged>::failure(sentence_of(to.failure(), fresh)); };
+  if (!to.good()) return failure();
+  SqliteTransaction change(to, SqliteTransaction::Kind::write);
+  if (!change) return failure();
   Salvage salvage(to);
   bool good = salvage.prepare();
   // Rows of pages that agree with their checksums first: they win over others of the same number.
@@ -147,9 +138,9 @@ Result<Salvaged> salvage_calendar(const std::string& damaged, const std::string&
   good = good && to.run(
                      "DELETE FROM exceptions WHERE oid NOT IN (SELECT oid FROM items);"
                      "DELETE FROM recipients WHERE oid NOT IN (SELECT oid FROM items)");
-  Salvaged result{to.number("SELECT count(*) FROM items"), salvage.doubtful()};
-  if (!good || !to.run("COMMIT")) return failure();
-  return result;
+  const auto appointments = good ? to.number("SELECT count(*) FROM items") : std::nullopt;
+  if (!appointments || !change.commit()) return failure();
+  return Salvaged{*appointments, salvage.doubtful()};
 }
 
 }  // namespace orvello

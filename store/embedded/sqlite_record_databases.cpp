@@ -1,11 +1,12 @@
 #include "store/embedded/sqlite_record_databases.h"
 
 #include "ports/record_order.h"
+#include "store/embedded/sqlite/transaction.h"
 
 namespace orvello {
 namespace {
 
-RecordProperty property_from(const SqliteQuery& row, int column) {
+RecordProperty property_from(Statement& row, int column) {
   RecordProperty property;
   property.id = static_cast<PropertyId>(row.number(column));
   switch (property_type(property.id)) {
@@ -16,21 +17,21 @@ RecordProperty property_from(const SqliteQuery& row, int column) {
       property.value = static_cast<std::int32_t>(row.number(column + 1));
       break;
     default:
-      property.value = row.text(column + 1);
+      property.value = row.utf16(column + 1);
   }
   return property;
 }
 
 bool write_property(SqliteVolume& volume, RecordId id, const RecordProperty& property) {
-  SqliteQuery insert(volume, "INSERT OR REPLACE INTO properties VALUES(?, ?, ?)");
-  insert.bind(0, id).bind(1, property.id);
+  auto insert = volume.connection().use("INSERT OR REPLACE INTO properties VALUES(?1, ?2, ?3)");
+  insert->bind(1, id).bind(2, property.id);
   if (const auto* text = std::get_if<Text>(&property.value))
-    insert.bind(2, TextView(*text));
+    insert->bind_utf16(3, *text);
   else if (const auto* number = std::get_if<std::int32_t>(&property.value))
-    insert.bind(2, *number);
+    insert->bind(3, *number);
   else
-    insert.bind(2, std::get<std::int16_t>(property.value));
-  return insert.finish();
+    insert->bind(3, std::get<std::int16_t>(property.value));
+  return insert->run();
 }
 
 }  // namespace
@@ -81,11 +82,11 @@ std::optional<std::vector<DatabaseInfo>> SqliteRecordDatabases::enumerate(Volume
   SqliteVolume* place = volume_of(volume);
   if (!place) return std::nullopt;
   std::vector<DatabaseInfo> all;
-  SqliteQuery query(*place,
-                    "SELECT name, id, (SELECT count(*) FROM records WHERE database = databases.id)"
-                    " FROM databases ORDER BY id");
-  const bool read = query.each_row([&](const SqliteQuery& row) {
-    all.push_back({row.text(0), static_cast<std::uint32_t>(row.number(1)),
+  auto query = place->connection().use(
+      "SELECT name, id, (SELECT count(*) FROM records WHERE database = databases.id)"
+      " FROM databases ORDER BY id");
+  const bool read = query->each([&](Statement& row) {
+    all.push_back({row.utf16(0), static_cast<std::uint32_t>(row.number(1)),
                    static_cast<std::uint32_t>(row.number(2))});
   });
   if (!read) return fail_for(*place), std::nullopt;
@@ -96,9 +97,10 @@ std::optional<std::vector<DatabaseInfo>> SqliteRecordDatabases::enumerate(Volume
 bool SqliteRecordDatabases::add_database(SqliteVolume& volume, TextView name,
                                          PropertyId sort_property) {
   if (name.empty()) return fail(DatabaseError::invalid_parameter);
-  SqliteQuery insert(volume, "INSERT OR IGNORE INTO databases(name, sort_property) VALUES(?, ?)");
-  if (!insert.bind(0, name).bind(1, sort_property).finish()) return fail_for(volume);
-  return volume.changed_rows() > 0 || fail(DatabaseError::already_exists);
+  auto insert = volume.connection().use(
+      "INSERT OR IGNORE INTO databases(name, sort_property) VALUES(?1, ?2)");
+  if (!insert->bind_utf16(1, name).bind(2, sort_property).run()) return fail_for(volume);
+  return volume.connection().changed_rows() > 0 || fail(DatabaseError::already_exists);
 }
 
 bool SqliteRecordDatabases::create(VolumeId volume, TextView name, PropertyId sort_property) {
@@ -108,11 +110,11 @@ bool SqliteRecordDatabases::create(VolumeId volume, TextView name, PropertyId so
 bool SqliteRecordDatabases::create_all(VolumeId volume, const std::vector<NewDatabase>& databases) {
   SqliteVolume* place = volume_of(volume);
   if (!place) return false;
-  SqliteChange change(*place);
+  SqliteTransaction change(place->connection(), SqliteTransaction::Kind::write);
   if (!change) return fail_for(*place);
   for (const NewDatabase& one : databases) {
     if (!add_database(*place, one.name, one.sort_property)) return false;
-    const std::int64_t database = place->last_row_id();
+    const std::int64_t database = place->connection().last_row();
     for (const Record& record : one.records)
       if (add_record(*place, database, record) == 0) return false;
   }
@@ -122,11 +124,11 @@ bool SqliteRecordDatabases::create_all(VolumeId volume, const std::vector<NewDat
 bool SqliteRecordDatabases::remove(VolumeId volume, TextView name) {
   SqliteVolume* place = volume_of(volume);
   if (!place) return false;
-  SqliteChange change(*place);
+  SqliteTransaction change(place->connection(), SqliteTransaction::Kind::write);
   if (!change) return fail_for(*place);
-  SqliteQuery erase(*place, "DELETE FROM databases WHERE name = ?");
-  if (!erase.bind(0, name).finish()) return fail_for(*place);
-  if (place->changed_rows() == 0) return fail(DatabaseError::file_not_found);
+  auto erase = place->connection().use("DELETE FROM databases WHERE name = ?1");
+  if (!erase->bind_utf16(1, name).run()) return fail_for(*place);
+  if (place->connection().changed_rows() == 0) return fail(DatabaseError::file_not_found);
   return change.commit() || fail_for(*place);
 }
 
@@ -135,9 +137,9 @@ DatabaseHandle SqliteRecordDatabases::open(VolumeId volume, TextView name,
   SqliteVolume* place = volume_of(volume);
   if (!place) return kInvalidDatabase;
   Handle handle{place, volume, 0, {}, 0};
-  SqliteQuery named(*place, "SELECT id FROM databases WHERE name = ?");
-  const bool read = named.bind(0, name).each_row(
-      [&](const SqliteQuery& row) { handle.database = row.number(0); });
+  auto named = place->connection().use("SELECT id FROM databases WHERE name = ?1");
+  const bool read =
+      named->bind_utf16(1, name).each([&](Statement& row) { handle.database = row.number(0); });
   if (!read || handle.database == 0) {
     fail(read ? DatabaseError::file_not_found : place->reason());
     return kInvalidDatabase;
@@ -150,14 +152,14 @@ DatabaseHandle SqliteRecordDatabases::open(VolumeId volume, TextView name,
 // The file's own collation compares bytes, which is not the order of UTF-16 units.
 bool SqliteRecordDatabases::sort(Handle& handle, PropertyId sort_property) {
   std::vector<std::pair<RecordId, Record>> keys;
-  SqliteQuery query(*handle.volume,
-                    "SELECT r.id, p.property, p.value FROM records r LEFT JOIN properties p"
-                    " ON p.record = r.id AND p.property = ? WHERE r.database = ? ORDER BY r.id");
-  query.bind(0, sort_property).bind(1, handle.database);
-  const bool read = query.each_row([&](const SqliteQuery& row) {
-    keys.push_back({static_cast<RecordId>(row.number(0)), {}});
-    if (row.number(1) != 0) keys.back().second.push_back(property_from(row, 1));
-  });
+  auto query = handle.volume->connection().use(
+      "SELECT r.id, p.property, p.value FROM records r LEFT JOIN properties p"
+      " ON p.record = r.id AND p.property = ?1 WHERE r.database = ?2 ORDER BY r.id");
+  const bool read =
+      query->bind(1, sort_property).bind(2, handle.database).each([&](Statement& row) {
+        keys.push_back({static_cast<RecordId>(row.number(0)), {}});
+        if (!row.is_null(1)) keys.back().second.push_back(property_from(row, 1));
+      });
   if (!read) return fail_for(*handle.volume);
   if (sort_property != 0)
     std::stable_sort(keys.begin(), keys.end(), [&](const auto& a, const auto& b) {
@@ -191,8 +193,9 @@ bool SqliteRecordDatabases::read_next(DatabaseHandle database, std::optional<Rea
   if (!handle) return false;
   while (handle->next < handle->order.size()) {
     ReadRecord found{handle->order[handle->next++], {}};
-    SqliteQuery query(*handle->volume, "SELECT property, value FROM properties WHERE record = ?");
-    const bool read = query.bind(0, found.id).each_row([&](const SqliteQuery& row) {
+    auto query = handle->volume->connection().use(
+        "SELECT property, value FROM properties WHERE record = ?1");
+    const bool read = query->bind(1, found.id).each([&](Statement& row) {
       found.properties.push_back(property_from(row, 0));
     });
     if (!read) return fail_for(*handle->volume);
@@ -209,10 +212,11 @@ RecordId SqliteRecordDatabases::add_record(SqliteVolume& volume, std::int64_t da
                                            const Record& properties) {
   if (properties.empty() || !well_formed(properties))
     return fail(DatabaseError::invalid_parameter), 0;
-  SqliteQuery insert(volume, "INSERT INTO records(database) SELECT id FROM databases WHERE id = ?");
-  if (!insert.bind(0, database).finish()) return fail_for(volume), 0;
-  if (volume.changed_rows() == 0) return fail(DatabaseError::file_not_found), 0;
-  const auto id = static_cast<RecordId>(volume.last_row_id());
+  auto insert = volume.connection().use(
+      "INSERT INTO records(database) SELECT id FROM databases WHERE id = ?1");
+  if (!insert->bind(1, database).run()) return fail_for(volume), 0;
+  if (volume.connection().changed_rows() == 0) return fail(DatabaseError::file_not_found), 0;
+  const auto id = static_cast<RecordId>(volume.connection().last_row());
   return write_properties(volume, id, properties) ? id : 0;
 }
 
@@ -230,17 +234,16 @@ RecordId SqliteRecordDatabases::write(DatabaseHandle database, RecordId id,
   if (properties.empty() || !well_formed(properties))
     return fail(DatabaseError::invalid_parameter), 0;
   SqliteVolume& volume = *handle->volume;
-  SqliteChange change(volume);
+  SqliteTransaction change(volume.connection(), SqliteTransaction::Kind::write);
   if (!change) return fail_for(volume), 0;
   if (id == 0) {
     id = add_record(volume, handle->database, properties);
     if (id == 0) return 0;
   } else {
     bool known = false;
-    SqliteQuery query(volume, "SELECT 1 FROM records WHERE id = ? AND database = ?");
-    const bool read = query.bind(0, id).bind(1, handle->database).each_row([&](const SqliteQuery&) {
-      known = true;
-    });
+    auto query = volume.connection().use("SELECT 1 FROM records WHERE id = ?1 AND database = ?2");
+    const bool read =
+        query->bind(1, id).bind(2, handle->database).each([&](Statement&) { known = true; });
     if (!read) return fail_for(volume), 0;
     if (!known) return fail(DatabaseError::invalid_parameter), 0;
     if (!write_properties(volume, id, properties)) return 0;
@@ -252,11 +255,11 @@ bool SqliteRecordDatabases::erase(DatabaseHandle database, RecordId id) {
   Handle* handle = handle_of(database);
   if (!handle) return false;
   SqliteVolume& volume = *handle->volume;
-  SqliteChange change(volume);
+  SqliteTransaction change(volume.connection(), SqliteTransaction::Kind::write);
   if (!change) return fail_for(volume);
-  SqliteQuery erase(volume, "DELETE FROM records WHERE id = ? AND database = ?");
-  if (!erase.bind(0, id).bind(1, handle->database).finish()) return fail_for(volume);
-  if (volume.changed_rows() == 0) return fail(DatabaseError::invalid_parameter);
+  auto erase = volume.connection().use("DELETE FROM records WHERE id = ?1 AND database = ?2");
+  if (!erase->bind(1, id).bind(2, handle->database).run()) return fail_for(volume);
+  if (volume.connection().changed_rows() == 0) return fail(DatabaseError::invalid_parameter);
   return change.commit() || fail_for(volume);
 }
 

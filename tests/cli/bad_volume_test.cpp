@@ -169,10 +169,10 @@ TEST_F(BadVolume, ALockIsWaitedForOnceByARowOfOperations) {
   ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
   LockPatience patience;
   int waits = 0;
-  while (patience.waited()) ++waits;
+  while (patience.wait(waits)) ++waits;
   EXPECT_GT(waits, 0);
   EXPECT_LE(waits, 40) << "of a hundredth of a second each";
-  EXPECT_FALSE(patience.waited()) << "nothing more for the next operation";
+  EXPECT_FALSE(patience.wait(waits)) << "nothing more for the next operation";
   EXPECT_EQ(read_everything(), 0u);
   EXPECT_EQ(boxes_shown(), Messages(4, "Error: Database mount failed: In Use By Another Program"));
   sqlite3_close(other);

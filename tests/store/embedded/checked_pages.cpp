@@ -1,5 +1,5 @@
 // Pages that come back from the disk otherwise than they were written.
-#include "store/embedded/checked_pages.h"
+#include "store/embedded/sqlite/checked_pages.h"
 
 #include <sqlite3.h>
 

@@ -3,7 +3,7 @@
 
 #include <sqlite3.h>
 
-#include "store/embedded/checked_pages.h"
+#include "store/embedded/sqlite/checked_pages.h"
 #include "store/embedded/embedded_schema.h"
 #include "tests/store/embedded/store_file.h"
 

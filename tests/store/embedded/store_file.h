@@ -10,7 +10,7 @@
 #include <iterator>
 #include <string>
 
-#include "store/embedded/checked_pages.h"
+#include "store/embedded/sqlite/checked_pages.h"
 #include "store/embedded/embedded_store.h"
 
 namespace orvello::test {

@@ -2,29 +2,30 @@
 // says whether all rows were read and must be looked at: a read that broke off is no end.
 #pragma once
 
-#include <sqlite3.h>
-
 #include <cassert>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 #include "base/text.h"
 #include "calendar/seconds.h"
 
+struct sqlite3_stmt;
+
 namespace orvello {
 
-class EmbeddedDatabase;
+class SqliteConnection;
 
 // Parameters count from 1, columns from 0. One that could not be prepared takes bindings and fails
 // when it runs. A column that holds another kind of value than was stored, or a number that does
 // not fit, is damage of the file: the walk ends with a failure.
 class Statement {
  public:
-  Statement(EmbeddedDatabase& db, sqlite3* handle, const char* sql);
-  explicit Statement(EmbeddedDatabase& db) : db_(db), failed_(true) {}  // why was noted
-  ~Statement() { sqlite3_finalize(statement_); }
+  Statement(SqliteConnection& db, std::string_view sql);
+  explicit Statement(SqliteConnection& db) : db_(db), failed_(true) {}  // why was noted
+  ~Statement();
   Statement(const Statement&) = delete;
   Statement& operator=(const Statement&) = delete;
   bool prepared() const { return statement_ != nullptr; }
@@ -33,6 +34,11 @@ class Statement {
   Statement& bind(int index, std::string_view bytes);
   Statement& bind(int index, TextView text) { return bind(index, std::string_view(to_utf8(text))); }
   Statement& bind_blob(int index, std::string_view bytes);
+  // As it stands, halves of surrogate pairs too, where the file keeps its texts in UTF-16.
+  Statement& bind_utf16(int index, TextView text);
+  Statement& bind_null(int index);
+  // Every column of another statement's row, in their order.
+  Statement& bind_row(Statement& row);
 
   // Calls visit(row) for each row; one that answers false has failed and said why. Ready for the
   // next use afterwards, with the bindings it has.
@@ -61,6 +67,9 @@ class Statement {
   std::string_view blob(int column);
   std::string string(int column) { return std::string(bytes(column)); }
   Text text(int column) { return to_utf16(bytes(column)); }
+  Text utf16(int column);  // in a file of either encoding
+
+  std::vector<std::string> columns() const;  // their names
 
  private:
   friend class StatementUse;
@@ -70,8 +79,9 @@ class Statement {
   void reset();
   std::string_view column_bytes(int column, int kind);
   void damaged();
+  void missed(std::size_t size);
 
-  EmbeddedDatabase& db_;
+  SqliteConnection& db_;
   sqlite3_stmt* statement_ = nullptr;
   bool failed_ = false;
   bool in_use_ = false;

@@ -1,4 +1,4 @@
-#include "store/embedded/checked_pages.h"
+#include "store/embedded/sqlite/checked_pages.h"
 
 #include <sqlite3.h>
 
