@@ -11,6 +11,7 @@
 #include <string>
 
 #include "exchange/import.h"
+#include "files/input_file.h"
 #include "hosts/headless/headless_host.h"
 #include "settings/load_settings.h"
 #include "store/embedded/embedded_store.h"
@@ -65,7 +66,8 @@ int run_over_calendar(int argc, char** argv, Bench*& bench, Ready ready) {
   }
   Bench calendar;
   if (!calendar.open()) return 1;
-  const ImportResult imported = import_files({argv[1]}, *calendar.store, calendar.host.clock);
+  const ImportResult imported =
+      import_files({argv[1]}, open_input_file, *calendar.store, calendar.host.clock);
   if (!imported.done || imported.counts.imported == 0) {
     std::fprintf(stderr, "%s: %s holds nothing: %s\n", argv[0], argv[1], imported.failure.c_str());
     return 1;

@@ -6,6 +6,7 @@
 #include "cli/agenda.h"
 #include "exchange/export.h"
 #include "exchange/import.h"
+#include "files/input_file.h"
 #include "files/replace_file.h"
 
 namespace orvello {
@@ -24,7 +25,7 @@ std::optional<std::int32_t> day_of(const std::optional<MonthDayYear>& date) {
 
 int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, std::ostream& out,
                std::ostream& err) {
-  const ImportResult result = import_files(line.files, store, clock);
+  const ImportResult result = import_files(line.files, open_input_file, store, clock);
   for (const ImportProblem& problem : result.problems) err << problem_line(problem) << "\n";
   if (!result.done) {
     err << "orvello: nothing was imported: " << result.failure << "\n";

@@ -1,5 +1,6 @@
 #include "cli/import_preview.h"
 
+#include "files/input_file.h"
 #include "resources/dialog_templates.h"
 
 namespace orvello {
@@ -47,11 +48,11 @@ bool import_after_preview(const std::vector<std::string>& files, RecordStore& st
                BoxIcon::error, BoxButtons::ok, true);
     return false;
   };
-  ImportResult preview = preview_files(files, store, clock);
+  ImportResult preview = preview_files(files, open_input_file, store, clock);
   if (!preview.done) return failed(preview.failure);
   ImportProcedure procedure(std::move(preview), language);
   if (dialogs.run_modal(import_dialog(language), procedure) != 1) return false;
-  const ImportResult result = import_files(files, store, clock);
+  const ImportResult result = import_files(files, open_input_file, store, clock);
   if (!result.done) return failed(result.failure);
   boxes.show(counts_text(StringId::import_done, result.counts, language),
              load_string(StringId::import_title, language), BoxIcon::none, BoxButtons::ok, true);

@@ -1,30 +1,48 @@
 #include "exchange/import.h"
 
 #include "exchange/importer.h"
-#include "files/input_file.h"
 
 namespace orvello {
 namespace {
 
-constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 30;
+// Takes back what is not committed, whatever ends the import.
+class Changes {
+ public:
+  explicit Changes(RecordStore& store) : store_(store), open_(store.begin()) {}
+  ~Changes() {
+    if (open_) store_.rollback();
+  }
+  Changes(const Changes&) = delete;
+  Changes& operator=(const Changes&) = delete;
+  explicit operator bool() const { return open_; }
+  [[nodiscard]] bool commit() {
+    const bool committed = store_.commit();
+    if (committed) open_ = false;
+    return committed;
+  }
 
-ImportResult run(const std::vector<std::string>& paths, RecordStore& store, const Clock& clock,
-                 bool writes) {
+ private:
+  RecordStore& store_;
+  bool open_;
+};
+
+ImportResult run(const std::vector<std::string>& paths, const OpenInput& open, RecordStore& store,
+                 const Clock& clock, bool writes) {
   ImportResult result;
   Importer importer(store, clock, writes);
   for (const std::string& path : paths) {
-    InputFile in(path, kLargestFile);
-    if (!in) {
-      result.failure = in.problem();
+    const auto in = open(path);
+    if (!*in) {
+      result.failure = in->problem();
       return result;
     }
     ImportedFile file{path, {}};
     ProblemList problems(path);
-    const bool stored = importer.import_stream(in, file.counts, problems);
+    const bool stored = importer.import_stream(*in, file.counts, problems);
     result.problems.insert(result.problems.end(), problems.problems().begin(),
                            problems.problems().end());
-    if (!in.problem().empty()) {
-      result.failure = in.problem();
+    if (!in->problem().empty()) {
+      result.failure = in->problem();
       return result;
     }
     if (!stored) {
@@ -48,31 +66,26 @@ ImportCounts& ImportCounts::operator+=(const ImportCounts& other) {
   return *this;
 }
 
-ImportResult import_files(const std::vector<std::string>& paths, RecordStore& store,
-                          const Clock& clock) {
-  if (!store.begin()) {
-    ImportResult result;
+ImportResult import_files(const std::vector<std::string>& paths, const OpenInput& open,
+                          RecordStore& store, const Clock& clock) {
+  ImportResult result;
+  Changes changes(store);
+  if (changes) {
+    result = run(paths, open, store, clock, true);
+    if (result.done && changes.commit()) return result;
+    if (result.done) result.failure = store.problem();
+  } else {
     result.failure = store.problem();
-    return result;
   }
-  ImportResult result = run(paths, store, clock, true);
-  if (!result.done) {
-    store.rollback();
-  } else if (!store.commit()) {
-    result.done = false;
-    result.failure = store.problem();
-    store.rollback();
-  }
-  if (!result.done) {
-    result.counts = {};
-    result.files.clear();
-  }
+  result.done = false;
+  result.counts = {};
+  result.files.clear();
   return result;
 }
 
-ImportResult preview_files(const std::vector<std::string>& paths, RecordStore& store,
-                           const Clock& clock) {
-  return run(paths, store, clock, false);
+ImportResult preview_files(const std::vector<std::string>& paths, const OpenInput& open,
+                           RecordStore& store, const Clock& clock) {
+  return run(paths, open, store, clock, false);
 }
 
 std::string problem_line(const ImportProblem& problem) {

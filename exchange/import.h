@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/input_stream.h"
 #include "ports/clock.h"
 #include "store/record_store.h"
 
@@ -39,12 +40,13 @@ struct ImportResult {
 
 // All files' changes are one transaction: after a failure, or a process that dies at any moment,
 // the store is as it was. Broken events and files that hold no calendar are problems, not failures.
-ImportResult import_files(const std::vector<std::string>& paths, RecordStore& store,
-                          const Clock& clock);
+// Each file is opened when its turn comes.
+ImportResult import_files(const std::vector<std::string>& paths, const OpenInput& open,
+                          RecordStore& store, const Clock& clock);
 
 // What import_files would count and complain of; the store is only read.
-ImportResult preview_files(const std::vector<std::string>& paths, RecordStore& store,
-                           const Clock& clock);
+ImportResult preview_files(const std::vector<std::string>& paths, const OpenInput& open,
+                           RecordStore& store, const Clock& clock);
 
 // "FILE:LINE: text"
 std::string problem_line(const ImportProblem& problem);

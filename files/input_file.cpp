@@ -11,6 +11,7 @@ namespace orvello {
 namespace {
 
 constexpr std::size_t kPiece = 1 << 16;
+constexpr std::uint64_t kLargestChosen = std::uint64_t{1} << 30;
 
 }  // namespace
 
@@ -48,7 +49,7 @@ Result<std::string> read_whole_file(const std::string& path, std::uint64_t most)
   }
 }
 
-InputFile::InputFile(const std::string& path, std::uint64_t most) : std::istream(nullptr) {
+InputFile::InputFile(const std::string& path, std::uint64_t most) : InputStream(nullptr) {
   buffer_.path = path;
   auto file = open_regular_file(path, most);
   if (file) {
@@ -59,6 +60,10 @@ InputFile::InputFile(const std::string& path, std::uint64_t most) : std::istream
     buffer_.problem = file.reason();
     setstate(std::ios::badbit);
   }
+}
+
+std::unique_ptr<InputStream> open_input_file(const std::string& path) {
+  return std::make_unique<InputFile>(path, kLargestChosen);
 }
 
 InputFile::Buffer::int_type InputFile::Buffer::underflow() {

@@ -3,12 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <istream>
 #include <memory>
 #include <streambuf>
 #include <string>
 #include <vector>
 
+#include "base/input_stream.h"
 #include "base/result.h"
 #include "files/descriptor.h"
 
@@ -20,10 +20,10 @@ Result<std::shared_ptr<Descriptor>> open_regular_file(const std::string& path, s
 Result<std::string> read_whole_file(const std::string& path, std::uint64_t most);
 
 // A regular file as a stream. A read that fails sets `bad()`, and problem() says why.
-class InputFile : public std::istream {
+class InputFile : public InputStream {
  public:
   InputFile(const std::string& path, std::uint64_t most);
-  const std::string& problem() const { return buffer_.problem; }  // empty: none
+  const std::string& problem() const override { return buffer_.problem; }
 
  private:
   struct Buffer : std::streambuf {
@@ -34,5 +34,8 @@ class InputFile : public std::istream {
   };
   Buffer buffer_;
 };
+
+// For what a person chose to read: of at most 1 GiB.
+std::unique_ptr<InputStream> open_input_file(const std::string& path);
 
 }  // namespace orvello

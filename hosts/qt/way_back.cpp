@@ -9,6 +9,7 @@
 #include "exchange/export.h"
 #include "exchange/import.h"
 #include "files/file_lock.h"
+#include "files/input_file.h"
 #include "files/replace_file.h"
 #include "store/embedded/calendar_restore.h"
 #include "store/embedded/embedded_store.h"
@@ -96,7 +97,7 @@ Result<std::string> make_anew(const Paths& paths, const Clock& clock, const std:
   {
     auto store = EmbeddedStore::open(fresh.path(), clock);
     if (!store) return Made::failure(store.reason());
-    const ImportResult imported = import_files({saved}, **store, clock);
+    const ImportResult imported = import_files({saved}, open_input_file, **store, clock);
     if (!imported.done) return Made::failure(imported.failure);
   }
   return replace_calendar(calendar_file(paths), fresh.path(), keep_as);

@@ -236,12 +236,12 @@ TEST_F(BadInputTest, MutatedFilesNeverBreakAnything) {
     }
     std::ofstream(path, std::ios::binary) << text;
     store.now = {};
-    const auto result = import_files({path}, store, clock);
+    const auto result = import_files({path}, open_input_file, store, clock);
     ASSERT_TRUE(result.done);
     const std::string out = exported();
     std::ofstream(path, std::ios::binary) << out;
     FakeStore other;
-    const auto again = import_files({path}, other, clock);
+    const auto again = import_files({path}, open_input_file, other, clock);
     EXPECT_EQ(other.now.records.size(), store.now.records.size()) << text << "\n----\n" << out;
     EXPECT_TRUE(is_utf8(out)) << round;
   }

@@ -15,8 +15,8 @@ TEST_F(EmbeddedRoundTrip, NothingIsLostOnDisk) {
   for (int pass = 0; pass < 2; ++pass) {
     const auto disk = EmbeddedStore::open(path, clock);
     ASSERT_TRUE(disk) << disk.reason();
-    const auto result =
-        import_files({data_file("series.ics"), data_file("rules.ics")}, **disk, clock);
+    const auto result = import_files({data_file("series.ics"), data_file("rules.ics")},
+                                     open_input_file, **disk, clock);
     ASSERT_TRUE(result.done) << result.failure;
     EXPECT_EQ(result.counts, pass == 0 ? (ImportCounts{5, 0, 0}) : (ImportCounts{0, 5, 0}));
     const auto text = export_calendar(**disk, {}, {}, clock);
@@ -57,7 +57,7 @@ TEST_F(EmbeddedRoundTrip, AKnownZoneFollowsANewerDatabase) {
   {
     const auto disk = EmbeddedStore::open(path, clock);
     ASSERT_TRUE(disk) << disk.reason();
-    ASSERT_TRUE(import_files({file_of(text)}, **disk, clock).done);
+    ASSERT_TRUE(import_files({file_of(text)}, open_input_file, **disk, clock).done);
   }
   EXPECT_EQ(shown(), at(2026, 7, 1, 12));                      // both are two hours east in summer
   clock.rules["Europe/Berlin"] = "CET-1CET-1,M3.5.0,M10.5.0";  // summer time was given up

@@ -15,6 +15,7 @@
 #include "exchange/content_line.h"
 #include "exchange/export.h"
 #include "exchange/import.h"
+#include "files/input_file.h"
 #include "tests/data_path.h"
 #include "tests/exchange/fake_store.h"
 
@@ -59,7 +60,7 @@ class ExchangeTest : public testing::Test {
     return path;
   }
   ImportResult import_text(std::string_view text) {
-    return import_files({file_of(text)}, store, clock);
+    return import_files({file_of(text)}, open_input_file, store, clock);
   }
   static std::string calendar(std::string_view inside) {
     return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Sample//EN\r\n" + std::string(inside) +

@@ -54,7 +54,7 @@ class ExportTest : public ExchangeTest {
   // The records of `text` in a store of their own are those of `store`.
   void expect_same_after_import(const std::string& text) {
     FakeStore other;
-    const auto result = import_files({file_of(text, "again.ics")}, other, clock);
+    const auto result = import_files({file_of(text, "again.ics")}, open_input_file, other, clock);
     EXPECT_EQ(problems_of(result).find("left out"), std::string::npos) << problems_of(result);
     ASSERT_EQ(other.now.records.size(), store.now.records.size());
     for (const auto& [oid, record] : store.now.records) {
@@ -68,14 +68,14 @@ class ExportTest : public ExchangeTest {
 TEST_F(ExportTest, WhatCameInComesOutLineForLine) {
   for (const char* name : {"series.ics", "rules.ics"}) {
     store.now = {};
-    import_files({data_file(name)}, store, clock);
+    import_files({data_file(name)}, open_input_file, store, clock);
     const std::string text = exported();
     EXPECT_EQ(missing(file_text(data_file(name)), text), "") << name;
     EXPECT_EQ(missing(text, file_text(data_file(name))), "") << name;
     expect_same_after_import(text);
   }
   // Both in one store: two calendars, nothing lost from either.
-  import_files({data_file("series.ics")}, store, clock);
+  import_files({data_file("series.ics")}, open_input_file, store, clock);
   const std::string text = exported();
   EXPECT_EQ(missing(file_text(data_file("series.ics")), text), "");
   EXPECT_EQ(missing(file_text(data_file("rules.ics")), text), "");
@@ -110,7 +110,7 @@ TEST_F(ExportTest, PlainEventsNeedNoText) {
 }
 
 TEST_F(ExportTest, OldFormComesOutInTheNewOne) {
-  import_files({data_file("old.vcs")}, store, clock);
+  import_files({data_file("old.vcs")}, open_input_file, store, clock);
   const std::string text = exported();
   EXPECT_NE(text.find("VERSION:2.0\r\n"), std::string::npos);
   EXPECT_NE(text.find("DAYLIGHT:TRUE;+02;"), std::string::npos);
@@ -121,7 +121,7 @@ TEST_F(ExportTest, OldFormComesOutInTheNewOne) {
 }
 
 TEST_F(ExportTest, OnlyWhatChangedIsWrittenAnew) {
-  import_files({data_file("series.ics")}, store, clock);
+  import_files({data_file("series.ics")}, open_input_file, store, clock);
   const std::string before = exported();
   AppointmentRecord& record = *store.of_uid("weekly@sample");
   record.fields.location = u"Room 2";

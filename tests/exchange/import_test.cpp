@@ -6,7 +6,7 @@ namespace {
 using ImportTest = ExchangeTest;
 
 TEST_F(ImportTest, SeriesWithItsChangesInAnyOrderIsOneAppointment) {
-  const auto result = import_files({data_file("series.ics")}, store, clock);
+  const auto result = import_files({data_file("series.ics")}, open_input_file, store, clock);
   ASSERT_TRUE(result.done) << result.failure;
   EXPECT_EQ(counts_line(result.counts), "1 imported, 0 updated, 0 skipped");
   EXPECT_EQ(problems_of(result), "");
@@ -44,7 +44,7 @@ TEST_F(ImportTest, SeriesWithItsChangesInAnyOrderIsOneAppointment) {
 }
 
 TEST_F(ImportTest, RulesNoPatternHoldsAndPeriods) {
-  const auto result = import_files({data_file("rules.ics")}, store, clock);
+  const auto result = import_files({data_file("rules.ics")}, open_input_file, store, clock);
   EXPECT_EQ(counts_line(result.counts), "4 imported, 0 updated, 0 skipped");
   const AppointmentRecord* odd = store.of_uid("odd@sample");
   ASSERT_TRUE(odd);
@@ -137,8 +137,9 @@ TEST_F(ImportTest, ALowerSequenceTakesNothingBack) {
                     event("DTSTART:20260102T100000\r\nSUMMARY:Nameless\r\n"));
   };
   EXPECT_EQ(counts_line(import_text(text(5, "One")).counts), "2 imported, 0 updated, 0 skipped");
-  EXPECT_EQ(counts_line(preview_files({file_of(text(6, "Two"))}, store, clock).counts),
-            "0 imported, 2 updated, 0 skipped");
+  EXPECT_EQ(
+      counts_line(preview_files({file_of(text(6, "Two"))}, open_input_file, store, clock).counts),
+      "0 imported, 2 updated, 0 skipped");
   EXPECT_EQ(store.of_uid("a")->fields.subject, u"One");  // a preview changes nothing
   const auto older = import_text(text(1, "Old"));
   EXPECT_EQ(counts_line(older.counts), "0 imported, 1 updated, 1 skipped");
@@ -174,8 +175,9 @@ TEST_F(ImportTest, ChangesBeforeAfterAndWithoutTheirSeries) {
   EXPECT_EQ(exceptions[1].start, at(2026, 1, 8, 17));
   // In one go, whatever the order of the files.
   store.now = {};
-  const auto result = import_files(
-      {file_of(change("06"), "1"), file_of(series, "2"), file_of(change("08"), "3")}, store, clock);
+  const auto result =
+      import_files({file_of(change("06"), "1"), file_of(series, "2"), file_of(change("08"), "3")},
+                   open_input_file, store, clock);
   EXPECT_EQ(counts_line(result.counts), "1 imported, 0 updated, 0 skipped");
   EXPECT_EQ(store.now.records.size(), 1u);
   EXPECT_EQ(store.of_uid("s")->exceptions.size(), 2u);
@@ -191,14 +193,23 @@ TEST_F(ImportTest, AllFilesOrNothing) {
   EXPECT_EQ(full.failure, "fake.db: the disk is full");
   EXPECT_EQ(store.now.records.size(), 1u);
   store.puts_until_failure = -1;
-  const auto gone = import_files({file_of(two), "/nowhere/at-all.ics"}, store, clock);
+  const auto gone =
+      import_files({file_of(two), "/nowhere/at-all.ics"}, open_input_file, store, clock);
   EXPECT_FALSE(gone.done);
   EXPECT_EQ(gone.failure, "/nowhere/at-all.ics cannot be read: there is no such file or folder.");
   EXPECT_EQ(store.now.records.size(), 1u);
   EXPECT_EQ(gone.counts, ImportCounts());
   const int writes = store.writes;
-  preview_files({file_of(two), data_file("series.ics")}, store, clock);
+  preview_files({file_of(two), data_file("series.ics")}, open_input_file, store, clock);
   EXPECT_EQ(store.writes, writes);
+  // Also when something is thrown through it.
+  const auto fails_at = [](const std::string& name) -> std::unique_ptr<InputStream> {
+    if (name == "bad") throw std::bad_alloc();
+    return open_input_file(name);
+  };
+  EXPECT_THROW(import_files({file_of(two), "bad"}, fails_at, store, clock), std::bad_alloc);
+  EXPECT_EQ(store.now.records.size(), 1u);
+  EXPECT_TRUE(import_text(two).done);
 }
 
 // What the store could not answer is not "there is nothing": a part of the file would come in as if
@@ -267,7 +278,7 @@ TEST_F(ImportTest, Reminders) {
 }
 
 TEST_F(ImportTest, OlderForm) {
-  const auto result = import_files({data_file("old.vcs")}, store, clock);
+  const auto result = import_files({data_file("old.vcs")}, open_input_file, store, clock);
   EXPECT_EQ(counts_line(result.counts), "2 imported, 0 updated, 0 skipped");
   EXPECT_EQ(problems_of(result), "");
   const AppointmentRecord* first = store.of_uid("old1");

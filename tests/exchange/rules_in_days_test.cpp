@@ -74,7 +74,7 @@ TEST_F(RulesInDays, ShowWhatTheFileMeans) {
     MemoryStore days(clock);
     const auto result = import_files(
         {file_of(calendar(kBerlin + event("UID:a\r\nSUMMARY:x\r\n" + std::string(one.lines))))},
-        days, clock);
+        open_input_file, days, clock);
     EXPECT_EQ(starts(days, one.from, one.to), one.starts);
     EXPECT_EQ(result.problems.size(), static_cast<std::size_t>(one.problems))
         << problems_of(result);
@@ -102,7 +102,7 @@ TEST_F(RulesInDays, ACrowdedDayCountsWhatItDoesNotShow) {
     MemoryStore days(clock);
     import_files({file_of(calendar(event("UID:a\r\nSUMMARY:x\r\nDTSTART:20260105T000000\r\n" +
                                          std::string(one.lines))))},
-                 days, clock);
+                 open_input_file, days, clock);
     const std::string found = starts(days, one.from, one.to);
     EXPECT_NE(found.find(one.starts), std::string::npos) << found;
   }

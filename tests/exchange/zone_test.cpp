@@ -31,7 +31,7 @@ class ZoneImport : public ExchangeTest {
 };
 
 TEST_F(ZoneImport, NamesInEveryWritingAndDefinitionsOfAnyQuality) {
-  const auto result = import_files({data_file("zones.ics")}, store, clock);
+  const auto result = import_files({data_file("zones.ics")}, open_input_file, store, clock);
   EXPECT_EQ(problems_of(result), "");
   expect_moments("zones.ics", true);
   // What goes out means the same to whoever reads it, also where this device's database is not.
