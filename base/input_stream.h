@@ -1,5 +1,5 @@
-// What is read from a file or another source that its owner opened: a stream that can say why a read
-// failed.
+// What is read from a file or another source that its owner opened: a stream that can say why a
+// read failed.
 #pragma once
 
 #include <functional>

@@ -16,6 +16,7 @@ using TextView = std::u16string_view;
 // Ill-formed input becomes U+FFFD, one for each bad unit; nothing fails.
 Text to_utf16(std::string_view utf8);
 std::string to_utf8(TextView text);
+void append_utf8(std::string& out, char32_t code_point);
 
 // A printf for UTF-16 that knows what the program's pictures use: %d, %.2d (any precision), %ld,
 // %s, %f, %.0f (any precision) and %%. A missing or mismatched argument expands to nothing.

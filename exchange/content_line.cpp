@@ -47,6 +47,11 @@ bool next_line(std::string_view text, std::size_t& at, std::string_view& line) {
   return true;
 }
 
+void append_lines(std::string& out, std::string_view text) {
+  std::size_t at = 0;
+  for (std::string_view line; next_line(text, at, line);) out.append(line).append("\r\n");
+}
+
 // Where the value begins really: a TZID with an unquoted colon, "TZID=(UTC+01:00) Berlin:20260101",
 // would lose its tail to a value that is no date then.
 static std::size_t end_of_zone_name(std::string_view line, std::size_t parameters,

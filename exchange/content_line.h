@@ -48,6 +48,8 @@ class ParsedComponent {
 
 // The next physical line without its ending; moves `at` behind it. False at the end.
 bool next_line(std::string_view text, std::size_t& at, std::string_view& line);
+// The same lines with the endings that a file of ours has.
+void append_lines(std::string& out, std::string_view text);
 
 // Splits one unfolded line; false when it is no property.
 bool split_property(std::string_view line, Property& property);

@@ -1,8 +1,8 @@
 #include "exchange/event_reader.h"
 
 #include <algorithm>
-#include <cstdio>
 
+#include "base/hash.h"
 #include "base/text.h"
 #include "exchange/base64.h"
 #include "exchange/date_values.h"
@@ -229,19 +229,12 @@ std::string join_categories(const Component& event) {
 }
 
 std::string made_up_uid(const Component& event) {
-  std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a
-  const auto add = [&hash](std::string_view text) {
-    for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3u;
-  };
+  StableHash hash;
   for (const Property& property : event.properties) {
     if (property.named("DTSTAMP") || property.named("LAST-MODIFIED")) continue;
-    add(property.name);
-    add(property.parameters);
-    add(property.value);
+    hash.add(property.name).add(property.parameters).add(property.value);
   }
-  char text[40];
-  std::snprintf(text, sizeof text, "%016llx@orvello", static_cast<unsigned long long>(hash));
-  return text;
+  return hash.text() + "@orvello";
 }
 
 std::optional<ReadEvent> read_event(const Component& event, EventContext& context) {

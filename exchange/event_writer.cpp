@@ -17,11 +17,6 @@ namespace {
 
 constexpr std::int64_t kMinute = 60;
 
-void append_raw(std::string& out, std::string_view raw) {
-  std::size_t at = 0;
-  for (std::string_view line; next_line(raw, at, line);) out.append(line).append("\r\n");
-}
-
 bool same_rule(const std::optional<RecurrencePattern>& a,
                const std::optional<RecurrencePattern>& b) {
   if (a.has_value() != b.has_value()) return false;
@@ -260,7 +255,7 @@ void EventWriter::write_exception(std::string& out, const Item& series,
   if (exception.deleted) {
     // Excluded dates stand with the series; a cancelled occurrence has its own words.
     if (kept && kept->cancelled)
-      append_raw(out, text.root().raw), note_tzids(text.root(), used_tzids_);
+      append_lines(out, text.root().raw), note_tzids(text.root(), used_tzids_);
     else if (series.took_over && !is_excluded(reference->record, exception.original_start))
       out += "BEGIN:VEVENT\r\n" + folded("UID:" + escape_text(series.uid)) +
              "DTSTAMP:" + moment_text(series.modified) + "\r\n" + id +
@@ -416,7 +411,7 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
       out.append(property.name).append(":" + stamp);
     } else if (!plan.changed[index] ||
                (kind == PropertyKind::recipients && recipients.contains(name_of(property)))) {
-      append_raw(out, property.raw);
+      append_lines(out, property.raw);
       if (const auto tzid = tzid_of(property)) used_tzids_.insert(*tzid);
     } else if (kind != PropertyKind::recipients) {  // new ones come last, as in the record
       // The first of its kind gives its place to all of them.
@@ -443,7 +438,7 @@ void EventWriter::write_alarms(std::string& out, const Item& item, const Compone
                     (!now.reminder_set || now.reminder_minutes == then.reminder_minutes);
   for (const Component& child : text.children) {
     if (&child != shown || same) {
-      append_raw(out, child.raw);
+      append_lines(out, child.raw);
     } else if (now.reminder_set) {
       // Only its trigger changes; how it shows or sounds stays.
       out += "BEGIN:VALARM\r\n";
@@ -451,9 +446,9 @@ void EventWriter::write_alarms(std::string& out, const Item& item, const Compone
         if (property.named("TRIGGER"))
           out += trigger_line(now.reminder_minutes);
         else
-          append_raw(out, property.raw);
+          append_lines(out, property.raw);
       }
-      for (const Component& part : child.children) append_raw(out, part.raw);
+      for (const Component& part : child.children) append_lines(out, part.raw);
       out += "END:VALARM\r\n";
     }
   }

@@ -169,11 +169,6 @@ void Exporter::join_own() {
   }
 }
 
-void append_lines(std::string& out, std::string_view text) {
-  std::size_t at = 0;
-  for (std::string_view line; next_line(text, at, line);) out.append(line).append("\r\n");
-}
-
 std::string Exporter::header_text(const Group& group) {
   std::string text = "BEGIN:VCALENDAR\r\n";
   ParsedComponent parsed;

@@ -1,9 +1,9 @@
 #include "exchange/importer.h"
 
-#include <cstdio>
 #include <functional>
 #include <utility>
 
+#include "base/hash.h"
 #include "exchange/calendar_keys.h"
 #include "exchange/vcalendar1.h"
 
@@ -11,12 +11,7 @@ namespace orvello {
 namespace {
 
 std::string fingerprint(std::string_view a, std::string_view b) {
-  std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a
-  for (const std::string_view text : {a, b})
-    for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3u;
-  char text[20];
-  std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(hash));
-  return text;
+  return StableHash().add(a).add(b).text();
 }
 
 std::string value_of(const Component& component, std::string_view name) {

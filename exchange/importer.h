@@ -105,7 +105,6 @@ class Importer {
   Moment start_of(const AppointmentRecord& record, std::optional<Zone>& zone);
   bool is_older(const Component& event, std::string_view stored);
   void hide(const Component& event, const std::string& uid);
-  void hide_record(const AppointmentRecord& record);
   void unhide(const std::string& uid);
   void merge_hidden(const std::string& uid, ReadEvent& master);
   const ForeignComponent* hidden(const std::string& uid);

@@ -2,29 +2,13 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+
 namespace orvello {
 namespace {
 
 constexpr std::size_t kPiece = 1 << 18;
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-
-void append_utf8(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    if (c < 0x10000) {
-      out += static_cast<char>(0xE0 | (c >> 12));
-    } else {
-      out += static_cast<char>(0xF0 | (c >> 18));
-      out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    }
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
-}
 
 }  // namespace
 

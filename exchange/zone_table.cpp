@@ -3,8 +3,8 @@
 #include <libical/ical.h>
 
 #include <algorithm>
-#include <cstdio>
 
+#include "base/hash.h"
 #include "calendar/rule_text.h"
 #include "calendar/zone_file.h"
 #include "exchange/date_values.h"
@@ -71,13 +71,7 @@ bool may_mean(const std::vector<Observance>& observances, const Zone& known) {
 }
 
 std::string variant_name(const std::string& tzid, const Zone& zone) {
-  std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a
-  for (const char c : zone.definition())
-    hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3u;
-  char text[20];
-  std::snprintf(text, sizeof text, "#%012llx",
-                static_cast<unsigned long long>(hash & 0xFFFFFFFFFFFFu));
-  return tzid + text;
+  return tzid + "#" + StableHash().add(zone.definition()).text(12);
 }
 
 }  // namespace

@@ -16,6 +16,8 @@
 #include <fstream>
 #include <thread>
 
+#include "base/hash.h"
+
 namespace orvello {
 namespace {
 
@@ -28,14 +30,7 @@ constexpr std::chrono::milliseconds kPause{50};
 constexpr char kAnswer = '+';
 
 // A name for a socket, which may not be as long as a path.
-std::string short_name(const std::string& folder) {
-  std::uint64_t hash = 14695981039346656037u;
-  for (unsigned char c : folder) hash = (hash ^ c) * 1099511628211u;
-  static const char* digits = "0123456789abcdef";
-  std::string name;
-  for (int shift = 60; shift >= 0; shift -= 4) name += digits[hash >> shift & 15];
-  return name;
-}
+std::string short_name(const std::string& folder) { return StableHash().add(folder).text(); }
 
 std::string real_folder(const std::string& folder) {
   char* real = ::realpath(folder.c_str(), nullptr);
