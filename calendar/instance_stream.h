@@ -48,7 +48,6 @@ class InstanceStream {
   // Appends the first `most` instances in [from, to); spans ascend from call to call.
   LeftOut append(LocalSeconds from, LocalSeconds to, std::size_t most,
                  std::vector<LocalSeconds>& out);
-  bool exhausted() const { return effort_ <= 0; }
 
  private:
   struct Source {

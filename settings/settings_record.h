@@ -94,7 +94,6 @@ struct SettingsRecord {
   LocaleData locale;  // the date and time conventions
   MonthNames month_names;
 
-  int profile_item_count = 0;        // items below "All" in the profile menu
   std::vector<Text> profile_labels;  // categories of the active profile; unused while it is "All"
   bool profile_unread = false;       // they could not be read: it hides nothing
   std::vector<CategoryProp> category_props;

@@ -10,7 +10,6 @@ namespace orvello {
 #define ORVELLO_SHARED_COLUMNS                                                             \
   "all_day, has_notes, reminder_set, reminder_minutes, sensitivity, busy_status, subject," \
   " location, categories"
-inline constexpr int kSharedColumns = 9;
 
 inline void bind_shared(Statement& statement, int at, const AppointmentFields& fields) {
   statement.bind(at, fields.all_day)
