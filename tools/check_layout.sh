@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Checks that folders include only downwards, that library headers stay in their folders, and that
-# platform conditionals stay in the hosts and device stores. Rules: layout_rules.txt beside this.
+# Checks that folders include only downwards, that library headers stay in their folders, that
+# platform conditionals stay in the hosts and device stores, and that what is written in one place
+# alone stands nowhere else. Rules: layout_rules.txt beside this.
 # Usage: check_layout.sh [ROOT]. One line a fault on standard output; exit 1 when there is any.
 set -u
 tools=$(cd "$(dirname "$0")" && pwd)
@@ -16,6 +17,13 @@ awk -v rules="$rules" '
   BEGIN {
     while ((getline line < rules) > 0) {
       if (line ~ /^#/ || line ~ /^[ \t]*$/) continue
+      if (line ~ /^only /) {
+        n = split(line, word, " ")
+        files_of = ""
+        for (i = 3; i <= n; ++i) files_of = files_of " " word[i]
+        only[word[2]] = files_of
+        continue
+      }
       split(line, half, ":")
       if (half[1] ~ /^library /) {
         libraries[substr(half[1], 9)] = half[2] " "
@@ -53,6 +61,17 @@ awk -v rules="$rules" '
   /^[ \t]*#[ \t]*(if|ifdef|ifndef|elif)/ && /_WIN32|WINCE|__linux__|__unix__|__APPLE__|_MSC_VER|Q_OS_/ {
     if (FILENAME !~ /^hosts\// && FILENAME !~ /^store\/[^\/]+\//)
       report("platform conditional outside the hosts and device stores")
+  }
+  {
+    code = $0
+    sub(/\/\/.*/, "", code)
+    for (pattern in only) {
+      if (code !~ pattern) continue
+      ok = 0
+      n = split(only[pattern], places, " ")
+      for (i = 1; i <= n; ++i) if (index(FILENAME, places[i]) == 1) ok = 1
+      if (!ok) report("\"" pattern "\" stands in" only[pattern] " alone: see there")
+    }
   }
   END { exit faults }
 ' $files

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/way_back.h"
 
 namespace orvello {
@@ -31,8 +32,8 @@ BackupKeeper::BackupKeeper(const WindowParts& parts, std::function<void(const st
       tell_(std::move(tell)) {
   process_.setStandardOutputFile(QProcess::nullDevice());
   process_.setChildProcessModifier([] { (void)!::nice(kLowestPriority); });
-  QObject::connect(&process_, &QProcess::finished, &timer_, [this] { finished(); });
-  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
+  on_signal(&process_, &QProcess::finished, &timer_, [this] { finished(); });
+  on_signal(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
 }
 
 BackupKeeper::~BackupKeeper() {
@@ -44,7 +45,7 @@ BackupKeeper::~BackupKeeper() {
 
 void BackupKeeper::begin(int first, int then) {
   timer_.start(then);
-  QTimer::singleShot(first, &timer_, [this] { look(); });
+  after(first, &timer_, [this] { look(); });
 }
 
 void BackupKeeper::look() {

@@ -15,7 +15,7 @@ using Kind = MenuBarButton::Kind;
 
 BarButton::BarButton(QWidget* parent, const Density& density, const MenuBarButton& button,
                      QImage image)
-    : QAbstractButton(parent), density_(density), content_(button), image_(std::move(image)) {
+    : Guarded(parent), density_(density), content_(button), image_(std::move(image)) {
   // A tap leaves the keyboard with the calendar.
   setFocusPolicy(Qt::TabFocus);
   setText(to_qt(button.text));

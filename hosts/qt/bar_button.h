@@ -4,12 +4,13 @@
 #include <QAbstractButton>
 #include <QImage>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 #include "ports/menu_bar.h"
 
 namespace orvello {
 
-class BarButton : public QAbstractButton {
+class BarButton : public Guarded<QAbstractButton> {
  public:
   BarButton(QWidget* parent, const Density& density, const MenuBarButton& button, QImage image);
 

@@ -7,6 +7,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/drop_panel.h"
 #include "hosts/qt/flat_edit.h"
 #include "hosts/qt/qt_look.h"
@@ -34,12 +35,12 @@ void paint_drop_arrow(QWidget& field, const Density& density, int width) {
 }
 
 ChoiceBox::ChoiceBox(QWidget* parent, const Density& density, bool editable, int limit)
-    : QWidget(parent), density_(density) {
+    : Guarded(parent), density_(density) {
   if (editable) {
     edit_ = new FlatEdit(this, density, limit, false);
     edit_->installEventFilter(this);
     setFocusProxy(edit_);
-    connect(edit_, &QLineEdit::textEdited, this, [this] {
+    on_signal(edit_, &QLineEdit::textEdited, this, [this] {
       typed_ = true;
       if (changed) changed();
     });
@@ -111,8 +112,8 @@ void ChoiceBox::open() {
   list->setCurrentRow(selected());
   if (QListWidgetItem* item = list->currentItem())
     list->scrollToItem(item, QAbstractItemView::PositionAtCenter);
-  connect(list, &QListWidget::itemClicked, this,
-          [this](QListWidgetItem* item) { take(list_->row(item)); });
+  on_signal(list, &QListWidget::itemClicked, this,
+            [this](QListWidgetItem* item) { take(list_->row(item)); });
   update();
 }
 

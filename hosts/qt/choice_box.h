@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 #include "hosts/qt/drop_field.h"
 
@@ -18,7 +19,7 @@ namespace orvello {
 class DropPanel;
 class FlatEdit;
 
-class ChoiceBox : public QWidget, public DropField {
+class ChoiceBox : public Guarded<QWidget>, public DropField {
  public:
   ChoiceBox(QWidget* parent, const Density& density, bool editable, int limit);
 
@@ -47,7 +48,7 @@ class ChoiceBox : public QWidget, public DropField {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
-  bool eventFilter(QObject* object, QEvent* event) override;
+  bool filter_event(QObject* object, QEvent* event) override;
 
  private:
   int arrow_width() const;

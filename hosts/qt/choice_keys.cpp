@@ -101,7 +101,7 @@ void ChoiceBox::keyPressEvent(QKeyEvent* event) {
   if (!take_key(*event)) QWidget::keyPressEvent(event);
 }
 
-bool ChoiceBox::eventFilter(QObject*, QEvent* event) {
+bool ChoiceBox::filter_event(QObject*, QEvent* event) {
   if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
   // Escape of an open list is not the form's.
   if (event->type() == QEvent::KeyPress) return take_key(*static_cast<QKeyEvent*>(event));

@@ -10,7 +10,7 @@ namespace orvello {
 
 CustomArea::CustomArea(QWidget* parent, const Density& density, int control,
                        ControlInput::Report report)
-    : QWidget(parent),
+    : Guarded(parent),
       density_(density),
       control_(control),
       report_(std::move(report)),
@@ -28,7 +28,7 @@ void CustomArea::choose_part(int part) {
   if (part >= 0 && at < parts_.size()) input_.tap(parts_[at].place.center());
 }
 
-bool CustomArea::event(QEvent* event) {
+bool CustomArea::take_event(QEvent* event) {
   // The toolkit gives the focus for a mouse's press alone, and before the press is told.
   const bool pressed = event->type() == QEvent::TabletPress || event->type() == QEvent::TouchBegin;
   if (pressed) setFocus(Qt::MouseFocusReason);

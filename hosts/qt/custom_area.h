@@ -4,11 +4,12 @@
 #include <QWidget>
 
 #include "hosts/qt/accessible_parts.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/control_input.h"
 
 namespace orvello {
 
-class CustomArea : public QWidget, public AccessibleParts {
+class CustomArea : public Guarded<QWidget>, public AccessibleParts {
  public:
   CustomArea(QWidget* parent, const Density& density, int control, ControlInput::Report report);
 
@@ -19,7 +20,7 @@ class CustomArea : public QWidget, public AccessibleParts {
   void choose_part(int part) override;
 
  protected:
-  bool event(QEvent* event) override;
+  bool take_event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;

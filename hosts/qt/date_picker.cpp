@@ -22,7 +22,7 @@ constexpr int kCalendarWidth = 200, kCalendarHeight = 208;  // design units
 }  // namespace
 
 DatePicker::DatePicker(QWidget* parent, const Density& density, const LocaleData& locale)
-    : QWidget(parent),
+    : Guarded(parent),
       density_(density),
       locale_(locale),
       date_(2000, 1, 1),

@@ -8,6 +8,7 @@
 
 #include "calendar/dates.h"
 #include "calendar/locale_data.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 #include "hosts/qt/drop_field.h"
 
@@ -16,7 +17,7 @@ namespace orvello {
 class DropPanel;
 class MonthCalendar;
 
-class DatePicker : public QWidget, public DropField {
+class DatePicker : public Guarded<QWidget>, public DropField {
  public:
   DatePicker(QWidget* parent, const Density& density, const LocaleData& locale);
 

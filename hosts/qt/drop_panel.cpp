@@ -20,7 +20,7 @@ QWidget* ground_of(QWidget& field) {
 }  // namespace
 
 DropPanel::DropPanel(QWidget& field, const Density& density, QWidget* content)
-    : QWidget(ground_of(field)), field_(field), density_(density), content_(content) {
+    : Guarded(ground_of(field)), field_(field), density_(density), content_(content) {
   setObjectName(QStringLiteral("drop"));
   setAttribute(Qt::WA_NoMousePropagation);
   content->setParent(this);
@@ -70,7 +70,7 @@ void DropPanel::paintEvent(QPaintEvent*) {
 
 void DropPanel::mousePressEvent(QMouseEvent*) { close_soon(); }
 
-bool DropPanel::event(QEvent* event) {
+bool DropPanel::take_event(QEvent* event) {
   // A pen beside it closes it, too, and does nothing else.
   if (event->type() == QEvent::TabletPress || event->type() == QEvent::TouchBegin) {
     close_soon();
@@ -79,7 +79,7 @@ bool DropPanel::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-bool DropPanel::eventFilter(QObject* object, QEvent* event) {
+bool DropPanel::filter_event(QObject* object, QEvent* event) {
   if (object == parentWidget()) {
     if (event->type() == QEvent::Resize) close_soon();
     return false;

@@ -5,11 +5,12 @@
 #include <QWidget>
 #include <functional>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
 
-class DropPanel : public QWidget {
+class DropPanel : public Guarded<QWidget> {
  public:
   // `content` becomes the panel's. It is shown at once, below the field or above it, as large as is
   // wanted and as the window allows; heights are in steps above the first one.
@@ -23,8 +24,8 @@ class DropPanel : public QWidget {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
-  bool event(QEvent* event) override;
-  bool eventFilter(QObject* object, QEvent* event) override;
+  bool take_event(QEvent* event) override;
+  bool filter_event(QObject* object, QEvent* event) override;
 
  private:
   void place(QSize wanted, int least_height);

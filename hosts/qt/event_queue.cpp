@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+#include "hosts/qt/callbacks.h"
+
 namespace orvello {
 
 void EventQueue::add(Action action) {
@@ -14,7 +16,7 @@ void EventQueue::post() {
   const auto run = [waiting = weak_from_this()] {
     if (const auto queue = waiting.lock()) queue->flush();
   };
-  QMetaObject::invokeMethod(QCoreApplication::instance(), run, Qt::QueuedConnection);
+  later(QCoreApplication::instance(), run);
 }
 
 void EventQueue::flush() {

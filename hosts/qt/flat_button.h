@@ -5,14 +5,15 @@
 #include <QImage>
 #include <QPushButton>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
 
-class FlatButton : public QPushButton {
+class FlatButton : public Guarded<QPushButton> {
  public:
   FlatButton(const QString& text, QWidget* parent, const Density& density)
-      : QPushButton(text, parent), density_(density) {}
+      : Guarded(text, parent), density_(density) {}
   QSize sizeHint() const override;
 
   // Shown in the place of the text, which stays the button's name. Empty: the text.

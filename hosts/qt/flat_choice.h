@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QRadioButton>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
@@ -16,10 +17,10 @@ void paint_choice(QAbstractButton& button, const Density& density, bool round);
 void paint_tick(QPainter& painter, const QRectF& box);
 
 template <typename Button, bool kRound>
-class FlatChoice : public Button {
+class FlatChoice : public Guarded<Button> {
  public:
   FlatChoice(const QString& text, QWidget* parent, const Density& density)
-      : Button(text, parent), density_(density) {}
+      : Guarded<Button>(text, parent), density_(density) {}
 
  protected:
   void paintEvent(QPaintEvent*) override { paint_choice(*this, density_, kRound); }

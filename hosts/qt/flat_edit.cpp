@@ -6,6 +6,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 
@@ -19,7 +20,7 @@ QString within(const QString& text, int limit) {
 }  // namespace
 
 FlatEdit::FlatEdit(QWidget* parent, const Density& density, int limit, bool edge)
-    : QLineEdit(parent), density_(density), limit_(limit), edge_(edge) {
+    : Guarded(parent), density_(density), limit_(limit), edge_(edge) {
   setFrame(false);
   if (limit > 0) setMaxLength(limit);
   // The toolkit has two more of its own.
@@ -47,11 +48,11 @@ FlatTextEdit::FlatTextEdit(QWidget* parent, const Density& density, int limit)
   setTabChangesFocus(true);
   document()->setDocumentMargin(density.scaled(kGrid));
   flatten_scroll_bar(*verticalScrollBar(), density);
-  connect(document(), &QTextDocument::contentsChange, this, [this](int place, int, int added) {
+  on_signal(document(), &QTextDocument::contentsChange, this, [this](int place, int, int added) {
     place_ = place;
     added_ = added;
   });
-  connect(this, &QPlainTextEdit::textChanged, this, [this] { text_changed(); });
+  on_signal(this, &QPlainTextEdit::textChanged, this, [this] { text_changed(); });
 }
 
 void FlatTextEdit::set_text(const QString& text) {

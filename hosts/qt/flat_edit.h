@@ -6,11 +6,12 @@
 #include <QPlainTextEdit>
 #include <functional>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/flat_field.h"
 
 namespace orvello {
 
-class FlatEdit : public QLineEdit {
+class FlatEdit : public Guarded<QLineEdit> {
  public:
   // A limit of 0 is none. Without an edge of its own it stands inside of another field.
   FlatEdit(QWidget* parent, const Density& density, int limit, bool edge = true);

@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
@@ -19,15 +20,16 @@ void paint_field_edge(QWidget& field, const Density& density, bool focused);
 
 // A scroll area with that edge in place of the toolkit's frame.
 template <typename Area>
-class FlatArea : public Area {
+class FlatArea : public GuardedView<Area> {
  public:
-  FlatArea(QWidget* parent, const Density& density) : Area(parent), field_density_(density) {
+  FlatArea(QWidget* parent, const Density& density)
+      : GuardedView<Area>(parent), field_density_(density) {
     this->setFrameStyle(QFrame::Box | QFrame::Plain);
     this->setLineWidth(std::max(1, density.scaled(kFieldEdge)));
   }
 
  protected:
-  bool event(QEvent* event) override {
+  bool take_event(QEvent* event) override {
     if (event->type() == QEvent::Paint && this->frameWidth() > 0) {
       paint_field_ground(*this, field_density_);
       paint_field_edge(*this, field_density_, this->hasFocus());

@@ -17,7 +17,7 @@ constexpr double kGroove = 4;
 }  // namespace
 
 FlatSlider::FlatSlider(QWidget* parent, const Density& density)
-    : QSlider(Qt::Horizontal, parent), density_(density) {
+    : Guarded(Qt::Horizontal, parent), density_(density) {
   setFocusPolicy(Qt::StrongFocus);
   setRange(0, 100);
 }

@@ -3,11 +3,12 @@
 
 #include <QSlider>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
 
-class FlatSlider : public QSlider {
+class FlatSlider : public Guarded<QSlider> {
  public:
   FlatSlider(QWidget* parent, const Density& density);
 

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/choice_box.h"
 #include "hosts/qt/custom_area.h"
 #include "hosts/qt/date_picker.h"
@@ -44,7 +45,7 @@ struct Maker {
   }
   template <typename Button>
   Button* pressed(Button* button) const {
-    QObject::connect(button, &QAbstractButton::clicked, parent, teller(Event::command));
+    on_signal(button, &QAbstractButton::clicked, parent, teller(Event::command));
     return button;
   }
   QWidget* label() const;
@@ -83,7 +84,7 @@ QWidget* Maker::button() const {
 QWidget* Maker::edit() const {
   auto* edit = new FlatEdit(parent, density, control.limit);
   edit->set_text(to_qt(control.text));
-  QObject::connect(edit, &QLineEdit::textEdited, parent, teller(Event::changed));
+  on_signal(edit, &QLineEdit::textEdited, parent, teller(Event::changed));
   return edit;
 }
 
@@ -102,8 +103,8 @@ QWidget* Maker::choice(bool editable) const {
 
 QWidget* Maker::slider() const {
   auto* slider = new FlatSlider(parent, density);
-  QObject::connect(slider, &QSlider::valueChanged, parent, teller(Event::changed));
-  QObject::connect(slider, &QSlider::sliderReleased, parent, teller(Event::taken));
+  on_signal(slider, &QSlider::valueChanged, parent, teller(Event::changed));
+  on_signal(slider, &QSlider::sliderReleased, parent, teller(Event::taken));
   return slider;
 }
 

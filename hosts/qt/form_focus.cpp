@@ -14,7 +14,7 @@ void FormFocus::watch(QWidget& widget, int control) {
   focused->installEventFilter(this);
 }
 
-bool FormFocus::eventFilter(QObject* object, QEvent* event) {
+bool FormFocus::filter_event(QObject* object, QEvent* event) {
   if (event->type() == QEvent::FocusIn) move(controls_.at(object));
   return false;
 }

@@ -7,11 +7,12 @@
 #include <map>
 #include <set>
 
+#include "hosts/qt/callbacks.h"
 #include "ports/dialog.h"
 
 namespace orvello {
 
-class FormFocus : public QObject {
+class FormFocus : public Guarded<QObject> {
  public:
   using Tell = std::function<void(DialogEvent::Kind, int control)>;
   explicit FormFocus(Tell tell) : tell_(std::move(tell)) {}
@@ -26,7 +27,7 @@ class FormFocus : public QObject {
   void leave_changed(int control, bool changed);
   bool is_left_changed(int control) const { return left_changed_.count(control) > 0; }
 
-  bool eventFilter(QObject* object, QEvent* event) override;
+  bool filter_event(QObject* object, QEvent* event) override;
 
  private:
   void tell_lost();

@@ -9,6 +9,7 @@
 #include <QScrollBar>
 
 #include "draw/form_layout.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/custom_area.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_report.h"
@@ -46,7 +47,7 @@ bool has_name_of_its_own(Kind kind) {
 
 FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData& locale,
                        const DialogTemplate& dialog, bool titled)
-    : QWidget(parent),
+    : Guarded(parent),
       density_(density),
       locale_(locale),
       template_(dialog),
@@ -73,7 +74,7 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
   focus_.watch(*body_, 0);
   if (titled_) {
     close_button_ = make_close_button(*this, density);
-    connect(close_button_, &QAbstractButton::clicked, this, [this] {
+    on_signal(close_button_, &QAbstractButton::clicked, this, [this] {
       if (close_wanted) close_wanted();
     });
   }
@@ -201,7 +202,7 @@ void FormWidget::paintEvent(QPaintEvent*) {
   }
 }
 
-bool FormWidget::eventFilter(QObject*, QEvent* event) {
+bool FormWidget::filter_event(QObject*, QEvent* event) {
   // Controls that cover the form leave nothing of it to paint.
   if (event->type() == QEvent::Paint && painted) painted();
   return false;

@@ -7,6 +7,7 @@
 #include <map>
 #include <vector>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/form_controls.h"
 #include "hosts/qt/form_focus.h"
 
@@ -15,7 +16,7 @@ class QButtonGroup;
 
 namespace orvello {
 
-class FormWidget : public QWidget {
+class FormWidget : public Guarded<QWidget> {
  public:
   // `locale` outlives the form. Without a title it is edge to edge; a popup has a border.
   FormWidget(QWidget* parent, const Density& density, const LocaleData& locale,
@@ -50,7 +51,7 @@ class FormWidget : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  bool eventFilter(QObject* object, QEvent* event) override;
+  bool filter_event(QObject* object, QEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
  private:

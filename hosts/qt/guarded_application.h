@@ -1,31 +1,41 @@
-// The one place where a fault of the program's own ends up that nothing else has caught, such as no
-// memory being left: the toolkit must never see it.
+// Where a fault of the program's own ends up that nothing else has caught: it is written to
+// standard error and to the log and told to the person, each fault once, and the calendar goes on.
+// Without memory it ends when that has been told.
 #pragma once
 
 #include <QApplication>
-#include <exception>
 #include <functional>
+#include <set>
 #include <string>
 
 namespace orvello {
 
-// What to tell a person about it.
-std::string failure_sentence(const std::exception& fault);
+// What to tell a person about what is being caught; `ends`: and the program cannot go on.
+std::string caught_sentence(bool ends);
 
 class GuardedApplication : public QApplication {
  public:
   using QApplication::QApplication;
 
-  // Told of the first fault, after it was written to standard error. The program ends then.
-  std::function<void(const std::string& sentence)> failed;
+  std::function<void(const std::string& sentence)> log;
+  // From the message loop, once the events that are under way have returned.
+  std::function<void(const std::string& sentence, bool ends)> tell;
 
-  // False when something came out of `action`, which has been told.
+  // Does something from outside the message loop. False when something came out of it: that has
+  // been told by then, as the end of the program.
   bool guard(const std::function<void()>& action);
+  // In a catch block.
+  void take_caught() noexcept;
+  // The last resort: counts what no callback has caught, and takes it.
   bool notify(QObject* receiver, QEvent* event) override;
+  int uncaught() const { return uncaught_; }
 
  private:
-  void tell(const std::exception& fault);
-  bool told_ = false;
+  bool note(const std::string& sentence);  // false for what is known already
+  void tell_now(const std::string& sentence, bool ends);
+  std::set<std::string> known_;
+  bool telling_ = false, ending_ = false;
+  int uncaught_ = 0;
 };
 
 }  // namespace orvello

@@ -21,7 +21,7 @@ std::vector<Text> lines_of(const Text& text) {
 
 }  // namespace
 
-HoverText::HoverText(QWidget* parent, const Density& density) : QWidget(parent), density_(density) {
+HoverText::HoverText(QWidget* parent, const Density& density) : Guarded(parent), density_(density) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setObjectName(QStringLiteral("hover"));
 }

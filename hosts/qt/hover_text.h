@@ -3,12 +3,13 @@
 
 #include <QWidget>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 #include "ports/main_window.h"
 
 namespace orvello {
 
-class HoverText : public QWidget {
+class HoverText : public Guarded<QWidget> {
  public:
   HoverText(QWidget* parent, const Density& density);
   void set_label(const HoverLabel& label);

@@ -31,7 +31,7 @@ QString shortened(const QString& text, const QFontMetrics& metrics, const QRect&
 }  // namespace
 
 LineControl::LineControl(const QString& text, QWidget* parent, const Density& density)
-    : QAbstractButton(parent), density_(density) {
+    : Guarded(parent), density_(density) {
   setText(text);
   setFocusPolicy(Qt::StrongFocus);
 }

@@ -3,11 +3,12 @@
 
 #include <QAbstractButton>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
 
-class LineControl : public QAbstractButton {
+class LineControl : public Guarded<QAbstractButton> {
  public:
   LineControl(const QString& text, QWidget* parent, const Density& density);
 

@@ -6,8 +6,8 @@
 int main(int argc, char** argv) {
   try {
     return orvello::run_program(argc, argv);
-  } catch (const std::exception& fault) {
-    std::cerr << "orvello: " << orvello::failure_sentence(fault) << std::endl;
+  } catch (...) {
+    std::cerr << "orvello: " << orvello::caught_sentence(true) << std::endl;
   }
   return 1;
 }

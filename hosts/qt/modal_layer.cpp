@@ -49,7 +49,7 @@ void pass_release_on(const QWidget& widget, QPointF place) {
   if (layer && layer->released) layer->released(widget.mapToGlobal(place));
 }
 
-ModalLayer::ModalLayer(QtMainWindow& window) : QWidget(parent_for(window)), window_(window) {
+ModalLayer::ModalLayer(QtMainWindow& window) : Guarded(parent_for(window)), window_(window) {
   setFocusPolicy(Qt::StrongFocus);
   setObjectName(QStringLiteral("modal"));
   if (dynamic_cast<Shell*>(parentWidget())) {

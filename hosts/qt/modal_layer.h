@@ -6,13 +6,14 @@
 #include <QWidget>
 #include <functional>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_main_window.h"
 
 class QEventLoop;
 
 namespace orvello {
 
-class ModalLayer : public QWidget {
+class ModalLayer : public Guarded<QWidget> {
  public:
   explicit ModalLayer(QtMainWindow& window);
 

@@ -36,7 +36,7 @@ QDate arrow_target(int arrow, const QDate& date) {
 }  // namespace
 
 MonthCalendar::MonthCalendar(QWidget* parent, const Density& density, const LocaleData& locale)
-    : QWidget(parent), density_(density), locale_(locale), date_(2000, 1, 1) {
+    : Guarded(parent), density_(density), locale_(locale), date_(2000, 1, 1) {
   setFocusPolicy(Qt::StrongFocus);
 }
 

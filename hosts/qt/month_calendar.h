@@ -8,11 +8,12 @@
 #include "calendar/dates.h"
 #include "calendar/locale_data.h"
 #include "hosts/qt/accessible_parts.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
 
-class MonthCalendar : public QWidget, public AccessibleParts {
+class MonthCalendar : public Guarded<QWidget>, public AccessibleParts {
  public:
   MonthCalendar(QWidget* parent, const Density& density, const LocaleData& locale);
 

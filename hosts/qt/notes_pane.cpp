@@ -8,6 +8,7 @@
 #include <QTextDocument>
 #include <QTextFrame>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/notes_document.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
@@ -33,7 +34,7 @@ NotesPane::NotesPane(QWidget* parent, const Density& density)
   flatten_scroll_bar(*verticalScrollBar(), density);
   flatten_scroll_bar(*horizontalScrollBar(), density);
   now_.ink = std::make_shared<std::vector<NotesStroke>>();
-  connect(this, &QTextEdit::textChanged, this, [this] { text_changed(); });
+  on_signal(this, &QTextEdit::textChanged, this, [this] { text_changed(); });
   lay_out_page();
 }
 

@@ -27,7 +27,7 @@ class NotesPane : public FlatArea<QTextEdit> {
   bool redo_step() { return move(&NotesHistory::redo); }
 
  protected:
-  bool viewportEvent(QEvent* event) override;
+  bool take_viewport_event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

@@ -44,7 +44,7 @@ QPointF NotesPane::on_page(QPointF place) const {
          density_.unit();
 }
 
-bool NotesPane::viewportEvent(QEvent* event) {
+bool NotesPane::take_viewport_event(QEvent* event) {
   // A pen that is turned round erases whatever is chosen.
   const bool draws = tool_ != NotesTool::text || erasing_ || is_eraser_end(*event);
   if (draws && take_pointer(*event)) return true;

@@ -106,7 +106,8 @@ void open_calendar(Opened& opened, bool start_afresh) {
     return;
   }
   opened.reason = store.reason();
-  opened.health = check_calendar(path, std::chrono::milliseconds(0)).health;  // the store has waited already
+  opened.health =
+      check_calendar(path, std::chrono::milliseconds(0)).health;  // the store has waited already
 }
 
 bool needs_way_back(const Opened& opened) {

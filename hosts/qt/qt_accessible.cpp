@@ -5,6 +5,7 @@
 #include <map>
 
 #include "hosts/qt/accessible_parts.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/drawn_cell.h"
 #include "hosts/qt/drop_field.h"
 #include "hosts/qt/modal_layer.h"
@@ -27,12 +28,14 @@ class DrawnControl : public DrawnOwner {
 
   // Asked anew each time: a control's parts are few, and nobody tells when they change.
   const AccessibleGrid& grid() const override {
-    grid_.cells = parts_.accessible_parts();
+    guarded([this] { grid_.cells = parts_.accessible_parts(); });
     grid_.columns = std::max(1, static_cast<int>(grid_.cells.size()));
     return grid_;
   }
   std::vector<Text> items(int) const override { return {}; }
-  void press(int cell) override { parts_.choose_part(cell); }
+  void press(int cell) override {
+    guarded([&] { parts_.choose_part(cell); });
+  }
   QRect on_screen(const Rect& place) const override {
     return place_on_screen(*drawn_on(), parts_.parts_density(), place);
   }
@@ -53,18 +56,21 @@ class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
     AccessibleView* view = content_.accessible_view();
     known_ = content_.accessible_version();
     items_.clear();
-    return grid_ = view ? view->accessible_grid() : AccessibleGrid();
+    guarded([&] { grid_ = view ? view->accessible_grid() : AccessibleGrid(); });
+    return grid_;
   }
   std::vector<Text> items(int cell) const override {
     grid();  // drops what is old
     const auto known = items_.find(cell);
     if (known != items_.end()) return known->second;
     AccessibleView* view = content_.accessible_view();
-    return items_[cell] = view ? view->accessible_items(cell) : std::vector<Text>();
+    std::vector<Text>& items = items_[cell];
+    if (view) guarded([&] { items = view->accessible_items(cell); });
+    return items;
   }
   void press(int cell) override {
     AccessibleView* view = content_.accessible_view();
-    if (view && !is_covered(content_)) view->choose_accessible(cell);
+    if (view && !is_covered(content_)) guarded([&] { view->choose_accessible(cell); });
   }
   QRect on_screen(const Rect& place) const override {
     return place_on_screen(content_, content_.density(), place);

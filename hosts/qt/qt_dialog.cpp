@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/window_place.h"
 
@@ -118,7 +119,7 @@ void QtDialog::set_timer(int id, int milliseconds) {
   if (milliseconds <= 0) return;
   if (!timer) {
     timer = new QTimer;
-    QObject::connect(timer, &QTimer::timeout, form_, [this, id] {
+    on_signal(timer, &QTimer::timeout, form_, [this, id] {
       // Ticks that were not told yet are one.
       if (!ticked_.insert(id).second) return;
       add([this, id] {

@@ -84,9 +84,12 @@ QtHost::QtHost(int& argc, char** argv, QtHostOptions options, Registry& registry
     : application_(make_application(argc, argv, options.offscreen)),
       parts_(std::make_unique<Parts>(options, registry, databases, store)) {
   if (!application_) return;
-  application_->failed = [this](const std::string& sentence) {
+  application_->log = [this](const std::string& sentence) {
+    parts_->files.append_diagnostic_line(to_utf16(sentence));
+  };
+  application_->tell = [this](const std::string& sentence, bool ends) {
     parts_->boxes.show(to_utf16(sentence), u"Error", BoxIcon::error, BoxButtons::ok, true);
-    parts_->window.post_quit(kExitFailed);
+    if (ends) parts_->window.post_quit(kExitFailed);
   };
 }
 
@@ -127,11 +130,6 @@ std::string QtHost::window_picture() {
   QBuffer buffer(&bytes);
   if (!shell || !shell->grab().toImage().save(&buffer, "PNG")) return {};
   return bytes.toStdString();
-}
-
-bool QtHost::save_png(Surface& surface, const std::string& path) {
-  const auto* picture = dynamic_cast<const QtSurface*>(&surface);
-  return picture && picture->front().save(QString::fromStdString(path), "PNG");
 }
 
 }  // namespace orvello

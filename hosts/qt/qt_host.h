@@ -44,9 +44,8 @@ class QtHost {
 
   Host host();
 
-  // Does something from outside the message loop. False when it failed in a way that nothing
-  // caught, such as no memory being left: the person has been told, as of what fails inside the
-  // loop, and the loop ends with 1.
+  // Does something from outside the message loop. False when something was thrown out of it: the
+  // person has been told, and the program ends.
   bool guard(const std::function<void()>& action);
 
   // Runs the message loop until the quit message; its code.
@@ -65,7 +64,6 @@ class QtHost {
   std::vector<double> measure_turns(int count);
 
   std::string window_picture();  // the whole window, device pixels, as PNG; empty on failure
-  static bool save_png(Surface& surface, const std::string& path);  // what was published last
 
  private:
   struct Parts;

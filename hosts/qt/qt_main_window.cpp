@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "hosts/linux/window_place.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_surface.h"
 #include "hosts/qt/qt_text.h"
@@ -35,7 +36,7 @@ void forget_last_quit() {
   QCoreApplication* application = QCoreApplication::instance();
   if (!application->property(kQuitPosted).toBool()) return;
   application->setProperty(kQuitPosted, false);
-  QTimer::singleShot(0, application, &QCoreApplication::quit);
+  after(0, application, [application] { application->quit(); });
   QApplication::exec();
 }
 
@@ -55,13 +56,13 @@ Rect from_qt(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect
 
 // The way in from other threads. They only touch the queue and the descriptor here, none of the
 // toolkit: its own queue would do, but a thread sanitizer cannot see into it.
-class QtMainWindow::Receiver : public QObject {
+class QtMainWindow::Receiver : public Guarded<QObject> {
  public:
   explicit Receiver(QtMainWindow& window)
       : window_(window),
         wake_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
         notifier_(wake_, QSocketNotifier::Read) {
-    connect(&notifier_, &QSocketNotifier::activated, this, [this] { take(); });
+    on_signal(&notifier_, &QSocketNotifier::activated, this, [this] { take(); });
   }
   ~Receiver() override {
     notifier_.setEnabled(false);
@@ -177,8 +178,7 @@ bool QtMainWindow::activate_other_instance(TextView, TextView) {
   if (instance_->listening_socket() >= 0 && !calls_) {
     calls_ =
         std::make_unique<QSocketNotifier>(instance_->listening_socket(), QSocketNotifier::Read);
-    QObject::connect(calls_.get(), &QSocketNotifier::activated, receiver_.get(),
-                     [this] { take_calls(); });
+    on_signal(calls_.get(), &QSocketNotifier::activated, receiver_.get(), [this] { take_calls(); });
   }
   return false;
 }
@@ -274,7 +274,7 @@ void QtMainWindow::move(const Rect& place) {
 void QtMainWindow::show() {
   if (!shell_) return;
   if (!std::exchange(was_shown_, true))
-    QTimer::singleShot(kFrameMilliseconds, receiver_.get(), [this] { fit_frame(); });
+    after(kFrameMilliseconds, receiver_.get(), [this] { fit_frame(); });
   shell_->show();
   shell_->content().setFocus();
 }
@@ -316,19 +316,16 @@ void QtMainWindow::note_first_paint() {
   if (painted_) return;
   painted_ = true;
   // The toolkit shows what was painted when the paint event has returned.
-  QMetaObject::invokeMethod(
-      receiver_.get(),
-      [this] {
-        if (on_first_paint) on_first_paint();
-      },
-      Qt::QueuedConnection);
+  later(receiver_.get(), [this] {
+    if (on_first_paint) on_first_paint();
+  });
 }
 
 void QtMainWindow::start_timer(int id, int milliseconds) {
   QTimer*& timer = timers_[id];
   if (!timer) {
     timer = new QTimer(receiver_.get());
-    QObject::connect(timer, &QTimer::timeout, receiver_.get(), [this, id] {
+    on_signal(timer, &QTimer::timeout, receiver_.get(), [this, id] {
       send({kMessageTimer, static_cast<std::uint32_t>(id), {}, 0});
     });
   }

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "hosts/qt/bar_button.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "ports/messages.h"
@@ -20,10 +21,10 @@ constexpr int kSmallestText = 8;
 
 // Texts from the left, then the images, which share one width. What does not fit first loses
 // padding and then text size; nothing is ever cut.
-class QtMenuBar::Bar : public QWidget {
+class QtMenuBar::Bar : public Guarded<QWidget> {
  public:
   Bar(QWidget* parent, const Density& density, const std::vector<BarButton*>& buttons)
-      : QWidget(parent), density_(density), buttons_(buttons) {
+      : Guarded(parent), density_(density), buttons_(buttons) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setObjectName(QStringLiteral("menubar"));
   }
@@ -98,7 +99,7 @@ bool QtMenuBar::create(const MenuBarContent& content) {
     QImage image = has_image ? strip.copy(item.image * side, 0, side, side) : QImage();
     auto* button = new BarButton(bar_, density, item, std::move(image));
     buttons_.push_back(button);
-    QObject::connect(button, &QAbstractButton::clicked, bar_, [this, button] {
+    on_signal(button, &QAbstractButton::clicked, bar_, [this, button] {
       // Posted, as a command may destroy the bar and this button with it.
       const QPointer<QWidget> alive(bar_);
       const std::uint32_t command =

@@ -9,6 +9,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/flat_button.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_look.h"
@@ -46,10 +47,10 @@ BoxAnswer careful_answer(BoxButtons buttons) {
   return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::cancel;
 }
 
-class BoxSheet : public QWidget {
+class BoxSheet : public Guarded<QWidget> {
  public:
   BoxSheet(QWidget* parent, const Density& density, TextView text, TextView caption, BoxIcon icon)
-      : QWidget(parent),
+      : Guarded(parent),
         density_(density),
         color_(icon == BoxIcon::error     ? kError
                : icon == BoxIcon::warning ? kWarning
@@ -136,7 +137,7 @@ BoxAnswer QtMessageBoxes::show(TextView text, TextView caption, BoxIcon icon, Bo
   QPushButton* first = nullptr;
   for (const Choice& choice : choices_of(buttons)) {
     QPushButton* button = sheet->add_button(QString::fromLatin1(choice.text));
-    QObject::connect(button, &QPushButton::clicked, layer, [&given, layer, choice] {
+    on_signal(button, &QPushButton::clicked, layer, [&given, layer, choice] {
       given = choice.answer;
       layer->end();
     });

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <cmath>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/report_model.h"
@@ -35,19 +36,19 @@ ReportView::ReportView(QWidget* parent, const Density& density, const ControlTem
   setAutoScroll(false);
   flatten_scroll_bar(*verticalScrollBar(), density);
   flatten_scroll_bar(*horizontalScrollBar(), density);
-  connect(horizontalScrollBar(), &QScrollBar::valueChanged, titles_,
-          [this](int left) { titles_->scroll_to(left); });
-  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          [this](const QItemSelection& more, const QItemSelection& less) {
-            if (selecting_) return;
-            const QModelIndexList rows = more.isEmpty() ? less.indexes() : more.indexes();
-            if (!rows.isEmpty()) selected_by_other(rows.first().row());
-          });
+  on_signal(horizontalScrollBar(), &QScrollBar::valueChanged, titles_,
+            [this](int left) { titles_->scroll_to(left); });
+  on_signal(selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this](const QItemSelection& more, const QItemSelection& less) {
+              if (selecting_) return;
+              const QModelIndexList rows = more.isEmpty() ? less.indexes() : more.indexes();
+              if (!rows.isEmpty()) selected_by_other(rows.first().row());
+            });
 }
 
 // A screen reader selects in the model. The program does that itself: for it this is a tap.
 void ReportView::selected_by_other(int row) {
-  QTimer::singleShot(0, this, [this, row] {
+  after(0, this, [this, row] {
     select_rows(std::vector<int>(selected_));
     show_row(row);
     const QPoint center = rect_of(row).center();
@@ -172,7 +173,7 @@ void ReportView::show_row(int row) {
   if (by) bar.setValue(bar.value() + by);
 }
 
-bool ReportView::viewportEvent(QEvent* event) {
+bool ReportView::take_viewport_event(QEvent* event) {
   switch (event->type()) {
     case QEvent::TabletPress:
     case QEvent::TouchBegin:

@@ -32,7 +32,7 @@ class ReportView : public FlatArea<QListView> {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
-  bool viewportEvent(QEvent* event) override;
+  bool take_viewport_event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
 

@@ -11,6 +11,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/hover_text.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_accessible.h"
@@ -32,7 +33,7 @@ bool is_release(const QEvent& event) {
 }  // namespace
 
 ContentArea::ContentArea(QWidget* parent, const Density& density, ShellEvents& events)
-    : QWidget(parent), density_(density), events_(events) {
+    : Guarded(parent), density_(density), events_(events) {
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAttribute(Qt::WA_AcceptTouchEvents);
@@ -42,7 +43,7 @@ ContentArea::ContentArea(QWidget* parent, const Density& density, ShellEvents& e
   setObjectName(QStringLiteral("content"));
 }
 
-bool ContentArea::event(QEvent* event) {
+bool ContentArea::take_event(QEvent* event) {
   if (event->type() == QEvent::Leave && !pointer_.is_down())
     events_.send({kMessageMouseMove, 0, {-1, -1}, 0});
   const bool released = is_release(*event);
@@ -137,7 +138,7 @@ Shell::Shell(const Density& density, ShellEvents& events)
   setAttribute(Qt::WA_OpaquePaintEvent);
   resize_pause_.setSingleShot(true);
   resize_pause_.setInterval(kResizePauseMilliseconds);
-  QObject::connect(&resize_pause_, &QTimer::timeout, this, [this] { events_.resized(); });
+  on_signal(&resize_pause_, &QTimer::timeout, this, [this] { events_.resized(); });
 }
 
 void Shell::set_bar(QWidget* bar, int device_height) {

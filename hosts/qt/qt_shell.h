@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 #include "hosts/qt/qt_pointer.h"
 #include "ports/main_window.h"
@@ -26,7 +27,7 @@ struct ShellEvents {
   std::function<void(std::vector<std::string>)> files_dropped;
 };
 
-class ContentArea : public QWidget {
+class ContentArea : public Guarded<QWidget> {
  public:
   ContentArea(QWidget* parent, const Density& density, ShellEvents& events);
   QtPointer& pointer() { return pointer_; }
@@ -37,7 +38,7 @@ class ContentArea : public QWidget {
   int accessible_version() const { return accessible_version_; }  // counts the changes
 
  protected:
-  bool event(QEvent* event) override;
+  bool take_event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -56,7 +57,7 @@ class ContentArea : public QWidget {
   int wheel_rest_ = 0;
 };
 
-class Shell : public QWidget {
+class Shell : public Guarded<QWidget> {
  public:
   Shell(const Density& density, ShellEvents& events);
   ContentArea& content() { return *content_; }

@@ -111,7 +111,7 @@ int ReportModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(content_.rows.size());
 }
 
-QVariant ReportModel::data(const QModelIndex& index, int role) const {
+QVariant ReportModel::row_data(const QModelIndex& index, int role) const {
   if (!has_row(index.row())) return {};
   const ReportMark mark = row(index.row()).mark;
   if (role == Qt::CheckStateRole && mark != ReportMark::none)
@@ -120,13 +120,13 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
   return to_qt(spoken(row(index.row())));
 }
 
-QSize ReportDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const {
+QSize ReportDelegate::row_size(const QStyleOptionViewItem&, const QModelIndex& index) const {
   const int width = model_.is_sideways() ? density_.logical(model_.whole_width()) : 0;
   return {width, std::max(1, density_.logical(model_.row(index.row()).height))};
 }
 
-void ReportDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                           const QModelIndex& index) const {
+void ReportDelegate::paint_row(QPainter* painter, const QStyleOptionViewItem& option,
+                               const QModelIndex& index) const {
   const ReportContent& content = model_.content();
   const ReportRow& row = model_.row(index.row());
   const bool selected = option.state & QStyle::State_Selected;

@@ -2,21 +2,19 @@
 // that draws them.
 #pragma once
 
-#include <QAbstractListModel>
 #include <QFont>
 #include <QImage>
-#include <QStyledItemDelegate>
 #include <vector>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 #include "ports/report_list.h"
 
 namespace orvello {
 
-class ReportModel : public QAbstractListModel {
+class ReportModel : public GuardedRows {
  public:
-  ReportModel(const Density& density, QObject* parent)
-      : QAbstractListModel(parent), density_(density) {}
+  ReportModel(const Density& density, QObject* parent) : GuardedRows(parent), density_(density) {}
 
   void set_content(ReportContent content);
   const ReportContent& content() const { return content_; }
@@ -35,7 +33,9 @@ class ReportModel : public QAbstractListModel {
   int pictures_width(const ReportRow& row) const;
 
   int rowCount(const QModelIndex& parent) const override;
-  QVariant data(const QModelIndex& index, int role) const override;
+
+ protected:
+  QVariant row_data(const QModelIndex& index, int role) const override;
 
  private:
   int needed_width(std::size_t column) const;
@@ -51,14 +51,15 @@ class ReportModel : public QAbstractListModel {
 // One line, shortened to its room by the canvas's measure: what was measured to fit is not.
 void draw_cell_text(QPainter& painter, QString text, const QRect& room, Align align);
 
-class ReportDelegate : public QStyledItemDelegate {
+class ReportDelegate : public GuardedDelegate {
  public:
   ReportDelegate(const ReportModel& model, const Density& density, QObject* parent)
-      : QStyledItemDelegate(parent), model_(model), density_(density) {}
+      : GuardedDelegate(parent), model_(model), density_(density) {}
 
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override;
+ protected:
+  QSize row_size(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  void paint_row(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
 
  private:
   void draw_cell(QPainter& painter, const ReportRow& row, std::size_t column, const QRect& box,

@@ -3,16 +3,17 @@
 
 #include <QWidget>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
 
 class ReportModel;
 
-class ReportTitles : public QWidget {
+class ReportTitles : public Guarded<QWidget> {
  public:
   ReportTitles(QWidget* parent, const ReportModel& model, const Density& density)
-      : QWidget(parent), model_(model), density_(density) {}
+      : Guarded(parent), model_(model), density_(density) {}
   int wanted_height() const;         // logical pixels; 0: no column has one
   void scroll_to(int logical_left);  // as far as the rows are scrolled sideways
 

@@ -27,7 +27,7 @@ QRect RowDelegate::text_room(const QRect& row) const {
   return row.adjusted(side, top, -side, -top);
 }
 
-QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+QSize RowDelegate::row_size(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
   const int width = view ? view->viewport()->width() : option.rect.width();
   const QRect room = text_room(QRect(0, 0, width, kManyRows));
@@ -38,8 +38,8 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInde
   return {0, std::max(density_.scaled(kTouchHeight), height)};
 }
 
-void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                        const QModelIndex& index) const {
+void RowDelegate::paint_row(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const {
   const bool enabled = option.state & QStyle::State_Enabled;
   const bool selected = option.state & QStyle::State_Selected;
   painter->save();

@@ -1,21 +1,22 @@
 // Rows as high as a finger needs, or higher where their text wraps: of lists and drop lists.
 #pragma once
 
-#include <QStyledItemDelegate>
-
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 class QListWidget;
 
 namespace orvello {
 
-class RowDelegate : public QStyledItemDelegate {
+class RowDelegate : public GuardedDelegate {
  public:
   RowDelegate(const Density& density, QObject* parent)
-      : QStyledItemDelegate(parent), density_(density) {}
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override;
+      : GuardedDelegate(parent), density_(density) {}
+
+ protected:
+  QSize row_size(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  void paint_row(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
 
  private:
   QRect text_room(const QRect& row) const;

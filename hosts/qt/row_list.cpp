@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/row_delegate.h"
 
@@ -14,10 +15,10 @@ RowList::RowList(QWidget* parent, const Density& density, bool several)
   make_flat_rows(*this, density);
   setSelectionMode(several ? MultiSelection : SingleSelection);
   setEditTriggers(NoEditTriggers);
-  connect(this, &QListWidget::itemSelectionChanged, this, [this] {
+  on_signal(this, &QListWidget::itemSelectionChanged, this, [this] {
     if (!setting_ && changed) changed();
   });
-  connect(this, &QListWidget::itemClicked, this, [this] {
+  on_signal(this, &QListWidget::itemClicked, this, [this] {
     if (taken) taken();
   });
 }

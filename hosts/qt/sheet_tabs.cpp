@@ -6,11 +6,12 @@
 #include <QToolButton>
 #include <algorithm>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
 
-SheetTabs::SheetTabs(QWidget* parent, const Density& density) : QTabBar(parent), density_(density) {
+SheetTabs::SheetTabs(QWidget* parent, const Density& density) : Guarded(parent), density_(density) {
   setObjectName(QStringLiteral("tabs"));
   setDrawBase(false);
   setExpanding(false);
@@ -22,7 +23,7 @@ SheetTabs::SheetTabs(QWidget* parent, const Density& density) : QTabBar(parent),
                     .arg(density.scaled(kTouchHeight))
                     .arg(QColor(kBarGround).name(), QColor(kAccentTint).name()));
   // A screen reader shows a tab without asking.
-  connect(this, &QTabBar::currentChanged, this, [this](int index) {
+  on_signal(this, &QTabBar::currentChanged, this, [this](int index) {
     if (index == shown_) return;
     show_tab(shown_);
     if (wanted) wanted(index);

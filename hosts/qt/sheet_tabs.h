@@ -4,11 +4,12 @@
 #include <QTabBar>
 #include <functional>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 namespace orvello {
 
-class SheetTabs : public QTabBar {
+class SheetTabs : public Guarded<QTabBar> {
  public:
   SheetTabs(QWidget* parent, const Density& density);
 

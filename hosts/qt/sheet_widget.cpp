@@ -4,6 +4,7 @@
 #include <QShortcut>
 #include <algorithm>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/flat_button.h"
 #include "hosts/qt/form_widget.h"
 #include "hosts/qt/qt_look.h"
@@ -18,7 +19,7 @@ constexpr int kOkWidth = 44, kButtonWidth = 72;  // design units
 }  // namespace
 
 SheetWidget::SheetWidget(QWidget* parent, const Density& density, const QString& title)
-    : QWidget(parent),
+    : Guarded(parent),
       density_(density),
       title_(title),
       tabs_(new SheetTabs(this, density)),
@@ -35,9 +36,9 @@ SheetWidget::SheetWidget(QWidget* parent, const Density& density, const QString&
   ok_->setFont(widget_font(density, kTextSize, true));
   cancel_->setObjectName(QStringLiteral("cancel"));
   tabs_->wanted = [this](int page) { page_wanted(page); };
-  connect(ok_, &QPushButton::clicked, this, [this] { ok_wanted(); });
-  connect(cancel_, &QPushButton::clicked, this, [this] { cancel_wanted(); });
-  connect(close_, &QAbstractButton::clicked, this, [this] { cancel_wanted(); });
+  on_signal(ok_, &QPushButton::clicked, this, [this] { ok_wanted(); });
+  on_signal(cancel_, &QPushButton::clicked, this, [this] { cancel_wanted(); });
+  on_signal(close_, &QAbstractButton::clicked, this, [this] { cancel_wanted(); });
   turn_by_key("Ctrl+Tab", 1);
   turn_by_key("Ctrl+PgDown", 1);
   turn_by_key("Ctrl+Shift+Tab", -1);
@@ -48,7 +49,7 @@ SheetWidget::SheetWidget(QWidget* parent, const Density& density, const QString&
 void SheetWidget::turn_by_key(const char* keys, int by) {
   auto* shortcut = new QShortcut(QKeySequence(QLatin1String(keys)), this);
   shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-  connect(shortcut, &QShortcut::activated, this, [this, by] {
+  on_signal(shortcut, &QShortcut::activated, this, [this, by] {
     const int count = tabs_->count();
     if (count > 1) page_wanted((tabs_->shown() + by + count) % count);
   });

@@ -5,6 +5,7 @@
 #include <functional>
 #include <vector>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 
 class QAbstractButton;
@@ -15,7 +16,7 @@ class FlatButton;
 class FormWidget;
 class SheetTabs;
 
-class SheetWidget : public QWidget {
+class SheetWidget : public Guarded<QWidget> {
  public:
   SheetWidget(QWidget* parent, const Density& density, const QString& title);
 

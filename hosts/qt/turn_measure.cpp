@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QTimer>
 
+#include "hosts/qt/callbacks.h"
 #include "resources/ids.h"
 
 namespace orvello {
@@ -13,9 +14,9 @@ namespace {
 
 constexpr int kPatienceMilliseconds = 5000;
 
-class PaintWatch : public QObject {
+class PaintWatch : public Guarded<QObject> {
  public:
-  bool eventFilter(QObject*, QEvent* event) override {
+  bool filter_event(QObject*, QEvent* event) override {
     painted = painted || event->type() == QEvent::Paint;
     return false;
   }

@@ -23,6 +23,7 @@
 #include "hosts/linux/outbox.h"
 #include "hosts/linux/own_files.h"
 #include "hosts/qt/backup_keeper.h"
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/start_fault.h"
 #include "hosts/qt/written_boxes.h"
@@ -180,9 +181,8 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   QTimer poll;
   bool measured = true;
   if (parts.line.measure_turn) {
-    session.qt.on_first_paint([&] {
-      QTimer::singleShot(kRestMilliseconds, &poll, [&] { measured = print_turns(session); });
-    });
+    session.qt.on_first_paint(
+        [&] { after(kRestMilliseconds, &poll, [&] { measured = print_turns(session); }); });
   }
   if (store) store->limit_wait(kLockWait);
   StartResult started = StartResult::no_window;
@@ -192,8 +192,8 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   if (started != StartResult::running) return kExitNoWindow;
   if (store) {
     open_outbox(session, *store, parts);
-    QObject::connect(&poll, &QTimer::timeout, [store] { store->poll(); });
-    store->set_wake([store, &poll] { QTimer::singleShot(0, &poll, [store] { store->poll(); }); });
+    on_signal(&poll, &QTimer::timeout, &poll, [store] { store->poll(); });
+    store->set_wake([store, &poll] { after(0, &poll, [store] { store->poll(); }); });
     poll.start(kPollMilliseconds);
   }
   const bool watched = !parts.line.measure_start && !parts.line.measure_turn;

@@ -168,10 +168,18 @@ bool EmbeddedStore::change(const std::function<bool()>& write) {
   if (!own && (spoilt_ || !db_->in_transaction())) return false;  // lost; the reason still stands
   problem_.clear();
   next_state();
-  if (write()) return !own || commit();
+  // Also when something is thrown out of it.
+  struct TakeBack {
+    ~TakeBack() {
+      if (kept) return;
+      store.spoilt_ = true;
+      if (own) store.rollback();
+    }
+    EmbeddedStore& store;
+    bool own, kept = false;
+  } take_back{*this, own};
+  if (write()) return take_back.kept = !own || commit();
   if (problem_.empty()) failed();
-  spoilt_ = true;
-  if (own) rollback();
   return false;
 }
 

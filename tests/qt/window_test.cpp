@@ -136,28 +136,6 @@ TEST(Window, ATimerMayDestroyTheWindow) {
   settle();
 }
 
-TEST(Window, NothingThatAnEventThrowsReachesTheToolkitAndItIsToldOnce) {
-  TestWindow test;
-  test.show();
-  auto* application = dynamic_cast<GuardedApplication*>(QCoreApplication::instance());
-  ASSERT_NE(application, nullptr);
-  std::vector<std::string> told;
-  application->failed = [&](const std::string& sentence) {
-    told.push_back(sentence);
-    test.window->post_quit(1);
-  };
-  test.recorder.on_message = [](const Message& message) {
-    if (message.id == kMessageTimer) throw std::bad_alloc();
-    return false;
-  };
-  test.window->start_timer(5, 1);
-  EXPECT_EQ(test.window->run(), 1);
-  EXPECT_FALSE(application->guard([] { throw std::runtime_error("again"); }));
-  application->failed = nullptr;
-  ASSERT_EQ(told.size(), 1u);
-  EXPECT_EQ(told[0], "There is not enough memory to go on. What was saved is safe.");
-}
-
 TEST(Window, QuittingBeforeTheLoopEndsItAtOnce) {
   TestWindow test;
   test.window->post_quit(7);
