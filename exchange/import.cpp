@@ -5,27 +5,6 @@
 namespace orvello {
 namespace {
 
-// Takes back what is not committed, whatever ends the import.
-class Changes {
- public:
-  explicit Changes(RecordStore& store) : store_(store), open_(store.begin()) {}
-  ~Changes() {
-    if (open_) store_.rollback();
-  }
-  Changes(const Changes&) = delete;
-  Changes& operator=(const Changes&) = delete;
-  explicit operator bool() const { return open_; }
-  [[nodiscard]] bool commit() {
-    const bool committed = store_.commit();
-    if (committed) open_ = false;
-    return committed;
-  }
-
- private:
-  RecordStore& store_;
-  bool open_;
-};
-
 ImportResult run(const std::vector<std::string>& paths, const OpenInput& open, RecordStore& store,
                  const Clock& clock, bool writes) {
   ImportResult result;
@@ -69,7 +48,7 @@ ImportCounts& ImportCounts::operator+=(const ImportCounts& other) {
 ImportResult import_files(const std::vector<std::string>& paths, const OpenInput& open,
                           RecordStore& store, const Clock& clock) {
   ImportResult result;
-  Changes changes(store);
+  StoreWriting changes(store);
   if (changes) {
     result = run(paths, open, store, clock, true);
     if (result.done && changes.commit()) return result;

@@ -96,10 +96,8 @@ std::optional<Text> RecordCalendarStore::category_text(int folder) {
 
 bool RecordCalendarStore::all_or_nothing(const std::function<bool()>& work) {
   if (in_transaction()) return work();
-  if (!begin()) return false;
-  if (work()) return commit();
-  rollback();
-  return false;
+  StoreWriting writing(*this);
+  return writing && work() && writing.commit();
 }
 
 std::optional<AppointmentRecord> RecordCalendarStore::existing(std::int32_t oid) {

@@ -72,4 +72,26 @@ class StoreReading {
   bool began_;
 };
 
+// One transaction; what is not committed when it ends is taken back, whatever ended it. False: the
+// store cannot be written now.
+class StoreWriting {
+ public:
+  explicit StoreWriting(RecordStore& store) : store_(store), open_(store.begin()) {}
+  ~StoreWriting() {
+    if (open_) store_.rollback();
+  }
+  StoreWriting(const StoreWriting&) = delete;
+  StoreWriting& operator=(const StoreWriting&) = delete;
+  explicit operator bool() const { return open_; }
+  [[nodiscard]] bool commit() {
+    const bool committed = open_ && store_.commit();
+    if (committed) open_ = false;
+    return committed;
+  }
+
+ private:
+  RecordStore& store_;
+  bool open_;
+};
+
 }  // namespace orvello
