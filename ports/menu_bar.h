@@ -36,6 +36,7 @@ struct MenuBarContent {
 class MenuBar {
  public:
   virtual ~MenuBar() = default;
+  // False: none could be made, or one stands already.
   virtual bool create(const MenuBarContent& content) = 0;
   virtual void destroy() = 0;
   virtual bool exists() const = 0;

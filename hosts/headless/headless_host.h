@@ -32,7 +32,7 @@ struct HeadlessHost {
   MemoryRecordDatabases databases;
   HeadlessSurfaces surfaces;
   HeadlessWindow window;
-  HeadlessMenuBar menu_bar;
+  HeadlessMenuBar menu_bar{window};
   HeadlessBoxes boxes;
   HeadlessDialogs dialogs;
   MemoryStore store{clock};

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "calendar/posix_zone.h"
+#include "ports/messages.h"
+
 namespace orvello {
 namespace {
 
@@ -27,7 +30,7 @@ int HeadlessLocale::compare(TextView a, TextView b) const {
 }
 
 bool HeadlessMenuBar::create(const MenuBarContent& content) {
-  if (fail_creation) return false;
+  if (fail_creation || exists_) return false;
   content_ = content;
   disabled_.clear();
   checked_.clear();
@@ -72,6 +75,17 @@ const std::vector<MenuItem>& HeadlessMenuBar::menu(std::uint32_t command) const 
   return kNone;
 }
 
+void HeadlessMenuBar::tap(std::uint32_t command) {
+  const MenuBarButton* found = exists_ ? button(command) : nullptr;
+  if (found && enabled(command)) window_.post({kMessageCommand, command, {}, 0});
+}
+
+void HeadlessMenuBar::choose(std::uint32_t menu_command, std::uint32_t item) {
+  if (!exists_ || !enabled(menu_command)) return;
+  for (const MenuItem& one : menu(menu_command))
+    if (one.command == item && one.enabled) window_.post({kMessageCommand, item, {}, 0});
+}
+
 BoxAnswer HeadlessBoxes::show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                               bool owned) {
   shown.push_back({Text(text), Text(caption), icon, buttons, owned});
@@ -81,7 +95,8 @@ BoxAnswer HeadlessBoxes::show(TextView text, TextView caption, BoxIcon icon, Box
     answers.erase(answers.begin());
     return answer;
   }
-  return buttons == BoxButtons::yes_no ? BoxAnswer::yes : BoxAnswer::ok;
+  if (buttons == BoxButtons::yes_no) return button == 0 ? BoxAnswer::yes : BoxAnswer::no;
+  return button == 0 || buttons == BoxButtons::ok ? BoxAnswer::ok : BoxAnswer::cancel;
 }
 
 void HeadlessClock::set(SystemTime now) {
@@ -94,6 +109,13 @@ UtcSeconds HeadlessClock::utc_now() const {
   CalendarDate date = 0;
   SystemTimeToVariantTime(now_, date);
   return zone_.to_utc(to_seconds(date));
+}
+
+std::optional<Zone> HeadlessClock::known_zone(std::string_view name) const {
+  const auto rule = zone_rules.find(name);
+  if (rule == zone_rules.end()) return std::nullopt;
+  const UtcSeconds from(std::int64_t{day_number(1970, 1, 1)} * kSecondsPerDay);
+  return Zone(std::string(name), parse_posix_zone(rule->second)->observances_after(from));
 }
 
 bool HeadlessInput::load_library(TextView name) {

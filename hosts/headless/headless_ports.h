@@ -11,6 +11,7 @@
 #include "ports/clock.h"
 #include "ports/input_methods.h"
 #include "ports/locale.h"
+#include "ports/main_window.h"
 #include "ports/menu_bar.h"
 #include "ports/message_box.h"
 
@@ -18,6 +19,7 @@ namespace orvello {
 
 class HeadlessMenuBar : public MenuBar {
  public:
+  explicit HeadlessMenuBar(MainWindow& window) : window_(window) {}
   bool create(const MenuBarContent& content) override;
   void destroy() override { exists_ = false; }
   bool exists() const override { return exists_; }
@@ -26,6 +28,10 @@ class HeadlessMenuBar : public MenuBar {
   void enable_button(std::uint32_t command, bool enabled) override;
   void check_button(std::uint32_t command, bool checked) override;
   void set_menu(std::uint32_t command, const std::vector<MenuItem>& items) override;
+
+  // What a person does.
+  void tap(std::uint32_t command);
+  void choose(std::uint32_t menu, std::uint32_t item);
 
   const MenuBarContent& content() const { return content_; }
   const std::vector<MenuItem>& menu(std::uint32_t command) const;
@@ -36,6 +42,7 @@ class HeadlessMenuBar : public MenuBar {
 
  private:
   MenuBarButton* button(std::uint32_t command);
+  MainWindow& window_;
   MenuBarContent content_;
   std::set<std::uint32_t> disabled_, checked_;
   bool exists_ = false;
@@ -56,7 +63,8 @@ class HeadlessBoxes : public MessageBoxes {
   std::vector<ShownBox> shown;
   int beeps = 0, hands = 0;
   std::function<void()> meanwhile;  // while a box stands
-  std::vector<BoxAnswer> answers;   // the next ones to give; then the first button's
+  std::vector<BoxAnswer> answers;   // the next ones to give; then that of the
+  int button = 0;                   // button that is pressed, from 0; -1: left without one
 };
 
 class HeadlessClock : public Clock {
@@ -64,12 +72,18 @@ class HeadlessClock : public Clock {
   explicit HeadlessClock(SystemTime now = {2026, 11, 6, 21, 10, 0, 0, 0}) { set(now); }
   void set(SystemTime now);
   void set_zone(Zone zone) { zone_ = std::move(zone); }
+  void set_zone(std::string_view name) { zone_ = known_zone(name).value(); }
+  // Its time-zone database: the clock changes since 1970 as POSIX writes them, by name.
+  std::map<std::string, const char*, std::less<>> zone_rules{
+      {"Europe/Berlin", "CET-1CEST,M3.5.0,M10.5.0/3"},
+      {"America/New_York", "EST5EDT,M3.2.0,M11.1.0"}};
 
   SystemTime local_time() const override { return now_; }
   UtcSeconds utc_now() const override;
   std::string zone_name() const override { return zone_.name(); }
   LocalSeconds to_local(UtcSeconds utc) const override { return zone_.from_utc(utc); }
   UtcSeconds to_utc(LocalSeconds local) const override { return zone_.to_utc(local); }
+  std::optional<Zone> known_zone(std::string_view name) const override;
 
  private:
   SystemTime now_;

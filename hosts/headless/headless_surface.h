@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-#include "ports/canvas.h"
+#include "hosts/headless/recording_canvas.h"
 
 namespace orvello {
 
@@ -23,7 +23,7 @@ class HeadlessSurface : public Surface, private Canvas {
   void fill_polygon(const std::vector<Point>&, Color) override {}
   void draw_text(TextView, const Rect&, const TextStyle&) override {}
   Size measure(TextView text, const FontSpec& font) override {
-    return {static_cast<int>(text.size()) * font.height / 2, font.height};
+    return headless_text_size(text, font);
   }
   void draw_image(const Image&, const Rect&, Point) override {}
 

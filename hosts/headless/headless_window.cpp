@@ -22,13 +22,14 @@ bool HeadlessWindow::create(TextView, TextView, int height, MessageHandler& hand
   place_ = {0, 0, screen_.work_area.width, height};
   active_ = true;
   send({kMessageCreate, 0, {}, 0});
-  return true;
+  return handler_ != nullptr;
 }
 
 void HeadlessWindow::destroy() {
   if (!handler_) return;
   send({kMessageDestroy, 0, {}, 0});
   handler_ = nullptr;
+  active_ = false;
 }
 
 void HeadlessWindow::post(const Message& message) {
@@ -99,6 +100,10 @@ bool HeadlessWindow::fire_timer(int id) {
   if (!timers_.count(id)) return false;
   send({kMessageTimer, static_cast<std::uint32_t>(id), {}, 0});
   return true;
+}
+
+void HeadlessWindow::close() {
+  if (!send({kMessageClose, 0, {}, 0})) destroy();
 }
 
 void HeadlessWindow::paint() { send({kMessagePaint, 0, {}, 0}); }

@@ -52,6 +52,7 @@ class HeadlessWindow : public MainWindow {
   void key(std::uint32_t key_code, int held = 0);
   void wheel(Point point, int notches);
   void command(std::uint32_t id);
+  void close();             // as the window's own button does
   bool fire_timer(int id);  // false: not started
   void paint();             // what an invalidated window gets
   void set_active(bool active);

@@ -60,7 +60,7 @@ void RecordingCanvas::draw_text(TextView text, const Rect& box, const TextStyle&
                          .text_size = measure(text, style.font)});
 }
 
-Size RecordingCanvas::measure(TextView text, const FontSpec& font) {
+Size headless_text_size(TextView text, const FontSpec& font) {
   int hundredths = 0;
   for (const char16_t c : text) hundredths += letter_width(c) + (font.weight >= 700 ? 8 : 0);
   return {(hundredths * font.height + 99) / 100, font.height * 6 / 5};

@@ -1,8 +1,7 @@
-// A canvas that keeps what was drawn as a list of values, and a surface of such canvases. Text has
-// fixed metrics, near those of the face the screens are designed for.
+// A canvas that keeps what was drawn as a list of values. Text has fixed metrics, near those of the
+// face the screens are designed for.
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "ports/canvas.h"
@@ -23,6 +22,8 @@ struct DrawnOperation {
   Rect source{};
 };
 
+Size headless_text_size(TextView text, const FontSpec& font);
+
 class RecordingCanvas : public Canvas {
  public:
   explicit RecordingCanvas(Size size) : size_(size) {}
@@ -34,7 +35,9 @@ class RecordingCanvas : public Canvas {
   void polyline(const std::vector<Point>& points, Color color, int width) override;
   void fill_polygon(const std::vector<Point>& points, Color color) override;
   void draw_text(TextView text, const Rect& box, const TextStyle& style) override;
-  Size measure(TextView text, const FontSpec& font) override;
+  Size measure(TextView text, const FontSpec& font) override {
+    return headless_text_size(text, font);
+  }
   void draw_image(const Image& image, const Rect& source, Point at) override;
 
   const std::vector<DrawnOperation>& operations() const { return operations_; }
@@ -49,19 +52,6 @@ class RecordingCanvas : public Canvas {
   Size size_;
   std::optional<Rect> clip_;
   std::vector<DrawnOperation> operations_;
-};
-
-class RecordingSurface : public Surface {
- public:
-  explicit RecordingSurface(Size size) : canvas_(size) {}
-  Canvas& canvas() override { return canvas_; }
-  void publish() override { ++publications; }
-
-  RecordingCanvas& recording() { return canvas_; }
-  int publications = 0;
-
- private:
-  RecordingCanvas canvas_;
 };
 
 }  // namespace orvello

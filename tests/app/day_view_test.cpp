@@ -130,26 +130,6 @@ TEST_F(DayViewTest, AListMadeAnewUnderThePenChangesNothingOfWhatIsMeant) {
   EXPECT_EQ(subjects(), (std::vector<Text>{u"Zeroth", u"Second"}));
 }
 
-TEST_F(DayViewTest, ADragAsideTurnsTheDayAndOpensNothing) {
-  add(21, 9, u"First");
-  start();
-  const std::size_t opened = device.dialogs.opened.size();
-  const Point from = list().point_of(0);
-  dialog().pen_down(kControlDayList, from);
-  for (int dx = 10; dx <= 90; dx += 10) dialog().pen_move(kControlDayList, {from.x - dx, from.y});
-  dialog().pen_up(kControlDayList, {from.x - 90, from.y});
-  EXPECT_EQ(shown(), (MonthDayYear{11, 22, 2026}));
-  EXPECT_FALSE(dialog().fire_timer(kTimerNotes));
-  // Half a drag does nothing at all.
-  dialog().pen_down(kControlDayList, from);
-  dialog().pen_move(kControlDayList, {from.x + 20, from.y});
-  dialog().pen_up(kControlDayList, {from.x + 20, from.y});
-  EXPECT_EQ(shown(), (MonthDayYear{11, 22, 2026}));
-  EXPECT_FALSE(dialog().fire_timer(kTimerNotes));
-  EXPECT_FALSE(dialog().fire_timer(kTimerMenu));
-  EXPECT_EQ(device.dialogs.opened.size(), opened);
-}
-
 TEST_F(DayViewTest, ATapShowsTheNotesAndASecondOneEdits) {
   NotedEditor noted;
   editor = &noted;

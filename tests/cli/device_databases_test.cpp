@@ -2,9 +2,7 @@
 #include "hosts/linux/device_databases.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <map>
 
 #include "hosts/headless/headless_ports.h"
@@ -13,6 +11,7 @@
 #include "hosts/headless/memory_store.h"
 #include "settings/category_list.h"
 #include "store/embedded/sqlite_record_databases.h"
+#include "tests/scratch.h"
 
 namespace orvello {
 namespace {
@@ -145,9 +144,7 @@ TEST_F(DeviceDatabasesTest, VolumesAreLeftAloneAndAMissingStoreToo) {
 }
 
 TEST_F(DeviceDatabasesTest, AFileKeepsTheList) {
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("orvello-device-" + std::to_string(::getpid()));
-  std::filesystem::create_directories(folder);
+  const ScratchFolder folder;
   const auto path_of = [](TextView) { return std::string(); };
   put(u"Work, Home");
   {
@@ -162,7 +159,6 @@ TEST_F(DeviceDatabasesTest, AFileKeepsTheList) {
   DeviceDatabases kept(file, &store);
   EXPECT_EQ(labels(kept, boxes), (std::vector<Text>{u"Home", u"Work", u"Spare"}));
   EXPECT_EQ(boxes.shown.size(), 1u);
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

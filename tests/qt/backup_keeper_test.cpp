@@ -5,6 +5,7 @@
 
 #include <fstream>
 
+#include "calendar/rule_text.h"
 #include "hosts/linux/system_clock.h"
 #include "tests/qt/test_window.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 TEST(BackupKeeper, StartsTheProgramWhenACopyIsDueAndTellsOneFailure) {
   need_application();
-  TemporaryFolder folder;
+  ScratchFolder folder;
   std::ofstream(folder / "calendar.db") << "changed";
   const std::string program = folder / "program", calls = folder / "calls";
   std::ofstream(program) << "#!/bin/sh\necho \"$@\" >>'" << calls
@@ -21,7 +22,7 @@ TEST(BackupKeeper, StartsTheProgramWhenACopyIsDueAndTellsOneFailure) {
   ::chmod(program.c_str(), 0700);
   CommandLine line;
   line.data_folder = folder.path();
-  const SystemClock clock(parse_local_time("2026-11-21T09:30"));
+  const SystemClock clock(parse_moment("20261121T093000").value());
   const WindowParts parts{line, {folder.path(), folder.path(), folder.path()}, clock, nullptr, ""};
   std::vector<std::string> told;
   BackupKeeper keeper(

@@ -223,32 +223,5 @@ TEST(MessageBox, ALongTextFitsASmallScreenAndTheButtonsCanBeTapped) {
   EXPECT_EQ(boxes.show(text, u"Error", BoxIcon::error, BoxButtons::yes_no, true), BoxAnswer::yes);
 }
 
-TEST(MessageBox, LeavingWithoutAChoiceIsTheCarefulAnswer) {
-  TestWindow test;
-  test.show();
-  QtMessageBoxes boxes(*test.window);
-  const std::pair<BoxButtons, BoxAnswer> cases[] = {{BoxButtons::ok, BoxAnswer::ok},
-                                                    {BoxButtons::ok_cancel, BoxAnswer::cancel},
-                                                    {BoxButtons::yes_no, BoxAnswer::no}};
-  for (const auto& [buttons, answer] : cases) {
-    QTimer::singleShot(50, [&] { test.window->shell()->close(); });
-    EXPECT_EQ(boxes.show(u"text", u"caption", BoxIcon::none, buttons, true), answer);
-  }
-  EXPECT_EQ(test.recorder.count(kMessageClose), 0);
-}
-
-TEST(MessageBox, StandsAloneBeforeThereIsAWindow) {
-  need_application();
-  QtMainWindow window({});
-  QtMessageBoxes boxes(window);
-  QTimer::singleShot(80, [] {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-      if (auto* layer = dynamic_cast<ModalLayer*>(widget); layer && layer->isVisible())
-        layer->close();
-  });
-  EXPECT_EQ(boxes.show(u"Unable to load", u"Error", BoxIcon::warning, BoxButtons::ok_cancel, false),
-            BoxAnswer::cancel);
-}
-
 }  // namespace
 }  // namespace orvello

@@ -26,7 +26,7 @@ int end_of(pid_t child) {
 }
 
 TEST(SingleInstance, ASecondProcessHandsItsFilesOverAndEnds) {
-  TemporaryFolder folder;
+  ScratchFolder folder;
   need_application();
   QtWindowOptions options;
   options.data_folder = folder.path();
@@ -59,7 +59,7 @@ TEST(SingleInstance, ASecondProcessHandsItsFilesOverAndEnds) {
 
 // What is said not to be opened never is, and what is said to be was taken.
 TEST(SingleInstance, OneThatDoesNotAnswerGetsNothing) {
-  TemporaryFolder folder;
+  ScratchFolder folder;
   SingleInstance first(folder.path());
   ASSERT_TRUE(first.become_first());
   const auto calling = [&] {
@@ -79,7 +79,7 @@ TEST(SingleInstance, OneThatDoesNotAnswerGetsNothing) {
 }
 
 TEST(SingleInstance, OneThatEndsMeanwhileIsTakenOverFrom) {
-  TemporaryFolder folder;
+  ScratchFolder folder;
   int ready[2];
   ASSERT_EQ(::pipe(ready), 0);
   const pid_t child = start_process([&] {
@@ -97,7 +97,7 @@ TEST(SingleInstance, OneThatEndsMeanwhileIsTakenOverFrom) {
 }
 
 TEST(SingleInstance, OneThatWasKilledKeepsNobodyOut) {
-  TemporaryFolder folder;
+  ScratchFolder folder;
   int ready[2];
   ASSERT_EQ(::pipe(ready), 0);
   const pid_t child = start_process([&] {
@@ -120,7 +120,7 @@ TEST(SingleInstance, OneThatWasKilledKeepsNobodyOut) {
 }
 
 TEST(SingleInstance, OtherFoldersHaveTheirOwnAndLinksToOneDoNot) {
-  TemporaryFolder one, other;
+  ScratchFolder one, other;
   SingleInstance first(one.path()), second(other.path());
   EXPECT_TRUE(first.become_first());
   EXPECT_TRUE(second.become_first());

@@ -1,19 +1,15 @@
 // A real window on the offscreen platform and what arrived at its handler.
 #pragma once
 
-#include <unistd.h>
-
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTest>
-#include <filesystem>
 #include <functional>
-#include <string>
-#include <vector>
 
 #include "hosts/qt/guarded_application.h"
 #include "hosts/qt/qt_main_window.h"
-#include "ports/messages.h"
+#include "tests/contract/message_log.h"
+#include "tests/scratch.h"
 
 namespace orvello {
 
@@ -42,40 +38,6 @@ inline bool wait_until(const std::function<bool()>& done, int milliseconds = 300
 inline void settle() {
   wait_until([] { return false; }, 150);
 }
-
-class Recorder : public MessageHandler {
- public:
-  bool handle_message(const Message& message) override {
-    messages.push_back(message);
-    return on_message && on_message(message);
-  }
-  std::vector<Message> of(std::uint32_t id) const {
-    std::vector<Message> found;
-    for (const Message& message : messages)
-      if (message.id == id) found.push_back(message);
-    return found;
-  }
-  int count(std::uint32_t id) const { return static_cast<int>(of(id).size()); }
-  std::vector<Message> messages;
-  std::function<bool(const Message&)> on_message;
-};
-
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "orvello-test-XXXXXX").string();
-    path_ = ::mkdtemp(name.data()) ? name : "";
-  }
-  ~TemporaryFolder() {
-    std::error_code error;
-    std::filesystem::remove_all(path_, error);
-  }
-  const std::string& path() const { return path_; }
-  std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-
- private:
-  std::string path_;
-};
 
 struct TestWindow {
   explicit TestWindow(Size size = {240, 320}, int dpi = 96) {

@@ -49,30 +49,6 @@ TEST(Window, ARowOfSizesIsOneRotationAndAReturnToTheOldSizeIsNone) {
   EXPECT_EQ(recorder.count(kMessageSettingChange), 1);
 }
 
-TEST(Window, MessagesAndRedrawsComeFromAnyThread) {
-  TestWindow test;
-  test.show();
-  std::vector<std::thread> threads;
-  for (std::uint32_t t = 0; t < 4; ++t)
-    threads.emplace_back([&test, t] {
-      for (std::uint32_t i = 0; i < 50; ++i) {
-        test.window->post({kMessageRefresh, t * 100 + i, {}, 0});
-        test.window->invalidate();
-      }
-    });
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(test.recorder.count(kMessagePaint), 0);
-  ASSERT_TRUE(wait_until([&] { return test.recorder.count(kMessageRefresh) == 200; }));
-  ASSERT_TRUE(wait_until([&] { return test.recorder.count(kMessagePaint) > 0; }));
-  settle();
-  EXPECT_LE(test.recorder.count(kMessagePaint), 3);
-  std::uint32_t next = 0;
-  for (const Message& message : test.recorder.of(kMessageRefresh))
-    if (message.wparam < 100) {
-      EXPECT_EQ(message.wparam, next++);
-    }
-}
-
 TEST(Window, ThePublishedPictureIsShownPixelForPixelAndReportedOnce) {
   TestWindow test({120, 100}, 96);
   QtSurface surface({120, 80});
@@ -100,42 +76,6 @@ TEST(Window, ThePublishedPictureIsShownPixelForPixelAndReportedOnce) {
   EXPECT_EQ(shown.pixel(60, 95), qRgb(255, 255, 255)) << "below the picture";
 }
 
-TEST(Window, ClosingIsTheProgramsDecision) {
-  TestWindow test;
-  test.show();
-  bool destroys = false;
-  test.recorder.on_message = [&](const Message& message) {
-    if (message.id != kMessageClose) return false;
-    if (destroys) test.window->destroy();
-    return true;
-  };
-  test.window->shell()->close();
-  EXPECT_TRUE(test.window->is_active());
-  destroys = true;
-  test.window->start_timer(5, 1);
-  test.window->shell()->close();
-  EXPECT_FALSE(test.window->is_active());
-  EXPECT_EQ(test.recorder.count(kMessageDestroy), 1);
-  settle();
-  EXPECT_EQ(test.recorder.count(kMessageTimer), 0);
-  test.window->invalidate();  // a drawing that ends late
-  test.window->post({kMessageRefresh, 0, {}, 0});
-  settle();
-  EXPECT_EQ(test.recorder.count(kMessageRefresh), 0);
-}
-
-TEST(Window, ATimerMayDestroyTheWindow) {
-  TestWindow test;
-  test.show();
-  test.recorder.on_message = [&](const Message& message) {
-    if (message.id == kMessageTimer) test.window->destroy();
-    return true;
-  };
-  test.window->start_timer(3, 5);
-  EXPECT_TRUE(wait_until([&] { return test.recorder.count(kMessageDestroy) == 1; }));
-  settle();
-}
-
 TEST(Window, QuittingBeforeTheLoopEndsItAtOnce) {
   TestWindow test;
   test.window->post_quit(7);
@@ -144,7 +84,7 @@ TEST(Window, QuittingBeforeTheLoopEndsItAtOnce) {
 
 TEST(Window, RemembersItsPlaceUnlessTheScreenIsFixed) {
   need_application();
-  TemporaryFolder folder;
+  ScratchFolder folder;
   Recorder recorder;
   {
     QtMainWindow window(remembered_in(folder.path()));
@@ -176,7 +116,7 @@ TEST(Window, RemembersItsPlaceUnlessTheScreenIsFixed) {
 // place is remembered from a larger screen.
 TEST(Window, StandsWhollyOnTheScreen) {
   need_application();
-  TemporaryFolder folder;
+  ScratchFolder folder;
   const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
   const int dpi = std::max(room.width(), room.height());  // 240 units are more than the screen
   for (const Rect& kept : {Rect{5000, -900, 600, 400}, Rect{0, 0, 9000, 9000}, Rect{}}) {
@@ -205,7 +145,7 @@ TEST(WindowPlace, IsBroughtBackToAScreenThatExists) {
 }
 
 TEST(WindowPlace, ADamagedFileIsNoPlace) {
-  TemporaryFolder folder;
+  ScratchFolder folder;
   EXPECT_FALSE(load_window_place(folder / "none"));
   for (const char* content : {"", "rubbish", "1 2 3", "0 0 0 0", "0 0 99999999 5"}) {
     FILE* file = std::fopen((folder / "window").c_str(), "w");

@@ -1,31 +1,15 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-
-#include <cstdlib>
-#include <fstream>
+#include <unistd.h>
 
 #include "hosts/linux/bitmap_file.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/linux_files.h"
 #include "hosts/linux/own_files.h"
-#include "tests/qt/test_window.h"
+#include "tests/scratch.h"
 
 namespace orvello {
 namespace {
-
-std::string read_all(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-void write_all(const std::string& path, const std::string& content) {
-  std::ofstream(path, std::ios::binary) << content;
-}
-
-int mode_of(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 ? info.st_mode & 0777 : -1;
-}
 
 std::string dword(std::uint32_t value) {
   std::string bytes;
@@ -98,50 +82,17 @@ TEST(BitmapFile, NoPartOfADamagedFileIsReadOrCrashesTheReader) {
   }
 }
 
-TEST(LinuxFiles, LooksBesideTheProgramUnderDevicePaths) {
-  TemporaryFolder folder;
+TEST(LinuxFiles, AreOrdinaryOnesUnderTheSystemsPaths) {
+  ScratchFolder folder;
   LinuxFiles files({folder.path(), folder.path(), folder.path()});
-  const Text module = files.module_file_name();
-  const Text beside = module.substr(0, module.rfind(u'\\')) + u"\\icons.bmp";
-  EXPECT_EQ(host_path(beside), folder / "icons.bmp");
-  EXPECT_FALSE(files.exists(beside));
-  EXPECT_FALSE(files.load_bitmap(beside));
-  write_all(folder / "icons.bmp", two_by_two());
-  EXPECT_TRUE(files.exists(beside));
-  EXPECT_EQ(files.load_bitmap(beside), kTwoByTwo);
+  EXPECT_EQ(host_path(files.module_file_name()), folder / "orvello");
   EXPECT_FALSE(files.load_bitmap(device_path(folder.path()))) << "a folder";
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
   EXPECT_FALSE(files.load_bitmap(device_path(folder / "pipe"))) << "would wait for ever";
   EXPECT_EQ(host_path(device_path("/a\\b/\xD0\xB9")), "/a\\b/\xD0\xB9");
+  EXPECT_TRUE(files.append_diagnostic_line(u"first"));
+  EXPECT_EQ(mode_of(folder / "diag.txt"), 0600u);
 }
-
-TEST(LinuxFiles, DiagnosticLinesAreAppendedForTheOwnerAlone) {
-  TemporaryFolder folder;
-  LinuxFiles files({"/nowhere", "/nowhere", folder.path()});
-  EXPECT_TRUE(files.append_diagnostic_line(u"first: день"));
-  EXPECT_TRUE(files.append_diagnostic_line(u"second"));
-  EXPECT_EQ(read_all(folder / "diag.txt"), "first: день\nsecond\n");
-  EXPECT_EQ(mode_of(folder / "diag.txt"), 0600);
-  EXPECT_FALSE(LinuxFiles({"", "", folder / "missing"}).append_diagnostic_line(u"x"));
-}
-
-class VariableGuard {
- public:
-  VariableGuard(const char* name, const char* value) : name_(name) {
-    if (const char* old = std::getenv(name)) old_ = old;
-    ::setenv(name, value, 1);
-  }
-  ~VariableGuard() {
-    if (old_)
-      ::setenv(name_, old_->c_str(), 1);
-    else
-      ::unsetenv(name_);
-  }
-
- private:
-  const char* name_;
-  std::optional<std::string> old_;
-};
 
 TEST(Paths, FollowTheEnvironmentAndIgnoreRelativeValues) {
   const VariableGuard home("HOME", "/users/ann"), data("XDG_DATA_HOME", "/d/"),
@@ -160,15 +111,15 @@ TEST(Paths, FollowTheEnvironmentAndIgnoreRelativeValues) {
 }
 
 TEST(Paths, FoldersAreMadeForTheOwnerAndAnUnusableOneIsNamed) {
-  TemporaryFolder folder;
+  ScratchFolder folder;
   const Paths paths{folder / "a/b/data", folder / "config", folder / "state"};
   ASSERT_TRUE(prepare_folders(paths));
-  EXPECT_EQ(mode_of(folder / "a/b/data"), 0700);
-  EXPECT_EQ(mode_of(folder / "a"), 0700);
+  EXPECT_EQ(mode_of(folder / "a/b/data"), 0700u);
+  EXPECT_EQ(mode_of(folder / "a"), 0700u);
   ::chmod((folder / "config").c_str(), 0755);
   EXPECT_TRUE(prepare_folders(paths));
-  EXPECT_EQ(mode_of(folder / "config"), 0755) << "an existing folder is left as it is";
-  write_all(folder / "file", "");
+  EXPECT_EQ(mode_of(folder / "config"), 0755u) << "an existing folder is left as it is";
+  put_content(folder / "file", "");
   for (const std::string& bad : {folder / "file", folder / "file/below"}) {
     const auto refused = prepare_folders({bad, paths.config, paths.state});
     ASSERT_FALSE(refused);
@@ -182,15 +133,15 @@ TEST(Paths, FoldersAreMadeForTheOwnerAndAnUnusableOneIsNamed) {
 }
 
 TEST(OwnFiles, AreKnownUnderEveryName) {
-  TemporaryFolder folder;
+  ScratchFolder folder;
   const Paths paths{folder / "data", folder / "config", folder / "state"};
   ASSERT_TRUE(prepare_folders(paths));
   std::filesystem::create_directory(folder / "data/backups");
   std::filesystem::create_symlink(folder / "data", folder / "other way");
-  write_all(folder / "data/calendar.db", "x");
-  write_all(folder / "data/appointments.ics", "x");
-  write_all(folder / "data/backups/calendar-2026-11-20.db", "x");
-  write_all(folder / "config/registry", "x");
+  put_content(folder / "data/calendar.db", "x");
+  put_content(folder / "data/appointments.ics", "x");
+  put_content(folder / "data/backups/calendar-2026-11-20.db", "x");
+  put_content(folder / "config/registry", "x");
   std::filesystem::create_symlink(folder / "data/calendar.db", folder / "link.png");
   std::filesystem::create_hard_link(folder / "data/calendar.db", folder / "hard.png");
   std::filesystem::create_hard_link(folder / "data/backups/calendar-2026-11-20.db", folder / "b");

@@ -1,24 +1,16 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <list>
 #include <thread>
 
 #include "hosts/linux/outbox.h"
-#include "tests/qt/test_window.h"
+#include "tests/scratch.h"
 
 namespace orvello {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string content_of(const std::string& path) {
-  std::ifstream file(path);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 // A home, and nothing of the real session.
 class OutboxTest : public testing::Test {
@@ -31,33 +23,30 @@ class OutboxTest : public testing::Test {
       set(name, "");
   }
   ~OutboxTest() override {
-    for (const auto& [name, value] : before_) ::setenv(name.c_str(), value.c_str(), 1);
+    while (!guards_.empty()) guards_.pop_back();  // a variable may have been set twice
   }
-  void set(const char* name, const std::string& value) {
-    const char* old = std::getenv(name);
-    before_.emplace_back(name, old ? old : "");
-    ::setenv(name, value.c_str(), 1);
+  void set(const char* name, const std::string& value) { guards_.emplace_back(name, value); }
+  void write_program(const std::string& text) const {
+    put_content(home / "bin/xdg-email", text);
+    fs::permissions(home / "bin/xdg-email", fs::perms::owner_all);
   }
-  TemporaryFolder home;
+  ScratchFolder home;
 
  private:
-  std::vector<std::pair<std::string, std::string>> before_;
+  std::list<VariableGuard> guards_;
 };
 
 TEST_F(OutboxTest, SavesForTheOwnerAloneAndNeverOverAnotherFile) {
   const Outbox outbox(home / "data/outbox");
   set("DISPLAY", ":0");
-  std::ofstream(home / "bin/xdg-email") << "#!/bin/sh\nexit 1\n";
-  fs::permissions(home / "bin/xdg-email", fs::perms::owner_all);
+  write_program("#!/bin/sh\nexit 1\n");
   for (const char* name : {"Dentist.ics", "Dentist-2.ics", "Dentist-3.ics"}) {
     const auto handed = outbox.hand_over(u"Dentist", name);
     ASSERT_TRUE(handed) << handed.reason();
     EXPECT_FALSE(handed->mailed) << "a folder of its own is never mailed from";
     EXPECT_EQ(handed->path, (home / "data/outbox/") + name);
     EXPECT_EQ(content_of(handed->path), name);
-    struct stat info {};
-    ASSERT_EQ(::stat(handed->path.c_str(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777, 0600u);
+    EXPECT_EQ(mode_of(handed->path), 0600u);
   }
   std::ofstream(home / "file") << "x";
   EXPECT_FALSE(Outbox(home / "file").hand_over(u"Dentist", "x"));
@@ -90,9 +79,8 @@ TEST_F(OutboxTest, FindsTheDocumentsFolderOfTheDesktop) {
 
 TEST_F(OutboxTest, StartsTheMailProgramWhereADesktopIs) {
   const std::string note = home / "note";
-  std::ofstream(home / "bin/xdg-email") << "#!/bin/sh\necho \"$1 $(cat \"$2\")\" > " << note
-                                        << ".part\nmv " << note << ".part " << note << "\n";
-  fs::permissions(home / "bin/xdg-email", fs::perms::owner_all);
+  write_program("#!/bin/sh\necho \"$1 $(cat \"$2\")\" > " + note + ".part\nmv " + note + ".part " +
+                note + "\n");
   const auto saved = Outbox("").hand_over(u"Lunch", "BEGIN");
   ASSERT_TRUE(saved);
   EXPECT_FALSE(saved->mailed) << "without a session";
@@ -103,14 +91,12 @@ TEST_F(OutboxTest, StartsTheMailProgramWhereADesktopIs) {
   for (int i = 0; i < 500 && !fs::exists(note); ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   EXPECT_EQ(content_of(note), "--attach BEGIN\n");
-  struct stat info {};
-  ASSERT_EQ(::stat(mailed->path.c_str(), &info), 0);
-  EXPECT_EQ(info.st_mode & 0777, 0600u);
+  EXPECT_EQ(mode_of(mailed->path), 0600u);
   EXPECT_EQ(mailed->path, home / ".cache/orvello/Lunch more.ics");
   set("XDG_CACHE_HOME", home / "it's, 100%");
   EXPECT_FALSE(Outbox("").hand_over(u"Lunch", "BEGIN")->mailed) << "not by that path";
   set("XDG_CACHE_HOME", "");
-  std::ofstream(home / "bin/xdg-email") << "#!/no/such/program\n";
+  write_program("#!/no/such/program\n");
   const auto failed = Outbox("").hand_over(u"Tea", "BEGIN");
   ASSERT_TRUE(failed);
   EXPECT_FALSE(failed->mailed);

@@ -7,8 +7,8 @@
 #include <algorithm>
 
 #include "store/embedded/sqlite_record_databases.h"
-#include "tests/contract/linux/registry_scratch.h"
 #include "tests/contract/record_databases_contract.h"
+#include "tests/scratch.h"
 
 namespace orvello {
 namespace {

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "hosts/linux/file_registry.h"
-#include "tests/contract/linux/registry_scratch.h"
 #include "tests/contract/registry_contract.h"
+#include "tests/scratch.h"
 
 namespace orvello {
 namespace {

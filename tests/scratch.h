@@ -1,10 +1,12 @@
-// A folder of its own for a test, removed afterwards, and whole files as strings.
+// What tests leave no trace of: a folder of their own, variables of the environment; and whole
+// files as strings.
 #pragma once
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
 
 namespace orvello {
@@ -21,10 +23,34 @@ class ScratchFolder {
   }
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
+  const std::string& path() const { return path_; }
   std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+  std::size_t files() const {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
+  }
 
  private:
   std::string path_;
+};
+
+class VariableGuard {
+ public:
+  VariableGuard(const char* name, const std::string& value) : name_(name) {
+    if (const char* old = std::getenv(name)) old_ = old;
+    ::setenv(name, value.c_str(), 1);
+  }
+  ~VariableGuard() {
+    if (old_)
+      ::setenv(name_, old_->c_str(), 1);
+    else
+      ::unsetenv(name_);
+  }
+  VariableGuard(const VariableGuard&) = delete;
+  VariableGuard& operator=(const VariableGuard&) = delete;
+
+ private:
+  const char* name_;
+  std::optional<std::string> old_;
 };
 
 inline std::string content_of(const std::string& path) {

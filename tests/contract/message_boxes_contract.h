@@ -1,0 +1,52 @@
+// What every host's message boxes must do.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "ports/message_box.h"
+
+namespace orvello {
+
+struct BoxDevice {
+  virtual ~BoxDevice() = default;
+  virtual MessageBoxes& boxes() = 0;
+  virtual void make_window() = 0;
+  // In front of the next box the person presses a button, counted from 0, or leaves without one.
+  virtual void person(std::optional<int> button) = 0;
+};
+using BoxCase = std::pair<const char*, std::function<std::unique_ptr<BoxDevice>()>>;
+inline void PrintTo(const BoxCase& one, std::ostream* out) { *out << one.first; }
+
+class MessageBoxesContract : public ::testing::TestWithParam<BoxCase> {
+ protected:
+  std::unique_ptr<BoxDevice> device = GetParam().second();
+};
+
+TEST_P(MessageBoxesContract, GiveTheAnswerThatWasPressedAndElseTheCarefulOne) {
+  const struct {
+    BoxButtons buttons;
+    std::vector<BoxAnswer> pressed;  // by button
+    BoxAnswer left;
+  } cases[] = {{BoxButtons::ok, {BoxAnswer::ok}, BoxAnswer::ok},
+               {BoxButtons::ok_cancel, {BoxAnswer::ok, BoxAnswer::cancel}, BoxAnswer::cancel},
+               {BoxButtons::yes_no, {BoxAnswer::yes, BoxAnswer::no}, BoxAnswer::no}};
+  for (const bool owned : {false, true}) {  // before there is a window, too
+    if (owned) device->make_window();
+    for (const auto& one : cases) {
+      const auto show = [&](std::optional<int> button) {
+        device->person(button);
+        return device->boxes().show(u"text", u"caption", BoxIcon::none, one.buttons, owned);
+      };
+      for (std::size_t i = 0; i < one.pressed.size(); ++i)
+        EXPECT_EQ(show(static_cast<int>(i)), one.pressed[i]);
+      EXPECT_EQ(show(std::nullopt), one.left);
+    }
+  }
+  device->boxes().beep();
+}
+
+}  // namespace orvello
