@@ -7,7 +7,6 @@ class MemoryRegistry::Key : public RegistryKey {
   Key(MemoryRegistry& registry, Values& values) : registry_(registry), values_(values) {}
 
   std::optional<RegistryValue> query(TextView name) const override {
-    registry_.queried.emplace_back(name);
     const auto found = values_.find(upper_ascii(name));
     if (found == values_.end()) return std::nullopt;
     return found->second;

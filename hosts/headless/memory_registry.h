@@ -19,7 +19,6 @@ class MemoryRegistry : public Registry {
 
   bool unwritable = false;  // values are refused, and keys that are missing are not created
   bool fail_flush = false;
-  std::vector<Text> queried;  // names in the order of reading
   int flushes = 0;
 
  private:

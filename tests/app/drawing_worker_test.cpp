@@ -67,14 +67,6 @@ TEST_F(DrawingWorkerTest, WhatADrawingThrowsIsThrownOnceWhereItCanBeTold) {
   EXPECT_EQ(last, 3);
 }
 
-TEST_F(DrawingWorkerTest, ManyRequestsEndWithTheNewestDrawing) {
-  std::atomic<int> last{0};
-  for (int i = 1; i <= 1000; ++i) worker.request(noted(last, i));
-  ASSERT_TRUE(worker.wait_until_idle(10s));
-  EXPECT_EQ(last, 1000);
-  EXPECT_LE(published, 1000);
-}
-
 TEST_F(DrawingWorkerTest, StopsInTheMiddleOfADrawingAndStartsAgain) {
   std::atomic<int> given_up{0}, last{0};
   begin(endless(given_up));

@@ -1,15 +1,13 @@
 // Operations on a settings volume whose writer is killed, or that another program holds for long.
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sqlite3.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "settings/category_props.h"
 #include "settings/pretexts.h"
 #include "settings/profiles.h"
 #include "settings/program_files.h"
 #include "store/embedded/sqlite_record_databases.h"
+#include "tests/processes.h"
 #include "tests/scratch.h"
 #include "tests/settings/settings_fixture.h"
 
@@ -53,16 +51,10 @@ TEST_F(BadVolume, AFirstStartThatIsKilledLosesNoReadyMadeText) {
     for (const char* name : {"settings.vol", "settings.vol-journal"})
       std::filesystem::remove(folder / name);
     files.present.clear();
-    const pid_t child = ::fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-      first_start();
-      ::_exit(0);
-    }
+    const pid_t child = start_process([&] { return first_start(), 0; });
     while (!std::filesystem::exists(path)) ::usleep(100);
     ::usleep(static_cast<useconds_t>(i * 2000));
-    ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
+    kill_process(child);
     first_start();
     std::vector<Text> texts;
     EXPECT_TRUE(loadPreTextToLB(volume, texts, kSubjectPretexts));

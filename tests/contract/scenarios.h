@@ -155,20 +155,6 @@ TYPED_TEST_P(Scenarios, KeysAndWheelMoveThroughTheMonths) {
   EXPECT_EQ(this->mode(), ViewMode::month);
 }
 
-TYPED_TEST_P(Scenarios, ATapOpensTheDayAndTheMenuBarLeadsBack) {
-  this->start();
-  this->tap(this->day_point(9));
-  EXPECT_EQ(this->mode(), ViewMode::day);
-  EXPECT_EQ(this->shown(), (MonthDayYear{11, 9, 2026}));
-  this->device.choose(kCommandMonthView);
-  this->settle();
-  EXPECT_EQ(this->mode(), ViewMode::month);
-  this->device.choose(kCommandYearView);
-  this->settle();
-  EXPECT_EQ(this->mode(), ViewMode::year);
-  EXPECT_EQ(this->shown(), (MonthDayYear{11, 9, 2026}));
-}
-
 TYPED_TEST_P(Scenarios, AHoldOpensThePopupAndATapInItTheDay) {
   this->add({11, 9, 2026}, 9, u"Dentist");
   this->start();
@@ -335,23 +321,13 @@ TYPED_TEST_P(Scenarios, WhatCannotBeReadStaysAsItWasUntilItCan) {
   EXPECT_EQ(this->device.boxes(), 1);
 }
 
-TYPED_TEST_P(Scenarios, AChangeInTheStoreIsDrawn) {
-  this->start();
-  const int requests = this->application->grid().redraw_requests();
-  ASSERT_GT(this->add({11, 9, 2026}, 10, u"New"), 0);
-  this->device.store().poll();
-  this->settle();
-  EXPECT_GT(this->application->grid().redraw_requests(), requests);
-}
-
 REGISTER_TYPED_TEST_SUITE_P(Scenarios, ThePenTurnsMonthsAndYears, KeysAndWheelMoveThroughTheMonths,
-                            ATapOpensTheDayAndTheMenuBarLeadsBack,
                             AHoldOpensThePopupAndATapInItTheDay, TheYearLeadsToItsMonthsAndDays,
                             ThePenReadsNotesAndTurnsDays,
                             AnAppointmentIsCarriedAndDeletedByMenuAndKeys,
                             ATurnedScreenKeepsTheViewAndFillsIt,
                             WhatIsModalStaysSoAndWhatComesMeanwhileWaits,
                             TheListBelowIsUsedAgainAfterATurnedScreen,
-                            WhatCannotBeReadStaysAsItWasUntilItCan, AChangeInTheStoreIsDrawn);
+                            WhatCannotBeReadStaysAsItWasUntilItCan);
 
 }  // namespace orvello

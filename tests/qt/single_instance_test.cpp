@@ -1,29 +1,13 @@
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
-
+#include "tests/processes.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
 namespace {
 
 using Joined = SingleInstance::Joined;
-
-// Runs `work` in a process of its own, which ends with the value that it returns.
-pid_t start_process(const std::function<int()>& work) {
-  const pid_t child = ::fork();
-  if (child == 0) ::_exit(work());
-  return child;
-}
-
-int end_of(pid_t child) {
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
 
 TEST(SingleInstance, ASecondProcessHandsItsFilesOverAndEnds) {
   ScratchFolder folder;
@@ -80,43 +64,31 @@ TEST(SingleInstance, OneThatDoesNotAnswerGetsNothing) {
 
 TEST(SingleInstance, OneThatEndsMeanwhileIsTakenOverFrom) {
   ScratchFolder folder;
-  int ready[2];
-  ASSERT_EQ(::pipe(ready), 0);
-  const pid_t child = start_process([&] {
+  ToldProcess child([&](auto tell) {
     SingleInstance first(folder.path());
-    if (!first.become_first() || ::write(ready[1], "y", 1) != 1) return 1;
+    if (!first.become_first() || !tell()) return 1;
     pollfd called{first.listening_socket(), POLLIN, 0};
     return ::poll(&called, 1, 5000) == 1 ? 0 : 2;  // and ends without having answered
   });
-  char answer = 0;
-  ASSERT_EQ(::read(ready[0], &answer, 1), 1);
+  ASSERT_TRUE(child.told());
   EXPECT_EQ(SingleInstance(folder.path()).join({"/tmp/a.ics"}), Joined::first);
-  EXPECT_EQ(end_of(child), 0);
-  ::close(ready[0]);
-  ::close(ready[1]);
+  EXPECT_EQ(child.end(), 0);
 }
 
 TEST(SingleInstance, OneThatWasKilledKeepsNobodyOut) {
   ScratchFolder folder;
-  int ready[2];
-  ASSERT_EQ(::pipe(ready), 0);
-  const pid_t child = start_process([&] {
+  ToldProcess child([&](auto tell) {
     SingleInstance first(folder.path());
-    const char answer = first.become_first() && first.listening_socket() >= 0 ? 'y' : 'n';
-    if (::write(ready[1], &answer, 1) != 1) return 1;
+    if (first.become_first() && first.listening_socket() >= 0) tell();
     for (;;) ::pause();
+    return 0;
   });
-  char answer = 0;
-  ASSERT_EQ(::read(ready[0], &answer, 1), 1);
-  EXPECT_EQ(answer, 'y');
+  ASSERT_TRUE(child.told());
   SingleInstance second(folder.path());
   EXPECT_FALSE(second.become_first());
-  ::kill(child, SIGKILL);
-  end_of(child);
+  child.kill();
   EXPECT_TRUE(second.become_first());
   EXPECT_GE(second.listening_socket(), 0) << "the socket left behind is replaced";
-  ::close(ready[0]);
-  ::close(ready[1]);
 }
 
 TEST(SingleInstance, OtherFoldersHaveTheirOwnAndLinksToOneDoNot) {

@@ -151,27 +151,6 @@ TEST_F(SettingsTest, LocaleDecidesTheClockAndTheHeader) {
   EXPECT_EQ(load(locale).timeformat, 0);
 }
 
-TEST_F(SettingsTest, ValuesAreReadInTheirOrder) {
-  registry.queried.clear();
-  load();
-  const auto at = [&](TextView name) {
-    return std::find(registry.queried.begin(), registry.queried.end(), name) -
-           registry.queried.begin();
-  };
-  const TextView order[] = {
-      u"timeformat",          u"showdaylabel",        u"timeD",
-      u"rowcolorindex",       u"displayicon0",        u"displayiconstring0",
-      u"displayicon1",        u"displayiconstring47", u"defaultStartTimeIndex",
-      u"defaultEndTimeIndex", u"alarmflag",           u"startmode",
-      u"activeprofilename",   u"weeknumberformat",    u"usecategorycolorforbar",
-      u"itemcolor0",          u"itemcolor37",         u"dayviewheaderformat",
-      u"strdefcategory",      u"defremindme",         u"strprevlocation",
-      u"juliandate"};
-  for (std::size_t i = 1; i < std::size(order); ++i)
-    EXPECT_LT(at(order[i - 1]), at(order[i])) << to_utf8(order[i]);
-  EXPECT_EQ(at(u"juliandate"), static_cast<std::ptrdiff_t>(registry.queried.size()) - 1);
-}
-
 TEST_F(SettingsTest, TimeMarksAreFractionsInSinglePrecision) {
   store(u"timeA", 0u);  // midnight, not a whole day
   const SettingsRecord settings = load();

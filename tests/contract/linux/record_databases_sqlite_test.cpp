@@ -1,13 +1,10 @@
-#include <signal.h>
 #include <sqlite3.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 
 #include "store/embedded/sqlite_record_databases.h"
 #include "tests/contract/record_databases_contract.h"
+#include "tests/processes.h"
 #include "tests/scratch.h"
 
 namespace orvello {
@@ -147,23 +144,13 @@ TEST_F(SqliteVolumeTest, ReasonsAreTheDevices) {
 
 TEST_F(SqliteVolumeTest, AFullDiskKeepsWhatWasThere) {
   ASSERT_EQ(add(u"kept"), DatabaseError::none);
-  const auto size = static_cast<rlim_t>(std::filesystem::file_size(path));
-  const pid_t child = ::fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{size, size};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
+  EXPECT_TRUE(with_room(std::filesystem::file_size(path), [&] {
     const bool refused = add(Text(100000, u'x')) == DatabaseError::disk_full;
     // A new volume does not fit either.
     std::filesystem::remove(path);
-    const rlimit none{100, 100};
-    ::setrlimit(RLIMIT_FSIZE, &none);
-    ::_exit(refused && add(u"x") == DatabaseError::disk_full ? 0 : 1);
-  }
-  int status = 0;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    limit_files(100);
+    return refused && add(u"x") == DatabaseError::disk_full;
+  }));
   EXPECT_EQ(add(u"after"), DatabaseError::none);
 }
 
@@ -171,26 +158,15 @@ TEST_F(SqliteVolumeTest, AKilledWriterLosesNothingThatWasReportedWritten) {
   ASSERT_EQ(add(u"first"), DatabaseError::none);
   std::uint32_t reported = 1;
   for (int i = 0; i < 10; ++i) {
-    int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    const pid_t child = ::fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-      while (add(Text(50, u'x')) == DatabaseError::none) (void)!::write(ends[1], "x", 1);
-      ::_exit(1);
-    }
-    ::close(ends[1]);
+    ToldProcess child([&](auto tell) {
+      while (add(Text(50, u'x')) == DatabaseError::none) tell();
+      return 1;
+    });
     // However slow the machine is: somewhere behind its first writes.
-    char block[4096];
-    for (int k = 0; k <= i; ++k) {
-      ASSERT_EQ(::read(ends[0], block, 1), 1) << "the child wrote nothing";
-      ++reported;
-    }
+    for (int k = 0; k <= i; ++k, ++reported) ASSERT_TRUE(child.told()) << "it wrote nothing";
     ::usleep(static_cast<useconds_t>(i * 700));
-    ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
-    reported += static_cast<std::uint32_t>(std::max<ssize_t>(::read(ends[0], block, 4096), 0));
-    ::close(ends[0]);
+    child.kill();
+    while (child.told()) ++reported;
     const std::uint32_t present = records();
     ASSERT_GE(present, reported);
     ASSERT_LE(present, reported + 1) << "half a write";

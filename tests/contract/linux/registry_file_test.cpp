@@ -1,14 +1,11 @@
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/file.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <utility>
+#include <set>
 
 #include "hosts/linux/file_registry.h"
 #include "tests/contract/registry_contract.h"
+#include "tests/processes.h"
 #include "tests/scratch.h"
 
 namespace orvello {
@@ -121,38 +118,20 @@ bool write_round(const std::string& path, int round, std::size_t length) {
   return key && key->flush();
 }
 
-// Ends with the test, whatever the test found.
-struct Child {
-  pid_t id;
-  ~Child() { kill(); }
-  void kill() {
-    if (id <= 0) return;
-    ::kill(id, SIGKILL);
-    ::waitpid(std::exchange(id, 0), nullptr, 0);
-  }
-};
-
 TEST_F(FileRegistryTest, AReaderAndAKilledWriterMeetTheOldFileOrTheNewOne) {
   ASSERT_TRUE(write_round(path, 0, 500));
   std::set<std::string> seen;
   for (int kill_after = 0; kill_after < 40; ++kill_after) {
-    int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    Child child{::fork()};
-    ASSERT_GE(child.id, 0);
-    if (child.id == 0) {
+    ToldProcess child([&](auto tell) {
       for (int round = (kill_after + 1) * 1000; write_round(path, round, 500); ++round)
-        if (::write(ends[1], "x", 1) != 1) break;
-      ::_exit(1);
-    }
-    ::close(ends[1]);
-    char once = 0;
-    ASSERT_EQ(::read(ends[0], &once, 1), 1) << "the child wrote nothing";
+        if (!tell()) break;
+      return 1;
+    });
+    ASSERT_TRUE(child.told()) << "the child wrote nothing";
     for (int reads = 0; reads < 10; ++reads)
       ASSERT_EQ(rounds_in(path).size(), 8u) << "half a file seen";
     ::usleep(static_cast<useconds_t>(kill_after * 137));
     child.kill();
-    ::close(ends[0]);
     const std::string rounds = rounds_in(path);
     ASSERT_EQ(rounds.size(), 8u) << rounds;
     seen.insert(rounds);
@@ -164,17 +143,7 @@ TEST_F(FileRegistryTest, AReaderAndAKilledWriterMeetTheOldFileOrTheNewOne) {
 TEST_F(FileRegistryTest, AFullDiskKeepsTheOldFile) {
   ASSERT_TRUE(write(u"x", number_value(1)));
   const std::string before = content_of(path);
-  const pid_t child = ::fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{1000, 1000};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    ::_exit(write_round(path, 1, 500) ? 1 : 0);
-  }
-  int status = 0;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "the failure was not reported";
+  EXPECT_TRUE(with_room(1000, [&] { return !write_round(path, 1, 500); })) << "it was not reported";
   EXPECT_EQ(content_of(path), before);
   EXPECT_FALSE(std::filesystem::exists(path + ".new"));
 }
