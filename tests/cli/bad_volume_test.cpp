@@ -23,7 +23,8 @@ class BadVolume : public ::testing::Test {
     std::vector<MenuItem> menu;
     loadPreTextToLB(volume, texts, kSubjectPretexts);
     loadCategoryProps(volume, props);
-    loadProfile(volume, u"Work", labels);
+    const bool read = loadProfile(volume, u"Work", labels);
+    EXPECT_EQ(read, !labels.empty());
     return texts.size() + props.size() + labels.size() +
            static_cast<std::size_t>(listProfilesInMenu(volume, u"All", menu));
   }

@@ -31,14 +31,6 @@ bool draws_on_transparent(const Image& image) {
   return clear > 0 && clear < static_cast<std::ptrdiff_t>(image.pixels.size());
 }
 
-Image mirrored(const Image& image) {
-  Image turned = image;
-  for (int y = 0; y < image.height; ++y)
-    std::reverse(turned.pixels.begin() + y * image.width,
-                 turned.pixels.begin() + (y + 1) * image.width);
-  return turned;
-}
-
 TEST(Bitmaps, HaveTheSizesTheViewsCountOn) {
   const std::map<int, Size> expected = {
       {1, {48, 48}},     {2, {16, 16}},   {107, {8, 8}},   {117, {414, 9}},
@@ -69,49 +61,6 @@ TEST(Bitmaps, EveryCellOfAStripIsAPictureOfItsOwn) {
       for (std::size_t j = 0; j < i; ++j)
         EXPECT_NE(all[i], all[j]) << strip.id << " cells " << j << ", " << i;
     }
-  }
-}
-
-// A shape that ends in light colours would vanish on a white or a tinted cell: the pixels on its
-// edge must mostly be dark or strong.
-TEST(Bitmaps, IconsKeepTheirEdgeOnLightGround) {
-  const auto light = [](Color c) {
-    return red_of(c) * 299 + green_of(c) * 587 + blue_of(c) * 114 > 190 * 1000;
-  };
-  for (const auto& [id, width] : {std::pair{117, 9}, {171, 18}}) {
-    int number = 0;
-    for (const Image& icon : cells(id, width)) {
-      int edge = 0, weak = 0;
-      const auto clear = [&](int x, int y) {
-        return x < 0 || y < 0 || x >= width || y >= width || icon.at(x, y) == kMagenta;
-      };
-      for (int y = 0; y < width; ++y) {
-        for (int x = 0; x < width; ++x) {
-          if (clear(x, y)) continue;
-          if (!clear(x - 1, y) && !clear(x + 1, y) && !clear(x, y - 1) && !clear(x, y + 1))
-            continue;
-          ++edge;
-          if (light(icon.at(x, y))) ++weak;
-        }
-      }
-      EXPECT_GE(edge, width) << id << " icon " << number;
-      EXPECT_LE(weak * 5, edge) << id << " icon " << number;
-      ++number;
-    }
-  }
-}
-
-TEST(Bitmaps, ArrowsPointApart) {
-  for (const auto& [previous, next] : {std::pair{152, 153}, {155, 156}}) {
-    const Image left = load_bitmap(previous);
-    EXPECT_EQ(mirrored(left), load_bitmap(next));
-    // The tip is the lone narrow end: the left half of "previous" holds less ink than the right.
-    const auto ink = [&](Rect r) {
-      const Image half = part(left, r);
-      return half.pixels.size() - std::ranges::count(half.pixels, kMagenta);
-    };
-    const int w = left.width / 2, h = left.height;
-    EXPECT_LT(ink({0, 0, w, h}), ink({left.width - w, 0, w, h}));
   }
 }
 
