@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QMenu>
 #include <QTimer>
 
 #include "hosts/qt/modal_layer.h"
@@ -107,62 +106,6 @@ TEST(Popup, HearsTheEndOfAPressThatOpenedIt) {
   ASSERT_EQ(popup.log.count(Event::pointer_up, 20), 1);
   EXPECT_EQ(up, (Point{20, 20}));
   EXPECT_EQ(popup.test.recorder.count(kMessageButtonUp), 0);
-}
-
-// What a person picks in the next menu, by keys.
-void press_in_next_menu(std::vector<Qt::Key> keys, int tries = 100) {
-  QTimer::singleShot(20, [keys, tries] {
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    if (!menu && tries > 0) return press_in_next_menu(keys, tries - 1);
-    ASSERT_NE(menu, nullptr);
-    for (const Qt::Key key : keys) QTest::keyClick(menu, key);
-  });
-}
-
-TEST(Menu, OpensAtAControlAndCanBeUsedWithKeys) {
-  PopupRun popup;
-  DialogTemplate form;
-  form.id = 531;
-  form.controls = {{Kind::custom, 20, u"", {0, 0, 240, 268}}};
-  const auto dialog = popup.dialogs.open_modeless(form, popup.log);
-  dialog->focus(20);
-  popup.log.events.clear();
-  const std::vector<MenuItem> items = {{70, u"Open", true, false},
-                                       {71, u"Paste", false, false},
-                                       {},
-                                       {72, u"Delete && more", true, false}};
-  press_in_next_menu({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
-  EXPECT_EQ(dialog->drawn(20)->track_menu(items, {230, 260}), 72u) << "past the one that is off";
-  press_in_next_menu({Qt::Key_Escape});
-  EXPECT_EQ(dialog->drawn(20)->track_menu(items, {10, 10}), 0u);
-  EXPECT_TRUE(popup.log.events.empty()) << "the control kept its focus";
-}
-
-TEST(Radio, ThoseOfOneNumberAreOneGroup) {
-  PopupRun popup;
-  DialogTemplate form;
-  form.id = 532;
-  form.controls = {{Kind::radio_button, 1, u"One", {8, 8, 200, 26}},
-                   {Kind::radio_button, 2, u"All", {8, 40, 200, 26}},
-                   {Kind::label, 3, u"", {8, 70, 200, 20}},
-                   {Kind::radio_button, 4, u"Other", {8, 100, 200, 26}},
-                   {Kind::radio_button, 5, u"Last", {8, 130, 200, 26}}};
-  form.controls[3].group = form.controls[4].group = 1;
-  const auto dialog = popup.dialogs.open_modeless(form, popup.log);
-  settle();
-  dialog->set_checked(1, true);
-  dialog->set_checked(4, true);
-  QTest::mouseClick(popup.find("control2"), Qt::LeftButton, {}, QPoint(180, 13));
-  EXPECT_EQ(popup.log.count(Event::command, 2), 1);
-  EXPECT_FALSE(dialog->checked(1));
-  EXPECT_TRUE(dialog->checked(2) && dialog->checked(4));
-  dialog->set_checked(2, false);
-  EXPECT_FALSE(dialog->checked(2)) << "also the last one of a group";
-  dialog->set_checked(1, true);
-  dialog->focus(1);
-  QTest::keyClick(popup.find("control1"), Qt::Key_Down);
-  EXPECT_TRUE(dialog->checked(2) && !dialog->checked(1));
-  EXPECT_EQ(popup.log.count(Event::command, 2), 2);
 }
 
 struct CalendarForm {

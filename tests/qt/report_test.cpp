@@ -228,23 +228,5 @@ TEST(Report, RowsHaveNamesAndAScreenReadersChoiceIsATap) {
   EXPECT_EQ(form.view()->selectionModel()->selectedIndexes().size(), 2);
 }
 
-TEST(Custom, HasTheFocusTellsItAndTakesPointerAndKeys) {
-  DayForm form;
-  QWidget* strip = form.test.window->shell()->findChild<QWidget*>(QStringLiteral("control20"));
-  form.log.events.clear();
-  form.dialog->focus(20);
-  ASSERT_EQ(form.log.of(20).size(), 1u);
-  EXPECT_EQ(form.log.of(20)[0].kind, Event::focus_gained);
-  QTest::mouseClick(strip, Qt::LeftButton, {}, QPoint(9, 8));
-  QTest::keyClick(strip, Qt::Key_Menu);
-  ASSERT_EQ(form.log.of(20).size(), 4u);
-  EXPECT_EQ(form.log.of(20)[1].point, (Point{9, 8}));
-  EXPECT_EQ(form.log.of(20)[1].size, (Size{240, 30}));
-  EXPECT_EQ(form.log.of(20)[2].kind, Event::pointer_up);
-  EXPECT_EQ(form.log.of(20)[3].key, 0x5Du);
-  form.dialog->focus(21);
-  EXPECT_EQ(form.log.of(20).back().kind, Event::focus_lost);
-}
-
 }  // namespace
 }  // namespace orvello
