@@ -3,8 +3,8 @@
 
 #include <sqlite3.h>
 
-#include "store/embedded/sqlite/checked_pages.h"
 #include "store/embedded/embedded_schema.h"
+#include "store/embedded/sqlite/checked_pages.h"
 #include "tests/store/embedded/store_file.h"
 
 namespace orvello::test {

@@ -10,8 +10,8 @@
 #include <iterator>
 #include <string>
 
-#include "store/embedded/sqlite/checked_pages.h"
 #include "store/embedded/embedded_store.h"
+#include "store/embedded/sqlite/checked_pages.h"
 
 namespace orvello::test {
 
