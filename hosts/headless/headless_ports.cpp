@@ -86,6 +86,25 @@ void HeadlessMenuBar::choose(std::uint32_t menu_command, std::uint32_t item) {
     if (one.command == item && one.enabled) window_.post({kMessageCommand, item, {}, 0});
 }
 
+namespace {
+
+// By button.
+std::vector<BoxAnswer> answers_of(BoxButtons buttons) {
+  switch (buttons) {
+    case BoxButtons::ok:
+      break;
+    case BoxButtons::ok_cancel:
+      return {BoxAnswer::ok, BoxAnswer::cancel};
+    case BoxButtons::yes_no:
+      return {BoxAnswer::yes, BoxAnswer::no};
+    case BoxButtons::yes_no_cancel:
+      return {BoxAnswer::yes, BoxAnswer::no, BoxAnswer::cancel};
+  }
+  return {BoxAnswer::ok};
+}
+
+}  // namespace
+
 BoxAnswer HeadlessBoxes::show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                               bool owned) {
   shown.push_back({Text(text), Text(caption), icon, buttons, owned});
@@ -95,8 +114,9 @@ BoxAnswer HeadlessBoxes::show(TextView text, TextView caption, BoxIcon icon, Box
     answers.erase(answers.begin());
     return answer;
   }
-  if (buttons == BoxButtons::yes_no) return button == 0 ? BoxAnswer::yes : BoxAnswer::no;
-  return button == 0 || buttons == BoxButtons::ok ? BoxAnswer::ok : BoxAnswer::cancel;
+  const std::vector<BoxAnswer> all = answers_of(buttons);
+  // The last one is the careful one.
+  return button < 0 ? all.back() : all.at(static_cast<std::size_t>(button));
 }
 
 void HeadlessClock::set(SystemTime now) {

@@ -12,6 +12,7 @@ class WrittenBoxes : public MessageBoxes {
   BoxAnswer show(TextView text, TextView, BoxIcon icon, BoxButtons buttons, bool) override {
     if (icon != BoxIcon::none || buttons == BoxButtons::ok)
       std::cerr << "orvello: " << to_utf8(text) << "\n";
+    if (buttons == BoxButtons::yes_no_cancel) return BoxAnswer::cancel;
     return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::ok;
   }
   void beep(Beep) override {}

@@ -23,6 +23,8 @@ TEST_P(InputMethodsContract, LoadAsOftenAsAskedAndBearToBeLetGo) {
     EXPECT_TRUE(input->load_library(u"ink.dll"));
     input->free_library(u"ink.dll");
   }
+  // One that is not there needs no room.
+  EXPECT_EQ(input->raise_input_panel({0, 300, 240, 20}), PanelAnswer::raised);
   input->hide_input_panel();
 }
 

@@ -33,7 +33,10 @@ TEST_P(MessageBoxesContract, GiveTheAnswerThatWasPressedAndElseTheCarefulOne) {
     BoxAnswer left;
   } cases[] = {{BoxButtons::ok, {BoxAnswer::ok}, BoxAnswer::ok},
                {BoxButtons::ok_cancel, {BoxAnswer::ok, BoxAnswer::cancel}, BoxAnswer::cancel},
-               {BoxButtons::yes_no, {BoxAnswer::yes, BoxAnswer::no}, BoxAnswer::no}};
+               {BoxButtons::yes_no, {BoxAnswer::yes, BoxAnswer::no}, BoxAnswer::no},
+               {BoxButtons::yes_no_cancel,
+                {BoxAnswer::yes, BoxAnswer::no, BoxAnswer::cancel},
+                BoxAnswer::cancel}};
   for (const bool owned : {false, true}) {  // before there is a window, too
     if (owned) device->make_window();
     for (const auto& one : cases) {
@@ -47,6 +50,7 @@ TEST_P(MessageBoxesContract, GiveTheAnswerThatWasPressedAndElseTheCarefulOne) {
     }
   }
   device->boxes().beep();
+  device->boxes().beep(Beep::hand);
 }
 
 }  // namespace orvello
