@@ -12,7 +12,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace orvello;
   FakeStore store;
-  const FakeClock clock;
+  const HeadlessClock clock = eastern_clock();
   const auto import_bytes = [&clock](FakeStore& into, const std::string& bytes) {
     Importer importer(into, clock, true);
     std::istringstream in(bytes);

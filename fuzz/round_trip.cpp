@@ -109,7 +109,7 @@ std::vector<Said> read_all(const std::string& text) {
 }
 
 bool import_text(MemoryStore& store, const std::string& text, ProblemList& problems) {
-  const FakeClock clock;
+  const HeadlessClock clock = eastern_clock();
   Importer importer(store, clock, true);
   std::istringstream in(text);
   ImportCounts counts;
@@ -117,7 +117,7 @@ bool import_text(MemoryStore& store, const std::string& text, ProblemList& probl
 }
 
 std::string export_text(MemoryStore& store) {
-  const FakeClock clock;
+  const HeadlessClock clock = eastern_clock();
   const auto text = export_calendar(store, {}, {}, clock);
   return text ? *text : std::string();
 }
@@ -154,7 +154,7 @@ int report_missing(const std::string& file, const std::vector<Said>& before,
 int check_file(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
   const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  const FakeClock clock;
+  const HeadlessClock clock = eastern_clock();
   MemoryStore store(clock);
   ProblemList problems(path.string());
   if (!import_text(store, text, problems)) return std::printf("%s: failed\n", path.c_str());

@@ -107,13 +107,6 @@ TEST(Dates, TheTwoLeapYearRulesDiffer) {
   EXPECT_EQ(DayOfYear(1, 1, 2026), 0);
 }
 
-TEST(Dates, ColumnsFollowTheFirstDayOfTheWeek) {
-  EXPECT_EQ(DisplayDayOfWeek(1, 1, 2008, 0), 2);
-  EXPECT_EQ(DisplayDayOfWeek(1, 1, 2008, 1), 1);
-  EXPECT_EQ(DisplayDayOfWeek(1, 6, 2008, 0), 0);
-  EXPECT_EQ(DisplayDayOfWeek(1, 6, 2008, 1), 6);
-}
-
 TEST(Dates, JulianTextIgnoresTheTimeOfDay) {
   EXPECT_EQ(JulianDateText({2008, 2, 0, 1, 0, 0, 0, 0}), u"08032");
   EXPECT_EQ(JulianDateText({2008, 12, 0, 31, 23, 59, 59, 0}), u"08366");

@@ -77,25 +77,6 @@ TEST(Names, LongNamesAreCutToTheirBuffers) {
   EXPECT_EQ(DayNameForWeekday(1, false, locale).size(), 19u);
 }
 
-TEST(Names, BuiltInLocalesAreComplete) {
-  for (const LocaleData& locale : {english_locale(), russian_locale()}) {
-    const auto check = [](const auto& names) {
-      for (auto name = names.begin(); name != names.end(); ++name) {
-        EXPECT_FALSE(name->empty());
-        EXPECT_EQ(std::find(names.begin(), name, *name), name) << to_utf8(*name);
-      }
-    };
-    check(locale.day_names);
-    check(locale.short_day_names);
-    check(locale.month_names);
-    check(locale.genitive_month_names);
-    check(locale.short_month_names);
-    check(locale.genitive_short_month_names);
-  }
-  EXPECT_FALSE(has_24_hour_clock(english_locale()));
-  EXPECT_TRUE(has_24_hour_clock(russian_locale()));
-}
-
 TEST(RecurrenceChoices, SpeakOfTheStartDate) {
   const CalendarDate start = calendar_date_of({11, 21, 2026}) + 0.5;
   const auto english = recurrence_choice_texts(start, english_locale());

@@ -96,7 +96,7 @@ TEST_F(BadInputTest, FlawsThatCostNoEvent) {
 }
 
 TEST_F(BadInputTest, FilesCutOffAnywhere) {
-  const std::string whole = file_text(data_file("series.ics"));
+  const std::string whole = content_of(data_file("series.ics"));
   for (std::size_t length = 0; length < whole.size(); length += 7) {
     store.now = {};
     const auto result = import_text(std::string_view(whole).substr(0, length));
@@ -194,7 +194,7 @@ TEST_F(BadInputTest, MutatedFilesNeverBreakAnything) {
   const std::string path = file_of("");
   std::vector<std::string> seeds;
   for (const char* name : {"series.ics", "rules.ics", "old.vcs"})
-    seeds.push_back(file_text(data_file(name)));
+    seeds.push_back(content_of(data_file(name)));
   const std::string_view pieces[] = {"BEGIN:VEVENT\n",
                                      "END:VEVENT\n",
                                      "\n ",

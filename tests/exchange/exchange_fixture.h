@@ -3,12 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
-
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,15 +13,9 @@
 #include "files/input_file.h"
 #include "tests/data_path.h"
 #include "tests/exchange/fake_store.h"
+#include "tests/scratch.h"
 
 namespace orvello {
-
-inline std::string file_text(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
 
 inline std::string data_file(const std::string& name) {
   return std::string(ORVELLO_TEST_DATA) + "/ics/" + name;
@@ -45,18 +34,10 @@ inline std::vector<std::string> unfolded_lines(std::string_view text) {
 
 class ExchangeTest : public testing::Test {
  protected:
-  ExchangeTest() {
-    std::string pattern = testing::TempDir() + "orvello-exchange-XXXXXX";
-    if (const char* made = ::mkdtemp(pattern.data())) folder = std::string(made) + "/";
-  }
-  ~ExchangeTest() override {
-    if (!folder.empty()) std::filesystem::remove_all(folder);
-  }
-
   // In a file of its own, as an import is told file names.
   std::string file_of(std::string_view text, const std::string& name = "input.ics") {
-    const std::string path = folder + name;
-    std::ofstream(path, std::ios::binary) << text;
+    const std::string path = folder / name;
+    put_content(path, std::string(text));
     return path;
   }
   ImportResult import_text(std::string_view text) {
@@ -92,9 +73,9 @@ class ExchangeTest : public testing::Test {
     return text;
   }
 
-  std::string folder;  // of this test alone, with a slash at its end
+  ScratchFolder folder;
   FakeStore store;
-  FakeClock clock;
+  HeadlessClock clock = eastern_clock();
 };
 
 inline LocalSeconds at(int year, int month, int day, int hour = 0, int minute = 0) {

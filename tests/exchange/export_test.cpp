@@ -70,15 +70,15 @@ TEST_F(ExportTest, WhatCameInComesOutLineForLine) {
     store.now = {};
     import_files({data_file(name)}, open_input_file, store, clock);
     const std::string text = exported();
-    EXPECT_EQ(missing(file_text(data_file(name)), text), "") << name;
-    EXPECT_EQ(missing(text, file_text(data_file(name))), "") << name;
+    EXPECT_EQ(missing(content_of(data_file(name)), text), "") << name;
+    EXPECT_EQ(missing(text, content_of(data_file(name))), "") << name;
     expect_same_after_import(text);
   }
   // Both in one store: two calendars, nothing lost from either.
   import_files({data_file("series.ics")}, open_input_file, store, clock);
   const std::string text = exported();
-  EXPECT_EQ(missing(file_text(data_file("series.ics")), text), "");
-  EXPECT_EQ(missing(file_text(data_file("rules.ics")), text), "");
+  EXPECT_EQ(missing(content_of(data_file("series.ics")), text), "");
+  EXPECT_EQ(missing(content_of(data_file("rules.ics")), text), "");
   expect_same_after_import(text);
   EXPECT_EQ(import_text(text).counts, (ImportCounts{0, 5, 0}));
   EXPECT_EQ(exported(), text);

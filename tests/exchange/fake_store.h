@@ -4,8 +4,7 @@
 #include <map>
 #include <string>
 
-#include "calendar/posix_zone.h"
-#include "ports/clock.h"
+#include "hosts/headless/headless_ports.h"
 #include "store/record_store.h"
 
 namespace orvello {
@@ -112,25 +111,10 @@ class FakeStore : public RecordStore {
 };
 
 // Two hours east of Greenwich, always.
-class FakeClock : public Clock {
- public:
-  static constexpr std::int64_t kOffset = 7200;
-  SystemTime local_time() const override { return {2026, 11, 6, 21, 12, 0, 0, 0}; }
-  UtcSeconds utc_now() const override {
-    return to_utc(midnight_of(day_number(2026, 11, 21))) + 12 * 3600;
-  }
-  std::string zone_name() const override { return ""; }
-  LocalSeconds to_local(UtcSeconds utc) const override { return local_at_offset(utc, kOffset); }
-  UtcSeconds to_utc(LocalSeconds local) const override { return utc_at_offset(local, kOffset); }
-  std::optional<Zone> known_zone(std::string_view name) const override {
-    const auto rule = rules.find(name);
-    if (rule == rules.end()) return std::nullopt;
-    const UtcSeconds from = utc_at_offset(midnight_of(day_number(1970, 1, 1)), 0);
-    return Zone(std::string(name), parse_posix_zone(rule->second)->observances_after(from));
-  }
-  std::map<std::string, const char*, std::less<>> rules{
-      {"Europe/Berlin", "CET-1CEST,M3.5.0,M10.5.0/3"},
-      {"America/New_York", "EST5EDT,M3.2.0,M11.1.0"}};
-};
+inline HeadlessClock eastern_clock() {
+  HeadlessClock clock({2026, 11, 6, 21, 12, 0, 0, 0});
+  clock.set_zone(Zone("", {{0, 7200, 7200, std::nullopt, {}}}));
+  return clock;
+}
 
 }  // namespace orvello

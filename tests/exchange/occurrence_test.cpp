@@ -20,7 +20,7 @@ class OccurrenceTest : public ExchangeTest {
   }
   // The subjects and starts that a store shows in January and February of 2026.
   std::string shown() {
-    const auto disk = EmbeddedStore::open(folder + std::to_string(++stores_) + ".db", clock);
+    const auto disk = EmbeddedStore::open(folder / (std::to_string(++stores_) + ".db"), clock);
     EXPECT_TRUE(disk) << disk.reason();
     for (const auto& [oid, record] : store.now.records) {
       AppointmentRecord copy = record;

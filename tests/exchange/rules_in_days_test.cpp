@@ -81,32 +81,5 @@ TEST_F(RulesInDays, ShowWhatTheFileMeans) {
   }
 }
 
-// A day that one series fills has some thousand rows of it and one for the rest.
-TEST_F(RulesInDays, ACrowdedDayCountsWhatItDoesNotShow) {
-  const struct {
-    const char *lines, *from, *to, *starts;
-  } kCases[] = {
-      {"RRULE:FREQ=SECONDLY\r\n", "20260106", "20260106", "260106T0025+84900 "},
-      {"RRULE:FREQ=SECONDLY;UNTIL=20260106T002500\r\n", "20260106", "20260106", "of 1501"},
-      {"RRULE:FREQ=SECONDLY;BYHOUR=9,10\r\nEXRULE:FREQ=SECONDLY;BYHOUR=10\r\n", "20260106",
-       "20260106", "260106T0925+2100 "},
-      {"RRULE:FREQ=SECONDLY\r\nEXDATE:20260106T000000,20260106T120000\r\n", "20260106", "20260106",
-       "260106T0025+84898 "},
-      {"RRULE:FREQ=SECONDLY\r\nEXRULE:FREQ=MINUTELY\r\nRDATE:20260106T000000\r\n", "20260106",
-       "20260106", "260106T0025+83460 "},
-      {"RRULE:FREQ=MINUTELY\r\n", "20260106", "20260106", "of 1440"},
-  };
-  for (const auto& one : kCases) {
-    SCOPED_TRACE(one.lines);
-    HeadlessClock clock;
-    MemoryStore days(clock);
-    import_files({file_of(calendar(event("UID:a\r\nSUMMARY:x\r\nDTSTART:20260105T000000\r\n" +
-                                         std::string(one.lines))))},
-                 open_input_file, days, clock);
-    const std::string found = starts(days, one.from, one.to);
-    EXPECT_NE(found.find(one.starts), std::string::npos) << found;
-  }
-}
-
 }  // namespace
 }  // namespace orvello

@@ -9,7 +9,7 @@ class ZoneImport : public ExchangeTest {
   // Every event of a file at the moment that its X-UTC tells; `names`: in the zone that
   // its X-ZONE tells.
   void expect_moments(const std::string& file, bool names) {
-    const std::string text = file_text(data_file(file));
+    const std::string text = content_of(data_file(file));
     ParsedComponent calendar;
     ASSERT_TRUE(calendar.parse(text, 1));
     for (const Component& event : calendar.root().children) {
@@ -36,9 +36,9 @@ TEST_F(ZoneImport, NamesInEveryWritingAndDefinitionsOfAnyQuality) {
   expect_moments("zones.ics", true);
   // What goes out means the same to whoever reads it, also where this device's database is not.
   const std::string out = exported();
-  EXPECT_EQ(missing(file_text(data_file("zones.ics")), out), "");
+  EXPECT_EQ(missing(content_of(data_file("zones.ics")), out), "");
   store.now = {};
-  clock.rules.clear();
+  clock.zone_rules.clear();
   import_text(out);
   EXPECT_EQ(store.of_uid("shouted")->zone, "Europe/Berlin");
   expect_moments("zones.ics", false);

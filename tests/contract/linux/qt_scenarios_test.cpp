@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QListView>
@@ -7,9 +5,8 @@
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
-#include <filesystem>
-#include <fstream>
 
+#include "hosts/headless/headless_ports.h"
 #include "hosts/headless/memory_record_databases.h"
 #include "hosts/headless/memory_registry.h"
 #include "hosts/qt/qt_host.h"
@@ -17,21 +14,18 @@
 #include "hosts/qt/qt_shell.h"
 #include "hosts/qt/qt_text.h"
 #include "tests/contract/scenarios.h"
+#include "tests/scratch.h"
 
 namespace orvello {
 namespace {
-
-namespace fs = std::filesystem;
 
 // The Linux host's window on the offscreen platform, driven through the toolkit's own events.
 class QtDevice : public ScenarioDevice {
  public:
   QtDevice() {
-    folder_ = fs::temp_directory_path() / ("orvello-scenario-" + std::to_string(getpid()));
-    fs::create_directories(folder_);
-    std::ofstream(folder_ / "settings.vol");  // not the first use: nobody answers its note
+    put_content(folder_ / "settings.vol", "");  // not the first use: nobody answers its note
     QtHostOptions options;
-    options.paths = {folder_.string(), folder_.string(), folder_.string()};
+    options.paths = {folder_.path(), folder_.path(), folder_.path()};
     options.now = midnight_of(day_number(2026, 11, 21)) + 36000;
     options.russian = false;
     options.screen = Size{240, 320};
@@ -44,7 +38,6 @@ class QtDevice : public ScenarioDevice {
   ~QtDevice() override {
     person_.stop();
     qt_.reset();
-    fs::remove_all(folder_);
   }
   Host host() override { return qt_->host(); }
   MemoryStore& store() override { return store_; }
@@ -176,17 +169,10 @@ class QtDevice : public ScenarioDevice {
   int argc_ = 1;
   char name_[8] = "orvello";
   char* argv_[2] = {name_, nullptr};
-  fs::path folder_;
+  ScratchFolder folder_;
   MemoryRegistry registry_;
   MemoryRecordDatabases databases_;
-  class FixedClock : public Clock {
-   public:
-    SystemTime local_time() const override { return {2026, 11, 6, 21, 10, 0, 0, 0}; }
-    UtcSeconds utc_now() const override { return {}; }
-    std::string zone_name() const override { return "UTC"; }
-    LocalSeconds to_local(UtcSeconds utc) const override { return local_at_offset(utc, 0); }
-    UtcSeconds to_utc(LocalSeconds local) const override { return utc_at_offset(local, 0); }
-  } clock_;
+  HeadlessClock clock_;
   MemoryStore store_{clock_};
   std::unique_ptr<QtHost> qt_;
   QTimer person_;

@@ -1,12 +1,9 @@
 // Copies of good days, what is left of bad ones, and how the one replaces the other.
-#include <sys/wait.h>
-
-#include <csignal>
-
-#include "store/embedded/calendar_check.h"
 #include "store/embedded/calendar_copies.h"
+#include "store/embedded/calendar_check.h"
 #include "store/embedded/calendar_restore.h"
 #include "store/embedded/salvage.h"
+#include "tests/processes.h"
 #include "tests/store/embedded/store_file.h"
 
 namespace orvello::test {
@@ -20,10 +17,7 @@ MonthDayYear november(int day) { return {11, day, 2026}; }
 
 class CalendarCopiesTest : public StoreFile {
  protected:
-  void SetUp() override {
-    StoreFile::SetUp();
-    add("first", kAppointments);
-  }
+  void SetUp() override { add("first", kAppointments); }
   void add(const std::string& name, int count) {
     auto store = open();
     ASSERT_TRUE(store->begin());
@@ -54,12 +48,12 @@ class CalendarCopiesTest : public StoreFile {
     for (const int page : pages) bytes.replace((page - 1) * 4096, 4096, 4096, '\x5A');
     write(bytes);
   }
-  std::string kept() const { return (directory / "calendar-replaced").string(); }
+  std::string kept() const { return directory / "calendar-replaced"; }
 };
 
 TEST_F(CalendarCopiesTest, OneIsMadeADayWhenSomethingChanged) {
   ASSERT_TRUE(*copies().take(november(1)));
-  EXPECT_EQ(check_calendar((directory / "backups/calendar-2026-11-01.db").string()).appointments,
+  EXPECT_EQ(check_calendar(directory / "backups/calendar-2026-11-01.db").appointments,
             kAppointments);
   EXPECT_EQ(fs::status(directory / "backups").permissions(), fs::perms::owner_all);
   add("second", 1);
@@ -84,7 +78,7 @@ TEST_F(CalendarCopiesTest, ADamagedCalendarIsNotCopiedAndADamagedCopyNotOffered)
   EXPECT_NE(refused.reason().find("damaged"), std::string::npos) << refused.reason();
   EXPECT_EQ(names(november(3)).size(), 2u);
   const std::string calendar = path;
-  path = (directory / "backups/calendar-2026-11-02.db").string();
+  path = directory / "backups/calendar-2026-11-02.db";
   damage({30});
   path = calendar;
   EXPECT_EQ(copies().newest_good(november(3))->day, november(1));
@@ -108,7 +102,7 @@ TEST_F(CalendarCopiesTest, OneThatContradictsItselfIsDamagedToo) {
 TEST_F(CalendarCopiesTest, ThoseOfTheFutureAreNobodysToThinOut) {
   fs::create_directory(directory / "backups");
   for (int day = 10; day < 30; ++day)
-    std::ofstream(directory / "backups" / ("calendar-2026-12-" + std::to_string(day) + ".db"));
+    std::ofstream(directory / ("backups/calendar-2026-12-" + std::to_string(day) + ".db"));
   ASSERT_TRUE(*copies().take(november(1)));
   EXPECT_EQ(names(november(1)).size(), 21u);
 }
@@ -138,7 +132,7 @@ TEST(CalendarCopies, AreThinnedOutToDaysWeeksAndMonths) {
 }
 
 TEST_F(CalendarCopiesTest, WhatIsLeftOfADamagedCalendarIsReadFromItsPages) {
-  const auto fresh = (directory / "fresh.db").string();
+  const auto fresh = directory / "fresh.db";
   // The header and the schema; what leads to the pages; a part of the file.
   const std::string good = contents();
   const int pages = static_cast<int>(good.size() / 4096);
@@ -199,7 +193,7 @@ TEST_F(CalendarCopiesTest, ACopyTakesTheCalendarsPlaceAndTheFileBeforeIsKept) {
   EXPECT_TRUE(fs::exists(*kept_one + "-journal"));
   path = *kept_one;
   EXPECT_EQ(contents(), bad);
-  path = (directory / "calendar.db").string();
+  path = directory / "calendar.db";
   // A copy that is damaged itself changes nothing.
   const std::string before = contents();
   std::ofstream(copy->path) << bad;
@@ -213,14 +207,7 @@ TEST_F(CalendarCopiesTest, AProcessThatDiesWhileReplacingLeavesOneOrTheOther) {
   const std::string bad = contents();
   for (int delay = 0; delay < 12; ++delay) {
     write(bad);
-    const pid_t child = ::fork();
-    if (child == 0) {
-      (void)replace_calendar(path, copy->path, kept());
-      ::_exit(0);
-    }
-    ::usleep(static_cast<useconds_t>(delay * 400));
-    ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
+    killed_after(delay * 400, [&] { (void)replace_calendar(path, copy->path, kept()); });
     const bool restored = check_calendar(path).health == CalendarHealth::good;
     EXPECT_TRUE(restored || contents() == bad) << delay;
   }

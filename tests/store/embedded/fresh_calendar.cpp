@@ -14,7 +14,6 @@ class OlderFormat : public StoreFile {
  protected:
   // What a store has written, in a file as the older format has it.
   void SetUp() override {
-    StoreFile::SetUp();
     {
       auto store = open();
       store->begin();

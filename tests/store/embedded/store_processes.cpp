@@ -1,76 +1,20 @@
 // Processes that die, disks that fill, and two processes at once.
-#include <signal.h>
 #include <sqlite3.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
 
+#include "tests/processes.h"
 #include "tests/store/embedded/store_file.h"
 
 namespace orvello::test {
 namespace {
 
-class StoreProcesses : public StoreFile {
- protected:
-  // Runs `work` in a process of its own; its result is the exit status, -1 when it was killed.
-  template <typename Work>
-  int in_child(Work work) {
-    const pid_t child = fork();
-    if (child == 0) _exit(work());
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-  // Runs `work` and kills it after so many microseconds.
-  template <typename Work>
-  void killed_after(int microseconds, Work work) {
-    const pid_t child = fork();
-    if (child == 0) {
-      work();
-      _exit(0);
-    }
-    usleep(static_cast<useconds_t>(microseconds));
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-  }
-};
+using StoreProcesses = StoreFile;
 
 TEST_F(StoreProcesses, TheFileIsItsOwnersAlone) {
   auto store = open();
   ASSERT_NE(store->put(record("a")), 0);
-  struct stat status = {};
-  ASSERT_EQ(stat(path.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777, 0600u);
+  EXPECT_EQ(mode_of(path), 0600u);
   store.reset();
   EXPECT_EQ(files(), 1u);
-}
-
-TEST_F(StoreProcesses, EverythingIsThereAfterReopening) {
-  auto series = record("series");
-  series.rules = "RRULE:FREQ=MONTHLY;BYMONTHDAY=15;COUNT=3";
-  open()->put(series);
-  auto store = open();
-  const auto oid = *store->oid_of_uid("series");
-  ASSERT_TRUE(oid);
-  EXPECT_EQ((*store->load(*oid))->rules, series.rules);
-  EXPECT_EQ(store->oids(46200, 46290)->size(), 1u);
-  EXPECT_EQ(store->oids(46275, 46300)->size(), 0u);
-  EXPECT_EQ(store->category_use_counts()->size(), 1u);
-}
-
-TEST_F(StoreProcesses, ATransactionKilledHalfwayLeavesNothing) {
-  open()->put(record("before"));
-  EXPECT_EQ(in_child([&] {
-              auto store = EmbeddedStore::open(path, clock);
-              if (!store || !(*store)->begin()) return 1;
-              for (int i = 0; i < 5000; ++i) (*store)->put(record(std::to_string(i)));
-              raise(SIGKILL);
-              return 0;
-            }),
-            -1);
-  auto store = open();
-  EXPECT_EQ(store->oids({}, {})->size(), 1u);
-  EXPECT_NE(store->put(record("after")), 0);
 }
 
 // Whenever the process dies, its transactions of ten are there whole or not at all.
@@ -96,12 +40,10 @@ TEST_F(StoreProcesses, KilledAtAnyMomentLeavesBeforeOrAfter) {
 
 TEST_F(StoreProcesses, AFullDiskFailsTheChangeAndKeepsTheRest) {
   open()->put(record("before"));
-  EXPECT_EQ(in_child([&] {
+  EXPECT_EQ(end_of(start_process([&] {
               auto store = EmbeddedStore::open(path, clock);
               if (!store) return 1;
-              signal(SIGXFSZ, SIG_IGN);
-              const rlimit limit{200000, 200000};
-              setrlimit(RLIMIT_FSIZE, &limit);
+              limit_files(200000);
               if (!(*store)->begin()) return 2;
               for (int i = 0; i < 5000; ++i)
                 if ((*store)->put(record(std::to_string(i))) == 0) break;
@@ -109,7 +51,7 @@ TEST_F(StoreProcesses, AFullDiskFailsTheChangeAndKeepsTheRest) {
               if ((*store)->problem().find(path) == std::string::npos) return 4;
               if ((*store)->oids({}, {})->size() != 1) return 5;
               return (*store)->put(record("small")) != 0 ? 0 : 6;  // there is room for this one
-            }),
+            })),
             0);
   EXPECT_EQ(open()->oids({}, {})->size(), 2u);
 }
@@ -182,17 +124,12 @@ TEST_F(StoreProcesses, SeveralMayMakeTheFileAtOnce) {
   for (int round = 0; round < 5; ++round) {
     std::filesystem::remove(path);
     pid_t children[kProcesses];
-    for (pid_t& child : children) {
-      child = fork();
-      if (child != 0) continue;
-      auto store = EmbeddedStore::open(path, clock);
-      _exit(store && (*store)->put(record("")) != 0 ? 0 : 1);
-    }
-    for (const pid_t child : children) {
-      int status = 0;
-      waitpid(child, &status, 0);
-      EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    }
+    for (pid_t& child : children)
+      child = start_process([&] {
+        auto store = EmbeddedStore::open(path, clock);
+        return store && (*store)->put(record("")) != 0 ? 0 : 1;
+      });
+    for (const pid_t child : children) EXPECT_EQ(end_of(child), 0);
     EXPECT_EQ(open()->oids({}, {})->size(), 4u);
     EXPECT_EQ(files(), 1u);
   }
@@ -267,23 +204,6 @@ TEST_F(StoreProcesses, TheLogOfChangesStaysShort) {
   sqlite3_close(raw);
   EXPECT_GT(rows, 0);
   EXPECT_LE(rows, 1000);
-}
-
-TEST_F(StoreProcesses, WritersTakeTurns) {
-  open();
-  const auto write_many = [&] {
-    auto store = EmbeddedStore::open(path, clock);
-    for (int i = 0; store && i < 40; ++i)
-      if ((*store)->put(record("")) == 0) return 1;
-    return store ? 0 : 2;
-  };
-  const pid_t child = fork();
-  if (child == 0) _exit(write_many());
-  EXPECT_EQ(write_many(), 0);
-  int status = 0;
-  waitpid(child, &status, 0);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-  EXPECT_EQ(open()->oids({}, {})->size(), 80u);
 }
 
 // The span index groups by length; every length must be found from its first day to its last.
