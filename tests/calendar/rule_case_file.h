@@ -13,7 +13,7 @@
 namespace orvello {
 
 struct RuleCase {
-  std::string line, rule_words, difference;
+  std::string line;
   Rule rule;
   LocalSeconds start;
   std::vector<LocalSeconds> expected;
@@ -31,10 +31,8 @@ inline RuleCase read_rule_case(const std::string& line) {
   RuleCase one;
   one.line = line;
   const auto fields = split_bytes(line, '|');
-  one.rule_words = trimmed(std::string(fields.at(1)));
-  one.rule = *parse_rule(one.rule_words);
+  one.rule = *parse_rule(trimmed(std::string(fields.at(1))));
   one.start = parse_moment(trimmed(std::string(fields[0]))).value();
-  if (fields.size() > 3) one.difference = trimmed(std::string(fields[3]));
   std::istringstream words{std::string(fields.at(2))};
   std::string time;
   for (std::string word; words >> word;) {
