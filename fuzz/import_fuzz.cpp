@@ -7,13 +7,14 @@
 
 #include "exchange/export.h"
 #include "exchange/importer.h"
-#include "tests/exchange/fake_store.h"
+#include "hosts/headless/memory_store.h"
+#include "tests/exchange/eastern_clock.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace orvello;
-  FakeStore store;
   const HeadlessClock clock = eastern_clock();
-  const auto import_bytes = [&clock](FakeStore& into, const std::string& bytes) {
+  MemoryStore store(clock);
+  const auto import_bytes = [&clock](MemoryStore& into, const std::string& bytes) {
     Importer importer(into, clock, true);
     std::istringstream in(bytes);
     ImportCounts counts;
@@ -23,8 +24,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   import_bytes(store, std::string(reinterpret_cast<const char*>(data), size));
   const auto text = export_calendar(store, {}, {}, clock);
   assert(text);
-  FakeStore again;
+  MemoryStore again(clock);
   import_bytes(again, *text);
-  assert(again.now.records.size() == store.now.records.size());
+  assert(again.contents().records.size() == store.contents().records.size());
   return 0;
 }

@@ -16,7 +16,7 @@
 #include "exchange/export.h"
 #include "exchange/importer.h"
 #include "hosts/headless/memory_store.h"
-#include "tests/exchange/fake_store.h"
+#include "tests/exchange/eastern_clock.h"
 
 namespace {
 

@@ -20,7 +20,7 @@ MemoryStore::MemoryStore(const Clock& clock) : RecordCalendarStore(clock) {
 
 bool MemoryStore::read(int count) {
   reads += count;
-  if (!faults.unreadable) {
+  if (!faults.unreadable && !call_fails()) {
     if (faults.read <= 0) return true;
     faults.read -= count;
     if (faults.read > 0) return true;
@@ -38,8 +38,10 @@ bool MemoryStore::read_whole(const AppointmentRecord& record) {
 }
 
 bool MemoryStore::may_write() {
-  problem_ = faults.save ? faults.reason : "";
-  return !faults.save || spoil();
+  ++writes;
+  const bool fails = faults.save || call_fails();
+  problem_ = fails ? faults.reason : "";
+  return !fails || spoil();
 }
 
 bool MemoryStore::spoil() {
@@ -72,6 +74,12 @@ bool MemoryStore::commit() {
   before_.reset();
   for (const StoreChange change : changes_) note_change(change, false);
   return true;
+}
+
+void MemoryStore::put_back(Contents contents) {
+  contents_ = std::move(contents);
+  time_.forget_zones();
+  next_state();
 }
 
 void MemoryStore::rollback() {

@@ -30,6 +30,7 @@ class MemoryStore : public RecordCalendarStore {
     std::string send{};       // why nothing leaves the device
     int read = 0;             // the so-manieth single read from now on; each is counted down
     bool unreadable = false;  // all of them
+    int call = 0;             // the so-manieth single read or write from now on, likewise
     bool busy = false;        // what busy() answers
     std::string reason;       // what problem() then says
   };
@@ -39,7 +40,8 @@ class MemoryStore : public RecordCalendarStore {
   int initialized = 0;  // initialize less uninitialize
   int applications_created = 0;
   int queries = 0;
-  int reads = 0;  // rows, zones, exceptions, recipients, contacts, labels, notes: each one
+  int reads = 0;   // rows, zones, exceptions, recipients, contacts, labels, notes: each one
+  int writes = 0;  // with the beginnings and ends of transactions
   int registrations = 0;
   // Properties of items that queries read, as a store of objects would ask each object for them.
   int properties = 0;
@@ -51,6 +53,16 @@ class MemoryStore : public RecordCalendarStore {
 
   // Whether it keeps zones, residue and foreign components; a device's own store does not.
   bool keeps_all = true;
+  // All that it holds, to look at and to put back.
+  struct Contents {
+    std::map<std::int32_t, AppointmentRecord> records;
+    std::map<std::int32_t, StoreContact> contacts;
+    std::map<std::string, Zone, std::less<>> zones;
+    std::vector<ForeignComponent> foreign;
+    std::int32_t next_oid = 1;
+  };
+  const Contents& contents() const { return contents_; }
+  void put_back(Contents contents);
 
   // The labels a folder answers in place of those in use (the tasks folder has no items here).
   void set_category_text(int folder, Text text) { category_texts_[folder] = std::move(text); }
@@ -99,19 +111,13 @@ class MemoryStore : public RecordCalendarStore {
   bool in_transaction() const override { return before_.has_value(); }
 
  private:
-  struct Contents {
-    std::map<std::int32_t, AppointmentRecord> records;
-    std::map<std::int32_t, StoreContact> contacts;
-    std::map<std::string, Zone, std::less<>> zones;
-    std::vector<ForeignComponent> foreign;
-    std::int32_t next_oid = 1;
-  };
   // One elementary read. False: it fails, and problem() says so.
   bool read(int count = 1);
   bool read_whole(const AppointmentRecord& record);
   OccurrenceList::Summary summary_of(const AppointmentFields& fields, std::int32_t oid,
                                      bool recurring, AppointmentFieldSet wanted);
   std::int32_t put(const AppointmentRecord& record, bool back);
+  bool call_fails() { return faults.call > 0 && --faults.call == 0; }
   bool may_write();
   bool spoil();
   void note(StoreChange change);

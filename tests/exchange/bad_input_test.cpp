@@ -44,7 +44,7 @@ TEST_F(BadInputTest, OneLineForEachAndNothingIsLost) {
       {"DTSTART:20260101T100000\r\nBEGIN:VEVENT\r\n", nullptr, false, false},
   };
   for (const Case& one : cases) {
-    store.now = {};
+    store.put_back({});
     const std::string text = calendar(good("a") + event(one.lines) + good("b"));
     const auto result = import_text(text);
     EXPECT_TRUE(result.done);
@@ -52,8 +52,8 @@ TEST_F(BadInputTest, OneLineForEachAndNothingIsLost) {
       EXPECT_EQ(problems_of(result), one.problem);
     }
     EXPECT_EQ(result.counts.skipped >= 1, !one.shown) << one.lines;
-    EXPECT_TRUE(store.of_uid("a") && store.of_uid("b")) << one.lines;
-    EXPECT_EQ(store.now.records.size(), one.shown ? 3u : 2u) << one.lines;
+    EXPECT_TRUE(of_uid("a") && of_uid("b")) << one.lines;
+    EXPECT_EQ(count(), one.shown ? 3u : 2u) << one.lines;
     if (!one.kept) continue;
     const std::string first = exported();
     EXPECT_EQ(missing(text, first), "");
@@ -80,7 +80,7 @@ TEST_F(BadInputTest, FlawsThatCostNoEvent) {
       {"RRULE:FREQ=SECONDLY\r\n", nullptr},
   };
   for (const Case& one : cases) {
-    store.now = {};
+    store.put_back({});
     const auto result = import_text(
         calendar(event("UID:a\r\nDTSTART:20260101T100000\r\n" + std::string(one.lines))));
     EXPECT_EQ(counts_line(result.counts), "1 imported, 0 updated, 0 skipped") << one.lines;
@@ -98,7 +98,7 @@ TEST_F(BadInputTest, FlawsThatCostNoEvent) {
 TEST_F(BadInputTest, FilesCutOffAnywhere) {
   const std::string whole = content_of(data_file("series.ics"));
   for (std::size_t length = 0; length < whole.size(); length += 7) {
-    store.now = {};
+    store.put_back({});
     const auto result = import_text(std::string_view(whole).substr(0, length));
     EXPECT_TRUE(result.done);
     EXPECT_FALSE(result.problems.empty()) << length;
@@ -129,7 +129,7 @@ TEST_F(BadInputTest, RubbishOfAnySizePassesThrough) {
       good("b"));
   const auto large = import_text(endless);
   EXPECT_EQ(problems_of(large), "10: VEVENT is too large; left out\n");
-  EXPECT_TRUE(store.of_uid("a") && store.of_uid("b"));
+  EXPECT_TRUE(of_uid("a") && of_uid("b"));
   std::string many;
   for (int i = 0; i < 1000; ++i) many += event("SUMMARY:no start\r\n");
   const auto bad = import_text(calendar(many));
@@ -160,17 +160,17 @@ TEST_F(BadInputTest, EncodingsAndLineEnds) {
   for (const std::string& one :
        {"\xEF\xBB\xBF" + text, in_utf16(text, true, true), in_utf16(text, false, true),
         in_utf16(text, true, false), lone_cr, no_cr, folded_inside, nul}) {
-    store.now = {};
+    store.put_back({});
     const auto result = import_text(one);
-    ASSERT_TRUE(store.of_uid("e")) << problems_of(result);
-    EXPECT_EQ(store.of_uid("e")->fields.subject, u"Caf\u00e9 \U0001F600");
+    ASSERT_TRUE(of_uid("e")) << problems_of(result);
+    EXPECT_EQ(of_uid("e")->fields.subject, u"Caf\u00e9 \U0001F600");
     EXPECT_EQ(result.problems.size(), one == nul ? 1u : 0u) << problems_of(result);
   }
   const auto latin = import_text(
       calendar(event("UID:l\r\nDTSTART:20260101T100000\r\nSUMMARY:Caf\xE9\r\nLOCATION:\x80\r\n")));
   EXPECT_EQ(problems_of(latin), "8: text is not UTF-8; read as Windows-1252\n");
-  EXPECT_EQ(store.of_uid("l")->fields.subject, u"Caf\u00e9");
-  EXPECT_EQ(store.of_uid("l")->fields.location, u"\u20ac");
+  EXPECT_EQ(of_uid("l")->fields.subject, u"Caf\u00e9");
+  EXPECT_EQ(of_uid("l")->fields.location, u"\u20ac");
 }
 
 // The reader's buffer may end anywhere, between CR and LF too.
@@ -235,14 +235,14 @@ TEST_F(BadInputTest, MutatedFilesNeverBreakAnything) {
       if (text.empty()) text = "B";
     }
     std::ofstream(path, std::ios::binary) << text;
-    store.now = {};
+    store.put_back({});
     const auto result = import_files({path}, open_input_file, store, clock);
     ASSERT_TRUE(result.done);
     const std::string out = exported();
     std::ofstream(path, std::ios::binary) << out;
-    FakeStore other;
+    MemoryStore other(clock);
     const auto again = import_files({path}, open_input_file, other, clock);
-    EXPECT_EQ(other.now.records.size(), store.now.records.size()) << text << "\n----\n" << out;
+    EXPECT_EQ(other.contents().records.size(), count()) << text << "\n----\n" << out;
     EXPECT_TRUE(is_utf8(out)) << round;
   }
 }

@@ -80,19 +80,19 @@ TEST_F(CharsetImport, DeclaredGuessedAndDamagedTexts) {
       {"1.0", ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-16LE:=12=04=41=04", u"Вс", ""},
   };
   for (const Case& one : cases) {
-    store.now = {};
+    store.put_back({});
     const auto result = import_text(std::string("BEGIN:VCALENDAR\r\nVERSION:") + one.version +
                                     "\r\nBEGIN:VEVENT\r\nUID:c\r\nSUMMARY" + one.summary +
                                     "\r\nDTSTART:20260701T120000\r\nEND:VEVENT\r\n"
                                     "END:VCALENDAR\r\n");
     EXPECT_EQ(problems_of(result), one.problems) << one.summary;
-    ASSERT_TRUE(store.of_uid("c")) << one.summary;
-    EXPECT_EQ(store.of_uid("c")->fields.subject, one.subject) << one.summary;
+    ASSERT_TRUE(of_uid("c")) << one.summary;
+    EXPECT_EQ(of_uid("c")->fields.subject, one.subject) << one.summary;
     const std::string out = exported();
     EXPECT_TRUE(is_utf8(out));
-    store.now = {};
+    store.put_back({});
     import_text(out);
-    EXPECT_EQ(store.of_uid("c")->fields.subject, one.subject) << out;
+    EXPECT_EQ(of_uid("c")->fields.subject, one.subject) << out;
   }
 }
 

@@ -11,8 +11,9 @@
 #include "exchange/export.h"
 #include "exchange/import.h"
 #include "files/input_file.h"
+#include "hosts/headless/memory_store.h"
 #include "tests/data_path.h"
-#include "tests/exchange/fake_store.h"
+#include "tests/exchange/eastern_clock.h"
 #include "tests/scratch.h"
 
 namespace orvello {
@@ -66,6 +67,20 @@ class ExchangeTest : public testing::Test {
     for (const std::string& line : lost) text += line + "\n";
     return text;
   }
+  static const AppointmentRecord* of_uid(std::string_view uid, const MemoryStore& store) {
+    for (const auto& [oid, record] : store.contents().records)
+      if (record.uid == uid) return &record;
+    return nullptr;
+  }
+  const AppointmentRecord* of_uid(std::string_view uid) const { return of_uid(uid, store); }
+  // By hand, as an editor changes it.
+  template <typename How>
+  void change_of(std::string_view uid, How how) {
+    AppointmentRecord record = *of_uid(uid);
+    how(record);
+    ASSERT_NE(store.put(record), 0) << store.problem();
+  }
+  std::size_t count() const { return store.contents().records.size(); }
   std::string problems_of(const ImportResult& result) {
     std::string text;
     for (const ImportProblem& problem : result.problems)
@@ -74,8 +89,8 @@ class ExchangeTest : public testing::Test {
   }
 
   ScratchFolder folder;
-  FakeStore store;
   HeadlessClock clock = eastern_clock();
+  MemoryStore store{clock};
 };
 
 inline LocalSeconds at(int year, int month, int day, int hour = 0, int minute = 0) {

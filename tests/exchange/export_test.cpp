@@ -53,12 +53,12 @@ class ExportTest : public ExchangeTest {
   }
   // The records of `text` in a store of their own are those of `store`.
   void expect_same_after_import(const std::string& text) {
-    FakeStore other;
+    MemoryStore other(clock);
     const auto result = import_files({file_of(text, "again.ics")}, open_input_file, other, clock);
     EXPECT_EQ(problems_of(result).find("left out"), std::string::npos) << problems_of(result);
-    ASSERT_EQ(other.now.records.size(), store.now.records.size());
-    for (const auto& [oid, record] : store.now.records) {
-      const AppointmentRecord* again = other.of_uid(record.uid);
+    ASSERT_EQ(other.contents().records.size(), count());
+    for (const auto& [oid, record] : store.contents().records) {
+      const AppointmentRecord* again = of_uid(record.uid, other);
       ASSERT_TRUE(again) << record.uid;
       expect_same(record, *again);
     }
@@ -67,7 +67,7 @@ class ExportTest : public ExchangeTest {
 
 TEST_F(ExportTest, WhatCameInComesOutLineForLine) {
   for (const char* name : {"series.ics", "rules.ics"}) {
-    store.now = {};
+    store.put_back({});
     import_files({data_file(name)}, open_input_file, store, clock);
     const std::string text = exported();
     EXPECT_EQ(missing(content_of(data_file(name)), text), "") << name;
@@ -93,7 +93,7 @@ TEST_F(ExportTest, ZonesOfANamelessCalendarSurviveTwoRounds) {
       event("UID:1\r\nDTSTART;TZID=Here:20260101T100000\r\n") + "END:VCALENDAR\r\n";
   import_text(text);
   const std::string first = exported();
-  store.now = {};
+  store.put_back({});
   import_text(first);
   EXPECT_EQ(missing(text, exported()), "");
 }
@@ -104,7 +104,7 @@ TEST_F(ExportTest, PlainEventsNeedNoText) {
             "CATEGORIES:A,B\r\nRRULE:FREQ=DAILY;INTERVAL=3\r\n") +
       event("UID:2\r\nDTSTART;VALUE=DATE:20260101\r\nDTEND;VALUE=DATE:20260103\r\n"));
   import_text(text);
-  for (const auto& [oid, record] : store.now.records)
+  for (const auto& [oid, record] : store.contents().records)
     EXPECT_EQ(record.residue.find("BEGIN"), std::string::npos) << record.residue;
   EXPECT_EQ(missing(text, exported()) + missing(exported(), text), "");
 }
@@ -123,7 +123,7 @@ TEST_F(ExportTest, OldFormComesOutInTheNewOne) {
 TEST_F(ExportTest, OnlyWhatChangedIsWrittenAnew) {
   import_files({data_file("series.ics")}, open_input_file, store, clock);
   const std::string before = exported();
-  AppointmentRecord& record = *store.of_uid("weekly@sample");
+  AppointmentRecord record = *of_uid("weekly@sample");
   record.fields.location = u"Room 2";
   record.fields.reminder_minutes = 45;
   record.recipients.erase(record.recipients.begin() + 1);
@@ -131,6 +131,7 @@ TEST_F(ExportTest, OnlyWhatChangedIsWrittenAnew) {
   record.exceptions.push_back({at(2026, 2, 9, 9), true, {}, {}, {}, {}, {}, {}});
   record.exceptions[0].fields.subject = u"Moved";
   record.modified = utc_at_offset(at(2026, 6, 1), 0);
+  store.put(record);
   const std::string text = exported();
   EXPECT_EQ(missing(before, text),
             "ATTENDEE;PARTSTAT=ACCEPTED;CN=Bob;X-ID=7:MAILTO:bob@sample.org\n"
@@ -144,6 +145,7 @@ TEST_F(ExportTest, OnlyWhatChangedIsWrittenAnew) {
   // A changed rule takes the old one's place, and an exclusion that is gone goes.
   record.pattern->interval = 2;
   record.exceptions.clear();
+  store.put(record);
   const std::string later = exported();
   EXPECT_EQ(missing(text, later).find("X-LIST"), std::string::npos);
   EXPECT_EQ(later.find("EXDATE"), std::string::npos);
@@ -161,16 +163,16 @@ TEST_F(ExportTest, ASeriesAtOtherTimesTakesItsOccurrencesAlong) {
                      "20260706T090000\r\n") +
                event(uid + "RECURRENCE-ID" + zone + "20260713T090000\r\nDTSTART" + zone +
                      "20260714T100000\r\nDURATION:PT1H\r\nX-CHANGED:1\r\n")));
-  AppointmentRecord moved = *store.of_uid("s");
+  AppointmentRecord moved = *of_uid("s");
   ASSERT_TRUE(moved.pattern == std::nullopt && moved.exceptions.size() == 2);
   ASSERT_TRUE(move_series(moved, moved.start + 5400, moved.end + 7200));
   ASSERT_NE(store.put(moved), 0);
   const std::string text = exported();
   EXPECT_NE(text.find("X-KEPT:1"), std::string::npos);
   EXPECT_NE(text.find("X-CHANGED:1"), std::string::npos);
-  store.now = {};
+  store.put_back({});
   import_text(text);
-  const AppointmentRecord* again = store.of_uid("s");
+  const AppointmentRecord* again = of_uid("s");
   ASSERT_TRUE(again);
   EXPECT_EQ(again->start, moved.start);
   EXPECT_EQ(again->end, moved.end);
@@ -189,11 +191,11 @@ TEST_F(ExportTest, TheEndOfASeriesFollowsItsZone) {
                              "DTEND;TZID=America/New_York:20260105T100000\r\n"
                              "RRULE:FREQ=WEEKLY;UNTIL=20260202T140000Z\r\n")));
   EXPECT_NE(exported().find("UNTIL=20260202T080000Z"), std::string::npos);
-  for (const char* uid : {"z", "p"}) {
-    AppointmentRecord& record = *store.of_uid(uid);
-    record.zone = uid == std::string("z") ? "America/New_York" : "UTC";
-    record.modified = utc_at_offset(at(2026, 6, 1), 0);
-  }
+  for (const auto& [uid, zone] : {std::pair("z", "America/New_York"), {"p", "UTC"}})
+    change_of(uid, [zone = zone](AppointmentRecord& record) {
+      record.zone = zone;
+      record.modified = utc_at_offset(at(2026, 6, 1), 0);
+    });
   const std::string text = exported();
   EXPECT_NE(text.find("UNTIL=20260203T045959Z"), std::string::npos) << "that day in New York";
   EXPECT_NE(text.find("UNTIL=20260202T235959Z"), std::string::npos) << "in Greenwich";
@@ -270,7 +272,7 @@ TEST_F(ExportTest, OwnAppointments) {
         "RRULE:FREQ=WEEKLY;UNTIL=20260629T215959Z;BYDAY=MO"})
     EXPECT_NE(text.find(std::string(line) + "\r\n"), std::string::npos) << line;
   // "Work, Home" comes back without the blank.
-  store.of_uid("plain")->fields.categories = u"Work,Home";
+  change_of("plain", [](auto& record) { record.fields.categories = u"Work,Home"; });
   expect_same_after_import(text);
 
   const auto may = export_calendar(store, day_number(2026, 5, 1), day_number(2026, 5, 31), clock);

@@ -10,7 +10,7 @@ TEST_F(ImportTest, SeriesWithItsChangesInAnyOrderIsOneAppointment) {
   ASSERT_TRUE(result.done) << result.failure;
   EXPECT_EQ(counts_line(result.counts), "1 imported, 0 updated, 0 skipped");
   EXPECT_EQ(problems_of(result), "");
-  const AppointmentRecord* record = store.of_uid("weekly@sample");
+  const AppointmentRecord* record = of_uid("weekly@sample");
   ASSERT_TRUE(record);
   EXPECT_EQ(record->fields.subject, u"Meeting");
   EXPECT_EQ(record->fields.body,
@@ -46,25 +46,25 @@ TEST_F(ImportTest, SeriesWithItsChangesInAnyOrderIsOneAppointment) {
 TEST_F(ImportTest, RulesNoPatternHoldsAndPeriods) {
   const auto result = import_files({data_file("rules.ics")}, open_input_file, store, clock);
   EXPECT_EQ(counts_line(result.counts), "4 imported, 0 updated, 0 skipped");
-  const AppointmentRecord* odd = store.of_uid("odd@sample");
+  const AppointmentRecord* odd = of_uid("odd@sample");
   ASSERT_TRUE(odd);
   EXPECT_FALSE(odd->pattern);
   EXPECT_EQ(odd->rules,
             "RRULE:FREQ=MONTHLY;BYDAY=MO,TU;BYSETPOS=-1;UNTIL=20261231T100000\n"
             "RRULE:FREQ=YEARLY;BYYEARDAY=-1\nEXRULE:FREQ=YEARLY;BYMONTH=6\n"
             "RDATE:20260505T100000");
-  const AppointmentRecord* periods = store.of_uid("periods@sample");
+  const AppointmentRecord* periods = of_uid("periods@sample");
   ASSERT_TRUE(periods);
   EXPECT_EQ(periods->rules, "RRULE:FREQ=DAILY;COUNT=5\nRDATE:20260102T150000,20260103T150000");
   ASSERT_EQ(periods->exceptions.size(), 1u);  // the other period is as long as the rest
   EXPECT_EQ(periods->exceptions[0].end, at(2026, 1, 2, 17));
-  const AppointmentRecord* trip = store.of_uid("trip@sample");
+  const AppointmentRecord* trip = of_uid("trip@sample");
   ASSERT_TRUE(trip);
   EXPECT_TRUE(trip->fields.all_day);
   EXPECT_EQ(trip->end, at(2026, 7, 2, 23, 59));
   EXPECT_EQ(trip->fields.busy_status, BusyStatus::free);
   EXPECT_TRUE(trip->pattern);
-  EXPECT_TRUE(store.of_uid("later@sample#20260108T120000Z"));  // a change without a series
+  EXPECT_TRUE(of_uid("later@sample#20260108T120000Z"));  // a change without a series
 }
 
 TEST_F(ImportTest, EndsAndZones) {
@@ -99,7 +99,7 @@ TEST_F(ImportTest, EndsAndZones) {
   };
   for (const Case& one : cases) {
     import_text(calendar(event("UID:x\r\n" + std::string(one.lines))));
-    const AppointmentRecord* record = store.of_uid("x");
+    const AppointmentRecord* record = of_uid("x");
     ASSERT_TRUE(record) << one.lines;
     EXPECT_EQ(record->zone, one.zone) << one.lines;
     EXPECT_EQ(record->start, one.start) << one.lines;
@@ -124,9 +124,9 @@ TEST_F(ImportTest, OneNameForTwoZonesKeepsBothApart) {
   import_text(text("+0100"));
   import_text(text("+0500"));
   import_text(text("+0100"));
-  EXPECT_EQ(store.now.zones.size(), 2u);
-  EXPECT_EQ(to_seconds(store.of_uid("at+0100")->fields.start), at(2026, 1, 1, 13));
-  EXPECT_EQ(to_seconds(store.of_uid("at+0500")->fields.start), at(2026, 1, 1, 9));
+  EXPECT_EQ(store.contents().zones.size(), 2u);
+  EXPECT_EQ(to_seconds(of_uid("at+0100")->fields.start), at(2026, 1, 1, 13));
+  EXPECT_EQ(to_seconds(of_uid("at+0500")->fields.start), at(2026, 1, 1, 9));
   EXPECT_EQ(missing(text("+0100"), exported()) + missing(text("+0500"), exported()), "");
 }
 
@@ -140,18 +140,18 @@ TEST_F(ImportTest, ALowerSequenceTakesNothingBack) {
   EXPECT_EQ(
       counts_line(preview_files({file_of(text(6, "Two"))}, open_input_file, store, clock).counts),
       "0 imported, 2 updated, 0 skipped");
-  EXPECT_EQ(store.of_uid("a")->fields.subject, u"One");  // a preview changes nothing
+  EXPECT_EQ(of_uid("a")->fields.subject, u"One");  // a preview changes nothing
   const auto older = import_text(text(1, "Old"));
   EXPECT_EQ(counts_line(older.counts), "0 imported, 1 updated, 1 skipped");
   EXPECT_EQ(problems_of(older), "4: \"Old\" is older than what the calendar has; left out\n");
-  EXPECT_EQ(store.of_uid("a")->fields.subject, u"One");
+  EXPECT_EQ(of_uid("a")->fields.subject, u"One");
   // The same file once more is what somebody wants, also after a change by hand.
-  store.of_uid("a")->fields.subject = u"Mine";
+  change_of("a", [](auto& record) { record.fields.subject = u"Mine"; });
   EXPECT_EQ(counts_line(import_text(text(5, "One")).counts), "0 imported, 2 updated, 0 skipped");
-  EXPECT_EQ(store.of_uid("a")->fields.subject, u"One");
+  EXPECT_EQ(of_uid("a")->fields.subject, u"One");
   EXPECT_EQ(counts_line(import_text(text(7, "Two")).counts), "0 imported, 2 updated, 0 skipped");
-  EXPECT_EQ(store.of_uid("a")->fields.subject, u"Two");
-  EXPECT_EQ(store.now.records.size(), 2u);
+  EXPECT_EQ(of_uid("a")->fields.subject, u"Two");
+  EXPECT_EQ(count(), 2u);
 }
 
 TEST_F(ImportTest, AllFilesOrNothing) {
@@ -162,14 +162,14 @@ TEST_F(ImportTest, AllFilesOrNothing) {
   EXPECT_FALSE(gone.done);
   EXPECT_EQ(gone.failure, "/nowhere/at-all.ics cannot be read: there is no such file or folder.");
   EXPECT_EQ(gone.counts, ImportCounts());
-  EXPECT_EQ(store.now.records.size(), 0u);
+  EXPECT_EQ(count(), 0u);
   // Also when something is thrown through it.
   const auto fails_at = [](const std::string& name) -> std::unique_ptr<InputStream> {
     if (name == "bad") throw std::bad_alloc();
     return open_input_file(name);
   };
   EXPECT_THROW(import_files({file_of(two), "bad"}, fails_at, store, clock), std::bad_alloc);
-  EXPECT_EQ(store.now.records.size(), 0u);
+  EXPECT_EQ(count(), 0u);
   EXPECT_TRUE(import_text(two).done);
 }
 
@@ -191,22 +191,23 @@ TEST_F(ImportTest, NoFailureOfTheStoreIsTakenForAnAnswer) {
                event("UID:d\r\nDTSTART;TZID=Europe/Berlin:20260101T100000\r\n")) +
       calendar(change("03", "") + change("04", "SEQUENCE:2\r\n")) +
       calendar("METHOD:CANCEL\r\n" + event("UID:c\r\nDTSTART:20260101T100000\r\n"));
-  for (int calls = 0, reached = 1; reached != 0; ++calls) {
-    store = FakeStore();
+  store.faults.reason = "the disk is full";
+  for (int calls = 1, reached = 1; reached != 0; ++calls) {
+    store.put_back({});
     ASSERT_TRUE(import_text(before).done);
     const std::string old = exported();
-    store.calls_until_failure = calls;
+    store.faults.call = calls;
     const auto result = import_text(text);
-    reached = store.calls_until_failure < 0;
-    store.calls_until_failure = -1;
+    reached = store.faults.call == 0;
+    store.faults.call = 0;
     EXPECT_EQ(result.done, !reached) << "call " << calls;
-    EXPECT_EQ(result.failure, reached ? store.problem() : "") << "call " << calls;
+    EXPECT_EQ(result.failure, reached ? store.faults.reason : "") << "call " << calls;
     EXPECT_EQ(exported() == old, reached) << "call " << calls;
   }
-  for (int calls = 0, reached = 1; reached != 0; ++calls) {
-    store.calls_until_failure = calls;
+  for (int calls = 1, reached = 1; reached != 0; ++calls) {
+    store.faults.call = calls;
     const auto whole = export_calendar(store, {}, {}, clock);
-    reached = store.calls_until_failure < 0;
+    reached = store.faults.call == 0;
     EXPECT_EQ(static_cast<bool>(whole), !reached) << "call " << calls;
   }
 }
@@ -230,7 +231,7 @@ TEST_F(ImportTest, Reminders) {
         calendar(event("UID:r\r\nDTSTART:20260101T100000Z\r\nDTEND:20260101T110000Z\r\n"
                        "BEGIN:VALARM\r\n" +
                        std::string(one.alarm) + "END:VALARM\r\n")));
-    const AppointmentFields& fields = store.of_uid("r")->fields;
+    const AppointmentFields& fields = of_uid("r")->fields;
     EXPECT_EQ(fields.reminder_set, one.minutes >= 0) << one.alarm;
     if (one.minutes >= 0) {
       EXPECT_EQ(fields.reminder_minutes, one.minutes) << one.alarm;
@@ -242,7 +243,7 @@ TEST_F(ImportTest, OlderForm) {
   const auto result = import_files({data_file("old.vcs")}, open_input_file, store, clock);
   EXPECT_EQ(counts_line(result.counts), "2 imported, 0 updated, 0 skipped");
   EXPECT_EQ(problems_of(result), "");
-  const AppointmentRecord* first = store.of_uid("old1");
+  const AppointmentRecord* first = of_uid("old1");
   ASSERT_TRUE(first);
   EXPECT_EQ(first->fields.subject, u"Gr\u00fc\u00dfe, Frau Meier; bis\nbald");
   EXPECT_EQ(first->fields.body, u"Caf\u00e9");
@@ -253,7 +254,7 @@ TEST_F(ImportTest, OlderForm) {
   ASSERT_TRUE(first->pattern);
   EXPECT_EQ(first->pattern->occurrences, 10);
   EXPECT_EQ(first->pattern->day_of_week_mask, 6);
-  const AppointmentRecord* second = store.of_uid("old2");
+  const AppointmentRecord* second = of_uid("old2");
   ASSERT_TRUE(second && second->pattern);
   EXPECT_EQ(second->end, at(2026, 3, 16));
   EXPECT_EQ(second->pattern->day_of_month, 15);

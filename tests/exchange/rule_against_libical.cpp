@@ -1,5 +1,5 @@
-// The instances of random rules, from a fixed seed, beside those of libical. Where the two differ on
-// purpose the data file of rules says why.
+// The instances of random rules, from a fixed seed, beside those of libical. Where the two differ
+// on purpose the data file of rules says why.
 #include <gtest/gtest.h>
 #include <libical/ical.h>
 

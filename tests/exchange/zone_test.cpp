@@ -15,7 +15,7 @@ class ZoneImport : public ExchangeTest {
     for (const Component& event : calendar.root().children) {
       if (!event.named("VEVENT")) continue;
       const std::string uid(event.find("UID")->value);
-      const AppointmentRecord* record = store.of_uid(uid);
+      const AppointmentRecord* record = of_uid(uid);
       ASSERT_TRUE(record) << uid;
       const auto zone = record->zone == "UTC" ? std::optional(Zone()) : *store.zone(record->zone);
       ASSERT_TRUE(zone) << uid << ": " << record->zone;
@@ -37,10 +37,10 @@ TEST_F(ZoneImport, NamesInEveryWritingAndDefinitionsOfAnyQuality) {
   // What goes out means the same to whoever reads it, also where this device's database is not.
   const std::string out = exported();
   EXPECT_EQ(missing(content_of(data_file("zones.ics")), out), "");
-  store.now = {};
+  store.put_back({});
   clock.zone_rules.clear();
   import_text(out);
-  EXPECT_EQ(store.of_uid("shouted")->zone, "Europe/Berlin");
+  EXPECT_EQ(of_uid("shouted")->zone, "Europe/Berlin");
   expect_moments("zones.ics", false);
 }
 
@@ -73,14 +73,14 @@ TEST_F(ZoneImport, TheOlderFormsZones) {
     const std::string text = "BEGIN:VCALENDAR\r\nVERSION:1.0\r\n" + one.header +
                              "BEGIN:VEVENT\r\nUID:o\r\n" + one.start +
                              "\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n";
-    store.now = {};
+    store.put_back({});
     EXPECT_EQ(problems_of(import_text(text)), "") << text;
-    ASSERT_TRUE(store.of_uid("o")) << text;
-    EXPECT_EQ(to_seconds(store.of_uid("o")->fields.start), one.shown) << text;
+    ASSERT_TRUE(of_uid("o")) << text;
+    EXPECT_EQ(to_seconds(of_uid("o")->fields.start), one.shown) << text;
     const std::string out = exported();
-    store.now = {};
+    store.put_back({});
     import_text(out);
-    EXPECT_EQ(to_seconds(store.of_uid("o")->fields.start), one.shown) << out;
+    EXPECT_EQ(to_seconds(of_uid("o")->fields.start), one.shown) << out;
   }
 }
 
@@ -96,13 +96,13 @@ TEST_F(ZoneImport, NamesAndDefinitionsWithoutMeasure) {
                  event("UID:" + std::to_string(i) + "\r\nDTSTART;TZID=Here:20260701T120000\r\n"));
   }
   import_text(many);
-  EXPECT_EQ(to_seconds(store.of_uid("59")->fields.start), at(2026, 7, 1, 12, 1));
-  EXPECT_EQ(to_seconds(store.of_uid("299")->fields.start), at(2026, 7, 1, 12, 1));
-  EXPECT_EQ(store.now.zones.size(), 300u);
+  EXPECT_EQ(to_seconds(of_uid("59")->fields.start), at(2026, 7, 1, 12, 1));
+  EXPECT_EQ(to_seconds(of_uid("299")->fields.start), at(2026, 7, 1, 12, 1));
+  EXPECT_EQ(store.contents().zones.size(), 300u);
   const std::string slashes(100000, '/');
   import_text(calendar(
       event("UID:slashes\r\nDTSTART;TZID=" + slashes + "Europe/Berlin:20260701T120000\r\n")));
-  EXPECT_EQ(store.of_uid("slashes")->zone, "Europe/Berlin");
+  EXPECT_EQ(of_uid("slashes")->zone, "Europe/Berlin");
 }
 
 }  // namespace
