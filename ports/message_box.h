@@ -15,7 +15,6 @@ enum class Beep { refused, hand };
 class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;
-  // Left without a choice: cancel, no, or the one answer there is.
   // `owned` boxes belong to the main window; the others stand alone (before a window exists too).
   // One that is left without a choice answers cancel, else no, else ok.
   virtual BoxAnswer show(TextView text, TextView caption, BoxIcon icon = BoxIcon::none,

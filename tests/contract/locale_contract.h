@@ -39,4 +39,15 @@ TEST_P(LocaleContract, NamesEveryDayAndMonthOnceAndKnowsItsConventions) {
   EXPECT_EQ(locale->russian_resources(), locale->russian_resources());
 }
 
+// As in a phone book: letters before their case, and whatever the letters, an order.
+TEST_P(LocaleContract, SortsAsAPhoneBookDoes) {
+  const auto locale = GetParam().second();
+  const Text rising[] = {u"", u"Aaron", u"adam", u"Beta", u"beth"};
+  for (const Text& a : rising)
+    for (const Text& b : rising) {
+      EXPECT_EQ(locale->compare(a, b) < 0, &a < &b) << to_utf8(a + u"|" + b);
+      EXPECT_EQ(locale->compare(a, b) > 0, &a > &b) << to_utf8(a + u"|" + b);
+    }
+}
+
 }  // namespace orvello

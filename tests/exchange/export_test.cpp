@@ -153,7 +153,6 @@ TEST_F(ExportTest, OnlyWhatChangedIsWrittenAnew) {
   expect_same_after_import(later);
 }
 
-// UNTIL counts in the zone that the series has now.
 // What hangs on a series goes out where the series has gone to.
 TEST_F(ExportTest, ASeriesAtOtherTimesTakesItsOccurrencesAlong) {
   const std::string uid = "UID:s\r\n", zone = ";TZID=Europe/Berlin:";
@@ -184,6 +183,7 @@ TEST_F(ExportTest, ASeriesAtOtherTimesTakesItsOccurrencesAlong) {
   }
 }
 
+// UNTIL counts in the zone that the series has now.
 TEST_F(ExportTest, TheEndOfASeriesFollowsItsZone) {
   import_text(calendar(event("UID:z\r\nDTSTART;TZID=Europe/Berlin:20260105T090000\r\nSUMMARY:S\r\n"
                              "RRULE:FREQ=WEEKLY;UNTIL=20260202T080000Z\r\nX-KEPT:1\r\n") +
