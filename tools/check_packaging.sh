@@ -33,7 +33,8 @@ field() { dpkg-deb -f "$work/orvello.deb" "$1"; }
 root=$work/root/usr
 
 for file in bin/orvello share/applications/orvello.desktop share/doc/orvello/copyright \
-  share/doc/orvello/README.md share/icons/hicolor/48x48/apps/orvello.png; do
+  share/doc/orvello/README.md share/doc/orvello/changelog.gz \
+  share/icons/hicolor/48x48/apps/orvello.png; do
   check "$file is there" test -s "$root/$file"
 done
 # Libraries, headers and test programs are nobody's business.
@@ -60,6 +61,8 @@ check "launchers find the icon" grep -q '^Icon=orvello$' "$entry"
 check "launchers hand over files" grep -qE '^Exec=orvello %F$' "$entry"
 check "every line of the desktop entry is one" is \
   "$(grep -vE '^\[Desktop Entry\]$|^[A-Za-z]+(\[[a-z]+\])?=.+$' "$entry")" ""
+# Its warnings are advice: a program with a window needs no manual page.
+check "lintian finds no errors" lintian --allow-root --fail-on error "$work/orvello.deb"
 command -v desktop-file-validate >/dev/null &&
   check "the desktop entry is valid" desktop-file-validate "$entry"
 
