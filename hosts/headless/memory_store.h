@@ -2,6 +2,7 @@
 // demand.
 #pragma once
 
+#include <cassert>
 #include <map>
 #include <string>
 #include <vector>
@@ -13,6 +14,7 @@ namespace orvello {
 class MemoryStore : public RecordCalendarStore {
  public:
   explicit MemoryStore(const Clock& clock);
+  ~MemoryStore() override { assert(late_patterns == 0); }
 
   // What is to fail from now on, until it is set back.
   struct Faults {
@@ -45,7 +47,7 @@ class MemoryStore : public RecordCalendarStore {
   int registrations = 0;
   // Properties of items that queries read, as a store of objects would ask each object for them.
   int properties = 0;
-  int late_patterns = 0;  // that were still there when their item went
+  int late_patterns = 0;  // that were still there when their item went; none at the end
 
   // As which platform it stores the ends of all-day items.
   AllDayEnd all_day_form = AllDayEnd::on_last_day;

