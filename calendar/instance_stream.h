@@ -51,7 +51,7 @@ class InstanceStream {
 
  private:
   struct Source {
-    Source(const Rule& rule, LocalSeconds start) : rule(rule, start) {}
+    Source(const Rule& repeated, LocalSeconds start) : rule(repeated, start) {}
     RuleMembers rule;
     std::vector<LocalSeconds> found;
     std::size_t next = 0;

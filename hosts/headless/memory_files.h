@@ -11,8 +11,8 @@ namespace orvello {
 
 class MemoryFiles : public Files {
  public:
-  explicit MemoryFiles(Text module = u"\\Program Files\\Orvello\\Orvello.exe")
-      : module(std::move(module)) {}
+  explicit MemoryFiles(Text file_name = u"\\Program Files\\Orvello\\Orvello.exe")
+      : module(std::move(file_name)) {}
   Text module_file_name() const override { return module; }
   bool exists(TextView path) const override;
   std::optional<Image> load_bitmap(TextView path) const override;

@@ -90,9 +90,9 @@ int scaled_channel(std::uint32_t value, std::uint32_t mask) {
 
 Color pixel_at(const Bytes& file, const Header& header, std::size_t row, std::size_t x) {
   if (header.bits <= 8) {
-    const std::uint32_t per_byte = 8 / header.bits;
+    const std::size_t per_byte = 8 / header.bits;
     const std::uint32_t byte = file.byte(row + x / per_byte);
-    const std::uint32_t shift = 8 - header.bits * (x % per_byte + 1);
+    const std::size_t shift = 8 - header.bits * (x % per_byte + 1);
     const std::uint32_t index = byte >> shift & ((1u << header.bits) - 1);
     if (index >= header.palette_count) return kBlack;
     const std::size_t at = header.palette + index * header.palette_entry;

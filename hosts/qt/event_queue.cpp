@@ -24,7 +24,7 @@ void EventQueue::flush() {
   const auto alive = shared_from_this();  // an action may end its dialog
   // An action that fails goes up through here: the others are still to come.
   struct Running {
-    explicit Running(EventQueue& queue) : queue(queue) { queue.running_ = true; }
+    explicit Running(EventQueue& running) : queue(running) { queue.running_ = true; }
     ~Running() {
       queue.running_ = false;
       if (!queue.actions_.empty()) queue.post();

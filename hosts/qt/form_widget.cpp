@@ -172,7 +172,7 @@ void FormWidget::lay_out() {
   body_->resize(layout.body.width, layout.body.height);
   for (std::size_t i = 0; i < made_.size(); ++i) {
     made_[i].widget->setGeometry(to_qt(layout.places[i]));
-    if (auto* report = dynamic_cast<ReportView*>(made_[i].widget)) report->lay_out_unseen();
+    if (auto* rows = dynamic_cast<ReportView*>(made_[i].widget)) rows->lay_out_unseen();
   }
   if (close_button_) close_button_->setGeometry(width() - top, 0, top, top - 1);
 }

@@ -34,9 +34,9 @@ QtDialog::QtDialog(FormWidget* form, const Density& density, DialogProcedure& pr
   form->report = [this](const DialogEvent& event) {
     // What goes away may still be painted.
     if (event.kind == Event::paint) return procedure_.handle(*this, event);
-    const auto queue = queue_;
+    const auto waiting = queue_;
     tell(event);
-    if (is_input(event.kind)) queue->flush();
+    if (is_input(event.kind)) waiting->flush();
   };
   for (const ControlTemplate& control : form->shown_template().controls)
     handles_[control.id] = make_handles(control.kind, *form->control(control.id), density);

@@ -52,7 +52,7 @@ long milliseconds_since_start() {
   fields >> ticks;
   timespec now{};
   clock_gettime(CLOCK_BOOTTIME, &now);
-  const double seconds = static_cast<double>(now.tv_sec) + now.tv_nsec / 1e9;
+  const double seconds = static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
   return std::lround((seconds - ticks / static_cast<double>(sysconf(_SC_CLK_TCK))) * 1000);
 }
 

@@ -451,16 +451,16 @@ TEST_F(ApplicationTest, ProfilesFilterAndAreRemembered) {
   // The other views as well, each at once.
   for (const std::uint32_t view : {kCommandMonthView, kCommandYearView}) {
     device.window.command(view);
-    for (const auto& [profile, name] : {std::pair{1u, u"21 November, 1 appointment,"},
-                                        std::pair{0u, u"21 November, 2 appointments,"}}) {
+    for (const auto& [profile, begins] : {std::pair{1u, u"21 November, 1 appointment,"},
+                                          std::pair{0u, u"21 November, 2 appointments,"}}) {
       const int before = drawings();
       device.window.command(kCommandFirstProfile + profile);
       EXPECT_EQ(drawings(), before + 1);
       const auto cells = device.window.accessible_view->accessible_grid().cells;
       EXPECT_TRUE(std::any_of(
           cells.begin(), cells.end(),
-          [name = TextView(name)](const auto& cell) { return starts_with(cell.name, name); }))
-          << to_utf8(name);
+          [begins = TextView(begins)](const auto& cell) { return starts_with(cell.name, begins); }))
+          << to_utf8(begins);
     }
   }
 }

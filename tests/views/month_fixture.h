@@ -25,12 +25,12 @@ inline constexpr std::array<TestScreen, 6> kTestScreens = {{{{240, 292}, 96},
 
 class MonthFixture {
  public:
-  explicit MonthFixture(TestScreen screen = kTestScreens[0], bool russian = false)
-      : screen(layout_screen(screen.work, screen.dpi, screen.dpi, false)) {
+  explicit MonthFixture(TestScreen of = kTestScreens[0], bool russian = false)
+      : screen(layout_screen(of.work, of.dpi, of.dpi, false)) {
     ResetItemColors(settings, kAllColorGroups);
     settings.locale = russian ? russian_locale() : english_locale();
     LoadMonthNames(settings.month_names, settings.locale);
-    settings.icon_cell = screen.dpi < kHighResolutionDpi ? 9 : 18;
+    settings.icon_cell = of.dpi < kHighResolutionDpi ? 9 : 18;
     settings.builtin_icon_count = 12;
     settings.builtin_icons = {settings.icon_cell * 12, settings.icon_cell, {}};
     settings.builtin_icons.pixels.resize(static_cast<std::size_t>(settings.builtin_icons.width) *

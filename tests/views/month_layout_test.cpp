@@ -120,7 +120,8 @@ TEST(MonthLayout, DatesRunThroughTheNeighbouringMonths) {
       const MonthLayout layout(screen, {month, 2026, 1, first});
       for (std::size_t i = 0; i < layout.cells.size(); ++i) {
         const MonthCell& cell = layout.cells[i];
-        EXPECT_EQ(calendar_date_of(cell.date), layout.grid.grid_start + i);
+        EXPECT_EQ(calendar_date_of(cell.date),
+                  layout.grid.grid_start + static_cast<CalendarDate>(i));
         EXPECT_EQ(cell.off_month, cell.date.month != month);
         EXPECT_TRUE(cell.drawn);
       }
