@@ -65,14 +65,14 @@ TEST_F(Callbacks, WhateverTheyThrowIsToldOnceAndTheCalendarGoesOn) {
   QtMainWindow& window = *test_.window;
   QtDialogs dialogs(window);
   std::unique_ptr<Dialog> dialog;
-  TemporaryFolder folder;
+  ScratchFolder folder;
   QtWindowOptions options;
   options.data_folder = folder.path();
   QtMainWindow first(options);
   ASSERT_FALSE(first.activate_other_instance(u"", u""));
   first.on_files = [this](std::vector<std::string>) { fail(); };
   DrawingWorker worker(window);
-  worker.set_surface(std::make_unique<QtSurface>(Size{8, 8}));
+  worker.set_surface(std::make_unique<QtSurface>(Size{8, 8}), {8, 8});
   worker.start();
   std::vector<std::jthread> callers;
   using Event = DialogEvent::Kind;
@@ -108,7 +108,7 @@ TEST_F(Callbacks, WhateverTheyThrowIsToldOnceAndTheCalendarGoesOn) {
        [&] { callers.emplace_back([&] { SingleInstance(folder.path()).join({"/tmp/a.ics"}); }); }},
       {"a dialog's button", [&] { dialog = dialogs.open_modeless(form(), *this); },
        [&] { on_event(Event::command), QTest::mouseClick(control(kButton), Qt::LeftButton); }},
-      {"a dialog's timer", [] {}, [&] { on_event(Event::timer), dialog->start_timer(1, 1); }},
+      {"a dialog's timer", [] {}, [&] { on_event(Event::timer), dialog->set_timer(1, 1); }},
       {"a drawn control", [] {}, [&] { on_event(Event::paint), control(kDrawn)->repaint(); }},
       {"a row's key", [] {},
        [&] { on_event(Event::key), QTest::keyClick(control(kRows), Qt::Key_Return); }},
@@ -135,7 +135,7 @@ TEST_F(Callbacks, WhateverTheyThrowIsToldOnceAndTheCalendarGoesOn) {
       return !later.empty() && later.back().wparam == 77;
     })) << "it goes on";
     test_.recorder.messages.clear();
-    if (dialog) dialog->stop_timer(1);
+    if (dialog) dialog->set_timer(1, 0);
   }
 }
 
