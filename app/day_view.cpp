@@ -57,9 +57,7 @@ void DayView::handle(Dialog& dialog, const DialogEvent& event) {
   }
 }
 
-std::int32_t DayView::shown_day() const {
-  return WholeDayNumber(c_.state.current.month, c_.state.current.day, c_.state.current.year);
-}
+Day DayView::shown_day() const { return day_of(c_.state.current); }
 
 // What was read of the day before is kept when it cannot be read now. Of another day there is
 // nothing to keep, and the list says so: an empty one would mean that the day is free.

@@ -72,7 +72,7 @@ class DayView : public DialogProcedure {
   void show_list();
   void renew_list();
   DayHeaderInput header_input() const;
-  std::int32_t shown_day() const;
+  Day shown_day() const;
 
   // Header.
   void paint_header(const DialogEvent& event);
@@ -111,14 +111,14 @@ class DayView : public DialogProcedure {
 
   Context c_;
   std::unique_ptr<Dialog> owned_;
-  Dialog* dialog_ = nullptr;              // there from its init event on; a command may close it
-  DayAgenda read_;                        // as the store gave it last
-  std::optional<std::int32_t> read_day_;  // its day; none: nothing could be read
+  Dialog* dialog_ = nullptr;     // there from its init event on; a command may close it
+  DayAgenda read_;               // as the store gave it last
+  std::optional<Day> read_day_;  // its day; none: nothing could be read
   DayAgenda agenda_;  // the same with its subjects wrapped: row by row what the list shows
   DayHeaderLayout header_;
   ListPointer pointer_;
-  std::int32_t built_day_ = 0;  // that the list shows
-  int icons_x_ = 0;             // the middle of the icon column
+  Day built_day_;    // that the list shows
+  int icons_x_ = 0;  // the middle of the icon column
   int row_ = kNoRow;
   RowKey pressed_;  // under the pen, also when the list is made anew meanwhile
   RowKey tapped_;   // its notes open unless a second tap comes

@@ -16,16 +16,15 @@ constexpr Color kLabelText = rgb(153, 0, 0);
 }  // namespace
 
 Text GridView::date_text(const MonthDayYear& date, int showdaylabel) const {
-  const std::int32_t day = WholeDayNumber(date.month, date.day, date.year);
   return FormatDatePicture(OneDateHeaderPicture(showdaylabel, c_.settings.locale),
-                           civil_from_day_number(day), c_.settings.locale);
+                           civil_of(day_of(date)), c_.settings.locale);
 }
 
 // A day that cannot be read has one row that says so.
 std::vector<CompactRow> GridView::compact_rows(const MonthDayYear& date) {
   const auto items = c_.session.CalendarItems();
   auto rows = compact_agenda(
-      items.get(), WholeDayNumber(date.month, date.day, date.year), c_.settings.timeformat != 0,
+      items.get(), day_of(date), c_.settings.timeformat != 0,
       [this](TextView categories) { return profileAllowsCategory(c_.settings, categories); });
   if (rows) return std::move(*rows);
   c_.commands.note_read(ReadOutcome::kept);

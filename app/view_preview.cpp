@@ -31,9 +31,9 @@ bool draw_day(const PreviewInput& in, const ScreenLayout& screen, Canvas& canvas
   const Rect place{0, strip.strip.height, screen.work.width,
                    screen.work.height - strip.strip.height};
   const auto items = in.session.CalendarItems();
-  DayAgenda agenda = full_agenda(
-      items.get(), WholeDayNumber(day.month, day.day, day.year), in.settings,
-      [&](TextView categories) { return profileAllowsCategory(in.settings, categories); });
+  DayAgenda agenda = full_agenda(items.get(), day_of(day), in.settings, [&](TextView categories) {
+    return profileAllowsCategory(in.settings, categories);
+  });
   const bool whole = !agenda.failed;
   if (!whole) agenda = unreadable_agenda(load_string(StringId::unreadable, in.language));
   CalendarDate now = 0;

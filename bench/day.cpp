@@ -13,7 +13,7 @@ struct DayBench : FullCalendar {
 
   DayAgenda agenda(int of_november) {
     return full_agenda(
-        session->CalendarItems().get(), day_number(2026, 11, of_november), settings,
+        session->CalendarItems().get(), day_of(2026, 11, of_november), settings,
         [this](TextView categories) { return profileAllowsCategory(settings, categories); });
   }
 };

@@ -45,7 +45,7 @@ AppointmentRecord event(int number, bool series) {
   record.fields.location = to_utf16("Room " + std::to_string(number % 17));
   record.fields.categories = u"Work";
   // Spread evenly over the days of 2006 to 2026, those that end over 2006 to 2025.
-  const std::int64_t day = day_number(2006, 1, 1) + number * 7919LL % (365 * (series ? 20 : 22));
+  const Day day = day_of(2006, 1, 1) + number * 7919LL % (365 * (series ? 20 : 22));
   record.start = midnight_of(day) + number % 48 * 1800;
   record.end = record.start + 3600;
   if (series) record.rules = number < kAlive ? "RRULE:FREQ=WEEKLY" : "RRULE:FREQ=WEEKLY;COUNT=5";
@@ -69,9 +69,8 @@ struct Opened {
     session->Open(nullptr);
   }
   std::size_t day(int of_november) {
-    const auto rows =
-        compact_agenda(session->CalendarItems().get(), day_number(2026, 11, of_november), true,
-                       [](TextView) { return true; });
+    const auto rows = compact_agenda(session->CalendarItems().get(), day_of(2026, 11, of_november),
+                                     true, [](TextView) { return true; });
     return rows ? rows->size() : 0;
   }
   std::size_t month() {

@@ -33,7 +33,7 @@ class Dice {
     return static_cast<int>((z ^ (z >> 31)) % static_cast<std::uint64_t>(limit));
   }
   LocalSeconds moment(int years) {
-    const auto first = orvello::day_number(2006, 1, 1);
+    const auto first = orvello::day_of(2006, 1, 1);
     const int day = below(365 * years), slot = below(48);
     return orvello::midnight_of(first + day) + slot * kHalfHour;
   }

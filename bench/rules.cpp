@@ -18,7 +18,7 @@ constexpr const char* kRules[] = {
     "FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30",  // never again
 };
 
-LocalSeconds midnight(int year, int month) { return midnight_of(day_number(year, month, 1)); }
+LocalSeconds midnight(int year, int month) { return midnight_of(day_of(year, month, 1)); }
 
 void expand(benchmark::State& state, LocalSeconds from, LocalSeconds to) {
   const char* text = kRules[state.range(0)];

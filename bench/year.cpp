@@ -45,7 +45,7 @@ BENCHMARK(year_marks)->Unit(benchmark::kMillisecond);
 
 // What a screen reader asks besides.
 void year_day_counts(benchmark::State& state) {
-  const auto first = WholeDayNumber(1, 1, kYear);
+  const auto first = day_of(kYear, 1, 1);
   for (auto _ : state)
     benchmark::DoNotOptimize(count_days(bench->source(), first, first + 364, {})->data());
 }

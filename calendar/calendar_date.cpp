@@ -12,7 +12,7 @@ constexpr double kMostDays = 1e8;             // far outside any date, far insid
 
 }  // namespace
 
-std::int32_t day_number(int year, int month, int day) {
+Day day_of(int year, int month, int day) {
   const std::int64_t months = std::int64_t{year} * 12 + month - 1;
   // Years run from March, so that the leap day is a year's last.
   const std::int64_t march_months = months - 2;
@@ -23,11 +23,11 @@ std::int32_t day_number(int year, int month, int day) {
   const std::int64_t first_of_month = (153 * m + 2) / 5;
   const std::int64_t day_of_era =
       year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + first_of_month;
-  return static_cast<std::int32_t>(era * kDaysPerEra + day_of_era + day - 1 - kEpochShift);
+  return Day(era * kDaysPerEra + day_of_era + day - 1 - kEpochShift);
 }
 
-SystemTime civil_from_day_number(std::int32_t day) {
-  const std::int64_t z = day + kEpochShift;
+SystemTime civil_of(Day day) {
+  const std::int64_t z = day.number() + kEpochShift;
   const std::int64_t era = floor_div(z, kDaysPerEra);
   const std::int64_t doe = z - era * kDaysPerEra;
   const std::int64_t year_of_era = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
@@ -43,38 +43,37 @@ SystemTime civil_from_day_number(std::int32_t day) {
 
 bool SystemTimeToVariantTime(const SystemTime& time, CalendarDate& date) {
   const bool bare_time = time.month == 0 || time.day == 0;
-  const std::int64_t day = bare_time ? 0 : day_number(time.year, time.month, time.day);
+  const Day day = bare_time ? Day() : day_of(time.year, time.month, time.day);
   // Milliseconds are dropped, not rounded: the last instant of a day stays in that day.
-  date = to_calendar_date(LocalSeconds(day * kSecondsPerDay + std::int64_t{time.hour} * 3600 +
-                                       std::int64_t{time.minute} * 60 + time.second));
+  date = to_calendar_date(midnight_of(day) + std::int64_t{time.hour} * 3600 +
+                          std::int64_t{time.minute} * 60 + time.second);
   return true;
 }
 
 bool VariantTimeToSystemTime(CalendarDate date, SystemTime& time) {
   if (!(std::fabs(date) < kMostDays)) return false;
-  const std::int64_t seconds = to_seconds(date).count();
-  const std::int64_t day = floor_div(seconds, kSecondsPerDay);
-  const auto second_of_day = static_cast<int>(seconds - day * kSecondsPerDay);
-  SystemTime result = civil_from_day_number(static_cast<std::int32_t>(day));
+  const LocalSeconds moment = to_seconds(date);
+  const auto second = static_cast<int>(second_of_day(moment));
+  SystemTime result = civil_of(day_of(moment));
   if (result.year < 100 || result.year > 9999) return false;
-  result.hour = second_of_day / 3600;
-  result.minute = second_of_day / 60 % 60;
-  result.second = second_of_day % 60;
+  result.hour = second / 3600;
+  result.minute = second / 60 % 60;
+  result.second = second % 60;
   time = result;
   return true;
 }
 
-std::int32_t whole_day(CalendarDate date) {
-  if (std::isnan(date)) return 0;
-  return static_cast<std::int32_t>(std::clamp(date, -kMostDays, kMostDays));  // toward zero
+Day whole_day(CalendarDate date) {
+  if (std::isnan(date)) return {};
+  return Day(static_cast<std::int32_t>(std::clamp(date, -kMostDays, kMostDays)));  // toward zero
 }
 
 double time_of_day(CalendarDate date) {
   return std::isfinite(date) ? std::fabs(date - std::trunc(date)) : 0;
 }
 
-CalendarDate joined(std::int32_t day, double time_of_day) {
-  return day < 0 ? day - time_of_day : day + time_of_day;
+CalendarDate joined(Day day, double time_of_day) {
+  return day < Day() ? day.number() - time_of_day : day.number() + time_of_day;
 }
 
 bool is_before(CalendarDate date, CalendarDate other) {
@@ -84,15 +83,14 @@ bool is_before(CalendarDate date, CalendarDate other) {
 // The dates between -1 and 0 repeat those between 0 and 1.
 LocalSeconds to_seconds(CalendarDate date) {
   const double bounded = std::isnan(date) ? 0 : std::clamp(date, -kMostDays, kMostDays);
-  return LocalSeconds(std::int64_t{whole_day(bounded)} * kSecondsPerDay +
-                      std::llround(time_of_day(bounded) * static_cast<double>(kSecondsPerDay)));
+  return midnight_of(whole_day(bounded)) +
+         std::llround(time_of_day(bounded) * static_cast<double>(kSecondsPerDay));
 }
 
 CalendarDate to_calendar_date(LocalSeconds moment) {
-  const std::int64_t seconds = moment.count();
-  const std::int64_t day = floor_div(seconds, kSecondsPerDay);
-  return joined(static_cast<std::int32_t>(day),
-                static_cast<double>(seconds - day * kSecondsPerDay) / kSecondsPerDay);
+  return joined(day_of(moment), static_cast<double>(second_of_day(moment)) / kSecondsPerDay);
 }
+
+CalendarDate to_calendar_date(Day day) { return day.number(); }
 
 }  // namespace orvello

@@ -13,9 +13,9 @@ using CalendarDate = double;
 // Before 30 December 1899 the whole days are negative and the fraction still counts forward within
 // its day: -1.25 is 29 December 1899, 06:00. Such dates neither compare nor add up as numbers; what
 // needs more than a conversion goes through these or through LocalSeconds.
-std::int32_t whole_day(CalendarDate date);  // the day on which it falls; clamped to +-10^8
-double time_of_day(CalendarDate date);      // 0 <= t < 1
-CalendarDate joined(std::int32_t day, double time_of_day);
+Day whole_day(CalendarDate date);       // the day on which it falls; clamped to +-10^8
+double time_of_day(CalendarDate date);  // 0 <= t < 1
+CalendarDate joined(Day day, double time_of_day);
 bool is_before(CalendarDate date, CalendarDate other);  // to the second
 
 // 1 January 4501: the store's value for "no date".
@@ -34,12 +34,12 @@ struct SystemTime {
   friend bool operator==(const SystemTime&, const SystemTime&) = default;
 };
 
-// Days from 30 December 1899 to a proleptic Gregorian date. A month outside 1-12 or a day that the
+// The day of a proleptic Gregorian date. A month outside 1-12 or a day that the
 // month lacks rolls into the neighbours (31 April is 1 May). After H. Hinnant's days_from_civil.
-std::int32_t day_number(int year, int month, int day);
+Day day_of(int year, int month, int day);
 
-// The fields of a day number; year, month and day of a SystemTime with the time zero.
-SystemTime civil_from_day_number(std::int32_t day);
+// The fields of a day, with the time zero.
+SystemTime civil_of(Day day);
 
 // Never fails: hours, minutes and seconds past their range roll forward too (hour 24 is the next
 // midnight). A zero month or day is taken as the platform does for a bare time: 30 December 1899.
@@ -51,5 +51,6 @@ bool VariantTimeToSystemTime(CalendarDate date, SystemTime& time);
 
 LocalSeconds to_seconds(CalendarDate date);          // nearest second
 CalendarDate to_calendar_date(LocalSeconds moment);  // exact to the second
+CalendarDate to_calendar_date(Day day);              // its midnight
 
 }  // namespace orvello

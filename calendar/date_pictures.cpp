@@ -105,7 +105,7 @@ Text time_element(char16_t letter, int count, const SystemTime& time, const Loca
 
 Text FormatDatePicture(TextView picture, const SystemTime& time, const LocaleData& locale) {
   // The weekday is worked out rather than believed, and a day the month lacks has rolled on.
-  const SystemTime date = civil_from_day_number(day_number(time.year, time.month, time.day));
+  const SystemTime date = civil_of(day_of(time.year, time.month, time.day));
   const bool beside_day = has_day_number(picture);
   PictureReader reader(picture, u"dMy");
   char16_t letter = 0;

@@ -38,12 +38,12 @@ int DayOfYear(int month, int day, int year) {
   return JulianDayNumber(month, day, year) - JulianDayNumber(1, 1, year);
 }
 
-int WholeDayNumber(int month, int day, int year) { return day_number(year, month, day); }
+int WholeDayNumber(int month, int day, int year) { return day_of(year, month, day).number(); }
 
 Text JulianDateText(const SystemTime& time) {
   CalendarDate date = 0;
   SystemTimeToVariantTime(time, date);
-  const int days = whole_day(date) - WholeDayNumber(1, 1, time.year);
+  const int days = whole_day(date) - day_of(time.year, 1, 1);
   return format(u"%.2d%.3d", time.year % 100, days + 1);
 }
 
@@ -72,13 +72,17 @@ int TodayDayOfMonth(const SystemTime& now) { return now.day; }
 
 int DateKey(int month, int day, int year) { return (year * 100 + month) * 1000 + day; }
 
-CalendarDate calendar_date_of(const MonthDayYear& triple) {
-  return WholeDayNumber(triple.month, triple.day, triple.year);
-}
+Day day_of(const MonthDayYear& triple) { return day_of(triple.year, triple.month, triple.day); }
 
-MonthDayYear triple_of(CalendarDate date) {
-  const SystemTime time = civil_from_day_number(whole_day(date));
+MonthDayYear triple_of(Day day) {
+  const SystemTime time = civil_of(day);
   return {time.month, time.day, time.year};
 }
+
+CalendarDate calendar_date_of(const MonthDayYear& triple) {
+  return to_calendar_date(day_of(triple));
+}
+
+MonthDayYear triple_of(CalendarDate date) { return triple_of(whole_day(date)); }
 
 }  // namespace orvello

@@ -49,6 +49,8 @@ int TodayDayOfMonth(const SystemTime& now);
 // An integer that orders triples by date.
 int DateKey(int month, int day, int year);
 
+Day day_of(const MonthDayYear& triple);
+MonthDayYear triple_of(Day day);
 // The triple's midnight, and the triple of a date (the time of day is dropped).
 CalendarDate calendar_date_of(const MonthDayYear& triple);
 MonthDayYear triple_of(CalendarDate date);

@@ -53,8 +53,8 @@ class Reader {
     }
     return minus ? -total : total;
   }
-  std::optional<PosixZone::Day> day() {
-    PosixZone::Day day{PosixZone::Day::Kind::weekday_of_month};
+  std::optional<PosixZone::YearDay> day() {
+    PosixZone::YearDay day{PosixZone::YearDay::Kind::weekday_of_month};
     if (take('M')) {
       const auto month = number();
       if (!month || *month < 1 || *month > 12 || !take('.')) return std::nullopt;
@@ -64,10 +64,10 @@ class Reader {
       if (!weekday || *weekday > 6) return std::nullopt;
       day.month = *month, day.week = *week, day.weekday = *weekday;
     } else {
-      day.kind =
-          take('J') ? PosixZone::Day::Kind::day_without_leap : PosixZone::Day::Kind::day_with_leap;
+      day.kind = take('J') ? PosixZone::YearDay::Kind::day_without_leap
+                           : PosixZone::YearDay::Kind::day_with_leap;
       const auto number = this->number();
-      const bool from_one = day.kind == PosixZone::Day::Kind::day_without_leap;
+      const bool from_one = day.kind == PosixZone::YearDay::Kind::day_without_leap;
       if (!number || *number < (from_one ? 1 : 0) || *number > 365) return std::nullopt;
       day.number = *number;
     }
@@ -87,24 +87,24 @@ int days_in(int year, int month) {
   return month == 2 && !is_leap(year) ? 28 : kLongestMonth[month - 1];
 }
 
-LocalSeconds moment_of(const PosixZone::Day& day, int year) {
-  std::int32_t number = day_number(year, 1, 1);
-  if (day.kind == PosixZone::Day::Kind::weekday_of_month) {
-    const std::int32_t first = day_number(year, day.month, 1);
-    number = first + (day.weekday - weekday_of(first) + 7) % 7 + 7 * (day.week - 1);
-    while (number >= first + days_in(year, day.month)) number -= 7;
-  } else if (day.kind == PosixZone::Day::Kind::day_without_leap) {
-    number += day.number - 1 + (is_leap(year) && day.number >= 60 ? 1 : 0);
+LocalSeconds moment_of(const PosixZone::YearDay& day, int year) {
+  Day found = day_of(year, 1, 1);
+  if (day.kind == PosixZone::YearDay::Kind::weekday_of_month) {
+    const Day first = day_of(year, day.month, 1);
+    found = first + (day.weekday - weekday_of(first) + 7) % 7 + 7 * (day.week - 1);
+    while (found >= first + days_in(year, day.month)) found -= 7;
+  } else if (day.kind == PosixZone::YearDay::Kind::day_without_leap) {
+    found += day.number - 1 + (is_leap(year) && day.number >= 60 ? 1 : 0);
   } else {
-    number += day.number;
+    found += day.number;
   }
-  return midnight_of(number) + day.time;
+  return midnight_of(found) + day.time;
 }
 
 // The yearly rule for that day, empty where there is none: its time may lie on a day before or
 // behind, and that day may be one of another month.
-std::string yearly_rule(const PosixZone::Day& day) {
-  if (day.kind != PosixZone::Day::Kind::weekday_of_month) return {};
+std::string yearly_rule(const PosixZone::YearDay& day) {
+  if (day.kind != PosixZone::YearDay::Kind::weekday_of_month) return {};
   constexpr const char* kNames[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
   constexpr int kDay = static_cast<int>(kSecondsPerDay);
   const int shift = day.time >= 0 ? day.time / kDay : -((kDay - 1 - day.time) / kDay);
@@ -135,9 +135,9 @@ std::vector<ZoneOnset> PosixZone::onsets_in(int year) const {
 std::vector<Observance> PosixZone::observances_after(UtcSeconds after) const {
   std::vector<Observance> observances;
   if (!summer) return observances;
-  const int year = civil_from_day_number(static_cast<std::int32_t>(day_of(after))).year;
+  const int year = civil_of(day_of(after)).year;
   for (const bool begins : {true, false}) {
-    const Day& day = begins ? summer->begin : summer->end;
+    const YearDay& day = begins ? summer->begin : summer->end;
     Observance observance;
     observance.offset_from = begins ? standard : summer->offset;
     observance.offset_to = begins ? summer->offset : standard;

@@ -20,7 +20,7 @@ struct ZoneOnset {
 struct PosixZone {
   // A day of each year: the n-th weekday of a month (5: the last), a day of the year from 1 that
   // never counts 29 February, or one from 0 that does.
-  struct Day {
+  struct YearDay {
     enum class Kind { weekday_of_month, day_without_leap, day_with_leap } kind;
     int month = 0, week = 0, weekday = 0;  // weekday: 0 is Sunday
     int number = 0;
@@ -29,7 +29,7 @@ struct PosixZone {
   int standard = 0;  // seconds east of Greenwich
   struct Summer {
     int offset = 0;
-    Day begin, end;
+    YearDay begin, end;
   };
   std::optional<Summer> summer;
 

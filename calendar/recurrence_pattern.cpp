@@ -32,7 +32,7 @@ bool is_nth(RecurrenceType type) {
   return type == RecurrenceType::month_nth || type == RecurrenceType::year_nth;
 }
 
-int mask_of(const RecurrencePattern& pattern, std::int64_t start_day) {
+int mask_of(const RecurrencePattern& pattern, Day start_day) {
   const int mask = pattern.day_of_week_mask & kEveryDay;
   return mask != 0 ? mask : 1 << weekday_of(start_day);
 }
@@ -176,8 +176,8 @@ bool read_weekly(const Rule& rule, int start_weekday, RecurrencePattern& pattern
   return rule.interval == 1 || !week_start_matters(pattern.day_of_week_mask, rule.week_start);
 }
 
-bool read_kind(const Rule& rule, std::int64_t start_day, RecurrencePattern& pattern) {
-  const auto civil = civil_from_day_number(static_cast<std::int32_t>(start_day));
+bool read_kind(const Rule& rule, Day start_day, RecurrencePattern& pattern) {
+  const auto civil = civil_of(start_day);
   const bool days_only =
       rule.by_month.empty() && rule.by_month_day.empty() && rule.by_set_pos.empty();
   switch (rule.frequency) {
@@ -272,7 +272,7 @@ std::optional<RecurrencePattern> pattern_from_rule(const Rule& rule, LocalSecond
   RecurrencePattern pattern;
   if (!read_kind(rule, day, pattern) || !rule_produces(rule, start, start)) return std::nullopt;
   pattern.interval = rule.interval;
-  pattern.pattern_start_date = static_cast<CalendarDate>(day);
+  pattern.pattern_start_date = to_calendar_date(day);
   pattern.start_time = static_cast<double>(time) / kSecondsPerDay;
   pattern.end_time =
       static_cast<double>((time + duration_seconds) % kSecondsPerDay) / kSecondsPerDay;
@@ -281,7 +281,7 @@ std::optional<RecurrencePattern> pattern_from_rule(const Rule& rule, LocalSecond
   if (rule.count > 0) pattern.occurrences = rule.count;
   if (rule.until) {
     const auto last = last_instance(rule, start);
-    pattern.pattern_end_date = static_cast<CalendarDate>(day_of(last.value_or(start)));
+    pattern.pattern_end_date = to_calendar_date(day_of(last.value_or(start)));
   }
   return pattern;
 }

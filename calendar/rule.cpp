@@ -76,7 +76,7 @@ constexpr std::int64_t kEndEffort = 2'000'000;
 
 // Any other start stands alone.
 bool can_recur(const Rule& rule, LocalSeconds start) {
-  constexpr LocalSeconds kFirstStart = midnight_of(-693593);  // 1 January 1
+  constexpr LocalSeconds kFirstStart = midnight_of(Day(-693593));  // 1 January 1
   return rule.interval >= 1 && start >= kFirstStart && start < kEndOfRules;
 }
 

@@ -10,29 +10,26 @@
 namespace orvello {
 
 // Instances are sought in these years only; an endless search ends at the border.
-inline constexpr LocalSeconds kFirstRuleSecond{-657434 * kSecondsPerDay};  // 1 January 100
-inline constexpr LocalSeconds kEndOfRules{949998 * kSecondsPerDay};        // 1 January 4501
+inline constexpr LocalSeconds kFirstRuleSecond = midnight_of(Day(-657434));  // 1 January 100
+inline constexpr LocalSeconds kEndOfRules = midnight_of(Day(949998));        // 1 January 4501
 
 constexpr std::int64_t ceil_div(std::int64_t value, std::int64_t by) {
   return -floor_div(-value, by);
 }
 
-// 0 Sunday .. 6 Saturday; 30 December 1899 was a Saturday.
-constexpr int weekday_of(std::int64_t day) { return static_cast<int>(floor_mod(day + 6, 7)); }
-
 // The first day of the week that holds `day`.
-constexpr std::int64_t week_of(std::int64_t day, int week_start) {
+constexpr Day week_of(Day day, int week_start) {
   return day - floor_mod(weekday_of(day) - week_start, 7);
 }
 
 // Months are counted from year 0: 12 * year + month - 1.
-inline std::int64_t month_index(std::int64_t day) {
-  const auto civil = civil_from_day_number(static_cast<std::int32_t>(day));
+inline std::int64_t month_index(Day day) {
+  const auto civil = civil_of(day);
   return civil.year * 12 + civil.month - 1;
 }
-inline std::int64_t first_of_month(std::int64_t index) {
-  return day_number(static_cast<int>(floor_div(index, 12)),
-                    static_cast<int>(floor_mod(index, 12)) + 1, 1);
+inline Day first_of_month(std::int64_t index) {
+  return day_of(static_cast<int>(floor_div(index, 12)), static_cast<int>(floor_mod(index, 12)) + 1,
+                1);
 }
 constexpr bool is_leap(std::int64_t year) {
   return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);

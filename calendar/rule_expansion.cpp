@@ -9,9 +9,9 @@ namespace orvello {
 namespace {
 
 // The bits of a month for the days [from, to), which may lie outside of it.
-std::uint32_t span_bits(std::int64_t from, std::int64_t to, std::int64_t first, int length) {
-  const auto low = std::clamp<std::int64_t>(from - first, 0, length);
-  const auto high = std::clamp<std::int64_t>(to - first, 0, length);
+std::uint32_t span_bits(Day from, Day to, Day first, int length) {
+  const auto low = std::clamp(from - first, 0, length);
+  const auto high = std::clamp(to - first, 0, length);
   return static_cast<std::uint32_t>((1ULL << high) - (1ULL << low));
 }
 
@@ -35,7 +35,7 @@ std::vector<std::size_t> positions_in(const std::vector<int>& positions, std::si
   return found;
 }
 
-std::int64_t first_of_year(std::int64_t year) { return first_of_month(year * 12); }
+Day first_of_year(std::int64_t year) { return first_of_month(year * 12); }
 
 // The lowest set bit at or above `value`; 64 where there is none.
 int next_bit(std::uint64_t bits, int value) {
@@ -53,7 +53,7 @@ RuleExpansion::RuleExpansion(const Rule& rule, LocalSeconds start) : rule_(rule)
 
 // What a rule leaves open is taken from the start.
 void RuleExpansion::set_defaults() {
-  const auto civil = civil_from_day_number(static_cast<std::int32_t>(day_of(start_)));
+  const auto civil = civil_of(day_of(start_));
   if (!rule_.by_month.empty()) months_ = 0;
   for (int month : rule_.by_month) months_ |= 1u << (month - 1);
   for (int day : rule_.by_month_day) {
@@ -114,19 +114,18 @@ bool RuleExpansion::times_can_match() const {
 }
 
 // The first day of week 1: the first week with at least four days in the year.
-std::int64_t RuleExpansion::first_week(std::int64_t year) const {
+Day RuleExpansion::first_week(std::int64_t year) const {
   return week_of(first_of_year(year) + 3, rule_.week_start);
 }
 
-std::uint32_t RuleExpansion::ordinal_bits(std::int64_t month, std::int64_t first,
-                                          int length) const {
+std::uint32_t RuleExpansion::ordinal_bits(std::int64_t month, Day first, int length) const {
   const bool in_year = rule_.frequency == Frequency::yearly && rule_.by_month.empty();
   const auto year = floor_div(month, 12);
   const auto from = in_year ? first_of_year(year) : first;
   const auto to = in_year ? first_of_year(year + 1) : first + length;
   std::uint32_t bits = 0;
   for (const RuleDay& day : rule_.by_day) {
-    std::int64_t at;
+    Day at;
     if (day.ordinal > 0)
       at = from + floor_mod(day.weekday - weekday_of(from), 7) + 7 * (day.ordinal - 1);
     else if (day.ordinal < 0)
@@ -138,8 +137,7 @@ std::uint32_t RuleExpansion::ordinal_bits(std::int64_t month, std::int64_t first
   return bits;
 }
 
-std::uint32_t RuleExpansion::year_day_bits(std::int64_t month, std::int64_t first,
-                                           int length) const {
+std::uint32_t RuleExpansion::year_day_bits(std::int64_t month, Day first, int length) const {
   const auto from = first_of_year(floor_div(month, 12));
   const auto to = first_of_year(floor_div(month, 12) + 1);
   std::uint32_t bits = 0;
@@ -150,8 +148,7 @@ std::uint32_t RuleExpansion::year_day_bits(std::int64_t month, std::int64_t firs
   return bits;
 }
 
-std::uint32_t RuleExpansion::week_no_bits(std::int64_t month, std::int64_t first,
-                                          int length) const {
+std::uint32_t RuleExpansion::week_no_bits(std::int64_t month, Day first, int length) const {
   std::uint32_t bits = 0;
   const auto year = floor_div(month, 12);
   for (auto week_year = year - 1; week_year <= year + 1; ++week_year) {
@@ -190,7 +187,7 @@ std::uint32_t RuleExpansion::days_of_month(std::int64_t month) {
   return cached_days_ = bits;
 }
 
-void RuleExpansion::collect_days(std::int64_t from, std::int64_t to) {
+void RuleExpansion::collect_days(Day from, Day to) {
   days_.clear();
   if (from >= to) return;
   const auto last = month_index(to - 1);
@@ -205,8 +202,9 @@ void RuleExpansion::collect_days(std::int64_t from, std::int64_t to) {
 
 // Periods are numbered weeks, months or years. A year of week numbers runs from its week 1 to the
 // next, so that no week is cut.
-std::int64_t RuleExpansion::period_of(std::int64_t day) const {
-  if (rule_.frequency == Frequency::weekly) return floor_div(day - rule_.week_start - 1, 7);
+std::int64_t RuleExpansion::period_of(Day day) const {
+  if (rule_.frequency == Frequency::weekly)
+    return floor_div(day.number() - rule_.week_start - 1, 7);
   const auto month = month_index(day);
   if (rule_.frequency == Frequency::monthly) return month;
   const auto year = floor_div(month, 12);
@@ -214,8 +212,8 @@ std::int64_t RuleExpansion::period_of(std::int64_t day) const {
   return year - (day < first_week(year)) + (day >= first_week(year + 1));
 }
 
-std::int64_t RuleExpansion::period_start(std::int64_t period) const {
-  if (rule_.frequency == Frequency::weekly) return period * 7 + rule_.week_start + 1;
+Day RuleExpansion::period_start(std::int64_t period) const {
+  if (rule_.frequency == Frequency::weekly) return Day(period * 7 + rule_.week_start + 1);
   if (rule_.frequency == Frequency::monthly) return first_of_month(period);
   return rule_.by_week_no.empty() ? first_of_year(period) : first_week(period);
 }
@@ -247,7 +245,7 @@ bool RuleExpansion::take_positions(LocalSeconds from, LocalSeconds to, const Tak
   return true;
 }
 
-bool RuleExpansion::take_times(std::int64_t day, LocalSeconds from, LocalSeconds to,
+bool RuleExpansion::take_times(Day day, LocalSeconds from, LocalSeconds to,
                                const Take& take) const {
   const LocalSeconds midnight = midnight_of(day);
   const auto earliest = std::max<std::int64_t>(0, from - midnight);
@@ -261,17 +259,17 @@ bool RuleExpansion::take_times(std::int64_t day, LocalSeconds from, LocalSeconds
 
 // The hours, minutes or seconds of a day that recur. A unit that does not suit is left by a jump to
 // the next hour, minute or second that does.
-bool RuleExpansion::take_units(std::int64_t day, LocalSeconds from, LocalSeconds to,
+bool RuleExpansion::take_units(Day day, LocalSeconds from, LocalSeconds to,
                                const Take& take) const {
   const std::int64_t unit = kUnitSeconds[static_cast<int>(rule_.frequency)];
   const auto base = floor_div(start_.count(), unit);
-  const auto midnight = day * kSecondsPerDay / unit;
+  const auto midnight = midnight_of(day).count() / unit;
   const auto on_step = [&](std::int64_t seconds) {  // the first unit of the series from there on
     const auto at = midnight + ceil_div(seconds, unit);
     return at + floor_mod(base - at, rule_.interval);
   };
   const auto earliest =
-      std::max<std::int64_t>(0, floor_div(from.count(), unit) * unit - day * kSecondsPerDay);
+      std::max<std::int64_t>(0, floor_div(from.count(), unit) * unit - midnight_of(day).count());
   for (auto at = on_step(earliest); at < midnight + kSecondsPerDay / unit;) {
     const int time = static_cast<int>((at - midnight) * unit);
     const int hour = time / 3600, minute = time / 60 % 60, second = time % 60;

@@ -26,18 +26,18 @@ class RuleExpansion {
   void set_times();
   bool times_can_match() const;
   std::uint32_t days_of_month(std::int64_t month);
-  std::uint32_t ordinal_bits(std::int64_t month, std::int64_t first, int length) const;
-  std::uint32_t year_day_bits(std::int64_t month, std::int64_t first, int length) const;
-  std::uint32_t week_no_bits(std::int64_t month, std::int64_t first, int length) const;
-  std::int64_t first_week(std::int64_t year) const;
-  std::int64_t period_of(std::int64_t day) const;
-  std::int64_t period_start(std::int64_t period) const;
-  void collect_days(std::int64_t from, std::int64_t to);
+  std::uint32_t ordinal_bits(std::int64_t month, Day first, int length) const;
+  std::uint32_t year_day_bits(std::int64_t month, Day first, int length) const;
+  std::uint32_t week_no_bits(std::int64_t month, Day first, int length) const;
+  Day first_week(std::int64_t year) const;
+  std::int64_t period_of(Day day) const;
+  Day period_start(std::int64_t period) const;
+  void collect_days(Day from, Day to);
   void walk_periods(LocalSeconds from, LocalSeconds to, const Take& take);
   void walk_days(LocalSeconds from, LocalSeconds to, const Take& take);
   bool take_positions(LocalSeconds from, LocalSeconds to, const Take& take) const;
-  bool take_times(std::int64_t day, LocalSeconds from, LocalSeconds to, const Take& take) const;
-  bool take_units(std::int64_t day, LocalSeconds from, LocalSeconds to, const Take& take) const;
+  bool take_times(Day day, LocalSeconds from, LocalSeconds to, const Take& take) const;
+  bool take_units(Day day, LocalSeconds from, LocalSeconds to, const Take& take) const;
 
   const Rule& rule_;
   LocalSeconds start_;
@@ -50,7 +50,7 @@ class RuleExpansion {
   std::vector<int> times_;  // seconds into the day, or into the hour or minute that recurs
   std::int64_t cached_month_ = -1;
   std::uint32_t cached_days_ = 0;
-  std::vector<std::int64_t> days_;  // of the period at hand
+  std::vector<Day> days_;  // of the period at hand
 };
 
 }  // namespace orvello

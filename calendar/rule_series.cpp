@@ -45,7 +45,7 @@ bool choose_month_day(const Rule& rule, int start_day, PlainSeries& series) {
   return std::has_single_bit(series.month_days);
 }
 
-std::uint32_t chosen_day(const PlainSeries& series, std::int64_t month, std::int64_t first) {
+std::uint32_t chosen_day(const PlainSeries& series, std::int64_t month, Day first) {
   const auto bits =
       weekday_bits(series.mask, weekday_of(first), month_length(month)) & series.month_days;
   return nth_bit(bits, series.nth);
@@ -65,11 +65,11 @@ int week_bits(const PlainSeries& series) {  // bit 0 is the first day of the ser
 
 void append_weeks(const PlainSeries& series, LocalSeconds from, LocalSeconds to,
                   std::vector<LocalSeconds>& out) {
-  const std::int64_t start_day = day_of(series.start);
-  const std::int64_t base = week_of(start_day, series.week_start);
+  const Day start_day = day_of(series.start);
+  const Day base = week_of(start_day, series.week_start);
   const std::int64_t stride = 7 * series.step;
   const int bits = week_bits(series);
-  std::int64_t week = base + floor_div(day_of(from) - base, stride) * stride;
+  Day week = base + floor_div(day_of(from) - base, stride) * stride;
   for (const std::int64_t time = second_of_day(series.start); midnight_of(week) < to;
        week += stride) {
     for (int rest = bits; rest != 0; rest &= rest - 1) {
@@ -86,7 +86,7 @@ void walk_months(const PlainSeries& series, std::int64_t month, LocalSeconds to,
   const std::int64_t time = second_of_day(series.start);
   for (;; month += series.step) {
     if (month >= 12 * 4501) return;
-    const std::int64_t first = first_of_month(month);
+    const Day first = first_of_month(month);
     if (midnight_of(first) >= to) return;
     const auto day = chosen_day(series, month, first);
     if (day == 0) continue;
@@ -101,8 +101,8 @@ std::int64_t first_month_from(const PlainSeries& series, LocalSeconds from) {
 }
 
 LocalSeconds end_of_weeks(const PlainSeries& series, std::int64_t left) {
-  const std::int64_t start_day = day_of(series.start);
-  const std::int64_t base = week_of(start_day, series.week_start);
+  const Day start_day = day_of(series.start);
+  const Day base = week_of(start_day, series.week_start);
   const auto bits = static_cast<std::uint32_t>(week_bits(series));
   const auto first_week = bits & ~((2u << (start_day - base)) - 1);
   std::int64_t week = 0;
@@ -165,7 +165,7 @@ PlainSeries plain_series(const Rule& rule, LocalSeconds start) {
     series.step *= kUnits[static_cast<int>(rule.frequency)];
     series.kind = Kind::steps;
   } else {
-    const auto civil = civil_from_day_number(static_cast<std::int32_t>(day_of(start)));
+    const auto civil = civil_of(day_of(start));
     int month = civil.month;
     if (rule.frequency == Frequency::yearly) {
       if (rule.by_month.size() > 1) return series;
@@ -182,7 +182,7 @@ PlainSeries plain_series(const Rule& rule, LocalSeconds start) {
   return series;
 }
 
-bool suits(const PlainSeries& series, std::int64_t day) {
+bool suits(const PlainSeries& series, Day day) {
   if (series.kind == PlainSeries::Kind::weeks) {
     const auto weeks =
         (week_of(day, series.week_start) - week_of(day_of(series.start), series.week_start)) / 7;

@@ -27,7 +27,7 @@ struct PlainSeries {
 PlainSeries plain_series(const Rule& rule, LocalSeconds start);
 
 // Whether a series of weeks or months has an instance on that day, leaving out start and end.
-bool suits(const PlainSeries& series, std::int64_t day);
+bool suits(const PlainSeries& series, Day day);
 
 // The instances after the start in [from, to).
 void append_series(const PlainSeries& series, LocalSeconds from, LocalSeconds to,

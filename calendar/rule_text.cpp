@@ -168,7 +168,7 @@ std::optional<LocalSeconds> parse_moment(std::string_view text) {
   const int year = number(0, 4), month = number(4, 2), day = number(6, 2);
   if (year < 1 || month < 1 || month > 12) return std::nullopt;
   if (day < 1 || day > month_length(year * 12 + month - 1)) return std::nullopt;
-  const LocalSeconds midnight = midnight_of(day_number(year, month, day));
+  const LocalSeconds midnight = midnight_of(day_of(year, month, day));
   if (is_day) return midnight;
   const int hour = number(9, 2), minute = number(11, 2), second = number(13, 2);
   if (hour > 23 || minute > 59 || second > 60) return std::nullopt;
@@ -176,7 +176,7 @@ std::optional<LocalSeconds> parse_moment(std::string_view text) {
 }
 
 std::string day_text(LocalSeconds moment) {
-  const auto civil = civil_from_day_number(static_cast<std::int32_t>(day_of(moment)));
+  const auto civil = civil_of(day_of(moment));
   char text[40];
   std::snprintf(text, sizeof text, "%04d%02d%02d", civil.year, civil.month, civil.day);
   return text;

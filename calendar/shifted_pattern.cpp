@@ -42,13 +42,13 @@ bool shift_month_day(RecurrencePattern& pattern, int days) {
 bool shift_year_day(RecurrencePattern& pattern, int days) {
   constexpr int kCommonYear = 2001, kFebruary = 2;
   const int month = std::clamp(pattern.month_of_year, 1, 12);
-  const auto month_end = day_number(kCommonYear, month + 1, 1) - 1;
+  const auto month_end = day_of(kCommonYear, month + 1, 1) - 1;
   const auto day =
-      std::min(day_number(kCommonYear, month, std::clamp(pattern.day_of_month, 1, 31)), month_end);
-  const auto march = day_number(kCommonYear, kFebruary + 1, 1);
+      std::min(day_of(kCommonYear, month, std::clamp(pattern.day_of_month, 1, 31)), month_end);
+  const auto march = day_of(kCommonYear, kFebruary + 1, 1);
   const bool leap_day = month == kFebruary && pattern.day_of_month > kShortestMonth;
   if (leap_day || (day < march) != (day + days < march)) return false;
-  const SystemTime date = civil_from_day_number(day + days);
+  const SystemTime date = civil_of(day + days);
   pattern.month_of_year = date.month;
   pattern.day_of_month = date.day;
   return true;
@@ -66,9 +66,9 @@ std::optional<RecurrencePattern> shifted_pattern(const RecurrencePattern& given,
   const auto day = day_of(first + seconds);
   const auto days = static_cast<int>(day - day_of(first));
   if (days == 0) return pattern;
-  pattern.pattern_start_date = static_cast<CalendarDate>(day);
+  pattern.pattern_start_date = to_calendar_date(day);
   if (!given.no_end_date && given.pattern_end_date != 0 && given.pattern_end_date < kNoDate)
-    pattern.pattern_end_date = whole_day(given.pattern_end_date) + days;
+    pattern.pattern_end_date = to_calendar_date(whole_day(given.pattern_end_date) + days);
   bool kept = true;
   if (given.type == RecurrenceType::weekly) {
     if ((given.day_of_week_mask & 127) == 0)

@@ -11,8 +11,8 @@ namespace orvello {
 namespace {
 
 constexpr int kWidestOffset = 26 * 3600;
-constexpr LocalSeconds kFirstOnset = midnight_of(-109571);  // 1 January 1600
-constexpr LocalSeconds kHorizon = midnight_of(109575);      // 1 January 2200
+constexpr LocalSeconds kFirstOnset = midnight_of(Day(-109571));  // 1 January 1600
+constexpr LocalSeconds kHorizon = midnight_of(Day(109575));      // 1 January 2200
 // A real zone has at most two changes a year; a hostile rule by the second must not fill memory.
 constexpr std::size_t kMostOnsets = 4096;
 constexpr std::size_t kMostObservances = 4096;

@@ -9,9 +9,9 @@
 namespace orvello {
 namespace {
 
-constexpr UtcSeconds kUnixEpoch{25569 * kSecondsPerDay};
+constexpr UtcSeconds kUnixEpoch = utc_at_offset(midnight_of(Day(25569)), 0);
 // Some writers begin with a change at the beginning of the world.
-constexpr UtcSeconds kEarliest{-109205 * kSecondsPerDay};  // 1 January 1601
+constexpr UtcSeconds kEarliest = utc_at_offset(midnight_of(Day(-109205)), 0);  // 1 January 1601
 constexpr std::size_t kHeader = 44;
 
 class Bytes {
@@ -88,9 +88,7 @@ std::optional<History> read_history(std::string_view file, const Block& block) {
   return history;
 }
 
-int year_of(UtcSeconds at) {
-  return civil_from_day_number(static_cast<std::int32_t>(day_of(at))).year;
-}
+int year_of(UtcSeconds at) { return civil_of(day_of(at)).year; }
 
 // Files may list what the rule behind them says as well: the rule is enough. The moment behind
 // which the rule holds.

@@ -33,8 +33,8 @@ std::string json_text(TextView text) {
   return out + '"';
 }
 
-std::string iso_date(std::int32_t day) {
-  const SystemTime time = civil_from_day_number(day);
+std::string iso_date(Day day) {
+  const SystemTime time = civil_of(day);
   char text[32];
   std::snprintf(text, sizeof text, "%04d-%02d-%02d", time.year, time.month, time.day);
   return text;
@@ -112,7 +112,7 @@ std::string one_line(TextView text) {
   return to_utf8(line);
 }
 
-std::string item_row(const StoreItem& item, std::int32_t day, bool clock24) {
+std::string item_row(const StoreItem& item, Day day, bool clock24) {
   std::string row = "  " + to_utf8(day_label(item, day, clock24));
   row.resize(std::max<std::size_t>(row.size() + 2, 19), ' ');
   row += one_line(shown_subject(item));
@@ -156,8 +156,8 @@ class HeldBack {
 // that touch it, by start. It answers how much it wrote: what reaches over many parts and is
 // written in one of them must not make those smaller.
 template <typename Visit>
-Result<bool> each_part(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
-                       const HeldBack& out, Visit visit) {
+Result<bool> each_part(RecordCalendarStore& store, Day from, Day to, const HeldBack& out,
+                       Visit visit) {
   constexpr std::size_t kFew = 2000, kMany = 50000;
   const auto application = store.create_application(false);
   const auto failure = [&] { return Result<bool>::failure(to_utf8(application->problem())); };
@@ -166,21 +166,18 @@ Result<bool> each_part(RecordCalendarStore& store, std::int32_t from, std::int32
   const auto folder = application->default_folder(kFolderCalendar);
   if (!folder) return failure();
   std::int64_t days = 31;
-  for (std::int64_t first = from, last; first <= to && out.wanted(); first = last + 1) {
-    last = std::min<std::int64_t>(first + days - 1, to);
+  for (Day first = from, last; first <= to && out.wanted(); first = last + 1) {
+    last = std::min(first + days - 1, to);
     const auto items = folder->items();
     items->set_include_recurrences(true);
     items->sort(u"[Start]", false);
     std::vector<StoreItem> found;
-    const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f",
-                                    static_cast<double>(first), static_cast<double>(last));
-    const bool whole = each_item(*items, restriction, [&](StoreItem& item) {
+    const bool whole = each_item(*items, restriction_to(first, last), [&](StoreItem& item) {
       if (whole_day(item.start) <= last && whole_day(shown_end(item)) >= first)
         found.push_back(std::move(item));
     });
     if (!whole) return failure();
-    const std::size_t written =
-        visit(found, static_cast<std::int32_t>(first), static_cast<std::int32_t>(last));
+    const std::size_t written = visit(found, first, last);
     if (written < kFew) days *= 4;
     if (written > kMany) days = std::max<std::int64_t>(days / 4, 1);
   }
@@ -197,7 +194,7 @@ void load_agenda_settings(SettingsRecord& settings, Registry& registry,
   load_active_profile(volume, settings);  // which makes no files
 }
 
-Result<bool> write_agenda_text(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
+Result<bool> write_agenda_text(RecordCalendarStore& store, Day from, Day to,
                                const SettingsRecord& settings, std::ostream& out) {
   const Text picture = date_picture(settings.locale);
   HeldBack text(out);
@@ -206,23 +203,22 @@ Result<bool> write_agenda_text(RecordCalendarStore& store, std::int32_t from, st
     text += "Profile: " + one_line(settings.activeprofilename) + "\n";
     first_line = false;
   }
-  const auto write = [&](const std::vector<StoreItem>& items, std::int32_t first,
-                         std::int32_t last) {
+  const auto write = [&](const std::vector<StoreItem>& items, Day first, Day last) {
     // One row an occurrence and day, so that the cost follows what is printed.
-    std::vector<std::pair<std::int32_t, const StoreItem*>> rows;
+    std::vector<std::pair<Day, const StoreItem*>> rows;
     for (const StoreItem& item : items) {
       if (!profileAllowsCategory(settings, item.summary->categories)) continue;
-      const std::int32_t end = std::min(whole_day(shown_end(item)), last);
-      for (std::int32_t day = std::max(whole_day(item.start), first); day <= end; ++day)
+      const Day end = std::min(whole_day(shown_end(item)), last);
+      for (Day day = std::max(whole_day(item.start), first); day <= end; ++day)
         rows.emplace_back(day, &item);
     }
     std::stable_sort(rows.begin(), rows.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::int32_t shown = first - 1;
+    Day shown = first - 1;
     for (const auto& [day, item] : rows) {
       if (day != shown) {
         if (!first_line) text += "\n";
-        text += to_utf8(FormatDatePicture(picture, civil_from_day_number(day), settings.locale));
+        text += to_utf8(FormatDatePicture(picture, civil_of(day), settings.locale));
         text += "\n";
         shown = day;
       }
@@ -239,11 +235,10 @@ Result<bool> write_agenda_text(RecordCalendarStore& store, std::int32_t from, st
   return true;
 }
 
-Result<bool> write_agenda_json(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
-                               std::ostream& out) {
+Result<bool> write_agenda_json(RecordCalendarStore& store, Day from, Day to, std::ostream& out) {
   HeldBack text(out);
   bool any = false;
-  const auto write = [&](const std::vector<StoreItem>& items, std::int32_t first, std::int32_t) {
+  const auto write = [&](const std::vector<StoreItem>& items, Day first, Day) {
     std::size_t written = 0;
     for (const StoreItem& item : items) {
       if (first != from && whole_day(item.start) < first) continue;  // stands above

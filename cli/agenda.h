@@ -23,7 +23,7 @@ void load_agenda_settings(SettingsRecord& settings, Registry& registry,
 // For people: grouped by day, labelled as the Day view labels its rows and in its order. An
 // occurrence of several days stands under each of them. What the active profile hides is left out;
 // one other than "All" is named in the first line.
-Result<bool> write_agenda_text(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
+Result<bool> write_agenda_text(RecordCalendarStore& store, Day from, Day to,
                                const SettingsRecord& settings, std::ostream& out);
 
 // For programs, whatever the profile: one array of objects: oid, start, end, allDay, subject,
@@ -31,7 +31,6 @@ Result<bool> write_agenda_text(RecordCalendarStore& store, std::int32_t from, st
 // private, reminderMinutes. One that stands for many of one day's occurrences of a series also has
 // occurrences: how many, null where they were not counted. Times are local; of an all-day item they
 // are dates, the end being the day after its last.
-Result<bool> write_agenda_json(RecordCalendarStore& store, std::int32_t from, std::int32_t to,
-                               std::ostream& out);
+Result<bool> write_agenda_json(RecordCalendarStore& store, Day from, Day to, std::ostream& out);
 
 }  // namespace orvello

@@ -197,9 +197,7 @@ class Parser {
       fail("--json belongs to agenda");
     if (line_.list && line_.command != Command::restore && line_.command != Command::help)
       fail("--list belongs to restore");
-    if (line_.from && line_.to &&
-        WholeDayNumber(line_.from->month, line_.from->day, line_.from->year) >
-            WholeDayNumber(line_.to->month, line_.to->day, line_.to->year))
+    if (line_.from && line_.to && day_of(*line_.from) > day_of(*line_.to))
       fail("the last day lies before the first");
   }
 
@@ -229,7 +227,7 @@ std::optional<MonthDayYear> parse_iso_date(const std::string& text) {
   date.day = read_digits(text, ++at, 2);
   if (date.year < 1601 || date.month < 1 || date.day < 1) return std::nullopt;
   // A date that does not exist rolls into another one.
-  if (triple_of(day_number(date.year, date.month, date.day)) != date) return std::nullopt;
+  if (triple_of(day_of(date)) != date) return std::nullopt;
   return date;
 }
 

@@ -12,11 +12,7 @@
 namespace orvello {
 namespace {
 
-std::int32_t day_of(const MonthDayYear& date) {
-  return day_number(date.year, date.month, date.day);
-}
-
-std::optional<std::int32_t> day_of(const std::optional<MonthDayYear>& date) {
+std::optional<Day> day_named(const std::optional<MonthDayYear>& date) {
   if (!date) return std::nullopt;
   return day_of(*date);
 }
@@ -42,7 +38,7 @@ int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, 
 
 int run_export(const CommandLine& line, RecordStore& store, const Clock& clock,
                std::ostream& content, std::ostream& err) {
-  const auto text = export_calendar(store, day_of(line.from), day_of(line.to), clock);
+  const auto text = export_calendar(store, day_named(line.from), day_named(line.to), clock);
   if (!text) {
     err << "orvello: " << text.reason() << "\n";
     return kExitFailure;
@@ -62,8 +58,8 @@ int run_export(const CommandLine& line, RecordStore& store, const Clock& clock,
 int run_agenda(const CommandLine& line, RecordCalendarStore& store, const Clock& clock,
                const SettingsRecord& settings, std::ostream& out, std::ostream& err) {
   const MonthDayYear today = TodayTriple(clock.local_time());
-  const std::int32_t from = day_of(line.from.value_or(today));
-  const std::int32_t to = day_of(line.to.value_or(line.from.value_or(today)));
+  const Day from = day_of(line.from.value_or(today));
+  const Day to = day_of(line.to.value_or(line.from.value_or(today)));
   const auto written = line.json ? write_agenda_json(store, from, to, out)
                                  : write_agenda_text(store, from, to, settings, out);
   if (!written) {

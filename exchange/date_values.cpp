@@ -36,7 +36,7 @@ std::optional<DateValue> parse_date(std::string_view text) {
     return std::nullopt;
   DateValue value;
   value.is_date = is_date;
-  value.local = midnight_of(day_number(year, month, day));
+  value.local = midnight_of(day_of(year, month, day));
   if (is_date) return value;
   const int hour = digits(text, 9, 2), minute = digits(text, 11, 2), second = digits(text, 13, 2);
   if ((text[8] != 'T' && text[8] != 't') || hour < 0 || hour > 23 || minute < 0 || minute > 59 ||

@@ -232,8 +232,8 @@ Result<std::string> Exporter::text() {
 
 }  // namespace
 
-Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32_t> from_day,
-                                    std::optional<std::int32_t> to_day, const Clock& clock) {
+Result<std::string> export_calendar(RecordStore& store, std::optional<Day> from_day,
+                                    std::optional<Day> to_day, const Clock& clock) {
   StoreReading reading(store);
   if (!reading) return Result<std::string>::failure(store.problem());
   Exporter exporter(store, clock, !from_day && !to_day);

@@ -15,8 +15,8 @@ namespace orvello {
 // Imported calendars keep their own properties, so the text may hold several calendars; what is no
 // appointment (tasks, journals ...) is part of an export without bounds only. All is one state of
 // the store, or a failure.
-Result<std::string> export_calendar(RecordStore& store, std::optional<std::int32_t> from_day,
-                                    std::optional<std::int32_t> to_day, const Clock& clock);
+Result<std::string> export_calendar(RecordStore& store, std::optional<Day> from_day,
+                                    std::optional<Day> to_day, const Clock& clock);
 
 // One appointment as it is in the record, stored or not.
 Result<std::string> export_appointment(RecordStore& store, const AppointmentRecord& record,

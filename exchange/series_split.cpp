@@ -71,11 +71,7 @@ bool move_days(Rule& rule, LocalSeconds from, std::int64_t days) {
     if (rule.frequency <= Frequency::weekly) return true;
     const auto day = day_of(from);
     // Within one month, and in days that every month has.
-    const auto month_day = [](std::int64_t number) {
-      SystemTime time;
-      VariantTimeToSystemTime(static_cast<CalendarDate>(number), time);
-      return static_cast<std::int64_t>(time.day);
-    };
+    const auto month_day = [](Day of) { return civil_of(of).day; };
     return month_day(day) <= 28 && month_day(day + days) == month_day(day) + days &&
            month_day(day + days) <= 28;
   }

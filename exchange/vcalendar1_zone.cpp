@@ -49,9 +49,9 @@ int device_offset(const Clock& clock, UtcSeconds utc) {
 
 bool is_devices(const std::vector<Summer>& summers, int standard, const Clock& clock) {
   if (summers.empty()) {  // in winter, on either half of the earth
-    const int year = civil_from_day_number(static_cast<std::int32_t>(day_of(clock.utc_now()))).year;
+    const int year = civil_of(day_of(clock.utc_now())).year;
     const auto offset_in = [&](int month) {
-      return device_offset(clock, utc_at_offset(midnight_of(day_number(year, month, 1)), 0));
+      return device_offset(clock, utc_at_offset(midnight_of(day_of(year, month, 1)), 0));
     };
     return standard == std::min(offset_in(1), offset_in(7));
   }
@@ -65,7 +65,7 @@ bool is_devices(const std::vector<Summer>& summers, int standard, const Clock& c
 // The yearly rule by which the clock changes on such a day, as "2SU" or "-1SU" of its month.
 std::string rule_of(const SystemTime& day) {
   constexpr const char* kNames[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
-  const int length = day_number(day.year, day.month + 1, 1) - day_number(day.year, day.month, 1);
+  const int length = day_of(day.year, day.month + 1, 1) - day_of(day.year, day.month, 1);
   const std::string which = day.day + 7 > length ? "-1" : std::to_string((day.day + 6) / 7);
   return "RRULE:FREQ=YEARLY;BYMONTH=" + std::to_string(day.month) + ";BYDAY=" + which +
          kNames[day.day_of_week] + "\r\n";
@@ -74,14 +74,14 @@ std::string rule_of(const SystemTime& day) {
 // All changes of one kind. The last one goes on for ever; a lone one has been so before.
 std::string part(const char* kind, int from, int to, std::vector<LocalSeconds> onsets) {
   std::string text = std::string("BEGIN:") + kind + "\r\n";
-  const SystemTime last = civil_from_day_number(static_cast<std::int32_t>(day_of(onsets.back())));
+  const SystemTime last = civil_of(day_of(onsets.back()));
   const std::string offsets =
       "TZOFFSETFROM:" + utc_offset_text(from) + "\r\nTZOFFSETTO:" + utc_offset_text(to) + "\r\n";
   const std::string end = std::string("END:") + kind + "\r\n";
   LocalSeconds start = onsets.back();
   if (onsets.size() == 1) {  // 28 years later or earlier days fall on the same weekdays
     constexpr std::int64_t kCycle = 10227 * kSecondsPerDay;
-    while (start > midnight_of(day_number(1998, 1, 1))) start -= kCycle;
+    while (start > midnight_of(day_of(1998, 1, 1))) start -= kCycle;
   }
   text += "DTSTART:" + moment_text(start) + "\r\n" + offsets + rule_of(last) + end;
   onsets.pop_back();

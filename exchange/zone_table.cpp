@@ -58,9 +58,7 @@ std::vector<Observance> builtin_observances(const std::string& place) {
 // Files describe zones for a few years, by rules of another year or by half; what they cannot do
 // without saying something else is to give a zone offsets that it never has.
 bool may_mean(const std::vector<Observance>& observances, const Zone& known) {
-  const auto moment = [](int year) {
-    return utc_at_offset(midnight_of(day_number(year, 1, 1)), 0);
-  };
+  const auto moment = [](int year) { return utc_at_offset(midnight_of(day_of(year, 1, 1)), 0); };
   const auto claimed = Zone("", observances).offsets_between(moment(1971), moment(2038));
   auto real = known.offsets_between(moment(1700), moment(2100));
   // Some files give the mean time of before there were zones.
@@ -165,7 +163,7 @@ const Zone* ZoneTable::look_up(const std::string& tzid) {
   const auto offset = offset_in_name(tzid);
   if (!offset) return nullptr;
   if (*offset == 0) return utc();
-  const LocalSeconds start = midnight_of(day_number(1970, 1, 1));
+  const LocalSeconds start = midnight_of(day_of(1970, 1, 1));
   return keep(Zone("UTC" + utc_offset_text(*offset), {{start, *offset, *offset, {}, {}}}));
 }
 

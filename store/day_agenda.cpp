@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "store/day_label.h"
+#include "store/restriction.h"
 
 namespace orvello {
 namespace {
@@ -12,16 +13,14 @@ constexpr TextView kNothing = u"No Appointments";
 
 // Calls visit(item) for what the store offers for the day, by start. False when it failed.
 template <typename Visit>
-[[nodiscard]] bool visit_candidates(StoreItems* items, std::int32_t day, AppointmentFieldSet wanted,
+[[nodiscard]] bool visit_candidates(StoreItems* items, Day day, AppointmentFieldSet wanted,
                                     Visit visit) {
   if (!items) return false;
   // Both bounds are the day itself; the day test decides, the store only preselects.
-  const auto midnight = static_cast<double>(day);
   items->set_include_recurrences(true);
   items->sort(u"[Start]", false);
   items->want(wanted);
-  const Text restriction = format(u"[End] >= <%.0f AND [Start] <= <%.0f", midnight, midnight);
-  return each_item(*items, restriction, visit);
+  return each_item(*items, restriction_to(day, day), visit);
 }
 
 DayRow::Kind row_kind(const StoreItem& item) {
@@ -33,7 +32,7 @@ CalendarDate row_start(const StoreItem& item) { return item.many == 0 ? item.sta
 
 class AgendaBuilder {
  public:
-  AgendaBuilder(std::int32_t day, const SettingsRecord& settings, const ProfileFilter& passes)
+  AgendaBuilder(Day day, const SettingsRecord& settings, const ProfileFilter& passes)
       : day_(day), settings_(settings), passes_(passes) {}
 
   void visit(const StoreItem& item) {
@@ -55,7 +54,7 @@ class AgendaBuilder {
     if (!agenda_.rows.empty()) {
       agenda_.emptiness = DayAgenda::Emptiness::has_rows;
     } else {
-      SystemTime end = civil_from_day_number(day_);
+      SystemTime end = civil_of(day_);
       end.hour = 24;  // the next midnight: the row is never in the past while its day lasts
       CalendarDate day_end = 0;
       SystemTimeToVariantTime(end, day_end);
@@ -110,7 +109,7 @@ class AgendaBuilder {
     agenda_.row_colors.push_back(color);
   }
 
-  std::int32_t day_;
+  Day day_;
   const SettingsRecord& settings_;
   const ProfileFilter& passes_;
   DayAgenda agenda_;
@@ -118,7 +117,7 @@ class AgendaBuilder {
 
 }  // namespace
 
-DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord& settings,
+DayAgenda full_agenda(StoreItems* items, Day day, const SettingsRecord& settings,
                       const ProfileFilter& passes) {
   AgendaBuilder builder(day, settings, passes);
   using Field = AppointmentField;
@@ -154,8 +153,8 @@ std::vector<int> build_row_shades(const std::vector<DayRow>& rows) {
   return shades;
 }
 
-std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, std::int32_t day,
-                                                      bool clock24, const ProfileFilter& passes) {
+std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, Day day, bool clock24,
+                                                      const ProfileFilter& passes) {
   std::vector<CompactRow> rows;
   const AppointmentFieldSet wanted = {AppointmentField::subject, AppointmentField::categories};
   const bool whole = visit_candidates(items, day, wanted, [&](const StoreItem& item) {

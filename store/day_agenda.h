@@ -61,7 +61,7 @@ struct DayAgenda {
 // `items` is a fresh collection of the calendar folder, or null, which is a failure. In order of
 // start. Subjects are
 // whole: who wraps them adds rows, with entries in the arrays, and builds the shades again.
-DayAgenda full_agenda(StoreItems* items, std::int32_t day, const SettingsRecord& settings,
+DayAgenda full_agenda(StoreItems* items, Day day, const SettingsRecord& settings,
                       const ProfileFilter& passes);
 
 // A day whose one row says that it could not be read.
@@ -82,7 +82,7 @@ struct CompactRow {
 
 // The same rows without icons, locations and arrays; a day without rows is one row "No
 // Appointments". Nothing when the store could not be read.
-std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, std::int32_t day,
-                                                      bool clock24, const ProfileFilter& passes);
+std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, Day day, bool clock24,
+                                                      const ProfileFilter& passes);
 
 }  // namespace orvello

@@ -20,11 +20,11 @@ CalendarDate shown_end(const StoreItem& item) {
   return joined(whole_day(item.end), (23 * 60 + 59) / 1440.0);
 }
 
-bool touches_day(const StoreItem& item, std::int32_t day) {
+bool touches_day(const StoreItem& item, Day day) {
   return whole_day(item.start) <= day && day <= whole_day(shown_end(item));
 }
 
-Text day_label(const StoreItem& item, std::int32_t day, bool clock24) {
+Text day_label(const StoreItem& item, Day day, bool clock24) {
   if (item.summary->all_day) return u"All Day";
   const bool dated = item.start != kNoDate;
   const Text start = dated ? time_text(item.start, clock24) : Text(u"---");

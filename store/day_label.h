@@ -10,11 +10,11 @@ CalendarDate shown_end(const StoreItem& item);
 
 // Whole days are compared: an item that ends at midnight still belongs to the day which that
 // begins.
-bool touches_day(const StoreItem& item, std::int32_t day);
+bool touches_day(const StoreItem& item, Day day);
 
 // "All Day", "9:00-10:00", "multiday-5:00p", "9:00a-multiday" or "multiday"; "---" for each time of
 // an item without dates.
-Text day_label(const StoreItem& item, std::int32_t day, bool clock24);
+Text day_label(const StoreItem& item, Day day, bool clock24);
 
 // The subject; of an item that stands for many occurrences "and 83,400 more: Subject".
 Text shown_subject(const StoreItem& item);

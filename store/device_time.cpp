@@ -21,7 +21,7 @@ std::optional<const Zone*> DeviceTime::zone(const std::string& name) {
 LocalSeconds DeviceTime::shown(LocalSeconds local, const Zone* zone) {
   if (local >= to_seconds(kNoDate)) return local;
   if (zone) return clock_.to_local(zone->to_utc(local));
-  if (!skips_on(static_cast<std::int32_t>(day_of(local)))) return local;
+  if (!skips_on(day_of(local))) return local;
   return clock_.to_local(clock_.to_utc(local));
 }
 
@@ -38,8 +38,8 @@ LocalSeconds DeviceTime::in_zone(LocalSeconds local, const Zone* zone) const {
   return zone->from_utc(clock_.to_utc(local));
 }
 
-bool DeviceTime::skips_on(std::int32_t day) {
-  KnownDay& known = days_[static_cast<std::uint32_t>(day) % days_.size()];
+bool DeviceTime::skips_on(Day day) {
+  KnownDay& known = days_[static_cast<std::uint32_t>(day.number()) % days_.size()];
   if (known.day == day) return known.skips;
   const LocalSeconds midnight = midnight_of(day);
   // A day whose first moment is skipped is short as well: that moment reads as the moved one.

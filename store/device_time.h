@@ -37,7 +37,7 @@ class DeviceTime {
   // The time in `zone` at which the device shows `local`.
   LocalSeconds in_zone(LocalSeconds local, const Zone* zone) const;
   // Whether the device's clock skips a part of that day.
-  bool skips_on(std::int32_t day);
+  bool skips_on(Day day);
 
   // The device may have been carried elsewhere.
   void follow_device_zone();
@@ -48,7 +48,7 @@ class DeviceTime {
   ZoneSource zones_;
   std::unordered_map<std::string, std::unique_ptr<Zone>> known_;
   struct KnownDay {
-    std::int32_t day = 0x7FFFFFFF;
+    Day day{0x7FFFFFFF};
     bool skips = false;
   };
   std::array<KnownDay, 512> days_;  // each day has one place; thousands of occurrences ask

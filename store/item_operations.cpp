@@ -111,7 +111,7 @@ bool delete_appointment(StoreSession& session, MessageBoxes& boxes, std::int32_t
 }
 
 bool copy_or_move(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
-                  CalendarDate source_start, std::int32_t target_day, bool move) {
+                  CalendarDate source_start, Day target_day, bool move) {
   auto item = session.ItemFromOid(oid);
   if (!item) {
     boxes.show(with_reason(session, kNotObtained), kError);

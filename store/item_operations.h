@@ -41,7 +41,7 @@ bool delete_appointment(StoreSession& session, MessageBoxes& boxes, std::int32_t
 // everything else but the recurrence. Moving deletes the source in the same transaction. False when
 // nothing was changed.
 bool copy_or_move(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
-                  CalendarDate source_start, std::int32_t target_day, bool move);
+                  CalendarDate source_start, Day target_day, bool move);
 
 // The fixed text of a box, with the reason for the last failure below it where the store knows one.
 Text with_reason(const StoreSession& session, TextView text);

@@ -51,7 +51,8 @@ std::unique_ptr<Appointment> RecordPattern::occurrence(CalendarDate start, Occur
   const auto record = item_.current();
   if (!record) return nullptr;
   error = OccurrenceError::invalid_argument;
-  if (!record->recurring() || !std::isfinite(start) || start >= kNoDate || start < kFirstDay)
+  if (!record->recurring() || !std::isfinite(start) || start >= kNoDate ||
+      start < to_calendar_date(kFirstDay))
     return nullptr;
   error = OccurrenceError::unreadable;
   if (source_ != record) {

@@ -41,12 +41,12 @@ void complete_pattern(AppointmentRecord& record) {
   }
   record.start = pattern_start(pattern);
   record.end = record.start + pattern.duration * kMinute;
-  pattern.pattern_start_date = static_cast<CalendarDate>(day_of(record.start));
+  pattern.pattern_start_date = to_calendar_date(day_of(record.start));
   pattern.start_time = to_calendar_date(LocalSeconds(second_of_day(record.start)));
   pattern.end_time = to_calendar_date(LocalSeconds(second_of_day(record.end)));
   const auto last = last_instance(pattern);
   pattern.no_end_date = !last;
-  pattern.pattern_end_date = last ? static_cast<CalendarDate>(day_of(*last)) : kNoDate;
+  pattern.pattern_end_date = last ? to_calendar_date(day_of(*last)) : kNoDate;
 }
 
 bool complete_times(AppointmentRecord& record, DeviceTime& time) {

@@ -40,8 +40,8 @@ class RecordStore {
   virtual bool erase(std::int32_t oid) = 0;
   // Oids, in order, of appointments with an occurrence that touches the days [from, to]; all of
   // them without bounds.
-  virtual Result<std::vector<std::int32_t>> oids(std::optional<std::int32_t> from_day,
-                                                 std::optional<std::int32_t> to_day) = 0;
+  virtual Result<std::vector<std::int32_t>> oids(std::optional<Day> from_day,
+                                                 std::optional<Day> to_day) = 0;
 
   // Zones, a record's residue and foreign components are optional: a device's own store has no
   // place for them. Who uses a store does not ask: what is put there is taken, and what is not kept

@@ -65,8 +65,8 @@ bool read_term(Reader& reader, DayBounds& bounds) {
   double number;
   if (!read_comparison(reader, comparison) || !reader.number(number)) return false;
   // A clamped bound still leaves room to step over it.
-  const auto day =
-      static_cast<std::int32_t>(std::clamp(std::floor(number), kFirstDay + 1.0, kLastDay - 1.0));
+  const Day day(static_cast<std::int32_t>(
+      std::clamp(std::floor(number), kFirstDay.number() + 1.0, kLastDay.number() - 1.0)));
   auto& from = start ? bounds.start_from : bounds.end_from;
   auto& to = start ? bounds.start_to : bounds.end_to;
   if (comparison == Comparison::less) to = std::min(to, day - 1);
@@ -82,6 +82,10 @@ bool read_term(Reader& reader, DayBounds& bounds) {
 DayBounds DayBounds::within(const DayBounds& other) const {
   return {std::max(start_from, other.start_from), std::min(start_to, other.start_to),
           std::max(end_from, other.end_from), std::min(end_to, other.end_to)};
+}
+
+Text restriction_to(Day first, Day last) {
+  return format(u"[End] >= <%d AND [Start] <= <%d", first.number(), last.number());
 }
 
 std::optional<DayBounds> parse_restriction(TextView text) {

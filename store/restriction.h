@@ -12,23 +12,26 @@
 namespace orvello {
 
 // Inclusive days. Far enough from the borders of the type that a few days can be added.
-inline constexpr std::int32_t kFirstDay = -10000000;
-inline constexpr std::int32_t kLastDay = 10000000;
+inline constexpr Day kFirstDay{-10000000};
+inline constexpr Day kLastDay{10000000};
 
 struct DayBounds {
-  std::int32_t start_from = kFirstDay;
-  std::int32_t start_to = kLastDay;
-  std::int32_t end_from = kFirstDay;
-  std::int32_t end_to = kLastDay;
+  Day start_from = kFirstDay;
+  Day start_to = kLastDay;
+  Day end_from = kFirstDay;
+  Day end_to = kLastDay;
 
   bool empty() const { return start_from > start_to || end_from > end_to || end_to < start_from; }
-  bool admit(std::int32_t start_day, std::int32_t end_day) const {
+  bool admit(Day start_day, Day end_day) const {
     return start_day >= start_from && start_day <= start_to && end_day >= end_from &&
            end_day <= end_to;
   }
   DayBounds within(const DayBounds& other) const;
   friend bool operator==(const DayBounds&, const DayBounds&) = default;
 };
+
+// What touches the days from `first` to `last`.
+Text restriction_to(Day first, Day last);
 
 // Any spacing, either case; the "<" before a number and its fraction may be missing. Nothing for a
 // text that cannot be read; an empty text admits everything.

@@ -25,18 +25,14 @@ constexpr std::int64_t kUnboundedSpan = 731 * kSecondsPerDay;
 
 LocalSeconds today(DeviceTime& time) {
   const auto now = time.clock().local_time();
-  return midnight_of(day_number(now.year, now.month, now.day));
-}
-
-std::int32_t day_number_of(LocalSeconds moment) {
-  return static_cast<std::int32_t>(day_of(moment));
+  return midnight_of(day_of(now.year, now.month, now.day));
 }
 
 bool is_changed(const Series& series, LocalSeconds original) {
   return std::binary_search(series.changed.begin(), series.changed.end(), original);
 }
 
-LocalSeconds bounded_midnight(std::int32_t day) {
+LocalSeconds bounded_midnight(Day day) {
   // A bound may lie where no clock reads anything.
   return std::clamp(midnight_of(day), kFirstRuleSecond, kEndOfRules);
 }
@@ -53,7 +49,7 @@ LocalSpan span_of(const Series& series, const DayBounds& bounds, DeviceTime& tim
   if (series.zone) {
     from -= kZoneMargin;
     to += kZoneMargin;
-  } else if (from > kFirstRuleSecond && time.skips_on(day_number_of(from) - 1)) {
+  } else if (from > kFirstRuleSecond && time.skips_on(day_of(from) - 1)) {
     from -= kSecondsPerDay;  // a skipped time before midnight is shown on the next day
   }
   const bool endless = series.last_start >= kEndOfRules || series.dense;
@@ -70,8 +66,7 @@ SeriesOccurrence shown(const Series& series, LocalSeconds instance, DeviceTime& 
 
 template <typename Take>
 void take_within(const SeriesOccurrence& occurrence, const DayBounds& bounds, Take take) {
-  if (bounds.admit(day_number_of(occurrence.start), day_number_of(occurrence.end)))
-    take(occurrence);
+  if (bounds.admit(day_of(occurrence.start), day_of(occurrence.end))) take(occurrence);
 }
 
 template <typename Take>
@@ -314,7 +309,7 @@ void append_occurrences(const Series& series, const DayBounds& bounds, DeviceTim
 std::optional<SeriesOccurrence> occurrence_at(const Series& series, LocalSeconds start,
                                               DeviceTime& time) {
   DayBounds day;
-  day.start_from = day.start_to = day_number_of(start);
+  day.start_from = day.start_to = day_of(start);
   std::vector<LocalSeconds> instances;
   std::optional<SeriesOccurrence> exact, of_day;
   std::int64_t on_day = 0;

@@ -12,7 +12,7 @@ namespace orvello {
 inline AppointmentRecord one_hour(const MonthDayYear& date, int hour, TextView subject) {
   AppointmentRecord record;
   record.fields.subject = subject;
-  record.start = midnight_of(day_number(date.year, date.month, date.day)) + hour * 3600;
+  record.start = midnight_of(day_of(date)) + hour * 3600;
   record.end = record.start + 3600;
   record.fields.start = to_calendar_date(record.start);
   record.fields.end = to_calendar_date(record.end);

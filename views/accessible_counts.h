@@ -11,7 +11,7 @@ namespace orvello {
 
 // One number for each whole day from `from_day` to `to_day`; an appointment counts once on every
 // day that it covers. Nothing when the store could not be read.
-std::optional<std::vector<int>> count_days(const ItemsSource& source, std::int32_t from_day,
-                                           std::int32_t to_day, const ProfileTest& passes);
+std::optional<std::vector<int>> count_days(const ItemsSource& source, Day from_day, Day to_day,
+                                           const ProfileTest& passes);
 
 }  // namespace orvello

@@ -45,9 +45,9 @@ AccessibleCell cell_for(const MonthDayYear& date, const Rect& place, int shown_y
 
 }  // namespace
 
-DayCount day_count_of(std::vector<int> counts, std::int32_t from_day) {
+DayCount day_count_of(std::vector<int> counts, Day from_day) {
   return [counts = std::move(counts), from_day](const MonthDayYear& date) {
-    const std::int32_t place = WholeDayNumber(date.month, date.day, date.year) - from_day;
+    const std::int32_t place = day_of(date) - from_day;
     return place >= 0 && place < static_cast<std::int32_t>(counts.size())
                ? counts[static_cast<std::size_t>(place)]
                : 0;

@@ -25,7 +25,7 @@ struct AccessibleWords {
 using DayCount = std::function<int(const MonthDayYear&)>;
 inline constexpr int kUnreadableCount = -1;  // they could not be read
 // From what count_days() answered for the days from `from_day` on.
-DayCount day_count_of(std::vector<int> counts, std::int32_t from_day);
+DayCount day_count_of(std::vector<int> counts, Day from_day);
 
 // "21 November, 3 appointments, today"; with the year where it is not `shown_year`.
 Text accessible_day_name(const MonthDayYear& date, std::optional<int> count, int shown_year,

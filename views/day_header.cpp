@@ -27,7 +27,7 @@ void draw_style_button(Canvas& canvas, const Rect& box, int gap) {
 
 DayHeaderInput day_header_input(const SettingsRecord& settings, const ScreenLayout& screen,
                                 const MonthDayYear& date) {
-  const SystemTime day = civil_from_day_number(WholeDayNumber(date.month, date.day, date.year));
+  const SystemTime day = civil_of(day_of(date));
   Text picture;
   LongDatePicture(settings.dayviewheaderformat, picture);
   DayHeaderInput input;

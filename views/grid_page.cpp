@@ -9,7 +9,7 @@ bool GridPage::passes_profile(TextView categories) const {
   return profileAllowsCategory(settings_, categories);
 }
 
-DayCount GridPage::counted(std::int32_t from_day, std::int32_t to_day) const {
+DayCount GridPage::counted(Day from_day, Day to_day) const {
   auto counts = count_days([this] { return session_.CalendarItems(); }, from_day, to_day,
                            [this](TextView categories) { return passes_profile(categories); });
   if (counts) return day_count_of(std::move(*counts), from_day);

@@ -58,7 +58,7 @@ class GridPage {
 
  protected:
   bool passes_profile(TextView categories) const;
-  DayCount counted(std::int32_t from_day, std::int32_t to_day) const;
+  DayCount counted(Day from_day, Day to_day) const;
 
   StoreSession& session_;
   const SettingsRecord& settings_;

@@ -10,14 +10,16 @@ namespace orvello {
 
 // Whole days, the first to the last; none when last < first.
 struct DaySpan {
-  std::int32_t first = 0;
-  std::int32_t last = -1;
+  Day first;
+  Day last{-1};
 };
 
 // A time of midnight belongs to the day that it begins.
 inline DaySpan days_of(const StoreItem& item) {
   // Within the calendar, as a damaged date may lie anywhere.
-  const auto day = [](CalendarDate date) { return std::clamp(whole_day(date), -1000000, 3000000); };
+  const auto day = [](CalendarDate date) {
+    return std::clamp(whole_day(date), Day(-1000000), Day(3000000));
+  };
   return {day(item.start), day(item.end)};
 }
 

@@ -85,7 +85,7 @@ void MonthBars::add(const PeriodItem& item, const CellSpan& span) {
       add_all_day(cell, free, color);
       continue;
     }
-    const std::int32_t day = whole_day(layout_.grid.grid_start) + index;
+    const Day day = whole_day(layout_.grid.grid_start) + index;
     const bool began_before = whole_day(item.start) < day;
     const int first = began_before ? 0 : std::min(slot_before(item.start), kSlots - 1);
     int last = whole_day(item.end) <= day ? std::min(slot_after(item.end), kSlots) : kSlots;

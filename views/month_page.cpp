@@ -71,7 +71,7 @@ std::optional<MonthDayYear> MonthPage::date_of_cell(int cell) const {
 
 // Neighbouring days may be shown too, at most six rows of them.
 DayCount MonthPage::count_days_with(const MonthDayYear& shown) const {
-  const std::int32_t first = WholeDayNumber(shown.month, 1, shown.year) - 7;
+  const Day first = day_of(shown.year, shown.month, 1) - 7;
   return counted(first, first + 7 + 42);
 }
 

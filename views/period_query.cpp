@@ -71,12 +71,11 @@ std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGr
   SeenItems seen;
   CategoryTexts texts(found.categories, passes);
   // The first day that the following query may share with this one; the last has none.
-  const std::array<std::int32_t, 3> next_first = {
-      whole_day(grid.month_start), whole_day(grid.month_end), whole_day(kNoDate) + 1};
+  const std::array<Day, 3> next_first = {whole_day(grid.month_start), whole_day(grid.month_end),
+                                         whole_day(kNoDate) + 1};
   // And the last day on which an item of this query may start to be one of an earlier query's.
-  const std::array<std::int32_t, 3> shared_until = {std::numeric_limits<std::int32_t>::min(),
-                                                    whole_day(grid.month_start),
-                                                    whole_day(grid.month_end)};
+  const std::array<Day, 3> shared_until = {Day(std::numeric_limits<std::int32_t>::min()),
+                                           whole_day(grid.month_start), whole_day(grid.month_end)};
   const std::array<Text, 3> queries = period_restrictions(grid);
 
   const std::unique_ptr<StoreItems> all = source();

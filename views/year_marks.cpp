@@ -1,6 +1,7 @@
 #include "views/year_marks.h"
 
 #include "calendar/dates.h"
+#include "store/restriction.h"
 #include "views/draw_control.h"
 #include "views/item_days.h"
 
@@ -16,10 +17,10 @@ constexpr std::int32_t kAllDates = 2921;
 // marked now.
 bool mark_days(const DaySpan& span, const Text& categories, ProfileMemory& allowed,
                YearMarks& marks) {
-  const std::int32_t last = std::min(span.last, span.first + kAllDates);
+  const Day last = std::min(span.last, span.first + kAllDates);
   bool passed = false;
-  for (std::int32_t day = span.first; day <= last; ++day) {
-    const SystemTime date = civil_from_day_number(day);
+  for (Day day = span.first; day <= last; ++day) {
+    const SystemTime date = civil_of(day);
     if (marks.at(date.month, date.day)) continue;
     if (!passed && !allowed.passes(categories)) return false;
     passed = true;
@@ -31,8 +32,8 @@ bool mark_days(const DaySpan& span, const Text& categories, ProfileMemory& allow
 }  // namespace
 
 Text year_restriction(int year) {
-  const double first = WholeDayNumber(1, 1, year);
-  return format(u"[End] >= <%.0f AND [Start] <= <%.0f", first, first + 365);
+  const Day first = day_of(year, 1, 1);
+  return restriction_to(first, first + 365);
 }
 
 MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTest& passes,

@@ -68,7 +68,7 @@ std::optional<MonthDayYear> YearPage::date_of_cell(int cell) const {
 }
 
 DayCount YearPage::count_days_with(const MonthDayYear& shown) const {
-  return counted(WholeDayNumber(1, 1, shown.year), WholeDayNumber(12, 31, shown.year));
+  return counted(day_of(shown.year, 1, 1), day_of(shown.year, 12, 31));
 }
 
 }  // namespace orvello

@@ -134,7 +134,7 @@ UtcSeconds HeadlessClock::utc_now() const {
 std::optional<Zone> HeadlessClock::known_zone(std::string_view name) const {
   const auto rule = zone_rules.find(name);
   if (rule == zone_rules.end()) return std::nullopt;
-  const UtcSeconds from(std::int64_t{day_number(1970, 1, 1)} * kSecondsPerDay);
+  const UtcSeconds from = utc_at_offset(midnight_of(day_of(1970, 1, 1)), 0);
   return Zone(std::string(name), parse_posix_zone(rule->second)->observances_after(from));
 }
 

@@ -149,8 +149,8 @@ bool MemoryStore::erase(std::int32_t oid) {
   return true;
 }
 
-Result<std::vector<std::int32_t>> MemoryStore::oids(std::optional<std::int32_t> from_day,
-                                                    std::optional<std::int32_t> to_day) {
+Result<std::vector<std::int32_t>> MemoryStore::oids(std::optional<Day> from_day,
+                                                    std::optional<Day> to_day) {
   DayBounds bounds;
   bounds.end_from = from_day.value_or(kFirstDay);
   bounds.start_to = to_day.value_or(kLastDay);
@@ -288,9 +288,7 @@ bool MemoryStore::query(const ItemQuery& query, OccurrenceList& list) {
     const auto zone = time_.zone(record.zone);
     if (!zone) return false;
     const auto span = time_.shown(record.start, record.end, *zone, record.fields.all_day);
-    if (!query.bounds.admit(static_cast<std::int32_t>(day_of(span.start)),
-                            static_cast<std::int32_t>(day_of(span.end))))
-      continue;
+    if (!query.bounds.admit(day_of(span.start), day_of(span.end))) continue;
     list.show(summary_of(record.fields, oid, record.recurring(), query.wanted));
     list.add(span.start, span.end);
   }

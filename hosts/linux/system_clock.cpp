@@ -15,7 +15,7 @@
 namespace orvello {
 namespace {
 
-constexpr UtcSeconds kUnixEpoch{25569 * kSecondsPerDay};  // 1 January 1970
+constexpr UtcSeconds kUnixEpoch = utc_at_offset(midnight_of(Day(25569)), 0);  // 1 January 1970
 
 int offset_at(UtcSeconds utc) {
   const std::time_t time = static_cast<std::time_t>(utc - kUnixEpoch);
@@ -25,7 +25,7 @@ int offset_at(UtcSeconds utc) {
 }
 
 SystemTime broken_down(LocalSeconds moment) {
-  SystemTime time = civil_from_day_number(static_cast<std::int32_t>(day_of(moment)));
+  SystemTime time = civil_of(day_of(moment));
   const std::int64_t rest = second_of_day(moment);
   time.hour = static_cast<int>(rest / 3600);
   time.minute = static_cast<int>(rest / 60 % 60);
@@ -90,8 +90,8 @@ std::optional<LocalSeconds> parse_local_time(const std::string& text) {
   const int found = std::sscanf(text.c_str(), picture, &year, &month, &day, &hour, &minute,
                                 wanted == 6 ? &second : &end, &end);
   if (found != wanted || end != static_cast<int>(text.size())) return std::nullopt;
-  const std::int32_t number = day_number(year, month, day);
-  const SystemTime back = civil_from_day_number(number);
+  const Day number = day_of(year, month, day);
+  const SystemTime back = civil_of(number);
   if (back.year != year || back.month != month || back.day != day) return std::nullopt;
   if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
     return std::nullopt;

@@ -21,8 +21,6 @@ constexpr std::string_view kPrefix = "calendar-", kSuffix = ".db";
 constexpr std::size_t kDays = 7, kWeeks = 4, kMonths = 6;
 constexpr std::chrono::milliseconds kPatience{5000};
 
-std::int32_t number_of(const MonthDayYear& day) { return day_number(day.year, day.month, day.day); }
-
 std::optional<MonthDayYear> day_of_name(std::string_view name) {
   if (name.size() != kPrefix.size() + 10 + kSuffix.size() || !name.starts_with(kPrefix) ||
       !name.ends_with(kSuffix))
@@ -31,7 +29,7 @@ std::optional<MonthDayYear> day_of_name(std::string_view name) {
   int used = 0;
   MonthDayYear day;
   if (std::sscanf(text.c_str(), "%4d-%2d-%2d%n", &day.year, &day.month, &day.day, &used) != 3 ||
-      used != 10 || iso_text(triple_of(number_of(day))) != text)
+      used != 10 || iso_text(triple_of(day_of(day))) != text)
     return std::nullopt;
   return day;
 }
@@ -89,7 +87,7 @@ std::vector<bool> copies_to_keep(const std::vector<MonthDayYear>& days) {
   std::vector<bool> keep(days.size());
   for (std::size_t i = 0; i < days.size(); ++i) {
     // Day 2 was a Monday.
-    const std::int32_t week = (number_of(days[i]) - 2) / 7;
+    const std::int32_t week = (day_of(days[i]).number() - 2) / 7;
     const std::int32_t month = days[i].year * 12 + days[i].month;
     const bool of_week = weeks.size() < kWeeks && weeks.insert(week).second;
     const bool of_month = months.size() < kMonths && months.insert(month).second;
@@ -109,9 +107,9 @@ std::vector<CalendarCopy> CalendarCopies::list(MonthDayYear today) const {
     if (const auto day = day_of_name(entry->d_name))
       copies.push_back({folder_ + "/" + entry->d_name, *day});
   ::closedir(listing);
-  const std::int32_t now = number_of(today);
+  const Day now = day_of(today);
   std::sort(copies.begin(), copies.end(), [now](const auto& a, const auto& b) {
-    const std::int32_t first = number_of(a.day), second = number_of(b.day);
+    const Day first = day_of(a.day), second = day_of(b.day);
     return std::pair(first <= now, first) > std::pair(second <= now, second);
   });
   return copies;
@@ -121,7 +119,7 @@ bool CalendarCopies::is_due(MonthDayYear today) const {
   timespec changed{}, copied{};
   if (!time_of_change(calendar_, changed)) return false;
   const auto copies = list(today);
-  if (copies.empty() || number_of(copies[0].day) > number_of(today)) return true;
+  if (copies.empty() || day_of(copies[0].day) > day_of(today)) return true;
   if (copies[0].day == today) return false;
   return !time_of_change(copies[0].path, copied) || copied.tv_sec != changed.tv_sec ||
          copied.tv_nsec != changed.tv_nsec;
@@ -160,7 +158,7 @@ std::optional<CalendarCopy> CalendarCopies::newest_good(MonthDayYear today) cons
 // Those of the future are nobody's to judge.
 void CalendarCopies::thin_out(MonthDayYear today) const {
   auto copies = list(today);
-  std::erase_if(copies, [&](const auto& copy) { return number_of(copy.day) > number_of(today); });
+  std::erase_if(copies, [&](const auto& copy) { return day_of(copy.day) > day_of(today); });
   std::vector<MonthDayYear> days;
   for (const CalendarCopy& copy : copies) days.push_back(copy.day);
   const auto keep = copies_to_keep(days);

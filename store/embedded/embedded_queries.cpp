@@ -16,8 +16,6 @@ namespace {
 constexpr std::int32_t kZonedMargin = 2;
 constexpr std::int32_t kFloatingMargin = 1;
 
-std::int32_t day_at(LocalSeconds moment) { return static_cast<std::int32_t>(day_of(moment)); }
-
 }  // namespace
 
 bool EmbeddedStore::query(const ItemQuery& query, OccurrenceList& list) {
@@ -40,7 +38,7 @@ bool EmbeddedStore::query(const ItemQuery& query, OccurrenceList& list) {
     }
     const auto span =
         time_.shown(series.start, series.start + series.duration, series.zone, series.all_day);
-    if (!bounds.admit(day_at(span.start), day_at(span.end))) continue;
+    if (!bounds.admit(day_of(span.start), day_of(span.end))) continue;
     list.show(series.summary);
     list.add(span.start, span.end);
   }
@@ -73,24 +71,24 @@ bool EmbeddedStore::read_class(int span_class, const ItemQuery& query, Occurrenc
                        " FROM items WHERE recurring = 0 AND span_class = ?1"
                        " AND first_day BETWEEN ?2 AND ?3 AND last_day BETWEEN ?4 AND ?5");
   rows->bind(1, span_class)
-      .bind(2, std::max(bounds.start_from, bounds.end_from - longest) - margin)
-      .bind(3, std::min(bounds.start_to, bounds.end_to) + margin)
-      .bind(4, bounds.end_from - margin)
-      .bind(5, bounds.end_to + margin);
+      .bind(2, std::max(bounds.start_from, bounds.end_from - longest).number() - margin)
+      .bind(3, std::min(bounds.start_to, bounds.end_to).number() + margin)
+      .bind(4, bounds.end_from.number() - margin)
+      .bind(5, bounds.end_to.number() + margin);
   return rows->each([&](Statement& row) {
     if (query.stopped()) return false;
     const auto zone = zoned ? time_.zone(row.string(3)) : std::optional<const Zone*>(nullptr);
     if (!zone) return false;
     const auto span = time_.shown(row.moment(1), row.moment(2), *zone, row.flag(4));
-    if (!bounds.admit(day_at(span.start), day_at(span.end))) return true;
+    if (!bounds.admit(day_of(span.start), day_of(span.end))) return true;
     list.show(read_summary(row, 4, row.small(0), false, query.wanted));
     list.add(span.start, span.end);
     return true;
   });
 }
 
-Result<std::vector<std::int32_t>> EmbeddedStore::oids(std::optional<std::int32_t> from_day,
-                                                      std::optional<std::int32_t> to_day) {
+Result<std::vector<std::int32_t>> EmbeddedStore::oids(std::optional<Day> from_day,
+                                                      std::optional<Day> to_day) {
   problem_.clear();
   begin_waiting();
   if (!from_day && !to_day) {

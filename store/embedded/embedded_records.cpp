@@ -13,8 +13,6 @@ namespace {
 
 constexpr int kFollowedPuts = 16;
 
-std::int32_t day_at(LocalSeconds moment) { return static_cast<std::int32_t>(day_of(moment)); }
-
 void bind_recurrence(Statement& statement, int at, const AppointmentRecord& record,
                      const Zone* zone) {
   if (!record.recurring()) return;
@@ -55,12 +53,12 @@ bool EmbeddedStore::write_record(AppointmentRecord& record, bool exists) {
                          " nullif(?26, 0))");
   const auto zone = time_.zone(record.zone);
   if (!zone) return false;
-  const auto first = day_at(record.start), last = day_at(record.end);
+  const auto first = day_of(record.start), last = day_of(record.end);
   write->bind(1, record.uid)
       .bind(2, record.recurring())
       .bind(3, span_class_of(last - first, !record.zone.empty()))
-      .bind(4, day_at(first_start(record, *zone)))
-      .bind(5, last)
+      .bind(4, day_of(first_start(record, *zone)).number())
+      .bind(5, last.number())
       .bind(6, record.start.count())
       .bind(7, record.end.count())
       .bind(8, record.zone);

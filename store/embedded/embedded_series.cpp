@@ -26,7 +26,7 @@ SeriesDays days_of(const DayBounds& bounds) {
   return {std::min(from, to) - kMargin, std::max(from, to) + kMargin};
 }
 
-std::int64_t midnight(std::int32_t day) { return midnight_of(day).count(); }
+std::int64_t midnight(Day day) { return midnight_of(day).count(); }
 
 }  // namespace
 
@@ -56,7 +56,7 @@ bool EmbeddedStore::complete_indexes() {
     return false;
   for (const Early& early : all) {
     auto write = db_->use("UPDATE items SET first_day = ?1 WHERE oid = ?2");
-    if (!write->bind(1, day_of(early.first)).bind(2, early.oid).run()) return false;
+    if (!write->bind(1, day_of(early.first).number()).bind(2, early.oid).run()) return false;
   }
   if (!db_->make_series_indexes()) return false;
   indexed_ = true;
@@ -86,7 +86,7 @@ bool EmbeddedStore::read_all_series() {
   if (!rows->each([&](Statement& row) { return read_series_row(row, added); }) ||
       !read_series_exceptions(added))
     return false;
-  cache_->cover({2 * kFirstDay, 2 * kLastDay});
+  cache_->cover({Day(2 * kFirstDay.number()), Day(2 * kLastDay.number())});
   return true;
 }
 
@@ -99,9 +99,9 @@ bool EmbeddedStore::read_alive_series(const SeriesDays& days, std::vector<std::i
                          " = ?1 AND first_day BETWEEN ?2 AND ?3"
                          " AND (last_start IS NULL OR last_start + end - start >= ?4)");
     rows->bind(1, length)
-        .bind(2, endless ? std::int64_t{cache_->endless_to()} + 1
-                         : std::int64_t{days.from} - kSeriesDays[length])
-        .bind(3, days.to)
+        .bind(2, endless ? std::int64_t{cache_->endless_to().number()} + 1
+                         : std::int64_t{days.from.number()} - kSeriesDays[length])
+        .bind(3, days.to.number())
         .bind(4, midnight(days.from));
     if (!rows->each([&](Statement& row) { return read_series_row(row, added); })) return false;
   }

@@ -50,8 +50,8 @@ class EmbeddedStore : public RecordCalendarStore {
   Result<std::optional<AppointmentRecord>> load(std::int32_t oid) override;
   std::int32_t put(const AppointmentRecord& record) override;
   bool erase(std::int32_t oid) override;
-  Result<std::vector<std::int32_t>> oids(std::optional<std::int32_t> from_day,
-                                         std::optional<std::int32_t> to_day) override;
+  Result<std::vector<std::int32_t>> oids(std::optional<Day> from_day,
+                                         std::optional<Day> to_day) override;
   bool put_zone(const Zone& zone) override;
   Result<std::optional<Zone>> zone(std::string_view name) override;
   bool put_foreign(const ForeignComponent& component) override;

@@ -12,8 +12,8 @@
 namespace orvello {
 
 struct SeriesDays {
-  std::int32_t from = 0;
-  std::int32_t to = -1;
+  Day from;
+  Day to{-1};
   bool empty() const { return from > to; }
 };
 
@@ -46,7 +46,7 @@ class SeriesCache {
                 : SeriesDays{std::min(days_.from, days.from), std::max(days_.to, days.to)};
   }
   // Series without end that begin up to this day have been read.
-  std::int32_t endless_to() const { return days_.empty() ? kNever : days_.to; }
+  Day endless_to() const { return days_.empty() ? kNever : days_.to; }
 
   void forget() {
     days_ = {};
@@ -73,7 +73,7 @@ class SeriesCache {
   }
 
  private:
-  static constexpr std::int32_t kNever = std::numeric_limits<std::int32_t>::min();
+  static constexpr Day kNever{std::numeric_limits<std::int32_t>::min()};
   SeriesDays days_;
   std::vector<Series> series_;
   std::unordered_map<std::int32_t, std::size_t> places_;  // by oid

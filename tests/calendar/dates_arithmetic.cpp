@@ -12,29 +12,31 @@ namespace {
 namespace ch = std::chrono;
 
 // The standard library's calendar is the independent judge.
-ch::sys_days sys_day(int day) { return ch::sys_days(ch::December / 30 / 1899) + ch::days(day); }
+ch::sys_days sys_day(Day day) {
+  return ch::sys_days(ch::December / 30 / 1899) + ch::days(day.number());
+}
 
 TEST(CalendarDate, AgreesWithTheStandardCalendarOnEveryDay) {
-  const int first = day_number(1600, 1, 1), last = day_number(4600, 12, 31);
-  for (int day = first; day <= last; ++day) {
+  const Day first = day_of(1600, 1, 1), last = day_of(4600, 12, 31);
+  for (Day day = first; day <= last; ++day) {
     const ch::year_month_day want{sys_day(day)};
-    const SystemTime got = civil_from_day_number(day);
+    const SystemTime got = civil_of(day);
     ASSERT_EQ(got.year, static_cast<int>(want.year()));
     ASSERT_EQ(got.month, static_cast<int>(static_cast<unsigned>(want.month())));
     ASSERT_EQ(got.day, static_cast<int>(static_cast<unsigned>(want.day())));
     ASSERT_EQ(got.day_of_week, static_cast<int>(ch::weekday(sys_day(day)).c_encoding()));
-    ASSERT_EQ(day_number(got.year, got.month, got.day), day);
+    ASSERT_EQ(day_of(got.year, got.month, got.day), day);
     ASSERT_EQ(DayOfWeek(got.month, got.day, got.year), got.day_of_week);
-    ASSERT_EQ(JulianDayNumber(got.month, got.day, got.year), day + 2415019);
+    ASSERT_EQ(JulianDayNumber(got.month, got.day, got.year), day.number() + 2415019);
   }
 }
 
 TEST(CalendarDate, SecondsSurviveTheDouble) {
-  const LocalSeconds from = midnight_of(day_number(1600, 1, 1));
-  const LocalSeconds to = midnight_of(day_number(4600, 12, 31));
+  const LocalSeconds from = midnight_of(day_of(1600, 1, 1));
+  const LocalSeconds to = midnight_of(day_of(4600, 12, 31));
   for (LocalSeconds s = from; s < to; s += 86399 * 7 + 1)
     ASSERT_EQ(to_seconds(to_calendar_date(s)), s);
-  for (const LocalSeconds edge : {from, LocalSeconds(), midnight_of(-1), to})
+  for (const LocalSeconds edge : {from, LocalSeconds(), midnight_of(Day(-1)), to})
     for (LocalSeconds s = edge - kSecondsPerDay; s < edge + kSecondsPerDay; s += 1)
       ASSERT_EQ(to_seconds(to_calendar_date(s)), s);
 }
@@ -54,7 +56,7 @@ TEST(CalendarDate, FractionsCountForwardBefore1900) {
 }
 
 TEST(CalendarDate, PartsOfADateAreRightOnEitherSideOfItsEpoch) {
-  for (const int day : {-108100, -1, 0, 1, 46000})
+  for (const Day day : {Day(-108100), Day(-1), Day(0), Day(1), Day(46000)})
     for (const int second : {0, 1, 43200, 86399}) {
       const CalendarDate date = to_calendar_date(midnight_of(day) + second);
       EXPECT_EQ(whole_day(date), day);
@@ -62,10 +64,10 @@ TEST(CalendarDate, PartsOfADateAreRightOnEitherSideOfItsEpoch) {
       EXPECT_EQ(joined(day, second / 86400.0), date);
       EXPECT_TRUE(is_before(date, to_calendar_date(midnight_of(day) + second + 1)));
       EXPECT_FALSE(is_before(date, date));
-      EXPECT_EQ(calendar_date_of(triple_of(date)), day);
+      EXPECT_EQ(calendar_date_of(triple_of(date)), to_calendar_date(day));
     }
-  EXPECT_EQ(whole_day(std::numeric_limits<double>::quiet_NaN()), 0);
-  EXPECT_EQ(whole_day(1e300), 100000000);
+  EXPECT_EQ(whole_day(std::numeric_limits<double>::quiet_NaN()), Day());
+  EXPECT_EQ(whole_day(1e300), Day(100000000));
 }
 
 TEST(CalendarDate, FieldsPastTheirRangeRollForward) {
@@ -74,7 +76,7 @@ TEST(CalendarDate, FieldsPastTheirRangeRollForward) {
     EXPECT_TRUE(SystemTimeToVariantTime(time, date));
     return date;
   };
-  const auto day = [](int y, int m, int d) { return static_cast<double>(day_number(y, m, d)); };
+  const auto day = [](int y, int m, int d) { return to_calendar_date(day_of(y, m, d)); };
   EXPECT_EQ(converted({2026, 4, 0, 31, 0, 0, 0, 0}), day(2026, 5, 1));
   EXPECT_EQ(converted({2026, 12, 0, 31, 24, 0, 0, 0}), day(2027, 1, 1));
   EXPECT_EQ(converted({2026, 14, 0, 1, 0, 0, 0, 0}), day(2027, 2, 1));
@@ -89,11 +91,12 @@ TEST(CalendarDate, FieldsPastTheirRangeRollForward) {
 TEST(CalendarDate, RefusesWhatIsNoDate) {
   SystemTime time{.year = 2026, .month = 1, .day = 2};
   const SystemTime before = time;
-  for (const double date : {std::nan(""), std::numeric_limits<double>::infinity(), 1e300,
-                            day_number(10000, 1, 1) * 1.0, day_number(99, 12, 31) * 1.0})
+  for (const double date :
+       {std::nan(""), std::numeric_limits<double>::infinity(), 1e300,
+        to_calendar_date(day_of(10000, 1, 1)), to_calendar_date(day_of(99, 12, 31))})
     EXPECT_FALSE(VariantTimeToSystemTime(date, time)) << date;
   EXPECT_EQ(time, before);
-  EXPECT_TRUE(VariantTimeToSystemTime(day_number(9999, 12, 31), time));
+  EXPECT_TRUE(VariantTimeToSystemTime(to_calendar_date(day_of(9999, 12, 31)), time));
 }
 
 TEST(Dates, TheTwoLeapYearRulesDiffer) {

@@ -7,16 +7,16 @@ namespace orvello {
 namespace {
 
 // By the definition: a week belongs to the year that holds its Thursday.
-int iso_week_by_thursday(int day) {
-  const int from_monday = (civil_from_day_number(day).day_of_week + 6) % 7;
-  const int thursday = day - from_monday + 3;
-  const int new_year = day_number(civil_from_day_number(thursday).year, 1, 1);
+int iso_week_by_thursday(Day day) {
+  const int from_monday = (civil_of(day).day_of_week + 6) % 7;
+  const Day thursday = day - from_monday + 3;
+  const Day new_year = day_of(civil_of(thursday).year, 1, 1);
   return (thursday - new_year) / 7 + 1;
 }
 
 TEST(WeekNumbers, IsoAgreesWithTheDefinition) {
-  for (int day = day_number(1990, 1, 1); day <= day_number(2030, 12, 31); ++day) {
-    const SystemTime date = civil_from_day_number(day);
+  for (Day day = day_of(1990, 1, 1); day <= day_of(2030, 12, 31); ++day) {
+    const SystemTime date = civil_of(day);
     ASSERT_EQ(IsoWeekNumber(date.month, date.day, date.year, 1), iso_week_by_thursday(day))
         << date.year << "-" << date.month << "-" << date.day;
   }
@@ -36,8 +36,8 @@ TEST(WeekNumbers, PinnedCases) {
 }
 
 TEST(WeekNumbers, UsWeeksChangeOnSundayOrAheadOfTheNewYear) {
-  for (int day = day_number(1990, 1, 1); day <= day_number(2030, 12, 31); ++day) {
-    const SystemTime a = civil_from_day_number(day), b = civil_from_day_number(day + 1);
+  for (Day day = day_of(1990, 1, 1); day <= day_of(2030, 12, 31); ++day) {
+    const SystemTime a = civil_of(day), b = civil_of(day + 1);
     const int before = UsWeekNumber(a.month, a.day, a.year, 0, 1, 1);
     const int after = UsWeekNumber(b.month, b.day, b.year, 0, 1, 1);
     ASSERT_TRUE(after >= 1 && after <= 53);

@@ -119,7 +119,7 @@ TEST(Pattern, AndItsRuleHaveTheSameOccurrences) {
 RecurrencePattern pattern_from(RecurrenceType type, const char* start) {
   RecurrencePattern pattern;
   pattern.type = type;
-  pattern.pattern_start_date = static_cast<CalendarDate>(day_of(at(start)));
+  pattern.pattern_start_date = to_calendar_date(day_of(at(start)));
   pattern.start_time = 0.375;
   return pattern;
 }
@@ -146,7 +146,7 @@ TEST(Pattern, ClipsADayThatAMonthLacks) {
   auto pattern = pattern_from(RecurrenceType::monthly, "20260130");
   pattern.day_of_month = 30;
   pattern.no_end_date = false;
-  pattern.pattern_end_date = static_cast<CalendarDate>(day_of(at("20260330")));
+  pattern.pattern_end_date = to_calendar_date(day_of(at("20260330")));
   EXPECT_EQ(moments_text(of_pattern(pattern, at("20260101"), at("20270701"))),
             "20260130T090000 20260228T090000 20260330T090000 ");
   pattern = pattern_from(RecurrenceType::yearly, "20240229");

@@ -9,7 +9,7 @@ namespace {
 
 std::vector<LocalSeconds> occurrences(const RecurrencePattern& pattern) {
   std::vector<LocalSeconds> found;
-  append_occurrences(pattern, LocalSeconds(), midnight_of(60000), found);
+  append_occurrences(pattern, LocalSeconds(), midnight_of(Day(60000)), found);
   return found;
 }
 

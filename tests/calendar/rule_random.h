@@ -17,7 +17,7 @@ class RandomRules {
   }
   bool chance(int percent) { return number(1, 100) <= percent; }
   LocalSeconds start() {  // 1999 to 2027, whole minutes
-    return midnight_of(number(36161, 46752)) + number(0, 1439) * 60;
+    return midnight_of(Day(number(36161, 46752))) + number(0, 1439) * 60;
   }
 
   Rule rule(Frequency frequency) {

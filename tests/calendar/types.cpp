@@ -1,8 +1,8 @@
-// What must not compile: a local moment where Coordinated Universal Time is meant, a plain number
-// where a moment is meant, and the other way round.
+// What must not compile: a local moment where Coordinated Universal Time is meant, a day where a
+// moment is meant, a plain number where one of them is meant, and the other way round.
 #include <type_traits>
 
-#include "calendar/seconds.h"
+#include "calendar/calendar_date.h"
 
 namespace orvello {
 namespace {
@@ -36,8 +36,15 @@ static_assert(!std::is_constructible_v<LocalSeconds, double>);  // a calendar da
 static_assert(!Equal<LocalSeconds, int> && !Compare<UtcSeconds, std::int64_t>);
 static_assert(!Subtract<std::int64_t, LocalSeconds>);
 
+static_assert(kApart<Day, LocalSeconds> && kApart<LocalSeconds, Day> && !Add<Day, Day>);
+static_assert(!std::is_convertible_v<int, Day> && !std::is_convertible_v<Day, int>);
+static_assert(!std::is_convertible_v<Day, CalendarDate>);
+static_assert(!std::is_constructible_v<Day, CalendarDate> && !Equal<Day, CalendarDate>);
+static_assert(!Equal<Day, int> && !Subtract<int, Day>);
+
 // They cost what a number costs.
 static_assert(std::is_trivially_copyable_v<UtcSeconds> && sizeof(UtcSeconds) == 8);
+static_assert(std::is_trivially_copyable_v<Day> && sizeof(Day) == 4);
 static_assert(LocalSeconds(90) - LocalSeconds(30) == 60 &&
               LocalSeconds(30) + 60 < LocalSeconds(91));
 

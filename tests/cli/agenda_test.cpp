@@ -16,9 +16,7 @@ namespace {
 
 class Agenda : public ::testing::Test {
  protected:
-  static std::int32_t day(int day_of_november) {
-    return day_number(2026, 11, 1) - 1 + day_of_november;
-  }
+  static Day day(int day_of_november) { return day_of(2026, 11, 1) - 1 + day_of_november; }
   static LocalSeconds at(int day_of_november, int hour, int minute = 0) {
     return midnight_of(day(day_of_november)) + hour * 3600 + minute * 60;
   }
@@ -173,7 +171,7 @@ TEST_F(Agenda, RowsAreTheDayViews) {
   put_all_day(u"Fair", 6, 7);
   made = record(u"Standup", at(2, 22), at(3, 1));
   RecurrencePattern pattern;
-  pattern.pattern_start_date = day(2);
+  pattern.pattern_start_date = to_calendar_date(day(2));
   pattern.start_time = 22.0 / 24;
   pattern.end_time = 1.0 / 24;
   pattern.duration = 180;

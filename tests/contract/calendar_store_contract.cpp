@@ -12,9 +12,7 @@ constexpr UtcSeconds kBackward{(46320LL * 24 + 1) * 3600};  // 25 October 2026, 
 
 }  // namespace
 
-SystemTime TestClock::local_time() const {
-  return civil_from_day_number(static_cast<std::int32_t>(day_of(to_local(now))));
-}
+SystemTime TestClock::local_time() const { return civil_of(day_of(to_local(now))); }
 
 LocalSeconds TestClock::to_local(UtcSeconds utc) const {
   if (zone != "Europe/Berlin") return local_at_offset(utc, offset);
@@ -233,7 +231,7 @@ TEST_P(CalendarStoreContract, ItemsWithAZoneFollowTheDeviceAcrossZones) {
   AppointmentRecord record;
   record.fields.subject = u"call";
   record.zone = "America/New_York";
-  record.start = midnight_of(46200) + 20 * 3600;  // 20:00 there is 03:00 in Berlin's summer
+  record.start = midnight_of(Day(46200)) + 20 * 3600;  // 20:00 there is 03:00 in Berlin's summer
   record.end = record.start + 3600;
   const auto oid = store_->put(record);
   record.fields.subject = u"daily";
@@ -287,7 +285,7 @@ TEST_P(CalendarStoreContract, WhatWasNotTouchedStaysInItsOwnZone) {
   EXPECT_EQ((*store_->load(single))->start, record.start);
   OccurrenceError error = OccurrenceError::none;
   const auto item = app_->item_from_oid(series);
-  const CalendarDate day = whole_day(to_calendar_date(record.start));
+  const CalendarDate day = to_calendar_date(day_of(record.start));
   rename(item->pattern()->occurrence(day + 2.5 / 24, error).get());
   rename(item->pattern()->occurrence(day + 1, error).get());
   const auto after = *store_->load(series);
@@ -352,7 +350,7 @@ TEST_P(CalendarStoreContract, RecordsComeBackWhole) {
   record.fields.categories = u"Work, Home";
   record.fields.body = u"notes";
   record.fields.body_ink = std::string("ink\0ink", 7);
-  record.start = midnight_of(46200);
+  record.start = midnight_of(Day(46200));
   record.end = record.start + 5400;
   record.rules = "RRULE:FREQ=YEARLY;BYMONTHDAY=-1;COUNT=5\nRDATE:20270105T101500";
   record.recipients = {{u"A", u"a@test"}, {u"B", u""}};
@@ -392,7 +390,7 @@ TEST_P(CalendarStoreContract, TransactionsAreAllOrNothing) {
   EXPECT_FALSE(store_->begin());
   AppointmentRecord record;
   record.uid = "a";
-  record.start = midnight_of(46200);
+  record.start = midnight_of(Day(46200));
   record.end = record.start + 60;
   record.fields.categories = u"Gone";
   record.rules = "RRULE:FREQ=DAILY";
@@ -440,7 +438,7 @@ TEST_P(CalendarStoreContract, OidsAreNeverUsedAgain) {
 
 TEST_P(CalendarStoreContract, LabelsInUseAreCounted) {
   AppointmentRecord record;
-  record.start = record.end = midnight_of(46200);
+  record.start = record.end = midnight_of(Day(46200));
   record.fields.categories = u"Work, Home";
   const auto oid = store_->put(record);
   record.fields.categories = u"Work";

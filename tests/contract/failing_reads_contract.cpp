@@ -22,7 +22,7 @@ constexpr std::int32_t kSingle = 1, kZoned = 2, kSeries = 3;
 AppointmentRecord record(std::string uid, std::int32_t day, TextView body) {
   AppointmentRecord one;
   one.uid = std::move(uid);
-  one.start = midnight_of(day) + 9 * 3600;
+  one.start = midnight_of(Day(day)) + 9 * 3600;
   one.end = one.start + 1800;
   one.fields.subject = u"subject";
   one.fields.categories = u"Work";
@@ -177,7 +177,7 @@ const Question kQuestions[] = {
     {"everything", [](Store& store, StoreApplication&) { return whole_text(store); }},
     {"days",
      [](Store& store, StoreApplication&) {
-       const auto oids = store.oids(kDay, kDay + 3);
+       const auto oids = store.oids(Day(kDay), Day(kDay + 3));
        return oids ? Answer(std::to_string(oids->size())) : std::nullopt;
      }},
     {"uid",

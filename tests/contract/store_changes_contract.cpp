@@ -117,7 +117,7 @@ TEST_P(CalendarStoreContract, ASeriesMovesWholeOrNotAtAll) {
     SCOPED_TRACE(c.rules ? c.rules : "pattern");
     AppointmentRecord record;
     record.fields.subject = u"s";
-    record.start = midnight_of(kThursday) + 9 * 3600;
+    record.start = midnight_of(Day(kThursday)) + 9 * 3600;
     record.end = record.start + 3600;
     if (c.rules)
       record.rules = c.rules;
@@ -173,7 +173,7 @@ TEST_P(CalendarStoreContract, APatternIsGivenAndSetInTheDevicesDays) {
   ASSERT_TRUE(store_->put_zone(new_york()));
   AppointmentRecord record;
   record.zone = "America/New_York";
-  record.start = midnight_of(kThursday) + 20 * 3600;
+  record.start = midnight_of(Day(kThursday)) + 20 * 3600;
   record.end = record.start + 3600;
   record.fields.subject = u"call";
   record.pattern = weekly(kThursday, 1 << 4, 3);
@@ -236,7 +236,7 @@ TEST_P(CalendarStoreContract, WhatIsWantedIsThere) {
     record.fields.categories = u"Work";
     record.fields.body = u"notes";
     record.fields.busy_status = BusyStatus::tentative;
-    record.start = record.end = midnight_of(kThursday);
+    record.start = record.end = midnight_of(Day(kThursday));
     if (series) record.rules = "RRULE:FREQ=DAILY;COUNT=2";
     const auto oid = store_->put(record);
     const auto items = app_->default_folder(kFolderCalendar)->items();
@@ -264,7 +264,7 @@ AppointmentRecord rich_series() {
   record.fields.body = u"words";
   record.fields.body_ink = std::string("i\0k", 3);
   record.zone = "America/New_York";
-  record.start = midnight_of(kThursday) + 20 * 3600;
+  record.start = midnight_of(Day(kThursday)) + 20 * 3600;
   record.end = record.start + 3600;
   record.pattern = weekly(kThursday, 1 << 4, 9);
   record.pattern->start_time = 20 / 24.0;

@@ -125,7 +125,7 @@ TEST_F(StoreOnDemand, AStoreWithoutZonesKeepsTheDevicesTimes) {
   ASSERT_TRUE(store.put_zone(new_york()));
   AppointmentRecord record;
   record.zone = "America/New_York";
-  record.start = midnight_of(kDay) + 20 * 3600;
+  record.start = midnight_of(Day(kDay)) + 20 * 3600;
   record.end = record.start + 3600;
   record.residue = "X-A:b";
   record.pattern = weekly(kDay, 1 << 4, 3);

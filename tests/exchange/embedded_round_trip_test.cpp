@@ -31,7 +31,7 @@ TEST_F(EmbeddedRoundTrip, AKnownZoneFollowsANewerDatabase) {
       calendar(event("UID:z\r\nDTSTART;TZID=Europe/Berlin:20260701T120000\r\n"));
   const auto shown = [&] {
     const auto disk = EmbeddedStore::open(path, clock);
-    const auto oids = (*disk)->oids(day_number(2026, 7, 1), day_number(2026, 7, 1));
+    const auto oids = (*disk)->oids(day_of(2026, 7, 1), day_of(2026, 7, 1));
     const auto record = (*disk)->load(oids->size() == 1 ? oids->front() : 0);
     return *record ? to_seconds((*record)->fields.start) : LocalSeconds();
   };

@@ -94,7 +94,7 @@ class ExchangeTest : public testing::Test {
 };
 
 inline LocalSeconds at(int year, int month, int day, int hour = 0, int minute = 0) {
-  return midnight_of(day_number(year, month, day)) + hour * 3600 + minute * 60;
+  return midnight_of(day_of(year, month, day)) + hour * 3600 + minute * 60;
 }
 
 }  // namespace orvello

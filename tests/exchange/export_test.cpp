@@ -275,7 +275,7 @@ TEST_F(ExportTest, OwnAppointments) {
   change_of("plain", [](auto& record) { record.fields.categories = u"Work,Home"; });
   expect_same_after_import(text);
 
-  const auto may = export_calendar(store, day_number(2026, 5, 1), day_number(2026, 5, 31), clock);
+  const auto may = export_calendar(store, day_of(2026, 5, 1), day_of(2026, 5, 31), clock);
   EXPECT_NE(may->find("UID:plain"), std::string::npos);
   EXPECT_EQ(may->find("UID:series"), std::string::npos);
 }

@@ -33,7 +33,7 @@ TEST_F(ImportTest, SeriesWithItsChangesInAnyOrderIsOneAppointment) {
   ASSERT_TRUE(record->pattern);
   EXPECT_EQ(record->pattern->type, RecurrenceType::weekly);
   // The end in UTC is 9:00 in the series' own zone, so that day is still part of it.
-  EXPECT_EQ(record->pattern->pattern_end_date, day_number(2026, 3, 2));
+  EXPECT_EQ(record->pattern->pattern_end_date, to_calendar_date(day_of(2026, 3, 2)));
   ASSERT_EQ(record->exceptions.size(), 4u);
   EXPECT_EQ(record->exceptions[0].original_start, at(2026, 1, 12, 9));
   EXPECT_EQ(record->exceptions[0].start, at(2026, 1, 12, 14));
@@ -259,7 +259,7 @@ TEST_F(ImportTest, OlderForm) {
   EXPECT_EQ(second->end, at(2026, 3, 16));
   EXPECT_EQ(second->pattern->day_of_month, 15);
   // The last day that the rule itself names.
-  EXPECT_EQ(second->pattern->pattern_end_date, day_number(2026, 12, 15));
+  EXPECT_EQ(second->pattern->pattern_end_date, to_calendar_date(day_of(2026, 12, 15)));
   EXPECT_EQ(second->exceptions.size(), 2u);
 }
 

@@ -133,7 +133,7 @@ TEST_F(MessageTest, OneOccurrenceIsCancelledOrTheRest) {
   EXPECT_EQ(exported(), text);
   EXPECT_EQ(told(cancel("RECURRENCE-ID;RANGE=THISANDFUTURE:20260110T090000Z\r\n")),
             "5: \"Plan\" is cancelled from 20260110 on\n");
-  EXPECT_EQ(of_uid("m")->pattern->pattern_end_date, day_number(2026, 1, 9));
+  EXPECT_EQ(of_uid("m")->pattern->pattern_end_date, to_calendar_date(day_of(2026, 1, 9)));
   // Its cancelled occurrence may come before the series.
   store.put_back({});
   const std::string early = message(

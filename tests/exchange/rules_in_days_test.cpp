@@ -24,11 +24,9 @@ class RulesInDays : public ExchangeTest {
     const auto items = application->default_folder(kFolderCalendar)->items();
     items->set_include_recurrences(true);
     items->sort(u"[Start]", false);
-    const auto day = [](const char* text) {
-      return static_cast<double>(day_of(parse_moment(text).value()));
-    };
+    const auto day = [](const char* text) { return day_of(parse_moment(text).value()); };
     std::string list;
-    const Text span = format(u"[End] >= <%.0f AND [Start] <= <%.0f", day(from), day(to));
+    const Text span = restriction_to(day(from), day(to));
     int rows = 0;
     for (auto item = items->find(span); item; item = items->find_next(), ++rows) {
       if (rows < 6 || item->many != 0)

@@ -42,7 +42,7 @@ TEST_F(DayAgendaTest, LabelsSayWhichPartOfASpanTheDayHolds) {
 
 // Dates before 30 December 1899 are negative and their fractions count the other way round.
 TEST_F(DayAgendaTest, ADayBefore1900ReadsLikeAnyOther) {
-  const std::int32_t first = day_number(1604, 2, 28);
+  const Day first = day_of(1604, 2, 28);
   const auto then = [&](int days, int hour) {
     return to_calendar_date(midnight_of(first + days) + hour * 3600);
   };
@@ -90,7 +90,7 @@ TEST_F(DayAgendaTest, CrowdedSeriesLeaveAYearReadableAndCountWhatTheyDoNotList) 
     ASSERT_NE(store.put(tick), 0);
   }
   DayBounds year;
-  year.end_from = static_cast<std::int32_t>(day(6));
+  year.end_from = day(6);
   year.start_to = year.end_from + kDays - 1;
   OccurrenceList list;
   ASSERT_TRUE(store.query({year, true}, list));

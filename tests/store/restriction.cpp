@@ -7,12 +7,12 @@ namespace {
 
 TEST(Restriction, ReadsTheTextsTheViewsSend) {
   DayBounds bounds;
-  bounds.end_from = 39448;
-  bounds.start_to = 39448;
+  bounds.end_from = Day(39448);
+  bounds.start_to = Day(39448);
   EXPECT_EQ(parse_restriction(u"[End] >= <39448 AND [Start] <= <39448"), bounds);
-  bounds.start_to = 39447;
+  bounds.start_to = Day(39447);
   EXPECT_EQ(parse_restriction(u"[End] >= <39448 AND [Start] <  <39448"), bounds);
-  bounds.end_from = 39449;
+  bounds.end_from = Day(39449);
   EXPECT_EQ(parse_restriction(u"[End] >  <39448 AND [Start] <  <39448"), bounds);
 }
 
@@ -22,7 +22,7 @@ TEST(Restriction, SpacingCaseAndOrderDoNotMatter) {
                            Text(u"  [Start]  <=  < 39450.75 AND\t[End]>=<39448 "),
                            Text(u"[Start] <= <39460 AND [End] >= <39448 AND [Start] < <39451")})
     EXPECT_EQ(parse_restriction(text), usual) << to_utf8(text);
-  EXPECT_EQ(parse_restriction(u"[Start] = <-5")->start_from, -5);
+  EXPECT_EQ(parse_restriction(u"[Start] = <-5")->start_from, Day(-5));
 }
 
 TEST(Restriction, RefusesWhatItCannotRead) {
@@ -35,7 +35,7 @@ TEST(Restriction, RefusesWhatItCannotRead) {
   // Far beyond any date, and still in order.
   const auto far = parse_restriction(u"[Start] >  <99999999999999999999");
   ASSERT_TRUE(far);
-  EXPECT_GT(far->start_from, 949998);
+  EXPECT_GT(far->start_from, Day(949998));
 }
 
 }  // namespace

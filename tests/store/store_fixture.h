@@ -16,7 +16,7 @@ class StoreTest : public ::testing::Test {
  protected:
   StoreTest() { EXPECT_TRUE(session.Open(nullptr)); }
 
-  static std::int32_t day(int of_november) { return day_number(2026, 11, of_november); }
+  static Day day(int of_november) { return day_of(2026, 11, of_november); }
   static CalendarDate at(int of_november, int hour, int minute = 0) {
     return to_calendar_date(midnight_of(day(of_november)) + hour * 3600 + minute * 60);
   }
@@ -39,7 +39,7 @@ class StoreTest : public ::testing::Test {
                           RecurrenceType type = RecurrenceType::daily) {
     RecurrencePattern pattern;
     pattern.type = type;
-    pattern.pattern_start_date = whole_day(fields.start);
+    pattern.pattern_start_date = to_calendar_date(whole_day(fields.start));
     pattern.start_time = time_of_day(fields.start);
     pattern.end_time = time_of_day(fields.end);
     pattern.duration =

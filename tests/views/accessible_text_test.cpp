@@ -36,7 +36,7 @@ TEST(AccessibleText, TheMonthGridHasACellForEachDayDrawn) {
     month.settings.showdays = showdays;
     const MonthLayout layout(month.snapshot(12, 2026));  // begins on a Tuesday
     const AccessibleGrid grid =
-        accessible_month(layout, day_count_of({4, 5}, WholeDayNumber(12, 1, 2026)), kInEnglish);
+        accessible_month(layout, day_count_of({4, 5}, day_of(2026, 12, 1)), kInEnglish);
     EXPECT_EQ(to_utf8(grid.name), "December 2026");
     EXPECT_EQ(grid.columns, 7);
     ASSERT_EQ(grid.cells.size(), layout.cells.size());

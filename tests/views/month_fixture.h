@@ -65,7 +65,7 @@ class MonthFixture {
 };
 
 inline CalendarDate at(int month, int day, int year, double hour = 0) {
-  return joined(WholeDayNumber(month, day, year), hour / 24);
+  return joined(day_of(year, month, day), hour / 24);
 }
 
 struct DrawnMonth {

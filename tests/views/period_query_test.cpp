@@ -69,7 +69,7 @@ TEST(PeriodQuery, AReadingThatBreaksOffIsNoAnswer) {
   const std::atomic<int> drawing{101};
   for (const ItemsSource& failing : {ItemsSource(source), ItemsSource(closed)}) {
     EXPECT_FALSE(fetch_period(failing, kGrid, {}));
-    EXPECT_FALSE(count_days(failing, 40210, 40237, {}));
+    EXPECT_FALSE(count_days(failing, Day(40210), Day(40237), {}));
     EXPECT_EQ(BuildYearMarks(2010, failing, {}, drawing, marks), MarksOutcome::unreadable);
   }
 }

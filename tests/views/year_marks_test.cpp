@@ -81,7 +81,7 @@ TEST_F(YearMarksTest, OnlyWhatPassesTheProfile) {
   add(day(5, 4, 2026), day(5, 6, 2026), u"Home");
   const auto work = [](TextView categories) { return categories == u"Work"; };
   EXPECT_EQ(marked(2026, work), "5/4 5/5 ");
-  EXPECT_EQ(count_days(source(), 46146, 46148, work), (std::vector<int>{1, 1, 0}));
+  EXPECT_EQ(count_days(source(), Day(46146), Day(46148), work), (std::vector<int>{1, 1, 0}));
   // A hidden one says nothing about its days, and hides none that lie inside it.
   items.clear();
   add(day(5, 4, 2026), day(5, 9, 2026), u"Home");
@@ -110,8 +110,8 @@ TEST_F(YearMarksTest, EachAppointmentCountsOnceADay) {
   add(day(5, 4, 2026, 9), day(5, 4, 2026, 10));
   add(day(5, 1, 2026), day(5, 5, 2026), {}, true);
   add(day(4, 1, 2026), day(6, 5, 2046));
-  EXPECT_EQ(count_days(source(), 46146, 46148, {}), (std::vector<int>{3, 2, 1}));
-  EXPECT_TRUE(count_days(source(), 46146, 46145, {})->empty());
+  EXPECT_EQ(count_days(source(), Day(46146), Day(46148), {}), (std::vector<int>{3, 2, 1}));
+  EXPECT_TRUE(count_days(source(), Day(46146), Day(46145), {})->empty());
 }
 
 TEST_F(YearMarksTest, TheSnapshotAsksOnlyWhenMarksAreWanted) {

@@ -26,7 +26,7 @@ class QtDevice : public ScenarioDevice {
     put_content(folder_ / "settings.vol", "");  // not the first use: nobody answers its note
     QtHostOptions options;
     options.paths = {folder_.path(), folder_.path(), folder_.path()};
-    options.now = midnight_of(day_number(2026, 11, 21)) + 36000;
+    options.now = midnight_of(day_of(2026, 11, 21)) + 36000;
     options.russian = false;
     options.screen = Size{240, 320};
     options.dpi = 96;

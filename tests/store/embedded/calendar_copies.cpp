@@ -118,7 +118,7 @@ TEST_F(CalendarCopiesTest, AnEmptyCalendarAndOneThatIsGoneLeaveTheCopiesAlone) {
 
 TEST(CalendarCopies, AreThinnedOutToDaysWeeksAndMonths) {
   std::vector<MonthDayYear> days;
-  const std::int32_t newest = day_number(2026, 11, 21);
+  const Day newest = day_of(2026, 11, 21);
   for (int back = 0; back < 400; ++back) days.push_back(triple_of(newest - back));
   const auto keep = copies_to_keep(days);
   std::string kept;

@@ -75,7 +75,7 @@ TEST_F(SeriesInDays, AreThoseOfAStoreWithoutAFile) {
     }
     if (random.chance(50)) continue;
     DayBounds bounds;
-    bounds.end_from = static_cast<std::int32_t>(day_of(random.start()));
+    bounds.end_from = day_of(random.start());
     bounds.start_to = bounds.end_from + (random.chance(80) ? random.number(0, 45) : 366);
     if (random.chance(10)) std::swap(bounds.end_from, bounds.start_to);
     if (random.chance(5)) bounds.start_from = bounds.end_from;
@@ -90,7 +90,7 @@ TEST_F(SeriesInDays, AreThoseOfAStoreWithoutAFile) {
 // an older program held for the first day of a series with a date before its start.
 TEST_F(SeriesInDays, OfAnOlderFileAreFoundToo) {
   AppointmentRecord early = series(1);
-  early.start = midnight_of(day_number(2026, 1, 5));
+  early.start = midnight_of(day_of(2026, 1, 5));
   early.end = early.start + 3600;
   early.rules = "RRULE:FREQ=DAILY;COUNT=3\nRDATE:20010203T100000";
   early.exceptions.clear();
@@ -103,7 +103,7 @@ TEST_F(SeriesInDays, OfAnOlderFileAreFoundToo) {
       ASSERT_TRUE((*file)->run(sql)) << (*file)->reason();
   }
   DayBounds bounds;
-  bounds.end_from = bounds.start_to = day_number(2001, 2, 3);
+  bounds.end_from = bounds.start_to = day_of(2001, 2, 3);
   const auto disk = open();
   EXPECT_EQ(rows(*disk, bounds).size(), 1u);
   ASSERT_NE(disk->put(series(2)), 0);

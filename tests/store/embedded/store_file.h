@@ -30,7 +30,7 @@ class StoreFile : public testing::Test {
   static AppointmentRecord record(std::string uid) {
     AppointmentRecord record;
     record.uid = std::move(uid);
-    record.start = midnight_of(46200);
+    record.start = midnight_of(Day(46200));
     record.end = record.start + 1800;
     record.fields.subject = u"subject";
     record.fields.categories = u"Work";

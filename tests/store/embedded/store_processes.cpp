@@ -75,7 +75,7 @@ TEST_F(StoreProcesses, WhatTheFileHasWasNotLostBecauseItsFolderCouldNotBeSynced)
   system->xSetSystemCall(system, "openDirectory", nullptr);
   EXPECT_NE(oid, 0);
   EXPECT_TRUE(kept);
-  EXPECT_EQ(store->oids(46200, 46200)->size(), 2u);
+  EXPECT_EQ(store->oids(Day(46200), Day(46200))->size(), 2u);
   EXPECT_NE(store->put(record("after")), 0);
   EXPECT_EQ(open()->oids({}, {})->size(), 3u);
   EXPECT_EQ(open()->foreign()->size(), 1u);
@@ -92,7 +92,7 @@ TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
   auto series = record("series");
   series.rules = "RRULE:FREQ=DAILY";
   const auto oid = window->put(series);
-  EXPECT_EQ(window->oids(46300, 46300)->size(), 1u);
+  EXPECT_EQ(window->oids(Day(46300), Day(46300))->size(), 1u);
   window->poll();
   listener.heard.clear();
   {
@@ -102,7 +102,7 @@ TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
     ASSERT_NE(command->put(record("two")), 0);
     ASSERT_TRUE(command->erase(oid));
     ASSERT_TRUE(command->commit());
-    EXPECT_EQ(window->oids(46300, 46300)->size(), 0u)
+    EXPECT_EQ(window->oids(Day(46300), Day(46300))->size(), 0u)
         << "the series kept in memory is gone as well";
   }
   EXPECT_TRUE(window->poll());
@@ -214,9 +214,9 @@ TEST_F(StoreProcesses, ItemsOfAnyLengthAreFoundOnEachOfTheirDays) {
     item.end = item.start + days * kSecondsPerDay + 60;
     const auto oid = store->put(item);
     for (std::int32_t day : {46200, 46200 + days / 2, 46200 + days})
-      EXPECT_EQ(*store->oids(day, day), std::vector<std::int32_t>{oid}) << days;
-    EXPECT_TRUE(store->oids(46199, 46199)->empty());
-    EXPECT_TRUE(store->oids(46201 + days, 46201 + days)->empty());
+      EXPECT_EQ(*store->oids(Day(day), Day(day)), std::vector<std::int32_t>{oid}) << days;
+    EXPECT_TRUE(store->oids(Day(46199), Day(46199))->empty());
+    EXPECT_TRUE(store->oids(Day(46201 + days), Day(46201 + days))->empty());
     store->erase(oid);
   }
 }
