@@ -171,6 +171,18 @@ std::vector<Text> split(TextView text, char16_t separator) {
   return pieces;
 }
 
+TextView trimmed(TextView text) {
+  while (!text.empty() && text.front() == u' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() == u' ') text.remove_suffix(1);
+  return text;
+}
+
+std::string_view trimmed(std::string_view bytes) {
+  while (!bytes.empty() && static_cast<unsigned char>(bytes.front()) <= ' ') bytes.remove_prefix(1);
+  while (!bytes.empty() && static_cast<unsigned char>(bytes.back()) <= ' ') bytes.remove_suffix(1);
+  return bytes;
+}
+
 Text upper_ascii(TextView text) {
   Text out(text);
   for (char16_t& c : out)

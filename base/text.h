@@ -48,6 +48,11 @@ Text cut(TextView text, std::size_t units);
 // Pieces between separators, empty ones included; an empty text is one empty piece.
 std::vector<Text> split(TextView text, char16_t separator);
 
+// Without the blanks at both ends; of bytes, which come from files and the command line, without
+// tabs and other control characters there as well.
+TextView trimmed(TextView text);
+std::string_view trimmed(std::string_view bytes);
+
 Text upper_ascii(TextView text);
 bool starts_with(TextView text, TextView prefix);
 

@@ -56,8 +56,6 @@ void LoadMonthNames(MonthNames& names, const LocaleData& locale) {
   for (std::size_t i = 0; i < names.size(); ++i) names[i] = cut(locale.month_names[i], kNameLength);
 }
 
-bool has_24_hour_clock(const LocaleData& locale) { return !starts_with(locale.time_format, u"0"); }
-
 Text FormatTimeOfDay(CalendarDate date, bool clock24, const LocaleData& locale) {
   return cut(time_text(date, clock24, locale), kTimeLength);
 }

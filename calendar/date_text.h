@@ -26,9 +26,6 @@ Text DayNameForWeekday(int weekday, bool truncate, const LocaleData& locale);
 using MonthNames = std::array<Text, 12>;
 void LoadMonthNames(MonthNames& names, const LocaleData& locale);
 
-// The default of the setting timeformat: false for a 12-hour clock.
-bool has_24_hour_clock(const LocaleData& locale);
-
 Text FormatTimeOfDay(CalendarDate date, bool clock24, const LocaleData& locale);
 
 // Puts the time into the combo's edit text and selects the item that reads the same, if any.

@@ -83,16 +83,12 @@ class Reader {
   std::string_view rest_;
 };
 
-int days_in(int year, int month) {
-  return month == 2 && !is_leap(year) ? 28 : kLongestMonth[month - 1];
-}
-
 LocalSeconds moment_of(const PosixZone::YearDay& day, int year) {
   Day found = day_of(year, 1, 1);
   if (day.kind == PosixZone::YearDay::Kind::weekday_of_month) {
     const Day first = day_of(year, day.month, 1);
     found = first + (day.weekday - weekday_of(first) + 7) % 7 + 7 * (day.week - 1);
-    while (found >= first + days_in(year, day.month)) found -= 7;
+    while (found >= first + month_length(year * 12 + day.month - 1)) found -= 7;
   } else if (day.kind == PosixZone::YearDay::Kind::day_without_leap) {
     found += day.number - 1 + (is_leap(year) && day.number >= 60 ? 1 : 0);
   } else {

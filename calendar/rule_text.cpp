@@ -158,8 +158,8 @@ std::optional<int> parse_whole_number(std::string_view text) {
 
 std::optional<LocalSeconds> parse_moment(std::string_view text) {
   const bool is_day = text.size() == 8;
-  if (text.size() == 16 && text.back() == 'Z') text.remove_suffix(1);
-  if (!is_day && (text.size() != 15 || text[8] != 'T')) return std::nullopt;
+  if (text.size() == 16 && (text.back() == 'Z' || text.back() == 'z')) text.remove_suffix(1);
+  if (!is_day && (text.size() != 15 || (text[8] != 'T' && text[8] != 't'))) return std::nullopt;
   for (std::size_t i = 0; i < text.size(); ++i)
     if (i != 8 && (text[i] < '0' || text[i] > '9')) return std::nullopt;
   const auto number = [text](std::size_t at, std::size_t size) {

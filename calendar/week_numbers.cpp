@@ -1,11 +1,9 @@
 #include "calendar/week_numbers.h"
 
+#include "calendar/rule_days.h"
+
 namespace orvello {
 namespace {
-
-bool is_gregorian_leap_year(int year) {
-  return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-}
 
 // The first day of the week that holds the start date; with weeks from Monday and a start date on
 // Sunday it is the Monday after, as the weekday counts from Sunday.
@@ -22,8 +20,8 @@ int IsoWeekNumber(int month, int day, int year, int firstdayofweek) {
   const int rest = n % 7;
   // The leap test is made 300 years on. It differs from the year's own in one year of four
   // hundred only, and is kept as it is.
-  if (week == 0) return (is_gregorian_leap_year(year + 299) ? 1 : 0) + rest >= 6 ? 53 : 52;
-  if (week == 53) return rest > (is_gregorian_leap_year(year + 300) ? 1 : 0) ? 1 : 53;
+  if (week == 0) return (is_leap(year + 299) ? 1 : 0) + rest >= 6 ? 53 : 52;
+  if (week == 53) return rest > (is_leap(year + 300) ? 1 : 0) ? 1 : 53;
   return week;
 }
 

@@ -66,10 +66,10 @@ const char* busy_word(BusyStatus status) {
 std::string categories_json(TextView categories) {
   std::string out = "[";
   for (const Text& piece : split(categories, u',')) {
-    const std::size_t from = piece.find_first_not_of(u' ');
-    if (from == Text::npos) continue;
+    const TextView label = trimmed(piece);
+    if (label.empty()) continue;
     if (out.size() > 1) out += ", ";
-    out += json_text(piece.substr(from, piece.find_last_not_of(u' ') + 1 - from));
+    out += json_text(label);
   }
   return out + "]";
 }

@@ -22,12 +22,6 @@ bool equal_ignoring_case(std::string_view a, std::string_view b) {
   return true;
 }
 
-std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ') text.remove_prefix(1);
-  while (!text.empty() && static_cast<unsigned char>(text.back()) <= ' ') text.remove_suffix(1);
-  return text;
-}
-
 bool Property::named(std::string_view wanted) const { return equal_ignoring_case(name, wanted); }
 bool Component::named(std::string_view wanted) const { return equal_ignoring_case(name, wanted); }
 

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text.h"
+
 namespace orvello {
 
 struct Property {
@@ -58,7 +60,6 @@ bool split_property(std::string_view line, Property& property);
 std::optional<std::string> parameter(const Property& property, std::string_view upper);
 
 bool equal_ignoring_case(std::string_view a, std::string_view b);
-std::string_view trimmed(std::string_view text);
 
 // Pieces between separators, backslash escapes left alone.
 std::vector<std::string_view> split_values(std::string_view value, char separator);

@@ -4,6 +4,10 @@
 
 #include <cstdio>
 
+#include "base/text.h"
+#include "calendar/rule_days.h"
+#include "calendar/rule_text.h"
+
 namespace orvello {
 namespace {
 
@@ -16,36 +20,14 @@ int digits(std::string_view text, std::size_t at, std::size_t count) {
   return value;
 }
 
-bool is_leap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
-
-int days_in(int month, int year) {
-  constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return kDays[month - 1] + (month == 2 && is_leap(year));
-}
-
 }  // namespace
 
 std::optional<DateValue> parse_date(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-  const bool is_date = text.size() == 8;
-  if (!is_date && text.size() != 15 && text.size() != 16) return std::nullopt;
-  const int year = digits(text, 0, 4), month = digits(text, 4, 2), day = digits(text, 6, 2);
+  text = trimmed(text);
+  const auto local = parse_moment(text);
   // The calendar date's own range begins in the year 100.
-  if (year < 100 || month < 1 || month > 12 || day < 1 || day > days_in(month, year))
-    return std::nullopt;
-  DateValue value;
-  value.is_date = is_date;
-  value.local = midnight_of(day_of(year, month, day));
-  if (is_date) return value;
-  const int hour = digits(text, 9, 2), minute = digits(text, 11, 2), second = digits(text, 13, 2);
-  if ((text[8] != 'T' && text[8] != 't') || hour < 0 || hour > 23 || minute < 0 || minute > 59 ||
-      second < 0 || second > 60)
-    return std::nullopt;
-  value.utc = text.size() == 16;
-  if (value.utc && text[15] != 'Z' && text[15] != 'z') return std::nullopt;
-  value.local += hour * 3600 + minute * 60 + (second == 60 ? 59 : second);
-  return value;
+  if (!local || *local < kFirstRuleSecond) return std::nullopt;
+  return DateValue{*local, text.size() == 8, text.size() == 16};
 }
 
 std::optional<DurationValue> parse_duration(std::string_view text) {

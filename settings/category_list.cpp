@@ -26,9 +26,7 @@ bool read_folders(const FolderText& folder_text, std::vector<Text>& entries) {
   if (joined.empty()) return read;
   std::replace(joined.begin(), joined.end(), u'\n', u',');
   for (const Text& piece : split(joined, u',')) {
-    Text label = cut(piece, kLabelLength);
-    trimSpaces(label);
-    entries.push_back(std::move(label));
+    entries.emplace_back(trimmed(cut(piece, kLabelLength)));
   }
   removeDuplicateLabels(entries);
   return read;

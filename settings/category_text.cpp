@@ -27,10 +27,7 @@ int countChar(TextView text, char16_t character) {
   return static_cast<int>(std::count(text.begin(), text.end(), character));
 }
 
-void trimSpaces(Text& text) {
-  text.erase(text.find_last_not_of(u' ') + 1);
-  text.erase(0, text.find_first_not_of(u' '));
-}
+void trimSpaces(Text& text) { text = Text(trimmed(text)); }
 
 void removeDuplicateLabels(std::vector<Text>& labels) {
   std::vector<Text> kept;

@@ -18,12 +18,6 @@ std::size_t bit_of(StoreChange change, bool remote) {
   return static_cast<std::size_t>(change) + (remote ? 3 : 0);
 }
 
-Text trimmed(const Text& text) {
-  const auto first = text.find_first_not_of(u' ');
-  if (first == Text::npos) return {};
-  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
-}
-
 }  // namespace
 
 RecordCalendarStore::RecordCalendarStore(const Clock& clock)
@@ -62,7 +56,7 @@ std::optional<std::vector<CategoryUse>> RecordCalendarStore::category_use_counts
     if (!texts) return false;
     for (const auto& [text, items] : *texts)
       for (const Text& piece : split(text, u','))
-        if (Text label = trimmed(piece); !label.empty()) {
+        if (const Text label(trimmed(piece)); !label.empty()) {
           auto& use = uses[label];
           use.label = label;
           use.*count += items;
@@ -86,7 +80,7 @@ std::optional<Text> RecordCalendarStore::category_text(int folder) {
   if (!texts) return std::nullopt;
   for (const auto& [text, items] : *texts)
     for (const Text& piece : split(text, u',')) {
-      Text label = trimmed(piece);
+      Text label(trimmed(piece));
       if (label.empty() || std::find(seen.begin(), seen.end(), label) != seen.end()) continue;
       joined += (joined.empty() ? u"" : u",") + label;
       seen.push_back(std::move(label));

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "calendar/rule.h"
 #include "calendar/rule_text.h"
 #include "tests/data_path.h"
@@ -20,19 +21,13 @@ struct RuleCase {
   bool ends = false;
 };
 
-inline std::string trimmed(const std::string& text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 // A line that cannot be read throws: the test that reads the file then fails.
 inline RuleCase read_rule_case(const std::string& line) {
   RuleCase one;
   one.line = line;
   const auto fields = split_bytes(line, '|');
-  one.rule = *parse_rule(trimmed(std::string(fields.at(1))));
-  one.start = parse_moment(trimmed(std::string(fields[0]))).value();
+  one.rule = *parse_rule(trimmed(fields.at(1)));
+  one.start = parse_moment(trimmed(fields[0])).value();
   std::istringstream words{std::string(fields.at(2))};
   std::string time;
   for (std::string word; words >> word;) {
