@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/own_messages.h"
+#include "app/wait_cursor.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
 
@@ -166,9 +167,8 @@ bool Application::on_refresh(const Message& message) {
 void Application::reload_view() {
   grid_.hide_label();
   if (grid_.is_shown()) return grid_.request_redraw();
-  host_.window.show_wait_cursor();
+  const WaitCursor waiting(host_.window);
   day_view_.rebuild();
-  host_.window.hide_wait_cursor();
 }
 
 void Application::note_read(ReadOutcome outcome) {

@@ -2,6 +2,7 @@
 
 #include "app/day_popups.h"
 #include "app/day_view.h"
+#include "app/wait_cursor.h"
 #include "ports/messages.h"
 #include "resources/dialog_templates.h"
 #include "resources/ids.h"
@@ -50,10 +51,11 @@ void DayView::paste() {
     return;
   }
   const bool move = source.cut != 0;
-  c_.host.window.show_wait_cursor();
-  const bool done = copy_or_move(c_.session, c_.host.boxes, move ? source.cut : source.copied,
-                                 source.start, shown_day(), move);
-  c_.host.window.hide_wait_cursor();
+  const bool done = [&] {
+    const WaitCursor waiting(c_.host.window);
+    return copy_or_move(c_.session, c_.host.boxes, move ? source.cut : source.copied, source.start,
+                        shown_day(), move);
+  }();
   // What could not be moved can be tried again.
   if (move && done) source.cut = 0;
   c_.commands.appointments_changed(false);
@@ -92,9 +94,8 @@ void DayView::delete_row(const RowKey& key) {
   focus_list();
   bool reconnect = false;
   if (answer != DeleteProcedure::kCancel) {
-    c_.host.window.show_wait_cursor();
+    const WaitCursor waiting(c_.host.window);
     reconnect = delete_appointment(c_.session, c_.host.boxes, meant.oid, answer, meant.start);
-    c_.host.window.hide_wait_cursor();
   }
   c_.commands.appointments_changed(reconnect);
 }

@@ -5,6 +5,7 @@
 
 #include "app/day_popups.h"
 #include "app/own_messages.h"
+#include "app/wait_cursor.h"
 #include "calendar/date_pictures.h"
 #include "ports/messages.h"
 #include "resources/dialog_templates.h"
@@ -40,9 +41,10 @@ void DayView::handle(Dialog& dialog, const DialogEvent& event) {
     row_ = kNoRow;
     focused_zone_ = DayHeaderZone::none;
     pointer_.set_view(c_.state.layout.work.width, c_.state.dpi_x);
-    c_.host.window.show_wait_cursor();
-    build_list();
-    c_.host.window.hide_wait_cursor();
+    {
+      const WaitCursor waiting(c_.host.window);
+      build_list();
+    }
     tell_parts();
     focus_list();
   } else if (event.kind == Event::timer) {

@@ -1,5 +1,6 @@
 #include "app/forms.h"
 
+#include "app/wait_cursor.h"
 #include "resources/ids.h"
 #include "settings/registry_access.h"
 
@@ -22,9 +23,8 @@ void Forms::edit_appointment(ApplicationState& state) {
 
 void Forms::change_settings(SettingsRecord& settings, SettingsCommands& commands) {
   if (parts_.settings) parts_.settings->run(settings, commands);
-  host_.window.show_wait_cursor();
+  const WaitCursor waiting(host_.window);
   FlushSettings(host_.registry);
-  host_.window.hide_wait_cursor();
 }
 
 }  // namespace orvello

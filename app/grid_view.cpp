@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/own_messages.h"
+#include "app/wait_cursor.h"
 
 namespace orvello {
 
@@ -65,13 +66,14 @@ void GridView::redraw_selection() {
 void GridView::draw_requested() {
   if (!page_ || !std::exchange(redraw_pending_, false)) return;
   const bool same_items = !std::exchange(items_wanted_, false);
-  c_.host.window.show_wait_cursor();
-  const auto outcome =
-      page_->take({c_.state.layout, c_.state.current, c_.state.today, focus_visible_}, same_items);
-  if (outcome) c_.commands.note_read(*outcome);
-  stands_ = true;
-  worker_.request(page_->drawing());
-  c_.host.window.hide_wait_cursor();
+  {
+    const WaitCursor waiting(c_.host.window);
+    const auto outcome = page_->take(
+        {c_.state.layout, c_.state.current, c_.state.today, focus_visible_}, same_items);
+    if (outcome) c_.commands.note_read(*outcome);
+    stands_ = true;
+    worker_.request(page_->drawing());
+  }
   c_.host.window.accessible_changed();
 }
 

@@ -6,7 +6,6 @@
 #include <cctype>
 #include <chrono>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 
@@ -76,26 +75,6 @@ UtcSeconds SystemClock::to_utc(LocalSeconds local) const {
 
 std::optional<Zone> SystemClock::known_zone(std::string_view name) const {
   return read_zone(zone_folders_, name);
-}
-
-std::optional<LocalSeconds> parse_local_time(const std::string& text) {
-  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, end = 0;
-  const char* picture = "%4d-%2d-%2dT%2d:%2d%n";
-  if (text.size() == 19) picture = "%4d-%2d-%2dT%2d:%2d:%2d%n";
-  const int wanted = text.size() == 19 ? 6 : 5;
-  if (text.size() != 16 && text.size() != 19) return std::nullopt;
-  for (char c : text)
-    if (!std::isdigit(static_cast<unsigned char>(c)) && c != '-' && c != ':' && c != 'T')
-      return std::nullopt;
-  const int found = std::sscanf(text.c_str(), picture, &year, &month, &day, &hour, &minute,
-                                wanted == 6 ? &second : &end, &end);
-  if (found != wanted || end != static_cast<int>(text.size())) return std::nullopt;
-  const Day number = day_of(year, month, day);
-  const SystemTime back = civil_of(number);
-  if (back.year != year || back.month != month || back.day != day) return std::nullopt;
-  if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
-    return std::nullopt;
-  return midnight_of(number) + hour * 3600 + minute * 60 + second;
 }
 
 std::string zone_name_from(const char* tz_variable, const std::string& link_target) {

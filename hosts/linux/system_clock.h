@@ -26,10 +26,6 @@ class SystemClock : public Clock {
   std::vector<std::string> zone_folders_;
 };
 
-// "2026-11-21T09:30" (seconds may follow) as local seconds; nothing for anything else, such as a
-// date that does not exist.
-std::optional<LocalSeconds> parse_local_time(const std::string& text);
-
 // The zone's name out of the TZ variable (null: not set) or the target of the system's local-time
 // link; empty when neither names a zone.
 std::string zone_name_from(const char* tz_variable, const std::string& link_target);
