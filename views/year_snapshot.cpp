@@ -54,13 +54,6 @@ std::optional<YearSnapshot> take_year_snapshot(StoreSession& session,
                             selected, focus_visible);
 }
 
-YearSnapshot select_in_year(YearSnapshot snapshot, const MonthDayYear& selected,
-                            bool focus_visible) {
-  snapshot.selected = selected;
-  snapshot.focus_visible = focus_visible;
-  return snapshot;
-}
-
 YearLayout::YearLayout(const YearSnapshot& snapshot)
     : YearLayout(snapshot.screen, snapshot.year, snapshot.firstdayofweek) {}
 

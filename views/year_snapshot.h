@@ -50,8 +50,4 @@ std::optional<YearSnapshot> take_year_snapshot(StoreSession& session,
                                                const MonthDayYear& today,
                                                const MonthDayYear& selected, bool focus_visible);
 
-// The same year with another day selected: no store is asked.
-YearSnapshot select_in_year(YearSnapshot snapshot, const MonthDayYear& selected,
-                            bool focus_visible);
-
 }  // namespace orvello
