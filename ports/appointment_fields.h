@@ -26,7 +26,7 @@ struct AppointmentFields {
   Text body;
   std::string body_ink;  // empty: the notes are `body` alone
   CalendarDate start = kNoDate;
-  CalendarDate end = kNoDate;  // of an all-day item as AllDayEnd says
+  CalendarDate end = kNoDate;  // of an all-day item: see AllDayEnd
   bool all_day = false;
   bool reminder_set = false;
   std::int32_t reminder_minutes = 15;
@@ -77,9 +77,9 @@ class AppointmentFieldSet {
   std::uint32_t bits_ = 0;
 };
 
-// Where an all-day item ends. The port passes it as the platform stores it; own_end() and
-// stored_end() are the one place where it becomes what the program works with, on its
-// last day, and back.
+// Where an all-day item's end lies. The port gives and takes it as the platform stores it; these
+// two are the one place where it becomes what the program works with, 23:59 of the last day, and
+// back. Who walks a collection by each_item() is given that already.
 enum class AllDayEnd {
   on_last_day,    // at any time of its last day, such as 23:59 or just under half past midnight
   next_midnight,  // at the midnight that ends its last day: platform generation 3
