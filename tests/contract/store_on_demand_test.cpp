@@ -108,10 +108,10 @@ TEST_F(StoreOnDemand, ViewsReadOnlyWhatTheyShow) {
   const auto everyone = [](TextView) { return true; };
   SettingsRecord settings;
   store.properties = 0;
-  ASSERT_FALSE(full_agenda(source().get(), kDay, settings, everyone).failed);
+  ASSERT_FALSE(full_agenda(source().get(), Day(kDay), settings, everyone).failed);
   EXPECT_EQ(store.properties, 10 * 10);
   store.properties = 0;
-  ASSERT_TRUE(compact_agenda(source().get(), kDay, true, everyone));
+  ASSERT_TRUE(compact_agenda(source().get(), Day(kDay), true, everyone));
   EXPECT_EQ(store.properties, 10 * 7);
   // A month: start, end, id, all-day, recurring, and what bars are coloured by.
   store.properties = 0;
