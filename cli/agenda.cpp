@@ -11,6 +11,7 @@
 #include "settings/profiles.h"
 #include "settings/setting_table.h"
 #include "store/day_label.h"
+#include "store/labels.h"
 
 namespace orvello {
 namespace {
@@ -65,9 +66,7 @@ const char* busy_word(BusyStatus status) {
 
 std::string categories_json(TextView categories) {
   std::string out = "[";
-  for (const Text& piece : split(categories, u',')) {
-    const TextView label = trimmed(piece);
-    if (label.empty()) continue;
+  for (const Text& label : labels_in(categories)) {
     if (out.size() > 1) out += ", ";
     out += json_text(label);
   }

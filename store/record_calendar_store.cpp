@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ports/messages.h"
+#include "store/labels.h"
 #include "store/record_application.h"
 #include "store/record_appointment.h"
 #include "store/series_times.h"
@@ -55,12 +56,11 @@ std::optional<std::vector<CategoryUse>> RecordCalendarStore::category_use_counts
     const auto texts = category_texts(folder);
     if (!texts) return false;
     for (const auto& [text, items] : *texts)
-      for (const Text& piece : split(text, u','))
-        if (const Text label(trimmed(piece)); !label.empty()) {
-          auto& use = uses[label];
-          use.label = label;
-          use.*count += items;
-        }
+      for (const Text& label : labels_in(text)) {
+        auto& use = uses[label];
+        use.label = label;
+        use.*count += items;
+      }
     return true;
   };
   StoreReading reading(*this);
@@ -79,9 +79,8 @@ std::optional<Text> RecordCalendarStore::category_text(int folder) {
   const auto texts = category_texts(folder);
   if (!texts) return std::nullopt;
   for (const auto& [text, items] : *texts)
-    for (const Text& piece : split(text, u',')) {
-      Text label(trimmed(piece));
-      if (label.empty() || std::find(seen.begin(), seen.end(), label) != seen.end()) continue;
+    for (Text& label : labels_in(text)) {
+      if (std::find(seen.begin(), seen.end(), label) != seen.end()) continue;
       joined += (joined.empty() ? u"" : u",") + label;
       seen.push_back(std::move(label));
     }
