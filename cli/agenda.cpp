@@ -7,6 +7,7 @@
 #include "base/terminal_text.h"
 #include "base/text.h"
 #include "calendar/date_pictures.h"
+#include "calendar/iso_date.h"
 #include "settings/load_settings.h"
 #include "settings/profiles.h"
 #include "settings/setting_table.h"
@@ -34,20 +35,14 @@ std::string json_text(TextView text) {
   return out + '"';
 }
 
-std::string iso_date(Day day) {
-  const SystemTime time = civil_of(day);
-  char text[32];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d", time.year, time.month, time.day);
-  return text;
-}
+std::string iso_date(Day day) { return iso_text(triple_of(day)); }
 
 std::string iso_moment(CalendarDate date) {
   SystemTime time;
   VariantTimeToSystemTime(date, time);
-  char text[64];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", time.year, time.month, time.day,
-                time.hour, time.minute, time.second);
-  return text;
+  char text[48];
+  std::snprintf(text, sizeof text, "T%02d:%02d:%02d", time.hour, time.minute, time.second);
+  return iso_text({time.month, time.day, time.year}) + text;
 }
 
 const char* busy_word(BusyStatus status) {

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "calendar/iso_date.h"
+
 namespace orvello {
 namespace {
 
@@ -216,36 +218,6 @@ class Parser {
 
 Result<CommandLine> parse_command_line(const std::vector<std::string>& words) {
   return Parser(words).parse();
-}
-
-std::optional<MonthDayYear> parse_iso_date(const std::string& text) {
-  std::size_t at = 0;
-  if (text.size() != 10 || text[4] != '-' || text[7] != '-') return std::nullopt;
-  MonthDayYear date;
-  date.year = read_digits(text, at, 4);
-  date.month = read_digits(text, ++at, 2);
-  date.day = read_digits(text, ++at, 2);
-  if (date.year < 1601 || date.month < 1 || date.day < 1) return std::nullopt;
-  // A date that does not exist rolls into another one.
-  if (triple_of(day_of(date)) != date) return std::nullopt;
-  return date;
-}
-
-std::optional<SystemTime> parse_iso_moment(const std::string& text) {
-  if (text.size() != 16 || text[10] != 'T' || text[13] != ':') return std::nullopt;
-  const auto date = parse_iso_date(text.substr(0, 10));
-  std::size_t at = 11;
-  const int hour = read_digits(text, at, 2);
-  const int minute = read_digits(text, ++at, 2);
-  if (!date || hour < 0 || hour > 23 || minute < 0 || minute > 59) return std::nullopt;
-  SystemTime moment;
-  moment.year = date->year;
-  moment.month = date->month;
-  moment.day = date->day;
-  moment.day_of_week = DayOfWeek(date->month, date->day, date->year);
-  moment.hour = hour;
-  moment.minute = minute;
-  return moment;
 }
 
 std::string usage_text() {

@@ -45,8 +45,4 @@ Result<CommandLine> parse_command_line(const std::vector<std::string>& words);
 
 std::string usage_text();
 
-// "YYYY-MM-DD", and the same followed by "THH:MM"; nothing for a date or time that does not exist.
-std::optional<MonthDayYear> parse_iso_date(const std::string& text);
-std::optional<SystemTime> parse_iso_moment(const std::string& text);
-
 }  // namespace orvello

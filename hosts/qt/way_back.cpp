@@ -5,6 +5,7 @@
 
 #include <ostream>
 
+#include "calendar/iso_date.h"
 #include "cli/commands.h"
 #include "exchange/export.h"
 #include "exchange/import.h"

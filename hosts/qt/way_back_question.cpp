@@ -1,5 +1,6 @@
 #include "hosts/qt/way_back_question.h"
 
+#include "calendar/iso_date.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/file_registry.h"
 #include "hosts/qt/qt_host.h"

@@ -5,10 +5,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <set>
 #include <string_view>
 
+#include "calendar/iso_date.h"
 #include "files/file_reasons.h"
 #include "files/replace_file.h"
 #include "store/embedded/calendar_check.h"
@@ -25,13 +25,7 @@ std::optional<MonthDayYear> day_of_name(std::string_view name) {
   if (name.size() != kPrefix.size() + 10 + kSuffix.size() || !name.starts_with(kPrefix) ||
       !name.ends_with(kSuffix))
     return std::nullopt;
-  const std::string text(name.substr(kPrefix.size(), 10));
-  int used = 0;
-  MonthDayYear day;
-  if (std::sscanf(text.c_str(), "%4d-%2d-%2d%n", &day.year, &day.month, &day.day, &used) != 3 ||
-      used != 10 || iso_text(triple_of(day_of(day))) != text)
-    return std::nullopt;
-  return day;
+  return parse_iso_date(name.substr(kPrefix.size(), 10));
 }
 
 // A copy keeps the time of change of what it was made from: so it says of which state it is.
@@ -75,12 +69,6 @@ std::string copy_to(const std::string& target, const std::string& calendar,
 }
 
 }  // namespace
-
-std::string iso_text(const MonthDayYear& day) {
-  char text[48];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d", day.year, day.month, day.day);
-  return text;
-}
 
 std::vector<bool> copies_to_keep(const std::vector<MonthDayYear>& days) {
   std::set<std::int32_t> weeks, months;

@@ -42,6 +42,4 @@ class CalendarCopies {
 // weeks and six months.
 std::vector<bool> copies_to_keep(const std::vector<MonthDayYear>& days);
 
-std::string iso_text(const MonthDayYear& day);  // "2026-11-06"
-
 }  // namespace orvello

@@ -2,6 +2,7 @@
 
 #include "calendar/date_pictures.h"
 #include "calendar/date_text.h"
+#include "calendar/iso_date.h"
 #include "tests/calendar/dates_case_file.h"
 
 namespace orvello {
@@ -75,6 +76,21 @@ TEST(Names, LongNamesAreCutToTheirBuffers) {
   EXPECT_EQ(names[3].size(), 19u);
   EXPECT_EQ(names[11], u"December");
   EXPECT_EQ(DayNameForWeekday(1, false, locale).size(), 19u);
+}
+
+TEST(IsoDates, AreReadWhereTheyExist) {
+  for (const char* text : {"1601-01-01", "2000-02-29", "9999-12-31"}) {
+    const auto date = parse_iso_date(text);
+    EXPECT_EQ(date ? iso_text(*date) : "", text);
+  }
+  EXPECT_EQ(parse_iso_moment("2026-11-21T09:30"), (SystemTime{2026, 11, 6, 21, 9, 30, 0, 0}));
+  for (const char* text :
+       {"1600-12-31", "1900-02-29", "2026-00-10", "2026-13-01", "2026-04-31", "2026-04-00",
+        "2026/04/01", "2026-04-01 ", "+026-04-01", "2026--4-01", ""})
+    EXPECT_FALSE(parse_iso_date(text)) << text;
+  for (const char* text : {"2026-11-06T24:00", "2026-11-06T21:60", "2026-11-06T2::10",
+                           "2026-11-06 21:10", "2026-11-06T21:10Z", "2026-11-06T2110", "T21:10"})
+    EXPECT_FALSE(parse_iso_moment(text)) << text;
 }
 
 TEST(RecurrenceChoices, SpeakOfTheStartDate) {

@@ -132,16 +132,6 @@ TEST(CommandLine, WrongWordsAreNamed) {
   }
 }
 
-TEST(CommandLine, DatesReachFromTheFirstOfTheCalendarToItsLast) {
-  EXPECT_TRUE(parse_iso_date("1601-01-01"));
-  EXPECT_TRUE(parse_iso_date("2000-02-29"));
-  for (const char* text : {"1600-12-31", "1900-02-29", "2026-00-10", "2026-13-01", "2026-04-31",
-                           "2026-04-00", "2026/04/01", "2026-04-01 ", "+026-04-01", ""})
-    EXPECT_FALSE(parse_iso_date(text)) << text;
-  for (const char* text : {"2026-11-06 21:10", "2026-11-06T21:10Z", "2026-11-06T2110", "T21:10"})
-    EXPECT_FALSE(parse_iso_moment(text)) << text;
-}
-
 // Whoever adds a command or an option tells about it.
 TEST(CommandLine, TheHelpNamesEveryWord) {
   const std::string help = usage_text();

@@ -1,5 +1,6 @@
 // Copies of good days, what is left of bad ones, and how the one replaces the other.
 #include "store/embedded/calendar_copies.h"
+#include "calendar/iso_date.h"
 #include "store/embedded/calendar_check.h"
 #include "store/embedded/calendar_restore.h"
 #include "store/embedded/salvage.h"
