@@ -102,16 +102,27 @@ void ChoiceBox::open() {
   make_flat_rows(*list, density_);
   list->setFrameShape(QFrame::NoFrame);
   list->setAccessibleName(accessibleName());
-  for (const Text& row : rows_) new QListWidgetItem(to_qt(row), list);
+  const RowDelegate measure(density_, nullptr);
+  int wide = width();
+  for (const Text& row : rows_) {
+    new QListWidgetItem(to_qt(row), list);
+    // As wide as the window is enough for any.
+    if (wide < window()->width()) wide = std::max(wide, measure.wanted_width(to_qt(row)));
+  }
   panel_ = new DropPanel(*this, density_, list);
   list_ = list;
   panel_->closed = [this] { update(); };
   const int row = density_.scaled(kTouchHeight), count = static_cast<int>(rows_.size());
   const int shown = std::clamp(count, 1, kRowsAtOnce);
-  panel_->open({width(), shown * row}, std::min(shown, kLeastRows) * row);
+  if (count > shown && wide > width()) wide += density_.scaled(kScrollBarWidth);
+  panel_->open({wide, shown * row}, std::min(shown, kLeastRows) * row);
+  list->doItemsLayout();
   list->setCurrentRow(selected());
-  if (QListWidgetItem* item = list->currentItem())
-    list->scrollToItem(item, QAbstractItemView::PositionAtCenter);
+  if (QListWidgetItem* item = list->currentItem()) {
+    const bool high = list->visualItemRect(item).height() > list->viewport()->height();
+    list->scrollToItem(
+        item, high ? QAbstractItemView::PositionAtTop : QAbstractItemView::PositionAtCenter);
+  }
   on_signal(list, &QListWidget::itemClicked, this,
             [this](QListWidgetItem* item) { take(list_->row(item)); });
   update();

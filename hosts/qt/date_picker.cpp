@@ -17,7 +17,7 @@
 namespace orvello {
 namespace {
 
-constexpr int kCalendarWidth = 200, kCalendarHeight = 208;  // design units
+constexpr int kCalendarWidth = 224, kCalendarHeight = 208;  // design units
 
 }  // namespace
 

@@ -47,6 +47,7 @@ FlatTextEdit::FlatTextEdit(QWidget* parent, const Density& density, int limit)
     : FlatArea<QPlainTextEdit>(parent, density), limit_(limit) {
   setTabChangesFocus(true);
   document()->setDocumentMargin(density.scaled(kGrid));
+  setCursorWidth(std::max(1, density.scaled(1)));
   flatten_scroll_bar(*verticalScrollBar(), density);
   on_signal(document(), &QTextDocument::contentsChange, this, [this](int place, int, int added) {
     place_ = place;

@@ -50,6 +50,7 @@ struct Maker {
   }
   QWidget* label() const;
   QWidget* button() const;
+  QWidget* radio() const;
   QWidget* edit() const;
   QWidget* multi_line_edit() const;
   QWidget* choice(bool editable) const;
@@ -78,6 +79,13 @@ QWidget* Maker::button() const {
   button->setCheckable(control.kind == Kind::toggle);
   if (button->isDefault()) button->setFont(widget_font(density, kTextSize, true));
   if (control.image) button->set_picture(to_qt(*control.image));
+  return pressed(button);
+}
+
+QWidget* Maker::radio() const {
+  auto* button = new FlatRadioButton(button_text(control.text), parent, density);
+  // An arrow key chooses before it moves the focus; a person hears of the focus first.
+  on_signal(button, &QAbstractButton::clicked, button, [button] { button->setFocus(); });
   return pressed(button);
 }
 
@@ -135,7 +143,7 @@ QWidget* Maker::make() const {
     case Kind::check_box:
       return pressed(new FlatCheckBox(button_text(control.text), parent, density));
     case Kind::radio_button:
-      return pressed(new FlatRadioButton(button_text(control.text), parent, density));
+      return radio();
     case Kind::edit:
       return edit();
     case Kind::multi_line_edit:
@@ -190,7 +198,11 @@ void set_text_of(QWidget& widget, TextView text) {
   if (auto* label = qobject_cast<QLabel*>(&widget)) label->setText(to_qt(text));
   if (auto* button = qobject_cast<QAbstractButton*>(&widget)) {
     button->setText(button_text(text));
-    if (!button->accessibleName().isEmpty()) button->setAccessibleName(to_qt(text));
+    // A line is called after what it is about; a picture after its text.
+    if (dynamic_cast<LineControl*>(button))
+      button->setAccessibleDescription(to_qt(text));
+    else if (!button->accessibleName().isEmpty())
+      button->setAccessibleName(to_qt(text));
   }
   auto* list = dynamic_cast<RowList*>(&widget);
   if (!list) return;

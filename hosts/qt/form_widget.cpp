@@ -105,11 +105,8 @@ void FormWidget::name(const ControlTemplate& control, QWidget& widget, const Tex
   if (name.empty()) name = label;
   while (!name.empty() && (name.back() == u':' || name.back() == u' ')) name.pop_back();
   if (name.empty()) name = template_.title;
-  // A line's text is what a person wants to hear; what it is about comes second.
-  if (control.kind == Kind::line)
-    widget.setAccessibleDescription(to_qt(name));
-  else
-    widget.setAccessibleName(to_qt(name));
+  widget.setAccessibleName(to_qt(name));
+  if (control.kind == Kind::line) widget.setAccessibleDescription(to_qt(control.text));
   if (widget.focusProxy()) widget.focusProxy()->setAccessibleName(to_qt(name));
 }
 

@@ -182,7 +182,11 @@ void MonthCalendar::paint_heading(QPainter& painter) const {
     return QRect(a.right() + 1, a.top(), b.left() - a.right() - 1, a.height());
   };
   const auto month = static_cast<std::size_t>(date_.month() - 1);
-  painter.drawText(between(0, 1), Qt::AlignCenter, to_qt(locale_.month_names[month]));
+  const QRect room = between(0, 1);
+  QString name = to_qt(locale_.month_names[month]);
+  if (painter.fontMetrics().horizontalAdvance(name) > room.width())
+    name = to_qt(locale_.short_month_names[month]);
+  painter.drawText(room, Qt::AlignCenter, name);
   painter.drawText(between(2, 3), Qt::AlignCenter, QString::number(date_.year()));
   const QRect names = day_names();
   painter.setPen(QColor(kDimInk));

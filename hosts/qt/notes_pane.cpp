@@ -25,6 +25,7 @@ NotesPane::NotesPane(QWidget* parent, const Density& density)
     : FlatArea<QTextEdit>(parent, density), density_(density) {
   setAcceptRichText(false);
   setTabChangesFocus(true);
+  setCursorWidth(std::max(1, density.scaled(1)));
   setUndoRedoEnabled(false);  // text and ink are taken back together
   setFont(widget_font(density, kNotesText));
   document()->setDefaultFont(font());

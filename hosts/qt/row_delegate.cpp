@@ -27,6 +27,11 @@ QRect RowDelegate::text_room(const QRect& row) const {
   return row.adjusted(side, top, -side, -top);
 }
 
+int RowDelegate::wanted_width(const QString& text) const {
+  const QRect room = text_room(QRect(0, 0, kManyRows, kManyRows));
+  return QFontMetrics(widget_font(density_)).horizontalAdvance(text) + kManyRows - room.width();
+}
+
 QSize RowDelegate::row_size(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
   const int width = view ? view->viewport()->width() : option.rect.width();
@@ -62,6 +67,7 @@ void make_flat_rows(QListWidget& list, const Density& density) {
   // Long rows wrap: a pen that scrolls in two directions is no help in reading them.
   list.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list.setResizeMode(QListView::Adjust);
+  list.setWordWrap(true);  // else it would keep its rows' heights when its width changes
   list.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   list.setItemDelegate(new RowDelegate(density, &list));
   flatten_scroll_bar(*list.verticalScrollBar(), density);

@@ -12,6 +12,7 @@ class RowDelegate : public GuardedDelegate {
  public:
   RowDelegate(const Density& density, QObject* parent)
       : GuardedDelegate(parent), density_(density) {}
+  int wanted_width(const QString& text) const;  // of a row in one line
 
  protected:
   QSize row_size(const QStyleOptionViewItem& option, const QModelIndex& index) const override;

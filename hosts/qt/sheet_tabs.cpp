@@ -3,7 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
-#include <QToolButton>
+#include <QWheelEvent>
 #include <algorithm>
 
 #include "hosts/qt/callbacks.h"
@@ -16,12 +16,7 @@ SheetTabs::SheetTabs(QWidget* parent, const Density& density) : Guarded(parent),
   setDrawBase(false);
   setExpanding(false);
   setElideMode(Qt::ElideNone);
-  setUsesScrollButtons(true);
-  setStyleSheet(QStringLiteral("QTabBar::scroller{width:%1px}"
-                               "QTabBar QToolButton{border:none;background:%2}"
-                               "QTabBar QToolButton:pressed{background:%3}")
-                    .arg(density.scaled(kTouchHeight))
-                    .arg(QColor(kBarGround).name(), QColor(kAccentTint).name()));
+  setUsesScrollButtons(false);
   // A screen reader shows a tab without asking.
   on_signal(this, &QTabBar::currentChanged, this, [this](int index) {
     if (index == shown_) return;
@@ -48,6 +43,9 @@ void SheetTabs::keyPressEvent(QKeyEvent* event) {
   const int index = shown_ + by;
   if (index >= 0 && index < count() && wanted) wanted(index);
 }
+
+// It moves the tabs, and shows no other page.
+void SheetTabs::wheelEvent(QWheelEvent* event) { event->ignore(); }
 
 QSize SheetTabs::tabSizeHint(int index) const {
   const QFontMetrics metrics(widget_font(density_, kTextSize, true));

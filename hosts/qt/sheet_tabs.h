@@ -1,4 +1,4 @@
-// The tabs of a sheet: one row that scrolls, with the shown page's always in sight.
+// The tabs of a sheet in one row, as wide as their texts.
 #pragma once
 
 #include <QTabBar>
@@ -22,6 +22,7 @@ class SheetTabs : public Guarded<QTabBar> {
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent*) override {}
+  void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   QSize tabSizeHint(int index) const override;
   QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }

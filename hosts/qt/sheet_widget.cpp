@@ -9,6 +9,7 @@
 #include "hosts/qt/form_widget.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/sheet_tabs.h"
+#include "hosts/qt/tab_strip.h"
 #include "hosts/qt/title_strip.h"
 
 namespace orvello {
@@ -22,7 +23,7 @@ SheetWidget::SheetWidget(QWidget* parent, const Density& density, const QString&
     : Guarded(parent),
       density_(density),
       title_(title),
-      tabs_(new SheetTabs(this, density)),
+      strip_(new TabStrip(this, density)),
       close_(make_close_button(*this, density)),
       ok_(new FlatButton(QStringLiteral("OK"), this, density)),
       cancel_(new FlatButton(QStringLiteral("Cancel"), this, density)) {
@@ -35,7 +36,7 @@ SheetWidget::SheetWidget(QWidget* parent, const Density& density, const QString&
   ok_->setDefault(true);
   ok_->setFont(widget_font(density, kTextSize, true));
   cancel_->setObjectName(QStringLiteral("cancel"));
-  tabs_->wanted = [this](int page) { page_wanted(page); };
+  strip_->tabs().wanted = [this](int page) { page_wanted(page); };
   on_signal(ok_, &QPushButton::clicked, this, [this] { ok_wanted(); });
   on_signal(cancel_, &QPushButton::clicked, this, [this] { cancel_wanted(); });
   on_signal(close_, &QAbstractButton::clicked, this, [this] { cancel_wanted(); });
@@ -50,8 +51,8 @@ void SheetWidget::turn_by_key(const char* keys, int by) {
   auto* shortcut = new QShortcut(QKeySequence(QLatin1String(keys)), this);
   shortcut->setContext(Qt::WidgetWithChildrenShortcut);
   on_signal(shortcut, &QShortcut::activated, this, [this, by] {
-    const int count = tabs_->count();
-    if (count > 1) page_wanted((tabs_->shown() + by + count) % count);
+    const int count = strip_->tabs().count();
+    if (count > 1) page_wanted((strip_->tabs().shown() + by + count) % count);
   });
 }
 
@@ -59,12 +60,12 @@ void SheetWidget::add_page(FormWidget* page, const QString& title) {
   page->setParent(this);
   page->hide();
   pages_.push_back(page);
-  tabs_->addTab(QString(title).replace(u'&', QStringLiteral("&&")));
-  tabs_->setTabToolTip(tabs_->count() - 1, QString());
+  strip_->tabs().addTab(title);
 }
 
 void SheetWidget::show_page(int page) {
-  tabs_->show_tab(page);
+  strip_->tabs().show_tab(page);
+  strip_->keep_in_sight();
   pages_[static_cast<std::size_t>(page)]->show();
   pages_[static_cast<std::size_t>(page)]->raise();
 }
@@ -74,21 +75,25 @@ void SheetWidget::hide_others(int page) {
     if (static_cast<int>(i) != page) pages_[i]->hide();
 }
 
-void SheetWidget::name_page(int page, const QString& title) { tabs_->setTabText(page, title); }
+void SheetWidget::name_page(int page, const QString& title) {
+  strip_->tabs().setTabText(page, title);
+  strip_->keep_in_sight();
+}
 
 int SheetWidget::title_height() const { return density_.scaled(kTouchHeight + 2); }
 int SheetWidget::buttons_height() const { return density_.scaled(kTouchHeight + 4 * kGrid); }
 
 int SheetWidget::frame_height(bool roomy) const {
-  return title_height() + tabs_->sizeHint().height() + (roomy ? buttons_height() : 0);
+  return title_height() + strip_->wanted_height() + (roomy ? buttons_height() : 0);
 }
 
 void SheetWidget::lay_out() {
-  const int top = title_height(), tall = tabs_->sizeHint().height();
+  const int top = title_height(), tall = strip_->wanted_height();
   const int line = std::max(1, density_.scaled(1)), grid = density_.scaled(kGrid);
   const int bottom = roomy_ ? height() - buttons_height() : height();
   close_->setGeometry(width() - top, 0, top, top - line);
-  tabs_->setGeometry(0, top, width(), tall);
+  strip_->setGeometry(0, top, width(), tall);
+  strip_->keep_in_sight();
   const int touch = density_.scaled(kTouchHeight), button = density_.scaled(kButtonWidth);
   if (roomy_) {
     const int y = bottom + (height() - bottom - touch) / 2, x = width() - 2 * grid - button;

@@ -14,7 +14,7 @@ namespace orvello {
 
 class FlatButton;
 class FormWidget;
-class SheetTabs;
+class TabStrip;
 
 class SheetWidget : public Guarded<QWidget> {
  public:
@@ -46,7 +46,7 @@ class SheetWidget : public Guarded<QWidget> {
   const Density& density_;
   QString title_;
   bool roomy_ = false;
-  SheetTabs* tabs_;
+  TabStrip* strip_;
   QAbstractButton* close_;
   FlatButton* ok_;
   FlatButton* cancel_;

@@ -55,9 +55,10 @@ TEST(Notes, APenDrawsByItsPressureAlikeOnEveryScreenAndItsOtherEndErases) {
     page.stroke(20, 30, 40);
     ASSERT_EQ(page.ink().size(), 1u);
     EXPECT_EQ(page.ink()[0].points, (std::vector<StrokePoint>{{20, 30, 0.25f}, {60, 30, 0.75f}}));
-    QTest::mousePress(page.pane->viewport(), Qt::LeftButton, {}, QPoint(10, 60));
-    QTest::mouseMove(page.pane->viewport(), QPoint(50, 60));
-    QTest::mouseRelease(page.pane->viewport(), Qt::LeftButton, {}, QPoint(50, 60));
+    QWidget* viewport = page.pane->viewport();
+    QTest::mousePress(viewport, Qt::LeftButton, {}, QPoint(10, 60) * dpi / 96);
+    QTest::mouseMove(viewport, QPoint(50, 60) * dpi / 96);
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, QPoint(50, 60) * dpi / 96);
     ASSERT_EQ(page.ink().size(), 2u);
     EXPECT_EQ(page.ink()[1].points[0].pressure, 1) << "a mouse does not know";
     page.pane->set_tool(NotesTool::text);

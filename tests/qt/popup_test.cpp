@@ -22,6 +22,8 @@ DialogTemplate bubble(const Rect& place, std::vector<Point> outline = {}) {
   dialog.place = place;
   dialog.outline = std::move(outline);
   dialog.controls = {{Kind::custom, 20, u"", {0, 0, 100, 60}}};
+  dialog.controls[0].across = ControlTemplate::Across::stretch;
+  dialog.controls[0].down = ControlTemplate::Down::stretch;
   return dialog;
 }
 

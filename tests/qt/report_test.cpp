@@ -21,6 +21,8 @@ DialogTemplate day_form() {
   dialog.id = 520;
   dialog.controls = {{Kind::custom, 20, u"", {0, 0, 240, 30}},
                      {Kind::report, 21, u"", {0, 30, 240, 238}}};
+  dialog.controls[1].across = ControlTemplate::Across::stretch;
+  dialog.controls[1].down = ControlTemplate::Down::stretch;
   return dialog;
 }
 
@@ -29,7 +31,7 @@ ReportContent content_of(int rows) {
   ReportContent content;
   content.font = {12, 400, false};
   content.bold_font = {12, 700, false};
-  content.columns = {{60, Align::right}, {40, Align::left}, {300, Align::left}};
+  content.columns = {{60, Align::right}, {40, Align::left}, {140, Align::left}};
   content.padding = 3;
   content.picture_column = 1;
   content.picture_gap = 2;
@@ -110,6 +112,20 @@ TEST(Report, KeepsTextInsideItsCell) {
   EXPECT_GT(inked(103, 157), 20);
 }
 
+TEST(Report, ScrollsSidewaysOnlyForColumnsThatAreWiderThanIt) {
+  DayForm form;
+  ReportContent content = content_of(5000);
+  form.report->set_content(content);
+  QScrollBar* bar = form.view()->horizontalScrollBar();
+  EXPECT_EQ(bar->maximum(), 0) << "a scroll bar's width is no reason";
+  content.columns[2].width = 300;
+  content.columns[2].title = u"Title";
+  form.report->set_content(content);
+  settle();
+  EXPECT_EQ(bar->maximum(), 400 - form.view()->viewport()->width());
+  EXPECT_GT(form.report->row_place(0).y, 30) << "below the titles";
+}
+
 TEST(Report, ScrollsByPixelsKnowsItsRowsAndBringsThemIntoSight) {
   DayForm form;
   form.report->set_content(content_of(5000));
@@ -159,6 +175,8 @@ TEST(Report, TellsThePointerAndKeysAndSelectsNothingByItself) {
   form.report->set_content(content_of(30));
   form.report->select({3, 4});
   QWidget* viewport = form.view()->viewport();
+  form.dialog->focus(21);
+  settle();
   form.log.events.clear();
   QTest::mousePress(viewport, Qt::LeftButton, {}, QPoint(50, 65));
   QTest::mouseMove(viewport, QPoint(50, 45));
@@ -199,9 +217,10 @@ TEST(Report, AFingerIsThePointer) {
   QTest::touchEvent(viewport, screen).move(0, QPoint(40, 20));
   QTest::touchEvent(viewport, screen).release(0, QPoint(40, 20));
   settle();
-  ASSERT_EQ(form.log.of(21).size(), 3u) << "once, and not as a mouse again";
-  EXPECT_EQ(form.log.of(21)[1].kind, Event::pointer_move);
-  EXPECT_EQ(form.log.of(21)[1].point, (Point{40, 20}));
+  ASSERT_EQ(form.log.of(21).size(), 4u) << "once, and not as a mouse again";
+  EXPECT_EQ(form.log.of(21)[0].kind, Event::focus_gained);
+  EXPECT_EQ(form.log.of(21)[2].kind, Event::pointer_move);
+  EXPECT_EQ(form.log.of(21)[2].point, (Point{40, 20}));
   EXPECT_TRUE(form.view()->hasFocus());
   EXPECT_EQ(form.view()->verticalScrollBar()->value(), 0);
 }

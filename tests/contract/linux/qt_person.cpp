@@ -92,7 +92,10 @@ QWidget* QtPerson::reach(int control) {
   settle();
   QWidget* widget = find(control);
   if (!widget || !widget->isEnabled()) return nullptr;
-  form()->findChild<QScrollArea*>()->ensureWidgetVisible(widget, 0, 4);
+  auto* bar = form()->findChild<QScrollArea*>()->verticalScrollBar();
+  const int top = widget->geometry().top(), bottom = widget->geometry().bottom() + 1;
+  if (top < bar->value() || bottom > bar->value() + bar->pageStep())
+    bar->setValue(bottom - bar->pageStep());
   return widget;
 }
 
@@ -196,9 +199,10 @@ void QtPerson::slide(int control, int position) {
   const int knob = slider->width() * (slider->value() - slider->minimum()) /
                    std::max(1, slider->maximum() - slider->minimum());
   mouse(QEvent::MouseButtonPress, *slider, {knob, y});
-  for (int x = 0; x < slider->width() && slider->value() != position; ++x)
+  int x = 0;
+  for (; x < slider->width() && slider->value() != position; ++x)
     mouse(QEvent::MouseMove, *slider, {x, y});
-  mouse(QEvent::MouseButtonRelease, *slider, {0, y});
+  mouse(QEvent::MouseButtonRelease, *slider, {std::max(0, x - 1), y});
   settle();
 }
 
