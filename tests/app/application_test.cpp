@@ -20,6 +20,7 @@ using namespace std::chrono_literals;
 struct ApplicationTest : testing::Test {
   void start(const StartOptions& options = {}, const FormParts& forms = {}) {
     device.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
+    device.menu_bar.destroy();  // of an earlier start, whose process is gone
     application = std::make_unique<Application>(device.host(), options, forms);
     result = application->start_up();
   }
