@@ -14,12 +14,16 @@ namespace orvello {
 class EventWriter {
  public:
   EventWriter(RecordStore& store, const Clock& clock)
-      : store_(store), clock_(clock), zones_(store, clock, false) {}
+      : store_(store), clock_(clock), failed_(store), zones_(store, clock, false) {}
 
   // TZIDs in kept texts mean what this calendar defines.
   ZoneTable& zones() { return zones_; }
   const std::set<std::string>& used_tzids() const { return used_tzids_; }
-  bool failed() const { return failed_ || zones_.failed(); }  // the store could not be asked
+  // The store could not be asked.
+  FirstFault fault() const {
+    FirstFault fault = failed_;
+    return fault |= zones_.fault();
+  }
 
   // Appends the appointment and its changed occurrences.
   void write(std::string& out, const AppointmentRecord& record);
@@ -50,7 +54,7 @@ class EventWriter {
 
   RecordStore& store_;
   const Clock& clock_;
-  bool failed_ = false;
+  FirstFault failed_;
   ZoneTable zones_;
   std::set<std::string> used_tzids_;
 };

@@ -31,7 +31,7 @@ struct Group {
 class Exporter {
  public:
   Exporter(RecordStore& store, const Clock& clock, bool whole)
-      : store_(store), clock_(clock), whole_(whole) {}
+      : store_(store), clock_(clock), whole_(whole), failed_(store) {}
 
   bool collect(const std::vector<std::int32_t>& oids);
   bool collect(const AppointmentRecord& record);
@@ -50,7 +50,7 @@ class Exporter {
   RecordStore& store_;
   const Clock& clock_;
   bool whole_;
-  bool failed_ = false;  // the store
+  FirstFault failed_;
   std::vector<Group> groups_;
   std::map<std::string, std::size_t, std::less<>> index_;
 };
@@ -208,7 +208,7 @@ std::string Exporter::zone_texts(const Group& group) {
   ZoneTable zones(store_, clock_, false);
   for (const std::string& tzid : missing)
     if (const Zone* zone = zones.find(tzid)) text += vtimezone_text(*zone, tzid);
-  failed_ |= zones.failed();
+  failed_ |= zones.fault();
   return text;
 }
 
@@ -225,8 +225,9 @@ Result<std::string> Exporter::text() {
     if (!group.empty() || (!group.had_items && whole_)) write_group(out, group);
   // A file without a calendar is no calendar file.
   if (out.empty()) write_group(out, Group{});
-  for (const Group& group : groups_) failed_ |= group.writer && group.writer->failed();
-  if (failed_) return Result<std::string>::failure(store_.problem());
+  for (const Group& group : groups_)
+    if (group.writer) failed_ |= group.writer->fault();
+  if (failed_) return Result<std::string>::failure(failed_.reason());
   return out;
 }
 

@@ -25,14 +25,14 @@ ImportResult run(const std::vector<std::string>& paths, const OpenInput& open, R
       return result;
     }
     if (!stored) {
-      result.failure = store.problem();
+      result.failure = importer.fault().reason();
       return result;
     }
     result.counts += file.counts;
     result.files.push_back(std::move(file));
   }
   result.done = importer.finish();
-  if (!result.done) result.failure = store.problem();
+  if (!result.done) result.failure = importer.fault().reason();
   return result;
 }
 

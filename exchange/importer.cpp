@@ -22,9 +22,9 @@ std::string value_of(const Component& component, std::string_view name) {
 }  // namespace
 
 Importer::Importer(RecordStore& store, const Clock& clock, bool writes)
-    : store_(store), clock_(clock), writes_(writes), zones_(store, clock, writes) {
+    : store_(store), clock_(clock), writes_(writes), failed_(store), zones_(store, clock, writes) {
   const auto kept = store.foreign();
-  failed_ = !kept;
+  failed_ |= !kept;
   if (failed_) return;
   for (const ForeignComponent& one : *kept) {
     if (one.key == kLoneKey) {
@@ -51,7 +51,8 @@ bool Importer::import_stream(std::istream& in, ImportCounts& counts, ProblemList
   ScannedCalendar calendar;
   while (!failed_ && scanner.next(calendar)) import_calendar(calendar);
   while (!failed_ && !open_.empty()) close_series(std::string(open_.begin()->first));
-  return !failed_ && !zones_.failed();
+  failed_ |= zones_.fault();
+  return !failed_;
 }
 
 bool Importer::finish() {
@@ -156,7 +157,7 @@ void Importer::convert_old(ScannedCalendar& calendar) {
 }
 
 void Importer::put_foreign(std::string key, std::string text) {
-  if (writes_ && !store_.put_foreign({std::move(key), std::move(text)})) failed_ = true;
+  failed_ |= writes_ && !store_.put_foreign({std::move(key), std::move(text)});
 }
 
 void Importer::keep_foreign(const ScannedCalendar& calendar) {
@@ -249,7 +250,7 @@ void Importer::put(AppointmentRecord& record, bool known) {
   if (writes_) {
     record.oid = store_.put(record);
     if (record.oid == 0) {
-      failed_ = true;
+      failed_ |= true;
       return;
     }
   }

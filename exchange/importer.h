@@ -27,6 +27,7 @@ class Importer {
   // False when the store failed.
   bool import_stream(std::istream& in, ImportCounts& counts, ProblemList& problems);
   bool finish();
+  const FirstFault& fault() const { return failed_; }
 
  private:
   // What a calendar wants done with its events.
@@ -118,7 +119,7 @@ class Importer {
   RecordStore& store_;
   const Clock& clock_;
   bool writes_;
-  bool failed_ = false;
+  FirstFault failed_;
   ZoneTable zones_;
   ImportCounts* counts_ = nullptr;
   ProblemList* problems_ = nullptr;

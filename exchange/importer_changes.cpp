@@ -243,7 +243,7 @@ void Importer::merge_lone(const std::string& uid, ReadEvent& master,
       AppointmentException exception = exception_of(*read, master, text, clock_);
       master.record.exceptions.push_back(std::move(exception));
     }
-    if (writes_ && !store_.erase(oid)) failed_ = true;
+    failed_ |= writes_ && !store_.erase(oid);
   }
   changed_.insert(std::hash<std::string>()(uid));
   lone_[uid] = std::move(left);

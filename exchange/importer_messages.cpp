@@ -59,7 +59,7 @@ std::string Importer::text_of(const AppointmentRecord& record) {
   std::string text;
   EventWriter writer(store_, clock_);
   writer.write(text, record);
-  failed_ |= writer.failed();
+  failed_ |= writer.fault();
   return text;
 }
 
@@ -138,13 +138,13 @@ void Importer::erase_parts(std::string_view residue, const std::vector<SeriesPar
     const bool stays = std::any_of(
         but.begin(), but.end(), [&](const SeriesPart& one) { return one.record.uid == part.uid; });
     const std::int32_t oid = stays ? 0 : oid_of(part.uid);
-    if (oid != 0 && writes_ && !store_.erase(oid)) failed_ = true;
+    failed_ |= oid != 0 && writes_ && !store_.erase(oid);
   }
 }
 
 void Importer::erase_record(const AppointmentRecord& record) {
   erase_parts(record.residue, {});
-  if (writes_ && !store_.erase(record.oid)) failed_ = true;
+  failed_ |= writes_ && !store_.erase(record.oid);
 }
 
 void Importer::apply_messages(const ScannedCalendar& calendar) {
@@ -207,7 +207,7 @@ std::string* Importer::answered_text(AppointmentRecord& record, const Component&
     if (one->deleted) return nullptr;
     EventWriter writer(store_, clock_);
     if (one->residue.empty()) one->residue = writer.occurrence(record, *one);
-    failed_ |= writer.failed();
+    failed_ |= writer.fault();
     return &one->residue;
   }
   if (split_residue(record.residue).component.empty())

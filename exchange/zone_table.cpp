@@ -223,7 +223,7 @@ const Zone* ZoneTable::stored(const std::string& name) {
 const Zone* ZoneTable::keep(Zone zone) {
   // What the store could not read again must not get into it.
   if (!Zone::parse(zone.definition())) return nullptr;
-  if (writes_ && !store_.put_zone(zone)) failed_ = true;
+  failed_ |= writes_ && !store_.put_zone(zone);
   auto& slot = stored_[zone.name()];
   slot = std::make_unique<Zone>(std::move(zone));
   return slot.get();

@@ -10,6 +10,7 @@
 
 #include "calendar/zone.h"
 #include "exchange/content_line.h"
+#include "exchange/first_fault.h"
 #include "exchange/problem_list.h"
 #include "ports/clock.h"
 #include "store/record_store.h"
@@ -20,7 +21,7 @@ class ZoneTable {
  public:
   // `writes`: zones that are used are put into the store.
   ZoneTable(RecordStore& store, const Clock& clock, bool writes)
-      : store_(store), clock_(clock), writes_(writes) {}
+      : store_(store), clock_(clock), writes_(writes), failed_(store) {}
 
   void start_file() { missed_.clear(); }
   void start_calendar();
@@ -36,7 +37,7 @@ class ZoneTable {
   const Zone* utc() const { return &utc_; }
   // Whether this unknown name is asked for the first time since the file began.
   bool first_miss(const std::string& tzid) { return missed_.insert(tzid).second; }
-  bool failed() const { return failed_; }
+  const FirstFault& fault() const { return failed_; }
 
  private:
   struct Definition {
@@ -55,7 +56,7 @@ class ZoneTable {
   RecordStore& store_;
   const Clock& clock_;
   bool writes_;
-  bool failed_ = false;
+  FirstFault failed_;
   Zone utc_;
   std::set<std::string> missed_;
   std::map<std::string, Definition, std::less<>> defined_;
