@@ -133,7 +133,7 @@ expect_is "UTC is shown in the local zone" "$out" 'понедельник, 9 н�
 run agenda 2026-11-06 2026-11-09 --json --data data
 expect_code "agenda as JSON" 0
 expect_is "agenda as JSON" "$(grep -o '"subject": "[^,]*' out.txt | cut -d'"' -f4 | tr '\n' ' ')" \
-  'Fair Обед\ Standup moved Call '
+  'Fair Обед Standup moved Call '
 run export all.ics --data data
 expect_code "export" 0
 run import all.ics --data copy
