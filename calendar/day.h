@@ -1,6 +1,7 @@
 // A whole day, counted from 30 December 1899, as a type of its own: neither a number nor a calendar
 // date nor a moment by itself. Its conversions have names: here, and beside what they convert to
-// (calendar_date.h, dates.h).
+// (calendar_date.h, dates.h). It has 32 bits: steps that may lead beyond, such as an interval that
+// a file gives, are counted in seconds.
 #pragma once
 
 #include <compare>

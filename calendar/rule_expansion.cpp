@@ -151,9 +151,11 @@ std::uint32_t RuleExpansion::year_day_bits(std::int64_t month, Day first, int le
 std::uint32_t RuleExpansion::week_no_bits(std::int64_t month, Day first, int length) const {
   std::uint32_t bits = 0;
   const auto year = floor_div(month, 12);
+  Day from, to = first_week(year - 1);
   for (auto week_year = year - 1; week_year <= year + 1; ++week_year) {
-    const auto from = first_week(week_year);
-    const auto weeks = (first_week(week_year + 1) - from) / 7;
+    from = to;
+    to = first_week(week_year + 1);
+    const auto weeks = (to - from) / 7;
     for (int number : rule_.by_week_no) {
       const auto week = number > 0 ? number - 1 : weeks + number;
       if (week < 0 || week >= weeks) continue;

@@ -67,13 +67,15 @@ void append_weeks(const PlainSeries& series, LocalSeconds from, LocalSeconds to,
                   std::vector<LocalSeconds>& out) {
   const Day start_day = day_of(series.start);
   const Day base = week_of(start_day, series.week_start);
-  const std::int64_t stride = 7 * series.step;
+  // In seconds: an interval may be so long that its weeks lie beyond all days.
+  const std::int64_t stride = 7 * series.step * kSecondsPerDay;
+  const std::int64_t time = series.start - midnight_of(start_day);
   const int bits = week_bits(series);
-  Day week = base + floor_div(day_of(from) - base, stride) * stride;
-  for (const std::int64_t time = second_of_day(series.start); midnight_of(week) < to;
-       week += stride) {
+  LocalSeconds week = midnight_of(base);
+  for (week += floor_div(from - week, stride) * stride; week < to; week += stride) {
     for (int rest = bits; rest != 0; rest &= rest - 1) {
-      const auto moment = midnight_of(week + std::countr_zero(static_cast<unsigned>(rest))) + time;
+      const int day = std::countr_zero(static_cast<unsigned>(rest));
+      const LocalSeconds moment = week + day * kSecondsPerDay + time;
       if (moment >= to) return;
       if (moment >= from) out.push_back(moment);
     }
@@ -112,7 +114,7 @@ LocalSeconds end_of_weeks(const PlainSeries& series, std::int64_t left) {
     week = 1 + left / std::popcount(bits);
     day = nth_bit(bits, 1 + static_cast<int>(left % std::popcount(bits)));
   }
-  return midnight_of(base + week * series.step * 7 + std::countr_zero(day)) +
+  return midnight_of(base) + (week * series.step * 7 + std::countr_zero(day)) * kSecondsPerDay +
          second_of_day(series.start);
 }
 

@@ -108,6 +108,12 @@ TEST(RuleInstances, KeepWithinTheYearsOfTheCalendar) {
     EXPECT_EQ(between(rule, start, start, start + 1).size(), 1u);
     last_instance(rule, start);
   }
+  // Seven times as many days are three more than 32 bits hold.
+  Rule seldom = *parse_rule("FREQ=WEEKLY;INTERVAL=613566757");
+  const auto monday = at("20000103T100000");
+  EXPECT_EQ(between(seldom, monday, monday, at("45000101")).size(), 1u);
+  seldom.count = 3;
+  EXPECT_EQ(last_instance(seldom, monday), monday);
   EXPECT_EQ(
       between(yearly, LocalSeconds(INT64_MAX / 2), LocalSeconds(INT64_MIN / 2), LocalSeconds::max())
           .size(),
