@@ -13,7 +13,7 @@
 namespace orvello {
 namespace {
 
-using Kind = DialogEvent::Kind;
+using Event = DialogEvent::Kind;
 
 constexpr int kSamePlace = 6;  // how far apart two taps of one double tap may lie
 
@@ -25,7 +25,7 @@ ControlInput::ControlInput(QWidget& surface, QWidget& control, const Density& de
   surface.setAttribute(Qt::WA_AcceptTouchEvents);
 }
 
-DialogEvent ControlInput::event_of(Kind kind, Point at) const {
+DialogEvent ControlInput::event_of(Event kind, Point at) const {
   DialogEvent event;
   event.kind = kind;
   event.control = id_;
@@ -55,18 +55,18 @@ bool ControlInput::take_pointer(QEvent& event) {
     if (step.change == QtPointer::Change::up) pass_release_on(surface_, step.place);
     return true;
   }
-  Kind kind = Kind::pointer_move;
+  Event kind = Event::pointer_move;
   switch (step.change) {
     case QtPointer::Change::none:
     case QtPointer::Change::hover:
       return true;
     case QtPointer::Change::down:
-      kind = is_second_tap(event, step.place) ? Kind::double_tap : Kind::pointer_down;
+      kind = is_second_tap(event, step.place) ? Event::double_tap : Event::pointer_down;
       break;
     case QtPointer::Change::move:
       break;
     case QtPointer::Change::up:
-      kind = Kind::pointer_up;
+      kind = Event::pointer_up;
       break;
   }
   report_(event_of(kind, density_.device(surface_.mapTo(&control_, step.place))));
@@ -80,7 +80,7 @@ bool ControlInput::take_key(QKeyEvent& event) {
   const std::uint32_t code = virtual_key(event);
   // Escape closes what is modal.
   if (code == 0 || (key == Qt::Key_Escape && is_modal(surface_))) return false;
-  DialogEvent told = event_of(Kind::key, {});
+  DialogEvent told = event_of(Event::key, {});
   told.key = code;
   told.control_held = event.modifiers() & Qt::ControlModifier;
   told.shift_held = event.modifiers() & Qt::ShiftModifier;
@@ -92,12 +92,12 @@ bool ControlInput::take_key(QKeyEvent& event) {
 void ControlInput::tap(Point at) {
   if (is_covered(surface_)) return;
   const QPointer<QWidget> alive(&surface_);
-  report_(event_of(Kind::pointer_down, at));
-  if (alive) report_(event_of(Kind::pointer_up, at));
+  report_(event_of(Event::pointer_down, at));
+  if (alive) report_(event_of(Event::pointer_up, at));
 }
 
 void ControlInput::release_at(QPointF global) {
-  report_(event_of(Kind::pointer_up, density_.device(control_.mapFromGlobal(global))));
+  report_(event_of(Event::pointer_up, density_.device(control_.mapFromGlobal(global))));
 }
 
 }  // namespace orvello

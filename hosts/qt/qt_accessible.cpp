@@ -21,9 +21,9 @@ QRect place_on_screen(const QWidget& widget, const Density& density, const Rect&
 }
 
 // The parts of a control, as buttons.
-class DrawnControl : public DrawnOwner {
+class AccessibleDrawing : public DrawnOwner {
  public:
-  DrawnControl(QWidget* widget, AccessibleParts& parts)
+  AccessibleDrawing(QWidget* widget, AccessibleParts& parts)
       : DrawnOwner(widget, QAccessible::Grouping), parts_(parts) {}
 
   // Asked anew each time: a control's parts are few, and nobody tells when they change.
@@ -190,7 +190,8 @@ QAccessibleInterface* make_interface(const QString&, QObject* object) {
   if (auto* content = dynamic_cast<ContentArea*>(widget)) return new DrawnView(content);
   if (auto* field = dynamic_cast<DropField*>(widget)) return new DroppingField(widget, *field);
   if (dynamic_cast<ModalLayer*>(widget)) return new ModalSheet(widget);
-  if (auto* parts = dynamic_cast<AccessibleParts*>(widget)) return new DrawnControl(widget, *parts);
+  if (auto* parts = dynamic_cast<AccessibleParts*>(widget))
+    return new AccessibleDrawing(widget, *parts);
   return nullptr;
 }
 
