@@ -66,8 +66,8 @@ class CanvasContract : public SurfacesContract {
   static constexpr Color kRed = rgb(200, 10, 20);
 
   struct Picture {
-    Picture(SurfaceDevice& device, Size size)
-        : device(device), size(size), surface(device.surfaces().create(size)) {}
+    Picture(SurfaceDevice& on, Size wanted)
+        : device(on), size(wanted), surface(on.surfaces().create(wanted)) {}
     Canvas& canvas() { return surface->canvas(); }
     std::vector<Color> pixels() {
       surface->publish();

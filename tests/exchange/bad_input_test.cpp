@@ -217,7 +217,7 @@ TEST_F(BadInputTest, MutatedFilesNeverBreakAnything) {
   constexpr int kRounds = 400;
   for (int round = 0; round < kRounds; ++round) {
     std::string text = seeds[random() % seeds.size()];
-    for (unsigned edits = 1 + random() % 6; edits > 0; --edits) {
+    for (auto edits = 1 + random() % 6; edits > 0; --edits) {
       const std::size_t where = random() % text.size();
       switch (random() % 4) {
         case 0:

@@ -68,11 +68,11 @@ TEST_F(RulesInDays, ShowWhatTheFileMeans) {
   };
   for (const auto& one : kCases) {
     SCOPED_TRACE(one.lines);
-    HeadlessClock clock;
-    MemoryStore days(clock);
+    HeadlessClock at_import;
+    MemoryStore days(at_import);
     const auto result = import_files(
         {file_of(calendar(kBerlin + event("UID:a\r\nSUMMARY:x\r\n" + std::string(one.lines))))},
-        open_input_file, days, clock);
+        open_input_file, days, at_import);
     EXPECT_EQ(starts(days, one.from, one.to), one.starts);
     EXPECT_EQ(result.problems.size(), static_cast<std::size_t>(one.problems))
         << problems_of(result);

@@ -89,8 +89,11 @@ void fill(Dialog& dialog, const Filling& filling, int dpi) {
                   {styled + 23, 16, {false, false, false, true}}};
   NotesStroke stroke;
   stroke.color = rgb(160, 0, 0);
-  for (int i = 0; i < filling.rows * 2; ++i)
-    stroke.points.push_back({20 + i * 1.5f, 30 + 12 * std::sin(i / 6.0f), 0.3f + (i % 40) / 60.0f});
+  for (int i = 0; i < filling.rows * 2; ++i) {
+    const auto step = static_cast<float>(i);
+    stroke.points.push_back(
+        {20 + step * 1.5f, 30 + 12 * std::sin(step / 6), 0.3f + static_cast<float>(i % 40) / 60});
+  }
   if (!stroke.points.empty()) notes.strokes = {stroke};
   dialog.notes(kNotes)->set_content(notes);
 }
