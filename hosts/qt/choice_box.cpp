@@ -18,6 +18,7 @@ namespace orvello {
 namespace {
 
 constexpr int kRowsAtOnce = 8, kLeastRows = 3;
+constexpr int kWideList = 320;  // design units; longer rows wrap
 
 }  // namespace
 
@@ -104,10 +105,10 @@ void ChoiceBox::open() {
   list->setAccessibleName(accessibleName());
   const RowDelegate measure(density_, nullptr);
   int wide = width();
+  const int most = std::max(wide, density_.scaled(kWideList));
   for (const Text& row : rows_) {
     new QListWidgetItem(to_qt(row), list);
-    // As wide as the window is enough for any.
-    if (wide < window()->width()) wide = std::max(wide, measure.wanted_width(to_qt(row)));
+    if (wide < most) wide = std::min(most, std::max(wide, measure.wanted_width(to_qt(row))));
   }
   panel_ = new DropPanel(*this, density_, list);
   list_ = list;

@@ -54,7 +54,12 @@ QRect QtSheet::place(QSize whole) const {
   // A sheet that fills a handheld has no room for a row of buttons.
   const bool roomy = !layer_->isWindow() && place_with(false).size() != whole;
   sheet_->set_roomy(roomy);
-  return layer_->isWindow() ? QRect(QPoint(0, 0), whole) : place_with(roomy);
+  if (layer_->isWindow()) return QRect(QPoint(0, 0), whole);
+  QRect place = place_with(roomy);
+  // Tabs need not move where there is room for all of them.
+  const int wider = std::min(whole.width(), sheet_->tabs_width()) - place.width();
+  if (wider > 0) place.adjust(-wider / 2, 0, wider - wider / 2, 0);
+  return place;
 }
 
 int QtSheet::run() {

@@ -80,15 +80,17 @@ void SheetWidget::name_page(int page, const QString& title) {
   strip_->keep_in_sight();
 }
 
+int SheetWidget::tabs_width() const { return strip_->sizeHint().width(); }
+
 int SheetWidget::title_height() const { return density_.scaled(kTouchHeight + 2); }
 int SheetWidget::buttons_height() const { return density_.scaled(kTouchHeight + 4 * kGrid); }
 
 int SheetWidget::frame_height(bool roomy) const {
-  return title_height() + strip_->wanted_height() + (roomy ? buttons_height() : 0);
+  return title_height() + strip_->sizeHint().height() + (roomy ? buttons_height() : 0);
 }
 
 void SheetWidget::lay_out() {
-  const int top = title_height(), tall = strip_->wanted_height();
+  const int top = title_height(), tall = strip_->sizeHint().height();
   const int line = std::max(1, density_.scaled(1)), grid = density_.scaled(kGrid);
   const int bottom = roomy_ ? height() - buttons_height() : height();
   close_->setGeometry(width() - top, 0, top, top - line);

@@ -30,6 +30,7 @@ class SheetWidget : public Guarded<QWidget> {
   // What is not a page's: with a row of buttons below it where there is room, else OK stands in the
   // title.
   int frame_height(bool roomy) const;
+  int tabs_width() const;  // of all of them
   void set_roomy(bool roomy) { roomy_ = roomy; }
   // All pages have their size, also those that are not seen.
   void lay_out();

@@ -53,7 +53,7 @@ TabStrip::TabStrip(QWidget* parent, const Density& density)
               [this, by] { move_to(left_ + by * window_->width() * 2 / 3); });
 }
 
-int TabStrip::wanted_height() const { return tabs_->sizeHint().height(); }
+QSize TabStrip::sizeHint() const { return tabs_->sizeHint(); }
 
 QRect TabStrip::window_rect() const {
   const int arrow = density_.scaled(kTouchHeight);

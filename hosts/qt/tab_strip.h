@@ -17,7 +17,7 @@ class TabStrip : public Guarded<QWidget> {
   TabStrip(QWidget* parent, const Density& density);
 
   SheetTabs& tabs() { return *tabs_; }
-  int wanted_height() const;
+  QSize sizeHint() const override;  // of all tabs
   void keep_in_sight();  // the shown tab, after the tabs or their texts have changed, too
 
  protected:
