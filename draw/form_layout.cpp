@@ -12,6 +12,7 @@ using Down = ControlTemplate::Down;
 
 constexpr Size kHandheldForm{240, 268};  // the screen less its menu bar and a title
 constexpr int kGap = 4;
+constexpr int kScrollGrip = 52;
 constexpr int kLeastHeight = 40;  // of what stretches, where a form is too low
 // What a form can do without in width: a scroll bar's.
 constexpr int kSqueeze = 16;
@@ -111,7 +112,9 @@ class Form {
     if (own_place()) {
       layout.body.width = available_.width;
     } else {
-      down = std::max(down, -length(spare_height()));
+      const int spare = length(spare_height());
+      // What has to be scrolled anyway is spoiled by shrinking further than it takes to see it.
+      if (down < -spare) down = -std::min(spare, hidden_height());
       if (down > 0 && !uses_height()) down = 0;
     }
     layout.body.height = design_height + down;
@@ -180,6 +183,14 @@ class Form {
     return stretches ? stretching : std::max(0, lower - kGap - kept);
   }
 
+  // How much of what stretches is never seen at once, beside a finger's room to scroll the form by.
+  int hidden_height() const {
+    int tallest = 0;
+    for (const ControlTemplate& control : dialog_.controls)
+      if (control.down == Down::stretch) tallest = std::max(tallest, control.place.height);
+    return std::max(0, length(tallest + kScrollGrip) - available_.height);
+  }
+
   void choose_columns() {
     if (own_place()) return;
     const Columns candidate = split(dialog_);
@@ -221,10 +232,8 @@ Size grown(const DialogTemplate& dialog, double unit, int frame_height, Size who
   const bool stretches =
       std::any_of(dialog.controls.begin(), dialog.controls.end(),
                   [](const ControlTemplate& control) { return control.down == Down::stretch; });
-  if (stretches)
-    size.height = scaled(size.height + frame_height, kSheetGrowth) - frame_height;
-  else if (columns && size.width <= whole.width)
-    size.height -= scaled(columns.saved, unit);
+  if (columns && size.width <= whole.width) size.height -= scaled(columns.saved, unit);
+  if (stretches) size.height = scaled(size.height + frame_height, kSheetGrowth) - frame_height;
   return size;
 }
 

@@ -89,10 +89,14 @@ TEST(FormLayout, RoomGoesWhereTheRulesSay) {
                                                    {8, 66, 325, 260},
                                                    {126, 338, 88, 26},
                                                    {269, 338, 64, 26}}));
-  // Too low a form shrinks the list only so far; the rest is scrolled to, beside a scroll bar.
-  const FormLayout low = lay_out_form(form, 1, {240, 100}, 14);
-  EXPECT_EQ(low.body, (Size{226, 268 - 120}));
-  EXPECT_EQ(low.places[5], (Rect{8, 66, 210, 40}));
+  // A low form shrinks the list. Too low a one is scrolled, beside a bar, and then its list is as
+  // high as can be seen.
+  EXPECT_EQ(places({240, 148})[5], (Rect{8, 66, 224, 40}));
+  for (const auto& [height, list] : {std::pair{147, 95}, {100, 48}, {60, 40}}) {
+    const FormLayout low = lay_out_form(form, 1, {240, height}, 14);
+    EXPECT_EQ(low.body, (Size{226, 268 - 160 + list}));
+    EXPECT_EQ(low.places[5], (Rect{8, 66, 210, list}));
+  }
 }
 
 TEST(FormLayout, SectionsFlowIntoASecondColumnWhereThereIsRoomForIt) {
