@@ -113,10 +113,12 @@ Rect QtDialog::place(int control) const {
 
 void QtDialog::set_timer(int id, int milliseconds) {
   if (!form_) return;
-  QTimer*& timer = timers_[id];
-  if (timer) timer->stop();
   ticked_.erase(id);
-  if (milliseconds <= 0) return;
+  if (milliseconds <= 0) {
+    if (const auto found = timers_.find(id); found != timers_.end()) found->second->stop();
+    return;
+  }
+  QTimer*& timer = timers_[id];
   if (!timer) {
     timer = new QTimer;
     on_signal(timer, &QTimer::timeout, form_, [this, id] {
