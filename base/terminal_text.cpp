@@ -1,5 +1,7 @@
 #include "base/terminal_text.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace orvello {
@@ -29,6 +31,10 @@ bool is_terminal_control(char32_t c) {
 }
 
 std::string terminal_text(std::string_view utf8) {
+  const auto harmless = [](unsigned char byte) {
+    return (byte >= 0x20 && byte < 0x7F) || byte == '\n' || byte == '\t';
+  };
+  if (std::all_of(utf8.begin(), utf8.end(), harmless)) return std::string(utf8);
   Text text = to_utf16(utf8);
   for (std::size_t i = 0; i < text.size(); ++i) {
     const bool line_end = text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n';

@@ -40,9 +40,10 @@ std::string iso_date(Day day) { return iso_text(triple_of(day)); }
 std::string iso_moment(CalendarDate date) {
   SystemTime time;
   VariantTimeToSystemTime(date, time);
-  char text[48];
-  std::snprintf(text, sizeof text, "T%02d:%02d:%02d", time.hour, time.minute, time.second);
-  return iso_text({time.month, time.day, time.year}) + text;
+  char text[96];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", time.year, time.month, time.day,
+                time.hour, time.minute, time.second);
+  return text;
 }
 
 const char* busy_word(BusyStatus status) {
