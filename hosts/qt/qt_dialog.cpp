@@ -43,7 +43,7 @@ QtDialog::QtDialog(FormWidget* form, const Density& density, DialogProcedure& pr
 }
 
 QtDialog::~QtDialog() {
-  for (auto& [id, timer] : timers_) timer->deleteLater();
+  stop_timers();
   if (!form_) return;
   form_->report = [](const DialogEvent&) {};
   form_->hide();
@@ -111,17 +111,24 @@ Rect QtDialog::place(int control) const {
   return place_in_window(*widget, widget->rect(), density_);
 }
 
+// They go with the form, which may be gone already.
+void QtDialog::stop_timers() {
+  for (auto& [id, timer] : timers_)
+    if (timer) timer->stop();
+}
+
 void QtDialog::set_timer(int id, int milliseconds) {
   if (!form_) return;
   ticked_.erase(id);
   if (milliseconds <= 0) {
-    if (const auto found = timers_.find(id); found != timers_.end()) found->second->stop();
+    const auto found = timers_.find(id);
+    if (found != timers_.end() && found->second) found->second->stop();
     return;
   }
-  QTimer*& timer = timers_[id];
+  QPointer<QTimer>& timer = timers_[id];
   if (!timer) {
-    timer = new QTimer;
-    on_signal(timer, &QTimer::timeout, form_, [this, id] {
+    timer = new QTimer(form_);
+    on_signal(timer.data(), &QTimer::timeout, form_, [this, id] {
       // Ticks that were not told yet are one.
       if (!ticked_.insert(id).second) return;
       add([this, id] {
@@ -135,7 +142,7 @@ void QtDialog::set_timer(int id, int milliseconds) {
 void QtDialog::end(int result) {
   is_closed_ = true;
   result_ = result;
-  for (auto& [id, timer] : timers_) timer->stop();
+  stop_timers();
 }
 
 void QtDialog::close(int result) {

@@ -68,6 +68,7 @@ class QtDialog : public Dialog {
   void close(int result) override;
 
  private:
+  void stop_timers();
   QWidget* find(int control) const { return form_ ? form_->control(control) : nullptr; }
   const ControlHandles& handles(int control) const;
   void add(std::function<void()> action);
@@ -77,7 +78,7 @@ class QtDialog : public Dialog {
   DialogProcedure& procedure_;
   std::shared_ptr<EventQueue> queue_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
-  std::map<int, QTimer*> timers_;
+  std::map<int, QPointer<QTimer>> timers_;
   std::set<int> ticked_;  // their ticks wait to be told
   std::map<int, ControlHandles> handles_;
   bool is_closed_ = false;

@@ -131,6 +131,8 @@ QtMainWindow::QtMainWindow(QtWindowOptions options)
 QtMainWindow::~QtMainWindow() {
   handler_ = nullptr;  // it may be gone already
   delete shell_;
+  // They would tell this window of what still happens to them.
+  for (const QPointer<QObject>& shell : left_shells_) delete shell;
 }
 
 Rect QtMainWindow::first_place() const {
@@ -256,7 +258,7 @@ void QtMainWindow::destroy() {
   timers_.clear();
   handler_ = nullptr;
   shell_->deleteLater();  // this may be called from one of its events
-  shell_ = nullptr;
+  left_shells_.emplace_back(std::exchange(shell_, nullptr));
   while (wait_cursors_ > 0) hide_wait_cursor();
 }
 

@@ -3,12 +3,14 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <atomic>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "hosts/linux/single_instance.h"
 #include "hosts/qt/qt_shell.h"
@@ -87,6 +89,7 @@ class QtMainWindow : public MainWindow {
   std::unique_ptr<SingleInstance> instance_;
   std::unique_ptr<QSocketNotifier> calls_;
   Shell* shell_ = nullptr;
+  std::vector<QPointer<QObject>> left_shells_;  // destroyed, until their events have returned
   MessageHandler* handler_ = nullptr;
   std::map<int, QTimer*> timers_;  // the receiver's
   Size reported_;

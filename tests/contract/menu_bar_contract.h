@@ -103,6 +103,9 @@ TEST_P(MenuBarContract, ButtonsAndMenusAreWhatWasSetLast) {
   EXPECT_TRUE(device->checked(kView));
   bar.check_button(kView, false);
   EXPECT_FALSE(device->checked(kView));
+  device->tap(kView);
+  EXPECT_EQ(commands(), Commands{kView});
+  EXPECT_FALSE(device->checked(kView)) << "marks are the program's";
   bar.set_button_text(2, u"More");
   for (const int index : {-1, 1, 9}) bar.set_button_text(index, u"x");
   EXPECT_EQ(device->text(kNew), u"New");
