@@ -55,9 +55,14 @@ struct CommandTable {
     Handler handler;
   };
   static constexpr Row kRows[] = {
-      {kCommandNew, &Application::new_appointment},    {kCommandExit, &Application::exit_program},
-      {kCommandSettings, &Application::open_settings}, {kCommandDayView, &Application::day_view},
-      {kCommandMonthView, &Application::month_view},   {kCommandYearView, &Application::year_view},
+      {kCommandNew, &Application::new_appointment},
+      {kCommandExit, &Application::exit_program},
+      {kCommandSettings, &Application::open_settings},
+      {kCommandDayView, &Application::day_view},
+      {kCommandMonthView, &Application::month_view},
+      {kCommandYearView, &Application::year_view},
+      {kCommandUndo, &Application::undo},
+      {kCommandRedo, &Application::redo},
   };
 };
 
@@ -67,8 +72,9 @@ Application::Application(Host host, const StartOptions& options, const FormParts
       options_(options),
       volume_boxes_(host_.boxes),
       volume_{host.databases, volume_boxes_, host.files},
-      forms_(forms, host_),
       session_(host.store, host_.boxes),
+      forms_(forms, {host_, session_, settings_, volume_, state_.layout, state_.platform_generation,
+                     history_}),
       grid_({host_, state_, settings_, session_, *this}),
       day_view_({host_, state_, settings_, session_, paste_source_, *this, today_button_}) {}
 
@@ -126,6 +132,10 @@ bool Application::on_key_down(const Message& message) {
   const bool held = (message.detail & kControlHeld) != 0;
   if (held && message.wparam >= u'1' && message.wparam <= u'3')
     return enter_view(static_cast<int>(message.wparam - u'1'));
+  if (held && message.wparam == u'Z') {
+    send_command((message.detail & kShiftHeld) != 0 ? kCommandRedo : kCommandUndo);
+    return true;
+  }
   return grid_.on_key(message);
 }
 
@@ -166,6 +176,7 @@ bool Application::on_refresh(const Message& message) {
 // The view that is shown, from the store and the settings as they are now.
 void Application::reload_view() {
   grid_.hide_label();
+  show_options_menu();
   if (grid_.is_shown()) return grid_.request_redraw();
   const WaitCursor waiting(host_.window);
   day_view_.rebuild();

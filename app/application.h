@@ -64,6 +64,7 @@ class Application : public MessageHandler,
   ApplicationState& state() { return state_; }
   const SettingsRecord& settings() const { return settings_; }
   StoreSession& session() { return session_; }
+  EditHistory& history() { return history_; }
   const ReadTrouble& trouble() const { return trouble_; }
   GridView& grid() { return grid_; }
   const DayView& day() const { return day_view_; }
@@ -94,6 +95,8 @@ class Application : public MessageHandler,
   void new_appointment();
   void exit_program();
   void open_settings();
+  void undo();
+  void redo();
   void day_view();
   void month_view();
   void year_view();
@@ -104,6 +107,7 @@ class Application : public MessageHandler,
   void lay_out();
   void create_menu_bar();
   void show_checked_view();
+  void show_options_menu();
   void load_ink_libraries();
   void open_store();
   void load_conventions();
@@ -117,7 +121,6 @@ class Application : public MessageHandler,
   void appointments_changed(bool reconnect) override;
   void note_read(ReadOutcome outcome) override;
   bool is_free() const override { return modality_.free(); }
-  bool can_edit() const override { return forms_.can_edit(); }
   Canvas& measuring_canvas() override { return measuring_->canvas(); }
   Language language() const override { return language_of(host_.locale); }
 
@@ -135,8 +138,9 @@ class Application : public MessageHandler,
   SettingsVolume volume_;
   SettingsRecord settings_;
   ProfileMenu profiles_{host_, volume_, settings_};
-  Forms forms_;
   StoreSession session_;
+  EditHistory history_{session_};
+  Forms forms_;
   ReadTrouble trouble_{modality_, session_};
   GridView grid_;
   PasteSource paste_source_;

@@ -5,6 +5,7 @@
 #include "app/view_preview.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
+#include "resources/menus.h"
 
 namespace orvello {
 
@@ -56,6 +57,23 @@ void Application::show_checked_view() {
 void Application::new_appointment() {
   forms_.edit_appointment(state_);
   day_view_.focus_list();
+}
+
+// What the options' menu offers now.
+void Application::show_options_menu() {
+  host_.menu_bar.set_menu(
+      kCommandOptions,
+      options_menu(language(), {history_.can_undo(), history_.can_redo(), forms_.can_set()}));
+}
+
+void Application::undo() {
+  if (history_.can_undo() && history_.undo(host_.boxes)) appointments_changed(false);
+  show_options_menu();
+}
+
+void Application::redo() {
+  if (history_.can_redo() && history_.redo(host_.boxes)) appointments_changed(false);
+  show_options_menu();
 }
 
 void Application::exit_program() { handle_message({kMessageClose, 0, {}, 0}); }

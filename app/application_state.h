@@ -7,7 +7,7 @@
 #include "calendar/calendar_date.h"
 #include "calendar/dates.h"
 #include "draw/screen_layout.h"
-#include "editor/appointment_form.h"
+#include "editor/appointment_editor.h"
 #include "settings/view_mode.h"
 
 namespace orvello {

@@ -26,15 +26,14 @@ void DayView::run_command(std::uint32_t command, const RowKey& key) {
       if (key) open_editor(key);
       return;
     case kCommandCreate:
-      if (c_.commands.can_edit()) open_editor({});
-      return;
+      return open_editor({});
     default:
       return;
   }
 }
 
 void DayView::open_editor(const RowKey& key) {
-  c_.state.to_edit = {key.oid, key.start, false};
+  c_.state.to_edit = {key.oid, key.start, EditScope::series};
   c_.commands.send_command(kCommandNew);
 }
 

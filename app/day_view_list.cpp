@@ -145,6 +145,8 @@ bool DayView::command_key(const DialogEvent& event) {
   if (held && event.key == u'X') return run_command(kCommandCut, selected()), true;
   if (held && event.key == u'C') return run_command(kCommandCopy, selected()), true;
   if (held && event.key == u'V') return run_command(kCommandPaste, {}), true;
+  if (held && event.key == u'Z')
+    return c_.commands.send_command(event.shift_held ? kCommandRedo : kCommandUndo), true;
   if (held && event.key == u'G') return choose_date(), true;
   if (event.key == kKeyEscape) {
     const bool to_year = c_.state.previous_view_mode == ViewMode::year;
@@ -175,7 +177,7 @@ void DayView::open_menu(Point at, const RowKey& key) {
   pen_down_ = false;  // the menu gets the release
   dialog_->set_timer(kTimerMenu, 0);
   const RowKey meant = key;
-  const DayMenuState state{static_cast<bool>(meant), c_.source.any(), c_.commands.can_edit()};
+  const DayMenuState state{static_cast<bool>(meant), c_.source.any()};
   const std::uint32_t command =
       dialog_->drawn(kControlDayList)->track_menu(day_menu(c_.commands.language(), state), at);
   if (command != 0 && dialog_) run_command(command, meant);
@@ -211,13 +213,8 @@ void DayView::open_notes(const RowKey& key) {
   focus_list();
 }
 
-// Without an editor the notes are what there is to see of an appointment.
 void DayView::edit(const RowKey& key) {
-  if (!key) return;
-  if (c_.commands.can_edit())
-    open_editor(key);
-  else
-    open_notes(key);
+  if (key) open_editor(key);
 }
 
 }  // namespace orvello

@@ -1,22 +1,13 @@
 #include "app/forms.h"
 
 #include "app/wait_cursor.h"
-#include "resources/ids.h"
 #include "settings/registry_access.h"
 
 namespace orvello {
 
-void Forms::grey(MenuBarContent& content) const {
-  for (MenuBarButton& button : content.buttons)
-    for (MenuItem& item : button.menu)
-      if (item.command == kCommandSettings) item.enabled = can_set();
-}
-
-void Forms::grey(MenuBar& bar) const { bar.enable_button(kCommandNew, can_edit()); }
-
 void Forms::edit_appointment(ApplicationState& state) {
-  state.to_edit.whole_series = false;
-  if (parts_.appointment) parts_.appointment->edit(state.to_edit);
+  AppointmentEditor& editor = parts_.appointment ? *parts_.appointment : editor_;
+  editor.edit(state.to_edit);
   state.to_edit = {};
   host_.input.hide_input_panel();
 }

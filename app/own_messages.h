@@ -7,10 +7,8 @@
 
 namespace orvello {
 
-// Posted after a reconnect, a change of appointments or display settings. The last two refresh as
-// well.
+// Posted after a reconnect. The last two refresh as well.
 inline constexpr std::uint32_t kMessageReconnect = 0x403;
-inline constexpr std::uint32_t kMessageRefresh = 0x406;
 inline constexpr std::uint32_t kMessageSnapshot = 0x3FC;  // a drawing was requested
 inline constexpr std::uint32_t kMessageFree = 0x3FB;      // a call that waits may run
 inline constexpr std::uint32_t kMessageDrawingFailed = 0x3FA;

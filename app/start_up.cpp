@@ -95,13 +95,12 @@ bool Application::low_resolution() const { return state_.dpi_x < kHighResolution
 
 void Application::create_menu_bar() {
   Image strip = load_bitmap(low_resolution() ? kBitmapMenuBarLow : kBitmapMenuBarHigh);
-  MenuBarContent content =
+  const MenuBarContent content =
       main_menu_bar(language(), std::move(strip), menu_bar_height(state_.dpi_y));
-  forms_.grey(content);
   if (!host_.menu_bar.create(content)) return;
   // An image button keeps this text unseen.
   host_.menu_bar.set_button_text(6, u"New Appt");
-  forms_.grey(host_.menu_bar);
+  show_options_menu();
   if (started_) {
     profiles_.rebuild();
     show_checked_view();

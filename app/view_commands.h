@@ -21,7 +21,6 @@ class ViewCommands {
   // Appointments changed; `reconnect` when the store's session has to be opened anew.
   virtual void appointments_changed(bool reconnect) = 0;
   virtual bool is_free() const = 0;        // nothing modal stands
-  virtual bool can_edit() const = 0;       // there is an editor
   virtual Canvas& measuring_canvas() = 0;  // to measure texts with, on the user-interface thread
   virtual Language language() const = 0;
 };

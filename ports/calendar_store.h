@@ -95,9 +95,20 @@ class StorePattern {
   // may fall on other weekdays here, or on the last days of months). Occurrences and exceptions
   // work all the same, and the times can be changed by Appointment::write.
   virtual Result<std::optional<RecurrencePattern>> fields() const = 0;
-  // Takes effect when the item is saved, and drops its exceptions then, as their dates are the old
-  // pattern's. The same pattern again changes nothing.
+  // Where fields() answers nothing: the recurrence lines as RFC 5545 has them ("RRULE:...", one a
+  // line), in the item's own time. Empty where there are none to give.
+  virtual Text rules() const = 0;
+  // Takes effect when the item is saved. Exceptions of days that are occurrences of the new pattern
+  // stay, at another time of day too: one that was deleted stays so, one that was changed keeps its
+  // change. The others go. The same pattern again changes nothing.
   virtual bool set_fields(const RecurrencePattern& pattern) = 0;
+  // How many changed occurrences set_fields(pattern) would let go. Nothing: failure.
+  virtual std::optional<int> lost_changes(const RecurrencePattern& pattern) const = 0;
+  // The occurrence that starts at this moment and all that follow, as an item of its own that is
+  // not saved yet: with their exceptions, recipients and everything else of the series. Saving it
+  // ends the series before that moment, in the same transaction; a series that would keep nothing
+  // is then replaced. Null with OccurrenceError::none: this store cannot do that.
+  virtual std::unique_ptr<Appointment> following(CalendarDate start, OccurrenceError& error) = 0;
   virtual std::optional<int> exception_count() const = 0;                // nothing: failure
   virtual std::optional<StoreException> exception(int index) const = 0;  // from 1; nothing: failure
   // The occurrence that starts at this moment (an exception: at its changed start), else the only
@@ -110,6 +121,8 @@ class StorePattern {
 class AppointmentState {
  public:
   virtual ~AppointmentState() = default;
+  // Whether the other one is the same item in the same state, but for when it was changed last.
+  virtual bool same_as(const AppointmentState& other) const = 0;
 };
 
 enum class SendResult {

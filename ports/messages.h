@@ -20,6 +20,8 @@ inline constexpr std::uint32_t kMessageButtonDown = 0x0201;
 inline constexpr std::uint32_t kMessageButtonUp = 0x0202;
 inline constexpr std::uint32_t kMessageMouseWheel = 0x020A;
 inline constexpr std::uint32_t kMessageDeactivated = 0x3FF;  // posted after a deactivation
+// The program's own: appointments or display settings changed.
+inline constexpr std::uint32_t kMessageRefresh = 0x406;
 
 // Change notifications of the calendar store.
 inline constexpr std::uint32_t kItemCreatedLocal = 0x8100;

@@ -24,6 +24,8 @@ inline constexpr std::uint32_t kCommandYearView = 40035;
 // By view mode: Day, Month, Year.
 inline constexpr std::uint32_t kViewCommands[] = {kCommandDayView, kCommandMonthView,
                                                   kCommandYearView};
+inline constexpr std::uint32_t kCommandUndo = 40101;
+inline constexpr std::uint32_t kCommandRedo = 40102;
 inline constexpr std::uint32_t kCommandFirstProfile = 60000;
 
 // Dialog templates.
@@ -75,6 +77,8 @@ enum class StringId : int {
   erase = 40017,
   edit = 40019,
   create = 40021,
+  undo = 40101,
+  redo = 40102,
   today = 41000,
   row_colors,
   choose_date,

@@ -21,12 +21,8 @@ MenuBarContent main_menu_bar(Language language, Image strip, int height) {
   bar.strip = std::move(strip);
   bar.height = height;
   bar.buttons.push_back({Kind::text, kCommandNew, text(StringId::new_appointment), -1, {}, {}});
-  bar.buttons.push_back({Kind::menu,
-                         kCommandOptions,
-                         text(StringId::options),
-                         -1,
-                         {{kCommandSettings, text(StringId::settings), true, false}},
-                         {}});
+  bar.buttons.push_back(
+      {Kind::menu, kCommandOptions, text(StringId::options), -1, options_menu(language, {}), {}});
   bar.buttons.push_back({Kind::text, kCommandExit, text(StringId::exit), -1, {}, {}});
   bar.buttons.push_back({Kind::separator, 0, {}, -1, {}, {}});
   bar.buttons.push_back(image_button(kCommandDayView, 0, text(StringId::day_view)));
@@ -39,6 +35,14 @@ MenuBarContent main_menu_bar(Language language, Image strip, int height) {
   return bar;
 }
 
+std::vector<MenuItem> options_menu(Language language, const OptionsMenuState& state) {
+  const auto text = [language](StringId id) { return load_string(id, language); };
+  return {{kCommandUndo, text(StringId::undo), state.can_undo, false},
+          {kCommandRedo, text(StringId::redo), state.can_redo, false},
+          {},
+          {kCommandSettings, text(StringId::settings), state.can_set, false}};
+}
+
 std::vector<MenuItem> day_menu(Language language, const DayMenuState& state) {
   const auto text = [language](StringId id) { return load_string(id, language); };
   return {
@@ -49,9 +53,8 @@ std::vector<MenuItem> day_menu(Language language, const DayMenuState& state) {
       {kCommandBeam, text(StringId::beam), state.on_appointment, false},
       {kCommandDelete, text(StringId::erase), state.on_appointment, false},
       {},
-      {kCommandEditAppointment, text(StringId::edit), state.on_appointment && state.can_edit,
-       false},
-      {kCommandCreate, text(StringId::create), state.can_edit, false},
+      {kCommandEditAppointment, text(StringId::edit), state.on_appointment, false},
+      {kCommandCreate, text(StringId::create), true, false},
   };
 }
 

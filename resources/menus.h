@@ -10,11 +10,18 @@ namespace orvello {
 // image strip for the screen's density; the bar is `height` pixels high.
 MenuBarContent main_menu_bar(Language language, Image strip, int height);
 
+// What decides which commands of the bar's menu of options can be chosen.
+struct OptionsMenuState {
+  bool can_undo = false;
+  bool can_redo = false;
+  bool can_set = false;  // there is a settings sheet
+};
+std::vector<MenuItem> options_menu(Language language, const OptionsMenuState& state);
+
 // What decides which commands of the day's menu can be chosen.
 struct DayMenuState {
   bool on_appointment = false;  // its row was pressed
   bool has_source = false;      // something was cut or copied
-  bool can_edit = false;        // there is an editor
 };
 // Menu 111, for the Day view's list.
 std::vector<MenuItem> day_menu(Language language, const DayMenuState& state);

@@ -27,6 +27,8 @@ constexpr Row kStrings[] = {
     {StringId::erase, u"Удалить", u"Delete"},
     {StringId::edit, u"Изменить", u"Edit"},
     {StringId::create, u"Создать", u"New"},
+    {StringId::undo, u"Отменить действие", u"Undo"},
+    {StringId::redo, u"Вернуть действие", u"Redo"},
     {StringId::today, u"Сегодня", u"Today"},
     {StringId::row_colors, u"Цвета строк", u"Row colours"},
     {StringId::choose_date, u"Выбор даты", u"Choose a date"},

@@ -226,4 +226,9 @@ std::unique_ptr<AppointmentState> RecordAppointment::state() const {
   return store_.state_of(record_.oid);
 }
 
+bool RecordState::same_as(const AppointmentState& other) const {
+  const auto* state = dynamic_cast<const RecordState*>(&other);
+  return state && state->record.oid == record.oid;
+}
+
 }  // namespace orvello

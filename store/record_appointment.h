@@ -62,6 +62,7 @@ class RecordAppointment : public Appointment {
 
 struct RecordState : AppointmentState {
   explicit RecordState(AppointmentRecord as_it_was) : record(std::move(as_it_was)) {}
+  bool same_as(const AppointmentState& other) const override;
   AppointmentRecord record;
 };
 

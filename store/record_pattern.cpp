@@ -25,6 +25,15 @@ bool RecordPattern::set_fields(const RecurrencePattern& pattern) {
   return true;
 }
 
+Text RecordPattern::rules() const { return {}; }
+
+std::optional<int> RecordPattern::lost_changes(const RecurrencePattern&) const { return 0; }
+
+std::unique_ptr<Appointment> RecordPattern::following(CalendarDate, OccurrenceError& error) {
+  error = OccurrenceError::none;
+  return nullptr;
+}
+
 std::optional<int> RecordPattern::exception_count() const {
   const auto record = item_.current();
   if (!record) return std::nullopt;

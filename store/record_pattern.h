@@ -18,7 +18,10 @@ class RecordPattern : public StorePattern {
   RecordPattern& operator=(const RecordPattern&) = delete;
 
   Result<std::optional<RecurrencePattern>> fields() const override;
+  Text rules() const override;
   bool set_fields(const RecurrencePattern& pattern) override;
+  std::optional<int> lost_changes(const RecurrencePattern& pattern) const override;
+  std::unique_ptr<Appointment> following(CalendarDate start, OccurrenceError& error) override;
   std::optional<int> exception_count() const override;
   std::optional<StoreException> exception(int index) const override;
   std::unique_ptr<Appointment> occurrence(CalendarDate start, OccurrenceError& error) override;

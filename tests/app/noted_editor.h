@@ -3,11 +3,11 @@
 
 #include <vector>
 
-#include "editor/appointment_form.h"
+#include "editor/appointment_editor.h"
 
 namespace orvello {
 
-struct NotedEditor : AppointmentForm {
+struct NotedEditor : AppointmentEditor {
   void edit(const EditorChoice& choice) override { edited.push_back(choice); }
   std::vector<EditorChoice> edited;
 };

@@ -88,11 +88,11 @@ TEST(DayMenu, OffersWhatCanBeDone) {
     return commands;
   };
   using Commands = std::set<std::uint32_t>;
-  EXPECT_EQ(enabled({false, false, false}), Commands());
-  EXPECT_EQ(enabled({false, true, true}), (Commands{kCommandPaste, kCommandCreate}));
-  EXPECT_EQ(enabled({true, false, false}),
-            (Commands{kCommandCut, kCommandCopy, kCommandBeam, kCommandDelete}));
-  EXPECT_EQ(enabled({true, true, true}).size(), 7u);
+  EXPECT_EQ(enabled(DayMenuState()), Commands{kCommandCreate});
+  EXPECT_EQ(enabled({.has_source = true}), (Commands{kCommandPaste, kCommandCreate}));
+  EXPECT_EQ(enabled({.on_appointment = true}),
+            (Commands{kCommandCut, kCommandCopy, kCommandBeam, kCommandDelete,
+                      kCommandEditAppointment, kCommandCreate}));
   EXPECT_EQ(day_menu(Language::russian, {})[0].text, u"Вырезать");
 }
 
