@@ -37,10 +37,10 @@ MenuBarContent main_menu_bar(Language language, Image strip, int height) {
 
 std::vector<MenuItem> options_menu(Language language, const OptionsMenuState& state) {
   const auto text = [language](StringId id) { return load_string(id, language); };
-  return {{kCommandUndo, text(StringId::undo), state.can_undo, false},
-          {kCommandRedo, text(StringId::redo), state.can_redo, false},
+  return {{kCommandSettings, text(StringId::settings), state.can_set, false},
           {},
-          {kCommandSettings, text(StringId::settings), state.can_set, false}};
+          {kCommandUndo, text(StringId::undo), state.can_undo, false},
+          {kCommandRedo, text(StringId::redo), state.can_redo, false}};
 }
 
 std::vector<MenuItem> day_menu(Language language, const DayMenuState& state) {
