@@ -17,41 +17,21 @@ bool MonthPage::shows(const MonthDayYear& date) const {
   return snapshot_ && snapshot_->layout.month == date.month && snapshot_->layout.year == date.year;
 }
 
-ReadOutcome MonthPage::read(const GridInput& in, MonthSnapshot& snapshot) {
+bool MonthPage::read(const GridInput& in, MonthSnapshot& snapshot) {
   const MonthDayYear& shown = in.selected;
-  if (auto taken =
-          take_month_snapshot(session_, settings_, in.screen, shown.month, shown.year, in.today)) {
-    snapshot = std::move(*taken);
-    read_ = true;
-    return ReadOutcome::whole;
-  }
-  snapshot = month_snapshot_without_items(settings_, in.screen, shown.month, shown.year, in.today);
-  read_ = read_ && shows(shown);
-  if (!read_) return ReadOutcome::nothing;
-  snapshot.period = snapshot_->period;
-  return ReadOutcome::kept;
+  auto taken =
+      take_month_snapshot(session_, settings_, in.screen, shown.month, shown.year, in.today);
+  snapshot =
+      taken ? std::move(*taken)
+            : month_snapshot_without_items(settings_, in.screen, shown.month, shown.year, in.today);
+  return taken.has_value();
 }
 
-std::optional<ReadOutcome> MonthPage::take(const GridInput& in, bool same_items) {
-  const auto next = std::make_shared<MonthSnapshot>();
-  std::optional<ReadOutcome> outcome;
-  if (same_items && shows(in.selected) && snapshot_->screen == in.screen)
-    *next = *snapshot_;
-  else
-    outcome = read(in, *next);
-  next->selected = in.selected;
-  next->focus_visible = in.focus_visible;
-  layout_ = MonthLayout(*next);
-  snapshot_ = next;
-  return outcome;
+void MonthPage::keep_read(MonthSnapshot& snapshot, const MonthSnapshot& earlier) const {
+  snapshot.period = earlier.period;
 }
 
-ViewDrawing MonthPage::drawing() const {
-  return [snapshot = snapshot_](Canvas& canvas, const std::atomic<int>& draw_state,
-                                const std::function<void()>& progress) {
-    return DrawMonthView(*snapshot, canvas, draw_state, progress);
-  };
-}
+ViewDrawing MonthPage::drawing() const { return drawing_by(DrawMonthView); }
 
 GridTarget MonthPage::hit(Point point) const { return hit_month(layout_, point); }
 

@@ -19,41 +19,20 @@ bool YearPage::shows(const MonthDayYear& date) const {
   return snapshot_ && snapshot_->year == date.year;
 }
 
-ReadOutcome YearPage::read(const GridInput& in, YearSnapshot& snapshot) {
-  if (auto taken = take_year_snapshot(session_, settings_, in.screen, in.selected.year, in.today,
-                                      in.selected, in.focus_visible)) {
-    snapshot = std::move(*taken);
-    read_ = true;
-    return ReadOutcome::whole;
-  }
-  snapshot = year_snapshot_without_marks(settings_, in.screen, in.selected.year, in.today,
-                                         in.selected, in.focus_visible);
-  read_ = read_ && shows(in.selected);
-  if (!read_) return ReadOutcome::nothing;
-  snapshot.marks = snapshot_->marks;
-  return ReadOutcome::kept;
+bool YearPage::read(const GridInput& in, YearSnapshot& snapshot) {
+  auto taken = take_year_snapshot(session_, settings_, in.screen, in.selected.year, in.today,
+                                  in.selected, in.focus_visible);
+  snapshot = taken ? std::move(*taken)
+                   : year_snapshot_without_marks(settings_, in.screen, in.selected.year, in.today,
+                                                 in.selected, in.focus_visible);
+  return taken.has_value();
 }
 
-std::optional<ReadOutcome> YearPage::take(const GridInput& in, bool same_items) {
-  const auto next = std::make_shared<YearSnapshot>();
-  std::optional<ReadOutcome> outcome;
-  if (same_items && shows(in.selected) && snapshot_->screen == in.screen)
-    *next = *snapshot_;
-  else
-    outcome = read(in, *next);
-  next->selected = in.selected;
-  next->focus_visible = in.focus_visible;
-  layout_ = YearLayout(*next);
-  snapshot_ = next;
-  return outcome;
+void YearPage::keep_read(YearSnapshot& snapshot, const YearSnapshot& earlier) const {
+  snapshot.marks = earlier.marks;
 }
 
-ViewDrawing YearPage::drawing() const {
-  return [snapshot = snapshot_](Canvas& canvas, const std::atomic<int>& draw_state,
-                                const std::function<void()>& progress) {
-    return DrawYearView(*snapshot, canvas, draw_state, progress);
-  };
-}
+ViewDrawing YearPage::drawing() const { return drawing_by(DrawYearView); }
 
 GridTarget YearPage::hit(Point point) const { return hit_year(layout_, point); }
 

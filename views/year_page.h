@@ -1,21 +1,18 @@
 // The Year view as a page.
 #pragma once
 
-#include <memory>
-
-#include "views/grid_page.h"
+#include "views/snapshot_page.h"
 #include "views/year_layout.h"
 #include "views/year_snapshot.h"
 
 namespace orvello {
 
-class YearPage : public GridPage {
+class YearPage : public SnapshotPage<YearSnapshot, YearLayout> {
  public:
-  using GridPage::GridPage;
+  using SnapshotPage::SnapshotPage;
 
   const GridHabits& habits() const override;
   bool same_page(const MonthDayYear& a, const MonthDayYear& b) const override;
-  std::optional<ReadOutcome> take(const GridInput& input, bool same_items) override;
   ViewDrawing drawing() const override;
   GridTarget hit(Point point) const override;
   Rect place_of(const MonthDayYear& date) const override;
@@ -23,16 +20,10 @@ class YearPage : public GridPage {
   std::optional<MonthDayYear> date_of_cell(int cell) const override;
   DayCount count_days_with(const MonthDayYear& shown) const override;
 
-  const YearLayout& layout() const { return layout_; }
-  const YearSnapshot* snapshot() const { return snapshot_.get(); }  // what was drawn last
-
  private:
-  bool shows(const MonthDayYear& date) const;
-  ReadOutcome read(const GridInput& input, YearSnapshot& snapshot);
-
-  std::shared_ptr<const YearSnapshot> snapshot_;
-  bool read_ = false;  // it holds what was read once
-  YearLayout layout_;
+  bool shows(const MonthDayYear& date) const override;
+  bool read(const GridInput& input, YearSnapshot& snapshot) override;
+  void keep_read(YearSnapshot& snapshot, const YearSnapshot& earlier) const override;
 };
 
 }  // namespace orvello
