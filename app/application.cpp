@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "app/own_messages.h"
-#include "app/wait_cursor.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
+#include "store/wait_cursor.h"
 
 namespace orvello {
 

@@ -2,11 +2,11 @@
 
 #include "app/day_popups.h"
 #include "app/day_view.h"
-#include "app/wait_cursor.h"
 #include "ports/messages.h"
 #include "resources/dialog_templates.h"
 #include "resources/ids.h"
 #include "store/item_operations.h"
+#include "store/wait_cursor.h"
 
 namespace orvello {
 

@@ -5,13 +5,13 @@
 
 #include "app/day_popups.h"
 #include "app/own_messages.h"
-#include "app/wait_cursor.h"
 #include "calendar/date_pictures.h"
 #include "ports/messages.h"
 #include "resources/dialog_templates.h"
 #include "resources/ids.h"
 #include "settings/profiles.h"
 #include "settings/registry_access.h"
+#include "store/wait_cursor.h"
 
 namespace orvello {
 namespace {

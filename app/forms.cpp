@@ -1,7 +1,7 @@
 #include "app/forms.h"
 
-#include "app/wait_cursor.h"
 #include "settings/registry_access.h"
+#include "store/wait_cursor.h"
 
 namespace orvello {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/own_messages.h"
-#include "app/wait_cursor.h"
+#include "store/wait_cursor.h"
 
 namespace orvello {
 

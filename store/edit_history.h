@@ -2,11 +2,39 @@
 // imported. User-interface thread.
 #pragma once
 
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <vector>
+
 #include "base/text.h"
 #include "ports/message_box.h"
 #include "store/store_session.h"
 
 namespace orvello {
+
+// What one action does to appointments, while it is done. In its transaction, each item is told
+// before it is changed, what it made afterwards, and then finish().
+class EditStep {
+ public:
+  // The item as it was; unsaved ones have nothing to come back to.
+  void before(const Appointment& item);
+  void made(std::int32_t oid);
+  // Reads what has come of the items.
+  void finish(StoreSession& session);
+
+ private:
+  friend class EditHistory;
+  using State = std::shared_ptr<const AppointmentState>;
+  struct Item {
+    std::int32_t oid;
+    State before, after;  // null: it was, or is, not there
+  };
+  bool knows(std::int32_t oid) const;
+
+  std::vector<Item> items_;
+  bool whole_ = true;  // every state could be had
+};
 
 class EditHistory {
  public:
@@ -14,14 +42,26 @@ class EditHistory {
   EditHistory(const EditHistory&) = delete;
   EditHistory& operator=(const EditHistory&) = delete;
 
-  bool can_undo() const { return false; }
-  bool can_redo() const { return false; }
-  // One step, in one transaction. False when nothing was changed, which has been told.
-  bool undo(MessageBoxes&) { return false; }
-  bool redo(MessageBoxes&) { return false; }
+  // What was done, and cannot be redone any more is what was undone. After a step that could not be
+  // remembered, as in a store that gives no states, there is nothing to undo: not even what was
+  // done before, which is not what a person would expect.
+  void keep(EditStep step);
+
+  bool can_undo() const { return !done_.empty(); }
+  bool can_redo() const { return !undone_.empty(); }
+  // One step, in one transaction. False when nothing was changed, which has been told: of an
+  // appointment that is not as the step left it, which is then forgotten; or the store failed.
+  bool undo(MessageBoxes& boxes);
+  bool redo(MessageBoxes& boxes);
 
  private:
+  enum class Outcome { done, changed_elsewhere, failed };
+  Outcome bring(const EditStep& step, EditStep::State EditStep::Item::*from,
+                EditStep::State EditStep::Item::*to);
+  bool tell(MessageBoxes& boxes, Outcome outcome, TextView failure);
+
   StoreSession& session_;
+  std::deque<EditStep> done_, undone_;
 };
 
 }  // namespace orvello
