@@ -2,6 +2,7 @@
 
 #include "calendar/date_text.h"
 #include "calendar/time_slots.h"
+#include "calendar/typed_time.h"
 #include "tests/calendar/dates_case_file.h"
 
 namespace orvello {
@@ -23,6 +24,37 @@ TEST(ParseTime, EmptyTextIsNoTime) {
   CalendarDate time = 0.5;
   EXPECT_FALSE(ParseTimeText(u"", time));
   EXPECT_EQ(time, 0.0);
+}
+
+TEST(TypedTime, TakesWhatIsMeantAsATimeAndNothingElse) {
+  for (const std::string& line : case_lines("meant_times.txt")) {
+    const std::vector<Text> cells = split(to_utf16(line), u'|');
+    ASSERT_EQ(cells.size(), 2u) << line;
+    const auto time = typed_time(cells[0], english_locale());
+    const Text read = time ? FormatTimeOfDay(*time, true, english_locale()) : Text();
+    EXPECT_EQ(to_utf8(read), to_utf8(cells[1])) << line;
+  }
+}
+
+// Whatever a list of times offers is read back, also where a locale's words are long.
+TEST(TypedTime, ReadsEveryTimeThatIsShown) {
+  LocaleData wordy = russian_locale();
+  wordy.time_separator = u" uhr ";
+  wordy.morning = u"до полудня";
+  wordy.afternoon = u"после полудня";
+  for (const LocaleData& locale : {english_locale(), russian_locale(), wordy}) {
+    for (const bool clock24 : {true, false}) {
+      ChoiceList combo;
+      FillHalfHourList(combo, clock24, locale);
+      for (int slot = 0; slot < kTimeSlots; ++slot) {
+        const auto time = typed_time(combo.items[static_cast<std::size_t>(slot)], locale);
+        ASSERT_TRUE(time) << to_utf8(combo.items[static_cast<std::size_t>(slot)]);
+        EXPECT_NEAR(*time, time_of_slot(slot), 1e-9);
+      }
+    }
+  }
+  EXPECT_NEAR(*typed_time(u"9 uhr 30", wordy), 9.5 / 24, 1e-9);
+  EXPECT_NEAR(*typed_time(u"9:30 После Полудня", wordy), 21.5 / 24, 1e-9);
 }
 
 TEST(AppointmentTime, NoonAndMidnightAreTwelve) {
