@@ -27,11 +27,16 @@ struct Band {
   int bottom = 0;
 };
 
+// Whether a control is seen on a step; on step 0, which stands for all of them, each is.
+bool is_on(const ControlTemplate& control, int step) {
+  return step == 0 || control.step == 0 || control.step == step;
+}
+
 // Section 0 stands outside of the columns.
-std::map<int, Band> bands_of(const DialogTemplate& dialog) {
+std::map<int, Band> bands_of(const DialogTemplate& dialog, int step) {
   std::map<int, Band> bands;
   for (const ControlTemplate& control : dialog.controls) {
-    if (control.section == 0) continue;
+    if (control.section == 0 || !is_on(control, step)) continue;
     const auto [found, fresh] =
         bands.try_emplace(control.section, Band{control.place.y, control.place.bottom()});
     found->second.top = std::min(found->second.top, control.place.y);
@@ -56,8 +61,8 @@ struct Columns {
 };
 
 // The split that makes the higher column as low as possible.
-Columns split(const DialogTemplate& dialog) {
-  const std::map<int, Band> bands = bands_of(dialog);
+Columns split(const DialogTemplate& dialog, int step) {
+  const std::map<int, Band> bands = bands_of(dialog, step);
   Columns best;
   if (bands.size() < 2) return best;
   const int top = bands.begin()->second.top, bottom = bands.rbegin()->second.bottom;
@@ -100,8 +105,12 @@ Rect spread(Rect place, Across rule, int extra) {
 
 class Form {
  public:
-  Form(const DialogTemplate& dialog, double unit, Size available)
-      : dialog_(dialog), unit_(unit), available_(available), design_(design_size(dialog)) {}
+  Form(const DialogTemplate& dialog, double unit, Size available, int step)
+      : dialog_(dialog),
+        unit_(unit),
+        available_(available),
+        step_(step),
+        design_(design_size(dialog)) {}
 
   FormLayout lay_out() {
     choose_columns();
@@ -153,16 +162,18 @@ class Form {
   }
 
   bool column_stretches(int column) const {
-    return std::any_of(dialog_.controls.begin(), dialog_.controls.end(),
-                       [&](const ControlTemplate& control) {
-                         return control.section != 0 && control.down == Down::stretch &&
-                                columns_.in_second(control) == (column == 1);
-                       });
+    return std::any_of(
+        dialog_.controls.begin(), dialog_.controls.end(), [&](const ControlTemplate& control) {
+          return control.section != 0 && control.down == Down::stretch && is_on(control, step_) &&
+                 columns_.in_second(control) == (column == 1);
+        });
   }
 
   bool uses_height() const {
     return std::any_of(dialog_.controls.begin(), dialog_.controls.end(),
-                       [](const ControlTemplate& control) { return control.down != Down::keep; });
+                       [&](const ControlTemplate& control) {
+                         return control.down != Down::keep && is_on(control, step_);
+                       });
   }
 
   // By how much the form can be lower than designed: what stretches shrinks, else what stands at
@@ -171,6 +182,7 @@ class Form {
     int stretching = design_.height, kept = 0, lower = design_.height + kGap;
     bool stretches = false;
     for (const ControlTemplate& control : dialog_.controls) {
+      if (!is_on(control, step_)) continue;
       if (control.down == Down::stretch) {
         stretches = true;
         stretching = std::min(stretching, std::max(0, control.place.height - kLeastHeight));
@@ -187,13 +199,14 @@ class Form {
   int hidden_height() const {
     int tallest = 0;
     for (const ControlTemplate& control : dialog_.controls)
-      if (control.down == Down::stretch) tallest = std::max(tallest, control.place.height);
+      if (control.down == Down::stretch && is_on(control, step_))
+        tallest = std::max(tallest, control.place.height);
     return std::max(0, length(tallest + kScrollGrip) - available_.height);
   }
 
   void choose_columns() {
     if (own_place()) return;
-    const Columns candidate = split(dialog_);
+    const Columns candidate = split(dialog_, step_);
     const bool wide = available_.width >= length(design_.width * kWideEnough);
     const bool low = available_.height < length(design_.height - spare_height());
     if (candidate && (wide || low) && fit_beside(available_.width / 2)) columns_ = candidate;
@@ -203,7 +216,7 @@ class Form {
   bool fit_beside(int width) const {
     std::vector<std::pair<const ControlTemplate*, Rect>> placed;
     for (const ControlTemplate& control : dialog_.controls) {
-      if (control.section == 0) continue;
+      if (control.section == 0 || !is_on(control, step_)) continue;
       const Rect wanted = drawn(control);
       const Rect place = spread(wanted, control.across, width - length(design_.width));
       if (place.x < 0 || place.right() > width || place.width * 3 < wanted.width * 2) return false;
@@ -217,7 +230,9 @@ class Form {
 
   const DialogTemplate& dialog_;
   double unit_;
-  Size available_, design_;
+  Size available_;
+  int step_;
+  Size design_;
   Columns columns_;
 };
 
@@ -226,7 +241,7 @@ Size covering(Size a, Size b) { return {std::max(a.width, b.width), std::max(a.h
 // The size that a form makes something of on a large screen, without its frame.
 Size grown(const DialogTemplate& dialog, double unit, int frame_height, Size whole) {
   const Size design = design_size(dialog);
-  const Columns columns = split(dialog);
+  const Columns columns = split(dialog, 0);
   const double growth = columns ? kColumnsGrowth : kSheetGrowth;
   Size size{scaled(design.width, unit * growth), scaled(design.height, unit)};
   const bool stretches =
@@ -273,10 +288,11 @@ Size design_size(const DialogTemplate& dialog) {
 }
 
 FormLayout lay_out_form(const DialogTemplate& dialog, double unit, Size available,
-                        int scroll_bar_width) {
-  FormLayout layout = Form(dialog, unit, available).lay_out();
+                        int scroll_bar_width, int step) {
+  FormLayout layout = Form(dialog, unit, available, step).lay_out();
   if (layout.body.height <= available.height || scroll_bar_width == 0) return layout;
-  return Form(dialog, unit, {available.width - scroll_bar_width, available.height}).lay_out();
+  available.width -= scroll_bar_width;
+  return Form(dialog, unit, available, step).lay_out();
 }
 
 Rect popup_place(const Rect& wanted, Size whole) {

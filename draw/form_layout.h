@@ -20,9 +20,9 @@ Size design_size(const DialogTemplate& dialog);
 // Sections flow into two columns where each gets nearly the design's width, and also where the form
 // would not fit in height otherwise and they need no more than half of it. A form that has to be
 // scrolled leaves a scroll bar its width. A popup that has a place of its own is laid out in just
-// that.
+// that. Each step is laid out for what is seen on it; step 0 for everything.
 FormLayout lay_out_form(const DialogTemplate& dialog, double unit, Size available,
-                        int scroll_bar_width = 0);
+                        int scroll_bar_width = 0, int step = 0);
 
 // The form of a modal dialog inside `whole`: all of it on a handheld's screen, a centred sheet on a
 // larger one. `frame_height` is what a title, and tabs, take.

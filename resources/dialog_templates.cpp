@@ -1,5 +1,7 @@
 #include "resources/dialog_templates.h"
 
+#include "resources/editor_templates.h"
+
 namespace orvello {
 namespace {
 
@@ -175,9 +177,17 @@ DialogTemplate greeting_dialog(Language language) {
 }
 
 std::vector<DialogTemplate> all_dialogs(Language language) {
-  return {day_view_dialog(language),      notes_dialog(language),        day_popup_dialog(language),
-          delete_dialog(language, false), delete_dialog(language, true), import_dialog(language),
-          date_dialog(language),          greeting_dialog(language)};
+  return {day_view_dialog(language),
+          notes_dialog(language),
+          day_popup_dialog(language),
+          delete_dialog(language, false),
+          delete_dialog(language, true),
+          import_dialog(language),
+          date_dialog(language),
+          greeting_dialog(language),
+          editor_dialog(language),
+          series_question_dialog(language, false),
+          series_question_dialog(language, true)};
 }
 
 }  // namespace orvello

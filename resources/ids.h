@@ -116,6 +116,24 @@ enum class StringId : int {
   greeting_icons,
   greeting_icons_text,
   greeting_ok,
+
+  editor_subject = 42000,
+  editor_location,
+  editor_start,
+  editor_end,
+  editor_occurs,
+  editor_all_day,
+  editor_status,
+  editor_private,
+  editor_remind,
+  editor_reminder,
+  editor_categories,
+  editor_attendees,
+  series_title,
+  series_question,
+  series_occurrence,
+  series_following,
+  series_whole,
 };
 
 }  // namespace orvello

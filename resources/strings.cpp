@@ -93,6 +93,23 @@ constexpr Row kStrings[] = {
      u"Note: To see the month view icons, you will need to assign icons to existing category "
      u"labels in the 'Options->Settings->Icons' screen"},
     {StringId::greeting_ok, u"Начать", u"Start"},
+    {StringId::editor_subject, u"Заголовок:", u"Subject:"},
+    {StringId::editor_location, u"Место:", u"Location:"},
+    {StringId::editor_start, u"Начало:", u"Starts:"},
+    {StringId::editor_end, u"Конец:", u"Ends:"},
+    {StringId::editor_occurs, u"Событие:", u"Occurs:"},
+    {StringId::editor_all_day, u"На весь день", u"All day"},
+    {StringId::editor_status, u"Статус:", u"Status:"},
+    {StringId::editor_private, u"Приват", u"Private"},
+    {StringId::editor_remind, u"Напомнить", u"Remind"},
+    {StringId::editor_reminder, u"Напомин.:", u"Before:"},
+    {StringId::editor_categories, u"Категории:", u"Categories:"},
+    {StringId::editor_attendees, u"Люди:", u"People:"},
+    {StringId::series_title, u"Серия событий", u"Recurring"},
+    {StringId::series_question, u"Что изменить?", u"What do you want to change?"},
+    {StringId::series_occurrence, u"Только это событие", u"Only this occurrence"},
+    {StringId::series_following, u"Это и все следующие", u"This and all that follow"},
+    {StringId::series_whole, u"Всю серию", u"The whole series"},
 };
 
 }  // namespace

@@ -170,7 +170,7 @@ bool HeadlessDialog::reachable(int control) const {
 
 Rect HeadlessDialog::place(int control) const {
   if (!seen(control)) return {};
-  const FormLayout layout = lay_out_form(dialog, 1, design_size(dialog));
+  const FormLayout layout = lay_out_form(dialog, 1, design_size(dialog), 0, step);
   for (std::size_t i = 0; i < dialog.controls.size(); ++i)
     if (dialog.controls[i].id == control) return layout.places[i];
   return {};

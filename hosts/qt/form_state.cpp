@@ -93,6 +93,7 @@ void FormWidget::set_shown(int id, bool shown) {
 void FormWidget::set_step(int step) {
   step_ = step;
   keep_seen();
+  lay_out();
 }
 
 void FormWidget::focus(int id, Caret caret) {

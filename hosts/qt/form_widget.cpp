@@ -165,7 +165,7 @@ void FormWidget::lay_out() {
   }
   const FormLayout layout =
       lay_out_form(template_, density_.unit(), {inside.width(), std::max(0, inside.height())},
-                   density_.scaled(kScrollBarWidth));
+                   density_.scaled(kScrollBarWidth), step_);
   body_->resize(layout.body.width, layout.body.height);
   for (std::size_t i = 0; i < made_.size(); ++i) {
     made_[i].widget->setGeometry(to_qt(layout.places[i]));

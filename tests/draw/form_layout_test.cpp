@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "resources/dialog_templates.h"
 // The form itself, as this is another test program.
 #include "tests/contract/every_kind.cpp"  // NOLINT
@@ -19,10 +21,11 @@ bool is_touched(Kind kind) { return kind != Kind::label && kind != Kind::custom;
 
 // Everything is inside the form and large enough for a finger, nothing lies on another, and the
 // tab order goes downwards, then to the right, column by column.
-void expect_sound(const DialogTemplate& form, const FormLayout& layout, double unit) {
+void expect_sound(const DialogTemplate& form, const FormLayout& layout, double unit, int step) {
   const int least = static_cast<int>(kLeastTouch * unit) - 1;
   for (std::size_t i = 0; i < form.controls.size(); ++i) {
     const ControlTemplate& control = form.controls[i];
+    if (control.step != 0 && control.step != step) continue;
     SCOPED_TRACE("control " + std::to_string(control.id));
     const Rect& place = layout.places[i];
     EXPECT_GE(place.x, 0);
@@ -33,7 +36,8 @@ void expect_sound(const DialogTemplate& form, const FormLayout& layout, double u
       EXPECT_GE(std::min(place.width, place.height), least);
     }
     for (std::size_t j = 0; j < i; ++j) {
-      if (!seen_together(control, form.controls[j])) continue;
+      const int other = form.controls[j].step;
+      if (!seen_together(control, form.controls[j]) || (other != 0 && other != step)) continue;
       const Rect& before = layout.places[j];
       EXPECT_TRUE(intersection(place, before).empty()) << "on " << form.controls[j].id;
       EXPECT_TRUE(place.y > before.y || place.x > before.x) << "before " << form.controls[j].id;
@@ -43,10 +47,18 @@ void expect_sound(const DialogTemplate& form, const FormLayout& layout, double u
 
 std::vector<DialogTemplate> all_forms() {
   std::vector<DialogTemplate> forms = all_dialogs(Language::russian);
+  for (DialogTemplate& form : all_dialogs(Language::english)) forms.push_back(std::move(form));
   for (DialogTemplate& page : sheet_pages()) forms.push_back(std::move(page));
   forms.push_back(every_kind_form());
   forms.push_back(step_form());
   return forms;
+}
+
+std::set<int> steps_of(const DialogTemplate& form) {
+  std::set<int> steps;
+  for (const ControlTemplate& control : form.controls) steps.insert(control.step);
+  if (steps.size() > 1) steps.erase(0);
+  return steps;
 }
 
 TEST(FormLayout, EveryDialogIsSoundOnEveryScreen) {
@@ -62,9 +74,11 @@ TEST(FormLayout, EveryDialogIsSoundOnEveryScreen) {
       const Rect sheet = sheet_place(form, screen.unit, title, screen.size);
       EXPECT_EQ(intersection(sheet, {0, 0, screen.size.width, screen.size.height}), sheet);
       const Size room{sheet.width, sheet.height - title};
-      const FormLayout layout = lay_out_form(form, screen.unit, room, 14);
-      EXPECT_LE(layout.body.width, room.width) << "it need not be scrolled sideways";
-      expect_sound(form, layout, screen.unit);
+      for (const int step : steps_of(form)) {
+        const FormLayout layout = lay_out_form(form, screen.unit, room, 14, step);
+        EXPECT_LE(layout.body.width, room.width) << "it need not be scrolled sideways";
+        expect_sound(form, layout, screen.unit, step);
+      }
     }
   }
 }

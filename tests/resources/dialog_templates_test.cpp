@@ -67,8 +67,11 @@ TEST(Dialogs, ControlsHaveIdsTextsGroupsAndRules) {
 }
 
 TEST(Strings, EveryoneIsThereInBothLanguages) {
-  for (int id = static_cast<int>(StringId::today); id <= static_cast<int>(StringId::greeting_ok);
-       ++id) {
+  std::vector<int> ids;
+  for (const auto& [first, last] : {std::pair{StringId::today, StringId::greeting_ok},
+                                    {StringId::editor_subject, StringId::series_whole}})
+    for (int id = static_cast<int>(first); id <= static_cast<int>(last); ++id) ids.push_back(id);
+  for (const int id : ids) {
     const Text russian = load_string(static_cast<StringId>(id), Language::russian);
     const Text english = load_string(static_cast<StringId>(id), Language::english);
     EXPECT_FALSE(russian.empty()) << id;
