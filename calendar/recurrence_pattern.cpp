@@ -12,6 +12,8 @@ namespace {
 constexpr int kEveryDay = 127, kWeekdays = 62, kWeekend = 65;
 constexpr int kLast = 5;      // the instance that means the last one
 constexpr int kSafeDay = 28;  // every month has it
+// Days to the next one that suits, and more: "the last Friday of March" may take 371.
+constexpr int kLongestWait = 400;
 
 std::int64_t interval_of(const RecurrencePattern& pattern) { return std::max(1, pattern.interval); }
 
@@ -90,7 +92,7 @@ PlainSeries series_of(const RecurrencePattern& pattern) {
   PlainSeries search = series_around(dense, named);
   search.start = named - kSecondsPerDay;  // so that `named` itself is a later instance
   std::vector<LocalSeconds> found;
-  append_series(search, named, named + 370 * kSecondsPerDay, found);
+  append_series(search, named, named + kLongestWait * kSecondsPerDay, found);
   return found.empty() ? series : series_around(pattern, found.front());
 }
 
