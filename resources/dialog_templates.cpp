@@ -187,7 +187,8 @@ std::vector<DialogTemplate> all_dialogs(Language language) {
           greeting_dialog(language),
           editor_dialog(language),
           series_question_dialog(language, false),
-          series_question_dialog(language, true)};
+          series_question_dialog(language, true),
+          recurrence_dialog(language)};
 }
 
 }  // namespace orvello

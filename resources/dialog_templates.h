@@ -9,9 +9,10 @@
 
 namespace orvello {
 
-DialogTemplate day_view_dialog(Language language);   // 106
-DialogTemplate notes_dialog(Language language);      // 108
-DialogTemplate day_popup_dialog(Language language);  // 124
+DialogTemplate day_view_dialog(Language language);    // 106
+DialogTemplate notes_dialog(Language language);       // 108
+DialogTemplate day_popup_dialog(Language language);   // 124
+DialogTemplate recurrence_dialog(Language language);  // 147
 // 149; the choice between one occurrence and the series is for recurring ones.
 DialogTemplate delete_dialog(Language language, bool recurring);
 DialogTemplate import_dialog(Language language);    // 300
