@@ -8,6 +8,7 @@
 #include "exchange/event_writer.h"
 #include "exchange/importer.h"
 #include "store/record_rules.h"
+#include "store/series_halves.h"
 
 namespace orvello {
 namespace {

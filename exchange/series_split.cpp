@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include "calendar/rule_days.h"
-#include "calendar/rule_text.h"
-#include "store/record_rules.h"
+#include "store/series_halves.h"
 
 namespace orvello {
 namespace {
@@ -14,50 +13,6 @@ constexpr LocalSeconds kNoEnd = LocalSeconds::max();
 constexpr std::size_t kMostListed = 1000;
 constexpr std::int64_t kYearsListed = 20 * 366 * kSecondsPerDay;
 constexpr std::size_t kMostParts = 100;
-
-RecurrenceSet recurrence_of(const AppointmentRecord& record) {
-  RecurrenceSet set;
-  if (!record.pattern)
-    return read_rules(record.rules, record.start, nullptr, record.fields.all_day);
-  set.start = record.start;
-  set.rules.push_back(rule_from_pattern(*record.pattern));
-  return set;
-}
-
-void set_recurrence_of(AppointmentRecord& record, const RecurrenceSet& set) {
-  record.pattern.reset();
-  record.rules.clear();
-  if (set.rules.size() == 1 && set.dates.empty() && set.excluded_rules.empty())
-    record.pattern = pattern_from_rule(set.rules[0], record.start, record.end - record.start);
-  if (record.pattern) return;
-  const auto add = [&](std::string_view name, const std::string& value) {
-    record.rules.append(record.rules.empty() ? "" : "\n").append(name).append(value);
-  };
-  for (const Rule& rule : set.rules) add("RRULE:", rule_text(rule));
-  for (const Rule& rule : set.excluded_rules) add("EXRULE:", rule_text(rule));
-  std::string dates;
-  for (const LocalSeconds date : set.dates)
-    dates.append(dates.empty() ? "" : ",").append(moment_text(date));
-  // A series of nothing but its start is still one: its exceptions need it.
-  if (dates.empty() && set.rules.empty()) dates = moment_text(record.start);
-  if (!dates.empty()) add("RDATE:", dates);
-}
-
-// The set's part before `end`, counts turned into last moments.
-void cut(RecurrenceSet& set, LocalSeconds end) {
-  std::vector<Rule> kept;
-  for (Rule& rule : set.rules) {
-    auto last = rule.count > 0 ? last_instance(rule, set.start) : rule.until;
-    if (end != kNoEnd) last = std::min(last.value_or(end - 1), end - 1);
-    if (last && *last < set.start) continue;
-    if (rule.count > 0 || last != rule.until) rule.until_is_date = false;
-    rule.count = 0;
-    rule.until = last;
-    kept.push_back(std::move(rule));
-  }
-  set.rules = std::move(kept);
-  std::erase_if(set.dates, [&](LocalSeconds date) { return date >= end; });
-}
 
 // Moves a rule that produces `from` by whole days so that it produces what it did, that much later.
 // False when no rule says that.
@@ -93,7 +48,7 @@ RecurrenceSet moved(const RecurrenceSet& all, LocalSeconds from, LocalSeconds to
     const bool of_days = rule.frequency >= Frequency::daily && rule.by_hour.empty() &&
                          rule.by_minute.empty() && rule.by_second.empty();
     RecurrenceSet rest{all.start, all.rules, all.dates, {}, {}};
-    cut(rest, to);
+    end_before(rest, to);
     if (of_days && !rest.rules.empty() && rule_produces(rule, all.start, from) &&
         move_days(rest.rules[0], from, days)) {
       set.rules = std::move(rest.rules);
@@ -114,36 +69,7 @@ RecurrenceSet moved(const RecurrenceSet& all, LocalSeconds from, LocalSeconds to
   return set;
 }
 
-bool has_instance(const RecurrenceSet& set, LocalSeconds moment) {
-  std::vector<LocalSeconds> found;
-  append_instances(set, moment, moment + 1, found);
-  return !found.empty();
-}
-
-std::vector<AppointmentException> take_exceptions(AppointmentRecord& record, LocalSeconds from) {
-  auto& all = record.exceptions;
-  const auto later = std::lower_bound(
-      all.begin(), all.end(), from,
-      [](const auto& e, LocalSeconds moment) { return e.original_start < moment; });
-  std::vector<AppointmentException> taken(std::make_move_iterator(later),
-                                          std::make_move_iterator(all.end()));
-  all.erase(later, all.end());
-  return taken;
-}
-
 }  // namespace
-
-void end_series_before(AppointmentRecord& record, LocalSeconds moment) {
-  RecurrenceSet set = recurrence_of(record);
-  cut(set, moment);
-  take_exceptions(record, moment);
-  set_recurrence_of(record, set);
-  if (record.start < moment) return;
-  AppointmentException gone;  // the start always counts, but for this
-  gone.original_start = record.start;
-  gone.deleted = true;
-  record.exceptions.push_back(std::move(gone));
-}
 
 void add_date(AppointmentRecord& record, LocalSeconds moment) {
   RecurrenceSet set = recurrence_of(record);

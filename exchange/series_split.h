@@ -28,9 +28,6 @@ struct SeriesPart {
 std::vector<SeriesPart> split_series(ReadEvent& master, std::vector<FollowingChange>& changes,
                                      EventContext& context);
 
-// Ends a series, whose exceptions are in order, before that moment.
-void end_series_before(AppointmentRecord& record, LocalSeconds moment);
-
 // One occurrence more, which makes a series of a single appointment.
 void add_date(AppointmentRecord& record, LocalSeconds moment);
 

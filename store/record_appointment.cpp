@@ -1,21 +1,102 @@
 #include "store/record_appointment.h"
 
-#include "calendar/shifted_pattern.h"
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+#include "store/device_pattern.h"
 #include "store/record_pattern.h"
+#include "store/record_rules.h"
+#include "store/series_halves.h"
 #include "store/series_times.h"
 
 namespace orvello {
 
 using Field = AppointmentField;
 
-bool device_pattern(const AppointmentRecord& record, DeviceTime& time,
-                    std::optional<RecurrencePattern>& pattern) {
-  pattern = record.pattern;
-  const auto zone = time.zone(record.zone);
-  if (!zone) return false;
-  if (pattern && *zone && !record.fields.all_day)
-    pattern = shifted_pattern(*pattern, time.shown(record.start, *zone) - record.start);
-  return true;
+namespace {
+
+// The rest of a series as a record that can be shown. Nothing, with the reason, where there is
+// none; error none: no recurrence says it.
+std::optional<AppointmentRecord> rest_to_show(RecordCalendarStore& store,
+                                              const AppointmentRecord& series, LocalSeconds from,
+                                              OccurrenceError& error) {
+  error = OccurrenceError::unreadable;
+  const auto zone = store.time().zone(series.zone);
+  if (!zone) return std::nullopt;
+  const auto known = std::find_if(series.exceptions.begin(), series.exceptions.end(),
+                                  [&](const auto& one) { return one.original_start == from; });
+  const bool there = known != series.exceptions.end()
+                         ? !known->deleted
+                         : has_instance(recurrence_of(series, *zone), from);
+  if (!series.recurring() || !there) {
+    error = OccurrenceError::not_found;
+    store.refuse("The series was changed elsewhere meanwhile.");
+    return std::nullopt;
+  }
+  auto rest = rest_of_series(series, from, *zone);
+  if (!rest) {
+    error = OccurrenceError::none;
+    store.refuse("The recurrence of this series cannot be divided here.");
+    return std::nullopt;
+  }
+  if (!complete_record(*rest, store.time()) || !localize_record(*rest, store.time()))
+    return std::nullopt;
+  error = OccurrenceError::none;
+  return rest;
+}
+
+// Changed occurrences at their series' times go with it to whole days, to hours, or out of its
+// zone.
+void take_along(AppointmentRecord& record, bool was_all_day) {
+  const bool now_all_day = std::exchange(record.fields.all_day, was_all_day);
+  for (AppointmentException& one : record.exceptions) {
+    if (!stands_with(one, record)) continue;
+    one.fields.all_day = now_all_day;
+    if (now_all_day) one.zone.clear();
+  }
+  record.fields.all_day = now_all_day;
+}
+
+// The device's times follow from an item's own, and say nothing more.
+AppointmentFields without_times(AppointmentFields fields) {
+  fields.start = fields.end = kNoDate;
+  return fields;
+}
+
+bool same_exception(const AppointmentException& a, const AppointmentException& b) {
+  const auto values = [](const AppointmentException& e) {
+    return std::tie(e.original_start, e.deleted, e.start, e.end, e.zone, e.recipients, e.residue);
+  };
+  return values(a) == values(b) && without_times(a.fields) == without_times(b.fields);
+}
+
+bool same_record(const AppointmentRecord& a, const AppointmentRecord& b) {
+  const auto values = [](const AppointmentRecord& r) {
+    return std::tie(r.oid, r.uid, r.zone, r.start, r.end, r.pattern, r.rules, r.recipients,
+                    r.residue);
+  };
+  return values(a) == values(b) && without_times(a.fields) == without_times(b.fields) &&
+         std::equal(a.exceptions.begin(), a.exceptions.end(), b.exceptions.begin(),
+                    b.exceptions.end(), same_exception);
+}
+
+}  // namespace
+
+std::unique_ptr<RecordAppointment> RecordAppointment::following(RecordCalendarStore& store,
+                                                                const AppointmentRecord& series,
+                                                                LocalSeconds from,
+                                                                OccurrenceError& error) {
+  error = OccurrenceError::unreadable;
+  const auto zone = store.time().zone(series.zone);
+  if (!zone) return nullptr;
+  error = OccurrenceError::none;
+  if (!shows_before(series, from, *zone)) return std::make_unique<RecordAppointment>(store, series);
+  auto rest = rest_to_show(store, series, from, error);
+  if (!rest) return nullptr;
+  auto item = std::make_unique<RecordAppointment>(store, std::move(*rest));
+  item->division_ = Division{series.oid, from};
+  return item;
 }
 
 RecordAppointment::RecordAppointment(RecordCalendarStore& store, AppointmentRecord record)
@@ -42,9 +123,8 @@ AppointmentFieldSet RecordAppointment::write(const AppointmentFields& fields,
   current_.reset();
   return changes_.write(fields, changed, record_.fields, store_,
                         [&]() -> std::optional<AppointmentFields> {
-                          if (record_.oid == 0) return record_.fields;
-                          const auto stored = store_.existing(record_.oid);
-                          return stored ? std::optional(stored->fields) : std::nullopt;
+                          const auto now = stored();
+                          return now ? std::optional(now->fields) : std::nullopt;
                         });
 }
 
@@ -95,18 +175,23 @@ std::unique_ptr<Appointment> RecordAppointment::copy() {
   return std::make_unique<RecordAppointment>(store_, std::move(start));
 }
 
+std::optional<AppointmentRecord> RecordAppointment::stored() const {
+  if (!division_) return record_.oid == 0 ? std::optional(record_) : store_.existing(record_.oid);
+  const auto series = store_.existing(division_->series);
+  OccurrenceError error = OccurrenceError::none;
+  return series ? rest_to_show(store_, *series, division_->from, error) : std::nullopt;
+}
+
 std::shared_ptr<const AppointmentRecord> RecordAppointment::current() const {
   if (current_ && current_state_ == store_.state()) return current_;
   current_.reset();
-  AppointmentRecord record = record_;
-  if (record.oid != 0) {
-    auto stored = store_.existing(record.oid);
-    if (!stored) return nullptr;
-    record = std::move(*stored);
+  auto record = stored();
+  if (!record) return nullptr;
+  if (pattern_ || clears_pattern_) {
+    const AppointmentRecord before = *record;
+    if (!apply_fields(*record) || !apply_pattern(*record, before)) return nullptr;
   }
-  if ((pattern_ || clears_pattern_) && !(apply_fields(record) && apply_pattern(record)))
-    return nullptr;
-  current_ = std::make_shared<AppointmentRecord>(std::move(record));
+  current_ = std::make_shared<AppointmentRecord>(std::move(*record));
   current_state_ = store_.state();
   return current_;
 }
@@ -127,12 +212,14 @@ bool RecordAppointment::apply_fields(AppointmentRecord& record) const {
 // Times that were not touched stay exact in their own zone.
 bool RecordAppointment::apply_times(AppointmentRecord& record,
                                     const AppointmentFields& before) const {
-  if (record.oid == 0) return true;
-  const bool leaves_zone = record.fields.all_day && !record.zone.empty();
+  if (record.oid == 0 && !division_) return true;
   const AppointmentFields now = record.fields;
   record.fields.start = before.start;
   record.fields.end = before.end;
-  if (!leaves_zone && !changes_.moves(record_.fields)) return true;
+  if (pattern_) return true;  // it says its times itself
+  const bool leaves_zone = now.all_day && !record.zone.empty();
+  if (!leaves_zone && now.all_day == before.all_day && !changes_.moves(record_.fields)) return true;
+  if (record.recurring()) take_along(record, before.all_day);
   auto& time = store_.time();
   if (leaves_zone) record.zone.clear();
   const auto zone = time.zone(record.zone);
@@ -148,65 +235,69 @@ bool RecordAppointment::apply_times(AppointmentRecord& record,
     record.end = end;
     return true;
   }
-  // A new pattern says its times itself.
-  return pattern_ || move_series(record, start, end) ||
+  return move_series(record, start, end) ||
          store_.refuse("The recurrence of this series does not allow other times.");
 }
 
-bool RecordAppointment::apply_pattern(AppointmentRecord& record) const {
+bool RecordAppointment::apply_pattern(AppointmentRecord& record,
+                                      const AppointmentRecord& before) const {
   if (clears_pattern_) {
     record.pattern.reset();
     record.rules.clear();
     record.exceptions.clear();
   }
-  if (!pattern_) return true;
-  auto& time = store_.time();
-  // The same pattern again changes nothing: its exceptions are still its own.
-  if (record.pattern) {
-    std::optional<RecurrencePattern> known;
-    if (!device_pattern(record, time, known)) return false;
-    if (known == *pattern_) return true;
-  }
-  const auto zone = time.zone(record.fields.all_day ? "" : record.zone);
-  if (!zone) return false;
-  record.exceptions.clear();
-  record.rules.clear();
-  const auto start = pattern_start(*pattern_);
-  const auto own = shifted_pattern(*pattern_, time.in_zone(start, *zone) - start);
-  if (!*zone || !own) record.zone.clear();
-  record.pattern = own.value_or(*pattern_);
-  record.start = record.end = {};  // the pattern says
-  return true;
+  return !pattern_ || set_device_pattern(record, before, *pattern_, store_.time());
+}
+
+std::optional<int> RecordAppointment::lost_changes(const RecurrencePattern& pattern) const {
+  auto record = stored();
+  if (!record) return std::nullopt;
+  const AppointmentRecord before = *record;
+  if (!set_device_pattern(*record, before, pattern, store_.time())) return std::nullopt;
+  return changed_occurrences(before) - changed_occurrences(*record);
 }
 
 bool RecordAppointment::apply(AppointmentRecord& record) const {
-  if (!apply_fields(record) || !apply_pattern(record)) return false;
+  const auto before = pattern_ ? std::make_unique<AppointmentRecord>(record) : nullptr;
+  if (!apply_fields(record) || !apply_pattern(record, before ? *before : record)) return false;
   if (recipients_) record.recipients = *recipients_;
   return true;
+}
+
+// Puts the record, and ends the series that it goes on from. Its number, 0 on failure.
+std::int32_t RecordAppointment::put(AppointmentRecord& record) const {
+  record.modified = store_.time().clock().utc_now();
+  if (!division_) return store_.put(record);
+  auto series = store_.existing(division_->series);
+  const auto zone = series ? store_.time().zone(series->zone) : std::nullopt;
+  if (!zone) return 0;
+  if (!shows_before(*series, division_->from, *zone)) {  // since those before were deleted
+    record.oid = series->oid;
+    record.uid = series->uid;
+    return store_.put(record);
+  }
+  end_series_before(*series, division_->from, *zone);
+  series->modified = record.modified;
+  return store_.put(*series) != 0 ? store_.put(record) : 0;
 }
 
 bool RecordAppointment::save() {
   AppointmentRecord saved;
   const bool done = store_.all_or_nothing([&] {
-    AppointmentRecord record = record_;
-    if (record_.oid != 0) {
-      auto stored = store_.existing(record_.oid);
-      if (!stored) return false;
-      record = std::move(*stored);
-    }
+    auto record = stored();
+    if (!record) return false;
     if (record_.oid == 0 || changed()) {
-      if (!apply(record)) return false;
-      record.modified = store_.time().clock().utc_now();
-      const std::int32_t oid = store_.put(record);
-      auto stored = oid != 0 ? store_.existing(oid) : std::nullopt;
-      if (!stored) return false;
-      record = std::move(*stored);
+      if (!apply(*record)) return false;
+      const std::int32_t oid = put(*record);
+      record = oid != 0 ? store_.existing(oid) : std::nullopt;
+      if (!record) return false;
     }
-    saved = std::move(record);
+    saved = std::move(*record);
     return true;
   });
   if (!done) return false;
   record_ = std::move(saved);
+  division_.reset();
   changes_.clear();
   pattern_.reset();
   clears_pattern_ = false;
@@ -228,7 +319,7 @@ std::unique_ptr<AppointmentState> RecordAppointment::state() const {
 
 bool RecordState::same_as(const AppointmentState& other) const {
   const auto* state = dynamic_cast<const RecordState*>(&other);
-  return state && state->record.oid == record.oid;
+  return state && same_record(record, state->record);
 }
 
 }  // namespace orvello

@@ -16,6 +16,10 @@ namespace orvello {
 class RecordAppointment : public Appointment {
  public:
   RecordAppointment(RecordCalendarStore& store, AppointmentRecord record);
+  // What follows in a series from one occurrence on, not saved yet: see StorePattern::following.
+  static std::unique_ptr<RecordAppointment> following(RecordCalendarStore& store,
+                                                      const AppointmentRecord& series,
+                                                      LocalSeconds from, OccurrenceError& error);
   ~RecordAppointment() override;
 
   std::int32_t oid() const override { return record_.oid; }
@@ -37,20 +41,32 @@ class RecordAppointment : public Appointment {
   // change, as a series may have thousands of exceptions. Null when it is gone or cannot be read.
   std::shared_ptr<const AppointmentRecord> current() const;
   void set_pattern(const RecurrencePattern& pattern);
+  std::optional<int> lost_changes(const RecurrencePattern& pattern) const;
   // How many of its patterns there are.
   const std::shared_ptr<int>& patterns() const { return patterns_; }
 
  private:
   bool changed() const { return !changes_.empty() || pattern_ || clears_pattern_ || recipients_; }
   AppointmentFields fields() const;
+  // The record as the store has it now, a new one as it was made. Nothing, with the problem, where
+  // it cannot be read or is not there any more.
+  std::optional<AppointmentRecord> stored() const;
   // Each is false, with the reason, when a zone could not be read or the change does not fit.
   bool apply(AppointmentRecord& record) const;
   bool apply_fields(AppointmentRecord& record) const;
   bool apply_times(AppointmentRecord& record, const AppointmentFields& before) const;
-  bool apply_pattern(AppointmentRecord& record) const;
+  bool apply_pattern(AppointmentRecord& record, const AppointmentRecord& before) const;
+  std::int32_t put(AppointmentRecord& record) const;
+
+  // Where a series is to be divided when this is saved.
+  struct Division {
+    std::int32_t series = 0;
+    LocalSeconds from;
+  };
 
   RecordCalendarStore& store_;
   AppointmentRecord record_;  // as last read or saved
+  std::optional<Division> division_;
   FieldChanges changes_;
   std::optional<RecurrencePattern> pattern_;
   bool clears_pattern_ = false;
@@ -65,10 +81,5 @@ struct RecordState : AppointmentState {
   bool same_as(const AppointmentState& other) const override;
   AppointmentRecord record;
 };
-
-// Sets the pattern in the device's time, nothing where none holds it there. False when the zone
-// could not be read.
-bool device_pattern(const AppointmentRecord& record, DeviceTime& time,
-                    std::optional<RecurrencePattern>& pattern);
 
 }  // namespace orvello

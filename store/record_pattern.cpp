@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calendar/rule_text.h"
+#include "store/device_pattern.h"
+
 namespace orvello {
 
 RecordPattern::RecordPattern(RecordCalendarStore& store, RecordAppointment& item)
@@ -25,13 +28,22 @@ bool RecordPattern::set_fields(const RecurrencePattern& pattern) {
   return true;
 }
 
-Text RecordPattern::rules() const { return {}; }
+Text RecordPattern::rules() const {
+  const auto record = item_.current();
+  std::optional<RecurrencePattern> pattern;
+  if (!record || !device_pattern(*record, store_.time(), pattern) || pattern) return {};
+  return to_utf16(record->pattern ? "RRULE:" + rule_text(rule_from_pattern(*record->pattern))
+                                  : record->rules);
+}
 
-std::optional<int> RecordPattern::lost_changes(const RecurrencePattern&) const { return 0; }
+std::optional<int> RecordPattern::lost_changes(const RecurrencePattern& pattern) const {
+  return item_.lost_changes(pattern);
+}
 
-std::unique_ptr<Appointment> RecordPattern::following(CalendarDate, OccurrenceError& error) {
-  error = OccurrenceError::none;
-  return nullptr;
+std::unique_ptr<Appointment> RecordPattern::following(CalendarDate start, OccurrenceError& error) {
+  const auto found = find(start, error);
+  if (!found) return nullptr;
+  return RecordAppointment::following(store_, *source_, found->original_start, error);
 }
 
 std::optional<int> RecordPattern::exception_count() const {
@@ -55,25 +67,29 @@ std::optional<StoreException> RecordPattern::exception(int index) const {
   return exception;
 }
 
-std::unique_ptr<Appointment> RecordPattern::occurrence(CalendarDate start, OccurrenceError& error) {
+std::optional<SeriesOccurrence> RecordPattern::find(CalendarDate start, OccurrenceError& error) {
   error = OccurrenceError::unreadable;
   const auto record = item_.current();
-  if (!record) return nullptr;
+  if (!record) return std::nullopt;
   error = OccurrenceError::invalid_argument;
   if (!record->recurring() || !std::isfinite(start) || start >= kNoDate ||
       start < to_calendar_date(kFirstDay))
-    return nullptr;
+    return std::nullopt;
   error = OccurrenceError::unreadable;
   if (source_ != record) {
     series_ = make_series(*record, store_.time());
-    if (!series_) return nullptr;
+    if (!series_) return std::nullopt;
     source_ = record;
   }
-  error = OccurrenceError::not_found;
   const auto found = occurrence_at(*series_, to_seconds(start), store_.time());
+  error = found ? OccurrenceError::none : OccurrenceError::not_found;
+  return found;
+}
+
+std::unique_ptr<Appointment> RecordPattern::occurrence(CalendarDate start, OccurrenceError& error) {
+  const auto found = find(start, error);
   if (!found) return nullptr;
-  error = OccurrenceError::none;
-  return std::make_unique<RecordOccurrence>(store_, record, *found);
+  return std::make_unique<RecordOccurrence>(store_, source_, *found);
 }
 
 RecordOccurrence::RecordOccurrence(RecordCalendarStore& store,

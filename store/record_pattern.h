@@ -27,6 +27,8 @@ class RecordPattern : public StorePattern {
   std::unique_ptr<Appointment> occurrence(CalendarDate start, OccurrenceError& error) override;
 
  private:
+  std::optional<SeriesOccurrence> find(CalendarDate start, OccurrenceError& error);
+
   RecordCalendarStore& store_;
   RecordAppointment& item_;
   std::shared_ptr<int> patterns_;  // the item's; there even if the item is not

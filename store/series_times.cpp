@@ -39,29 +39,33 @@ std::optional<std::string> shifted_lines(const std::string& lines, std::int64_t 
 
 }  // namespace
 
+bool stands_with(const AppointmentException& one, const AppointmentRecord& series) {
+  return !one.deleted && one.start == one.original_start && one.zone == series.zone &&
+         one.end - one.start == series.end - series.start &&
+         one.fields.all_day == series.fields.all_day;
+}
+
 bool move_series(AppointmentRecord& record, LocalSeconds start, LocalSeconds end) {
   const std::int64_t shift = start - record.start;
-  const auto old_start = record.start, old_end = record.end;
   if (shift != 0 && record.pattern) {
     auto pattern = shifted_pattern(*record.pattern, shift);
     if (!pattern) return false;
     record.pattern = std::move(pattern);
   } else if (shift != 0) {
     auto rules = shifted_lines(record.rules, shift);
-    if (day_of(start) != day_of(old_start) || !rules) return false;
+    if (day_of(start) != day_of(record.start) || !rules) return false;
     record.rules = std::move(*rules);
   }
   if (record.pattern) record.pattern->end_time = to_calendar_date(LocalSeconds(second_of_day(end)));
-  record.start = start;
-  record.end = end;
   for (AppointmentException& one : record.exceptions) {
-    const bool as_series = !one.deleted && one.start == one.original_start &&
-                           one.end - one.start == old_end - old_start && one.zone == record.zone;
+    const bool with_series = stands_with(one, record);
     one.original_start += shift;
-    if (!as_series) continue;
+    if (!with_series) continue;
     one.start = one.original_start;
     one.end = one.start + (end - start);
   }
+  record.start = start;
+  record.end = end;
   return true;
 }
 

@@ -6,6 +6,9 @@
 
 namespace orvello {
 
+// Whether a changed occurrence stands at its series' own times, and so follows them.
+bool stands_with(const AppointmentException& one, const AppointmentRecord& series);
+
 // Gives the series new times, in its own zone: its recurrence goes along, and so do its exceptions,
 // of which those that were at the series' times stay at them. False, with nothing changed, where it
 // would be another recurrence: rules that name times of day, and days that no longer suit.
