@@ -76,7 +76,8 @@ Application::Application(Host host, const StartOptions& options, const FormParts
       forms_(forms, {host_, session_, settings_, volume_, state_.layout, state_.platform_generation,
                      history_}),
       grid_({host_, state_, settings_, session_, *this}),
-      day_view_({host_, state_, settings_, session_, paste_source_, *this, today_button_}) {}
+      day_view_(
+          {host_, state_, settings_, session_, history_, paste_source_, *this, today_button_}) {}
 
 bool Application::handle_message(const Message& message) {
   for (const MessageTable::Row& row : MessageTable::kRows)

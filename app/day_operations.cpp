@@ -10,6 +10,10 @@
 
 namespace orvello {
 
+OperationContext DayView::operation() const {
+  return {c_.session, c_.host.boxes, c_.host.window, c_.host.files, c_.history};
+}
+
 void DayView::run_command(std::uint32_t command, const RowKey& key) {
   switch (command) {
     case kCommandCut:
@@ -52,8 +56,8 @@ void DayView::paste() {
   const bool move = source.cut != 0;
   const bool done = [&] {
     const WaitCursor waiting(c_.host.window);
-    return copy_or_move(c_.session, c_.host.boxes, move ? source.cut : source.copied, source.start,
-                        shown_day(), move);
+    return move ? move_appointment(operation(), source.cut, source.start, shown_day())
+                : copy_appointment(operation(), source.copied, source.start, shown_day());
   }();
   // What could not be moved can be tried again.
   if (move && done) source.cut = 0;
@@ -67,8 +71,8 @@ void DayView::beam(const RowKey& key) {
 }
 
 // The answer of dialog 149.
-int DayView::ask_delete(std::int32_t oid) {
-  const auto item = c_.session.ItemFromOid(oid);
+int DayView::ask_delete(const RowKey& key) {
+  const auto item = c_.session.ItemFromOid(key.oid);
   AppointmentFields fields;
   if (!item || !item->read(fields)) {
     // Nothing is deleted that could not be shown and asked about; one that is gone is named below.
@@ -76,7 +80,10 @@ int DayView::ask_delete(std::int32_t oid) {
     c_.host.boxes.show(with_reason(c_.session, u"Error in getting appointment info"), u"Error");
     return failed ? DeleteProcedure::kCancel : DeleteProcedure::kUnreadable;
   }
-  const DialogTemplate dialog = delete_dialog(c_.commands.language(), item->is_recurring());
+  const DialogTemplate dialog = delete_dialog(
+      c_.commands.language(), !item->is_recurring()          ? DeleteChoices::none
+                              : can_follow(*item, key.start) ? DeleteChoices::with_following
+                                                             : DeleteChoices::two);
   const Rect& drawn = dialog.controls[0].place;
   const ScreenLayout& screen = c_.state.layout;
   DeleteProcedure procedure(
@@ -89,12 +96,12 @@ int DayView::ask_delete(std::int32_t oid) {
 void DayView::delete_row(const RowKey& key) {
   const RowKey meant = key;  // the list may be made anew while this is asked
   if (!meant) return;
-  const int answer = ask_delete(meant.oid);
+  const int answer = ask_delete(meant);
   focus_list();
   bool reconnect = false;
   if (answer != DeleteProcedure::kCancel) {
     const WaitCursor waiting(c_.host.window);
-    reconnect = delete_appointment(c_.session, c_.host.boxes, meant.oid, answer, meant.start);
+    reconnect = delete_appointment(operation(), meant.oid, answer, meant.start);
   }
   c_.commands.appointments_changed(reconnect);
 }

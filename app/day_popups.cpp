@@ -7,6 +7,7 @@
 #include "draw/wrap_text.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
+#include "store/item_operations.h"
 
 namespace orvello {
 namespace {
@@ -221,7 +222,9 @@ void DeleteProcedure::handle(Dialog& dialog, const DialogEvent& event) {
     case Event::command:
       if (event.control == kControlCancel) dialog.close(kCancel);
       if (event.control == kControlOk)
-        dialog.close(dialog.checked(kControlSeries) ? kSeries : kOccurrence);
+        dialog.close(dialog.checked(kControlSeries)      ? kDeleteSeries
+                     : dialog.checked(kControlFollowing) ? kDeleteFollowing
+                                                         : kDeleteOccurrence);
       break;
     case Event::close:
       dialog.close(kCancel);

@@ -74,10 +74,10 @@ class DateProcedure : public DialogProcedure {
   bool monday_first_;
 };
 
-// Asks before an appointment is deleted. The results are the modes of deleting.
+// Asks before an appointment is deleted. Other results than these two are the modes of deleting.
 class DeleteProcedure : public DialogProcedure {
  public:
-  static constexpr int kUnreadable = 0, kCancel = 1, kOccurrence = 2, kSeries = 3;
+  static constexpr int kUnreadable = 0, kCancel = 1;
 
   // `subject_place` is the subject's control, in device pixels.
   DeleteProcedure(Text subject, const Rect& subject_place, const ScreenLayout& screen)

@@ -12,6 +12,7 @@
 #include "resources/strings.h"
 #include "settings/settings_record.h"
 #include "store/day_agenda.h"
+#include "store/operation_context.h"
 #include "store/store_session.h"
 #include "views/day_header.h"
 #include "views/day_list.h"
@@ -45,6 +46,7 @@ class DayView : public DialogProcedure {
     ApplicationState& state;
     SettingsRecord& settings;
     StoreSession& session;
+    EditHistory& history;
     PasteSource& source;
     ViewCommands& commands;
     const Image& today_picture;
@@ -106,7 +108,8 @@ class DayView : public DialogProcedure {
   void paste();
   void beam(const RowKey& key);
   void delete_row(const RowKey& key);
-  int ask_delete(std::int32_t oid);
+  int ask_delete(const RowKey& key);
+  OperationContext operation() const;
   void open_editor(const RowKey& key);
 
   Context c_;

@@ -66,7 +66,7 @@ DialogTemplate day_popup_dialog(Language language) {
   return dialog;
 }
 
-DialogTemplate delete_dialog(Language language, bool recurring) {
+DialogTemplate delete_dialog(Language language, DeleteChoices choices) {
   const auto text = [language](StringId id) { return load_string(id, language); };
   constexpr int width = 216, inner = width - 2 * kGap;
   DialogTemplate dialog;
@@ -82,9 +82,11 @@ DialogTemplate delete_dialog(Language language, bool recurring) {
        Across::stretch},
   };
   int top = 60;
-  if (recurring) {
+  if (choices != DeleteChoices::none) {
     for (const auto& [id, name] : {std::pair{kControlOccurrence, StringId::delete_occurrence},
+                                   std::pair{kControlFollowing, StringId::delete_following},
                                    std::pair{kControlSeries, StringId::delete_series}}) {
+      if (id == kControlFollowing && choices == DeleteChoices::two) continue;
       dialog.controls.push_back({Kind::radio_button,
                                  id,
                                  text(name),
@@ -180,8 +182,9 @@ std::vector<DialogTemplate> all_dialogs(Language language) {
   return {day_view_dialog(language),
           notes_dialog(language),
           day_popup_dialog(language),
-          delete_dialog(language, false),
-          delete_dialog(language, true),
+          delete_dialog(language, DeleteChoices::none),
+          delete_dialog(language, DeleteChoices::two),
+          delete_dialog(language, DeleteChoices::with_following),
           import_dialog(language),
           date_dialog(language),
           greeting_dialog(language),

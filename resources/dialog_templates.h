@@ -13,8 +13,10 @@ DialogTemplate day_view_dialog(Language language);    // 106
 DialogTemplate notes_dialog(Language language);       // 108
 DialogTemplate day_popup_dialog(Language language);   // 124
 DialogTemplate recurrence_dialog(Language language);  // 147
-// 149; the choice between one occurrence and the series is for recurring ones.
-DialogTemplate delete_dialog(Language language, bool recurring);
+// 149; recurring ones have a choice: one occurrence, it and all that follow where the store can
+// part them, or the series.
+enum class DeleteChoices { none, two, with_following };
+DialogTemplate delete_dialog(Language language, DeleteChoices choices);
 DialogTemplate import_dialog(Language language);    // 300
 DialogTemplate date_dialog(Language language);      // 310
 DialogTemplate greeting_dialog(Language language);  // 320

@@ -50,6 +50,7 @@ inline constexpr int kControlSubject = 312;
 inline constexpr int kControlQuestion = 313;
 inline constexpr int kControlOccurrence = 314;
 inline constexpr int kControlSeries = 315;
+inline constexpr int kControlFollowing = 316;
 inline constexpr int kControlGreeting = 321;
 
 // Bitmaps that depend on the screen's density.
@@ -85,6 +86,7 @@ enum class StringId : int {
   delete_title,
   delete_occurrence,
   delete_series,
+  delete_following,
   ok,
   notes,
   import_title,

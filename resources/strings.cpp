@@ -35,6 +35,8 @@ constexpr Row kStrings[] = {
     {StringId::delete_title, u"Удаление", u"Delete"},
     {StringId::delete_occurrence, u"Удалить это событие", u"Delete this occurrence"},
     {StringId::delete_series, u"Удалить серию", u"Delete the series"},
+    {StringId::delete_following, u"Удалить это и все следующие",
+     u"Delete this and all that follow"},
     {StringId::ok, u"ОК", u"OK"},
     {StringId::notes, u"Заметки", u"Notes"},
     {StringId::import_title, u"Импорт", u"Import"},

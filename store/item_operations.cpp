@@ -1,5 +1,6 @@
 #include "store/item_operations.h"
 
+#include <functional>
 #include <optional>
 
 namespace orvello {
@@ -36,6 +37,52 @@ Appointment* touched_one(StoreSession& session, MessageBoxes& boxes, Appointment
                  : error == OccurrenceError::invalid_argument ? kSeveral
                                                               : kGone);
   return occurrence.get();
+}
+
+// The occurrence and all after it, which `part` keeps. Null after saying why.
+Appointment* following_ones(StoreSession& session, MessageBoxes& boxes, Appointment& item,
+                            CalendarDate start, std::unique_ptr<Appointment>& part) {
+  OccurrenceError error = OccurrenceError::none;
+  const auto pattern = item.pattern();
+  if (pattern) part = pattern->following(start, error);
+  if (!part) tell_failure(session, boxes, error == OccurrenceError::not_found ? kGone : kNotRead);
+  return part.get();
+}
+
+// Fetched for a move or a copy; null after saying why.
+struct Touched {
+  Touched(const OperationContext& context, std::int32_t oid, CalendarDate start)
+      : item(context.session.ItemFromOid(oid)) {
+    if (item)
+      one = touched_one(context.session, context.boxes, *item, start, occurrence);
+    else
+      context.boxes.show(with_reason(context.session, kNotObtained), kError);
+  }
+  std::unique_ptr<Appointment> item, occurrence;
+  Appointment* one = nullptr;
+};
+
+// Writes, not saves, its times on that day.
+bool put_on_day(Appointment& item, Day day) {
+  AppointmentFields fields = fields_of(item);
+  const auto shift = (day - whole_day(fields.start)) * kSecondsPerDay;
+  fields.start = to_calendar_date(to_seconds(fields.start) + shift);
+  fields.end = to_calendar_date(to_seconds(fields.end) + shift);
+  return item.write(fields, {AppointmentField::start, AppointmentField::end}).empty();
+}
+
+// One transaction, and one step of the history.
+bool in_one_step(const OperationContext& context, const Appointment& item,
+                 const std::function<bool(EditStep&)>& work) {
+  EditStep step;
+  const bool done = context.session.app()->all_or_nothing([&] {
+    step.before(item);
+    if (!work(step)) return false;
+    step.finish(context.session);
+    return true;
+  });
+  if (done) context.history.keep(std::move(step));
+  return done;
 }
 
 }  // namespace
@@ -93,45 +140,54 @@ Text with_reason(const StoreSession& session, TextView text) {
   return whole;
 }
 
-bool delete_appointment(StoreSession& session, MessageBoxes& boxes, std::int32_t oid, int mode,
+bool can_follow(Appointment& item, CalendarDate start) {
+  OccurrenceError error = OccurrenceError::none;
+  const auto pattern = item.is_recurring() ? item.pattern() : nullptr;
+  return pattern && pattern->following(start, error);
+}
+
+bool delete_appointment(const OperationContext& context, std::int32_t oid, int mode,
                         CalendarDate start) {
-  constexpr int kSeries = 3;
+  StoreSession& session = context.session;
   auto item = session.ItemFromOid(oid);
   if (!item) {
-    boxes.show(with_reason(session, kNotObtained), kError);
+    context.boxes.show(with_reason(session, kNotObtained), kError);
     session.Close();
     return true;
   }
-  std::unique_ptr<Appointment> occurrence;
-  Appointment* const doomed =
-      mode == kSeries ? item.get() : touched_one(session, boxes, *item, start, occurrence);
-  if (doomed && !doomed->remove())
-    tell_failure(session, boxes, u"The appointment was not deleted.");
+  std::unique_ptr<Appointment> part;
+  Appointment* const doomed = mode == kDeleteSeries ? item.get()
+                              : mode == kDeleteFollowing && item->is_recurring()
+                                  ? following_ones(session, context.boxes, *item, start, part)
+                                  : touched_one(session, context.boxes, *item, start, part);
+  if (doomed && !in_one_step(context, *item, [&](EditStep&) { return doomed->remove(); }))
+    tell_failure(session, context.boxes, u"The appointment was not deleted.");
   return false;
 }
 
-bool copy_or_move(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
-                  CalendarDate source_start, Day target_day, bool move) {
-  auto item = session.ItemFromOid(oid);
-  if (!item) {
-    boxes.show(with_reason(session, kNotObtained), kError);
-    return false;
-  }
-  std::unique_ptr<Appointment> occurrence;
-  Appointment* const source = touched_one(session, boxes, *item, source_start, occurrence);
-  if (!source) return false;
-  const auto copy = source->copy();
-  AppointmentFields fields = fields_of(*copy);
-  const auto shift = (target_day - whole_day(fields.start)) * kSecondsPerDay;
-  fields.start = to_calendar_date(to_seconds(fields.start) + shift);
-  fields.end = to_calendar_date(to_seconds(fields.end) + shift);
-  // Half a move would leave the appointment on both days.
+bool move_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
+                      Day target_day) {
+  Touched touched(context, oid, source_start);
+  if (!touched.one) return false;
   const bool done =
-      copy->write(fields, {AppointmentField::start, AppointmentField::end}).empty() &&
-      session.app()->all_or_nothing([&] { return copy->save() && (!move || source->remove()); });
-  if (!done)
-    tell_failure(session, boxes,
-                 move ? u"The appointment was not moved." : u"The appointment was not copied.");
+      put_on_day(*touched.one, target_day) &&
+      in_one_step(context, *touched.item, [&](EditStep&) { return touched.one->save(); });
+  if (!done) tell_failure(context.session, context.boxes, u"The appointment was not moved.");
+  return done;
+}
+
+bool copy_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
+                      Day target_day) {
+  Touched touched(context, oid, source_start);
+  if (!touched.one) return false;
+  const auto copy = touched.one->copy();
+  const bool done =
+      put_on_day(*copy, target_day) && in_one_step(context, *copy, [&](EditStep& step) {
+        if (!copy->save()) return false;
+        step.made(copy->oid());
+        return true;
+      });
+  if (!done) tell_failure(context.session, context.boxes, u"The appointment was not copied.");
   return done;
 }
 

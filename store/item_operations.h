@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "ports/message_box.h"
+#include "store/operation_context.h"
 #include "store/store_session.h"
 
 namespace orvello {
@@ -31,17 +32,22 @@ std::unique_ptr<Appointment> find_listed_occurrence(Appointment& item, CalendarD
 // `start` is that of the row (kNoDate when unknown) and tells the occurrences of a series apart; an
 // item that does not recur is known by its id alone.
 
-// Modes as the delete confirmation answers: 3 deletes a whole series, every other one the
-// occurrence; an item that does not recur goes in any mode. True when the item could not be fetched
-// and the session has been closed: it must be opened again.
-bool delete_appointment(StoreSession& session, MessageBoxes& boxes, std::int32_t oid, int mode,
+// Modes as the delete confirmation answers. An item that does not recur goes in any mode. True when
+// the item could not be fetched and the session has been closed: it must be opened again.
+inline constexpr int kDeleteOccurrence = 2, kDeleteSeries = 3, kDeleteFollowing = 4;
+bool delete_appointment(const OperationContext& context, std::int32_t oid, int mode,
                         CalendarDate start);
 
-// Puts a copy of the item, or of its occurrence, on the target day; it keeps its time of day and
-// everything else but the recurrence. Moving deletes the source in the same transaction. False when
-// nothing was changed.
-bool copy_or_move(StoreSession& session, MessageBoxes& boxes, std::int32_t oid,
-                  CalendarDate source_start, Day target_day, bool move);
+// Whether one occurrence and all that follow can be told apart from those before it.
+bool can_follow(Appointment& item, CalendarDate start);
+
+// Puts the item, or its occurrence, on the target day: it keeps its time of day and everything
+// else, and an occurrence becomes a changed one of its series. False when nothing was changed.
+bool move_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
+                      Day target_day);
+// Likewise a copy, which keeps all but the recurrence.
+bool copy_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
+                      Day target_day);
 
 // The fixed text of a box, with the reason for the last failure below it where the store knows one.
 Text with_reason(const StoreSession& session, TextView text);

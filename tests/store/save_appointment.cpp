@@ -1,7 +1,5 @@
 #include "store/save_appointment.h"
 
-#include "hosts/headless/headless_window.h"
-#include "hosts/headless/memory_files.h"
 #include "ports/messages.h"
 #include "tests/store/store_fixture.h"
 
@@ -59,10 +57,6 @@ class SaveAppointment : public StoreTest {
     EXPECT_NE(store.put(record), 0);
   }
 
-  HeadlessWindow window;
-  MemoryFiles files;
-  EditHistory history{session};
-  OperationContext context{session, boxes, window, files, history};
   AppointmentForm form;
 };
 

@@ -5,9 +5,11 @@
 
 #include "calendar/dates.h"
 #include "hosts/headless/headless_ports.h"
+#include "hosts/headless/headless_window.h"
+#include "hosts/headless/memory_files.h"
 #include "hosts/headless/memory_store.h"
 #include "store/day_agenda.h"
-#include "store/store_session.h"
+#include "store/operation_context.h"
 #include "tests/appointments.h"
 
 namespace orvello {
@@ -74,6 +76,10 @@ class StoreTest : public ::testing::Test {
   MemoryStore store{clock};
   HeadlessBoxes boxes;
   StoreSession session{store, boxes};
+  HeadlessWindow window;
+  MemoryFiles files;
+  EditHistory history{session};
+  OperationContext context{session, boxes, window, files, history};
 };
 
 }  // namespace orvello
