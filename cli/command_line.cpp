@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "base/text.h"
 #include "calendar/iso_date.h"
 
 namespace orvello {
@@ -182,6 +183,8 @@ class Parser {
         break;
       case Command::export_file:
         if (files != 1) fail("export needs the name of one file");
+        if (fault_.empty() && names_contacts(line_.files[0]) && (line_.from || line_.to))
+          fail("--from and --to belong to appointments, and a .vcf file has none");
         break;
       case Command::render:
         if (!render_view_seen_ || files != 1) fail("render needs a view and the name of one file");
@@ -220,19 +223,25 @@ Result<CommandLine> parse_command_line(const std::vector<std::string>& words) {
   return Parser(words).parse();
 }
 
+bool names_contacts(const std::string& file) {
+  return file.size() > 4 && upper_ascii(to_utf16(file.substr(file.size() - 4))) == u".VCF";
+}
+
 std::string usage_text() {
   return R"(Orvello, a pocket calendar.
 
-  orvello [FILE.ics...]               open the window; files are shown first, with counts, and
-                                      imported on OK
+  orvello [FILE...]                   open the window; calendar and contact files are shown first,
+                                      with counts, and imported on OK
       --view day|month|year           the view to open
       --date YYYY-MM-DD               the date to show
       --screen WxH --dpi N            a screen of that size in pixels and that density
       --measure start                 print the time to the first painted view, and end
       --measure turn                  print how fast the Day view goes to the next day, and end
-  orvello import FILE...              import iCalendar (.ics) and vCalendar (.vcs) files
+  orvello import FILE...              import iCalendar (.ics) and vCalendar (.vcs) files, and
+                                      contacts as vCards (.vcf)
   orvello export FILE [--from D] [--to D]
                                       write the calendar, or the appointments of some days
+  orvello export FILE.vcf             write the contacts
   orvello agenda [FROM [TO]] [--json] list the appointments of the days (today without dates)
   orvello render day|month|year FILE.png
                                       draw a view into a picture; takes the window's options

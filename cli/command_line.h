@@ -43,6 +43,9 @@ struct CommandLine {
 // `words` are the arguments after the program's name. Fails with a sentence for a person.
 Result<CommandLine> parse_command_line(const std::vector<std::string>& words);
 
+// Whether a file of that name holds contacts: "FILE.vcf".
+bool names_contacts(const std::string& file);
+
 std::string usage_text();
 
 }  // namespace orvello

@@ -38,7 +38,9 @@ int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, 
 
 int run_export(const CommandLine& line, RecordStore& store, const Clock& clock,
                std::ostream& content, std::ostream& err) {
-  const auto text = export_calendar(store, day_named(line.from), day_named(line.to), clock);
+  const auto text = names_contacts(line.files[0])
+                        ? export_contacts(store)
+                        : export_calendar(store, day_named(line.from), day_named(line.to), clock);
   if (!text) {
     err << "orvello: " << text.reason() << "\n";
     return kExitFailure;

@@ -11,6 +11,8 @@ namespace {
 
 // Far above any attachment people mail each other; what is larger is no appointment.
 constexpr std::size_t kLargestComponent = 32 << 20;
+constexpr std::size_t kLargestCard = 64 << 20;  // a picture of 30 MB and more
+constexpr std::size_t kEnoughCards = 1 << 20;
 constexpr std::size_t kLargestHeader = 1 << 18;
 constexpr std::size_t kLongestOutside = 256;
 constexpr std::size_t kDeepest = 16;
@@ -38,9 +40,7 @@ bool CalendarScanner::next(ScannedCalendar& calendar) {
   if (begin_pending_) start_calendar(calendar);
   begin_pending_ = false;
   std::string_view line;
-  const auto longest = [&] {
-    return in_calendar_ || !open_.empty() ? kLargestComponent : kLongestOutside;
-  };
+  const auto longest = [&] { return in_calendar_ || !open_.empty() ? largest() : kLongestOutside; };
   while (lines_.next(line, longest()))
     if (take(line, calendar) == Step::calendar_done) {
       repair(calendar);
@@ -49,6 +49,14 @@ bool CalendarScanner::next(ScannedCalendar& calendar) {
   finish_file(calendar);
   repair(calendar);
   return in_calendar_ || !calendar.components.empty() || calendar.broken_events > 0;
+}
+
+bool CalendarScanner::in_card() const {
+  return !in_calendar_ && !open_.empty() && component_.kind == "VCARD";
+}
+
+std::size_t CalendarScanner::largest() const {
+  return in_card() ? kLargestCard : kLargestComponent;
 }
 
 CalendarScanner::Step CalendarScanner::take(std::string_view line, ScannedCalendar& calendar) {
@@ -63,6 +71,7 @@ CalendarScanner::Step CalendarScanner::take(std::string_view line, ScannedCalend
 
 void CalendarScanner::start_calendar(ScannedCalendar& calendar) {
   in_calendar_ = found_any_ = true;
+  calendar.bare = false;
   calendar.line = lines_.number();
 }
 
@@ -74,11 +83,12 @@ CalendarScanner::Step CalendarScanner::take_outside(std::string_view line, std::
       return Step::calendar_done;
     }
     start_calendar(calendar);
-  } else if (begun.size() > 1 && begun.front() == 'V' && is_utf8(begun)) {
+  } else if (equal_ignoring_case(begun, "VCARD") ||
+             (begun.size() > 1 && begun.front() == 'V' && is_utf8(begun))) {
     if (calendar.components.empty()) calendar.line = lines_.number();
     found_any_ = true;
     start_component(line, begun, calendar);
-  } else if (!trimmed(line).empty() && found_any_ && !text_outside_) {
+  } else if (!trimmed(line).empty() && found_any_ && !recovering_ && !text_outside_) {
     text_outside_ = true;
     problems_.add(lines_.number(), "text outside of a calendar is left out");
   }
@@ -118,12 +128,15 @@ CalendarScanner::Step CalendarScanner::take_in_component(std::string_view line,
       equal_ignoring_case(begun, "VCALENDAR") || equal_ignoring_case(ended, "VCALENDAR");
   const bool event_in_event =
       equal_ignoring_case(begun, "VEVENT") && equal_ignoring_case(open_.front(), "VEVENT");
-  if (calendar_mark || event_in_event) {
+  // A card may be a value within a card ("AGENT:"); else the one before has no end.
+  const bool card_in_card = in_card() && equal_ignoring_case(begun, "VCARD") && !card_follows_;
+  card_follows_ = in_card() && !trimmed(line).empty() && trimmed(line).back() == ':';
+  if (calendar_mark || event_in_event || card_in_card) {
     drop_component(calendar, "has no END");
     return take(line, calendar);
   }
   const std::size_t length = calendar.text.size() - component_.offset;
-  if (too_large_ || lines_.was_cut() || length + line.size() > kLargestComponent) {
+  if (too_large_ || lines_.was_cut() || length + line.size() > largest()) {
     too_large_ = true;
     calendar.text.resize(component_.offset);
   } else {
@@ -136,8 +149,10 @@ CalendarScanner::Step CalendarScanner::take_in_component(std::string_view line,
     if (!equal_ignoring_case(ended, open_.back())) {
       drop_component(calendar, "ends with END:" + std::string(ended.substr(0, 40)));
     } else {
+      const bool card = in_card();
       open_.pop_back();
       if (open_.empty()) finish_component(calendar);
+      if (card && open_.empty() && calendar.text.size() >= kEnoughCards) return Step::calendar_done;
     }
   }
   return Step::go_on;
@@ -198,7 +213,8 @@ void CalendarScanner::repair(ScannedCalendar& calendar) {
 // Lines up to the next BEGIN or END belong to nothing; the calendar goes on behind them.
 void CalendarScanner::drop_component(ScannedCalendar& calendar, const std::string& why) {
   problems_.add(component_.line, component_.kind.substr(0, 40) + " " + why + "; left out");
-  calendar.broken_events += component_.kind == "VEVENT";
+  calendar.broken_events +=
+      component_.kind == "VEVENT" || (component_.kind == "VCARD" && !in_calendar_);
   calendar.text.resize(component_.offset);
   open_.clear();
   recovering_ = true;
@@ -210,7 +226,7 @@ void CalendarScanner::finish_file(ScannedCalendar& calendar) {
   else if (in_calendar_)
     problems_.add(lines_.number(), "the calendar has no END:VCALENDAR");
   else if (!found_any_)
-    problems_.add(1, "no calendar in this file");
+    problems_.add(1, "no calendar and no contact in this file");
 }
 
 }  // namespace orvello

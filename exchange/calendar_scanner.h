@@ -25,7 +25,8 @@ struct ScannedCalendar {
   std::string header;  // its own properties, "\n" behind each line
   std::string text;    // the components, one behind the other
   std::vector<ScannedComponent> components;
-  int broken_events = 0;
+  int broken_events = 0;  // and cards
+  bool bare = true;       // what stood outside of one
 
   std::string_view text_of(const ScannedComponent& component) const {
     return std::string_view(text).substr(component.offset, component.length);
@@ -36,7 +37,8 @@ class CalendarScanner {
  public:
   CalendarScanner(std::istream& in, ProblemList& problems) : lines_(in), problems_(problems) {}
 
-  // The next calendar, complete or not; components outside of one make a calendar of their own.
+  // The next calendar, complete or not; components outside of one make a calendar of their own,
+  // and many cards make several.
   bool next(ScannedCalendar& calendar);
 
  private:
@@ -47,6 +49,8 @@ class CalendarScanner {
                         ScannedCalendar& calendar);
   Step take_in_component(std::string_view line, std::string_view begun, std::string_view ended,
                          ScannedCalendar& calendar);
+  bool in_card() const;
+  std::size_t largest() const;  // that the component at hand may be
   void start_calendar(ScannedCalendar& calendar);
   void start_component(std::string_view line, std::string_view kind, ScannedCalendar& calendar);
   void finish_component(ScannedCalendar& calendar);
@@ -59,7 +63,8 @@ class CalendarScanner {
   std::vector<std::string> open_;  // components that have begun, without the calendar
   bool in_calendar_ = false;       // between BEGIN:VCALENDAR and its END
   bool too_large_ = false;
-  bool recovering_ = false;  // behind a component that was given up
+  bool recovering_ = false;    // behind a component that was given up
+  bool card_follows_ = false;  // the line before is a card's property whose value is a card
   bool found_any_ = false;
   bool text_outside_ = false;
   bool begin_pending_ = false;  // a BEGIN:VCALENDAR ended the calendar before it

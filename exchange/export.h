@@ -18,6 +18,11 @@ namespace orvello {
 Result<std::string> export_calendar(RecordStore& store, std::optional<Day> from_day,
                                     std::optional<Day> to_day, const Clock& clock);
 
+// All contacts as vCards, in the order in which they came into the store. A card that came from a
+// file is as it was there, but for what changed since; one that did not is of version 3.0. A store
+// without contacts gives an empty text.
+Result<std::string> export_contacts(RecordStore& store);
+
 // One appointment as it is in the record, stored or not.
 Result<std::string> export_appointment(RecordStore& store, const AppointmentRecord& record,
                                        const Clock& clock);

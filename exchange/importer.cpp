@@ -22,7 +22,12 @@ std::string value_of(const Component& component, std::string_view name) {
 }  // namespace
 
 Importer::Importer(RecordStore& store, const Clock& clock, bool writes)
-    : store_(store), clock_(clock), writes_(writes), failed_(store), zones_(store, clock, writes) {
+    : store_(store),
+      clock_(clock),
+      writes_(writes),
+      failed_(store),
+      zones_(store, clock, writes),
+      contacts_(store, writes) {
   const auto kept = store.foreign();
   failed_ |= !kept;
   if (failed_) return;
@@ -49,7 +54,10 @@ bool Importer::import_stream(std::istream& in, ImportCounts& counts, ProblemList
   calendar_number_ = 0;
   CalendarScanner scanner(in, problems);
   ScannedCalendar calendar;
-  while (!failed_ && scanner.next(calendar)) import_calendar(calendar);
+  while (!failed_ && scanner.next(calendar)) {
+    if (calendar.bare) import_cards(calendar);
+    if (!calendar.bare || !calendar.components.empty()) import_calendar(calendar);
+  }
   while (!failed_ && !open_.empty()) close_series(std::string(open_.begin()->first));
   failed_ |= zones_.fault();
   return !failed_;
@@ -62,6 +70,17 @@ bool Importer::finish() {
     for (const std::string& record : records) text += uid + "\t" + record + "\n";
   put_foreign(std::string(kLoneKey), text);
   return !failed_;
+}
+
+// Leaves the rest to the calendars.
+void Importer::import_cards(ScannedCalendar& calendar) {
+  counts_->skipped += std::exchange(calendar.broken_events, 0);
+  for (const ScannedComponent& component : calendar.components)
+    if (component.kind == "VCARD" && !failed_) {
+      contacts_.import_card(calendar.text_of(component), component.line, *counts_, *problems_);
+      failed_ |= contacts_.fault();
+    }
+  std::erase_if(calendar.components, [](const auto& one) { return one.kind == "VCARD"; });
 }
 
 void Importer::import_calendar(ScannedCalendar& calendar) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "exchange/calendar_scanner.h"
+#include "exchange/contact_importer.h"
 #include "exchange/event_reader.h"
 #include "exchange/import.h"
 #include "exchange/series_parts.h"
@@ -56,6 +57,7 @@ class Importer {
     std::vector<PartName> parts;
   };
 
+  void import_cards(ScannedCalendar& calendar);
   void import_calendar(ScannedCalendar& calendar);
   void convert_old(ScannedCalendar& calendar);
   void read_header(ScannedCalendar& calendar);
@@ -121,6 +123,7 @@ class Importer {
   bool writes_;
   FirstFault failed_;
   ZoneTable zones_;
+  ContactImporter contacts_;
   ImportCounts* counts_ = nullptr;
   ProblemList* problems_ = nullptr;
   ParsedComponent parsed_;

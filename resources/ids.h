@@ -106,6 +106,7 @@ enum class StringId : int {
   restored_anew,
   restored_kept,
   restored_saved,
+  restored_contacts,
   greeting_title,
   greeting_import,  // each followed by its text
   greeting_import_text,

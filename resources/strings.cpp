@@ -67,6 +67,8 @@ constexpr Row kStrings[] = {
      u"\n\nThe file as it was is kept: %s"},
     {StringId::restored_saved, u"\n\nПрочитано записей: %d; они сохранены в файле %s",
      u"\n\nAppointments that could still be read of it: %d, saved in %s"},
+    {StringId::restored_contacts, u"\n\nПрочитанные контакты сохранены в файле %s",
+     u"\n\nContacts that could still be read of it are saved in %s"},
     {StringId::greeting_title, u"Добро пожаловать", u"Welcome to Orvello"},
     {StringId::greeting_import, u"Ваши события", u"Your appointments"},
     {StringId::greeting_import_text,

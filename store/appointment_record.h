@@ -57,4 +57,11 @@ struct ForeignComponent {
   std::string text;
 };
 
+// What an exchanged file said of a contact, which comes back on export with what no field holds.
+struct ContactCard {
+  std::int32_t oid = 0;  // the contact's
+  std::string uid;       // unique
+  std::string text;
+};
+
 }  // namespace orvello

@@ -44,7 +44,7 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
  public:
   explicit RecordCalendarStore(const Clock& clock);
 
-  // A store without a place for zones, residue and foreign components leaves these four as they
+  // A store without a place for zones, residue, foreign components and cards leaves these as they
   // are, and puts records that simplify() has changed: in the device's time, as zones are known for
   // as long as this lives, and without residue. False, with the reason, where no recurrence holds
   // the record so.
@@ -55,10 +55,9 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
     return std::vector<ForeignComponent>();
   }
 
-  // Contacts of the contacts folder. `put_contact` stores a new one (oid 0) or replaces one.
-  virtual std::optional<std::vector<StoreContact>> contacts() = 0;  // nothing: failure
-  virtual std::int32_t put_contact(const StoreContact& contact) = 0;
-  virtual bool erase_contact(std::int32_t oid) = 0;
+  bool put_card(const ContactCard&) override { return true; }
+  Result<std::vector<ContactCard>> card_names() override { return std::vector<ContactCard>(); }
+  Result<std::string> card_text(std::int32_t) override { return std::string(); }
 
   // The distinct category texts of a folder's items, each with the number of items that carry it.
   // Nothing: failure.

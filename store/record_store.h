@@ -52,6 +52,16 @@ class RecordStore {
   virtual bool put_foreign(const ForeignComponent& component) = 0;
   virtual Result<std::vector<ForeignComponent>> foreign() = 0;  // in order of first storing
 
+  // Of the contacts folder. `put_contact` stores a new one (oid 0) or replaces one, and answers its
+  // oid, 0 on failure; its card stays as it is, and goes when the contact is erased.
+  virtual std::optional<std::vector<StoreContact>> contacts() = 0;  // nothing: failure
+  virtual std::int32_t put_contact(const StoreContact& contact) = 0;
+  virtual bool erase_contact(std::int32_t oid) = 0;
+  // As optional as foreign components.
+  virtual bool put_card(const ContactCard& card) = 0;           // replaces the contact's one
+  virtual Result<std::vector<ContactCard>> card_names() = 0;    // all, without their texts
+  virtual Result<std::string> card_text(std::int32_t oid) = 0;  // empty: it has none
+
   // Why the last call failed: a sentence that names the file at fault.
   virtual std::string problem() const = 0;
 };

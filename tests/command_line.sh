@@ -145,9 +145,16 @@ expect_is "an export of one day" "$(grep '^UID:' out.txt | tr -d '\r')" "UID:fai
 
 # ---- bad input
 echo "this is a shopping list" >rubbish.ics
+printf 'BEGIN:VCARD\nVERSION:3.0\nUID:ann\nFN:Ann\nTEL:1\nEND:VCARD\n' >ann.vcf
+run import ann.vcf --data data
+expect_is "a contact comes in" "$out" "1 imported, 0 updated, 0 skipped"
+run export ANN.VCF --data data
+expect_is "and goes out" "$(tr -d '\r' <ANN.VCF)" "$(cat ann.vcf)"
+run export all.vcf --from 2026-01-01 --data data
+expect_code "contacts have no days" 2
 run import rubbish.ics --data data
 expect_code "no calendar" 1
-expect_is "no calendar: one line" "$err" "rubbish.ics:1: no calendar in this file"
+expect_is "no calendar: one line" "$err" "rubbish.ics:1: no calendar and no contact in this file"
 fails "a missing file" "absent.ics" import absent.ics --data data
 sed '/^SUMMARY:Standup/q' first.ics >cut.ics
 run import cut.ics --data cut
@@ -240,11 +247,14 @@ expect_is "the copy is the calendar" "$(count lost)" "$(count data)"
 expect_is "the damaged file is kept" "$(checksum lost/calendar-replaced-2026-11-11.db)" "$before"
 run import lost/calendar-saved-2026-11-11.ics --data lost
 expect_has "what could be read is saved" "$out" "1 imported, 4 updated"
+expect_is "so are contacts" "$(tr -d '\r' <lost/calendar-saved-2026-11-11.vcf)" "$(cat ann.vcf)"
 rm lost/calendar.db
 fails "a calendar that is gone, and has copies" "is missing" agenda --data lost
-cp -r data lone && damage lone/calendar.db
+cp -r data lone && rm -rf lone/backups && damage lone/calendar.db
 run restore --data lone
 expect_is "without a copy it is made anew of what can be read" "$(count lone)" "$(count data)"
+run export lone.vcf --data lone
+expect_is "with its contacts" "$(tr -d '\r' <lone.vcf)" "$(cat ann.vcf)"
 flock -s lone/calendar.lock sleep 2 &
 run restore --data lone
 expect_code "a calendar in use is not restored" 1

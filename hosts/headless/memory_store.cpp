@@ -219,7 +219,29 @@ std::int32_t MemoryStore::put_contact(const StoreContact& contact) {
 }
 
 bool MemoryStore::erase_contact(std::int32_t oid) {
-  return may_write() && (contents_.contacts.erase(oid) != 0 || spoil());
+  if (!may_write()) return false;
+  contents_.cards.erase(oid);
+  return contents_.contacts.erase(oid) != 0 || spoil();
+}
+
+bool MemoryStore::put_card(const ContactCard& card) {
+  if (!may_write()) return false;
+  if (keeps_all) contents_.cards[card.oid] = card;
+  return true;
+}
+
+Result<std::vector<ContactCard>> MemoryStore::card_names() {
+  using Names = Result<std::vector<ContactCard>>;
+  if (!read(1 + static_cast<int>(contents_.cards.size()))) return Names::failure(problem_);
+  std::vector<ContactCard> names;
+  for (const auto& [oid, card] : contents_.cards) names.push_back({oid, card.uid, ""});
+  return names;
+}
+
+Result<std::string> MemoryStore::card_text(std::int32_t oid) {
+  if (!read()) return Result<std::string>::failure(problem_);
+  const auto found = contents_.cards.find(oid);
+  return found == contents_.cards.end() ? std::string() : found->second.text;
 }
 
 std::optional<std::vector<std::pair<Text, int>>> MemoryStore::category_texts(int folder) {

@@ -53,12 +53,13 @@ class MemoryStore : public RecordCalendarStore {
   AllDayEnd all_day_form = AllDayEnd::on_last_day;
   std::vector<AppointmentRecord> sent, beamed;
 
-  // Whether it keeps zones, residue and foreign components; a device's own store does not.
+  // Whether it keeps zones, residue, foreign components and cards; a device's own store does not.
   bool keeps_all = true;
   // All that it holds, to look at and to put back.
   struct Contents {
     std::map<std::int32_t, AppointmentRecord> records;
     std::map<std::int32_t, StoreContact> contacts;
+    std::map<std::int32_t, ContactCard> cards;
     std::map<std::string, Zone, std::less<>> zones;
     std::vector<ForeignComponent> foreign;
     std::int32_t next_oid = 1;
@@ -90,6 +91,9 @@ class MemoryStore : public RecordCalendarStore {
   std::optional<std::vector<StoreContact>> contacts() override;
   std::int32_t put_contact(const StoreContact& contact) override;
   bool erase_contact(std::int32_t oid) override;
+  bool put_card(const ContactCard& card) override;
+  Result<std::vector<ContactCard>> card_names() override;
+  Result<std::string> card_text(std::int32_t oid) override;
   std::optional<std::vector<std::pair<Text, int>>> category_texts(int folder) override;
   std::optional<Text> category_text(int folder) override;
 

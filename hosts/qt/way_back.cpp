@@ -61,6 +61,19 @@ class ScratchFile {
   FileInTheMaking name_;
 };
 
+// Under the first free name; answers it.
+Result<std::string> save_text(const Paths& paths, MonthDayYear today, const char* ending,
+                              const std::string& text) {
+  for (int number = 1; number <= kMostNames; ++number) {
+    const std::string path = paths.data + "/calendar-saved-" + iso_text(today) +
+                             (number > 1 ? "-" + std::to_string(number) : "") + ending;
+    const auto created = create_whole_file(path, text);
+    if (!created) return Result<std::string>::failure(created.reason());
+    if (*created) return path;
+  }
+  return Result<std::string>::failure(paths.data + " holds too many files of this kind.");
+}
+
 // A calendar of its own in the making, which nobody ever sees but as the text of an export.
 Result<bool> save_what_can_be_read(const Paths& paths, const Clock& clock, MonthDayYear today,
                                    Restored& restored) {
@@ -71,26 +84,26 @@ Result<bool> save_what_can_be_read(const Paths& paths, const Clock& clock, Month
     return Saved::failure(made.reason());
   const auto salvaged = salvage_calendar(calendar_file(paths), fresh.path());
   if (!salvaged) return Saved::failure(salvaged.reason());
-  if (salvaged->appointments == 0) return true;
   auto store = EmbeddedStore::open(fresh.path(), clock);
   if (!store) return Saved::failure(store.reason());
-  const auto text = export_calendar(**store, std::nullopt, std::nullopt, clock);
-  if (!text) return Saved::failure(text.reason());
-  for (int number = 1; number <= kMostNames; ++number) {
-    const std::string path = paths.data + "/calendar-saved-" + iso_text(today) +
-                             (number > 1 ? "-" + std::to_string(number) : "") + ".ics";
-    const auto created = create_whole_file(path, *text);
-    if (!created) return Saved::failure(created.reason());
-    if (!*created) continue;
-    restored.saved = path;
-    restored.appointments = salvaged->appointments;
-    restored.doubtful = salvaged->doubtful;
-    return true;
+  const auto contacts = export_contacts(**store);
+  if (!contacts) return Saved::failure(contacts.reason());
+  if (!contacts->empty()) {
+    const auto path = save_text(paths, today, ".vcf", *contacts);
+    if (!path) return Saved::failure(path.reason());
+    restored.saved_contacts = *path;
   }
-  return Saved::failure(paths.data + " holds too many files of this kind.");
+  if (salvaged->appointments == 0) return true;
+  const auto text = export_calendar(**store, std::nullopt, std::nullopt, clock);
+  const auto path = text ? save_text(paths, today, ".ics", *text) : text;
+  if (!path) return Saved::failure(path.reason());
+  restored.saved = *path;
+  restored.appointments = salvaged->appointments;
+  restored.doubtful = salvaged->doubtful;
+  return true;
 }
 
-Result<std::string> make_anew(const Paths& paths, const Clock& clock, const std::string& saved,
+Result<std::string> make_anew(const Paths& paths, const Clock& clock, const Restored& restored,
                               const std::string& keep_as) {
   using Made = Result<std::string>;
   const ScratchFile fresh(calendar_file(paths));
@@ -98,7 +111,10 @@ Result<std::string> make_anew(const Paths& paths, const Clock& clock, const std:
   {
     auto store = EmbeddedStore::open(fresh.path(), clock);
     if (!store) return Made::failure(store.reason());
-    const ImportResult imported = import_files({saved}, open_input_file, **store, clock);
+    std::vector<std::string> files;
+    for (const std::string* file : {&restored.saved, &restored.saved_contacts})
+      if (!file->empty()) files.push_back(*file);
+    const ImportResult imported = import_files(files, open_input_file, **store, clock);
     if (!imported.done) return Made::failure(imported.failure);
   }
   return replace_calendar(calendar_file(paths), fresh.path(), keep_as);
@@ -145,11 +161,11 @@ Result<Restored> restore_calendar(const Paths& paths, std::optional<MonthDayYear
     const auto saved = save_what_can_be_read(paths, clock, today, restored);
     if (!saved) return Answer::failure("nothing was restored: " + saved.reason());
   }
-  if (!copy && restored.saved.empty())
+  if (!copy && restored.saved.empty() && restored.saved_contacts.empty())
     return Answer::failure(copy.reason() + " Nothing can be read of " + calendar + ".");
   const std::string keep_as = paths.data + "/calendar-replaced-" + iso_text(today);
   const auto kept = copy ? replace_calendar(calendar, copy->path, keep_as)
-                         : make_anew(paths, clock, restored.saved, keep_as);
+                         : make_anew(paths, clock, restored, keep_as);
   if (!kept) return Answer::failure(kept.reason());
   restored.kept = *kept;
   ::unlink(damage_mark(paths).c_str());
@@ -161,6 +177,8 @@ std::string restored_text(const Restored& restored) {
                          ? "The calendar is the copy of " + iso_text(restored.copy->day) + " now.\n"
                          : "There was no copy; the calendar is made anew of what could be read.\n";
   if (!restored.kept.empty()) text += "The file as it was is kept: " + restored.kept + "\n";
+  if (!restored.saved_contacts.empty())
+    text += "Contacts could still be read of it: " + restored.saved_contacts + "\n";
   if (restored.saved.empty()) return text;
   text += counted(restored.appointments) + " could still be read of it";
   if (restored.doubtful > 0)

@@ -27,6 +27,7 @@ struct Restored {
   std::string kept;                  // the file as it was; empty: there was none
   std::string saved;                 // the calendar file with what could be read of it; empty: none
   std::int64_t appointments = 0;     // in that
+  std::string saved_contacts;        // the same for contacts
   std::int64_t doubtful = 0;         // of those, from pages that changed on the disk
 };
 

@@ -21,6 +21,9 @@ Text answer_text(const Restored& restored, Language language) {
   if (!restored.saved.empty())
     text += format(load_string(StringId::restored_saved, language), restored.appointments,
                    to_utf16(restored.saved));
+  if (!restored.saved_contacts.empty())
+    text += format(load_string(StringId::restored_contacts, language),
+                   to_utf16(restored.saved_contacts));
   return text;
 }
 

@@ -1,8 +1,28 @@
 // Contacts, the labels in use, and what came with an exchanged file.
+#include <algorithm>
+#include <cstdlib>
+
 #include "store/embedded/embedded_database.h"
 #include "store/embedded/embedded_store.h"
 
 namespace orvello {
+namespace {
+
+// Cards stand among the foreign components, as "contact/NUMBER/UID": a calendar of before has a
+// place for them, too.
+constexpr std::string_view kCardPrefix = "contact/";
+
+std::string card_prefix(std::int32_t oid) {
+  return std::string(kCardPrefix) + std::to_string(oid) + "/";
+}
+
+// The first key behind all that begin so.
+std::string behind(std::string prefix) {
+  ++prefix.back();
+  return prefix;
+}
+
+}  // namespace
 
 std::optional<std::vector<StoreContact>> EmbeddedStore::contacts() {
   problem_.clear();
@@ -66,8 +86,49 @@ bool EmbeddedStore::erase_contact(std::int32_t oid) {
     Text old;
     if (!find_contact(oid, old)) return false;
     count_category(kFolderContacts, old, -1);
-    return db_->use("DELETE FROM contacts WHERE oid = ?1")->bind(1, oid).run();
+    return erase_card(oid) && db_->use("DELETE FROM contacts WHERE oid = ?1")->bind(1, oid).run();
   });
+}
+
+bool EmbeddedStore::erase_card(std::int32_t oid) {
+  const std::string prefix = card_prefix(oid);
+  auto erase = db_->use("DELETE FROM foreign_components WHERE key >= ?1 AND key < ?2");
+  return erase->bind(1, prefix).bind(2, behind(prefix)).run();
+}
+
+bool EmbeddedStore::put_card(const ContactCard& card) {
+  return change([&] {
+    if (!erase_card(card.oid)) return false;
+    auto write = db_->use("INSERT INTO foreign_components (key, text) VALUES (?1, ?2)");
+    return write->bind(1, card_prefix(card.oid) + card.uid).bind(2, card.text).run();
+  });
+}
+
+Result<std::vector<ContactCard>> EmbeddedStore::card_names() {
+  problem_.clear();
+  std::vector<ContactCard> names;
+  const std::string prefix(kCardPrefix);
+  auto rows = db_->use("SELECT key FROM foreign_components WHERE key >= ?1 AND key < ?2");
+  const bool whole = rows->bind(1, prefix).bind(2, behind(prefix)).each([&](Statement& row) {
+    const std::string key = row.string(0);
+    const std::size_t slash = std::min(key.find('/', prefix.size()), key.size() - 1);
+    names.push_back({static_cast<std::int32_t>(std::atoi(key.c_str() + prefix.size())),
+                     key.substr(slash + 1), ""});
+  });
+  if (!whole) return failure<std::vector<ContactCard>>();
+  return names;
+}
+
+Result<std::string> EmbeddedStore::card_text(std::int32_t oid) {
+  problem_.clear();
+  std::string text;
+  const std::string prefix = card_prefix(oid);
+  auto rows = db_->use("SELECT text FROM foreign_components WHERE key >= ?1 AND key < ?2");
+  const bool whole = rows->bind(1, prefix).bind(2, behind(prefix)).each([&](Statement& row) {
+    text = row.string(0);
+  });
+  if (!whole) return failure<std::string>();
+  return text;
 }
 
 std::optional<std::vector<std::pair<Text, int>>> EmbeddedStore::category_texts(int folder) {
@@ -96,7 +157,9 @@ bool EmbeddedStore::put_foreign(const ForeignComponent& component) {
 Result<std::vector<ForeignComponent>> EmbeddedStore::foreign() {
   problem_.clear();
   std::vector<ForeignComponent> list;
-  auto rows = db_->use("SELECT key, text FROM foreign_components ORDER BY position");
+  auto rows = db_->use(
+      "SELECT key, text FROM foreign_components WHERE NOT (key >= 'contact/' AND key < 'contact0')"
+      " ORDER BY position");
   const bool whole = rows->each([&](Statement& row) {
     list.push_back({row.string(0), row.string(1)});
   });

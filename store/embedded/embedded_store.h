@@ -65,6 +65,9 @@ class EmbeddedStore : public RecordCalendarStore {
   std::optional<std::vector<StoreContact>> contacts() override;
   std::int32_t put_contact(const StoreContact& contact) override;
   bool erase_contact(std::int32_t oid) override;
+  bool put_card(const ContactCard& card) override;
+  Result<std::vector<ContactCard>> card_names() override;
+  Result<std::string> card_text(std::int32_t oid) override;
   std::optional<std::vector<std::pair<Text, int>>> category_texts(int folder) override;
 
   bool poll() override;
@@ -100,6 +103,7 @@ class EmbeddedStore : public RecordCalendarStore {
   bool find_categories(std::int32_t oid, std::optional<Text>& categories);
   bool not_there(std::int32_t oid);  // false, with the reason
   bool find_contact(std::int32_t oid, Text& categories);
+  bool erase_card(std::int32_t oid);
   bool write_details(const AppointmentRecord& record);
   bool erase_details(std::int32_t oid);
   bool read_item(AppointmentRecord& record, bool& found);

@@ -111,11 +111,11 @@ TEST_F(BadInputTest, NoCalendarAtAll) {
                                   std::string("%PDF-1.4\nwhatever"), std::string(300, '\0')}) {
     const auto result = import_text(text);
     ASSERT_EQ(result.problems.size(), 1u);
-    EXPECT_EQ(result.problems[0].text, "no calendar in this file");
+    EXPECT_EQ(result.problems[0].text, "no calendar and no contact in this file");
     EXPECT_EQ(result.counts, ImportCounts());
   }
-  EXPECT_EQ(problem_line({"a.ics", 1, "no calendar in this file"}),
-            "a.ics:1: no calendar in this file");
+  EXPECT_EQ(problem_line({"a.ics", 1, "no calendar and no contact in this file"}),
+            "a.ics:1: no calendar and no contact in this file");
 }
 
 TEST_F(BadInputTest, RubbishOfAnySizePassesThrough) {
