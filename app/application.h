@@ -47,6 +47,8 @@ class Application : public MessageHandler,
   StartResult start_up();
   // Shows a new user what can be done, once: until it has been seen to its end.
   void greet();
+  // What was typed into the editor when an earlier run ended without saving it.
+  void offer_draft();
 
   bool handle_message(const Message& message) override;
   void store_changed(std::uint32_t notification) override;

@@ -76,6 +76,10 @@ void Application::redo() {
   show_options_menu();
 }
 
+void Application::offer_draft() {
+  if (forms_.offer_draft()) day_view_.focus_list();
+}
+
 void Application::exit_program() { handle_message({kMessageClose, 0, {}, 0}); }
 
 void Application::open_settings() {

@@ -22,6 +22,8 @@ void DayView::run_command(std::uint32_t command, const RowKey& key) {
       return take_source(false, key);
     case kCommandPaste:
       return paste();
+    case kCommandMoveTo:
+      return move_row(key);
     case kCommandBeam:
       return beam(key);
     case kCommandDelete:
@@ -61,6 +63,20 @@ void DayView::paste() {
   }();
   // What could not be moved can be tried again.
   if (move && done) source.cut = 0;
+  c_.commands.appointments_changed(false);
+}
+
+// By a month to choose from, without going there.
+void DayView::move_row(const RowKey& key) {
+  const RowKey meant = key;  // the list may be made anew while this is asked
+  if (!meant) return;
+  const auto target = ask_date();
+  focus_list();
+  if (!target || day_of(*target) == shown_day()) return;
+  {
+    const WaitCursor waiting(c_.host.window);
+    move_appointment(operation(), meant.oid, meant.start, day_of(*target));
+  }
   c_.commands.appointments_changed(false);
 }
 

@@ -225,7 +225,7 @@ void DayView::use_zone(DayHeaderZone zone) {
   if (zone == DayHeaderZone::style) next_color_style();
 }
 
-void DayView::choose_date() {
+std::optional<MonthDayYear> DayView::ask_date() {
   DateProcedure procedure(c_.state.current, c_.state.today, c_.settings.firstdayofweek != 0);
   DialogTemplate dialog = date_dialog(c_.commands.language());
   const ScreenLayout& screen = c_.state.layout;
@@ -233,8 +233,12 @@ void DayView::choose_date() {
   const int width = std::min(size.width, screen.work.width);
   dialog.place = {std::min(header_.date.x, screen.work.width - width), header_.strip.height, width,
                   std::min(size.height, screen.work.height - header_.strip.height)};
-  const bool chosen = c_.host.dialogs.run_modal(dialog, procedure) == 1;
-  if (chosen) show_date(procedure.date());
+  if (c_.host.dialogs.run_modal(dialog, procedure) != 1) return std::nullopt;
+  return procedure.date();
+}
+
+void DayView::choose_date() {
+  if (const auto date = ask_date()) show_date(*date);
   focus_list();
 }
 

@@ -82,6 +82,7 @@ class DayView : public DialogProcedure {
   void use_zone(DayHeaderZone zone);
   void tell_parts();
   void choose_date();
+  std::optional<MonthDayYear> ask_date();  // from a month under the strip
   void go_to_today();
   void next_color_style();
 
@@ -106,6 +107,7 @@ class DayView : public DialogProcedure {
   int row_of(const RowKey& key) const;
   void take_source(bool cut, const RowKey& key);
   void paste();
+  void move_row(const RowKey& key);
   void beam(const RowKey& key);
   void delete_row(const RowKey& key);
   int ask_delete(const RowKey& key);

@@ -128,9 +128,12 @@ class Parser {
       if (line_.language != "ru" && line_.language != "en") fail("--language is ru or en");
     } else if (name == "--measure") {
       const std::string what = value(name);
-      line_.measure_start = what == "start";
-      line_.measure_turn = what == "turn";
-      if (!line_.measure_start && !line_.measure_turn) fail("--measure knows start and turn");
+      using Measure = CommandLine::Measure;
+      line_.measure = what == "start"  ? Measure::start
+                      : what == "turn" ? Measure::turn
+                      : what == "edit" ? Measure::edit
+                                       : Measure::nothing;
+      if (line_.measure == Measure::nothing) fail("--measure knows start, turn and edit");
     } else {
       return false;
     }
@@ -237,6 +240,8 @@ std::string usage_text() {
       --screen WxH --dpi N            a screen of that size in pixels and that density
       --measure start                 print the time to the first painted view, and end
       --measure turn                  print how fast the Day view goes to the next day, and end
+      --measure edit                  print how fast the editor opens and saves, and end; it makes
+                                      appointments
   orvello import FILE...              import iCalendar (.ics) and vCalendar (.vcs) files, and
                                       contacts as vCards (.vcf)
   orvello export FILE [--from D] [--to D]

@@ -36,8 +36,8 @@ struct CommandLine {
   int dpi = 0;                           // --dpi, 0: not given
   bool json = false;
   bool list = false;  // of restore
-  bool measure_start = false;
-  bool measure_turn = false;
+  enum class Measure { nothing, start, turn, edit };
+  Measure measure = Measure::nothing;
 };
 
 // `words` are the arguments after the program's name. Fails with a sentence for a person.

@@ -24,6 +24,7 @@ inline constexpr std::uint32_t kCommandYearView = 40035;
 // By view mode: Day, Month, Year.
 inline constexpr std::uint32_t kViewCommands[] = {kCommandDayView, kCommandMonthView,
                                                   kCommandYearView};
+inline constexpr std::uint32_t kCommandMoveTo = 40103;
 inline constexpr std::uint32_t kCommandUndo = 40101;
 inline constexpr std::uint32_t kCommandRedo = 40102;
 inline constexpr std::uint32_t kCommandFirstProfile = 60000;
@@ -80,6 +81,7 @@ enum class StringId : int {
   create = 40021,
   undo = 40101,
   redo = 40102,
+  move_to = 40103,
   today = 41000,
   row_colors,
   choose_date,

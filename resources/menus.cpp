@@ -49,6 +49,7 @@ std::vector<MenuItem> day_menu(Language language, const DayMenuState& state) {
       {kCommandCut, text(StringId::cut), state.on_appointment, false},
       {kCommandCopy, text(StringId::copy), state.on_appointment, false},
       {kCommandPaste, text(StringId::paste), state.has_source, false},
+      {kCommandMoveTo, text(StringId::move_to), state.on_appointment, false},
       {},
       {kCommandBeam, text(StringId::beam), state.on_appointment, false},
       {kCommandDelete, text(StringId::erase), state.on_appointment, false},

@@ -29,6 +29,7 @@ constexpr Row kStrings[] = {
     {StringId::create, u"Создать", u"New"},
     {StringId::undo, u"Отменить действие", u"Undo"},
     {StringId::redo, u"Вернуть действие", u"Redo"},
+    {StringId::move_to, u"Перенести на день...", u"Move to day..."},
     {StringId::today, u"Сегодня", u"Today"},
     {StringId::row_colors, u"Цвета строк", u"Row colours"},
     {StringId::choose_date, u"Выбор даты", u"Choose a date"},

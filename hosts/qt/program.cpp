@@ -205,7 +205,7 @@ int run(int argc, char** argv, StandardStreams& streams) {
     return run_restore(*line, opened.paths, *opened.clock, std::cout, std::cerr);
   opened.windowed = line->command == Command::window && display_reachable();
   open_calendar(opened, false);
-  const bool attended = opened.windowed && !line->measure_start && !line->measure_turn;
+  const bool attended = opened.windowed && line->measure == CommandLine::Measure::nothing;
   if (attended && needs_way_back(opened)) offer_way_back(argc, argv, *line, opened);
   const WindowParts parts{*line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
   if (line->command == Command::render) {

@@ -124,6 +124,11 @@ std::vector<double> QtHost::measure_turns(int count) {
   return shell ? orvello::measure_turns(*shell, count) : std::vector<double>();
 }
 
+EditTimes QtHost::measure_edits(int count) {
+  Shell* shell = parts_->window.shell();
+  return shell ? orvello::measure_edits(*shell, count) : EditTimes();
+}
+
 std::string QtHost::window_picture() {
   Shell* shell = parts_->window.shell();
   QByteArray bytes;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "hosts/linux/paths.h"
+#include "hosts/qt/edit_measure.h"
 #include "ports/calendar_store.h"
 #include "ports/clock.h"
 #include "ports/host.h"
@@ -62,6 +63,7 @@ class QtHost {
   // Milliseconds from a key to the next day on the screen, for each of `count` turns of the Day
   // view; fewer when it does not turn.
   std::vector<double> measure_turns(int count);
+  EditTimes measure_edits(int count);
 
   std::string window_picture();  // the whole window, device pixels, as PNG; empty on failure
 

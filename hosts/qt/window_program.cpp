@@ -77,7 +77,9 @@ struct Session {
 
   static StartOptions start_options(const WindowParts& parts) {
     StartOptions options;
-    options.view = parts.line.measure_turn ? 0 : parts.line.view;
+    using Measure = CommandLine::Measure;
+    const bool in_day = parts.line.measure == Measure::turn || parts.line.measure == Measure::edit;
+    options.view = in_day ? 0 : parts.line.view;
     if (parts.line.date) options.date = *parts.line.date;
     return options;
   }
@@ -131,16 +133,30 @@ int tell_unanswered(Session& session, const std::vector<std::string>& files) {
   return kExitFailure;
 }
 
-// Ends the program with what it has measured; false when the Day view did not turn.
-bool print_turns(Session& session) {
-  std::vector<double> times = session.qt.measure_turns(kTurns);
+// False when it was not done as often as it should have been.
+bool print_times(const char* what, std::vector<double> times) {
   const bool all = static_cast<int>(times.size()) == kTurns;
   if (all) {
     std::sort(times.begin(), times.end());
-    std::printf("turn: median %.1f ms, maximum %.1f ms\n", times[times.size() / 2], times.back());
+    std::printf("%s: median %.1f ms, maximum %.1f ms\n", what, times[times.size() / 2],
+                times.back());
     std::fflush(stdout);
   } else {
-    std::cerr << "orvello: the Day view turned " << times.size() << " of " << kTurns << " times\n";
+    std::cerr << "orvello: " << what << " was done " << times.size() << " of " << kTurns
+              << " times\n";
+  }
+  return all;
+}
+
+// Ends the program with what it has measured.
+bool print_measure(Session& session, CommandLine::Measure measure) {
+  bool all = false;
+  if (measure == CommandLine::Measure::turn) {
+    all = print_times("turn", session.qt.measure_turns(kTurns));
+  } else {
+    const EditTimes times = session.qt.measure_edits(kTurns);
+    all = print_times("open", times.opened);
+    all = print_times("save", times.saved) && all;
   }
   session.host.window.post({kMessageClose, 0, {}, 0});
   return all;
@@ -163,7 +179,9 @@ QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
 }
 
 int run_window(int argc, char** argv, const WindowParts& parts) {
-  Session session(argc, argv, parts, parts.line.measure_start || parts.line.measure_turn);
+  const CommandLine::Measure measure = parts.line.measure;
+  const bool watched = measure == CommandLine::Measure::nothing;
+  Session session(argc, argv, parts, !watched);
   EmbeddedStore* store = parts.store;
   const auto import_later = [&session, &parts](std::vector<std::string> files) {
     session.application.when_free([&session, &parts, files = std::move(files)] {
@@ -171,7 +189,7 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     });
   };
   session.qt.on_files(import_later);
-  if (parts.line.measure_start) {
+  if (measure == CommandLine::Measure::start) {
     session.qt.on_first_paint([&] {
       std::printf("first paint: %ld ms\n", milliseconds_since_start());
       std::fflush(stdout);
@@ -180,9 +198,10 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   }
   QTimer poll;
   bool measured = true;
-  if (parts.line.measure_turn) {
-    session.qt.on_first_paint(
-        [&] { after(kRestMilliseconds, &poll, [&] { measured = print_turns(session); }); });
+  if (measure == CommandLine::Measure::turn || measure == CommandLine::Measure::edit) {
+    session.qt.on_first_paint([&] {
+      after(kRestMilliseconds, &poll, [&] { measured = print_measure(session, measure); });
+    });
   }
   if (store) store->limit_wait(kLockWait);
   StartResult started = StartResult::no_window;
@@ -196,11 +215,11 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     store->set_wake([store, &poll] { after(0, &poll, [store] { store->poll(); }); });
     poll.start(kPollMilliseconds);
   }
-  const bool watched = !parts.line.measure_start && !parts.line.measure_turn;
   if (!parts.line.files.empty())
     import_later(parts.line.files);
   else if (watched)
     session.application.when_free([&session] { session.application.greet(); });
+  if (watched) session.application.when_free([&session] { session.application.offer_draft(); });
   BackupKeeper backups(parts, [&session](const std::string& reason) {
     session.application.when_free([&session, reason] {
       session.host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
@@ -212,7 +231,8 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     store->set_wake({});
     store->set_transport({}, {});
   }
-  const bool read = !parts.line.measure_start || !session.application.trouble().standing();
+  const bool read =
+      measure != CommandLine::Measure::start || !session.application.trouble().standing();
   return measured && read ? code : kExitFailure;
 }
 

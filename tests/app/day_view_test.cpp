@@ -209,6 +209,30 @@ TEST_F(DayViewTest, CopyAndCutTravelToOtherDays) {
   EXPECT_EQ(application->day().selected_row(), DayView::kNoRow);
 }
 
+TEST_F(DayViewTest, AMonthMovesAnAppointmentAndUndoBringsItBack) {
+  const std::int32_t oid = add(21, 9, u"First");
+  start();
+  const auto day_stored = [&] { return whole_day((*device.store.load(oid))->fields.start); };
+  device.dialogs.person = [](HeadlessDialog& month) {
+    month.choose_date(kControlCalendar, {12, 3, 2026});
+  };
+  hold_row(0, kCommandMoveTo);
+  EXPECT_EQ(day_stored(), day_of(2026, 12, 3));
+  EXPECT_TRUE(subjects() != std::vector<Text>{u"First"});
+  EXPECT_EQ(shown(), (MonthDayYear{11, 21, 2026}));
+  const auto enabled = [&](std::uint32_t command) {
+    for (const MenuItem& item : device.menu_bar.menu(kCommandOptions))
+      if (item.command == command) return item.enabled;
+    return false;
+  };
+  EXPECT_TRUE(enabled(kCommandUndo) && !enabled(kCommandRedo));
+  key(u'Z', true);
+  EXPECT_EQ(subjects(), std::vector<Text>{u"First"});
+  EXPECT_TRUE(!enabled(kCommandUndo) && enabled(kCommandRedo));
+  dialog().key(kControlDayList, u'Z', true, true);
+  EXPECT_EQ(day_stored(), day_of(2026, 12, 3));
+}
+
 TEST_F(DayViewTest, AMoveThatFailsCanBeTriedAgain) {
   add(21, 9, u"First");
   start();

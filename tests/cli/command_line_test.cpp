@@ -19,8 +19,8 @@ TEST(CommandLine, NothingOpensTheWindow) {
   EXPECT_EQ(line->command, Command::window);
   EXPECT_TRUE(line->files.empty());
   EXPECT_EQ(line->view, -1);
-  EXPECT_FALSE(line->now || line->date || line->screen || line->measure_start ||
-               line->measure_turn);
+  EXPECT_FALSE(line->now || line->date || line->screen);
+  EXPECT_EQ(line->measure, CommandLine::Measure::nothing);
 }
 
 TEST(CommandLine, OptionsStandAnywhereAndTakeAnEqualsSign) {
@@ -42,7 +42,7 @@ TEST(CommandLine, OptionsStandAnywhereAndTakeAnEqualsSign) {
   EXPECT_EQ(line->now->day_of_week, 5);
   const auto turn = parse_command_line({"--measure", "turn"});
   ASSERT_TRUE(turn) << turn.reason();
-  EXPECT_TRUE(turn->measure_turn && !turn->measure_start);
+  EXPECT_EQ(turn->measure, CommandLine::Measure::turn);
 }
 
 // A file may be called like a command, or like an option.

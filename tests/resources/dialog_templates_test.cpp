@@ -94,7 +94,7 @@ TEST(DayMenu, OffersWhatCanBeDone) {
   EXPECT_EQ(enabled(DayMenuState()), Commands{kCommandCreate});
   EXPECT_EQ(enabled({.has_source = true}), (Commands{kCommandPaste, kCommandCreate}));
   EXPECT_EQ(enabled({.on_appointment = true}),
-            (Commands{kCommandCut, kCommandCopy, kCommandBeam, kCommandDelete,
+            (Commands{kCommandCut, kCommandCopy, kCommandBeam, kCommandDelete, kCommandMoveTo,
                       kCommandEditAppointment, kCommandCreate}));
   EXPECT_EQ(day_menu(Language::russian, {})[0].text, u"Вырезать");
 }
