@@ -143,7 +143,8 @@ Text with_reason(const StoreSession& session, TextView text) {
 bool can_follow(Appointment& item, CalendarDate start) {
   OccurrenceError error = OccurrenceError::none;
   const auto pattern = item.is_recurring() ? item.pattern() : nullptr;
-  return pattern && pattern->following(start, error);
+  const auto rest = pattern ? pattern->following(start, error) : nullptr;
+  return rest && rest->oid() == 0;
 }
 
 bool delete_appointment(const OperationContext& context, std::int32_t oid, int mode,

@@ -38,7 +38,8 @@ inline constexpr int kDeleteOccurrence = 2, kDeleteSeries = 3, kDeleteFollowing 
 bool delete_appointment(const OperationContext& context, std::int32_t oid, int mode,
                         CalendarDate start);
 
-// Whether one occurrence and all that follow can be told apart from those before it.
+// Whether there are occurrences before that one, and the store can part it and all that follow from
+// them.
 bool can_follow(Appointment& item, CalendarDate start);
 
 // Puts the item, or its occurrence, on the target day: it keeps its time of day and everything

@@ -306,7 +306,18 @@ bool RecordAppointment::save() {
   return true;
 }
 
-bool RecordAppointment::remove() { return record_.oid != 0 && store_.erase(record_.oid); }
+bool RecordAppointment::remove() {
+  if (!division_) return record_.oid != 0 && store_.erase(record_.oid);
+  return store_.all_or_nothing([&] {
+    auto series = store_.existing(division_->series);
+    const auto zone = series ? store_.time().zone(series->zone) : std::nullopt;
+    if (!zone) return false;
+    if (!shows_before(*series, division_->from, *zone)) return store_.erase(series->oid);
+    end_series_before(*series, division_->from, *zone);
+    series->modified = store_.time().clock().utc_now();
+    return store_.put(*series) != 0;
+  });
+}
 
 SendResult RecordAppointment::send() {
   AppointmentRecord record = record_;

@@ -276,9 +276,8 @@ TEST_F(DayViewTest, DeletingAsksWhichOccurrences) {
   add(21, 9, u"Once");
   add(21, 11, u"Daily", u"", "RRULE:FREQ=DAILY;COUNT=5");
   start();
-  bool choices_offered = false;
-  int press = kControlCancel;
-  bool series = false;
+  bool choices_offered = false, following_offered = false;
+  int press = kControlCancel, choice = 0;
   device.dialogs.person = [&](HeadlessDialog& question) {
     ASSERT_EQ(question.dialog.id, kDialogDelete);
     EXPECT_EQ(question.text(kControlQuestion), u"Delete this Appointment?");
@@ -286,7 +285,8 @@ TEST_F(DayViewTest, DeletingAsksWhichOccurrences) {
     if (choices_offered) {
       EXPECT_TRUE(question.checked(kControlOccurrence));
     }
-    if (series) question.press(kControlSeries);
+    following_offered = question.controls.count(kControlFollowing) != 0;
+    if (choice != 0) question.press(choice);
     question.press(press);
   };
   tap_row(0);
@@ -302,9 +302,18 @@ TEST_F(DayViewTest, DeletingAsksWhichOccurrences) {
   EXPECT_EQ(subjects(), std::vector<Text>{u""});  // "No Appointments"
   key(kKeyRight);
   EXPECT_EQ(subjects(), std::vector<Text>{u"Daily"});
+  key(kKeyRight);
   tap_row(0);
-  series = true;
+  choice = kControlFollowing;
   key(kKeyDelete);
+  EXPECT_TRUE(following_offered);
+  EXPECT_EQ(subjects(), std::vector<Text>{u""});
+  key(kKeyLeft);
+  EXPECT_EQ(subjects(), std::vector<Text>{u"Daily"});
+  tap_row(0);
+  choice = kControlSeries;
+  key(kKeyDelete);
+  EXPECT_FALSE(following_offered) << "it is the first one left";
   EXPECT_TRUE(device.store.oids({}, {})->empty());
 }
 

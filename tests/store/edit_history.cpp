@@ -28,7 +28,7 @@ class EditHistoryTest : public StoreTest {
   }
   std::string days() {
     std::string all;
-    for (int of_november = 2; of_november < 6; ++of_november) all += on(of_november) + "; ";
+    for (int of_november = 2; of_november < 8; ++of_november) all += on(of_november) + "; ";
     return all;
   }
 };
@@ -50,9 +50,14 @@ TEST_F(EditHistoryTest, EveryStepComesBackAndGoesAgain) {
         save({series, at(5, 9), EditScope::occurrence},
              [](AppointmentForm& form) { form.location = u"here", form.end_time = 0.5; });
       },
+      [&] {
+        save({series, at(5, 9), EditScope::following},
+             [](AppointmentForm& form) { form.subject = u"Later", form.start_time = 0.25; });
+      },
       [&] { move_appointment(context, series, at(3, 9), day(5)); },
       [&] { copy_appointment(context, series, at(4, 15), day(5)); },
       [&] { delete_appointment(context, series, kDeleteOccurrence, at(2, 9)); },
+      [&] { delete_appointment(context, series, kDeleteFollowing, at(4, 15)); },
       [&] { delete_appointment(context, series, kDeleteSeries, kNoDate); }};
   std::vector<std::string> seen{days()};
   for (const auto& action : actions) {
@@ -75,9 +80,31 @@ TEST_F(EditHistoryTest, EveryStepComesBackAndGoesAgain) {
   }
   // Whatever is done next takes the place of what was undone.
   EXPECT_TRUE(history.undo(boxes));
-  copy_appointment(context, series, at(4, 15), day(2));
+  copy_appointment(context, series, at(5, 9), day(2));
   EXPECT_FALSE(history.can_redo());
   EXPECT_EQ(boxes_shown(), "");
+}
+
+TEST_F(EditHistoryTest, WhatChangedElsewhereStaysAndItsStepIsForgotten) {
+  const auto oid = put(fields(u"Lunch", at(3, 12), at(3, 13)));
+  move_appointment(context, oid, kNoDate, day(4));
+  copy_appointment(context, oid, kNoDate, day(5));
+  move_appointment(context, oid, kNoDate, day(2));
+  auto record = **store.load(oid);
+  record.fields.subject = u"Dinner";
+  store.put(record);
+  const std::string before = days();
+  EXPECT_FALSE(history.undo(boxes));
+  EXPECT_EQ(days(), before);
+  EXPECT_EQ(boxes_shown(),
+            "Error|This appointment was changed elsewhere since; what was done here before that "
+            "cannot be taken back.\n");
+  EXPECT_TRUE(history.undo(boxes)) << "the copy is nobody else's";
+  EXPECT_EQ(on(5), "No Appointments ");
+  EXPECT_EQ(history.can_redo(), true);
+  store.erase(oid);
+  EXPECT_FALSE(history.undo(boxes));
+  EXPECT_FALSE(history.can_undo());
 }
 
 TEST_F(EditHistoryTest, AFailedStepCanBeTriedAgain) {

@@ -46,6 +46,19 @@ TEST_F(ItemOperations, DeletesTheOneOnceTheSeriesOrTheItem) {
   EXPECT_EQ(on(2) + on(3) + on(4), "No Appointments No Appointments No Appointments ");
 }
 
+TEST_F(ItemOperations, ThisAndAllThatFollowGo) {
+  const auto series = standup();
+  change(series, at(5, 9), fields(u"Moved", at(3, 15), at(3, 16)));
+  EXPECT_FALSE(can_follow(*session.ItemFromOid(series), at(2, 9))) << "it is the series";
+  EXPECT_TRUE(can_follow(*session.ItemFromOid(series), at(3, 15)));
+  EXPECT_FALSE(remove(series, kDeleteFollowing, at(4, 9)));
+  EXPECT_EQ(on(3) + on(4) + on(20), "9:00-10:00 StandupNo Appointments No Appointments ");
+  remove(series, kDeleteFollowing, at(4, 9));
+  EXPECT_EQ(boxes_shown(), "Error|This appointment is not there any more.\n");
+  remove(series, kDeleteFollowing, at(2, 9));
+  EXPECT_FALSE(*store.load(series));
+}
+
 // Whatever else of the series stands on the same day.
 TEST_F(ItemOperations, TheTouchedOccurrenceIsTheOneThatIsMeant) {
   const auto series = standup();

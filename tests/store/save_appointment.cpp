@@ -225,6 +225,34 @@ TEST_F(SaveAppointment, ASeriesComesAndGoes) {
   EXPECT_EQ(on(3) + on(4) + on(17), "20:00-multiday Watchmultiday-6:00 WatchNo Appointments ");
 }
 
+// The form shows the rest of the series, and saving it leaves what was before alone.
+TEST_F(SaveAppointment, ThisAndAllThatFollowAreASeriesOfTheirOwn) {
+  const auto oid = put_series(fields(u"Standup", at(2, 9), at(2, 10)));
+  const auto one = occurrence(oid, at(5, 9));
+  write_all(*one, fields(u"Retro", at(5, 15), at(5, 16)));
+  EXPECT_TRUE(one->save());
+  const EditorChoice choice{oid, at(4, 9), EditScope::following};
+  EXPECT_EQ(opened(oid, at(4, 9), EditScope::following).pattern.pattern_start_date,
+            to_calendar_date(day(4)));
+  EXPECT_EQ(edit(choice,
+                 [](AppointmentForm& rest) {
+                   rest.location = u"Room 2";
+                   rest.start_time = 8 / 24.0;
+                 }),
+            SaveResult::saved);
+  EXPECT_NE(form.choice.oid, oid);
+  EXPECT_EQ(form.choice.scope, EditScope::series);
+  EXPECT_EQ(on(2) + on(3), "9:00-10:00 Standup9:00-10:00 Standup");
+  EXPECT_EQ(on(4) + on(5), "8:00-10:00 Standup15:00-16:00 Retro");
+  EXPECT_EQ(stored(oid).fields.location, u"");
+  EXPECT_EQ(stored(form.choice.oid).fields.location, u"Room 2");
+  EXPECT_EQ(boxes_shown(), "");
+  // On other days the changed one has no place.
+  answer({BoxAnswer::no});
+  EXPECT_EQ(edit({form.choice.oid}, weekly), SaveResult::not_saved);
+  EXPECT_EQ(boxes.shown.size(), 1u);
+}
+
 TEST_F(SaveAppointment, WhatIsGoneOrFailsIsTold) {
   const auto series = put_series(fields(u"Standup", at(2, 9), at(2, 10)));
   const auto single = put(fields(u"Lunch", at(3, 12), at(3, 13)));
