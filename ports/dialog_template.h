@@ -59,9 +59,9 @@ struct ControlTemplate {
   int section = 0;
   int step = 0;   // 0: on every step; else seen on this step only, in places that steps share
   int group = 0;  // radio buttons of one number belong together
-  int limit = 0;  // of an edit's or combo's text, in UTF-16 units; 0: none
+  int limit = 0;  // of an edit's, combo's or page of notes' text, in UTF-16 units; 0: none
   std::optional<Color> color{};  // of a label's text; else the form's
-  std::optional<Image> image{};  // of a picture button; the text's place where there is none
+  std::optional<Image> image{};  // of a picture button or toggle; without it they show the text
   bool hidden = false;           // until the procedure shows it; may stand where others do
 };
 

@@ -48,17 +48,22 @@ struct NotesContent {
 
 enum class NotesTool { text, pen, eraser };  // the eraser takes strokes that it touches, whole
 
+// Its events: `changed`, and `taken` when the caret came to stand in another style.
 class NotesControl {
  public:
   virtual ~NotesControl() = default;
   virtual NotesContent content() const = 0;
-  virtual void set_content(const NotesContent& content) = 0;  // nothing to undo from then on
+  // Whatever its limit. Nothing to undo from then on.
+  virtual void set_content(const NotesContent& content) = 0;
   virtual NotesTool tool() const = 0;
   virtual void set_tool(NotesTool tool) = 0;
-  // Of the selected text, or of what is typed next.
+  // Of the selected text, or of what is typed next. Setting it is a person's wish, and can be
+  // undone where it changed something.
   virtual NotesStyle style() const = 0;
   virtual void set_style(const NotesStyle& style) = 0;
-  // A person's last change, of text or strokes; false: there is none.
+  // A person's last change, of text, styles or strokes; false: there is none.
+  virtual bool can_undo() const = 0;
+  virtual bool can_redo() const = 0;
   virtual bool undo() = 0;
   virtual bool redo() = 0;
 };

@@ -22,12 +22,20 @@ constexpr IconArt kIconsHigh[] = {
 #include "resources/art/icons_high_leisure.inc"
 #include "resources/art/icons_high_more.inc"
 };
+constexpr IconArt kNotesToolsLow[] = {
+#include "resources/art/notes_tools_low.inc"
+};
+constexpr IconArt kNotesToolsHigh[] = {
+#include "resources/art/notes_tools_high.inc"
+};
 #include "resources/art/glyphs.inc"
 #include "resources/art/menu_bar.inc"
 #include "resources/art/pages.inc"
 
 constexpr int kIconLow = 9;
 constexpr int kIconHigh = 18;
+constexpr int kToolLow = 16;
+constexpr int kToolHigh = 32;
 
 struct Picture {
   int id;
@@ -64,6 +72,10 @@ constexpr bool well_drawn(std::span<const IconArt> icons, int cell) {
 }
 static_assert(well_drawn(kIconsLow, kIconLow));
 static_assert(well_drawn(kIconsHigh, kIconHigh));
+static_assert(well_drawn(kNotesToolsLow, kToolLow));
+static_assert(well_drawn(kNotesToolsHigh, kToolHigh));
+static_assert(std::ranges::equal(kNotesToolsLow, kNotesToolsHigh, {}, &IconArt::name,
+                                 &IconArt::name));
 static_assert(std::ranges::all_of(kPictures, [](const Picture& p) {
   return well_drawn(p.pixels, p.width, p.height);
 }));
@@ -79,8 +91,9 @@ constexpr auto kIconNames = [] {
 }();
 
 constexpr auto kIds = [] {
-  std::array<int, std::size(kPictures) + 2> ids{kBitmapIconsLow, kBitmapIconsHigh};
-  std::ranges::transform(kPictures, ids.begin() + 2, &Picture::id);
+  std::array<int, std::size(kPictures) + 4> ids{kBitmapIconsLow, kBitmapIconsHigh,
+                                                kBitmapNotesToolsLow, kBitmapNotesToolsHigh};
+  std::ranges::transform(kPictures, ids.begin() + 4, &Picture::id);
   std::ranges::sort(ids);
   return ids;
 }();
@@ -112,6 +125,8 @@ Image decode_strip(std::span<const IconArt> icons, int cell) {
 Image load_bitmap(int resource_id) {
   if (resource_id == kBitmapIconsLow) return decode_strip(kIconsLow, kIconLow);
   if (resource_id == kBitmapIconsHigh) return decode_strip(kIconsHigh, kIconHigh);
+  if (resource_id == kBitmapNotesToolsLow) return decode_strip(kNotesToolsLow, kToolLow);
+  if (resource_id == kBitmapNotesToolsHigh) return decode_strip(kNotesToolsHigh, kToolHigh);
   const auto* found = std::ranges::find(kPictures, resource_id, &Picture::id);
   if (found == std::end(kPictures)) return {};
   Image image = blank(found->width, found->height);

@@ -30,6 +30,10 @@ inline constexpr int kBitmapNextLow = 153;
 inline constexpr int kBitmapPreviousHigh = 155;
 inline constexpr int kBitmapNextHigh = 156;
 
+// The tools of the notes pane: NotesToolPicture.
+inline constexpr int kBitmapNotesToolsLow = 1601;
+inline constexpr int kBitmapNotesToolsHigh = 1602;
+
 // Decodes the picture at each call: load it once and keep it. Empty for an unknown id.
 Image load_bitmap(int resource_id);
 

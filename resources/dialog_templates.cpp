@@ -1,6 +1,7 @@
 #include "resources/dialog_templates.h"
 
 #include "resources/editor_templates.h"
+#include "resources/notes_template.h"
 
 namespace orvello {
 namespace {
@@ -191,7 +192,9 @@ std::vector<DialogTemplate> all_dialogs(Language language) {
           editor_dialog(language),
           series_question_dialog(language, false),
           series_question_dialog(language, true),
-          recurrence_dialog(language)};
+          recurrence_dialog(language),
+          notes_pane_dialog(language, false),
+          notes_pane_dialog(language, true)};
 }
 
 }  // namespace orvello

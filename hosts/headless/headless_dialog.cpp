@@ -64,7 +64,7 @@ void HeadlessDialog::make(const ControlTemplate& made) {
       control.range = std::make_unique<HeadlessRange>();
       break;
     case Kind::notes:
-      control.notes = std::make_unique<HeadlessNotes>();
+      control.notes = std::make_unique<HeadlessNotes>(made.limit);
       break;
     case Kind::report:
       control.report = std::make_unique<HeadlessReport>(made.place);

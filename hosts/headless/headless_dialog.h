@@ -49,6 +49,7 @@ class HeadlessDialog : public Dialog {
   void choose_row(int control, int row);  // of a drop list or combo
   void choose_date(int control, const MonthDayYear& date);
   void slide(int control, int position);
+  void select_text(int notes, int start, int length);
   void draw(int control, const std::vector<Point>& stroke);
   void pen_down(int control, Point point, bool second = false);
   void pen_move(int control, Point point);

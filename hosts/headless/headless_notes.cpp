@@ -59,6 +59,7 @@ NotesStyle HeadlessNotes::style() const {
 
 void HeadlessNotes::set_style(const NotesStyle& style) {
   typing_ = style;
+  const NotesContent before = now_;
   std::vector<NotesStyle> styles = spread_out(now_);
   // Bullets are of whole paragraphs.
   const auto is_end = [&](int at) { return now_.text[static_cast<std::size_t>(at)] == u'\n'; };
@@ -69,13 +70,27 @@ void HeadlessNotes::set_style(const NotesStyle& style) {
   for (int i = first; i < last; ++i) styles[static_cast<std::size_t>(i)].bullet = style.bullet;
   for (int i = start_; i < start_ + length_; ++i) styles[static_cast<std::size_t>(i)] = style;
   now_.runs = gathered(styles);
+  if (now_ == before) return;
+  before_.push_back(before);
+  after_.clear();
 }
 
-void HeadlessNotes::select(int start, int length) {
+bool HeadlessNotes::select(int start, int length) {
+  const NotesStyle before = style();
   const int size = static_cast<int>(now_.text.size());
   start_ = std::clamp(start, 0, size);
   length_ = std::clamp(length, 0, size - start_);
-  if (length_ > 0) typing_ = spread_out(now_)[static_cast<std::size_t>(start_)];
+  // Letters go on as the one before, in the style of their own paragraph.
+  if (length_ > 0 || start_ > 0)
+    typing_ = spread_out(now_)[static_cast<std::size_t>(length_ > 0 ? start_ : start_ - 1)];
+  return style() != before;
+}
+
+bool HeadlessNotes::ends_list(TextView text) const {
+  const bool at_line = start_ == 0 || now_.text[static_cast<std::size_t>(start_ - 1)] == u'\n';
+  const bool line_ends = start_ == static_cast<int>(now_.text.size()) ||
+                         now_.text[static_cast<std::size_t>(start_)] == u'\n';
+  return text == u"\n" && length_ == 0 && typing_.bullet && at_line && line_ends;
 }
 
 void HeadlessNotes::keep() {
@@ -84,7 +99,17 @@ void HeadlessNotes::keep() {
 }
 
 bool HeadlessNotes::type(TextView text) {
+  if (limit_ > 0) {
+    const auto kept = now_.text.size() - static_cast<std::size_t>(length_);
+    const auto limit = static_cast<std::size_t>(limit_);
+    text = TextView(text).substr(0, cut(text, limit > kept ? limit - kept : 0).size());
+  }
   if (tool_ != NotesTool::text || (text.empty() && length_ == 0)) return false;
+  if (ends_list(text)) {
+    NotesStyle plain = typing_;
+    plain.bullet = false;
+    return set_style(plain), true;
+  }
   keep();
   std::vector<NotesStyle> styles = spread_out(now_);
   const auto at = styles.begin() + start_;

@@ -135,6 +135,12 @@ void HeadlessDialog::slide(int control, int position) {
   deliver();
 }
 
+void HeadlessDialog::select_text(int notes, int start, int length) {
+  HeadlessControl* found = reach(notes);
+  if (found && found->notes && found->notes->select(start, length)) taken(*found);
+  deliver();
+}
+
 void HeadlessDialog::draw(int control, const std::vector<Point>& stroke) {
   HeadlessControl* found = reach(control);
   if (found && found->notes && found->notes->draw(stroke)) changed(*found);

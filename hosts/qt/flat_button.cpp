@@ -16,13 +16,15 @@ QSize FlatButton::sizeHint() const {
 void FlatButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const bool strong = (isDefault() || isChecked()) && isEnabled();
-  QColor ground = strong ? QColor(kAccent) : QColor(Qt::white);
+  const bool marked = (isDefault() || isChecked()) && isEnabled();
+  const bool strong = marked && picture_.isNull();  // dark pictures need a light ground
+  QColor ground = strong ? QColor(kAccent) : QColor(marked ? kAccentTint : 0xFFFFFFFF);
   if (isDown()) ground = strong ? QColor(kAccent).lighter(140) : QColor(kAccentTint);
-  const double line = std::max(1, density_.scaled(1)), round = density_.scaled(2);
+  const double line = std::max(1, density_.scaled(marked && !strong ? 2 : 1));
+  const double round = density_.scaled(2);
   const QRectF edge = QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2);
   painter.setBrush(ground);
-  painter.setPen(QPen(QColor(strong ? kAccent : kHairline), line));
+  painter.setPen(QPen(QColor(marked ? kAccent : kHairline), line));
   painter.drawRoundedRect(edge, round, round);
   if (hasFocus()) {
     const double gap = 2 * line;

@@ -1,5 +1,5 @@
 // A push button that is as flat as the rest: the default one, and one that stays down, in the
-// accent colour.
+// accent colour, with a picture in its edge.
 #pragma once
 
 #include <QImage>

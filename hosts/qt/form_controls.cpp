@@ -124,8 +124,9 @@ QWidget* Maker::calendar() const {
 }
 
 QWidget* Maker::notes() const {
-  auto* notes = new NotesPane(parent, density);
+  auto* notes = new NotesPane(parent, density, control.limit);
   notes->changed = teller(Event::changed);
+  notes->style_moved = teller(Event::taken);
   return notes;
 }
 

@@ -1,11 +1,13 @@
 #include "hosts/qt/notes_history.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orvello {
 namespace {
 
 constexpr std::size_t kMostSteps = 200;
+constexpr std::size_t kMostUnits = 8u << 20;  // of text in all steps together
 
 }  // namespace
 
@@ -20,7 +22,11 @@ void NotesHistory::note(NotesState before, int typing) {
   typing_ = typing;
   redo_.clear();
   if (goes_on) return;
-  if (undo_.size() == kMostSteps) undo_.erase(undo_.begin());
+  // Of a very long page fewer steps are kept.
+  const std::size_t most = kMostUnits / std::max<std::size_t>(before.text.size(), 1);
+  const std::size_t others = std::clamp<std::size_t>(most, 1, kMostSteps) - 1;
+  if (undo_.size() > others)
+    undo_.erase(undo_.begin(), undo_.end() - static_cast<std::ptrdiff_t>(others));
   undo_.push_back(std::move(before));
 }
 

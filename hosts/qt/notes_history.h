@@ -17,6 +17,8 @@ struct NotesState {
 class NotesHistory {
  public:
   void clear();
+  bool can_undo() const { return !undo_.empty(); }
+  bool can_redo() const { return !redo_.empty(); }
   // Before a change, with the page as it is. Letters typed in a row are one step: `typing` tells
   // the place after the last one, -1 when it is none.
   void note(NotesState before, int typing = -1);

@@ -34,6 +34,16 @@ bool cross(QPointF a, QPointF b, QPointF c, QPointF d) {
   return side(a, b, c) * side(a, b, d) < 0 && side(c, d, a) * side(c, d, b) < 0;
 }
 
+QRectF box_of(std::initializer_list<QPointF> points, double width) {
+  const auto [left, right] =
+      std::minmax(points, [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
+  const auto [top, bottom] =
+      std::minmax(points, [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); });
+  const double half = width / 2;
+  return QRectF(left.x(), top.y(), right.x() - left.x(), bottom.y() - top.y())
+      .adjusted(-half, -half, half, half);
+}
+
 double width_at(const NotesStroke& stroke, const StrokePoint& point) {
   const double pressure = std::clamp<double>(point.pressure, 0, 1);
   return stroke.width * (kLeastWidth + (1 - kLeastWidth) * pressure);
@@ -41,14 +51,10 @@ double width_at(const NotesStroke& stroke, const StrokePoint& point) {
 
 }  // namespace
 
-void paint_stroke(QPainter& painter, const NotesStroke& stroke) {
+void paint_stroke(QPainter& painter, const NotesStroke& stroke, const QRectF& seen) {
   const auto& points = stroke.points;
   if (points.empty()) return;
   QPen pen(QColor(to_qt(stroke.color)), 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-  const auto draw = [&](const StrokePoint& point, const QPainterPath& path) {
-    pen.setWidthF(width_at(stroke, point));
-    painter.strokePath(path, pen);
-  };
   if (points.size() == 1) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(pen.color());
@@ -57,16 +63,28 @@ void paint_stroke(QPainter& painter, const NotesStroke& stroke) {
     return;
   }
   QPointF last = place_of(points[0]);
-  for (std::size_t i = 1; i + 1 < points.size(); ++i) {
-    const QPointF here = place_of(points[i]), middle = (here + place_of(points[i + 1])) / 2;
-    QPainterPath path(last);
-    path.quadTo(here, middle);
-    draw(points[i], path);
-    last = middle;
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const bool ends = i + 1 == points.size();
+    const QPointF here = place_of(points[i]);
+    const QPointF next = ends ? here : (here + place_of(points[i + 1])) / 2;
+    if (box_of({last, here, next}, stroke.width).intersects(seen)) {
+      QPainterPath path(last);
+      path.quadTo(here, next);
+      pen.setWidthF(width_at(stroke, points[i]));
+      painter.strokePath(path, pen);
+    }
+    last = next;
   }
-  QPainterPath end(last);
-  end.lineTo(place_of(points.back()));
-  draw(points.back(), end);
+}
+
+QRectF bounds_of_end(const NotesStroke& stroke) {
+  // The last three: a curve ends in the middle between two of them.
+  const std::size_t first = stroke.points.size() > 3 ? stroke.points.size() - 3 : 0;
+  NotesStroke end;
+  end.width = stroke.width;
+  end.points.assign(stroke.points.begin() + static_cast<std::ptrdiff_t>(first),
+                    stroke.points.end());
+  return bounds_of(end);
 }
 
 QRectF bounds_of(const NotesStroke& stroke) {

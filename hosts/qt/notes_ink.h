@@ -15,8 +15,11 @@ namespace orvello {
 // A value that is cheap to keep for every step that can be undone.
 using NotesInk = std::shared_ptr<const std::vector<NotesStroke>>;
 
-// Draws it smoothly: as curves between the middles of its points, as thick as it was pressed.
-void paint_stroke(QPainter& painter, const NotesStroke& stroke);
+// Draws it smoothly, as far as it is seen: as curves between the middles of its points, as thick as
+// it was pressed.
+void paint_stroke(QPainter& painter, const NotesStroke& stroke, const QRectF& seen);
+// What the last point of a stroke changes on the page.
+QRectF bounds_of_end(const NotesStroke& stroke);
 QRectF bounds_of(const NotesStroke& stroke);
 // How far right and down the ink goes.
 QPointF extent_of(const std::vector<NotesStroke>& ink);

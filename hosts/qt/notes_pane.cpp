@@ -21,8 +21,8 @@ constexpr int kPageEdge = 2 * kGrid;
 
 }  // namespace
 
-NotesPane::NotesPane(QWidget* parent, const Density& density)
-    : FlatArea<QTextEdit>(parent, density), density_(density) {
+NotesPane::NotesPane(QWidget* parent, const Density& density, int limit)
+    : FlatArea<QTextEdit>(parent, density), density_(density), limit_(limit) {
   setAcceptRichText(false);
   setTabChangesFocus(true);
   setCursorWidth(std::max(1, density.scaled(1)));
@@ -36,6 +36,8 @@ NotesPane::NotesPane(QWidget* parent, const Density& density)
   flatten_scroll_bar(*horizontalScrollBar(), density);
   now_.ink = std::make_shared<std::vector<NotesStroke>>();
   on_signal(this, &QTextEdit::textChanged, this, [this] { text_changed(); });
+  on_signal(this, &QTextEdit::cursorPositionChanged, this, [this] { look_at_style(); });
+  on_signal(this, &QTextEdit::selectionChanged, this, [this] { look_at_style(); });
   lay_out_page();
 }
 
@@ -64,6 +66,7 @@ void NotesPane::show_state() {
   caret.setPosition(std::min(now_.caret, document()->characterCount() - 1));
   setTextCursor(caret);
   setting_ = false;
+  told_style_ = style();
   lay_out_page();
   viewport()->update();
 }
@@ -85,7 +88,15 @@ void NotesPane::set_style(const NotesStyle& style) {
   set_style_at(cursor, style);
   setTextCursor(cursor);
   setting_ = was_setting;
-  note_text();
+  told_style_ = this->style();
+  NotesState before = now_;
+  if (note_text()) history_.note(std::move(before));
+}
+
+void NotesPane::look_at_style() {
+  if (setting_ || style() == told_style_) return;
+  told_style_ = style();
+  if (style_moved) style_moved();
 }
 
 // False when the page is as it was: only what is typed next may be another.
@@ -103,11 +114,20 @@ void NotesPane::text_changed() {
   if (setting_) return;
   NotesState before = now_;
   if (!note_text()) return;
+  if (is_too_long(before)) {
+    now_ = std::move(before);
+    return show_state();
+  }
   const int caret = textCursor().position();
   const bool letter = now_.text.size() == before.text.size() + 1 && caret == before.caret + 1 &&
                       document()->characterAt(before.caret).isLetterOrNumber();
   history_.note(std::move(before), letter ? caret : -1);
   tell();
+}
+
+bool NotesPane::is_too_long(const NotesState& before) const {
+  const std::size_t size = now_.text.size();
+  return limit_ > 0 && size > static_cast<std::size_t>(limit_) && size > before.text.size();
 }
 
 void NotesPane::set_ink(std::vector<NotesStroke> ink) {
@@ -159,10 +179,11 @@ void NotesPane::paintEvent(QPaintEvent* event) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(-horizontalScrollBar()->value(), -verticalScrollBar()->value());
   painter.scale(density_.unit(), density_.unit());
-  const QRectF seen(on_page(event->rect().topLeft()), on_page(event->rect().bottomRight()));
+  const QRectF seen = QRectF(on_page(event->rect().topLeft()), on_page(event->rect().bottomRight()))
+                          .adjusted(-1, -1, 1, 1);
   for (const NotesStroke& stroke : *now_.ink)
-    if (bounds_of(stroke).adjusted(-1, -1, 1, 1).intersects(seen)) paint_stroke(painter, stroke);
-  if (drawing_) paint_stroke(painter, *drawing_);
+    if (bounds_of(stroke).intersects(seen)) paint_stroke(painter, stroke, seen);
+  if (drawing_) paint_stroke(painter, *drawing_, seen);
 }
 
 bool NotesPane::take_key(const QKeyEvent& event) {
@@ -177,14 +198,27 @@ bool NotesPane::take_key(const QKeyEvent& event) {
     wanted.italic = !wanted.italic;
   else if (event.matches(QKeySequence::Underline))
     wanted.underline = !wanted.underline;
+  else if (leaves_list(event))
+    wanted.bullet = false;
   else
     return false;
-  NotesState before = now_;
+  const std::vector<NotesRun> before = now_.runs;
+  const NotesStyle style_before = style();
   set_style(wanted);
-  if (now_.runs == before.runs) return true;
-  history_.note(std::move(before));
-  tell();
+  if (now_.runs != before)
+    tell();
+  else if (style() != style_before && style_moved)
+    style_moved();
   return true;
+}
+
+// Return on an empty line of a list, Backspace at the start of one.
+bool NotesPane::leaves_list(const QKeyEvent& event) const {
+  const QTextCursor caret = textCursor();
+  if (caret.hasSelection() || !caret.currentList()) return false;
+  const bool goes_on = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  return goes_on ? caret.block().text().isEmpty()
+                 : event.key() == Qt::Key_Backspace && caret.atBlockStart();
 }
 
 void NotesPane::keyPressEvent(QKeyEvent* event) {
@@ -204,7 +238,15 @@ bool NotesPane::canInsertFromMimeData(const QMimeData* source) const { return so
 // In the style of where it goes.
 void NotesPane::insertFromMimeData(const QMimeData* source) {
   now_.caret = textCursor().position();
-  textCursor().insertText(source->text());
+  QString text = source->text();
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  if (limit_ > 0) {
+    const QTextCursor caret = textCursor();
+    const int selected = caret.selectionEnd() - caret.selectionStart();
+    const int room = limit_ - (static_cast<int>(now_.text.size()) - selected);
+    text = to_qt(orvello::cut(from_qt(text), static_cast<std::size_t>(std::max(0, room))));
+  }
+  textCursor().insertText(text);
 }
 
 }  // namespace orvello

@@ -13,9 +13,11 @@ namespace orvello {
 
 class NotesPane : public FlatArea<QTextEdit> {
  public:
-  NotesPane(QWidget* parent, const Density& density);
+  // `limit` is of what a person types and pastes, in UTF-16 units; 0: none.
+  NotesPane(QWidget* parent, const Density& density, int limit = 0);
 
-  std::function<void()> changed;  // by the person
+  std::function<void()> changed;      // by the person
+  std::function<void()> style_moved;  // the caret came to stand in another style
 
   NotesContent content() const;
   void set_content(const NotesContent& content);
@@ -23,6 +25,7 @@ class NotesPane : public FlatArea<QTextEdit> {
   void set_tool(NotesTool tool);
   NotesStyle style() const;
   void set_style(const NotesStyle& style);
+  const NotesHistory& history() const { return history_; }
   bool undo_step() { return move(&NotesHistory::undo); }
   bool redo_step() { return move(&NotesHistory::redo); }
 
@@ -37,12 +40,15 @@ class NotesPane : public FlatArea<QTextEdit> {
 
  private:
   bool take_key(const QKeyEvent& event);
+  bool leaves_list(const QKeyEvent& event) const;
   bool take_pointer(QEvent& event);
   void press(QPointF at, double pressure);
   void drag(QPointF at, double pressure);
   void lift();
   void erase(QPointF from, QPointF to);
   void text_changed();
+  void look_at_style();
+  bool is_too_long(const NotesState& before) const;
   bool note_text();
   void set_ink(std::vector<NotesStroke> ink);
   void show_state();
@@ -54,12 +60,14 @@ class NotesPane : public FlatArea<QTextEdit> {
   }
 
   const Density& density_;
+  const int limit_;
   NotesTool tool_ = NotesTool::text;
   NotesState now_;  // as it is shown
   NotesHistory history_;
   NotesContent set_;  // as it was set, until a change
   bool touched_ = false;
   bool setting_ = false;
+  NotesStyle told_style_;
   QtPointer pointer_;
   bool erasing_ = false;
   QPointF last_;  // of the eraser

@@ -88,7 +88,12 @@ void NotesPane::press(QPointF at, double pressure) {
 
 void NotesPane::drag(QPointF at, double pressure) {
   if (erasing_) return erase(std::exchange(last_, at), at);
-  if (drawing_ && add_point(*drawing_, at, pressure)) viewport()->update();
+  if (!drawing_ || !add_point(*drawing_, at, pressure)) return;
+  const QRectF drawn = bounds_of_end(*drawing_);
+  const double unit = density_.unit();
+  const QPointF corner = drawn.topLeft() * unit -
+                         QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value());
+  viewport()->update(QRectF(corner, drawn.size() * unit).adjusted(-2, -2, 2, 2).toAlignedRect());
 }
 
 void NotesPane::lift() {

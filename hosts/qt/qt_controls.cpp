@@ -137,6 +137,12 @@ class QtNotes : public NotesControl, Handle<NotesPane> {
   void set_style(const NotesStyle& style) override {
     ask([&](NotesPane& pane) { pane.set_style(style); });
   }
+  bool can_undo() const override {
+    return ask([](NotesPane& pane) { return pane.history().can_undo(); });
+  }
+  bool can_redo() const override {
+    return ask([](NotesPane& pane) { return pane.history().can_redo(); });
+  }
   bool undo() override {
     return ask([](NotesPane& pane) { return pane.undo_step(); });
   }

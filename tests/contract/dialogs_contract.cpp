@@ -465,11 +465,18 @@ TEST_P(DialogsContract, NotesAreTextStylesAndStrokes) {
   notes.set_content(content);
   EXPECT_EQ(notes.content(), content);
   EXPECT_FALSE(notes.undo()) << "what the program did is no change of the person's";
-  bench_->select_text(kNotes, 0, 5);
+  EXPECT_FALSE(notes.can_undo() || notes.can_redo());
+  dialog_->focus(kNotes);
+  bench_->settle();
+  EXPECT_EQ(after([&] { bench_->select_text(kNotes, 10, 4); }), (Told{id("taken", kNotes)}))
+      << "the caret came to stand in another style";
+  EXPECT_TRUE(notes.style().bold);
+  EXPECT_EQ(after([&] { bench_->select_text(kNotes, 0, 5); }), (Told{id("taken", kNotes)}));
   NotesStyle italic;
   italic.italic = true;
-  notes.set_style(italic);
+  EXPECT_EQ(after([&] { notes.set_style(italic); }), Told());
   EXPECT_EQ(notes.style(), italic);
+  EXPECT_TRUE(notes.can_undo()) << "a style is set for the person";
   EXPECT_EQ(notes.content().runs,
             (std::vector<NotesRun>{{0, 5, italic}, {10, 4, {true, false, false, false}}}));
   dialog_->focus(kNotes, Caret::end);
@@ -499,15 +506,49 @@ TEST_P(DialogsContract, NotesAreTextStylesAndStrokes) {
               EXPECT_EQ(notes.content().strokes.size(), 1u);
               EXPECT_TRUE(notes.undo());
               EXPECT_EQ(notes.content().text, content.text);
-              EXPECT_FALSE(notes.undo());
-              EXPECT_TRUE(notes.redo());
-              EXPECT_TRUE(notes.redo());
+              EXPECT_TRUE(notes.undo());
+              EXPECT_EQ(notes.content().runs, content.runs);
+              EXPECT_FALSE(notes.undo() || notes.can_undo());
+              for (int i = 0; i < 3; ++i) EXPECT_TRUE(notes.can_redo() && notes.redo());
               EXPECT_EQ(notes.content().text, content.text + u"!");
               EXPECT_EQ(notes.content().strokes.size(), 2u);
               notes.set_content({});
               EXPECT_FALSE(notes.undo() || notes.redo());
             }),
             Told());
+}
+
+TEST_P(DialogsContract, ListsGoOnWithReturnAndNotesKeepTheirLimit) {
+  open();
+  NotesControl& notes = *dialog_->notes(kNotes);
+  NotesStyle bullet;
+  bullet.bullet = true;
+  dialog_->focus(kNotes, Caret::end);
+  bench_->settle();
+  bench_->type(u"a");
+  notes.set_style(bullet);
+  bench_->key(kKeyReturn);
+  bench_->type(u"b");
+  EXPECT_EQ(notes.content().runs, (std::vector<NotesRun>{{0, 3, bullet}}));
+  bench_->key(kKeyReturn);
+  bench_->key(kKeyReturn);
+  EXPECT_FALSE(notes.style().bullet) << "an empty line ends the list";
+  bench_->type(u"c");
+  EXPECT_EQ(notes.content().text, u"a\nb\nc");
+
+  // 40 units: room for one more unit, and the next takes two.
+  NotesContent full;
+  full.text.assign(39, u'x');
+  notes.set_content(full);
+  dialog_->focus(kNotes, Caret::end);
+  EXPECT_EQ(after([&] { bench_->type(u"\U0001F4C5"); }), Told());
+  EXPECT_EQ(notes.content(), full) << "no half of a pair";
+  bench_->type(u"y");
+  EXPECT_EQ(after([&] { bench_->type(u"z"); }), Told());
+  EXPECT_EQ(notes.content().text, full.text + u"y");
+  full.text.assign(90, u'x');
+  notes.set_content(full);
+  EXPECT_EQ(notes.content(), full) << "what an item has more of stays";
 }
 
 }  // namespace orvello::test

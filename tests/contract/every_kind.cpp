@@ -110,7 +110,7 @@ DialogTemplate every_kind_form() {
   to.add(Kind::report, kReport, u"", {8, 358, 224, 90}, Across::stretch);
   to.section = 4;
   to.add(Kind::month_calendar, kCalendar, u"", {8, 456, 224, 190}, Across::stretch);
-  to.add(Kind::notes, kNotes, u"", {8, 650, 224, 100}, Across::stretch, Down::stretch);
+  to.add(Kind::notes, kNotes, u"", {8, 650, 224, 100}, Across::stretch, Down::stretch).limit = 40;
   to.add(Kind::custom, kCustom, u"", {8, 754, 224, 40}, Across::stretch, Down::bottom);
   to.section = 0;
   to.add(Kind::button, kButton, u"Button", {8, 802, 88, 27}, Across::keep, Down::bottom);

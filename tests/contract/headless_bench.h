@@ -53,7 +53,7 @@ class HeadlessBench : public DialogsBench {
   void pen_up(int control, Point point) override { top().pen_up(control, point); }
   void draw(int notes, const std::vector<Point>& stroke) override { top().draw(notes, stroke); }
   void select_text(int notes, int start, int length) override {
-    top().controls.at(notes).notes->select(start, length);
+    top().select_text(notes, start, length);
   }
   void press_beside() override { top().press_beside(); }
   void press_close() override { top().press_close(); }

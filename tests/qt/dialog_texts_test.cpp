@@ -18,6 +18,7 @@ constexpr int kMarkAndGap = 21, kPadding = 4;  // design units
 
 // The room that a control's text has, across; 0: it shows none of its own.
 int text_room(const ControlTemplate& control, int width, const Density& density) {
+  if (control.image) return 0;
   switch (control.kind) {
     case Kind::check_box:
     case Kind::radio_button:

@@ -33,10 +33,10 @@ bool draws_on_transparent(const Image& image) {
 
 TEST(Bitmaps, HaveTheSizesTheViewsCountOn) {
   const std::map<int, Size> expected = {
-      {1, {48, 48}},     {2, {16, 16}},   {107, {8, 8}},   {117, {414, 9}},
-      {129, {64, 16}},   {131, {8, 8}},   {152, {9, 9}},   {153, {9, 9}},
-      {155, {18, 18}},   {156, {18, 18}}, {157, {16, 16}}, {158, {16, 16}},
-      {171, {1098, 18}}, {187, {32, 28}}, {188, {16, 14}}, {1590, {128, 32}}};
+      {1, {48, 48}},     {2, {16, 16}},     {107, {8, 8}},     {117, {414, 9}}, {129, {64, 16}},
+      {131, {8, 8}},     {152, {9, 9}},     {153, {9, 9}},     {155, {18, 18}}, {156, {18, 18}},
+      {157, {16, 16}},   {158, {16, 16}},   {171, {1098, 18}}, {187, {32, 28}}, {188, {16, 14}},
+      {1590, {128, 32}}, {1601, {208, 16}}, {1602, {416, 32}}};
   std::map<int, Size> found;
   for (const int id : bitmap_ids()) {
     const Image image = load_bitmap(id);
@@ -53,7 +53,12 @@ TEST(Bitmaps, EveryCellOfAStripIsAPictureOfItsOwn) {
     int id, width;
     std::size_t count;
   };
-  for (const Strip& strip : {Strip{117, 9, 46}, {171, 18, 61}, {129, 16, 4}, {1590, 32, 4}}) {
+  for (const Strip& strip : {Strip{117, 9, 46},
+                             {171, 18, 61},
+                             {129, 16, 4},
+                             {1590, 32, 4},
+                             {1601, 16, 13},
+                             {1602, 32, 13}}) {
     const std::vector<Image> all = cells(strip.id, strip.width);
     ASSERT_EQ(all.size(), strip.count);
     for (std::size_t i = 0; i < all.size(); ++i) {

@@ -22,7 +22,8 @@ bool must_say_something(Kind kind) {
 }
 
 bool takes_limit(Kind kind) {
-  return kind == Kind::edit || kind == Kind::multi_line_edit || kind == Kind::combo;
+  return kind == Kind::edit || kind == Kind::multi_line_edit || kind == Kind::combo ||
+         kind == Kind::notes;
 }
 
 // Where controls stand on a screen is tried in tests/draw, whether their texts fit in tests/qt.
@@ -51,7 +52,7 @@ TEST(Dialogs, ControlsHaveIdsTextsGroupsAndRules) {
         }
         EXPECT_GE(control.limit, 0);
         if (control.image) {
-          EXPECT_EQ(control.kind, Kind::picture_button);
+          EXPECT_TRUE(control.kind == Kind::picture_button || control.kind == Kind::toggle);
         }
         // Sections follow each other; what stands outside of them comes before or after.
         EXPECT_TRUE(control.section == 0 || control.section >= section);

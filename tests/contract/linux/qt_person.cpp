@@ -232,6 +232,7 @@ void QtPerson::select_text(int notes, int start, int length) {
   cursor.setPosition(start);
   cursor.setPosition(start + length, QTextCursor::KeepAnchor);
   pane->setTextCursor(cursor);
+  settle();
 }
 
 void QtPerson::press(const char* name) {
