@@ -106,8 +106,10 @@ class StorePattern {
   virtual std::optional<int> lost_changes(const RecurrencePattern& pattern) const = 0;
   // The occurrence that starts at this moment and all that follow, as an item of its own that is
   // not saved yet: with their exceptions, recipients and everything else of the series. Saving it
-  // ends the series before that moment, in the same transaction; a series that would keep nothing
-  // is then replaced. Null with OccurrenceError::none: this store cannot do that.
+  // ends the series before that moment, in the same transaction, and removing it does just that; a
+  // series that would keep nothing is then replaced, or removed. What happened to the series
+  // meanwhile is kept; neither is done, with a problem(), where its occurrence is there no longer.
+  // Null with OccurrenceError::none: this store, or this recurrence, cannot be divided so.
   virtual std::unique_ptr<Appointment> following(CalendarDate start, OccurrenceError& error) = 0;
   virtual std::optional<int> exception_count() const = 0;                // nothing: failure
   virtual std::optional<StoreException> exception(int index) const = 0;  // from 1; nothing: failure

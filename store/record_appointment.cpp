@@ -268,17 +268,31 @@ bool RecordAppointment::apply(AppointmentRecord& record) const {
 std::int32_t RecordAppointment::put(AppointmentRecord& record) const {
   record.modified = store_.time().clock().utc_now();
   if (!division_) return store_.put(record);
-  auto series = store_.existing(division_->series);
-  const auto zone = series ? store_.time().zone(series->zone) : std::nullopt;
-  if (!zone) return 0;
-  if (!shows_before(*series, division_->from, *zone)) {  // since those before were deleted
+  auto series = shortened();
+  if (!series) return 0;
+  if (!series->recurring()) {
     record.oid = series->oid;
     record.uid = series->uid;
-    return store_.put(record);
+  } else if (store_.put(*series) == 0) {
+    return 0;
+  }
+  return store_.put(record);
+}
+
+// The series without what follows; without a recurrence where nothing is left of it, since those
+// before were deleted meanwhile.
+std::optional<AppointmentRecord> RecordAppointment::shortened() const {
+  auto series = store_.existing(division_->series);
+  const auto zone = series ? store_.time().zone(series->zone) : std::nullopt;
+  if (!zone) return std::nullopt;
+  if (!shows_before(*series, division_->from, *zone)) {
+    series->pattern.reset();
+    series->rules.clear();
+    return series;
   }
   end_series_before(*series, division_->from, *zone);
-  series->modified = record.modified;
-  return store_.put(*series) != 0 ? store_.put(record) : 0;
+  series->modified = store_.time().clock().utc_now();
+  return series;
 }
 
 bool RecordAppointment::save() {
@@ -309,13 +323,9 @@ bool RecordAppointment::save() {
 bool RecordAppointment::remove() {
   if (!division_) return record_.oid != 0 && store_.erase(record_.oid);
   return store_.all_or_nothing([&] {
-    auto series = store_.existing(division_->series);
-    const auto zone = series ? store_.time().zone(series->zone) : std::nullopt;
-    if (!zone) return false;
-    if (!shows_before(*series, division_->from, *zone)) return store_.erase(series->oid);
-    end_series_before(*series, division_->from, *zone);
-    series->modified = store_.time().clock().utc_now();
-    return store_.put(*series) != 0;
+    const auto series = stored() ? shortened() : std::nullopt;
+    if (!series) return false;
+    return series->recurring() ? store_.put(*series) != 0 : store_.erase(series->oid);
   });
 }
 

@@ -57,6 +57,7 @@ class RecordAppointment : public Appointment {
   bool apply_times(AppointmentRecord& record, const AppointmentFields& before) const;
   bool apply_pattern(AppointmentRecord& record, const AppointmentRecord& before) const;
   std::int32_t put(AppointmentRecord& record) const;
+  std::optional<AppointmentRecord> shortened() const;
 
   // Where a series is to be divided when this is saved.
   struct Division {

@@ -166,6 +166,30 @@ Answer of_occurrence(StoreApplication& app, Change change) {
   return one ? change(*one) : std::nullopt;
 }
 
+template <typename Change>
+Answer of_pattern(StoreApplication& app, Change change) {
+  const auto item = app.item_from_oid(kSeries);
+  const auto pattern = item ? item->pattern() : nullptr;
+  return pattern ? change(*item, *pattern) : std::nullopt;
+}
+
+template <typename Change>
+Answer of_following(StoreApplication& app, Change change) {
+  return of_pattern(app, [&](Appointment&, StorePattern& pattern) {
+    OccurrenceError error = OccurrenceError::none;
+    const auto rest = pattern.following(kDay + 10.0 / 24 + 1, error);
+    EXPECT_EQ(rest == nullptr, error == OccurrenceError::unreadable);
+    return rest ? change(*rest) : std::nullopt;
+  });
+}
+
+RecurrencePattern every_third_day() {
+  RecurrencePattern pattern;
+  pattern.pattern_start_date = kDay;
+  pattern.interval = 3;
+  return pattern;
+}
+
 Answer done(bool good) { return good ? Answer("done") : std::nullopt; }
 
 const Question kQuestions[] = {
@@ -221,7 +245,46 @@ const Question kQuestions[] = {
        const auto fields = pattern ? pattern->fields() : decltype(pattern->fields())::failure("");
        return fields ? Answer(*fields ? "one" : "none") : std::nullopt;
      }},
+    {"changes that a pattern would let go",
+     [](Store&, StoreApplication& app) {
+       return of_pattern(app, [](Appointment&, StorePattern& pattern) {
+         const auto lost = pattern.lost_changes(every_third_day());
+         return lost ? Answer(std::to_string(*lost)) : std::nullopt;
+       });
+     }},
+    {"what follows",
+     [](Store&, StoreApplication& app) {
+       return of_following(app, [](Appointment& rest) -> Answer {
+         const auto pattern = rest.pattern();
+         const auto count = pattern ? pattern->exception_count() : std::nullopt;
+         const auto fields = pattern ? pattern->fields() : decltype(pattern->fields())::failure("");
+         if (!count || !fields || !*fields) return std::nullopt;
+         return std::to_string(*count) + "/" + std::to_string((*fields)->occurrences);
+       });
+     }},
     // What writes.
+    {"divide",
+     [](Store&, StoreApplication& app) {
+       return of_following(app, [](Appointment& rest) {
+         AppointmentFields fields;
+         rest.read(fields);
+         fields.body = u"new";
+         fields.start += 1;
+         return done(
+             rest.write(fields, {AppointmentField::body, AppointmentField::start}).empty() &&
+             rest.save());
+       });
+     }},
+    {"end",
+     [](Store&, StoreApplication& app) {
+       return of_following(app, [](Appointment& rest) { return done(rest.remove()); });
+     }},
+    {"another pattern",
+     [](Store&, StoreApplication& app) {
+       return of_pattern(app, [](Appointment& item, StorePattern& pattern) {
+         return done(pattern.set_fields(every_third_day()) && item.save());
+       });
+     }},
     {"rename",
      [](Store&, StoreApplication& app) {
        const auto item = app.item_from_oid(kZoned);

@@ -136,17 +136,22 @@ TEST_P(CalendarStoreContract, ASeriesIsDividedAnywhereAndShowsWhatItDid) {
     }
     const auto before = rows(*app_);
     const auto state = app_->item_from_oid(oid)->state();
-    for (std::size_t at = 0; at < before.size(); ++at) {
-      SCOPED_TRACE(before[at].text);
-      const auto rest = following(*app_, oid, before[at].start);
+    for (std::ptrdiff_t at = 0; at < std::ssize(before); ++at) {
+      const ShownRow& asked = before[static_cast<std::size_t>(at)];
+      SCOPED_TRACE(asked.text);
+      ASSERT_TRUE(following(*app_, oid, asked.start)->remove());
+      EXPECT_EQ(text_of(rows(*app_)), text_of({before.begin(), before.begin() + at}));
+      ASSERT_TRUE(app_->restore(*state));
+      const auto rest = following(*app_, oid, asked.start);
       ASSERT_TRUE(rest);
       EXPECT_EQ(rest->oid(), at == 0 ? oid : 0);
       ASSERT_TRUE(app_->item_from_oid(oid)->state()->same_as(*state)) << "nothing is saved yet";
       ASSERT_TRUE(rest->save()) << to_utf8(app_->problem());
       const auto after = rows(*app_);
       EXPECT_EQ(text_of(after), text_of(before));
-      for (std::size_t i = 0; i < after.size(); ++i)
-        EXPECT_EQ(after[i].oid, i < at ? oid : rest->oid()) << after[i].text;
+      auto left = at;
+      for (const ShownRow& row : after)
+        EXPECT_EQ(row.oid, left-- > 0 ? oid : rest->oid()) << row.text;
       if (at > 0) {
         const auto now = **store_->load(rest->oid());
         EXPECT_EQ(now.residue, record.residue);
@@ -223,6 +228,7 @@ TEST_P(CalendarStoreContract, WhatFollowsOfASeriesThatChangedElsewhereIsToldAndN
   const auto without = rows(*app_);
   EXPECT_FALSE(rest->save());
   EXPECT_FALSE(app_->problem().empty());
+  EXPECT_FALSE(rest->remove());
   EXPECT_EQ(text_of(rows(*app_)), text_of(without));
   EXPECT_FALSE(app_->item_from_oid(oid)->pattern()->following(kFirst + 15.375, error));
   EXPECT_EQ(error, OccurrenceError::not_found);

@@ -119,6 +119,31 @@ TEST_F(StoreOnDemand, ViewsReadOnlyWhatTheyShow) {
   EXPECT_EQ(store.properties, 10 * 7);
 }
 
+// Whatever write or read of it fails, a series is divided whole or not at all.
+TEST_F(StoreOnDemand, NoHalfOfADivisionIsLeft) {
+  AppointmentFields fields;
+  fields.subject = u"s";
+  const auto item = saved(fields);
+  ASSERT_TRUE(item->pattern()->set_fields(weekly(kDay, 1 << 4, 9)));
+  ASSERT_TRUE(item->save());
+  const auto before = item->state();
+  bool done = false;
+  for (int call = 1; !done; ++call) {
+    SCOPED_TRACE(call);
+    OccurrenceError error;
+    const auto rest = item->pattern()->following(kDay + 14.375, error);
+    fields.subject = u"new";
+    ASSERT_TRUE(rest->write(fields, {Field::subject}).empty());
+    store.faults.call = call;
+    done = rest->save();
+    const bool reached = std::exchange(store.faults.call, 0) == 0;
+    EXPECT_EQ(done, !reached);
+    EXPECT_EQ(store.contents().records.size(), done ? 2u : 1u);
+    EXPECT_EQ(item->state()->same_as(*before), !done);
+    ASSERT_LT(call, 60);
+  }
+}
+
 // Zones and what a file said are not every store's: times are right all the same.
 TEST_F(StoreOnDemand, AStoreWithoutZonesKeepsTheDevicesTimes) {
   store.keeps_all = false;
