@@ -6,7 +6,9 @@
 #include "store/embedded/embedded_store.h"
 // The suite itself, as this is another test program.
 #include "tests/contract/calendar_store_contract.cpp"  // NOLINT
+#include "tests/contract/edit_scripts_contract.cpp"    // NOLINT
 #include "tests/contract/failing_reads_contract.cpp"   // NOLINT
+#include "tests/contract/plain_calendar.cpp"           // NOLINT
 #include "tests/contract/store_changes_contract.cpp"   // NOLINT
 
 namespace orvello::test {
