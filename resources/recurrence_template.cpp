@@ -9,7 +9,7 @@ using Kind = ControlTemplate::Kind;
 using Across = ControlTemplate::Across;
 using Down = ControlTemplate::Down;
 
-constexpr int kStepWidth = 240, kStepHeight = 179, kTouched = 27;
+constexpr int kStepWidth = 240, kStepHeight = 200, kTouched = 27;
 constexpr int kRows[] = {4, 35, 66, 97};  // tops of what is touched
 constexpr int kNumberLimit = 9;           // digits
 constexpr int kTimeLimit = 20;
@@ -49,9 +49,8 @@ class RecurrenceTemplate {
     control.text = language_ == Language::russian ? russian : english;
     return control;
   }
-  // Beside a field: in the middle of its height.
   void label(int id, TextView russian, TextView english, int x, int y, int width) {
-    add(Kind::label, id, russian, english, {x, y + 5, width, kTouched - 5});
+    add(Kind::label, id, russian, english, {x, y, width, kTouched});
   }
   void radio(int id, TextView russian, TextView english, int y, int width, int group) {
     add(Kind::radio_button, id, russian, english, {4, y, width, kTouched}).group = group;
