@@ -103,11 +103,6 @@ int row_in(Dialog& dialog, int control) { return std::max(0, dialog.choice(contr
 void show_recurrence(Dialog& dialog, const RecurrenceForm& form, const RecurrenceLooks& looks) {
   dialog.list(kControlRecurrenceType)->set_rows(name_rows(kRecurrenceKinds));
   dialog.list(kControlRecurrenceType)->select({form.kind});
-  ChoiceList times;
-  FillHalfHourList(times, looks.clock24, looks.locale);
-  for (const int control : {kControlRecurrenceStartTime, kControlRecurrenceEndTime})
-    dialog.choice(control)->set_rows(times.items);
-  show_recurrence_times(dialog, form, looks);
   for (const int control : {kControlTimesLabel, kControlStartTimeLabel, kControlEndTimeLabel,
                             kControlRecurrenceStartTime, kControlRecurrenceEndTime})
     dialog.enable(control, !form.all_day);
@@ -115,14 +110,6 @@ void show_recurrence(Dialog& dialog, const RecurrenceForm& form, const Recurrenc
   show_months_page(dialog, form, looks.locale);
   show_years_page(dialog, form, looks.locale);
   show_range_step(dialog, form, looks);
-}
-
-void show_recurrence_times(Dialog& dialog, const RecurrenceForm& form,
-                           const RecurrenceLooks& looks) {
-  dialog.set_text(kControlRecurrenceStartTime,
-                  FormatTimeOfDay(form.start_time, looks.clock24, looks.locale));
-  dialog.set_text(kControlRecurrenceEndTime,
-                  FormatTimeOfDay(form.end_time, looks.clock24, looks.locale));
 }
 
 void show_year_days(Dialog& dialog, const RecurrenceForm& form) {

@@ -10,15 +10,12 @@ namespace orvello {
 
 struct RecurrenceLooks {
   LocaleData locale;
-  bool clock24 = false;
   bool monday_first = false;
   MonthDayYear today;
 };
 
-// Fills lists and pickers, and shows the form in them.
+// Fills lists and pickers, and shows the form in them, all but the times.
 void show_recurrence(Dialog& dialog, const RecurrenceForm& form, const RecurrenceLooks& looks);
-void show_recurrence_times(Dialog& dialog, const RecurrenceForm& form,
-                           const RecurrenceLooks& looks);
 // The days of the chosen month; what stands in the control is the form's.
 void show_year_days(Dialog& dialog, const RecurrenceForm& form);
 // Kind, pages and range as they stand there; not the times and the days of the week.

@@ -4,8 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include "calendar/date_text.h"
-#include "calendar/typed_time.h"
 #include "resources/recurrence_ids.h"
 
 namespace orvello {
@@ -29,8 +27,8 @@ bool leads_on(int control) {
 RecurrenceProcedure::RecurrenceProcedure(const EditorContext& context, RecurrenceForm& form)
     : context_(context),
       form_(form),
-      looks_{context.host.locale.data(), context.settings.timeformat != 0,
-             context.settings.firstdayofweek != 0, TodayTriple(context.host.clock.local_time())} {}
+      start_time_(context.settings, kControlRecurrenceStartTime),
+      end_time_(context.settings, kControlRecurrenceEndTime) {}
 
 void RecurrenceProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
@@ -50,7 +48,7 @@ void RecurrenceProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       if (!leads_on(event.control)) time_refused_ = false;
       return;
     case Event::focus_lost:
-      if (is_time(event.control)) time_refused_ = !take_time(dialog, event.control);
+      if (is_time(event.control)) time_refused_ = !take_times(dialog);
       return;
     default:
       return;
@@ -58,7 +56,13 @@ void RecurrenceProcedure::handle(Dialog& dialog, const DialogEvent& event) {
 }
 
 void RecurrenceProcedure::open(Dialog& dialog) {
-  show_recurrence(dialog, form_, looks_);
+  show_recurrence(dialog, form_,
+                  {context_.host.locale.data(), context_.settings.firstdayofweek != 0,
+                   TodayTriple(context_.host.clock.local_time())});
+  start_time_.fill(dialog);
+  start_time_.show(dialog, form_.start_time);
+  end_time_.fill(dialog);
+  end_time_.show(dialog, form_.end_time);
   dialog.show(kControlDone, true);
   show_step(dialog, 1);
 }
@@ -87,7 +91,7 @@ void RecurrenceProcedure::pressed(Dialog& dialog, int control) {
 }
 
 void RecurrenceProcedure::chosen(Dialog& dialog, int control) {
-  if (is_time(control)) take_time(dialog, control);
+  if (is_time(control)) take_times(dialog);
   if (control == kControlRangeStart) take_start_date(dialog);
   if (control != kControlYearMonth) return;
   read_recurrence(dialog, form_);
@@ -96,8 +100,7 @@ void RecurrenceProcedure::chosen(Dialog& dialog, int control) {
 }
 
 void RecurrenceProcedure::turn(Dialog& dialog, int by) {
-  if (step_ == 1 && !take_time(dialog, kControlRecurrenceStartTime)) return;
-  if (step_ == 1 && !take_time(dialog, kControlRecurrenceEndTime)) return;
+  if (step_ == 1 && !take_times(dialog)) return;
   show_step(dialog, std::clamp(step_ + by, 1, 3));
 }
 
@@ -125,18 +128,18 @@ void RecurrenceProcedure::toggle_day(Dialog& dialog, int day) {
 }
 
 // False when what stands there is no time: the person was told, and the old one stands there again.
-bool RecurrenceProcedure::take_time(Dialog& dialog, int control) {
-  CalendarDate& old = control == kControlRecurrenceStartTime ? form_.start_time : form_.end_time;
-  const Text typed = dialog.text(control);
-  if (form_.all_day || typed == FormatTimeOfDay(old, looks_.clock24, looks_.locale)) return true;
-  const auto time = typed_time(typed, looks_.locale);
-  if (time && control == kControlRecurrenceStartTime) choose_start_time(form_, *time);
-  if (time && control == kControlRecurrenceEndTime) form_.end_time = *time;
-  show_recurrence_times(dialog, form_, looks_);
-  if (!time)
-    context_.host.boxes.show(format(u"\"%s\" is not a time!", typed), u"Error Warning",
-                             BoxIcon::warning);
-  return time.has_value();
+bool RecurrenceProcedure::take_times(Dialog& dialog) {
+  if (form_.all_day) return true;
+  const auto start = start_time_.take(dialog, context_.host.boxes);
+  if (start == TimeField::Typed::other) {
+    choose_start_time(form_, start_time_.time());
+    end_time_.show(dialog, form_.end_time);
+    return true;
+  }
+  if (start == TimeField::Typed::none) return false;
+  const auto end = end_time_.take(dialog, context_.host.boxes);
+  if (end == TimeField::Typed::other) form_.end_time = end_time_.time();
+  return end != TimeField::Typed::none;
 }
 
 void RecurrenceProcedure::take_start_date(Dialog& dialog) {
@@ -148,9 +151,7 @@ void RecurrenceProcedure::take_start_date(Dialog& dialog) {
 }
 
 void RecurrenceProcedure::finish(Dialog& dialog) {
-  if (!take_time(dialog, kControlRecurrenceStartTime) ||
-      !take_time(dialog, kControlRecurrenceEndTime))
-    return;
+  if (!take_times(dialog)) return;
   take_start_date(dialog);
   read_recurrence(dialog, form_);
   if (const auto fault = recurrence_fault(form_)) {

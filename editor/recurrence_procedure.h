@@ -3,6 +3,7 @@
 
 #include "editor/editor_context.h"
 #include "editor/recurrence_controls.h"
+#include "editor/time_field.h"
 
 namespace orvello {
 
@@ -19,13 +20,13 @@ class RecurrenceProcedure : public DialogProcedure {
   void turn(Dialog& dialog, int by);
   void show_step(Dialog& dialog, int step);
   void toggle_day(Dialog& dialog, int day);
-  bool take_time(Dialog& dialog, int control);
+  bool take_times(Dialog& dialog);
   void take_start_date(Dialog& dialog);
   void finish(Dialog& dialog);
 
   const EditorContext& context_;
   RecurrenceForm& form_;
-  RecurrenceLooks looks_;
+  TimeField start_time_, end_time_;
   int step_ = 1;               // 1-3
   bool time_refused_ = false;  // by leaving it for a button, which then does nothing more
 };
