@@ -194,7 +194,9 @@ std::vector<DialogTemplate> all_dialogs(Language language) {
           series_question_dialog(language, true),
           recurrence_dialog(language),
           notes_pane_dialog(language, false),
-          notes_pane_dialog(language, true)};
+          notes_pane_dialog(language, true),
+          chooser_dialog(language, false),
+          chooser_dialog(language, true)};
 }
 
 }  // namespace orvello

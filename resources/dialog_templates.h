@@ -9,10 +9,11 @@
 
 namespace orvello {
 
-DialogTemplate day_view_dialog(Language language);    // 106
-DialogTemplate notes_dialog(Language language);       // 108
-DialogTemplate day_popup_dialog(Language language);   // 124
-DialogTemplate recurrence_dialog(Language language);  // 147
+DialogTemplate day_view_dialog(Language language);                 // 106
+DialogTemplate notes_dialog(Language language);                    // 108
+DialogTemplate day_popup_dialog(Language language);                // 124
+DialogTemplate recurrence_dialog(Language language);               // 147
+DialogTemplate chooser_dialog(Language language, bool attendees);  // 142
 // 149; recurring ones have a choice: one occurrence, it and all that follow where the store can
 // part them, or the series.
 enum class DeleteChoices { none, two, with_following };
