@@ -50,11 +50,11 @@ void put_times(RecurrencePattern& pattern, const FormTimes& times, bool all_day)
   pattern.end_time = times.end_time;
 }
 
+}  // namespace
+
 bool has_end_date(const RecurrencePattern& pattern) {
   return !pattern.no_end_date && pattern.pattern_end_date > 0 && pattern.pattern_end_date < kNoDate;
 }
-
-}  // namespace
 
 CalendarDate all_day_end_time() { return std::bit_cast<double>(UINT64_C(0x3F95555318ABC870)); }
 
@@ -71,6 +71,19 @@ AppointmentForm new_appointment(const SettingsRecord& settings) {
   if (settings.strdefcategory != kNoCategory) form.categories = settings.strdefcategory;
   form.pattern = fresh_pattern(form.start_date);
   return form;
+}
+
+AppointmentForm as_new(const AppointmentForm& form) {
+  AppointmentForm fresh = form;
+  fresh.choice = {};
+  if (!form.recurring) return fresh;
+  if (form.choice.scope != EditScope::occurrence && form.rules.empty()) return fresh;
+  fresh.recurring = false;
+  fresh.rules.clear();
+  fresh.pattern = fresh_pattern(form.start_date);
+  if (fresh.end_date >= kNoDate)
+    fresh.end_date = after_days(form.start_date, form.end_time < form.start_time ? 1 : 0);
+  return fresh;
 }
 
 Text offered_location(const std::vector<Text>& pretexts, TextView previous) {

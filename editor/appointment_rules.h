@@ -19,6 +19,9 @@ inline constexpr std::array<TextView, 4> kStatusNames = {u"Busy", u"Free", u"Out
 
 // With the settings' defaults, on the day that the views show; without a location.
 AppointmentForm new_appointment(const SettingsRecord& settings);
+// What was typed into an appointment that is not there any more. One of several becomes single, and
+// so does what had a rule that no pattern holds.
+AppointmentForm as_new(const AppointmentForm& form);
 // Of the ready-made ones that which was used last, else the first.
 Text offered_location(const std::vector<Text>& pretexts, TextView previous);
 
@@ -45,6 +48,8 @@ void set_end_date(FormTimes& times, CalendarDate date);
 // Puts them into the form, as it is to be saved. Of one occurrence, and where a series keeps its
 // rule, the dates stay what they were.
 void apply_times(AppointmentForm& form, const FormTimes& times);
+
+bool has_end_date(const RecurrencePattern& pattern);
 
 // The end of what is all-day: a hair less than half an hour after its day begins, deliberately.
 CalendarDate all_day_end_time();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/appointment_editor.h"
+#include "editor/drafts.h"
 #include "editor/editor_context.h"
 
 namespace orvello {
@@ -15,6 +16,8 @@ class EditorForms : public AppointmentEditor {
   bool offer_draft();
 
  private:
+  void run(EditorDraft draft, bool readable);
+
   EditorContext context_;
 };
 

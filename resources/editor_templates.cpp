@@ -1,5 +1,7 @@
 #include "resources/editor_templates.h"
 
+#include "resources/notes_template.h"
+
 namespace orvello {
 namespace {
 
@@ -16,7 +18,8 @@ int row_top(int row) { return kGap + row * kPitch; }
 
 class EditorTemplate {
  public:
-  explicit EditorTemplate(Language language) : language_(language) {
+  EditorTemplate(Language language, bool low_resolution)
+      : language_(language), low_resolution_(low_resolution) {
     dialog_.id = kDialogEditor;
     dialog_.title = u"Appointment";
     dialog_.size = {kWidth, kHeight};
@@ -32,6 +35,11 @@ class EditorTemplate {
     reminder();
     labelled_line(8, kLabelCategories, StringId::editor_categories, kLineCategories);
     labelled_line(9, kLabelAttendees, StringId::editor_attendees, kLineAttendees);
+    for (ControlTemplate& control : notes_controls(
+             language_, {0, row_top(1), kWidth, kHeight - row_top(1)}, low_resolution_)) {
+      control.step = kEditorNotesStep;
+      dialog_.controls.push_back(std::move(control));
+    }
     return std::move(dialog_);
   }
 
@@ -111,13 +119,16 @@ class EditorTemplate {
   }
 
   Language language_;
+  bool low_resolution_;
   DialogTemplate dialog_;
   int section_ = 0;
 };
 
 }  // namespace
 
-DialogTemplate editor_dialog(Language language) { return EditorTemplate(language).made(); }
+DialogTemplate editor_dialog(Language language, bool low_resolution) {
+  return EditorTemplate(language, low_resolution).made();
+}
 
 Rect lone_time_place(int line) {
   const bool starts = line == kLineStartTime || line == kEditStartTime;

@@ -7,7 +7,7 @@
 
 namespace orvello {
 
-DialogTemplate editor_dialog(Language language);
+DialogTemplate editor_dialog(Language language, bool low_resolution = true);
 // Where a time's line and edit stand: behind its date, and in the place of that.
 Rect time_place(int line);
 Rect lone_time_place(int line);
