@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "calendar/rule_text.h"
 #include "exchange/calendar_keys.h"
+#include "exchange/component_edit.h"
 #include "exchange/date_values.h"
 #include "exchange/event_fields.h"
 #include "exchange/rule_writer.h"
@@ -16,12 +17,6 @@ namespace orvello {
 namespace {
 
 constexpr std::int64_t kMinute = 60;
-
-bool same_rule(const std::optional<RecurrencePattern>& a,
-               const std::optional<RecurrencePattern>& b) {
-  if (a.has_value() != b.has_value()) return false;
-  return !a || *a == *b || rule_from_pattern(*a) == rule_from_pattern(*b);
-}
 
 bool contains(const std::vector<LocalSeconds>& sorted, LocalSeconds date) {
   return std::binary_search(sorted.begin(), sorted.end(), date);
@@ -39,11 +34,6 @@ const AppointmentException* exception_at(const AppointmentRecord& record, LocalS
 bool is_excluded(const AppointmentRecord& record, LocalSeconds original) {
   const AppointmentException* known = exception_at(record, original);
   return known && known->deleted;
-}
-
-// A series of nothing but its start, on which changed occurrences hang that no rule produces.
-bool is_start_alone(const AppointmentRecord& record) {
-  return record.rules == "RDATE:" + moment_text(record.start);
 }
 
 // A record may have a name of its own beside others of its UID: "UID#what tells it apart".
@@ -172,29 +162,27 @@ EventWriter::Item EventWriter::item_of(const AppointmentRecord& record,
   const std::string mark = "#" + reference->recurrence_id_text;
   if (kept.empty() && mark.size() > 1 && item.uid.ends_with(mark))
     item.uid.resize(item.uid.size() - mark.size());
-  if (!goes_by(kept, record.uid)) return item;
-  // A series that took over from another one, which is gone or was cut off elsewhere, is on its
-  // own.
-  const bool detached = reference->recurrence_id && record.recurring() &&
-                        (!has(kept) || !same_rule(record.pattern, reference->record.pattern) ||
-                         record.rules != reference->record.rules);
-  item.own_uid = item.detached = detached;
-  if (detached) return item;
+  item.took_over = is_part(record, *reference) && families_.stands(kept);
+  item.detached = item.own_uid && !item.took_over && reference->recurrence_id && record.recurring();
+  if (item.detached || !goes_by(kept, record.uid)) return item;
+  item.own_uid = false;
   item.uid = kept;
-  item.took_over = reference->recurrence_id && record.recurring();
   if (item.took_over)
-    item.shift =
-        reference->start.local - reading_at(*reference->recurrence_id, reference->start, clock_);
+    item.shift = record.start - reading_at(*reference->recurrence_id, reference->start, clock_);
   return item;
+}
+
+// Whether it was read as a change of an occurrence and all that follow.
+bool EventWriter::is_part(const AppointmentRecord& record, const ReadEvent& reference) {
+  return reference.recurrence_id && record.recurring() && goes_by(reference.record.uid, record.uid);
 }
 
 // What was split, or had no rule for its exceptions, is compared with what it was shown as then.
 void EventWriter::show_as_kept(const AppointmentRecord& record, ReadEvent& reference) {
   const std::string_view shown = shown_component(record.residue);
   ParsedComponent text;
-  bool whole = !shown.empty() && text.parse(shown, 1);
-  // Where a part was deleted the series really ends.
-  for (const PartName& part : parts_of(record.residue)) whole = whole && has(part.uid);
+  const std::string& first = is_part(record, reference) ? reference.record.uid : record.uid;
+  const bool whole = !shown.empty() && text.parse(shown, 1) && families_.stands(first);
   if (auto read = whole ? reference_of(text.root()) : std::nullopt) {
     reference.record.pattern = std::move(read->record.pattern);
     reference.record.rules = std::move(read->record.rules);
@@ -204,12 +192,6 @@ void EventWriter::show_as_kept(const AppointmentRecord& record, ReadEvent& refer
     reference.record.rules = record.rules;
   // Excluded dates of what is no series are nobody's exceptions.
   if (!reference.record.recurring() && !record.recurring()) reference.record.exceptions.clear();
-}
-
-bool EventWriter::has(const std::string& uid) {
-  const auto oid = store_.oid_of_uid(uid);
-  failed_ |= !oid;
-  return oid && *oid;
 }
 
 void EventWriter::write(std::string& out, const AppointmentRecord& record) {
@@ -243,6 +225,17 @@ std::string EventWriter::occurrence(const AppointmentRecord& record,
   return out;
 }
 
+// A cancelled occurrence, in its own words but for what its series and its time are called now.
+void EventWriter::write_cancelled(std::string& out, const Item& series, const std::string& id,
+                                  bool moved, const Component& text, const ReadEvent& kept) {
+  std::string words(text.raw);
+  if (kept.record.uid != series.uid)
+    words = with_property(std::move(words), "UID", folded("UID:" + escape_text(series.uid)));
+  if (moved) words = with_property(std::move(words), "RECURRENCE-ID", id);
+  append_lines(out, words);
+  note_tzids(text, used_tzids_);
+}
+
 void EventWriter::write_exception(std::string& out, const Item& series,
                                   const AppointmentException& exception,
                                   const Component* series_text, const ReadEvent* reference) {
@@ -252,10 +245,13 @@ void EventWriter::write_exception(std::string& out, const Item& series,
     kept = reference_of(text.root());
   const std::string id =
       date_line("RECURRENCE-ID", series, exception.original_start - series.shift);
+  const bool moved = kept && kept->recurrence_id &&
+                     reading_at(*kept->recurrence_id, start_of(series), clock_) !=
+                         exception.original_start - series.shift;
   if (exception.deleted) {
     // Excluded dates stand with the series; a cancelled occurrence has its own words.
     if (kept && kept->cancelled)
-      append_lines(out, text.root().raw), note_tzids(text.root(), used_tzids_);
+      write_cancelled(out, series, id, moved, text.root(), *kept);
     else if (series.took_over && !is_excluded(reference->record, exception.original_start))
       out += "BEGIN:VEVENT\r\n" + folded("UID:" + escape_text(series.uid)) +
              "DTSTAMP:" + moment_text(series.modified) + "\r\n" + id +
@@ -284,9 +280,7 @@ void EventWriter::write_exception(std::string& out, const Item& series,
             series.own_uid};
   if (kept && !kept->cancelled) {
     item.own_uid = kept->record.uid != series.uid;
-    item.moved =
-        kept->recurrence_id && reading_at(*kept->recurrence_id, start_of(series), clock_) !=
-                                   exception.original_start - series.shift;
+    item.moved = moved;
     write_kept(out, item, text.root(), *kept);
   } else if (series_text && reference) {
     item.in_series_words = true;

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "exchange/event_reader.h"
+#include "exchange/series_family.h"
 #include "store/record_store.h"
 
 namespace orvello {
@@ -14,14 +15,18 @@ namespace orvello {
 class EventWriter {
  public:
   EventWriter(RecordStore& store, const Clock& clock)
-      : store_(store), clock_(clock), failed_(store), zones_(store, clock, false) {}
+      : clock_(clock),
+        zones_(store, clock, false),
+        families_(store, [this](const Component& text) { return reference_of(text); }) {}
+  EventWriter(const EventWriter&) = delete;
+  EventWriter& operator=(const EventWriter&) = delete;
 
   // TZIDs in kept texts mean what this calendar defines.
   ZoneTable& zones() { return zones_; }
   const std::set<std::string>& used_tzids() const { return used_tzids_; }
   // The store could not be asked.
   FirstFault fault() const {
-    FirstFault fault = failed_;
+    FirstFault fault = families_.fault();
     return fault |= zones_.fault();
   }
 
@@ -36,10 +41,12 @@ class EventWriter {
   void write_new(std::string& out, const Item& item);
   void write_kept(std::string& out, const Item& item, const Component& text,
                   const ReadEvent& reference);
+  void write_cancelled(std::string& out, const Item& series, const std::string& id, bool moved,
+                       const Component& text, const ReadEvent& kept);
   void write_exception(std::string& out, const Item& series, const AppointmentException& exception,
                        const Component* series_text, const ReadEvent* reference);
   Item item_of(const AppointmentRecord& record, const ReadEvent* reference);
-  bool has(const std::string& uid);
+  bool is_part(const AppointmentRecord& record, const ReadEvent& reference);
   void show_as_kept(const AppointmentRecord& record, ReadEvent& reference);
   void plan_changes(const Item& item, const ReadEvent& reference, Plan& plan);
   void plan_excluded(const Item& item, const ReadEvent& reference, Plan& plan);
@@ -52,10 +59,9 @@ class EventWriter {
   Moment start_of(const Item& item);
   std::optional<ReadEvent> reference_of(const Component& text);
 
-  RecordStore& store_;
   const Clock& clock_;
-  FirstFault failed_;
   ZoneTable zones_;
+  SeriesFamilies families_;
   std::set<std::string> used_tzids_;
 };
 

@@ -246,7 +246,7 @@ void Importer::import_master(const ScannedCalendar& calendar, std::size_t index,
   if (had_lone) merge_lone(uid, *read, following);
   if (hidden_.contains(uid)) merge_hidden(uid, *read);
   const auto parts = put_series(*read, following, key_, text, had_lone || earlier);
-  if (earlier) erase_parts(earlier->residue, parts);
+  if (earlier) erase_parts(*earlier, parts);
 }
 
 // An event that no day shows, and what belongs to it.

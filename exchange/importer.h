@@ -73,7 +73,7 @@ class Importer {
   std::vector<SeriesPart> put_series(ReadEvent& series, std::vector<FollowingChange>& following,
                                      const std::string& calendar, std::string_view text,
                                      bool known);
-  void erase_parts(std::string_view residue, const std::vector<SeriesPart>& but);
+  void erase_parts(const AppointmentRecord& record, const std::vector<SeriesPart>& but);
   void erase_record(const AppointmentRecord& record);  // with its parts
   void import_changes(const ScannedCalendar& calendar, const std::string& uid,
                       const std::vector<std::size_t>& indices);

@@ -106,7 +106,7 @@ Importer::OpenSeries* Importer::open_series(const std::string& uid) {
     series.zone = zone == "UTC" ? std::optional(Zone()) : zone_named(zone);
   series.start = {series.record.start, series.record.fields.all_day,
                   series.zone ? &*series.zone : nullptr};
-  series.parts = parts_of(series.record.residue);
+  series.parts = parts_of(series.record.residue, uid);
   for (std::size_t i = 0; i < series.record.exceptions.size(); ++i)
     series.places[series.record.exceptions[i].original_start] = i;
   return &series;

@@ -134,8 +134,8 @@ void Importer::merge_hidden(const std::string& uid, ReadEvent& master) {
   if (list.empty()) hidden_.erase(uid);
 }
 
-void Importer::erase_parts(std::string_view residue, const std::vector<SeriesPart>& but) {
-  for (const PartName& part : parts_of(residue)) {
+void Importer::erase_parts(const AppointmentRecord& record, const std::vector<SeriesPart>& but) {
+  for (const PartName& part : parts_of(record.residue, record.uid)) {
     const bool stays = std::any_of(
         but.begin(), but.end(), [&](const SeriesPart& one) { return one.record.uid == part.uid; });
     const std::int32_t oid = stays ? 0 : oid_of(part.uid);
@@ -144,7 +144,7 @@ void Importer::erase_parts(std::string_view residue, const std::vector<SeriesPar
 }
 
 void Importer::erase_record(const AppointmentRecord& record) {
-  erase_parts(record.residue, {});
+  erase_parts(record, {});
   failed_ |= writes_ && !store_.erase(record.oid);
 }
 

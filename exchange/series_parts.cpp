@@ -27,7 +27,7 @@ std::string_view shown_component(std::string_view residue) {
   return rest.substr(std::min(rest.find('B'), rest.size()));
 }
 
-std::vector<PartName> parts_of(std::string_view residue) {
+std::vector<PartName> parts_of(std::string_view residue, const std::string& uid) {
   std::vector<PartName> parts;
   ParsedComponent shown;
   const std::string_view text = shown_component(residue);
@@ -36,6 +36,7 @@ std::vector<PartName> parts_of(std::string_view residue) {
     if (!property.named(kPartName)) continue;
     PartName part;
     part.uid = unescape_text(property.value);
+    if (!part.uid.starts_with(uid + "#")) continue;
     part.from = parse_moment(parameter(property, "FROM").value_or("")).value_or(LocalSeconds());
     const std::string shift = parameter(property, "SHIFT").value_or("");
     std::from_chars(shift.data(), shift.data() + shift.size(), part.shift);

@@ -19,7 +19,8 @@ struct PartName {
 // The second component of a residue; empty where it has none.
 std::string_view shown_component(std::string_view residue);
 
-std::vector<PartName> parts_of(std::string_view residue);
+// Those of the series of that UID: one that was divided off has the same text, but none of them.
+std::vector<PartName> parts_of(std::string_view residue, const std::string& uid);
 
 // `text` is an event; the parts' records have their UIDs.
 std::string with_part_names(std::string text, const std::string& uid,

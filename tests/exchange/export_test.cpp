@@ -161,14 +161,17 @@ TEST_F(ExportTest, ASeriesAtOtherTimesTakesItsOccurrencesAlong) {
                      "RRULE:FREQ=MONTHLY;BYDAY=TH,MO;UNTIL=20260901T070000Z\r\nEXDATE" + zone +
                      "20260706T090000\r\n") +
                event(uid + "RECURRENCE-ID" + zone + "20260713T090000\r\nDTSTART" + zone +
-                     "20260714T100000\r\nDURATION:PT1H\r\nX-CHANGED:1\r\n")));
+                     "20260714T100000\r\nDURATION:PT1H\r\nX-CHANGED:1\r\n") +
+               event(uid + "RECURRENCE-ID" + zone + "20260716T090000\r\nDTSTART" + zone +
+                     "20260716T090000\r\nSTATUS:CANCELLED\r\nX-GONE:1\r\n")));
   AppointmentRecord moved = *of_uid("s");
-  ASSERT_TRUE(moved.pattern == std::nullopt && moved.exceptions.size() == 2);
+  ASSERT_TRUE(moved.pattern == std::nullopt && moved.exceptions.size() == 3);
   ASSERT_TRUE(move_series(moved, moved.start + 5400, moved.end + 7200));
   ASSERT_NE(store.put(moved), 0);
   const std::string text = exported();
   EXPECT_NE(text.find("X-KEPT:1"), std::string::npos);
   EXPECT_NE(text.find("X-CHANGED:1"), std::string::npos);
+  EXPECT_NE(text.find("X-GONE:1"), std::string::npos);
   store.put_back({});
   import_text(text);
   const AppointmentRecord* again = of_uid("s");
@@ -176,8 +179,8 @@ TEST_F(ExportTest, ASeriesAtOtherTimesTakesItsOccurrencesAlong) {
   EXPECT_EQ(again->start, moved.start);
   EXPECT_EQ(again->end, moved.end);
   EXPECT_EQ(again->rules, moved.rules);
-  ASSERT_EQ(again->exceptions.size(), 2u);
-  for (std::size_t i = 0; i < 2; ++i) {
+  ASSERT_EQ(again->exceptions.size(), 3u);
+  for (std::size_t i = 0; i < 3; ++i) {
     EXPECT_EQ(again->exceptions[i].original_start, moved.exceptions[i].original_start);
     EXPECT_EQ(again->exceptions[i].deleted, moved.exceptions[i].deleted);
   }
