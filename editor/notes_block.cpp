@@ -48,6 +48,10 @@ unsigned pressure_byte(float pressure) {
   return static_cast<unsigned>(std::lround(std::min(pressure, 1.0f) * kMostPressure));
 }
 
+std::uint64_t width_in_steps(float width) {
+  return static_cast<std::uint64_t>(std::max<std::int64_t>(in_steps(width), 0));
+}
+
 void write_stroke(BlockWriter& out, const NotesStroke& stroke) {
   const bool presses = std::any_of(
       stroke.points.begin(), stroke.points.end(),
@@ -127,6 +131,7 @@ std::string notes_block(const NotesContent& content) {
     from = run.start + run.length;
   }
   out.number(strokes.size());
+  if (!strokes.empty()) out.number(width_in_steps(content.width));
   for (const NotesStroke* stroke : strokes) write_stroke(out, *stroke);
   return std::move(out).sealed();
 }
@@ -137,7 +142,11 @@ std::optional<NotesContent> read_notes_block(std::string_view block) {
   NotesContent content;
   content.text = to_utf16(in->bytes());
   if (!read_runs(*in, content)) return std::nullopt;
-  for (std::uint64_t count = in->number(); count > 0; --count) {
+  std::uint64_t count = in->number();
+  const std::uint64_t width = count > 0 ? in->number() : 0;
+  if (width > kFarthest) return std::nullopt;
+  content.width = static_cast<float>(width) / kSteps;
+  for (; count > 0; --count) {
     content.strokes.emplace_back();
     if (!read_stroke(*in, content.strokes.back())) return std::nullopt;
   }

@@ -43,6 +43,9 @@ struct NotesContent {
   Text text;  // paragraphs end with '\n'
   std::vector<NotesRun> runs;
   std::vector<NotesStroke> strokes;
+  // Where text wraps, so that strokes stay on their words on every screen; 0: at the pane's edge,
+  // as it does without strokes. The width that the pane has when the first stroke is drawn.
+  float width = 0;
   friend bool operator==(const NotesContent&, const NotesContent&) = default;
 };
 

@@ -7,6 +7,7 @@ namespace orvello {
 namespace {
 
 constexpr float kNear = 4;  // the eraser's half width
+constexpr float kPageWidth = 240;
 
 // A style for each unit of the text, and back.
 std::vector<NotesStyle> spread_out(const NotesContent& content) {
@@ -39,6 +40,7 @@ NotesContent tidied(NotesContent content) {
     run.length = std::clamp(run.length, 0, size - run.start);
   }
   content.runs = gathered(spread_out(content));
+  if (content.strokes.empty()) content.width = 0;
   return content;
 }
 
@@ -128,6 +130,7 @@ bool HeadlessNotes::draw(const std::vector<Point>& stroke) {
   NotesStroke drawn;
   for (const Point& point : stroke)
     drawn.points.push_back({static_cast<float>(point.x), static_cast<float>(point.y), 1});
+  if (now_.strokes.empty()) now_.width = kPageWidth;
   now_.strokes.push_back(std::move(drawn));
   return true;
 }
@@ -146,6 +149,7 @@ bool HeadlessNotes::erase(const std::vector<Point>& stroke) {
   keep();
   now_.strokes.erase(std::remove_if(now_.strokes.begin(), now_.strokes.end(), touched),
                      now_.strokes.end());
+  if (now_.strokes.empty()) now_.width = 0;
   return true;
 }
 

@@ -11,6 +11,7 @@ struct NotesState {
   Text text;
   std::vector<NotesRun> runs;
   NotesInk ink;
+  float width = 0;  // at 96 dpi
   int caret = 0;
 };
 

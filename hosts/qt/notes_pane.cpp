@@ -43,7 +43,7 @@ NotesPane::NotesPane(QWidget* parent, const Density& density, int limit)
 
 NotesContent NotesPane::content() const {
   if (!touched_) return set_;
-  return {now_.text, now_.runs, *now_.ink};
+  return {now_.text, now_.runs, *now_.ink, now_.width};
 }
 
 void NotesPane::set_content(const NotesContent& content) {
@@ -52,7 +52,7 @@ void NotesPane::set_content(const NotesContent& content) {
   history_.clear();
   drawing_.reset();
   now_ = {content.text, content.runs, std::make_shared<std::vector<NotesStroke>>(content.strokes),
-          0};
+          content.strokes.empty() ? 0 : content.width, 0};
   show_state();
   read_document(*document(), now_.text, now_.runs);
   verticalScrollBar()->setValue(0);
@@ -132,6 +132,10 @@ bool NotesPane::is_too_long(const NotesState& before) const {
 
 void NotesPane::set_ink(std::vector<NotesStroke> ink) {
   touched_ = true;
+  if (ink.empty())
+    now_.width = 0;
+  else if (now_.ink->empty())
+    now_.width = static_cast<float>(viewport()->width() / density_.unit());
   now_.ink = std::make_shared<std::vector<NotesStroke>>(std::move(ink));
   lay_out_page();
   viewport()->update();
@@ -145,12 +149,14 @@ bool NotesPane::move(bool (NotesHistory::*step)(NotesState&)) {
   return true;
 }
 
-// Text wraps at the pane's width; ink that goes farther, to the right or down, can be scrolled to.
+// Text wraps at the pane's width, or at that of the page; what goes farther, to the right or down,
+// can be scrolled to.
 void NotesPane::lay_out_page() {
   const double unit = density_.unit();
   const QPointF extent = extent_of(*now_.ink) * unit;
   const int edge = density_.scaled(kPageEdge), room = viewport()->width();
-  const int width = std::max(room, static_cast<int>(extent.x()) + edge);
+  const int wrap = now_.width > 0 ? density_.scaled(now_.width) : room;
+  const int width = std::max({room, wrap, static_cast<int>(extent.x()) + edge});
   const bool was_setting = std::exchange(setting_, true);
   if (lineWrapColumnOrWidth() != width) setLineWrapColumnOrWidth(width);
   QTextFrame* page = document()->rootFrame();
@@ -158,7 +164,7 @@ void NotesPane::lay_out_page() {
   const double text = document()->size().height() - format.bottomMargin();
   double down = extent.y() + edge;
   if (tool_ == NotesTool::pen) down += viewport()->height() / 2.0;  // room to go on
-  const double bottom = std::max<double>(edge, down - text), right = edge + width - room;
+  const double bottom = std::max<double>(edge, down - text), right = edge + width - wrap;
   if (format.bottomMargin() != bottom || format.rightMargin() != right) {
     format.setMargin(edge);
     format.setRightMargin(right);

@@ -462,6 +462,7 @@ TEST_P(DialogsContract, NotesAreTextStylesAndStrokes) {
   content.text = u"Plain and bold\nsecond";
   content.runs = {{10, 4, {true, false, false, false}}};
   content.strokes = {{kBlack, 2, {{10, 10, 1}, {30, 30, 0.5f}}}};
+  content.width = 180;
   notes.set_content(content);
   EXPECT_EQ(notes.content(), content);
   EXPECT_FALSE(notes.undo()) << "what the program did is no change of the person's";
@@ -491,6 +492,7 @@ TEST_P(DialogsContract, NotesAreTextStylesAndStrokes) {
             }),
             Told{id("changed", kNotes)});
   ASSERT_EQ(notes.content().strokes.size(), 2u);
+  EXPECT_EQ(notes.content().width, 180);
   const std::vector<StrokePoint> drawn = notes.content().strokes[1].points;
   EXPECT_TRUE(near(drawn.front().x, 40) && near(drawn.front().y, 20));
   EXPECT_TRUE(near(drawn.back().x, 80) && near(drawn.back().y, 40));
@@ -516,6 +518,12 @@ TEST_P(DialogsContract, NotesAreTextStylesAndStrokes) {
               EXPECT_FALSE(notes.undo() || notes.redo());
             }),
             Told());
+  EXPECT_EQ(notes.content().width, 0);
+  notes.set_tool(NotesTool::pen);
+  bench_->draw(kNotes, {{20, 20}});
+  EXPECT_GT(notes.content().width, 0) << "text stays under the first stroke";
+  notes.undo();
+  EXPECT_EQ(notes.content(), NotesContent());
 }
 
 TEST_P(DialogsContract, ListsGoOnWithReturnAndNotesKeepTheirLimit) {

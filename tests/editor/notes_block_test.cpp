@@ -18,6 +18,7 @@ NotesContent rich_page() {
   page.strokes = {{kBlack, 2, {{10, 10.125f, 1}, {30, 3.5f, 0}}},
                   {rgb(200, 30, 7), 0.5f, {{-4, -0.25f, 1}}},
                   {kBlack, 2, {{0, 0, 1}, {300, 2000, 1}, {-20, 1, 1}}}};
+  page.width = 226.5f;
   return page;
 }
 
@@ -110,16 +111,24 @@ TEST(NotesBlock, ABlockThatIsNotWholeOrLiesIsNone) {
          out.bytes("abc"), out.number(1);
          out.number(0), out.number(1), out.byte(16), out.number(0);
        }},
-      {"strokes", [](BlockWriter& out) { out.bytes(""), out.number(0), out.number(1ull << 60); }},
+      {"strokes",
+       [](BlockWriter& out) {
+         out.bytes(""), out.number(0), out.number(1ull << 60), out.number(0);
+       }},
+      {"too wide",
+       [](BlockWriter& out) {
+         out.bytes(""), out.number(0), out.number(1), out.number(1 << 30);
+         out.fixed(0, 3), out.number(16), out.byte(0), out.number(1), out.number(0), out.number(0);
+       }},
       {"points",
        [](BlockWriter& out) {
-         out.bytes(""), out.number(0), out.number(1);
+         out.bytes(""), out.number(0), out.number(1), out.number(0);
          out.fixed(0, 3), out.number(16), out.byte(0), out.number(1ull << 60);
          for (int i = 0; i < 3000; ++i) out.byte(0);
        }},
       {"far away",
        [](BlockWriter& out) {
-         out.bytes(""), out.number(0), out.number(1);
+         out.bytes(""), out.number(0), out.number(1), out.number(0);
          out.fixed(0, 3), out.number(16), out.byte(0), out.number(1);
          out.signed_number(1ll << 61), out.signed_number(0);
        }},

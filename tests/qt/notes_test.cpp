@@ -127,6 +127,22 @@ TEST(Notes, InkBeyondTheTextCanBeScrolledToAndTextKeepsToThePane) {
   content.strokes.clear();
   page.pane->set_content(content);
   EXPECT_EQ(page.pane->verticalScrollBar()->maximum(), lines);
+
+  // Text that was drawn on wraps as it did then.
+  const auto height = [&] { return page.pane->document()->size().height(); };
+  const double drawn = height();
+  const int drawn_width = page.pane->viewport()->width();
+  page.pane->set_tool(NotesTool::pen);
+  page.stroke(20, 20, 5);
+  page.pane->set_tool(NotesTool::text);
+  page.pane->resize(400, 150);
+  settle();
+  EXPECT_EQ(height(), drawn);
+  EXPECT_EQ(page.pane->content().width, static_cast<float>(drawn_width));
+  page.pane->resize(120, 150);
+  settle();
+  EXPECT_EQ(height(), drawn);
+  EXPECT_GT(page.pane->horizontalScrollBar()->maximum(), 0);
 }
 
 }  // namespace
