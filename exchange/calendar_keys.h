@@ -58,6 +58,13 @@ inline std::optional<std::string_view> uid_of_hidden(std::string_view key) {
   return key.substr(0, key.rfind('/'));
 }
 
+// A meeting of which a request was sent: its SEQUENCE, and behind a blank what tells that time,
+// place or recurrence have changed since. Apart from the record, which may become what it was.
+inline constexpr std::string_view kSentPrefix = "sent/";
+inline std::string sent_key(std::string_view uid) {
+  return std::string(kSentPrefix) + std::string(uid);
+}
+
 // Changed occurrences that came without their series: lines of "UID<tab>record's UID".
 inline constexpr std::string_view kLoneKey = "changes-without-series";
 

@@ -11,19 +11,19 @@ std::size_t place_of(std::string_view part, std::string_view text) {
   return static_cast<std::size_t>(part.data() - text.data());
 }
 
-// ";A=1;PARTSTAT=X;B=2" without its PARTSTAT.
-std::string without_participation(std::string_view parameters) {
-  std::string kept;
-  for (std::size_t i = 0; i < parameters.size();) {
-    std::size_t end = i + 1;
-    for (bool quoted = false; end < parameters.size() && (quoted || parameters[end] != ';'); ++end)
-      if (parameters[end] == '"') quoted = !quoted;
-    const std::string_view one = parameters.substr(i, end - i);
-    i = end;
-    const std::string_view name = one.substr(1, one.find('=') - 1);
-    if (!equal_ignoring_case(trimmed(name), "PARTSTAT")) kept += one;
+// The place of an ATTENDEE's line in the text; nothing of the answer that stood there is left.
+std::string answered(const Property& attendee, const Participation& answer) {
+  std::string line = "ATTENDEE;PARTSTAT=" + answer.status;
+  if (!answer.delegated_to.empty()) line += ";DELEGATED-TO=" + answer.delegated_to;
+  for (const std::string_view one : split_values(attendee.parameters, ';')) {
+    const std::string_view name = trimmed(one.substr(0, one.find('=')));
+    const bool old = equal_ignoring_case(name, "PARTSTAT") ||
+                     (!answer.delegated_to.empty() && equal_ignoring_case(name, "DELEGATED-TO"));
+    if (!name.empty() && !old) line.append(";").append(one);
   }
-  return kept;
+  line = folded(line + ":" + std::string(attendee.value));
+  line.resize(line.size() - 2);
+  return line;
 }
 
 }  // namespace
@@ -37,21 +37,28 @@ std::string with_property(std::string text, std::string_view name, std::string_v
   return text.insert(text.find('\n') + 1, std::string(bare) + "\n");
 }
 
-bool set_participation(std::string& text, std::string_view address, std::string_view status) {
+bool set_participation(std::string& text, std::string_view address, const Participation& answer) {
   ParsedComponent parsed;
   if (!parsed.parse(text, 1)) return false;
   for (const Property& property : parsed.root().properties) {
     if (!property.named("ATTENDEE") ||
         !equal_ignoring_case(to_utf8(read_recipient(property).address), address))
       continue;
-    std::string line =
-        folded("ATTENDEE;PARTSTAT=" + std::string(status) +
-               without_participation(property.parameters) + ":" + std::string(property.value));
-    line.resize(line.size() - 2);
+    const std::string line = answered(property, answer);
     text.replace(place_of(property.raw, text), property.raw.size(), line);
     return true;
   }
   return false;
+}
+
+void add_attendee(std::string& text, std::string_view line) {
+  ParsedComponent parsed;
+  if (!parsed.parse(text, 1)) return;
+  std::size_t place = text.find('\n') + 1;
+  for (const Property& property : parsed.root().properties)
+    if (property.named("ATTENDEE"))
+      place = text.find('\n', place_of(property.raw, text) + property.raw.size()) + 1;
+  text.insert(place, line);
 }
 
 }  // namespace orvello

@@ -72,6 +72,7 @@ struct EventWriter::Item {
   bool own_uid = false;          // the UID is not that of the kept text
   bool in_series_words = false;  // the kept text is that of the series
   bool moved = false;            // an occurrence whose series is at other times than in its text
+  bool rezoned = false;          // a series in another zone than in its text
 };
 
 // What takes the place of a kept event's properties.
@@ -109,6 +110,13 @@ std::string EventWriter::date_line(std::string_view name, const Item& item, Loca
     used_tzids_.insert(item.zone);
   }
   return folded(line + ":" + moment_text(local));
+}
+
+// 0: no request of it was sent, or the first one.
+int EventWriter::sent_sequence(const std::string& uid) const {
+  if (!sent_) return 0;
+  const auto found = sent_->find(uid);
+  return found == sent_->end() ? 0 : found->second;
 }
 
 std::string EventWriter::times(const Item& item) {
@@ -156,6 +164,7 @@ EventWriter::Item EventWriter::item_of(const AppointmentRecord& record,
   Item item{record.fields,   record.zone, record.start, record.end, record.recipients,
             record.modified, record.uid,  &record,      {},         0};
   if (!reference) return item;
+  item.rezoned = !record.fields.all_day && record.zone != reference->record.zone;
   const std::string& kept = reference->record.uid;
   item.own_uid = kept != record.uid;
   // A change without a series has its name from both.
@@ -280,7 +289,7 @@ void EventWriter::write_exception(std::string& out, const Item& series,
             series.own_uid};
   if (kept && !kept->cancelled) {
     item.own_uid = kept->record.uid != series.uid;
-    item.moved = moved;
+    item.moved = moved || series.rezoned;
     write_kept(out, item, text.root(), *kept);
   } else if (series_text && reference) {
     item.in_series_words = true;
@@ -293,7 +302,10 @@ void EventWriter::write_exception(std::string& out, const Item& series,
 void EventWriter::write_new(std::string& out, const Item& item) {
   out += "BEGIN:VEVENT\r\n";
   append_folded(out, "UID:" + escape_text(item.uid));
-  out += "DTSTAMP:" + moment_text(item.modified) + "\r\n" + item.recurrence_id + times(item);
+  out += "DTSTAMP:" + moment_text(item.modified) + "\r\n";
+  if (const int sequence = sent_sequence(item.uid); sequence > 0)
+    out += "SEQUENCE:" + std::to_string(sequence) + "\r\n";
+  out += item.recurrence_id + times(item);
   append_text(out, "SUMMARY", item.fields.subject);
   append_text(out, "LOCATION", item.fields.location);
   append_text(out, "DESCRIPTION", item.fields.body);
@@ -375,7 +387,10 @@ void EventWriter::plan_excluded(const Item& item, const ReadEvent& reference, Pl
   for (const LocalSeconds date : now)
     if (!contains(then, date)) added.push_back(date);
   for (const LocalSeconds date : then) removed = removed || !contains(any, date);
-  if (removed)
+  // At another zone, or as days, they would be other dates in their old words.
+  const bool other_words = item.fields.all_day != reference.record.fields.all_day ||
+                           (!item.fields.all_day && item.zone != reference.record.zone);
+  if (removed || (other_words && !now.empty()))
     plan.replace(PropertyKind::excluded, excluded(item, now));
   else if (!added.empty())
     plan.add(PropertyKind::excluded, excluded(item, added));
@@ -394,6 +409,9 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
                                         !text.find("RECURRENCE-ID");
   out += "BEGIN:VEVENT\r\n";
   if (item.own_uid) append_folded(out, "UID:" + escape_text(item.uid));
+  const int sent = sent_sequence(item.uid);
+  const bool newer = sent > sequence_of(text);
+  if (newer) out += "SEQUENCE:" + std::to_string(sent) + "\r\n";
   bool stamped = false;
   for (const Property& property : text.properties) {
     const PropertyKind kind = kind_of(property);
@@ -401,6 +419,7 @@ void EventWriter::write_kept(std::string& out, const Item& item, const Component
     stamped = stamped || property.named("DTSTAMP");
     if (kind == PropertyKind::uid && item.own_uid) continue;
     if (new_id && property.named("RECURRENCE-ID")) continue;
+    if (newer && property.named("SEQUENCE")) continue;
     if (kind == PropertyKind::stamp && plan.any) {
       out.append(property.name).append(":" + stamp);
     } else if (!plan.changed[index] ||

@@ -1,6 +1,7 @@
 // Appointments as VEVENTs.
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -24,6 +25,8 @@ class EventWriter {
   // TZIDs in kept texts mean what this calendar defines.
   ZoneTable& zones() { return zones_; }
   const std::set<std::string>& used_tzids() const { return used_tzids_; }
+  // What meetings that were sent have as SEQUENCE, by UID; outlives this.
+  void know_sent(const std::map<std::string, int>& sequences) { sent_ = &sequences; }
   // The store could not be asked.
   FirstFault fault() const {
     FirstFault fault = families_.fault();
@@ -52,6 +55,7 @@ class EventWriter {
   void plan_excluded(const Item& item, const ReadEvent& reference, Plan& plan);
   void write_alarms(std::string& out, const Item& item, const Component& text,
                     const ReadEvent& reference);
+  int sent_sequence(const std::string& uid) const;
   std::string times(const Item& item);
   std::string recurrence(const Item& item);
   std::string excluded(const Item& item, const std::vector<LocalSeconds>& dates);
@@ -63,6 +67,7 @@ class EventWriter {
   ZoneTable zones_;
   SeriesFamilies families_;
   std::set<std::string> used_tzids_;
+  const std::map<std::string, int>* sent_ = nullptr;
 };
 
 }  // namespace orvello

@@ -1,6 +1,7 @@
 #include "exchange/export.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 #include <memory>
 #include <set>
@@ -34,7 +35,7 @@ class Exporter {
       : store_(store), clock_(clock), whole_(whole), failed_(store) {}
 
   bool collect(const std::vector<std::int32_t>& oids);
-  bool collect(const AppointmentRecord& record);
+  bool collect(const std::vector<AppointmentRecord>& records);
   Result<std::string> text();
 
  private:
@@ -53,6 +54,7 @@ class Exporter {
   FirstFault failed_;
   std::vector<Group> groups_;
   std::map<std::string, std::size_t, std::less<>> index_;
+  std::map<std::string, int> sent_;  // SEQUENCE by UID
 };
 
 Group& Exporter::group(std::string_view key) {
@@ -82,6 +84,8 @@ bool Exporter::collect_foreign() {
       ParsedComponent event;
       if (uid_of_hidden(one.key) && event.parse(split.component, 1))
         note_tzids(event.root(), calendar.more_tzids);
+    } else if (one.key.starts_with(kSentPrefix)) {
+      sent_.emplace(one.key.substr(kSentPrefix.size()), std::atoi(one.text.c_str()));
     } else if (const auto calendar = calendar_of_zone(one.key)) {
       zones.emplace_back(*calendar, std::move(one.text));
     }
@@ -110,9 +114,9 @@ bool Exporter::collect(const std::vector<std::int32_t>& oids) {
   return true;
 }
 
-bool Exporter::collect(const AppointmentRecord& record) {
+bool Exporter::collect(const std::vector<AppointmentRecord>& records) {
   if (!collect_foreign()) return false;
-  add(record);
+  for (const AppointmentRecord& record : records) add(record);
   return true;
 }
 
@@ -124,6 +128,7 @@ void Exporter::add(const AppointmentRecord& record) {
 
 std::unique_ptr<EventWriter> Exporter::writer_for(const Group& calendar) {
   auto writer = std::make_unique<EventWriter>(store_, clock_);
+  writer->know_sent(sent_);
   ProblemList ignored{""};
   for (const std::string& zone : calendar.zones) {
     ParsedComponent parsed;
@@ -243,11 +248,12 @@ Result<std::string> export_calendar(RecordStore& store, std::optional<Day> from_
   return exporter.text();
 }
 
-Result<std::string> export_appointment(RecordStore& store, const AppointmentRecord& record,
-                                       const Clock& clock) {
+Result<std::string> export_appointments(RecordStore& store,
+                                        const std::vector<AppointmentRecord>& records,
+                                        const Clock& clock) {
   StoreReading reading(store);
   Exporter exporter(store, clock, false);
-  if (!reading || !exporter.collect(record)) return Result<std::string>::failure(store.problem());
+  if (!reading || !exporter.collect(records)) return Result<std::string>::failure(store.problem());
   return exporter.text();
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/result.h"
 #include "ports/clock.h"
@@ -23,8 +24,9 @@ Result<std::string> export_calendar(RecordStore& store, std::optional<Day> from_
 // without contacts gives an empty text.
 Result<std::string> export_contacts(RecordStore& store);
 
-// One appointment as it is in the record, stored or not.
-Result<std::string> export_appointment(RecordStore& store, const AppointmentRecord& record,
-                                       const Clock& clock);
+// Appointments as they are in their records, stored or not.
+Result<std::string> export_appointments(RecordStore& store,
+                                        const std::vector<AppointmentRecord>& records,
+                                        const Clock& clock);
 
 }  // namespace orvello

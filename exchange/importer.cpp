@@ -1,5 +1,6 @@
 #include "exchange/importer.h"
 
+#include <cstdlib>
 #include <functional>
 #include <utility>
 
@@ -37,6 +38,8 @@ Importer::Importer(RecordStore& store, const Clock& clock, bool writes)
       for (std::string_view line; next_line(one.text, at, line);)
         if (const std::size_t tab = line.find('\t'); tab != std::string_view::npos)
           lone_[std::string(line.substr(0, tab))].emplace(line.substr(tab + 1));
+    } else if (one.key.starts_with(kSentPrefix)) {
+      sent_.emplace(one.key.substr(kSentPrefix.size()), std::atoi(one.text.c_str()));
     } else if (const auto uid = uid_of_hidden(one.key)) {
       hidden_[std::string(*uid)].push_back(one);
     }

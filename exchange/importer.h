@@ -99,7 +99,10 @@ class Importer {
   void apply_messages(const ScannedCalendar& calendar);
   void apply_reply(const Component& reply, const std::string& uid);
   bool take_answer(AppointmentRecord& record, const Component& reply, const Property& attendee);
+  bool is_stale(const AppointmentRecord& record, const Component& reply);
   std::string* answered_text(AppointmentRecord& record, const Component& reply);
+  std::optional<LocalSeconds> occurrence_named(const AppointmentRecord& record,
+                                               const Component& message);
   void apply_cancel(const Component& cancel, const std::string& uid);
   void cancel_occurrence(const Component& cancel, AppointmentRecord& record, const Moment& moment);
   void apply_addition(const Component& added, const std::string& uid);
@@ -142,6 +145,7 @@ class Importer {
   // Events that no day shows, by UID: cancelled ones, and those without a start.
   std::unordered_map<std::string, std::vector<ForeignComponent>> hidden_;
   std::map<std::string, OpenSeries> open_;
+  std::unordered_map<std::string, int> sent_;  // the SEQUENCE of meetings that were sent, by UID
   // By key, the different texts that a file has for it: hashes with their places.
   std::unordered_map<std::string, std::unordered_map<std::size_t, std::size_t>> foreign_in_file_;
   // Hashes of UIDs of series that got changes in this import: one that comes later keeps them.

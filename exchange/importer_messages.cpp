@@ -5,6 +5,7 @@
 #include "calendar/rule_text.h"
 #include "exchange/calendar_keys.h"
 #include "exchange/component_edit.h"
+#include "exchange/event_fields.h"
 #include "exchange/event_writer.h"
 #include "exchange/importer.h"
 #include "store/record_rules.h"
@@ -36,6 +37,32 @@ std::string name_of(const Property& attendee) {
 AppointmentException* exception_at(AppointmentRecord& record, LocalSeconds original) {
   for (AppointmentException& one : record.exceptions)
     if (one.original_start == original) return &one;
+  return nullptr;
+}
+
+// A word that a parameter can be without quotes.
+bool is_token(std::string_view word) {
+  return !word.empty() && std::all_of(word.begin(), word.end(), [](char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-';
+  });
+}
+
+// A parameter's value between quotes.
+std::string quotable(std::string text) {
+  std::erase_if(text, [](char c) { return c == '"' || static_cast<unsigned char>(c) < ' '; });
+  return text;
+}
+
+std::string address_of(std::string_view uri) {
+  Property one;
+  one.value = uri;
+  return to_utf8(read_recipient(one).address);
+}
+
+const StoreRecipient* with_address(const std::vector<StoreRecipient>& people,
+                                   std::string_view address) {
+  for (const StoreRecipient& one : people)
+    if (!address.empty() && equal_ignoring_case(to_utf8(one.address), address)) return &one;
   return nullptr;
 }
 
@@ -80,11 +107,16 @@ Moment Importer::start_of(const AppointmentRecord& record, std::optional<Zone>& 
 // A lower SEQUENCE is older. Of equal ones a message is older by its DTSTAMP; a file that somebody
 // chose to import is what that person wants, whatever its stamp.
 bool Importer::is_older(const Component& event, std::string_view stored) {
-  if (method_ == Method::keep && stored.find("SEQUENCE") == std::string_view::npos) return false;
+  const auto own = sent_.find(unescape_text(value_of(event, "UID")));
+  const int sent = own == sent_.end() ? 0 : own->second;
+  if (method_ == Method::keep && sent == 0 && stored.find("SEQUENCE") == std::string_view::npos)
+    return false;
   ParsedComponent then;
-  if (stored.empty() || !then.parse(stored, 1)) return false;
-  const int before = sequence_of(then.root()), now = sequence_of(event);
-  if (before != now || method_ != Method::request) return now < before;
+  const bool known = !stored.empty() && then.parse(stored, 1);
+  if (!known && sent == 0) return false;
+  const int before = std::max(known ? sequence_of(then.root()) : 0, sent);
+  const int now = sequence_of(event);
+  if (before != now || !known || method_ != Method::request) return now < before;
   const std::string stamp = value_of(event, "DTSTAMP"), last = value_of(then.root(), "DTSTAMP");
   return stamp.size() == last.size() && stamp < last;
 }
@@ -168,16 +200,57 @@ void Importer::apply_messages(const ScannedCalendar& calendar) {
   }
 }
 
+// The occurrence that a message names, by its time in the record's zone; nothing where the series
+// has no such one.
+std::optional<LocalSeconds> Importer::occurrence_named(const AppointmentRecord& record,
+                                                       const Component& message) {
+  EventContext context{zones_, clock_, *problems_};
+  const Property& named = *message.find("RECURRENCE-ID");
+  const auto moment = read_moment(named, named.value, context);
+  if (!moment || !record.recurring()) return std::nullopt;
+  std::optional<Zone> zone;
+  const LocalSeconds original = reading_at(*moment, start_of(record, zone), clock_);
+  for (const AppointmentException& one : record.exceptions)
+    if (one.original_start == original) return original;
+  const std::string rule =
+      record.pattern ? "RRULE:" + rule_text(rule_from_pattern(*record.pattern)) : record.rules;
+  std::vector<LocalSeconds> instances;
+  append_instances(read_rules(rule, record.start, zone ? &*zone : nullptr, record.fields.all_day),
+                   original, original + 1, instances);
+  return instances.empty() ? std::nullopt : std::optional(original);
+}
+
+// An answer to what the meeting was before it changed is none to what it is.
+bool Importer::is_stale(const AppointmentRecord& record, const Component& reply) {
+  if (!reply.find("SEQUENCE")) return false;
+  std::string_view text = split_residue(record.residue).component;
+  if (reply.find("RECURRENCE-ID"))
+    if (const auto original = occurrence_named(record, reply))
+      for (const AppointmentException& one : record.exceptions)
+        if (one.original_start == *original && !one.residue.empty()) text = one.residue;
+  ParsedComponent parsed;
+  int sequence = !text.empty() && parsed.parse(text, 1) ? sequence_of(parsed.root()) : 0;
+  if (const auto sent = sent_.find(record.uid); sent != sent_.end())
+    sequence = std::max(sequence, sent->second);
+  return sequence_of(reply) < sequence;
+}
+
 void Importer::apply_reply(const Component& reply, const std::string& uid) {
   auto record = stored(oid_of(uid));
   if (!record) return tell(reply, "is answered, but the calendar does not have it; left out");
+  if (is_stale(*record, reply))
+    return tell(reply, "is answered as it was before it changed; left out");
+  if (reply.find("RECURRENCE-ID") && !occurrence_named(*record, reply))
+    return tell(reply, "is answered for an occurrence that the calendar does not have; left out");
   bool used = false;
   int answers = 0;
   for (const Property& property : reply.properties) {
     if (!property.named("ATTENDEE")) continue;
     if (++answers > kMostAnswers) return tell(reply, "is answered by too many at once; left out");
     const std::string status = parameter(property, "PARTSTAT").value_or("NEEDS-ACTION");
-    if (take_answer(*record, reply, property)) {
+    if (!is_token(status)) {
+      tell(reply, "is answered by " + name_of(property) + " in no known word; left out");
+    } else if (take_answer(*record, reply, property)) {
       tell(reply, "is answered by " + name_of(property) + ": " + lower(status));
       used = true;
     } else {
@@ -188,19 +261,17 @@ void Importer::apply_reply(const Component& reply, const std::string& uid) {
   if (used) put(*record, true);
 }
 
-// The text in which the attendees of what was answered stand, with one made where it had none.
+// The text in which the attendees of what was answered stand, with one made where it had none. A
+// named occurrence is one.
 std::string* Importer::answered_text(AppointmentRecord& record, const Component& reply) {
-  EventContext context{zones_, clock_, *problems_};
-  if (const Property* named = reply.find("RECURRENCE-ID")) {
-    const auto moment = read_moment(*named, named->value, context);
-    if (!moment || !record.recurring()) return nullptr;
-    std::optional<Zone> zone;
-    const LocalSeconds original = reading_at(*moment, start_of(record, zone), clock_);
-    AppointmentException* one = exception_at(record, original);
+  if (reply.find("RECURRENCE-ID")) {
+    const auto original = occurrence_named(record, reply);
+    if (!original) return nullptr;
+    AppointmentException* one = exception_at(record, *original);
     if (!one) {
       one = &record.exceptions.emplace_back();
-      one->original_start = one->start = original;
-      one->end = original + (record.end - record.start);
+      one->original_start = one->start = *original;
+      one->end = *original + (record.end - record.start);
       one->zone = record.zone;
       one->recipients = record.recipients;
       one->fields = record.fields;
@@ -218,16 +289,31 @@ std::string* Importer::answered_text(AppointmentRecord& record, const Component&
 
 bool Importer::take_answer(AppointmentRecord& record, const Component& reply,
                            const Property& attendee) {
-  const std::string address = to_utf8(read_recipient(attendee).address);
+  const StoreRecipient person = read_recipient(attendee);
   AppointmentRecord answered = record;
   std::string* text = answered_text(answered, reply);
   if (!text) return false;
   const bool whole = text == &answered.residue;
+  auto& people = whole ? answered.recipients
+                       : exception_at(answered, *occurrence_named(answered, reply))->recipients;
   const std::size_t begin = whole ? text->find('\n') + 1 : 0;
   std::string component = text->substr(begin);
-  if (!set_participation(component, address,
-                         parameter(attendee, "PARTSTAT").value_or("NEEDS-ACTION")))
-    return false;
+  Participation answer{parameter(attendee, "PARTSTAT").value_or("NEEDS-ACTION"), {}};
+  if (const auto delegate = parameter(attendee, "DELEGATED-TO"))
+    answer.delegated_to = '"' + quotable(*delegate) + '"';
+  if (!set_participation(component, to_utf8(person.address), answer)) {
+    // Who was added here, and whom one of its people sends instead.
+    if (const StoreRecipient* known = with_address(people, to_utf8(person.address))) {
+      add_attendee(component, attendee_line(*known));
+      if (!set_participation(component, to_utf8(person.address), answer)) return false;
+    } else {
+      if (!with_address(people, address_of(parameter(attendee, "DELEGATED-FROM").value_or(""))))
+        return false;
+      people.push_back(person);
+      add_attendee(component, folded("ATTENDEE" + std::string(attendee.parameters) + ":" +
+                                     std::string(attendee.value)));
+    }
+  }
   text->replace(begin, std::string::npos, component);
   record = std::move(answered);
   return true;
@@ -248,8 +334,12 @@ void Importer::apply_cancel(const Component& cancel, const std::string& uid) {
   std::optional<Zone> zone;
   const Moment start = start_of(*record, zone);
   const auto moment = named ? read_moment(*named, named->value, context) : std::nullopt;
-  if (named &&
-      (!moment || (!record->recurring() && reading_at(*moment, start, clock_) != record->start)))
+  const bool rest =
+      named && equal_ignoring_case(parameter(*named, "RANGE").value_or(""), "THISANDFUTURE");
+  const bool there =
+      moment && (record->recurring() ? rest || occurrence_named(*record, cancel)
+                                     : reading_at(*moment, start, clock_) == record->start);
+  if (named && !there)
     return tell(cancel, "is cancelled for an occurrence that the calendar does not have; left out");
   if (named && record->recurring()) {
     AppointmentRecord changed = *record;

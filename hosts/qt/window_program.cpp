@@ -113,7 +113,7 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
 void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& parts) {
   const Outbox outbox(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
   const auto hand_over = [&session, &store, &parts, outbox](const AppointmentRecord& record) {
-    const auto text = export_appointment(store, record, parts.clock);
+    const auto text = export_appointments(store, {record}, parts.clock);
     if (!text) return text.reason();
     const auto handed = outbox.hand_over(record.fields.subject, *text);
     if (handed && !handed->mailed)

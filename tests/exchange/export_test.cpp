@@ -292,13 +292,13 @@ TEST_F(ExportTest, OneAppointmentGoesOutAloneAsItStands) {
   auto record = *store.load(**store.oid_of_uid("a"));
   ASSERT_TRUE(record);
   record->fields.subject = u"Not saved yet";
-  const std::string text = *export_appointment(store, *record, clock);
+  const std::string text = *export_appointments(store, {*record}, clock);
   EXPECT_EQ(errors_libical_finds(text), 0);
   EXPECT_NE(text.find("X-KEPT:1"), std::string::npos);
   EXPECT_NE(text.find("SUMMARY:Not saved yet"), std::string::npos);
   for (const char* other : {"Task", "Second", "First"})
     EXPECT_EQ(text.find(other), std::string::npos) << other;
-  const std::string own_text = *export_appointment(store, own("c"), clock);
+  const std::string own_text = *export_appointments(store, {own("c")}, clock);
   EXPECT_NE(own_text.find("UID:c"), std::string::npos) << "one that is not stored";
 }
 
