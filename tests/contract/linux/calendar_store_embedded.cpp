@@ -8,7 +8,9 @@
 #include "tests/contract/calendar_store_contract.cpp"  // NOLINT
 #include "tests/contract/edit_scripts_contract.cpp"    // NOLINT
 #include "tests/contract/failing_reads_contract.cpp"   // NOLINT
+#include "tests/contract/pattern_days_contract.cpp"    // NOLINT
 #include "tests/contract/plain_calendar.cpp"           // NOLINT
+#include "tests/contract/series_edits_contract.cpp"    // NOLINT
 #include "tests/contract/store_changes_contract.cpp"   // NOLINT
 
 namespace orvello::test {
