@@ -94,7 +94,10 @@ void ChooserProcedure::show_rows(Dialog& dialog) {
   for (const ChooserRow& row : rows_) {
     ReportRow& shown = content.rows.emplace_back();
     shown.cells = labels_ ? std::vector<Text>{{}, row.name}
-                          : std::vector<Text>{{}, row.name, row.address, row.company};
+                          : std::vector<Text>{{},  // as much as is kept of them
+                                              cut(row.name, kAttendeeNameLength),
+                                              cut(row.address, kAttendeeAddressLength),
+                                              row.company};
     shown.height = kRowHeight * dpi / 96;
     shown.mark = row.chosen ? ReportMark::set : ReportMark::clear;
   }

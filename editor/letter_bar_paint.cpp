@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "draw/fit_text.h"
+
 namespace orvello {
 namespace {
 
@@ -9,14 +11,14 @@ constexpr Color kBarGround = rgb(246, 246, 249), kBarEdge = rgb(201, 204, 214);
 constexpr Color kBarText = rgb(27, 28, 38), kPickedGround = rgb(9, 9, 165);
 
 // The tapped cell shows which of its symbols was picked.
-void paint_picked(TextView label, int symbol, const Rect& cell, const ScreenLayout& screen,
+void paint_picked(TextView label, int symbol, const Rect& cell, const FontSpec& font,
                   Canvas& canvas) {
   canvas.fill_rect(cell, kPickedGround);
-  TextStyle style{screen.fonts.normal9, kWhite, Align::center};
+  TextStyle style{font, kWhite, Align::center};
   for (int i = 0; i < 3; ++i) {
     const int left = cell.width * i / 3, right = cell.width * (i + 1) / 3;
     const Rect place{cell.x + left, cell.y, right - left, cell.height};
-    style.font = i == symbol ? screen.fonts.bold9 : screen.fonts.normal9;
+    style.font.weight = i == symbol ? 700 : 400;
     style.color = i == symbol ? kPickedGround : kWhite;
     if (i == symbol) canvas.fill_rect(place.inset(0, cell.height / 8), kWhite);
     canvas.draw_text(label.substr(static_cast<std::size_t>(i), 1), place, style);
@@ -39,13 +41,17 @@ int letter_cell_at(int x, Size bar) {
 void paint_letter_bar(const LetterBar& letters, Size size, const ScreenLayout& screen,
                       Canvas& canvas) {
   canvas.fill_rect({0, 0, size.width, size.height}, kBarGround);
-  const TextStyle style{screen.fonts.normal9, kBarText, Align::center};
+  std::vector<Text> labels;
+  for (int i = 0; i < kLetterCells; ++i) labels.emplace_back(letters.label(i));
+  const int room = size.width / kLetterCells - 4 * screen.scale;
+  const FontSpec font = fitting_font(canvas, labels, room, 9, 400, screen);
+  const TextStyle style{font, kBarText, Align::center};
   for (int i = 0; i < kLetterCells; ++i) {
     const Rect cell = letter_cell(i, size);
     if (i == letters.cell())
-      paint_picked(letters.label(i), letters.symbol(), cell, screen, canvas);
+      paint_picked(labels[static_cast<std::size_t>(i)], letters.symbol(), cell, font, canvas);
     else
-      canvas.draw_text(letters.label(i), cell, style);
+      canvas.draw_text(labels[static_cast<std::size_t>(i)], cell, style);
     if (i > 0) canvas.fill_rect({cell.x, 0, std::max(1, screen.scale / 2), size.height}, kBarEdge);
   }
   canvas.frame_rect({0, 0, size.width, size.height}, kBarEdge, std::max(1, screen.scale / 2));
