@@ -84,7 +84,8 @@ bool AppointmentSheet::edit_pattern() {
   if (!form_.recurring || keeps_rules()) pattern.pattern_start_date = times_.start_date;
   pattern.start_time = times_.start_time;
   pattern.end_time = times_.end_time;
-  if (!edit_recurrence(context_, pattern, form_.all_day)) return false;
+  const std::string_view rules = keeps_rules() ? form_.rules : std::string_view();
+  if (!edit_recurrence(context_, pattern, form_.all_day, rules)) return false;
   form_.pattern = pattern;
   form_.recurring = true;
   form_.rules.clear();

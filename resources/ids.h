@@ -109,6 +109,7 @@ enum class StringId : int {
   restored_kept,
   restored_saved,
   restored_contacts,
+  recurrence_rule_question,  // %s the rule in words
   greeting_title,
   greeting_import,  // each followed by its text
   greeting_import_text,

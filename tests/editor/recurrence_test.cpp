@@ -1,11 +1,16 @@
 // The recurrence editor: what it shows of a pattern, what it makes of what is chosen, its dialog.
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "calendar/dates.h"
+#include "calendar/rule_text.h"
 #include "editor/edit_recurrence.h"
 #include "editor/recurrence_rules.h"
+#include "editor/rule_words.h"
 #include "ports/messages.h"
 #include "resources/recurrence_ids.h"
+#include "tests/data_path.h"
 #include "tests/editor/editor_bench.h"
 
 namespace orvello {
@@ -309,6 +314,38 @@ TEST_F(RecurrenceDialogTest, ATypedTimeIsTakenOrRefusedAndToldOnce) {
       },
       true))
       << "an all-day appointment has no times";
+}
+
+TEST_F(RecurrenceDialogTest, ARuleThatItCannotShowIsReplacedOnlyIfThePersonSaysSo) {
+  const RecurrencePattern before = pattern;
+  const std::string rules = "RRULE:FREQ=YEARLY;BYDAY=20MO";
+  person([](HeadlessDialog& form) { form.press(kControlHeaderOk); });
+  device.boxes.answers = {BoxAnswer::no, BoxAnswer::yes};
+  EXPECT_FALSE(edit_recurrence(context, pattern, false, rules));
+  EXPECT_TRUE(device.dialogs.opened.empty());
+  EXPECT_NE(device.boxes.shown.at(0).text.find(u"Every year on the 20th Monday of the year"),
+            Text::npos);
+  EXPECT_TRUE(edit_recurrence(context, pattern, false, rules));
+  EXPECT_EQ(pattern, before);
+}
+
+TEST(RuleWords, SayTheRuleInBothLanguages) {
+  std::ifstream file(ORVELLO_TEST_DATA "/rule_words.txt");
+  int cases = 0;
+  for (std::string line; std::getline(file, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    const auto fields = split_bytes(line, '|');
+    ASSERT_EQ(fields.size(), 3u) << line;
+    std::string rules(fields[0]);
+    std::replace(rules.begin(), rules.end(), ' ', '\n');
+    EXPECT_EQ(to_utf8(rule_words(rules, Language::english)), fields[1]);
+    EXPECT_EQ(to_utf8(rule_words(rules, Language::russian)), fields[2]);
+    ++cases;
+  }
+  EXPECT_GT(cases, 20);
+  EXPECT_EQ(rule_words("", Language::english), u"");
+  RecurrencePattern pattern = pattern_of(Type::month_nth, 1, kEveryWeekdayMask, 0, 5, 0);
+  EXPECT_EQ(pattern_words(pattern, Language::english), u"Every month on the last weekday");
 }
 
 }  // namespace
