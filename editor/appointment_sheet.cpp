@@ -3,6 +3,7 @@
 #include "calendar/date_pictures.h"
 #include "editor/occurs_rules.h"
 #include "editor/reminder_rules.h"
+#include "editor/rule_words.h"
 #include "resources/editor_templates.h"
 
 namespace orvello {
@@ -94,6 +95,7 @@ void AppointmentSheet::show_occurs(Dialog& dialog) {
   ChoiceControl& rows = *dialog.choice(kEditOccurs);
   rows.set_rows(occurs_rows(occurs_date(form_), context_.settings.locale));
   select_row(dialog, kLineOccurs, kEditOccurs, static_cast<int>(shown_occurs(form_)));
+  if (keeps_rules()) dialog.set_text(kLineOccurs, rule_words(form_.rules, context_.language()));
 }
 
 void AppointmentSheet::show_people(Dialog& dialog) {
