@@ -6,6 +6,7 @@
 #include "ports/messages.h"
 #include "resources/ids.h"
 #include "resources/menus.h"
+#include "store/wait_cursor.h"
 
 namespace orvello {
 
@@ -67,12 +68,20 @@ void Application::show_options_menu() {
 }
 
 void Application::undo() {
-  if (history_.can_undo() && history_.undo(host_.boxes)) appointments_changed(false);
+  const bool undone = [&] {
+    const WaitCursor waiting(host_.window);
+    return history_.can_undo() && history_.undo(host_.boxes);
+  }();
+  if (undone) appointments_changed(false);
   show_options_menu();
 }
 
 void Application::redo() {
-  if (history_.can_redo() && history_.redo(host_.boxes)) appointments_changed(false);
+  const bool redone = [&] {
+    const WaitCursor waiting(host_.window);
+    return history_.can_redo() && history_.redo(host_.boxes);
+  }();
+  if (redone) appointments_changed(false);
   show_options_menu();
 }
 

@@ -1,5 +1,6 @@
 #include "cli/import_preview.h"
 
+#include "exchange/import_recorder.h"
 #include "files/input_file.h"
 #include "resources/dialog_templates.h"
 
@@ -41,8 +42,8 @@ void ImportProcedure::handle(Dialog& dialog, const DialogEvent& event) {
 }
 
 bool import_after_preview(const std::vector<std::string>& files, RecordStore& store,
-                          const Clock& clock, Dialogs& dialogs, MessageBoxes& boxes,
-                          Language language) {
+                          EditHistory& history, const Clock& clock, Dialogs& dialogs,
+                          MessageBoxes& boxes, Language language) {
   const auto failed = [&](const std::string& reason) {
     boxes.show(format(load_string(StringId::import_failed, language), to_utf16(reason)), u"Error",
                BoxIcon::error, BoxButtons::ok, true);
@@ -52,8 +53,10 @@ bool import_after_preview(const std::vector<std::string>& files, RecordStore& st
   if (!preview.done) return failed(preview.failure);
   ImportProcedure procedure(std::move(preview), language);
   if (dialogs.run_modal(import_dialog(language), procedure) != 1) return false;
-  const ImportResult result = import_files(files, open_input_file, store, clock);
+  ImportRecorder recorder(store);
+  const ImportResult result = import_files(files, open_input_file, recorder, clock);
   if (!result.done) return failed(result.failure);
+  history.keep(recorder.step());
   boxes.show(counts_text(StringId::import_done, result.counts, language),
              load_string(StringId::import_title, language), BoxIcon::none, BoxButtons::ok, true);
   return true;

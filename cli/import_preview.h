@@ -8,6 +8,7 @@
 #include "ports/dialog.h"
 #include "ports/message_box.h"
 #include "resources/strings.h"
+#include "store/edit_history.h"
 
 namespace orvello {
 
@@ -23,9 +24,9 @@ class ImportProcedure : public DialogProcedure {
   Language language_;
 };
 
-// True when appointments came in.
+// True when appointments came in, which is then a step of the history.
 bool import_after_preview(const std::vector<std::string>& files, RecordStore& store,
-                          const Clock& clock, Dialogs& dialogs, MessageBoxes& boxes,
-                          Language language);
+                          EditHistory& history, const Clock& clock, Dialogs& dialogs,
+                          MessageBoxes& boxes, Language language);
 
 }  // namespace orvello

@@ -8,16 +8,18 @@
 namespace orvello {
 namespace {
 
-constexpr std::size_t kMostSteps = 50;
+enum class Standing { as_told, otherwise, unknown };
 
-// Whether the store has the item in this state, or none where that is null. `failed` when it could
-// not be told.
-bool is_in_state(StoreSession& session, std::int32_t oid, const AppointmentState* state,
-                 bool& failed) {
+// Whether the store has the item in this state, or none where that is null. What can only be
+// compared is replaced by what can come back.
+Standing standing_of(StoreSession& session, std::int32_t oid, EditStep::State& state) {
   const auto item = session.ItemFromOid(oid);
-  const auto now = item ? item->state() : nullptr;
-  failed = failed || (item ? !now : !session.problem().empty());
-  return state ? now && now->same_as(*state) : !item;
+  EditStep::State now = item ? item->state() : nullptr;
+  if (item ? !now : !session.problem().empty()) return Standing::unknown;
+  if (!state || !now) return !state && !now ? Standing::as_told : Standing::otherwise;
+  if (!now->same_as(*state) && !state->same_as(*now)) return Standing::otherwise;
+  state = std::move(now);
+  return Standing::as_told;
 }
 
 }  // namespace
@@ -45,50 +47,72 @@ void EditStep::finish(StoreSession& session) {
   }
 }
 
+void EditStep::add(std::int32_t oid, State before, State after) {
+  items_.push_back({oid, std::move(before), std::move(after)});
+}
+
 void EditHistory::keep(EditStep step) {
   undone_.clear();
-  if (!step.whole_) return done_.clear();
-  if (step.items_.empty()) return;
+  if (!step.whole_ || step.items_.size() > kMostItems) return done_.clear();
+  if (step.items_.empty() && !step.beside_) return;
   done_.push_back(std::move(step));
-  if (done_.size() > kMostSteps) done_.pop_front();
+  std::size_t items = 0;
+  for (const EditStep& one : done_) items += one.items_.size();
+  while (done_.size() > kMostSteps || items > kMostItems) {
+    items -= done_.front().items_.size();
+    done_.pop_front();
+  }
 }
 
 bool EditHistory::undo(MessageBoxes& boxes) {
   if (!can_undo()) return false;
-  const Outcome outcome = bring(done_.back(), &EditStep::Item::after, &EditStep::Item::before);
-  if (outcome == Outcome::done) undone_.push_back(std::move(done_.back()));
+  EditStep& step = done_.back();
+  const Outcome outcome = bring(step, false);
+  if (outcome == Outcome::done) {
+    if (!step.beside_ || step.beside_->can_redo())
+      undone_.push_back(std::move(step));
+    else
+      undone_.clear();
+  }
   if (outcome != Outcome::failed) done_.pop_back();
   return tell(boxes, outcome, u"Nothing was undone.");
 }
 
 bool EditHistory::redo(MessageBoxes& boxes) {
   if (!can_redo()) return false;
-  const Outcome outcome = bring(undone_.back(), &EditStep::Item::before, &EditStep::Item::after);
+  const Outcome outcome = bring(undone_.back(), true);
   if (outcome == Outcome::done) done_.push_back(std::move(undone_.back()));
   if (outcome != Outcome::failed) undone_.pop_back();
   return tell(boxes, outcome, u"Nothing was redone.");
 }
 
 // Items go before others come back, which may need what was theirs.
-EditHistory::Outcome EditHistory::bring(const EditStep& step, EditStep::State EditStep::Item::*from,
-                                        EditStep::State EditStep::Item::*to) {
+EditHistory::Outcome EditHistory::bring(EditStep& step, bool after) {
   if (!session_.app()) return Outcome::failed;
-  bool changed = false, failed = false;
+  const auto from = after ? &EditStep::Item::before : &EditStep::Item::after;
+  const auto to = after ? &EditStep::Item::after : &EditStep::Item::before;
+  Standing standing = Standing::as_told;
   const bool done = session_.app()->all_or_nothing([&] {
-    for (const EditStep::Item& one : step.items_)
-      changed = !is_in_state(session_, one.oid, (one.*from).get(), failed) || changed;
-    if (changed || failed) return false;
+    for (EditStep::Item& one : step.items_) {
+      standing = standing_of(session_, one.oid, one.*from);
+      if (standing != Standing::as_told) return false;
+    }
+    const auto beside = step.beside_ ? step.beside_->is_now(!after) : std::optional(true);
+    standing = !beside ? Standing::unknown : *beside ? Standing::as_told : Standing::otherwise;
+    if (standing != Standing::as_told) return false;
     for (const EditStep::Item& one : step.items_) {
       if (one.*to || !(one.*from)) continue;
       const auto item = session_.ItemFromOid(one.oid);
       if (!item || !item->remove()) return false;
     }
-    return std::all_of(step.items_.begin(), step.items_.end(), [&](const EditStep::Item& one) {
-      return !(one.*to) || session_.app()->restore(*(one.*to));
-    });
+    return std::all_of(step.items_.begin(), step.items_.end(),
+                       [&](const EditStep::Item& one) {
+                         return !(one.*to) || session_.app()->restore(*(one.*to));
+                       }) &&
+           (!step.beside_ || step.beside_->bring(after));
   });
   if (done) return Outcome::done;
-  return changed && !failed ? Outcome::changed_elsewhere : Outcome::failed;
+  return standing == Standing::otherwise ? Outcome::changed_elsewhere : Outcome::failed;
 }
 
 bool EditHistory::tell(MessageBoxes& boxes, Outcome outcome, TextView failure) {

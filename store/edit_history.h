@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "base/text.h"
@@ -17,27 +18,48 @@ namespace orvello {
 // before it is changed, what it made afterwards, and then finish().
 class EditStep {
  public:
+  using State = std::shared_ptr<const AppointmentState>;
+
+  // What an action did beside appointments. Lives as long as the step, and so must what it changes.
+  class Beside {
+   public:
+    virtual ~Beside() = default;
+    // Whether it is as it was left, after the action or before it. Nothing: failure.
+    virtual std::optional<bool> is_now(bool after) = 0;
+    virtual bool bring(bool after) = 0;
+    virtual bool can_redo() const { return true; }
+  };
+
   // The item as it was; unsaved ones have nothing to come back to.
   void before(const Appointment& item);
   void made(std::int32_t oid);
   // Reads what has come of the items.
   void finish(StoreSession& session);
 
+  // In place of these, for who knows it all: null where it was not, or is not, there. A state that
+  // can only be compared may stand for what came of it.
+  void add(std::int32_t oid, State before, State after);
+  void add_beside(std::unique_ptr<Beside> beside) { beside_ = std::move(beside); }
+  void give_up() { whole_ = false; }  // it could not be remembered
+
  private:
   friend class EditHistory;
-  using State = std::shared_ptr<const AppointmentState>;
   struct Item {
     std::int32_t oid;
-    State before, after;  // null: it was, or is, not there
+    State before, after;
   };
   bool knows(std::int32_t oid) const;
 
   std::vector<Item> items_;
+  std::unique_ptr<Beside> beside_;
   bool whole_ = true;  // every state could be had
 };
 
 class EditHistory {
  public:
+  // What it remembers at most, all steps together; more than that of a single step is not offered.
+  static constexpr std::size_t kMostSteps = 50, kMostItems = 12000;
+
   explicit EditHistory(StoreSession& session) : session_(session) {}
   EditHistory(const EditHistory&) = delete;
   EditHistory& operator=(const EditHistory&) = delete;
@@ -56,8 +78,7 @@ class EditHistory {
 
  private:
   enum class Outcome { done, changed_elsewhere, failed };
-  Outcome bring(const EditStep& step, EditStep::State EditStep::Item::*from,
-                EditStep::State EditStep::Item::*to);
+  Outcome bring(EditStep& step, bool after);
   bool tell(MessageBoxes& boxes, Outcome outcome, TextView failure);
 
   StoreSession& session_;

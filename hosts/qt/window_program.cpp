@@ -105,7 +105,8 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
   }
   const Language language = language_of(session.host.locale);
   const Host& host = session.application.host();
-  if (import_after_preview(files, *store, host.clock, host.dialogs, host.boxes, language))
+  if (import_after_preview(files, *store, session.application.history(), host.clock, host.dialogs,
+                           host.boxes, language))
     session.host.window.post({kMessageRefresh, 0, {}, 0});
 }
 

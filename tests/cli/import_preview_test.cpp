@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "exchange/import_recorder.h"
+#include "files/input_file.h"
 #include "hosts/headless/headless_dialogs.h"
 #include "hosts/headless/headless_ports.h"
 #include "hosts/headless/memory_store.h"
@@ -26,7 +28,7 @@ class ImportPreview : public ::testing::Test {
     return path;
   }
   bool import(const std::vector<std::string>& files) {
-    return import_after_preview(files, store, clock, dialogs, boxes, Language::english);
+    return import_after_preview(files, store, history, clock, dialogs, boxes, Language::english);
   }
 
   ScratchFolder folder;
@@ -34,6 +36,8 @@ class ImportPreview : public ::testing::Test {
   HeadlessDialogs dialogs;
   HeadlessBoxes boxes;
   MemoryStore store{clock};
+  StoreSession session{store, boxes};
+  EditHistory history{session};
 };
 
 TEST_F(ImportPreview, ShowsCountsAndProblemsAndImportsOnOk) {
@@ -67,6 +71,70 @@ TEST_F(ImportPreview, ShowsCountsAndProblemsAndImportsOnOk) {
   EXPECT_TRUE(import({good}));
   EXPECT_EQ(counts, u"New: 0, to update: 2, to skip: 0");
   EXPECT_EQ(store.oids({}, {})->size(), 3u);
+}
+
+// What an import made, changed, cancelled and put beside the calendar goes back as one step.
+TEST_F(ImportPreview, IsTakenBackAsAWhole) {
+  ASSERT_TRUE(session.Open(nullptr));
+  dialogs.person = [](HeadlessDialog& dialog) { dialog.press(kControlOk); };
+  const auto looks = [&] {
+    std::string all;
+    for (const auto& [oid, record] : store.contents().records)
+      all += std::to_string(oid) + record.uid + to_utf8(record.fields.subject) +
+             std::to_string(record.start.count()) + record.residue + "\n";
+    for (const ForeignComponent& one : store.contents().foreign) all += one.key + one.text + "\n";
+    for (const auto& [oid, contact] : store.contents().contacts)
+      all += to_utf8(contact.file_as) + "\n";
+    for (const auto& [oid, card] : store.contents().cards) all += card.text + "\n";
+    return all;
+  };
+  EXPECT_TRUE(
+      import({write("one.ics", event("a", "20261106T090000") + event("b", "20261107T090000"))}));
+  const std::string before = looks();
+  const std::string cancel = folder / "cancel.ics";
+  put_content(cancel, "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nMETHOD:CANCEL\r\n" +
+                          event("b", "20261107T090000") + "END:VCALENDAR\r\n");
+  EXPECT_TRUE(
+      import({write("two.ics", event("a", "20261109T110000") + event("c", "20261110T090000") +
+                                   "BEGIN:VTODO\r\nUID:t\r\nEND:VTODO\r\n"),
+              cancel}));
+  std::string after = looks();
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_TRUE(history.undo(boxes));
+    EXPECT_EQ(looks(), before);
+    EXPECT_TRUE(history.redo(boxes));
+    EXPECT_EQ(looks(), after);
+  }
+  // What somebody changed since stays, and so does all else of that import.
+  auto changed = *store.load(1);
+  changed->fields.subject = u"Theirs";
+  store.put(*changed);
+  after = looks();
+  EXPECT_FALSE(history.undo(boxes));
+  EXPECT_EQ(looks(), after);
+  // Contacts go back, but no further.
+  const std::string cards = folder / "cards.vcf";
+  for (const char* name : {"Ann", "Bob"}) {
+    put_content(cards, std::string("BEGIN:VCARD\r\nVERSION:4.0\r\nUID:u\r\nFN:") + name +
+                           "\r\nEND:VCARD\r\n");
+    EXPECT_TRUE(import({cards}));
+  }
+  EXPECT_TRUE(history.undo(boxes));
+  EXPECT_NE(looks().find("Ann"), std::string::npos);
+  EXPECT_FALSE(history.can_redo());
+  EXPECT_TRUE(history.undo(boxes));
+  EXPECT_EQ(looks(), after);
+}
+
+TEST_F(ImportPreview, TooMuchIsNotTakenBackInPart) {
+  ASSERT_TRUE(session.Open(nullptr));
+  const auto file = write("two.ics", event("a", "20261106T090000") + event("b", "20261107T090000"));
+  for (const std::size_t most : {2u, 1u}) {
+    ImportRecorder recorder(store, most);
+    EXPECT_TRUE(import_files({file}, open_input_file, recorder, clock).done);
+    history.keep(recorder.step());
+    EXPECT_EQ(history.can_undo(), most == 2);
+  }
 }
 
 TEST_F(ImportPreview, CancelAndClosingTheWindowLeaveTheStoreAlone) {

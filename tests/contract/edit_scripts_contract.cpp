@@ -390,7 +390,7 @@ bool EditScript::run(bool looks_after_each) {
 
 TEST_P(CalendarStoreContract, EditsAtRandomLeaveWhatAPlainListLeaves) {
   clock_.zone = "Fixed";  // a plain list knows no hours that the clock leaves out
-  const int scripts = dynamic_cast<MemoryStore*>(store_.get()) ? 1000 : 15;
+  const int scripts = dynamic_cast<MemoryStore*>(store_.get()) ? 1000 : 8;
   for (int seed = 1; seed <= scripts; ++seed) {
     app_.reset();
     store_.reset();
