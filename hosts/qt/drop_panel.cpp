@@ -26,6 +26,9 @@ DropPanel::DropPanel(QWidget& field, const Density& density, QWidget* content)
   content->setParent(this);
   content->setFocusPolicy(Qt::NoFocus);
   for (QWidget* part : content->findChildren<QWidget*>()) part->setFocusPolicy(Qt::NoFocus);
+  // A press in it leaves the focus where it is, rather than give it to what is below.
+  setFocusPolicy(Qt::ClickFocus);
+  setFocusProxy(&field);
   QWidget* focused = field.focusProxy() ? field.focusProxy() : &field;
   focused->installEventFilter(this);
   parentWidget()->installEventFilter(this);

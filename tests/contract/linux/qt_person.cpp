@@ -130,9 +130,10 @@ void QtPerson::tap_row(int control, int row) {
 void QtPerson::choose_row(int control, int row) {
   QWidget* widget = reach(control);
   if (!widget) return;
-  click(*widget, QPoint(widget->width() - 8, widget->height() / 2));
+  if (dropped_down() != control) click(*widget, QPoint(widget->width() - 8, widget->height() / 2));
   auto* drop = top()->findChild<QWidget*>(QStringLiteral("drop"));
   if (!drop) drop = shell()->findChild<QWidget*>(QStringLiteral("drop"));
+  if (!drop) return;
   auto* list = drop->findChild<QListWidget*>();
   list->scrollToItem(list->item(row));
   click(*list->viewport(), list->visualItemRect(list->item(row)).center());
