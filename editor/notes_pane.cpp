@@ -1,5 +1,7 @@
 #include "editor/notes_pane.h"
 
+#include <algorithm>
+
 #include "editor/notes_block.h"
 #include "resources/notes_template.h"
 
@@ -30,14 +32,25 @@ Text page_text(TextView body) {
   return text;
 }
 
+// Of a page whose plain text is another by now (a file came in, say): that is what everything else
+// shows, so the page does too. Styles stay as far as the text is the same, and so do the strokes.
+void take_text(NotesContent& page, Text text) {
+  if (page.text == text) return;
+  const auto same = std::mismatch(page.text.begin(), page.text.end(), text.begin(), text.end());
+  const int end = static_cast<int>(same.first - page.text.begin());
+  for (NotesRun& run : page.runs) run.length = std::clamp(end - run.start, 0, run.length);
+  std::erase_if(page.runs, [](const NotesRun& run) { return run.length == 0; });
+  page.text = std::move(text);
+}
+
 }  // namespace
 
 void EditorNotes::set(Dialog& dialog, std::string_view ink, TextView body) {
   set_ = {std::string(ink), Text(body)};
-  as_set_ = {page_text(body), {}, {}};
   auto page = read_notes_block(ink);
   keeps_unknown_ = !ink.empty() && !page;
-  if (page) as_set_ = std::move(*page);
+  as_set_ = page ? std::move(*page) : NotesContent();
+  take_text(as_set_, page_text(body));
   dialog.notes(kNotesPage)->set_content(as_set_);
   dialog.notes(kNotesPage)->set_tool(NotesTool::text);
   if (shown_) look_at_tools(dialog);

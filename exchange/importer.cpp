@@ -248,6 +248,7 @@ void Importer::import_master(const ScannedCalendar& calendar, std::size_t index,
   const bool had_lone = lone_.contains(uid);
   if (had_lone) merge_lone(uid, *read, following);
   if (hidden_.contains(uid)) merge_hidden(uid, *read);
+  if (earlier) keep_ink(*earlier, record);
   const auto parts = put_series(*read, following, key_, text, had_lone || earlier);
   if (earlier) erase_parts(*earlier, parts);
 }

@@ -82,6 +82,7 @@ class Importer {
   void merge_lone(const std::string& uid, ReadEvent& master,
                   std::vector<FollowingChange>& following);
   void merge_earlier(const AppointmentRecord& earlier, AppointmentRecord& record);
+  static void keep_ink(const AppointmentRecord& earlier, AppointmentRecord& record);
   void read_changes(const ScannedCalendar& calendar, const std::vector<std::size_t>& indices,
                     ReadEvent& master, std::vector<FollowingChange>& following);
   OpenSeries* open_series(const std::string& uid);

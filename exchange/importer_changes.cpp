@@ -95,6 +95,18 @@ void Importer::merge_earlier(const AppointmentRecord& earlier, AppointmentRecord
   record.exceptions.insert(record.exceptions.begin(), changed.begin(), changed.end());
 }
 
+// Other programs drop ink on the way: where a file has none and the text is still the same, nobody
+// wished it gone.
+void Importer::keep_ink(const AppointmentRecord& earlier, AppointmentRecord& record) {
+  const auto keep = [](const AppointmentFields& before, AppointmentFields& now) {
+    if (now.body_ink.empty() && now.body == before.body) now.body_ink = before.body_ink;
+  };
+  keep(earlier.fields, record.fields);
+  for (const AppointmentException& before : earlier.exceptions)
+    for (AppointmentException& now : record.exceptions)
+      if (now.original_start == before.original_start) keep(before.fields, now.fields);
+}
+
 Importer::OpenSeries* Importer::open_series(const std::string& uid) {
   const auto known = open_.find(uid);
   if (known != open_.end()) return &known->second;

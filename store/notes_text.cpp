@@ -14,7 +14,8 @@ constexpr std::size_t kLongest = 599, kCutTo = 594;
 Text body_of(const Appointment& item) {
   AppointmentFields fields;
   item.read(fields);
-  return fields.body;
+  const bool only_drawn = fields.body.empty() && !fields.body_ink.empty();
+  return only_drawn ? u"(Drawing)" : fields.body;
 }
 
 // Nothing after saying why.

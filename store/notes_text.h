@@ -7,8 +7,8 @@
 namespace orvello {
 
 // The notes of the appointment, of a recurring one those of the occurrence that starts then (see
-// DayRow::start); at most 599 characters, "(No Notes)" without any. Empty when they cannot be read,
-// which is said.
+// DayRow::start); at most 599 characters, "(Drawing)" for strokes without words, "(No Notes)"
+// for neither. Empty when they cannot be read, which is said.
 Text notes_text(StoreSession& session, MessageBoxes& boxes, std::int32_t oid, CalendarDate start);
 
 }  // namespace orvello

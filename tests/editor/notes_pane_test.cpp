@@ -6,6 +6,8 @@
 #include "hosts/headless/headless_dialogs.h"
 #include "hosts/headless/headless_host.h"
 #include "resources/notes_template.h"
+#include "store/notes_text.h"
+#include "store/save_appointment.h"
 
 namespace orvello {
 namespace {
@@ -109,6 +111,21 @@ TEST_F(NotesPaneTest, WhatWasNotChangedIsAsItWas) {
   EXPECT_FALSE(dialog->reachable(kNotesUndo)) << "what was before is gone";
 }
 
+TEST_F(NotesPaneTest, TextThatWasChangedElsewhereIsShownUnderTheStrokes) {
+  NotesContent page;
+  page.text = u"Buy milk and bread";
+  page.runs = {{0, 3, {true}}, {4, 4, {false, true}}, {13, 5, {true}}};
+  page.strokes = {{kBlack, 2, {{1, 2, 1}}}};
+  notes.set(*dialog, notes_block(page), u"Buy mint");
+  EXPECT_FALSE(notes.changed(*dialog));
+  EXPECT_EQ(notes.parts(*dialog).body, u"Buy mint");
+  EXPECT_EQ(notes.parts(*dialog).ink, notes_block(page));
+  const NotesContent shown = dialog->notes(kNotesPage)->content();
+  EXPECT_EQ(shown.text, u"Buy mint");
+  EXPECT_EQ(shown.runs, (std::vector<NotesRun>{{0, 3, {true}}, {4, 2, {false, true}}}));
+  EXPECT_EQ(shown.strokes, page.strokes);
+}
+
 TEST_F(NotesPaneTest, InkThatNobodyCanReadIsReplacedOnlyByAPersonWhoAgrees) {
   const std::string other = "ink of another program";
   const std::function<void()> changes[] = {[&] { dialog->type(kNotesPage, u"new"); },
@@ -137,6 +154,51 @@ TEST_F(NotesPaneTest, InkThatNobodyCanReadIsReplacedOnlyByAPersonWhoAgrees) {
     EXPECT_EQ(device.boxes.shown.size(), 2u) << "once";
     EXPECT_NE(notes.parts(*dialog).ink, other);
   }
+}
+
+// From the pane into the store, what the day's list and the bubble make of it, and back.
+TEST_F(NotesPaneTest, WhatTheStoreKeepsIsWhatBubblesShowAndThePaneOpens) {
+  StoreSession session(device.store, device.boxes);
+  ASSERT_TRUE(session.Open(nullptr));
+  EditHistory history(session);
+  const OperationContext context{session, device.boxes, device.window, device.files, history};
+  AppointmentForm form;
+  form.subject = u"x";
+  const auto save = [&] {
+    AppointmentForm before;
+    before.choice = form.choice;
+    if (form.choice.oid != 0) {
+      EXPECT_EQ(read_appointment(context, before), FormRead::read);
+      form = before;
+    }
+    auto parts = notes.parts(*dialog);
+    form.ink = std::move(parts.ink);
+    form.body = std::move(parts.body);
+    EXPECT_EQ(save_appointment(context, before, form), SaveResult::saved);
+    EXPECT_EQ(read_appointment(context, form), FormRead::read);
+    notes.set(*dialog, form.ink, form.body);
+    return to_utf8(notes_text(session, device.boxes, form.choice.oid, kNoDate));
+  };
+  const auto page = [&] { return dialog->notes(kNotesPage)->content(); };
+  dialog->type(u"words\nand more");
+  EXPECT_EQ(save(), "words\nand more");
+  EXPECT_EQ(form.ink, "");
+  EXPECT_EQ(page().text, u"words\nand more") << "without ink its text is opened";
+  dialog->press(kNotesPen);
+  dialog->draw(kNotesPage, {{10, 10}, {20, 12}});
+  EXPECT_EQ(save(), "words\nand more");
+  EXPECT_EQ(page().strokes.size(), 1u);
+  dialog->press(kNotesText);
+  dialog->type(kNotesPage, u"other");
+  EXPECT_EQ(save(), "other") << "the text is renewed with the ink";
+  dialog->type(kNotesPage, u"");
+  EXPECT_EQ(save(), "(Drawing)");
+  dialog->press(kNotesPen);
+  dialog->press(kNotesEraser);
+  dialog->draw(kNotesPage, {{10, 10}});
+  EXPECT_EQ(save(), "(No Notes)");
+  EXPECT_EQ(form.ink, "");
+  EXPECT_TRUE(device.boxes.shown.empty());
 }
 
 }  // namespace

@@ -154,6 +154,25 @@ TEST_F(ImportTest, ALowerSequenceTakesNothingBack) {
   EXPECT_EQ(count(), 2u);
 }
 
+TEST_F(ImportTest, AFileWithoutInkTakesNoneFromNotesWhoseTextIsTheSame) {
+  const auto file = [](std::string_view text, std::string_view ink) {
+    const std::string notes = "DESCRIPTION:" + std::string(text) + "\r\n" + std::string(ink);
+    return calendar(
+        event("UID:a\r\nDTSTART:20260501T100000Z\r\nRRULE:FREQ=DAILY;COUNT=3\r\n" + notes) +
+        event("UID:a\r\nRECURRENCE-ID:20260502T100000Z\r\nDTSTART:20260502T120000Z\r\n" + notes));
+  };
+  import_text(file("drawn", "X-ORVELLO-INK:aW5r\r\n"));
+  for (const auto& [text, ink] : {std::pair{"drawn", "ink"}, {"other words", ""}}) {
+    import_text(file(text, ""));
+    const AppointmentRecord& record = *of_uid("a");
+    ASSERT_EQ(record.exceptions.size(), 1u);
+    EXPECT_EQ(record.fields.body_ink, ink) << text;
+    EXPECT_EQ(record.exceptions[0].fields.body_ink, ink) << text;
+    EXPECT_EQ(record.fields.body, to_utf16(text));
+    EXPECT_EQ(exported().find("aW5r") != std::string::npos, *ink != 0);
+  }
+}
+
 TEST_F(ImportTest, AllFilesOrNothing) {
   const std::string two = calendar(event("UID:1\r\nDTSTART:20260101T100000\r\n") +
                                    event("UID:2\r\nDTSTART:20260101T100000\r\n"));

@@ -215,6 +215,9 @@ TEST_F(ItemOperations, NotesAreTrimmedAndCut) {
     made.body = body;
     EXPECT_EQ(notes(put(made), kNoDate), wanted);
   }
+  AppointmentFields drawn = fields(u"x", at(2, 9), at(2, 10));
+  drawn.body_ink = "strokes";
+  EXPECT_EQ(notes(put(drawn), kNoDate), "(Drawing)");
 }
 
 TEST_F(ItemOperations, NotesAreThoseOfTheShownOccurrence) {
