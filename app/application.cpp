@@ -137,6 +137,10 @@ bool Application::on_key_down(const Message& message) {
     send_command((message.detail & kShiftHeld) != 0 ? kCommandRedo : kCommandUndo);
     return true;
   }
+  if (message.wparam == kKeyInsert || message.wparam == u'N') {
+    send_command(kCommandNew);  // on the selected day
+    return true;
+  }
   return grid_.on_key(message);
 }
 

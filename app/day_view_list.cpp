@@ -147,6 +147,7 @@ bool DayView::command_key(const DialogEvent& event) {
   if (held && event.key == u'V') return run_command(kCommandPaste, {}), true;
   if (held && event.key == u'Z')
     return c_.commands.send_command(event.shift_held ? kCommandRedo : kCommandUndo), true;
+  if (event.key == u'N') return run_command(kCommandCreate, {}), true;
   if (held && event.key == u'G') return choose_date(), true;
   if (event.key == kKeyEscape) {
     const bool to_year = c_.state.previous_view_mode == ViewMode::year;

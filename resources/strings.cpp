@@ -76,8 +76,10 @@ constexpr Row kStrings[] = {
     {StringId::greeting_title, u"Добро пожаловать", u"Welcome to Orvello"},
     {StringId::greeting_import, u"Ваши события", u"Your appointments"},
     {StringId::greeting_import_text,
-     u"Перетащите файлы календаря (.ics) в это окно или откройте их в Orvello.",
-     u"Drop calendar files (.ics) onto this window, or open them with Orvello."},
+     u"«Новое» внизу создаёт событие. Файлы календаря (.ics) перетащите в это окно или откройте в "
+     u"Orvello.",
+     u"New, at the bottom, writes one. Drop calendar files (.ics) onto this window, or open them "
+     u"with Orvello."},
     {StringId::greeting_month, u"Месяц", u"Month"},
     {StringId::greeting_month_text,
      u"Коснитесь дня, чтобы открыть его; удержите, чтобы увидеть список. Полоса вверху — другие "
@@ -85,15 +87,16 @@ constexpr Row kStrings[] = {
      u"Tap a day to open it, hold it for its list. The strip at the top goes to other months."},
     {StringId::greeting_day, u"День", u"Day"},
     {StringId::greeting_day_text,
-     u"Касание показывает заметки, удержание — меню. Проведите вбок, чтобы перейти к соседнему "
-     u"дню.",
-     u"A tap shows notes, a hold the menu. Drag sideways for the day before or after."},
+     u"Касание показывает заметки, второе открывает событие, удержание — меню. Проведите вбок, "
+     u"чтобы перейти к соседнему дню.",
+     u"A tap shows notes, a second one opens the appointment, a hold the menu. Drag sideways for "
+     u"the day before or after."},
     {StringId::greeting_keys, u"Клавиши", u"Keys"},
     {StringId::greeting_keys_text,
-     u"Стрелки ведут по дням, Enter открывает, Esc возвращает, Home — сегодня, Ctrl+1, 2, 3 — "
-     u"виды.",
-     u"Arrows walk the days, Return opens, Esc goes back, Home is today, Ctrl+1, 2, 3 are the "
-     u"views."},
+     u"Стрелки ведут по дням, Enter открывает, Esc возвращает, Home — сегодня, N — новое событие, "
+     u"Ctrl+1, 2, 3 — виды.",
+     u"Arrows walk the days, Return opens, Esc goes back, Home is today, N writes a new "
+     u"appointment, Ctrl+1, 2, 3 are the views."},
     {StringId::greeting_icons, u"Значки", u"Icons"},
     {StringId::greeting_icons_text,
      u"Note: To see the month view icons, you will need to assign icons to existing category "

@@ -253,7 +253,8 @@ TEST_F(ApplicationTest, ViewCommandsDoNothingInTheirOwnView) {
 }
 
 TEST_F(ApplicationTest, KeysMoveTheSelectedDayAndTurnPages) {
-  start();
+  NotedEditor editor;
+  start({}, {.appointment = &editor});
   EXPECT_FALSE(application->grid().focus_visible());
   device.window.key(kKeyRight);
   EXPECT_EQ(shown(), (MonthDayYear{11, 22, 2026}));
@@ -261,6 +262,10 @@ TEST_F(ApplicationTest, KeysMoveTheSelectedDayAndTurnPages) {
   device.window.key(kKeyDown);
   device.window.key(kKeyDown);
   EXPECT_EQ(shown(), (MonthDayYear{12, 6, 2026}));
+  device.window.key(kKeyInsert);
+  device.window.key(u'N');
+  EXPECT_EQ(editor.edited, std::vector<EditorChoice>(2)) << "new ones, on the selected day";
+  EXPECT_EQ(application->settings().shown, (MonthDayYear{12, 6, 2026}));
   device.window.key(kKeyPageDown);
   EXPECT_EQ(shown(), (MonthDayYear{1, 6, 2027}));
   device.window.key(kKeyPageUp, kShiftHeld);
