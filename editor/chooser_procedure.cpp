@@ -17,6 +17,7 @@ using Event = DialogEvent::Kind;
 constexpr int kChosen = 1;
 constexpr TextView kLetterBarShown = u"abcbarshow", kLabelBarShown = u"adddeletebarshow";
 constexpr Color kCurrentRow = rgb(228, 230, 247), kTitleLine = rgb(201, 204, 214);
+constexpr Color kNothingText = rgb(106, 108, 122);
 constexpr int kRowHeight = 27, kCellPadding = 4;  // at 96 dpi
 constexpr int kTremble = 6;                       // how far a pen may slip on a row, at 96 dpi
 constexpr int kToTheTop = -(1 << 28);
@@ -54,7 +55,8 @@ void ChooserProcedure::handle(Dialog& dialog, const DialogEvent& event) {
 
 void ChooserProcedure::open(Dialog& dialog) {
   letter_bar_ = read_flag(context_.host.registry, kLetterBarShown);
-  label_bar_ = labels_ && read_flag(context_.host.registry, kLabelBarShown);
+  // Where there is nothing to choose, there is something to add.
+  label_bar_ = labels_ && (rows_.empty() || read_flag(context_.host.registry, kLabelBarShown));
   dialog.set_checked(kControlLetterBarToggle, letter_bar_);
   dialog.set_checked(kControlLabelBarToggle, label_bar_);
   show_bars(dialog);
@@ -100,6 +102,13 @@ void ChooserProcedure::show_rows(Dialog& dialog) {
                                               row.company};
     shown.height = kRowHeight * dpi / 96;
     shown.mark = row.chosen ? ReportMark::set : ReportMark::clear;
+  }
+  if (rows_.empty()) {
+    const StringId none = labels_ ? StringId::chooser_no_labels : StringId::chooser_no_contacts;
+    ReportRow& shown = content.rows.emplace_back();
+    shown.cells = {{}, load_string(none, context_.language())};
+    shown.height = kRowHeight * dpi / 96;
+    shown.text = kNothingText;
   }
   dialog.report(kControlChooserList)->set_content(std::move(content));
   letters_.set_rows(rows_);
@@ -184,7 +193,7 @@ void ChooserProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
     }
     case Event::pointer_up:
       pen_.reset();
-      if (pen_row_ >= 0) toggle(dialog, pen_row_);
+      if (pen_row_ >= 0 && pen_row_ < static_cast<int>(rows_.size())) toggle(dialog, pen_row_);
       pen_row_ = -1;
       return;
     case Event::key:

@@ -56,6 +56,8 @@ bool LabelList::add(TextView typed, std::vector<ChooserRow>& rows) {
   else
     addCategory(context_.volume, label);
   read_again(rows);
+  // Who adds a label while choosing wants it.
+  for (ChooserRow& row : rows) row.chosen = row.chosen || row.name == label;
   return true;
 }
 

@@ -15,7 +15,8 @@ class LabelList {
   // All labels, those that the appointment carries chosen. A list that cannot be read has been
   // told, and the rows are what could be.
   std::vector<ChooserRow> read() const;
-  // What is typed as another label; `rows` are read again, and what is chosen in them stays so.
+  // What is typed as another label, which is chosen then; `rows` are read again, and what is chosen
+  // in them stays so.
   // False: not added, which has been told where there was something to add.
   bool add(TextView typed, std::vector<ChooserRow>& rows);
   // Takes it out of the list; likewise.

@@ -110,6 +110,8 @@ enum class StringId : int {
   restored_saved,
   restored_contacts,
   recurrence_rule_question,  // %s the rule in words
+  chooser_no_labels,
+  chooser_no_contacts,
   greeting_title,
   greeting_import,  // each followed by its text
   greeting_import_text,

@@ -171,7 +171,7 @@ TEST_F(ChooserDialogTest, LabelsAreAddedAndRemoved) {
                                       "Category Database!"});
     form.type(kControlLabel, u" Garden  ");
     form.press(kControlAddLabel);
-    EXPECT_EQ(shown(form), (Messages{"+Birthday", "Garden", "Home", "+Work", "+Zoo"}));
+    EXPECT_EQ(shown(form), (Messages{"+Birthday", "+Garden", "Home", "+Work", "+Zoo"}));
     EXPECT_EQ(form.text(kControlLabel), u"");
     EXPECT_EQ(form.focused, kControlLabel);
     form.type(kControlLabel, u"Home");
@@ -179,12 +179,12 @@ TEST_F(ChooserDialogTest, LabelsAreAddedAndRemoved) {
     EXPECT_EQ(boxes_shown().size(), 1u) << "it is the default";
     form.tap_row(kControlChooserList, 3);
     form.press(kControlRemoveLabel);
-    EXPECT_EQ(shown(form), (Messages{"+Birthday", "Garden", "Home", "+Zoo"}));
+    EXPECT_EQ(shown(form), (Messages{"+Birthday", "+Garden", "Home", "+Zoo"}));
     EXPECT_FALSE(form.reachable(kControlRemoveLabel));
     EXPECT_TRUE(boxes_shown().empty());
     form.press(kControlHeaderOk);
   }));
-  EXPECT_EQ(categories, u"Birthday,Zoo");
+  EXPECT_EQ(categories, u"Birthday,Garden,Zoo");
   std::vector<Text> kept;
   readCategoryList(volume, 2, nullptr, kept);
   EXPECT_EQ(kept, (std::vector<Text>{u"Home", u"Birthday", u"Garden"}));
@@ -193,13 +193,26 @@ TEST_F(ChooserDialogTest, LabelsAreAddedAndRemoved) {
   EXPECT_TRUE(choose([](HeadlessDialog& form) {
     form.type(kControlLabel, u"Sea");
     form.press(kControlAddLabel);
-    EXPECT_EQ(shown(form), (Messages{"+Birthday", "Sea", "+Zoo"}));
-    form.tap_row(kControlChooserList, 1);
+    EXPECT_EQ(shown(form), (Messages{"+Birthday", "+Garden", "+Sea", "+Zoo"}));
     form.press(kControlHeaderOk);
   }));
-  EXPECT_EQ(categories, u"Birthday,Sea,Zoo");
+  EXPECT_EQ(categories, u"Birthday,Garden,Sea,Zoo");
   readCategoryList(volume, 2, nullptr, kept);
   EXPECT_EQ(kept.size(), 3u);
+}
+
+TEST_F(ChooserDialogTest, AnEmptyListSaysSoAndOffersToAdd) {
+  categories.clear();
+  generation = 3;
+  EXPECT_TRUE(choose([](HeadlessDialog& form) {
+    EXPECT_EQ(shown(form), Messages{"There are no categories yet"});
+    form.tap_row(kControlChooserList, 0);
+    form.key(kControlChooserList, kKeyDown);
+    form.key(kKeySpace);
+    EXPECT_TRUE(form.seen(kControlLabel));
+    form.press(kControlHeaderOk);
+  }));
+  EXPECT_EQ(categories, u"");
 }
 
 TEST_F(ChooserDialogTest, LettersScrollToTheFirstOfTheirRows) {
