@@ -306,7 +306,7 @@ void HeadlessDialog::press_close() {
     if (cancel) cancel();
     return;
   }
-  if (!procedure_.may_close(*this)) return;
+  if (!procedure_.may_close(*this)) return deliver();
   tell(Event::close);
   deliver();
   close(0);

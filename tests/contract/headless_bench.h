@@ -33,7 +33,7 @@ class HeadlessBench : public DialogsBench {
     if (top_ || sheet_ || dialogs_.modeless) top().deliver();
   }
   void wait(int timer_id) override {
-    if (dialogs_.modeless) dialogs_.modeless->fire_timer(timer_id);
+    if (top_ || dialogs_.modeless) top().fire_timer(timer_id);
   }
 
   void tap(int control) override { top().press(control); }

@@ -1,0 +1,86 @@
+#include "editor/editor_lines.h"
+#include "ports/messages.h"
+#include "resources/editor_ids.h"
+#include "tests/contract/editor_contract.h"
+
+namespace orvello::test {
+namespace {
+
+class Watched : public DialogProcedure {
+ public:
+  Watched(DialogProcedure& procedure, std::vector<Dialog*>& open, bool& known)
+      : procedure_(procedure), open_(open), known_(known) {}
+  void handle(Dialog& dialog, const DialogEvent& event) override {
+    if (!known_) open_.push_back(&dialog);
+    known_ = true;
+    procedure_.handle(dialog, event);
+  }
+  bool may_close(Dialog& dialog) override { return procedure_.may_close(dialog); }
+
+ private:
+  DialogProcedure& procedure_;
+  std::vector<Dialog*>& open_;
+  bool& known_;
+};
+
+}  // namespace
+
+int WatchedDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) {
+  bool known = false;
+  Watched watched(procedure, open, known);
+  opened.push_back(dialog.id);
+  const int result = dialogs_.run_modal(dialog, watched);
+  if (known) open.pop_back();
+  return result;
+}
+
+EditorDesk::EditorDesk(std::unique_ptr<DialogsBench> person, bool russian)
+    : bench(std::move(person)),
+      locale(russian ? russian_locale() : english_locale(), russian),
+      whole{device.clock,     locale,          device.registry, device.files,
+            device.databases, device.surfaces, device.window,   device.menu_bar,
+            device.boxes,     watched,         device.store,    device.input},
+      here{whole, session, settings, volume, screen, generation, history} {
+  EXPECT_TRUE(session.Open(nullptr));
+  settings.shown = settings.today = {11, 21, 2026};
+  settings.locale = locale.data();
+  device.clock.set({2026, 11, 6, 21, 10, 0, 0, 0});
+  device.databases.on_volume_created = [this](TextView path) {
+    device.files.present.emplace(path);
+  };
+}
+
+void EditorDesk::meet(std::function<void()> acts) {
+  bench->in_front([this, acts = std::move(acts)] {
+    const std::size_t standing = watched.open.size();
+    acts();
+    if (watched.open.size() != standing || watched.opened.back() != kDialogEditor) return;
+    for (int i = 0; i < 3 && watched.open.size() == standing; ++i) bench->press_close();
+  });
+}
+
+void EditorDesk::tap(int control) {
+  ++taps;
+  bench->tap(control);
+}
+
+void EditorDesk::choose(int line, int row) {
+  tap(line);
+  ++taps;
+  bench->choose_row(line_of(line)->edit, row);
+}
+
+void EditorDesk::type_into(int line, TextView text) {
+  tap(line);
+  bench->type(text);
+}
+
+AppointmentForm EditorDesk::stored(std::int32_t oid, CalendarDate occurrence) {
+  AppointmentForm form;
+  form.choice = {oid, occurrence,
+                 occurrence == kNoDate ? EditScope::series : EditScope::occurrence};
+  EXPECT_EQ(read_appointment(here.operation(), form), FormRead::read);
+  return form;
+}
+
+}  // namespace orvello::test
