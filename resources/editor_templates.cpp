@@ -10,7 +10,7 @@ using Across = ControlTemplate::Across;
 
 constexpr int kGap = 4, kTouch = 27, kPitch = 28, kWidth = 240, kHeight = 292;
 constexpr int kLabelled = 64, kRight = kWidth - kGap;  // where what has a label stands
-constexpr int kDates = 48, kTimes = 152;
+constexpr int kDates = 48, kTimes = 164, kTimeEdits = 144;
 constexpr std::size_t kSubjectLimit = 4096, kLocationLimit = 1024, kTimeLimit = 79,
                       kAmountLimit = 200;
 
@@ -89,7 +89,7 @@ class EditorTemplate {
     add(Kind::date_picker, date, row, kDates, kTimes - kGap, Across::left_half);
     hidden(Kind::label, all_day, row, kDates, kRight, Across::stretch).text = u"All day recurring";
     add(Kind::line, line, row, kTimes, kRight, Across::right_half);
-    hidden(Kind::combo, edit, row, kTimes, kRight, Across::right_half, kTimeLimit);
+    hidden(Kind::combo, edit, row, kTimeEdits, kRight, Across::right_half, kTimeLimit);
   }
 
   void when() {
@@ -102,20 +102,21 @@ class EditorTemplate {
 
   void kinds() {
     add(Kind::check_box, kEditorAllDay, StringId::editor_all_day, 6, kGap, 94);
-    add(Kind::label, kLabelStatus, StringId::editor_status, 6, 96, 140);
-    add(Kind::line, kLineStatus, 6, 140, kRight, Across::stretch);
-    hidden(Kind::drop_list, kEditStatus, 6, 140, kRight, Across::stretch);
+    constexpr int kStatus = 144;
+    add(Kind::label, kLabelStatus, StringId::editor_status, 6, 102, kStatus);
+    add(Kind::line, kLineStatus, 6, kStatus, kRight, Across::stretch);
+    hidden(Kind::drop_list, kEditStatus, 6, kStatus - 12, kRight, Across::stretch);
   }
 
   // While one of the two is edited it covers a little of what stands before it.
   void reminder() {
-    constexpr int kLabel = 83, kAmount = 136, kUnit = 172;
-    add(Kind::check_box, kEditorRemind, StringId::editor_remind, 7, kGap, kLabel);
+    constexpr int kLabel = 89, kAmount = 142, kUnit = 175;
+    add(Kind::check_box, kEditorRemind, StringId::editor_remind, 7, kGap, 83);
     add(Kind::label, kLabelReminder, StringId::editor_reminder, 7, kLabel, kAmount).hidden = true;
     hidden(Kind::line, kLineAmount, 7, kAmount, kUnit, Across::keep);
     hidden(Kind::combo, kEditAmount, 7, kUnit - 72, kUnit, Across::keep, kAmountLimit);
     hidden(Kind::line, kLineUnit, 7, kUnit, kRight, Across::stretch);
-    hidden(Kind::drop_list, kEditUnit, 7, kUnit - 36, kRight, Across::stretch);
+    hidden(Kind::drop_list, kEditUnit, 7, kAmount, kRight, Across::stretch);
   }
 
   Language language_;
@@ -130,15 +131,17 @@ DialogTemplate editor_dialog(Language language, bool low_resolution) {
   return EditorTemplate(language, low_resolution).made();
 }
 
-Rect lone_time_place(int line) {
-  const bool starts = line == kLineStartTime || line == kEditStartTime;
-  return {kDates, row_top(starts ? 3 : 4), kTimes - kGap - kDates, kTouch};
+Rect time_place(int control) {
+  const bool starts = control == kLineStartTime || control == kEditStartTime;
+  const bool line = control == kLineStartTime || control == kLineEndTime;
+  const int left = line ? kTimes : kTimeEdits;
+  return {left, row_top(starts ? 3 : 4), kRight - left, kTouch};
 }
 
-Rect time_place(int line) {
-  Rect place = lone_time_place(line);
-  place.x = kTimes;
-  place.width = kRight - kTimes;
+Rect lone_time_place(int control) {
+  Rect place = time_place(control);
+  place.x = kDates;
+  place.width = kRight - kTimeEdits;
   return place;
 }
 

@@ -9,8 +9,8 @@ namespace orvello {
 
 DialogTemplate editor_dialog(Language language, bool low_resolution = true);
 // Where a time's line and edit stand: behind its date, and in the place of that.
-Rect time_place(int line);
-Rect lone_time_place(int line);
+Rect time_place(int control);
+Rect lone_time_place(int control);
 // `following`: with "this and all that follow".
 DialogTemplate series_question_dialog(Language language, bool following);
 
