@@ -15,6 +15,8 @@ void make_foreign(Rule& rule, const Moment& start) {
     rule.until = local_at_offset(start.zone->to_utc(*rule.until), 0);
     rule.until_is_date = false;
     rule.until_is_utc = true;
+  } else {
+    rule.until_is_date = false;  // a bare date would end before that day's occurrence for many
   }
 }
 

@@ -10,7 +10,8 @@
 namespace orvello {
 
 // The value of the RRULE that means the pattern of an item with this start: its end is a date for
-// an all-day item, in UTC where the item has a zone.
+// an all-day item, in UTC where the item has a zone, else local: of the start's kind, as a file's
+// must be.
 std::string rule_value(const RecurrencePattern& pattern, const Moment& start);
 
 // The rule's text, as somebody wrote it, with the end that the rule has now.

@@ -5,6 +5,7 @@
 
 #include "calendar/shifted_pattern.h"
 #include "store/record_rules.h"
+#include "store/series_halves.h"
 #include "store/series_times.h"
 
 namespace orvello {
@@ -29,12 +30,6 @@ bool mean_the_same(const RecurrencePattern& a, const RecurrencePattern& b) {
                     a.duration == b.duration && rule_from_pattern(a) == rule_from_pattern(b));
 }
 
-bool occurs(const RecurrencePattern& pattern, LocalSeconds moment) {
-  std::vector<LocalSeconds> found;
-  append_occurrences(pattern, moment, moment + 1, found);
-  return !found.empty();
-}
-
 // `new_distance` is that of the record, which has its new pattern and times.
 void keep_exceptions(AppointmentRecord& record, const AppointmentRecord& before,
                      std::vector<AppointmentException> exceptions, std::int64_t old_distance,
@@ -45,7 +40,7 @@ void keep_exceptions(AppointmentRecord& record, const AppointmentRecord& before,
     const bool with_series = stands_with(one, before);
     const Day day = day_of(one.original_start + old_distance);
     one.original_start = midnight_of(day) + time_of_day - new_distance;
-    if (!occurs(*record.pattern, one.original_start)) continue;
+    if (!has_occurrence(*record.pattern, one.original_start)) continue;
     if (with_series) {
       one.start = one.original_start;
       one.end = one.start + (record.end - record.start);

@@ -41,6 +41,8 @@ std::optional<int> RecordPattern::lost_changes(const RecurrencePattern& pattern)
 }
 
 std::unique_ptr<Appointment> RecordPattern::following(CalendarDate start, OccurrenceError& error) {
+  error = OccurrenceError::invalid_argument;
+  if (item_.oid() == 0) return nullptr;  // nothing is stored yet that could end
   const auto found = find(start, error);
   if (!found) return nullptr;
   return RecordAppointment::following(store_, *source_, found->original_start, error);

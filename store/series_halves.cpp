@@ -26,12 +26,6 @@ std::size_t exceptions_before(const AppointmentRecord& record, LocalSeconds from
   return static_cast<std::size_t>(later - all.begin());
 }
 
-bool pattern_has(const RecurrencePattern& pattern, LocalSeconds moment) {
-  std::vector<LocalSeconds> found;
-  append_occurrences(pattern, moment, moment + 1, found);
-  return !found.empty();
-}
-
 // Its first occurrence lies before that moment.
 void end_pattern_before(RecurrencePattern& pattern, LocalSeconds moment) {
   const LocalSeconds start = pattern_start(pattern);
@@ -176,6 +170,12 @@ bool has_instance(const RecurrenceSet& set, LocalSeconds moment) {
   return !found.empty();
 }
 
+bool has_occurrence(const RecurrencePattern& pattern, LocalSeconds moment) {
+  std::vector<LocalSeconds> found;
+  append_occurrences(pattern, moment, moment + 1, found);
+  return !found.empty();
+}
+
 void end_before(RecurrenceSet& set, LocalSeconds end) {
   constexpr LocalSeconds kNoEnd = LocalSeconds::max();
   std::vector<Rule> kept;
@@ -240,7 +240,7 @@ std::optional<AppointmentRecord> rest_of_series(const AppointmentRecord& record,
   rest.exceptions = take_exceptions(rest, from);
   rest.start = from;
   rest.end = from + (record.end - record.start);
-  if (record.pattern && pattern_has(*record.pattern, from)) {
+  if (record.pattern && has_occurrence(*record.pattern, from)) {
     start_pattern_at(*rest.pattern, from);
     return rest;
   }

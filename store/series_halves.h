@@ -19,6 +19,7 @@ RecurrenceSet recurrence_of(const AppointmentRecord& record, const Zone* zone = 
 void set_recurrence_of(AppointmentRecord& record, const RecurrenceSet& set);
 
 bool has_instance(const RecurrenceSet& set, LocalSeconds moment);
+bool has_occurrence(const RecurrencePattern& pattern, LocalSeconds moment);
 
 // The set's part before `end`, counts turned into last moments.
 void end_before(RecurrenceSet& set, LocalSeconds end);

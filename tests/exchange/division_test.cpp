@@ -1,6 +1,4 @@
 // Series that were divided by hand, out to a file and back.
-#include "calendar/rule_text.h"
-#include "store/restriction.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace orvello {
@@ -11,20 +9,6 @@ class DivisionTest : public ExchangeTest {
   static std::string part_of(const char* id, const char* start, const char* more) {
     return event(std::string("UID:s\r\nRECURRENCE-ID") + (id[0] == ';' ? "" : ":") + id +
                  "\r\nDTSTART:" + start + "\r\nDURATION:PT1H\r\n" + more);
-  }
-  std::string shown() {
-    const auto app = store.create_application(false);
-    EXPECT_TRUE(app->logon(nullptr));
-    const auto items = app->default_folder(kFolderCalendar)->items();
-    items->set_include_recurrences(true);
-    items->sort(u"[Start]", false);
-    std::string text;
-    const Text span = restriction_to(day_of(2026, 1, 1), day_of(2026, 2, 28));
-    EXPECT_TRUE(each_item(*items, span, [&](const StoreItem& item) {
-      text += moment_text(to_seconds(item.start)).substr(4, 7) + " " +
-              to_utf8(item.summary->subject) + "\n";
-    }));
-    return text;
   }
   // Divides the series of that UID at its occurrence on that day of January; the new UID.
   std::string divide(std::string_view uid, int day) {

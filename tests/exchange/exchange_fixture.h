@@ -7,11 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "calendar/rule_text.h"
 #include "exchange/content_line.h"
 #include "exchange/export.h"
 #include "exchange/import.h"
 #include "files/input_file.h"
 #include "hosts/headless/memory_store.h"
+#include "store/restriction.h"
 #include "tests/data_path.h"
 #include "tests/exchange/eastern_clock.h"
 #include "tests/scratch.h"
@@ -79,6 +81,24 @@ class ExchangeTest : public testing::Test {
     AppointmentRecord record = *of_uid(uid);
     how(record);
     ASSERT_NE(store.put(record), 0) << store.problem();
+  }
+  // The subjects and starts that the store shows in January and February of 2026.
+  std::string shown() {
+    const auto app = store.create_application(false);
+    EXPECT_TRUE(app->logon(nullptr));
+    const auto items = app->default_folder(kFolderCalendar)->items();
+    items->set_include_recurrences(true);
+    items->sort(u"[Start]", false);
+    std::vector<std::string> rows;
+    const Text span = restriction_to(day_of(2026, 1, 1), day_of(2026, 2, 28));
+    EXPECT_TRUE(each_item(*items, span, [&](const StoreItem& item) {
+      rows.push_back(moment_text(to_seconds(item.start)).substr(4, 7) + " " +
+                     to_utf8(item.summary->subject));
+    }));
+    std::sort(rows.begin(), rows.end());
+    std::string text;
+    for (const std::string& one : rows) text += (text.empty() ? "" : ", ") + one;
+    return text;
   }
   std::size_t count() const { return store.contents().records.size(); }
   std::string problems_of(const ImportResult& result) {

@@ -203,6 +203,8 @@ TEST_F(ExportTest, TheEndOfASeriesFollowsItsZone) {
   EXPECT_NE(text.find("UNTIL=20260203T045959Z"), std::string::npos) << "that day in New York";
   EXPECT_NE(text.find("UNTIL=20260202T235959Z"), std::string::npos) << "in Greenwich";
   EXPECT_EQ(text.find("UNTIL=20260202T080000Z"), std::string::npos);
+  change_of("p", [](AppointmentRecord& record) { record.zone.clear(); });
+  EXPECT_NE(exported().find("UNTIL=20260202T235959;"), std::string::npos) << "with a time";
 }
 
 TEST_F(ExportTest, ANulIsNoPartOfALine) {

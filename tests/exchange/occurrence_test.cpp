@@ -1,7 +1,5 @@
 // Changed occurrences: with a series, without one, of all that follow; and several events of one
 // UID.
-#include "calendar/rule_text.h"
-#include "store/restriction.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace orvello {
@@ -16,24 +14,6 @@ class OccurrenceTest : public ExchangeTest {
   static std::string series(const char* rule) {
     return event("UID:s\r\nDTSTART:20260105T090000\r\nDTEND:20260105T100000\r\nSUMMARY:All\r\n" +
                  std::string(rule));
-  }
-  // The subjects and starts that the store shows in January and February of 2026.
-  std::string shown() {
-    const auto app = store.create_application(false);
-    EXPECT_TRUE(app->logon(nullptr));
-    const auto items = app->default_folder(kFolderCalendar)->items();
-    items->set_include_recurrences(true);
-    items->sort(u"[Start]", false);
-    std::vector<std::string> rows;
-    const Text span = restriction_to(day_of(2026, 1, 1), day_of(2026, 2, 28));
-    EXPECT_TRUE(each_item(*items, span, [&](const StoreItem& item) {
-      rows.push_back(moment_text(to_seconds(item.start)).substr(4, 7) + " " +
-                     to_utf8(item.summary->subject));
-    }));
-    std::sort(rows.begin(), rows.end());
-    std::string text;
-    for (const std::string& one : rows) text += (text.empty() ? "" : ", ") + one;
-    return text;
   }
   void expect_round_trip(const std::string& text, const std::string& rows) {
     EXPECT_EQ(shown(), rows);
