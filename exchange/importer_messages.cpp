@@ -212,12 +212,8 @@ std::optional<LocalSeconds> Importer::occurrence_named(const AppointmentRecord& 
   const LocalSeconds original = reading_at(*moment, start_of(record, zone), clock_);
   for (const AppointmentException& one : record.exceptions)
     if (one.original_start == original) return original;
-  const std::string rule =
-      record.pattern ? "RRULE:" + rule_text(rule_from_pattern(*record.pattern)) : record.rules;
-  std::vector<LocalSeconds> instances;
-  append_instances(read_rules(rule, record.start, zone ? &*zone : nullptr, record.fields.all_day),
-                   original, original + 1, instances);
-  return instances.empty() ? std::nullopt : std::optional(original);
+  const bool there = has_instance(recurrence_of(record, zone ? &*zone : nullptr), original);
+  return there ? std::optional(original) : std::nullopt;
 }
 
 // An answer to what the meeting was before it changed is none to what it is.

@@ -78,6 +78,13 @@ std::string with_parameter(std::string_view parameters, std::string_view name,
   return made.append(";").append(name).append("=").append(value);
 }
 
+bool is_copied(const AppointmentRecord& record, const Component& event) {
+  ParsedComponent kept;
+  if (!kept.parse(split_residue(record.residue).component, 1)) return false;
+  const Property *then = kept.root().find("UID"), *now = event.find("UID");
+  return then && now && trimmed(then->value) != trimmed(now->value);
+}
+
 bool names_part(const AppointmentRecord& series, const std::string& uid) {
   const auto parts = parts_of(series.residue, series.uid);
   return std::any_of(parts.begin(), parts.end(), [&](const auto& one) { return one.uid == uid; });
@@ -105,6 +112,7 @@ class RequestWriter {
   MeetingRequest request_;
   int sequence_ = 0;
   bool is_newer_ = false;
+  bool is_copy_ = false;  // what its kept text says was said of another meeting
 };
 
 void RequestWriter::take_attendees(const AppointmentRecord& record) {
@@ -169,7 +177,8 @@ bool RequestWriter::set_sequence(const AppointmentRecord& record, const Events& 
   const auto all = store_.foreign();
   failed_ |= !all;
   if (!all) return false;
-  for (const Component* event : events) sequence_ = std::max(sequence_, sequence_of(*event));
+  if (!is_copy_)
+    for (const Component* event : events) sequence_ = std::max(sequence_, sequence_of(*event));
   const std::string now = fingerprint_of(events);
   const Property* uid = events[0]->find("UID");
   request_.sent.key = sent_key(uid ? unescape_text(uid->value) : record.uid);
@@ -183,8 +192,8 @@ bool RequestWriter::set_sequence(const AppointmentRecord& record, const Events& 
     std::string text = "BEGIN:VCALENDAR\n" + std::string(kept.component) + "\n";
     for (const AppointmentException& one : record.exceptions) text += one.residue + "\n";
     ParsedComponent then;
-    const bool had = then.parse(text + "END:VCALENDAR\n", 1) && !then.root().children.empty() &&
-                     then.root().children[0].find("ORGANIZER");
+    const bool had = !is_copy_ && then.parse(text + "END:VCALENDAR\n", 1) &&
+                     !then.root().children.empty() && then.root().children[0].find("ORGANIZER");
     before = had ? fingerprint_of(events_in(then.root())) : now;
   }
   is_newer_ = before != now;
@@ -199,7 +208,7 @@ std::string RequestWriter::attendee_text(const Property& attendee) const {
   std::string parameters(attendee.parameters);
   const std::string answer = parameter(attendee, "PARTSTAT").value_or("");
   const bool own = equal_ignoring_case(to_utf8(person.address), to_utf8(organizer_.address));
-  const bool open = answer.empty() || equal_ignoring_case(answer, "NEEDS-ACTION");
+  const bool open = is_copy_ || answer.empty() || equal_ignoring_case(answer, "NEEDS-ACTION");
   if (!parameter(attendee, "ROLE"))
     parameters = with_parameter(parameters, "ROLE", "REQ-PARTICIPANT");
   if (open) parameters = with_parameter(parameters, "PARTSTAT", own ? "ACCEPTED" : "NEEDS-ACTION");
@@ -241,7 +250,9 @@ Made RequestWriter::make(const AppointmentRecord& record) {
   const Events events = events_in(calendar.root());
   if (!whole || events.empty()) return Made::failure("The meeting cannot be written as a request.");
   const Property* organizer = events[0]->find("ORGANIZER");
-  if (organizer && !equal_ignoring_case(address_in(*organizer), to_utf8(organizer_.address)))
+  is_copy_ = is_copied(record, *events[0]);
+  if (organizer && !is_copy_ &&
+      !equal_ignoring_case(address_in(*organizer), to_utf8(organizer_.address)))
     return Made::failure("This is a meeting of " + address_in(*organizer) +
                          ", who alone can send it.");
   if (!set_sequence(record, events) || failed_) return Made::failure(failed_.reason());

@@ -179,6 +179,52 @@ DialogTemplate greeting_dialog(Language language) {
   return dialog;
 }
 
+DialogTemplate organizer_dialog(Language language) {
+  const auto text = [language](StringId id) { return load_string(id, language); };
+  constexpr int label = 20, height = 40 + 2 * (label + kButton + kGap) + kButton + 3 * kGap;
+  constexpr int inner = kWidth - 2 * kGap, first = 44, second = first + label + kButton + kGap;
+  DialogTemplate dialog;
+  dialog.id = kDialogOrganizer;
+  dialog.title = text(StringId::organizer_title);
+  dialog.full_screen = false;
+  dialog.size = {kWidth, height};
+  const auto edit = [](int id, int top, int limit) {
+    ControlTemplate made{Kind::edit, id, {}, {kGap, top, inner, kButton}, Across::stretch};
+    made.limit = limit;
+    return made;
+  };
+  dialog.controls = {
+      {Kind::label,
+       kControlOrganizerText,
+       text(StringId::organizer_text),
+       {kGap, kGap, inner, 40},
+       Across::stretch},
+      {Kind::label,
+       kControlOrganizerNameLabel,
+       text(StringId::organizer_name),
+       {kGap, first, inner, label}},
+      edit(kControlOrganizerName, first + label, 40),
+      {Kind::label,
+       kControlOrganizerAddressLabel,
+       text(StringId::organizer_address),
+       {kGap, second, inner, label}},
+      edit(kControlOrganizerAddress, second + label, 254),
+      {Kind::button,
+       kControlCancel,
+       text(StringId::cancel),
+       {kGap, height - kGap - kButton, 88, kButton},
+       Across::keep,
+       Down::bottom},
+      {Kind::default_button,
+       kControlOk,
+       text(StringId::ok),
+       {kWidth - kGap - 88, height - kGap - kButton, 88, kButton},
+       Across::right,
+       Down::bottom},
+  };
+  return dialog;
+}
+
 std::vector<DialogTemplate> all_dialogs(Language language) {
   return {day_view_dialog(language),
           notes_dialog(language),
@@ -189,6 +235,7 @@ std::vector<DialogTemplate> all_dialogs(Language language) {
           import_dialog(language),
           date_dialog(language),
           greeting_dialog(language),
+          organizer_dialog(language),
           editor_dialog(language),
           series_question_dialog(language, false),
           series_question_dialog(language, true),

@@ -37,6 +37,7 @@ inline constexpr int kDialogDelete = 149;
 inline constexpr int kDialogImport = 300;
 inline constexpr int kDialogDate = 310;
 inline constexpr int kDialogGreeting = 320;
+inline constexpr int kDialogOrganizer = 330;
 
 // Controls.
 inline constexpr int kControlDayList = 222;
@@ -53,6 +54,11 @@ inline constexpr int kControlOccurrence = 314;
 inline constexpr int kControlSeries = 315;
 inline constexpr int kControlFollowing = 316;
 inline constexpr int kControlGreeting = 321;
+inline constexpr int kControlOrganizerName = 331;
+inline constexpr int kControlOrganizerAddress = 332;
+inline constexpr int kControlOrganizerText = 333;
+inline constexpr int kControlOrganizerNameLabel = 334;
+inline constexpr int kControlOrganizerAddressLabel = 335;
 
 // Bitmaps that depend on the screen's density.
 inline constexpr int kBitmapMenuBarLow = 129;
@@ -98,6 +104,10 @@ enum class StringId : int {
   cancel,
   import_done,
   import_failed,
+  organizer_title,
+  organizer_text,
+  organizer_name,
+  organizer_address,
   calendar_unreadable,  // sentences; the reason follows
   shown_as_it_was,
   read_again,

@@ -116,6 +116,13 @@ void add_new_appointments(Fields& rows) {
   rows.push_back(text(step, u"strprevlocation", u"", kLongestText, &S::strprevlocation,
                       "location entered last"));
   rows.push_back(flag(step, u"juliandate", 0, &S::juliandate, "day of the year in the Day view"));
+  rows.push_back(text(window, u"organizername", u"", 40, {},
+                      "name under which meeting requests are sent; else EMAIL's, the account's"));
+  rows.push_back(text(window, u"organizeraddress", u"", 254, {},
+                      "address of e-mail that they come from; else EMAIL, DEBEMAIL, or asked for"));
+  rows.push_back(text(window, u"sendmailcommand", u"", 255, {},
+                      "command that sends them, such as /usr/sbin/sendmail; it is given -t -i and "
+                      "the message; empty: the desktop's mail program"));
   rows.push_back(number(window, u"colorselectionmode", 0, 0, 4, {},
                         "colour group last shown on the Color page"));
   rows.push_back(number(window, u"colorpickerselectionmode", 1, 0, kMost, {},

@@ -2,6 +2,7 @@
 
 #include "store/record_appointment.h"
 #include "store/record_items.h"
+#include "store/record_rules.h"
 
 namespace orvello {
 
@@ -24,7 +25,9 @@ std::unique_ptr<Appointment> RecordApplication::item_from_oid(std::int32_t oid) 
 }
 
 std::unique_ptr<Appointment> RecordApplication::create_appointment() {
-  return std::make_unique<RecordAppointment>(store_, AppointmentRecord());
+  AppointmentRecord record;
+  record.uid = made_up_uid();
+  return std::make_unique<RecordAppointment>(store_, std::move(record));
 }
 
 bool RecordApplication::beam(Appointment& appointment) {

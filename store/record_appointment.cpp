@@ -164,6 +164,7 @@ void RecordAppointment::set_recipients(const std::vector<StoreRecipient>& recipi
 
 std::unique_ptr<Appointment> RecordAppointment::copy() {
   AppointmentRecord start;
+  start.uid = made_up_uid();
   // What an exchanged file said stays with the copy, unless that speaks of a recurrence.
   if (!is_recurring() && !record_.recurring()) {
     start.zone = record_.zone;

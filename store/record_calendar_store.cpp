@@ -119,13 +119,14 @@ SendResult RecordCalendarStore::send(const AppointmentRecord& record) {
   if (!send_)
     return because(SendResult::no_way,
                    "There is no way to send a meeting request from this device.");
-  const std::string reason = send_(record);
-  return reason.empty() ? SendResult::sent : because(SendResult::failed, reason.c_str());
+  const Sending became = send_(record);
+  return became.reason.empty() ? became.result : because(became.result, became.reason.c_str());
 }
 
 bool RecordCalendarStore::beam(const AppointmentRecord& record) {
-  const std::string reason = beam_ ? beam_(record) : "This device has no infrared port.";
-  return reason.empty() || refuse(reason);
+  if (!beam_) return refuse("This device has no infrared port.");
+  const Sending became = beam_(record);
+  return became.reason.empty() || refuse(became.reason);
 }
 
 std::unique_ptr<AppointmentState> RecordCalendarStore::state_of(std::int32_t oid) {

@@ -71,9 +71,18 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
   virtual bool poll();
   void set_wake(std::function<void()> wake) { wake_ = std::move(wake); }
 
-  // How meeting requests and beamed items leave the device; without one, sending fails. Answers why
-  // one did not leave, as a sentence; empty: it did.
-  using Transport = std::function<std::string(const AppointmentRecord&)>;
+  // How meeting requests and beamed items leave the device; without one, sending fails. What became
+  // of one, with the reason, a sentence, where it did not leave; from a text: `failed`, or sent
+  // when it is empty.
+  struct Sending {
+    SendResult result = SendResult::sent;
+    std::string reason;
+    Sending(SendResult became, std::string why) : result(became), reason(std::move(why)) {}
+    Sending(std::string why) : reason(std::move(why)) {
+      if (!reason.empty()) result = SendResult::failed;
+    }
+  };
+  using Transport = std::function<Sending(const AppointmentRecord&)>;
   void set_transport(Transport send, Transport beam);
   SendResult send(const AppointmentRecord& record);
   bool beam(const AppointmentRecord& record);

@@ -98,6 +98,8 @@ bool complete_exceptions(AppointmentRecord& record, DeviceTime& time) {
   return true;
 }
 
+}  // namespace
+
 std::string made_up_uid() {
   std::random_device source;
   char text[48];
@@ -105,8 +107,6 @@ std::string made_up_uid() {
                 source());
   return text;
 }
-
-}  // namespace
 
 LocalSeconds all_day_end(LocalSeconds end) { return midnight_of(day_of(end) + 1) - kMinute; }
 

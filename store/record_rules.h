@@ -17,6 +17,9 @@ namespace orvello {
 // for each occurrence. False when a zone could not be read: the record is then of no use.
 [[nodiscard]] bool complete_record(AppointmentRecord& record, DeviceTime& time);
 
+// A name that no other item anywhere has.
+std::string made_up_uid();
+
 // Fills the device-local times of a record and its exceptions; false likewise.
 [[nodiscard]] bool localize_record(AppointmentRecord& record, DeviceTime& time);
 

@@ -16,6 +16,7 @@
 
 #include "files/input_file.h"
 #include "files/replace_file.h"
+#include "hosts/linux/command.h"
 
 namespace orvello {
 namespace {
@@ -38,18 +39,15 @@ std::string base_folder(const char* name, const char* below_home) {
 
 std::string mail_starter() {
   if (variable("DISPLAY").empty() && variable("WAYLAND_DISPLAY").empty()) return {};
-  std::istringstream folders(variable("PATH"));
-  for (std::string folder; std::getline(folders, folder, ':');) {
-    const std::string path = folder + "/xdg-email";
-    if (!folder.empty() && ::access(path.c_str(), X_OK) == 0) return path;
-  }
-  return {};
+  return find_program("xdg-email");
 }
 
 // In a session of its own and nobody's child, so that it outlives the program. False when it could
 // not be started at all.
-bool start_detached(const std::string& program, const std::string& path) {
-  const char* const arguments[] = {program.c_str(), "--attach", path.c_str(), nullptr};
+bool start_detached(const std::vector<std::string>& words) {
+  std::vector<char*> arguments;
+  for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
+  arguments.push_back(nullptr);
   int report[2];
   if (::pipe2(report, O_CLOEXEC) != 0) return false;
   const pid_t child = ::fork();
@@ -60,7 +58,7 @@ bool start_detached(const std::string& program, const std::string& path) {
     if (::fork() != 0) ::_exit(0);
     const int nothing = ::open("/dev/null", O_RDWR);
     for (const int stream : {0, 1, 2}) ::dup2(nothing, stream);
-    ::execv(program.c_str(), const_cast<char* const*>(arguments));
+    ::execv(arguments[0], arguments.data());
     const char failed = 1;
     [[maybe_unused]] const auto written = ::write(report[1], &failed, 1);
     ::_exit(127);
@@ -110,19 +108,6 @@ bool passes_as_argument(const std::string& folder) {
   });
 }
 
-std::optional<HandedOver> mail(const std::string& name, const std::string& calendar) {
-  const std::string program = mail_starter(), cache = base_folder("XDG_CACHE_HOME", "/.cache");
-  if (program.empty() || cache.empty()) return std::nullopt;
-  const std::string folder = cache + "/orvello";
-  if (!passes_as_argument(folder)) return std::nullopt;
-  forget_old_files(folder);
-  const auto path = save_in(folder, name, calendar);
-  if (!path) return std::nullopt;
-  if (start_detached(program, *path)) return HandedOver{true, *path};
-  ::unlink(path->c_str());
-  return std::nullopt;
-}
-
 // The program that starts mail programs writes the path into an argument that each of them takes
 // apart in its own way, at commas, quotes or percent signs: of ASCII only what nobody gives a
 // meaning. Nor what cannot be seen, or turns the text around it.
@@ -137,7 +122,37 @@ bool is_plain(char16_t unit) {
          !within(0x2060, 0x206F) && unit != 0xFEFF;
 }
 
+// What a mail program may take apart in its own way, too.
+bool passes_as_address(const std::string& address) {
+  return std::all_of(address.begin(), address.end(), [](unsigned char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           std::strchr("@._+-=", c);
+  });
+}
+
 }  // namespace
+
+static std::optional<HandedOver> mail(TextView subject, const std::string& calendar,
+                                      const std::vector<StoreRecipient>& to) {
+  const std::string program = mail_starter(), cache = base_folder("XDG_CACHE_HOME", "/.cache");
+  if (program.empty() || cache.empty()) return std::nullopt;
+  const std::string folder = cache + "/orvello";
+  if (!passes_as_argument(folder)) return std::nullopt;
+  forget_old_files(folder);
+  const auto path = save_in(folder, safe_file_name(subject), calendar);
+  if (!path) return std::nullopt;
+  HandedOver handed{true, *path, {}};
+  std::vector<std::string> words{program};
+  if (!to.empty()) words.insert(words.end(), {"--utf8", "--subject", safe_file_name(subject)});
+  words.insert(words.end(), {"--attach", *path});
+  for (const StoreRecipient& one : to) {
+    const std::string address = to_utf8(one.address);
+    (passes_as_address(address) ? words : handed.left_out).push_back(address);
+  }
+  if (start_detached(words)) return handed;
+  ::unlink(path->c_str());
+  return std::nullopt;
+}
 
 std::string safe_file_name(TextView subject) {
   Text name;
@@ -176,10 +191,10 @@ std::string documents_folder() {
   return ::stat(usual.c_str(), &info) == 0 && S_ISDIR(info.st_mode) ? usual : home;
 }
 
-Result<HandedOver> Outbox::hand_over(TextView subject, const std::string& calendar) const {
-  const std::string name = safe_file_name(subject);
+Result<HandedOver> Outbox::hand_over(TextView subject, const std::string& calendar,
+                                     const std::vector<StoreRecipient>& to) const {
   if (folder_.empty())
-    if (const auto mailed = mail(name, calendar)) return *mailed;
+    if (auto mailed = mail(subject, calendar, to)) return std::move(*mailed);
   std::string folder = folder_;
   if (folder.empty()) {
     const std::string documents = documents_folder();
@@ -187,9 +202,9 @@ Result<HandedOver> Outbox::hand_over(TextView subject, const std::string& calend
       return Result<HandedOver>::failure("There is no home folder to save the appointment in.");
     folder = documents + "/Orvello";
   }
-  const auto path = save_in(folder, name, calendar);
+  const auto path = save_in(folder, safe_file_name(subject), calendar);
   if (!path) return Result<HandedOver>::failure(path.reason());
-  return HandedOver{false, *path};
+  return HandedOver{false, *path, {}};
 }
 
 }  // namespace orvello

@@ -3,15 +3,18 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/result.h"
 #include "base/text.h"
+#include "ports/calendar_store.h"
 
 namespace orvello {
 
 struct HandedOver {
-  bool mailed = false;  // the mail program was started with it
-  std::string path;     // the file
+  bool mailed = false;                // the mail program was started with it
+  std::string path;                   // the file
+  std::vector<std::string> left_out;  // to whom the mail program could not be told to send it
 };
 
 class Outbox {
@@ -20,8 +23,10 @@ class Outbox {
   // the files go to "Orvello" in the documents folder when there is no mail program.
   explicit Outbox(std::string folder) : folder_(std::move(folder)) {}
 
-  // The file is named after the subject and never replaces another one. Fails with the reason.
-  Result<HandedOver> hand_over(TextView subject, const std::string& calendar) const;
+  // The file is named after the subject and never replaces another one. Fails with the reason. With
+  // `to`, the mail program is told whom to send it to, and what about.
+  Result<HandedOver> hand_over(TextView subject, const std::string& calendar,
+                               const std::vector<StoreRecipient>& to = {}) const;
 
  private:
   std::string folder_;

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <QCoreApplication>
+#include <QEventLoop>
 #include <QTimer>
 #include <algorithm>
 #include <cmath>
@@ -15,15 +17,18 @@
 #include "app/own_messages.h"
 #include "cli/commands.h"
 #include "cli/import_preview.h"
+#include "cli/meeting_sender.h"
 #include "exchange/export.h"
 #include "files/replace_file.h"
 #include "hosts/linux/device_databases.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/file_registry.h"
+#include "hosts/linux/mail_identity.h"
 #include "hosts/linux/outbox.h"
 #include "hosts/linux/own_files.h"
 #include "hosts/qt/backup_keeper.h"
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/meeting_delivery.h"
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/start_fault.h"
 #include "hosts/qt/written_boxes.h"
@@ -110,18 +115,30 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
     session.host.window.post({kMessageRefresh, 0, {}, 0});
 }
 
-// How appointments leave: as a calendar file. Where it went is told when nothing else shows it.
+// How appointments leave: beamed ones as a calendar file, of which is told where it went when
+// nothing else shows it, and meetings as requests.
 void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& parts) {
   const Outbox outbox(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
-  const auto hand_over = [&session, &store, &parts, outbox](const AppointmentRecord& record) {
+  using Sending = RecordCalendarStore::Sending;
+  const auto beam = [&session, &store, &parts, outbox](const AppointmentRecord& record) -> Sending {
     const auto text = export_appointments(store, {record}, parts.clock);
-    if (!text) return text.reason();
+    if (!text) return {text.reason()};
     const auto handed = outbox.hand_over(record.fields.subject, *text);
     if (handed && !handed->mailed)
       session.application.host().boxes.show(u"Saved to " + to_utf16(handed->path), u"Orvello");
-    return handed.reason();
+    return {handed.reason()};
   };
-  store.set_transport(hand_over, hand_over);
+  const auto send = [&session, &store, &parts, outbox](const AppointmentRecord& record) {
+    const Host& host = session.application.host();
+    // Nothing that a person does comes in meanwhile, but the window is drawn.
+    const auto draw = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
+    const MeetingDelivery ways{outbox, host.registry, host.boxes, parts.clock, draw};
+    return send_meeting(
+        {store, parts.clock, host.registry, host.dialogs, host.boxes, language_of(host.locale),
+         mail_identity, [&ways](const auto&... said) { return ways.deliver(said...); }},
+        record);
+  };
+  store.set_transport(send, beam);
 }
 
 int tell_unanswered(Session& session, const std::vector<std::string>& files) {

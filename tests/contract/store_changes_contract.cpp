@@ -357,6 +357,13 @@ TEST_P(CalendarStoreContract, SendingSaysWhyNot) {
   EXPECT_EQ(item->send(), SendResult::failed);
   EXPECT_EQ(app_->problem(), u"The outbox is full.");
   EXPECT_EQ(sent, (Strings{"a", "a"}));
+  store_->set_transport(
+      [](const AppointmentRecord&) {
+        return RecordCalendarStore::Sending(SendResult::no_way, "It is in a file.");
+      },
+      {});
+  EXPECT_EQ(item->send(), SendResult::no_way);
+  EXPECT_EQ(app_->problem(), u"It is in a file.");
   store_->set_transport({}, {});
   EXPECT_EQ(item->send(), SendResult::no_way);
   EXPECT_FALSE(app_->problem().empty());

@@ -258,10 +258,18 @@ TEST(SettingTable, HoldsEveryStoredValueOnce) {
   for (const SettingRow& row : setting_table())
     for (int slot = 0; slot < row.slots; ++slot, ++values) names.insert(setting_name(row, slot));
   EXPECT_EQ(names.size(), values);
-  std::set<Text> expected = {
-      u"defaultStartTimeIndex",    u"defaultEndTimeIndex", u"colorselectionmode",
-      u"colorpickerselectionmode", u"abcbarshow",          u"adddeletebarshow",
-      u"activeprofilename",        u"strdefcategory",      u"strprevlocation"};
+  std::set<Text> expected = {u"defaultStartTimeIndex",
+                             u"defaultEndTimeIndex",
+                             u"colorselectionmode",
+                             u"colorpickerselectionmode",
+                             u"abcbarshow",
+                             u"adddeletebarshow",
+                             u"activeprofilename",
+                             u"strdefcategory",
+                             u"strprevlocation",
+                             u"organizername",
+                             u"organizeraddress",
+                             u"sendmailcommand"};
   for (const auto& number : kNumbers) expected.emplace(number.name);
   for (int i = 0; i < 48; ++i) {
     expected.insert(format(u"displayicon%d", i));

@@ -1,0 +1,34 @@
+#include "hosts/qt/meeting_delivery.h"
+
+#include "exchange/mail_message.h"
+#include "hosts/linux/command.h"
+#include "settings/registry_access.h"
+
+namespace orvello {
+
+RecordCalendarStore::Sending MeetingDelivery::deliver(const MeetingRequest& request,
+                                                      const AppointmentRecord& record,
+                                                      const StoreRecipient& organizer) const {
+  Text command;
+  ReadTextSetting(registry, u"sendmailcommand", command);
+  if (auto words = command_words(to_utf8(command)); !words.empty()) {
+    words.insert(words.end(), {"-t", "-i"});
+    return {
+        run_command(words, meeting_mail(request, record, organizer, clock), patience, meanwhile)};
+  }
+  const auto handed = outbox.hand_over(record.fields.subject, request.calendar, request.attendees);
+  if (!handed) return {handed.reason()};
+  if (!handed->mailed)
+    return {SendResult::no_way,
+            "No mail program was started. The request is saved as " + handed->path};
+  if (!handed->left_out.empty()) {
+    std::string others;
+    for (const std::string& address : handed->left_out)
+      others += (others.empty() ? "" : ", ") + address;
+    boxes.show(to_utf16("The mail program was not told of " + others + ". Add them there."),
+               u"Orvello");
+  }
+  return {SendResult::sent, ""};
+}
+
+}  // namespace orvello
