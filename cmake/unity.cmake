@@ -15,6 +15,7 @@ set(alone
   hosts/qt/bar_button.cpp
   hosts/qt/qt_main_window.cpp
   hosts/qt/qt_shell.cpp
+  resources/editor_templates.cpp
   settings/category_props.cpp
   settings/profiles.cpp
   store/embedded/calendar_restore.cpp
@@ -27,6 +28,8 @@ set(alone
   tests/calendar/rule_instances.cpp
   tests/calendar/zone_changes.cpp
   tests/calendar/zone_file.cpp
+  tests/contract/editor_contract.cpp
+  tests/contract/linux/editor_qt.cpp
   tests/contract/store_on_demand_test.cpp
   tests/qt/dialogs_test.cpp
   tests/views/month_paint_test.cpp

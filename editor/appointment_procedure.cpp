@@ -37,7 +37,7 @@ void AppointmentProcedure::handle(Dialog& dialog, const DialogEvent& event) {
     case Event::taken:
       return chosen(dialog, event.control);
     case Event::focus_gained:
-      if (event.control != kEditorOk) refused_ = nullptr;
+      if (refused_ && event.control == refused_->edit) refused_ = nullptr;
       return;
     case Event::focus_lost:
       return left(dialog, event.control);
@@ -58,12 +58,10 @@ void AppointmentProcedure::open(Dialog& dialog) {
 }
 
 void AppointmentProcedure::pressed(Dialog& dialog, int control) {
-  const EditorLine* refused = std::exchange(refused_, nullptr);
+  if (refused_ && control != kEditorCancel) return;
   switch (control) {
     case kEditorOk:
-      if (notes_shown_) return show_form(dialog);
-      if (refused) return lines_.open(dialog, *refused);
-      return save(dialog);
+      return notes_shown_ ? show_form(dialog) : save(dialog);
     case kEditorCancel:
       return notes_shown_ ? show_form(dialog) : dialog.close(kCancelled);
     case kEditorNotes:
@@ -100,12 +98,15 @@ void AppointmentProcedure::row_taken(Dialog& dialog, const EditorLine& line) {
   if (line.kind == Kind::list) sheet_.take_row(dialog, line.line);
 }
 
+// Who typed what is no time comes back to it, and what was tapped instead is not meant yet.
 void AppointmentProcedure::left(Dialog& dialog, int control) {
   const EditorLine* line = lines_.open();
   if (!line || line->edit != control) return;
-  if (!take(dialog, *line)) refused_ = line;
+  const bool taken = take(dialog, *line);
   lines_.close(dialog);
-  keep_typed(dialog);
+  if (taken) return keep_typed(dialog);
+  refused_ = line;
+  lines_.open(dialog, *line);
 }
 
 bool AppointmentProcedure::take(Dialog& dialog, const EditorLine& line) {

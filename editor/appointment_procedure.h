@@ -46,7 +46,7 @@ class AppointmentProcedure : public DialogProcedure {
   AppointmentForm kept_;  // of the draft
   bool readable_;
   bool notes_shown_ = false;
-  const EditorLine* refused_ = nullptr;  // left with what is no time, for a button
+  const EditorLine* refused_ = nullptr;  // left with what is no time, until it has the focus again
 };
 
 }  // namespace orvello
