@@ -7,7 +7,7 @@
 namespace orvello {
 namespace {
 
-constexpr std::string_view kMark("OVD\x01", 4);
+constexpr std::string_view kDraftMark("OVD\x01", 4);
 
 // The two ways of a value, so that all fields are named once for both.
 class DraftOut {
@@ -95,7 +95,7 @@ void form_fields(Io& io, Form& form) {
 }  // namespace
 
 std::string draft_block(const EditorDraft& draft) {
-  BlockWriter bytes(kMark);
+  BlockWriter bytes(kDraftMark);
   DraftOut out(bytes);
   form_fields(out, draft.opened);
   form_fields(out, draft.form);
@@ -103,7 +103,7 @@ std::string draft_block(const EditorDraft& draft) {
 }
 
 std::optional<EditorDraft> read_draft_block(std::string_view block) {
-  auto bytes = BlockReader::opened(block, kMark);
+  auto bytes = BlockReader::opened(block, kDraftMark);
   if (!bytes) return std::nullopt;
   EditorDraft draft;
   DraftIn in(*bytes);

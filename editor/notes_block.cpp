@@ -8,7 +8,7 @@
 namespace orvello {
 namespace {
 
-constexpr std::string_view kMark("OVN\x01", 4);
+constexpr std::string_view kNotesMark("OVN\x01", 4);
 constexpr float kSteps = 8;                  // of places and widths, a pixel
 constexpr std::int64_t kFarthest = 1 << 18;  // of a place, in steps
 constexpr unsigned kMostWidth = 1 << 10, kMostPressure = 255;
@@ -120,7 +120,7 @@ std::string notes_block(const NotesContent& content) {
   for (const NotesStroke& stroke : content.strokes)
     if (!stroke.points.empty()) strokes.push_back(&stroke);
   if (runs.empty() && strokes.empty()) return {};
-  BlockWriter out(kMark);
+  BlockWriter out(kNotesMark);
   out.bytes(to_utf8(content.text));
   out.number(runs.size());
   int from = 0;
@@ -137,7 +137,7 @@ std::string notes_block(const NotesContent& content) {
 }
 
 std::optional<NotesContent> read_notes_block(std::string_view block) {
-  auto in = BlockReader::opened(block, kMark);
+  auto in = BlockReader::opened(block, kNotesMark);
   if (!in) return std::nullopt;
   NotesContent content;
   content.text = to_utf16(in->bytes());

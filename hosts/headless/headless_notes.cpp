@@ -106,7 +106,7 @@ bool HeadlessNotes::type(TextView text) {
     const auto limit = static_cast<std::size_t>(limit_);
     text = TextView(text).substr(0, cut(text, limit > kept ? limit - kept : 0).size());
   }
-  if (tool_ != NotesTool::text || (text.empty() && length_ == 0)) return false;
+  if (text.empty() && length_ == 0) return false;
   if (ends_list(text)) {
     NotesStyle plain = typing_;
     plain.bullet = false;

@@ -113,9 +113,11 @@ bool NotesPane::note_text() {
 void NotesPane::text_changed() {
   if (setting_) return;
   NotesState before = now_;
+  const bool was_touched = touched_;
   if (!note_text()) return;
   if (is_too_long(before)) {
     now_ = std::move(before);
+    touched_ = was_touched;
     return show_state();
   }
   const int caret = textCursor().position();

@@ -493,6 +493,8 @@ TEST_P(DialogsContract, NotesAreTextStylesAndStrokes) {
             Told{id("changed", kNotes)});
   ASSERT_EQ(notes.content().strokes.size(), 2u);
   EXPECT_EQ(notes.content().width, 180);
+  EXPECT_EQ(after([&] { bench_->type(u"?"); }), (Told{id("changed", kNotes)})) << "keys write on";
+  EXPECT_TRUE(notes.undo());
   const std::vector<StrokePoint> drawn = notes.content().strokes[1].points;
   EXPECT_TRUE(near(drawn.front().x, 40) && near(drawn.front().y, 20));
   EXPECT_TRUE(near(drawn.back().x, 80) && near(drawn.back().y, 40));
