@@ -100,8 +100,8 @@ void ImportRecorder::give_up() {
 ImportRecorder::Item* ImportRecorder::touch(std::int32_t oid) {
   if (!whole_) return nullptr;
   if (const auto known = items_.find(oid); known != items_.end()) return &known->second;
-  auto stored = items_.size() < most_ ? store_.load(oid)
-                                      : Result<std::optional<AppointmentRecord>>(std::nullopt);
+  const bool room = items_.size() < most_ && ++states_ <= EditHistory::kMostStates;
+  auto stored = room ? store_.load(oid) : Result<std::optional<AppointmentRecord>>(std::nullopt);
   if (!stored || !*stored) return give_up(), nullptr;
   Item item{std::make_shared<RecordState>(std::move(**stored)), std::nullopt};
   return &items_.emplace(oid, std::move(item)).first->second;

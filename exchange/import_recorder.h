@@ -18,7 +18,7 @@ namespace orvello {
 // what they were. Zones stay when an import is taken back: they show nothing by themselves.
 class ImportRecorder : public RecordStore {
  public:
-  // Of more than so many items nothing is kept.
+  // Of more than so many items nothing is kept, and neither of many updated ones.
   explicit ImportRecorder(RecordStore& store, std::size_t most = EditHistory::kMostItems)
       : store_(store), most_(most) {}
 
@@ -80,6 +80,7 @@ class ImportRecorder : public RecordStore {
 
   RecordStore& store_;
   std::size_t most_;
+  std::size_t states_ = 0;
   bool whole_ = true;
   std::unordered_map<std::int32_t, Item> items_;
   Others others_;

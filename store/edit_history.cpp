@@ -10,15 +10,15 @@ namespace {
 
 enum class Standing { as_told, otherwise, unknown };
 
-// Whether the store has the item in this state, or none where that is null. What can only be
-// compared is replaced by what can come back.
-Standing standing_of(StoreSession& session, std::int32_t oid, EditStep::State& state) {
+// Whether the store has the item in this state, or none where that is null. Where it `keeps` them,
+// what can only be compared is replaced by what can come back.
+Standing standing_of(StoreSession& session, std::int32_t oid, EditStep::State& state, bool keeps) {
   const auto item = session.ItemFromOid(oid);
   EditStep::State now = item ? item->state() : nullptr;
   if (item ? !now : !session.problem().empty()) return Standing::unknown;
   if (!state || !now) return !state && !now ? Standing::as_told : Standing::otherwise;
   if (!now->same_as(*state) && !state->same_as(*now)) return Standing::otherwise;
-  state = std::move(now);
+  if (keeps) state = std::move(now);
   return Standing::as_told;
 }
 
@@ -51,17 +51,32 @@ void EditStep::add(std::int32_t oid, State before, State after) {
   items_.push_back({oid, std::move(before), std::move(after)});
 }
 
+std::size_t EditStep::states() const {
+  return static_cast<std::size_t>(
+      std::count_if(items_.begin(), items_.end(), [](const Item& item) { return item.before; }));
+}
+
 void EditHistory::keep(EditStep step) {
   undone_.clear();
-  if (!step.whole_ || step.items_.size() > kMostItems) return done_.clear();
+  if (!step.whole_) return done_.clear();
   if (step.items_.empty() && !step.beside_) return;
   done_.push_back(std::move(step));
-  std::size_t items = 0;
-  for (const EditStep& one : done_) items += one.items_.size();
-  while (done_.size() > kMostSteps || items > kMostItems) {
-    items -= done_.front().items_.size();
+  keep_within_limits();
+}
+
+// What was done first goes first, and so does what would be redone last.
+void EditHistory::keep_within_limits() {
+  const auto total = [](const std::deque<EditStep>& steps, auto count) {
+    std::size_t sum = 0;
+    for (const EditStep& step : steps) sum += count(step);
+    return sum;
+  };
+  const auto items = [](const EditStep& step) { return step.items_.size(); };
+  const auto states = [](const EditStep& step) { return step.states(); };
+  while (done_.size() > kMostSteps || total(done_, items) > kMostItems ||
+         total(done_, states) > kMostStates)
     done_.pop_front();
-  }
+  while (total(undone_, items) > kMostStates) undone_.pop_front();
 }
 
 bool EditHistory::undo(MessageBoxes& boxes) {
@@ -75,6 +90,7 @@ bool EditHistory::undo(MessageBoxes& boxes) {
       undone_.clear();
   }
   if (outcome != Outcome::failed) done_.pop_back();
+  keep_within_limits();
   return tell(boxes, outcome, u"Nothing was undone.");
 }
 
@@ -91,10 +107,11 @@ EditHistory::Outcome EditHistory::bring(EditStep& step, bool after) {
   if (!session_.app()) return Outcome::failed;
   const auto from = after ? &EditStep::Item::before : &EditStep::Item::after;
   const auto to = after ? &EditStep::Item::after : &EditStep::Item::before;
+  const bool keeps = step.items_.size() <= kMostStates;
   Standing standing = Standing::as_told;
   const bool done = session_.app()->all_or_nothing([&] {
     for (EditStep::Item& one : step.items_) {
-      standing = standing_of(session_, one.oid, one.*from);
+      standing = standing_of(session_, one.oid, one.*from, keeps);
       if (standing != Standing::as_told) return false;
     }
     const auto beside = step.beside_ ? step.beside_->is_now(!after) : std::optional(true);

@@ -49,6 +49,7 @@ class EditStep {
     State before, after;
   };
   bool knows(std::int32_t oid) const;
+  std::size_t states() const;
 
   std::vector<Item> items_;
   std::unique_ptr<Beside> beside_;
@@ -57,8 +58,9 @@ class EditStep {
 
 class EditHistory {
  public:
-  // What it remembers at most, all steps together; more than that of a single step is not offered.
-  static constexpr std::size_t kMostSteps = 50, kMostItems = 12000;
+  // What it remembers at most, all steps together: of items what tells whether they are as they
+  // were left, and whole states. A single step of more can't be taken back, or redone.
+  static constexpr std::size_t kMostSteps = 50, kMostItems = 150000, kMostStates = 12000;
 
   explicit EditHistory(StoreSession& session) : session_(session) {}
   EditHistory(const EditHistory&) = delete;
@@ -80,6 +82,7 @@ class EditHistory {
   enum class Outcome { done, changed_elsewhere, failed };
   Outcome bring(EditStep& step, bool after);
   bool tell(MessageBoxes& boxes, Outcome outcome, TextView failure);
+  void keep_within_limits();
 
   StoreSession& session_;
   std::deque<EditStep> done_, undone_;

@@ -104,7 +104,7 @@ AppointmentFieldSet fields_in(FormPartSet parts, const AppointmentForm& form) {
   if (parts.has(FormPart::status)) fields.add(Field::busy_status);
   if (parts.has(FormPart::privacy)) fields.add(Field::sensitivity);
   if (parts.has(FormPart::categories)) fields.add(Field::categories);
-  // Longer notes are not written at all: the person was asked about them before.
+  // Longer ink is not written at all: the person was asked about it before.
   if (parts.has(FormPart::notes) && form.ink.size() <= kMostInk)
     fields.add({Field::body, Field::ink});
   return fields;

@@ -173,9 +173,10 @@ void AppointmentSave::write_fields(Appointment& item) {
   if (form_.ink.empty() && stored_.ink.empty()) named.take_out(AppointmentField::ink);
   const auto refused = item.write(fields, named);
   ink_refused_ = refused.has(AppointmentField::ink) || refused.has(AppointmentField::body);
-  // What was written of it need not be lost with the ink.
-  if (ink_refused_ && stored_.ink.empty() && form_.ink.size() <= kMostInk)
-    (void)item.write(fields, {AppointmentField::body});
+  // The words need not be lost with ink that is too long, or that the store does not take.
+  const bool ink_left = ink_refused_ || form_.ink.size() > kMostInk;
+  if (ink_left && parts_.has(FormPart::notes) && stored_.ink.empty())
+    ink_refused_ = !item.write(fields, {AppointmentField::body}).empty() || ink_refused_;
 }
 
 AppointmentSave::Step AppointmentSave::write_parts(MeantAppointment& meant) {

@@ -323,7 +323,7 @@ TEST_F(SaveAppointment, NotesAreWrittenWhereTheyFit) {
     const char* body;
   };
   for (const auto& [length, takes_ink, told, ink, body] :
-       {Case{kMostInk, true, "", kMostInk, "agenda"}, Case{kMostInk + 1, true, "", 0, ""},
+       {Case{kMostInk, true, "", kMostInk, "agenda"}, Case{kMostInk + 1, true, "", 0, "agenda"},
         Case{5, false, "Error|Failed to save BodyInk!\n", 0, "agenda"}}) {
     store.faults.ink = !takes_ink;
     made.ink = std::string(length, 'i');
