@@ -7,7 +7,8 @@ namespace {
 constexpr TextView kMonths[] = {u"January",   u"February", u"March",    u"April",
                                 u"May",       u"June",     u"July",     u"August",
                                 u"September", u"October",  u"November", u"December"};
-constexpr TextView kUnits[] = {u"second", u"minute", u"hour", u"day", u"week", u"month", u"year"};
+constexpr TextView kEnglishUnits[] = {u"second", u"minute", u"hour", u"day",
+                                      u"week",   u"month",  u"year"};
 constexpr TextView kOrdinals[] = {u"first", u"second", u"third", u"fourth", u"fifth"};
 
 // "21st"
@@ -40,7 +41,7 @@ Text kind_name(int kind) {
 class EnglishPhrases : public RulePhrases {
  public:
   Text every(Frequency frequency, int interval) const override {
-    const Text unit(kUnits[static_cast<int>(frequency)]);
+    const Text unit(kEnglishUnits[static_cast<int>(frequency)]);
     return interval == 1 ? u"Every " + unit : format(u"Every %d %ss", interval, unit);
   }
   Text on_weekdays(const std::vector<int>& weekdays) const override {

@@ -24,13 +24,14 @@ struct Unit {
   TextView forms[3];  // as after a number
   TextView each;      // "each second": in the accusative
 };
-constexpr Unit kUnits[] = {{Gender::feminine, {u"секунду", u"секунды", u"секунд"}, u"секунду"},
-                           {Gender::feminine, {u"минуту", u"минуты", u"минут"}, u"минуту"},
-                           {Gender::masculine, {u"час", u"часа", u"часов"}, u"час"},
-                           {Gender::masculine, {u"день", u"дня", u"дней"}, u"день"},
-                           {Gender::feminine, {u"неделю", u"недели", u"недель"}, u"неделю"},
-                           {Gender::masculine, {u"месяц", u"месяца", u"месяцев"}, u"месяц"},
-                           {Gender::masculine, {u"год", u"года", u"лет"}, u"год"}};
+constexpr Unit kRussianUnits[] = {
+    {Gender::feminine, {u"секунду", u"секунды", u"секунд"}, u"секунду"},
+    {Gender::feminine, {u"минуту", u"минуты", u"минут"}, u"минуту"},
+    {Gender::masculine, {u"час", u"часа", u"часов"}, u"час"},
+    {Gender::masculine, {u"день", u"дня", u"дней"}, u"день"},
+    {Gender::feminine, {u"неделю", u"недели", u"недель"}, u"неделю"},
+    {Gender::masculine, {u"месяц", u"месяца", u"месяцев"}, u"месяц"},
+    {Gender::masculine, {u"год", u"года", u"лет"}, u"год"}};
 
 struct DayWord {
   Gender gender;
@@ -76,7 +77,7 @@ Text in_front_of(const Text& word) { return (starts_with(word, u"вто") ? u"в
 class RussianPhrases : public RulePhrases {
  public:
   Text every(Frequency frequency, int interval) const override {
-    const Unit& unit = kUnits[static_cast<int>(frequency)];
+    const Unit& unit = kRussianUnits[static_cast<int>(frequency)];
     const bool feminine = unit.gender == Gender::feminine;
     const Text one = feminine ? u"Каждую " : u"Каждый ";
     if (interval == 1) return one + Text(unit.each);
@@ -143,7 +144,7 @@ class RussianPhrases : public RulePhrases {
     return format(u" по %d %s %d г.", day.day, Text(kOf[day.month - 1]), day.year);
   }
   Text more_days(int count, bool alone) const override {
-    const Text days = format(u"%d %s", count, Text(kUnits[3].forms[plural_form(count)]));
+    const Text days = format(u"%d %s", count, Text(kRussianUnits[3].forms[plural_form(count)]));
     if (!alone) return u" и ещё " + days;
     return (plural_form(count) == 0 ? u"Только " : u"Отдельные дни: ") + days;
   }

@@ -12,7 +12,7 @@ using Down = ControlTemplate::Down;
 constexpr int kStepWidth = 240, kStepHeight = 200, kTouched = 27;
 constexpr int kRows[] = {4, 35, 66, 97};  // tops of what is touched
 constexpr int kNumberLimit = 9;           // digits
-constexpr int kTimeLimit = 20;
+constexpr int kTypedTimeLimit = 20;
 
 // Adds the controls of one step after the other.
 class RecurrenceTemplate {
@@ -73,11 +73,11 @@ void RecurrenceTemplate::add_times() {
   add(Kind::label, kControlStartTimeLabel, u"Время начала:", u"Start time:", {4, 36, 112, 18},
       Across::left_half);
   add(Kind::combo, kControlRecurrenceStartTime, {4, 54, 112, kTouched}, Across::left_half).limit =
-      kTimeLimit;
+      kTypedTimeLimit;
   add(Kind::label, kControlEndTimeLabel, u"Конец времени:", u"End time:", {4, 85, 112, 18},
       Across::left_half);
   add(Kind::combo, kControlRecurrenceEndTime, {4, 103, 112, kTouched}, Across::left_half).limit =
-      kTimeLimit;
+      kTypedTimeLimit;
   add(Kind::list, kControlRecurrenceType, {120, 36, 116, 108}, Across::right_half);
 }
 
