@@ -19,6 +19,7 @@ constexpr TextView kLetterBarShown = u"abcbarshow", kLabelBarShown = u"adddelete
 constexpr Color kCurrentRow = rgb(228, 230, 247), kTitleLine = rgb(201, 204, 214);
 constexpr Color kNothingText = rgb(106, 108, 122);
 constexpr int kRowHeight = 27, kCellPadding = 4;  // at 96 dpi
+constexpr int kRoomForTitle = 240;                // of a form whose list has one column
 constexpr int kTremble = 6;                       // how far a pen may slip on a row, at 96 dpi
 constexpr int kToTheTop = -(1 << 28);
 
@@ -85,8 +86,9 @@ void ChooserProcedure::show_rows(Dialog& dialog) {
   content.line = kTitleLine;
   content.selected_background = kCurrentRow;
   content.selected_text = kBlack;
+  const bool low = context_.screen.work.height < kRoomForTitle * dpi / 96;
   if (labels_)
-    content.columns = {{0, Align::left, {}}, {0, Align::left, u"Label"}};
+    content.columns = {{0, Align::left, {}}, {0, Align::left, low ? u"" : u"Label"}};
   else
     content.columns = {{0, Align::left, {}},
                        {0, Align::left, u"Name"},

@@ -25,7 +25,8 @@ Qt::Key key_of(std::uint32_t code) {
   static const std::map<std::uint32_t, Qt::Key> keys = {
       {kKeyReturn, Qt::Key_Return}, {kKeyEscape, Qt::Key_Escape},     {kKeySpace, Qt::Key_Space},
       {kKeyUp, Qt::Key_Up},         {kKeyDown, Qt::Key_Down},         {kKeyLeft, Qt::Key_Left},
-      {kKeyRight, Qt::Key_Right},   {kKeyPageDown, Qt::Key_PageDown}, {kKeyEnd, Qt::Key_End}};
+      {kKeyRight, Qt::Key_Right},   {kKeyPageDown, Qt::Key_PageDown}, {kKeyEnd, Qt::Key_End},
+      {kKeyHome, Qt::Key_Home}};
   return keys.at(code);
 }
 
