@@ -40,6 +40,7 @@ std::optional<RecurrencePattern> read_stored_pattern(std::string_view text) {
   const auto small = [&](int index) { return static_cast<std::int32_t>(numbers[index]); };
   RecurrencePattern pattern;
   pattern.type = static_cast<RecurrenceType>(small(0));
+  if (small(0) < 0 || small(0) > 6 || small(0) == 4) return std::nullopt;  // no kind has it
   pattern.pattern_start_date = static_cast<CalendarDate>(numbers[1]);
   pattern.pattern_end_date = static_cast<CalendarDate>(numbers[2]);
   pattern.no_end_date = numbers[3] != 0;

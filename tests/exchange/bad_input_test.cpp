@@ -95,6 +95,33 @@ TEST_F(BadInputTest, FlawsThatCostNoEvent) {
   }
 }
 
+// What the editor reads of a rule that says no interval or no day: one that means what is shown.
+TEST_F(BadInputTest, PatternsAreWholeWhateverTheRuleLacks) {
+  struct Case {
+    const char* rule;
+    RecurrenceType type;
+    int mask, day;
+  };
+  for (const Case& one :
+       {Case{"FREQ=WEEKLY;INTERVAL=0", RecurrenceType::weekly, 2, 0},
+        {"FREQ=WEEKLY;BYDAY=", RecurrenceType::weekly, 2, 0},
+        {"INTERVAL=0;FREQ=DAILY", RecurrenceType::daily, 0, 0},
+        {"FREQ=MONTHLY;INTERVAL=0;BYDAY=;BYMONTHDAY=", RecurrenceType::monthly, 0, 5}}) {
+    store.put_back({});
+    import_text(calendar(
+        event("UID:a\r\nDTSTART:20260105T100000\r\nRRULE:" + std::string(one.rule) + "\r\n")));
+    const auto session = store.create_application(false);
+    const auto item = session->item_from_oid(of_uid("a")->oid);
+    const auto fields = item->pattern()->fields();
+    ASSERT_TRUE(fields && *fields) << one.rule;
+    EXPECT_EQ((*fields)->type, one.type) << one.rule;
+    EXPECT_EQ((*fields)->interval, 1) << one.rule;
+    EXPECT_EQ((*fields)->day_of_week_mask, one.mask) << one.rule;
+    EXPECT_EQ((*fields)->day_of_month, one.day) << one.rule;
+    EXPECT_NE(exported().find(std::string("RRULE:") + one.rule), std::string::npos);
+  }
+}
+
 TEST_F(BadInputTest, FilesCutOffAnywhere) {
   const std::string whole = content_of(data_file("series.ics"));
   for (std::size_t length = 0; length < whole.size(); length += 7) {
