@@ -12,11 +12,9 @@
 namespace orvello {
 namespace {
 
-// As far as two recurrences are compared, and looked at for that.
-constexpr std::size_t kComparedInstances = 400;
-constexpr std::int64_t kCompareEffort = 20'000;
-// What no rule says is listed up to here.
+// What no rule says is listed up to here, and looked for so long.
 constexpr std::size_t kMostDates = 1000;
+constexpr std::int64_t kEffort = 20'000;
 
 std::size_t exceptions_before(const AppointmentRecord& record, LocalSeconds from) {
   const auto& all = record.exceptions;
@@ -86,47 +84,74 @@ bool start_rule_at(Rule& rule, LocalSeconds start, LocalSeconds from, bool exclu
   return true;
 }
 
+// The first so many instances; `all`: there are no others.
 std::vector<LocalSeconds> instances_from(const RecurrenceSet& set, LocalSeconds from,
-                                         std::size_t most, bool& all) {
+                                         std::size_t most, std::int64_t effort, bool& all) {
   std::vector<LocalSeconds> found;
-  all = InstanceStream(set, kCompareEffort).append(from, kEndOfRules, most, found).count == 0;
+  all = InstanceStream(set, effort).append(from, kEndOfRules, most, found).count == 0;
   return found;
 }
 
-// Whether two sets have the same instances from there on, as far as can be seen.
-bool agree(const RecurrenceSet& a, const RecurrenceSet& b, LocalSeconds from) {
+std::vector<LocalSeconds> some_instances(const Rule& rule, LocalSeconds start, LocalSeconds from,
+                                         bool& all) {
+  constexpr std::size_t kSome = 400;
+  return instances_from({start, {rule}, {}, {}, {}}, from, kSome, 3 * kSome, all);
+}
+
+// Whether a rule has the same instances after `from` when it starts there, as far as can be seen.
+// Looked at by itself, as a seldom one would not be seen beside one of every hour.
+bool starts_anywhere(const Rule& rule, LocalSeconds start, const Rule& later, LocalSeconds from) {
   bool all_of_a = false, all_of_b = false;
-  auto of_a = instances_from(a, from, kComparedInstances, all_of_a);
-  auto of_b = instances_from(b, from, kComparedInstances, all_of_b);
-  if (of_a.empty() || of_b.empty()) return of_a.empty() == of_b.empty();
+  auto of_a = some_instances(rule, start, from + 1, all_of_a);
+  auto of_b = some_instances(later, from, from + 1, all_of_b);
   if (all_of_a || all_of_b) return all_of_a == all_of_b && of_a == of_b;
   const std::size_t common = std::min(of_a.size(), of_b.size());
   of_a.resize(common);
   of_b.resize(common);
-  if (of_a != of_b) return false;
-  // Where instances are excluded, looking for the last one may end before it.
-  return !a.excluded_rules.empty() || last_instance(a) == last_instance(b);
+  return of_a == of_b && last_instance(rule, start) == last_instance(later, from);
+}
+
+// The set from `from` on, starting at `start`, an instance of its own or of one of its rules; those
+// before it become dates.
+std::optional<RecurrenceSet> rest_from(const RecurrenceSet& all, LocalSeconds from,
+                                       LocalSeconds start) {
+  RecurrenceSet rest;
+  rest.start = start;
+  bool said = true;
+  const auto start_there = [&](const std::vector<Rule>& rules, bool exclude,
+                               std::vector<Rule>& to) {
+    for (const Rule& rule : rules) {
+      Rule later = rule;
+      if (!said || !start_rule_at(later, all.start, start, exclude)) continue;
+      said = starts_anywhere(rule, all.start, later, start);
+      to.push_back(std::move(later));
+    }
+  };
+  start_there(all.rules, false, rest.rules);
+  start_there(all.excluded_rules, true, rest.excluded_rules);
+  if (!said) return std::nullopt;
+  const auto before = InstanceStream(all, kEffort).append(from, start, kMostDates, rest.dates);
+  for (const LocalSeconds date : all.dates)
+    if (date > start) rest.dates.push_back(date);
+  for (const LocalSeconds date : all.excluded_dates)
+    if (date >= start) rest.excluded_dates.push_back(date);
+  const bool same_start = start == from || has_instance(rest, start) == has_instance(all, start);
+  return before.count == 0 && same_start && has_instance(rest, from) ? std::optional(rest)
+                                                                     : std::nullopt;
 }
 
 std::optional<RecurrenceSet> rest_of_set(const RecurrenceSet& all, LocalSeconds from) {
-  RecurrenceSet rest;
-  rest.start = from;
-  for (Rule rule : all.rules)
-    if (start_rule_at(rule, all.start, from, false)) rest.rules.push_back(std::move(rule));
-  for (Rule rule : all.excluded_rules)
-    if (start_rule_at(rule, all.start, from, true)) rest.excluded_rules.push_back(std::move(rule));
-  for (const LocalSeconds date : all.dates)
-    if (date > from) rest.dates.push_back(date);
-  for (const LocalSeconds date : all.excluded_dates)
-    if (date > from) rest.excluded_dates.push_back(date);
-  if (agree(all, rest, from + 1)) return rest;
+  if (auto rest = rest_from(all, from, from)) return rest;
+  // A rule of every other week, say, goes on in its own weeks.
+  for (const Rule& rule : all.rules) {
+    bool whole = false;
+    const auto next = some_instances(rule, all.start, from, whole);
+    if (rule.interval == 1 || next.empty()) continue;
+    if (auto rest = rest_from(all, from, next[0])) return rest;
+  }
   bool whole = false;
-  rest.dates = instances_from(all, from + 1, kMostDates, whole);
-  if (!whole) return std::nullopt;
-  rest.rules.clear();
-  rest.excluded_rules.clear();
-  rest.excluded_dates.clear();
-  return rest;
+  RecurrenceSet rest{from, {}, instances_from(all, from + 1, kMostDates, kEffort, whole), {}, {}};
+  return whole ? std::optional(rest) : std::nullopt;
 }
 
 }  // namespace
@@ -225,7 +250,7 @@ bool shows_before(const AppointmentRecord& record, LocalSeconds moment, const Zo
   const auto first = set.dates.empty() ? set.start : std::min(set.start, set.dates.front());
   if (first >= moment) return false;
   std::vector<LocalSeconds> found;
-  const auto effort = kCompareEffort + 4 * static_cast<std::int64_t>(gone.size());
+  const auto effort = kEffort + 4 * static_cast<std::int64_t>(gone.size());
   InstanceStream(set, effort).append(first, moment, gone.size() + 1, found);
   return std::any_of(found.begin(), found.end(), [&](LocalSeconds each) {
     return !std::binary_search(gone.begin(), gone.end(), each);
@@ -238,14 +263,18 @@ std::optional<AppointmentRecord> rest_of_series(const AppointmentRecord& record,
   rest.oid = 0;
   rest.uid.clear();
   rest.exceptions = take_exceptions(rest, from);
-  rest.start = from;
-  rest.end = from + (record.end - record.start);
+  const auto start_at = [&](LocalSeconds start) {
+    rest.start = start;
+    rest.end = start + (record.end - record.start);
+  };
   if (record.pattern && has_occurrence(*record.pattern, from)) {
+    start_at(from);
     start_pattern_at(*rest.pattern, from);
     return rest;
   }
   const auto set = rest_of_set(recurrence_of(record, zone), from);
   if (!set) return std::nullopt;
+  start_at(set->start);
   set_recurrence_of(rest, *set);
   return rest;
 }
