@@ -154,6 +154,9 @@ bool NotesPane::move(bool (NotesHistory::*step)(NotesState&)) {
 // Text wraps at the pane's width, or at that of the page; what goes farther, to the right or down,
 // can be scrolled to.
 void NotesPane::lay_out_page() {
+  // The scroll bar takes its room before the first stroke: text must not wrap anew under it.
+  const bool drawn = tool_ != NotesTool::text || now_.width > 0;
+  setVerticalScrollBarPolicy(drawn ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
   const double unit = density_.unit();
   const QPointF extent = extent_of(*now_.ink) * unit;
   const int edge = density_.scaled(kPageEdge), room = viewport()->width();

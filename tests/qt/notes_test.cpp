@@ -130,6 +130,14 @@ TEST(Notes, InkBeyondTheTextCanBeScrolledToAndTextKeepsToThePane) {
 
   // Text that was drawn on wraps as it did then.
   const auto height = [&] { return page.pane->document()->size().height(); };
+  page.pane->set_content({u"short", {}, {}});
+  page.pane->set_tool(NotesTool::pen);
+  page.stroke(20, 20, 60);
+  page.stroke(20, 140, 60);
+  EXPECT_GT(page.pane->verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(page.pane->horizontalScrollBar()->maximum(), 0) << "the bar had its room before";
+  page.pane->set_tool(NotesTool::text);
+  page.pane->set_content(content);
   const double drawn = height();
   const int drawn_width = page.pane->viewport()->width();
   page.pane->set_tool(NotesTool::pen);
