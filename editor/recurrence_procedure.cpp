@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "editor/rule_words.h"
 #include "resources/recurrence_ids.h"
 
 namespace orvello {
@@ -110,10 +111,19 @@ void RecurrenceProcedure::show_step(Dialog& dialog, int step) {
   read_recurrence(dialog, form_);
   const int shown = step == 1 ? kStepTimes : step == 3 ? kStepRange : kPages[form_.kind];
   dialog.set_step(shown);
+  if (step == 3) dialog.set_text(kControlSummary, summary());
   dialog.enable(kControlPreviousStep, step > 1);
   dialog.show(kControlNextStep, step < 3);
   if (keyboard_on_next && step == 3) dialog.focus(kControlDone);
   if (keyboard_on_next && step == 1) dialog.focus(kControlNextStep);
+}
+
+// What will be saved, as long as that is something.
+Text RecurrenceProcedure::summary() const {
+  RecurrenceForm endless = form_;
+  endless.end = SeriesEnd::none;
+  if (recurrence_fault(endless)) return {};
+  return pattern_words(recurrence_pattern(endless, {}), context_.language());
 }
 
 void RecurrenceProcedure::toggle_day(Dialog& dialog, int day) {

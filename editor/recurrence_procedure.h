@@ -19,6 +19,7 @@ class RecurrenceProcedure : public DialogProcedure {
   void chosen(Dialog& dialog, int control);
   void turn(Dialog& dialog, int by);
   void show_step(Dialog& dialog, int step);
+  Text summary() const;
   void toggle_day(Dialog& dialog, int day);
   bool take_times(Dialog& dialog);
   void take_start_date(Dialog& dialog);

@@ -22,6 +22,7 @@ class RulePhrases {
   virtual ~RulePhrases() = default;
   virtual Text every(Frequency frequency, int interval) const = 0;  // the beginning
   virtual Text on_weekdays(const std::vector<int>& weekdays) const = 0;
+  virtual Text on_class(int kind) const = 0;  // "on weekdays"
   virtual Text on_counted_days(const std::vector<CountedDay>& days) const = 0;
   virtual Text on_month_days(const std::vector<int>& days) const = 0;  // below 0 from the end
   virtual Text on_clipped_day(int day) const = 0;  // or the last, of a shorter month

@@ -47,6 +47,10 @@ class EnglishPhrases : public RulePhrases {
   Text on_weekdays(const std::vector<int>& weekdays) const override {
     return u" on " + names(weekdays, conjunction());
   }
+  Text on_class(int kind) const override {
+    if (kind == kNamedAnyDay) return u" on all days";
+    return kind == kNamedWeekday ? u" on weekdays" : u" on weekends";
+  }
   Text on_counted_days(const std::vector<CountedDay>& days) const override {
     std::vector<Text> pieces;
     for (const CountedDay& day : days)

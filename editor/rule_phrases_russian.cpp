@@ -90,6 +90,9 @@ class RussianPhrases : public RulePhrases {
     for (const int day : weekdays) pieces.emplace_back(kDays[day].each);
     return u" по " + joined(pieces);
   }
+  Text on_class(int kind) const override {
+    return kind == kNamedAnyDay ? Text(u" во все дни") : u" по " + Text(kDays[kind].each);
+  }
   Text on_counted_days(const std::vector<CountedDay>& days) const override {
     std::vector<Text> pieces;
     for (const CountedDay& day : days) {

@@ -113,7 +113,9 @@ class Sentence {
       for (const RuleDay& day : rule_.by_day) counted.push_back({day.ordinal, day.weekday});
     }
     if (counted.empty()) {
-      text_ += rule_.by_month_day.empty() ? phrases_.on_weekdays(days) : phrases_.if_weekday(days);
+      text_ += !rule_.by_month_day.empty() ? phrases_.if_weekday(days)
+               : kind >= kNamedWeekday     ? phrases_.on_class(kind)
+                                           : phrases_.on_weekdays(days);
       return !rule_.by_month_day.empty();
     }
     text_ += phrases_.on_counted_days(counted);

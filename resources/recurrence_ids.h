@@ -66,6 +66,7 @@ inline constexpr int kControlRangeEnd = 1102;
 inline constexpr int kControlEndAfter = 1709;
 inline constexpr int kControlCount = 1044;
 inline constexpr int kControlCountLabel = 1814;
+inline constexpr int kControlSummary = 1815;  // the pages in words
 inline constexpr int kControlDone = 1045;
 
 inline constexpr int kControlNextStep = 1042;

@@ -11,7 +11,8 @@ using Down = ControlTemplate::Down;
 
 constexpr int kStepWidth = 240, kStepHeight = 200, kTouched = 27;
 constexpr int kRows[] = {4, 35, 66, 97};  // tops of what is touched
-constexpr int kNumberLimit = 9;           // digits
+constexpr Color kSummaryColor = rgb(106, 108, 122);
+constexpr int kNumberLimit = 9;  // digits
 constexpr int kTypedTimeLimit = 20;
 
 // Adds the controls of one step after the other.
@@ -140,15 +141,17 @@ void RecurrenceTemplate::add_yearly() {
 }
 
 void RecurrenceTemplate::add_range() {
+  constexpr int rows[] = {4, 33, 62, 91};
   step_ = kStepRange;
-  label(kControlRangeStartLabel, u"Начало:", u"Start:", 4, kRows[0], 80);
-  add(Kind::date_picker, kControlRangeStart, {88, kRows[0], 148, kTouched}, Across::stretch);
-  radio(kControlNoEnd, u"Не заканчивается", u"No end", kRows[1], 232, 4);
-  radio(kControlEndBy, u"Конец на", u"End by", kRows[2], 80, 4);
-  add(Kind::date_picker, kControlRangeEnd, {88, kRows[2], 148, kTouched}, Across::stretch);
-  radio(kControlEndAfter, u"Конец при", u"End after", kRows[3], 80, 4);
-  number(kControlCount, 88, kRows[3], 48);
-  label(kControlCountLabel, u"напоминании(-ях)", u"occurrence(s)", 140, kRows[3], 96);
+  label(kControlRangeStartLabel, u"Начало:", u"Start:", 4, rows[0], 80);
+  add(Kind::date_picker, kControlRangeStart, {88, rows[0], 148, kTouched}, Across::stretch);
+  radio(kControlNoEnd, u"Не заканчивается", u"No end", rows[1], 232, 4);
+  radio(kControlEndBy, u"Конец на", u"End by", rows[2], 80, 4);
+  add(Kind::date_picker, kControlRangeEnd, {88, rows[2], 148, kTouched}, Across::stretch);
+  radio(kControlEndAfter, u"Конец при", u"End after", rows[3], 80, 4);
+  number(kControlCount, 88, rows[3], 48);
+  label(kControlCountLabel, u"напоминании(-ях)", u"occurrence(s)", 140, rows[3], 96);
+  add(Kind::label, kControlSummary, {4, 119, 232, 32}, Across::stretch).color = kSummaryColor;
 }
 
 // Done stands in the place of Next, which goes where there is no further step.

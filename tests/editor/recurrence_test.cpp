@@ -247,6 +247,7 @@ TEST_F(RecurrenceDialogTest, LeadsThroughItsSteps) {
     form.press(kControlNextStep);
     EXPECT_FALSE(form.seen(kControlNextStep));
     EXPECT_EQ(form.focused, kControlDone);
+    EXPECT_EQ(form.text(kControlSummary), u"Every 2 months on the last Tuesday");
     form.choose_date(kControlRangeEnd, {12, 31, 2027});
     EXPECT_TRUE(form.checked(kControlEndBy));
     form.choose_date(kControlRangeStart, {11, 25, 2026});
