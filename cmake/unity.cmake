@@ -4,6 +4,7 @@
 set(alone
   app/list_pointer.cpp
   calendar/rule_text.cpp
+  editor/rule_phrases_russian.cpp
   exchange/event_writer.cpp
   exchange/importer_messages.cpp
   exchange/recurrence_reader.cpp
@@ -16,6 +17,8 @@ set(alone
   hosts/qt/qt_main_window.cpp
   hosts/qt/qt_shell.cpp
   resources/editor_templates.cpp
+  resources/editor_templates.cpp
+  resources/recurrence_template.cpp
   settings/category_props.cpp
   settings/profiles.cpp
   store/embedded/calendar_restore.cpp

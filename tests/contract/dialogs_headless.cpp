@@ -1,16 +1,11 @@
 #include "hosts/headless/headless_host.h"
 #include "tests/contract/dialogs_contract.h"
-#include "tests/contract/editor_scenarios.h"
 #include "tests/contract/headless_bench.h"
 
 namespace orvello::test {
 namespace {
 
 INSTANTIATE_TEST_SUITE_P(Headless, DialogsContract, testing::Values(MakeBench([] {
-                           return std::make_unique<HeadlessBench>();
-                         })));
-
-INSTANTIATE_TEST_SUITE_P(Headless, EditorScenarios, testing::Values(MakeBench([] {
                            return std::make_unique<HeadlessBench>();
                          })));
 

@@ -3,16 +3,12 @@
 // The suite itself, as this is another test program.
 #include "tests/contract/dialog_runs_contract.cpp"  // NOLINT
 #include "tests/contract/dialogs_contract.cpp"      // NOLINT
-#include "tests/contract/editor_scenarios.cpp"      // NOLINT
 #include "tests/contract/every_kind.cpp"            // NOLINT
 
 namespace orvello::test {
 namespace {
 
 INSTANTIATE_TEST_SUITE_P(Qt, DialogsContract,
-                         testing::Values(MakeBench([] { return std::make_unique<QtPerson>(); })));
-
-INSTANTIATE_TEST_SUITE_P(Qt, EditorScenarios,
                          testing::Values(MakeBench([] { return std::make_unique<QtPerson>(); })));
 
 }  // namespace

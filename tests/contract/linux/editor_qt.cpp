@@ -10,9 +10,10 @@
 #include "settings/pretexts.h"
 #include "tests/contract/linux/qt_person.h"
 // The suite itself, as this is another test program.
-#include "tests/contract/companions_contract.cpp"  // NOLINT
-#include "tests/contract/editor_contract.cpp"      // NOLINT
-#include "tests/contract/editor_desk.cpp"          // NOLINT
+#include "tests/contract/companions_contract.cpp"   // NOLINT
+#include "tests/contract/editor_contract.cpp"       // NOLINT
+#include "tests/contract/editor_desk.cpp"           // NOLINT
+#include "tests/contract/editor_runs_contract.cpp"  // NOLINT
 
 namespace orvello::test {
 namespace {
