@@ -1,6 +1,7 @@
 #include "store/save_appointment.h"
 
 #include <optional>
+#include <vector>
 
 #include "ports/messages.h"
 #include "store/form_parts.h"
@@ -49,7 +50,7 @@ class AppointmentSave {
   void write_fields(Appointment& item);
   bool write_recurrence(Appointment& item);
   SaveResult tell(Step result, EditStep step);
-  void send(std::int32_t oid);
+  void send(const std::vector<std::int32_t>& oids);
 
   const OperationContext& c_;
   const AppointmentForm& opened_;
@@ -194,6 +195,7 @@ AppointmentSave::Step AppointmentSave::write_parts(MeantAppointment& meant) {
 
 // In one transaction. `changed`: not what the person was asked about.
 AppointmentSave::Step AppointmentSave::write(EditStep& step) {
+  if (parts_.empty()) return Step::done;
   Step result = Step::failed;
   if (!c_.session.app()) return result;
   MeantAppointment meant;
@@ -218,16 +220,17 @@ AppointmentSave::Step AppointmentSave::write(EditStep& step) {
   return Step::done;
 }
 
-// As it was saved: only then has it all that a request says.
-void AppointmentSave::send(std::int32_t oid) {
-  std::optional<SendResult> result;
-  {
-    const WaitCursor waiting(c_.window);
-    if (const auto item = c_.session.ItemFromOid(oid)) result = item->send();
+// As they were saved: only then they have all that a request says. It may ask, and may take its
+// time while the window is drawn: no wait cursor.
+void AppointmentSave::send(const std::vector<std::int32_t>& oids) {
+  for (const std::int32_t oid : oids) {
+    const auto item = c_.session.ItemFromOid(oid);
+    const auto result = item ? item->send() : SendResult::failed;
+    if (result == SendResult::sent || result == SendResult::no_recipients) continue;
+    c_.boxes.show(with_reason(c_.session, u"The attendees were not informed."), kSaveError,
+                  BoxIcon::warning);
+    return;
   }
-  if (result == SendResult::sent || result == SendResult::no_recipients) return;
-  c_.boxes.show(with_reason(c_.session, u"The attendees were not informed."), kSaveError,
-                BoxIcon::warning);
 }
 
 SaveResult AppointmentSave::tell(Step result, EditStep step) {
@@ -248,6 +251,7 @@ SaveResult AppointmentSave::tell(Step result, EditStep step) {
 
 SaveResult AppointmentSave::run() {
   std::optional<bool> inform;
+  const std::int32_t opened_oid = form_.choice.oid;
   for (int round = 1;; ++round) {
     const SaveResult prepared = prepare();
     if (prepared != SaveResult::saved) return prepared;
@@ -259,7 +263,11 @@ SaveResult AppointmentSave::run() {
     }();
     if ((result == Step::changed || result == Step::lacking) && round < kMostRounds) continue;
     const SaveResult told = tell(result, std::move(step));
-    if (told == SaveResult::saved && *inform) send(form_.choice.oid);
+    if (told != SaveResult::saved || !*inform) return told;
+    // A series that was divided ends earlier for them, too.
+    const std::int32_t saved_oid = form_.choice.oid;
+    send(opened_oid == 0 || opened_oid == saved_oid ? std::vector{saved_oid}
+                                                    : std::vector{opened_oid, saved_oid});
     return told;
   }
 }

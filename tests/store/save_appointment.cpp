@@ -247,6 +247,19 @@ TEST_F(SaveAppointment, ThisAndAllThatFollowAreASeriesOfTheirOwn) {
   EXPECT_EQ(stored(oid).fields.location, u"");
   EXPECT_EQ(stored(form.choice.oid).fields.location, u"Room 2");
   EXPECT_EQ(boxes_shown(), "");
+  // Who is told of the rest is told of the end of what was before, if they knew of that.
+  for (const int from : {8, 9}) {
+    answer({BoxAnswer::yes});
+    EXPECT_EQ(edit({form.choice.oid, at(from, 8), EditScope::following},
+                   [&](AppointmentForm& rest) {
+                     rest.attendees = {{u"Ann", u"ann@example.org"}};
+                     rest.busy_status = from - 8;
+                   }),
+              SaveResult::saved);
+    EXPECT_EQ(boxes_shown(), kInform);
+    EXPECT_EQ(store.sent.size(), from == 8 ? 1u : 3u);
+  }
+  form.choice.oid = oid + 1;
   // On other days the changed one has no place.
   answer({BoxAnswer::no});
   EXPECT_EQ(edit({form.choice.oid}, weekly), SaveResult::not_saved);
@@ -331,6 +344,48 @@ TEST_F(SaveAppointment, NotesAreWrittenWhereTheyFit) {
     EXPECT_EQ(boxes_shown(), told);
     EXPECT_EQ(stored(form.choice.oid).fields.body_ink.size(), ink);
     EXPECT_EQ(to_utf8(stored(form.choice.oid).fields.body), body);
+  }
+}
+
+// Nothing is saved in part, and nothing fails in silence.
+TEST_F(SaveAppointment, EveryReadAndWriteMayFail) {
+  answer({BoxAnswer::no});
+  AppointmentForm series = meeting();
+  weekly(series);
+  EXPECT_EQ(make(series), SaveResult::saved);
+  const auto oid = form.choice.oid;
+  const auto one = occurrence(oid, at(10, 9));
+  write_all(*one, fields(u"Retro", at(10, 15), at(10, 16)));
+  EXPECT_TRUE(one->save());
+  const auto kept = store.contents();
+  for (const EditorChoice& choice :
+       {EditorChoice{oid}, EditorChoice{oid, at(17, 9), EditScope::occurrence},
+        EditorChoice{oid, at(17, 9), EditScope::following}}) {
+    store.put_back(kept);
+    const auto before = opened(choice.oid, choice.occurrence, choice.scope);
+    form = before;
+    EXPECT_EQ(save_appointment(context, before, form), SaveResult::saved);
+    EXPECT_EQ(store.contents().records.begin()->second.exceptions.size(), 1u);
+    EXPECT_EQ(store.contents().records.size(), 1u) << "nothing is written for nothing";
+    bool reached = true;
+    for (int call = 1; reached; ++call) {
+      store.put_back(kept);
+      boxes_shown();
+      answer({BoxAnswer::no});
+      form = before;
+      form.subject = u"New";
+      if (choice.scope != EditScope::occurrence) form.end_time = 11 / 24.0;
+      store.faults.call = call;
+      const SaveResult result = save_appointment(context, before, form);
+      reached = store.faults.call == 0;
+      store.faults = {};
+      EXPECT_EQ(store.contents().records.size() > 1 || on(17).find("New") != std::string::npos,
+                result == SaveResult::saved)
+          << call;
+      EXPECT_TRUE(result == SaveResult::saved || boxes_shown().find("Error|") != std::string::npos)
+          << call;
+      EXPECT_EQ(window.wait_cursors(), 0);
+    }
   }
 }
 
