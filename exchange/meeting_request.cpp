@@ -12,6 +12,7 @@
 #include "exchange/export.h"
 #include "exchange/first_fault.h"
 #include "exchange/series_parts.h"
+#include "exchange/zone_names.h"
 
 namespace orvello {
 namespace {
@@ -132,7 +133,7 @@ void RequestWriter::take_attendees(const AppointmentRecord& record) {
 
 // The device's local time is nobody else's.
 void RequestWriter::anchor(AppointmentRecord& record) const {
-  const std::string zone = clock_.zone_name();
+  const std::string named = clock_.zone_name(), zone = is_utc_name(named) ? "UTC" : named;
   const bool known = zone == "UTC" || clock_.known_zone(zone).has_value();
   const auto anchor_times = [&](auto& item) {
     if (!item.zone.empty() || item.fields.all_day) return;

@@ -102,6 +102,11 @@ TEST_F(MeetingRequestTest, SaysAllOfASeries) {
   single.exceptions.clear();
   EXPECT_NE(meeting_request(store, single, me, clock)->calendar.find("DTSTART:20260504T070000Z"),
             std::string::npos);
+  clock.zone_rules["Etc/UTC"] = "UTC0";
+  clock.set_zone("Etc/UTC");
+  const std::string everywhere = meeting_request(store, weekly(), me, clock)->calendar;
+  EXPECT_NE(everywhere.find("EXDATE:20260518T090000Z"), std::string::npos) << everywhere;
+  EXPECT_EQ(everywhere.find("VTIMEZONE"), std::string::npos) << everywhere;
 }
 
 TEST_F(MeetingRequestTest, TheSequenceRisesWithWhatWasAgreed) {
