@@ -38,7 +38,7 @@ Occurs row_of(const RecurrencePattern& pattern) {
 std::vector<Text> occurs_rows(CalendarDate start_date, const LocaleData& locale) {
   const auto texts = recurrence_choice_texts(start_date, locale);
   std::vector<Text> rows(texts.begin(), texts.end());
-  rows.push_back(Text(kEditPattern));
+  rows.emplace_back(kEditPattern);
   return rows;
 }
 
