@@ -80,6 +80,23 @@ void write_fields(Appointment& item, AppointmentFieldSet named,
   ASSERT_TRUE(item.write(fields, named).empty());
 }
 
+// The third is deleted, the fourth renamed, the last moved past all others.
+void change_some(StoreApplication& app, std::int32_t oid) {
+  const auto plain = rows(app);
+  const auto item = app.item_from_oid(oid);
+  const auto pattern = item->pattern();
+  OccurrenceError error;
+  const auto last = pattern->occurrence(plain.back().start, error);
+  ASSERT_TRUE(last);
+  write_fields(*last, {Field::start, Field::end}, [](auto& f) { f.start += 9, f.end += 9; });
+  ASSERT_TRUE(last->save());
+  if (plain.size() < 5) return;
+  ASSERT_TRUE(pattern->occurrence(plain[2].start, error)->remove());
+  const auto renamed = pattern->occurrence(plain[3].start, error);
+  write_fields(*renamed, {Field::subject}, [](auto& f) { f.subject = u"renamed"; });
+  ASSERT_TRUE(renamed->save());
+}
+
 struct Division {
   const char* rules;
   const char* zone = "";
@@ -120,22 +137,7 @@ TEST_P(CalendarStoreContract, ASeriesIsDividedAnywhereAndShowsWhatItDid) {
     ASSERT_TRUE(store_->begin());  // for all of them, as a disk takes its time
     const auto oid = store_->put(record);
     ASSERT_NE(oid, 0);
-    {  // the third is deleted, the fourth renamed, the last moved past all others
-      const auto plain = rows(*app_);
-      const auto item = app_->item_from_oid(oid);
-      const auto pattern = item->pattern();
-      OccurrenceError error;
-      ASSERT_TRUE(pattern->occurrence(plain.back().start, error));
-      const auto last = pattern->occurrence(plain.back().start, error);
-      write_fields(*last, {Field::start, Field::end}, [](auto& f) { f.start += 9, f.end += 9; });
-      ASSERT_TRUE(last->save());
-      if (plain.size() > 4) {
-        ASSERT_TRUE(pattern->occurrence(plain[2].start, error)->remove());
-        const auto renamed = pattern->occurrence(plain[3].start, error);
-        write_fields(*renamed, {Field::subject}, [](auto& f) { f.subject = u"renamed"; });
-        ASSERT_TRUE(renamed->save());
-      }
-    }
+    ASSERT_NO_FATAL_FAILURE(change_some(*app_, oid));
     const auto before = rows(*app_);
     const auto state = app_->item_from_oid(oid)->state();
     for (std::ptrdiff_t at = 0; at < std::ssize(before); ++at) {
@@ -254,12 +256,35 @@ TEST_P(CalendarStoreContract, WhatFollowsOfASeriesThatChangedElsewhereIsToldAndN
 namespace {
 
 // A weekly series of Thursdays, its second one deleted, the third renamed, the fourth moved to the
-// Friday, the eighth renamed; with the pattern that it is given.
+// Friday, the eighth renamed. `zoned`: these are Wednesdays in its zone; `rules`: no pattern has
+// it.
+AppointmentRecord thursdays(bool zoned, bool rules) {
+  AppointmentRecord record = series_from(rules ? "RRULE:FREQ=WEEKLY;BYHOUR=9" : nullptr);
+  if (zoned) {
+    record.zone = "America/New_York";
+    record.start -= 15 * 3600;
+    record.end -= 15 * 3600;
+  }
+  if (!rules) {
+    record.pattern = weekly(day_of(record.start).number(), 1 << (zoned ? 3 : 4));
+    record.pattern->start_time = time_of_day(to_calendar_date(record.start));
+    record.pattern->end_time = time_of_day(to_calendar_date(record.end));
+  }
+  const auto at = [&](int week) { return record.start + week * 7 * kSecondsPerDay; };
+  auto moved = exception_of(record, at(3), u"moved");
+  moved.start += kSecondsPerDay + 3 * 3600;
+  moved.end = moved.start + 600;
+  record.exceptions = {exception_of(record, at(1), {}), exception_of(record, at(2), u"third"),
+                       moved, exception_of(record, at(7), u"eighth")};
+  return record;
+}
+
+// The pattern that it is given, how many changes are lost, and what four weeks then show.
 struct Repattern {
   const char* name;
   std::function<void(RecurrencePattern&)> change;
   int lost;
-  const char* first_rows;  // of four weeks
+  const char* first_rows;
 };
 
 const Repattern kRepatterns[] = {
@@ -291,23 +316,7 @@ TEST_P(CalendarStoreContract, ANewPatternKeepsTheExceptionsOfItsDays) {
       const bool zoned = *kind == 'A', rules = *kind == 'r';
       if (zoned) clock_.offset = 10 * 3600;
       clock_.zone = zoned ? "Far/East" : "Europe/Berlin";
-      AppointmentRecord record = series_from(rules ? "RRULE:FREQ=WEEKLY;BYHOUR=9" : nullptr);
-      if (zoned) {
-        record.zone = "America/New_York";
-        record.start -= 15 * 3600;
-        record.end -= 15 * 3600;
-      }
-      if (!rules) {
-        record.pattern = weekly(day_of(record.start).number(), 1 << (zoned ? 3 : 4));
-        record.pattern->start_time = time_of_day(to_calendar_date(record.start));
-        record.pattern->end_time = time_of_day(to_calendar_date(record.end));
-      }
-      const auto at = [&](int week) { return record.start + week * 7 * kSecondsPerDay; };
-      auto moved = exception_of(record, at(3), u"moved");
-      moved.start += kSecondsPerDay + 3 * 3600;
-      moved.end = moved.start + 600;
-      record.exceptions = {exception_of(record, at(1), {}), exception_of(record, at(2), u"third"),
-                           moved, exception_of(record, at(7), u"eighth")};
+      const AppointmentRecord record = thursdays(zoned, rules);
       ASSERT_TRUE(store_->begin());
       const auto oid = store_->put(record);
       ASSERT_NE(oid, 0);
