@@ -260,11 +260,12 @@ void ChooserProcedure::mark_all(Dialog& dialog, bool chosen) {
 
 void ChooserProcedure::add_label(Dialog& dialog) {
   const Text label = label_of(dialog.text(kControlLabel));
-  if (labels_->add(label, rows_)) {
-    const auto added = std::find_if(rows_.begin(), rows_.end(),
-                                    [&](const ChooserRow& row) { return row.name == label; });
-    if (added != rows_.end()) row_ = static_cast<int>(added - rows_.begin());
-    show_rows(dialog);
+  const bool added = labels_->add(label, rows_);
+  const auto row =
+      std::find_if(rows_.begin(), rows_.end(), [&](const auto& one) { return one.name == label; });
+  if (row != rows_.end()) row_ = static_cast<int>(row - rows_.begin());
+  show_rows(dialog);
+  if (added) {
     dialog.set_text(kControlLabel, {});
     enable_label_buttons(dialog, false, false);
   }

@@ -1,6 +1,7 @@
 #include "editor/label_list.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "editor/letters.h"
 #include "settings/category_list.h"
@@ -14,8 +15,11 @@ constexpr int kListlessGeneration = 3;  // labels are what the items carry
 
 Text label_of(TextView typed) { return Text(trimmed(cut(trimmed(typed), kLabelLength))); }
 
-std::vector<ChooserRow> LabelList::read() const {
-  std::vector<Text> labels;
+std::vector<ChooserRow> LabelList::read() const { return rows_of(carried_, carried_); }
+
+std::vector<ChooserRow> LabelList::rows_of(std::vector<Text> labels,
+                                           const std::vector<Text>& chosen) const {
+  std::vector<Text> listed;
   readCategoryList(
       context_.volume, context_.platform_generation,
       [this](int number) -> std::optional<Text> {
@@ -23,17 +27,18 @@ std::vector<ChooserRow> LabelList::read() const {
         if (!folder) return std::nullopt;
         return folder->category_text();
       },
-      labels);
-  for (Text& label : labels) label = label_of(label);
-  labels.insert(labels.end(), carried_.begin(), carried_.end());
-  return category_rows(std::move(labels), carried_, context_.host.locale);
+      listed);
+  for (const Text& label : listed) labels.push_back(label_of(label));
+  return category_rows(std::move(labels), chosen, context_.host.locale);
 }
 
-void LabelList::read_again(std::vector<ChooserRow>& rows) const {
+// What is chosen stays, even where the list cannot be read now; but for what was taken out of it.
+void LabelList::read_again(std::vector<ChooserRow>& rows, TextView removed) const {
   const std::vector<Text> chosen = labels_of(chosen_categories(rows));
-  rows = read();
-  for (ChooserRow& row : rows)
-    row.chosen = std::find(chosen.begin(), chosen.end(), row.name) != chosen.end();
+  std::vector<Text> labels = carried_;
+  std::copy_if(chosen.begin(), chosen.end(), std::back_inserter(labels),
+               [removed](const Text& label) { return label != removed; });
+  rows = rows_of(std::move(labels), chosen);
 }
 
 bool LabelList::add(TextView typed, std::vector<ChooserRow>& rows) {
@@ -57,7 +62,10 @@ bool LabelList::add(TextView typed, std::vector<ChooserRow>& rows) {
     addCategory(context_.volume, label);
   read_again(rows);
   // Who adds a label while choosing wants it.
-  for (ChooserRow& row : rows) row.chosen = row.chosen || row.name == label;
+  const auto added = std::find_if(rows.begin(), rows.end(),
+                                  [&](const ChooserRow& row) { return row.name == label; });
+  if (added == rows.end()) return false;
+  added->chosen = true;
   return true;
 }
 
@@ -70,9 +78,9 @@ bool LabelList::remove(TextView typed, std::vector<ChooserRow>& rows) {
         u"Error", BoxIcon::warning);
     return false;
   }
-  if (removeCategory(context_.volume, label) == 1)
-    carried_.erase(std::remove(carried_.begin(), carried_.end(), label), carried_.end());
-  read_again(rows);
+  const bool removed = removeCategory(context_.volume, label) == 1;
+  if (removed) carried_.erase(std::remove(carried_.begin(), carried_.end(), label), carried_.end());
+  read_again(rows, removed ? TextView(label) : TextView());
   return true;
 }
 

@@ -23,7 +23,8 @@ class LabelList {
   bool remove(TextView typed, std::vector<ChooserRow>& rows);
 
  private:
-  void read_again(std::vector<ChooserRow>& rows) const;
+  std::vector<ChooserRow> rows_of(std::vector<Text> labels, const std::vector<Text>& chosen) const;
+  void read_again(std::vector<ChooserRow>& rows, TextView removed = {}) const;
 
   const EditorContext& context_;
   std::vector<Text> carried_;  // and those that this device keeps with the appointments alone

@@ -201,6 +201,21 @@ TEST_F(ChooserDialogTest, LabelsAreAddedAndRemoved) {
   EXPECT_EQ(kept.size(), 3u);
 }
 
+TEST_F(ChooserDialogTest, WhatIsChosenStaysWhereTheListCannotBeReadAgain) {
+  on(u"adddeletebarshow");
+  EXPECT_TRUE(choose([this](HeadlessDialog& form) {
+    form.tap_row(kControlChooserList, 0);
+    device.databases.fail_open = DatabaseError::not_enough_memory;
+    form.type(kControlLabel, u"Garden");
+    form.press(kControlAddLabel);
+    EXPECT_EQ(shown(form), (Messages{"+Birthday", "+Work", "+Zoo"}));
+    EXPECT_EQ(form.text(kControlLabel), u"Garden") << "what was typed as well";
+    EXPECT_EQ(boxes_shown(), (Messages{"Error: Not enough memory", "Error: Not enough memory"}));
+    form.press(kControlHeaderOk);
+  }));
+  EXPECT_EQ(categories, u"Birthday,Work,Zoo");
+}
+
 TEST_F(ChooserDialogTest, AnEmptyListSaysSoAndOffersToAdd) {
   categories.clear();
   generation = 3;
