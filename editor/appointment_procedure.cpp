@@ -164,7 +164,9 @@ void AppointmentProcedure::keep_typed(Dialog& dialog) {
   if (!readable_) return;
   AppointmentForm now = sheet_.gathered(dialog);
   if (now == kept_) return;
-  if (keep_draft(context_.volume, {draft_.opened, now})) kept_ = std::move(now);
+  if (!keep_draft(context_.volume, {draft_.opened, now})) return;
+  kept_ = std::move(now);
+  has_kept_ = true;
 }
 
 }  // namespace orvello

@@ -20,6 +20,7 @@ class AppointmentProcedure : public DialogProcedure {
                        EditorDraft& draft, bool readable);
   void handle(Dialog& dialog, const DialogEvent& event) override;
   bool may_close(Dialog& dialog) override;
+  bool kept_draft() const { return has_kept_; }
 
  private:
   void open(Dialog& dialog);
@@ -43,7 +44,8 @@ class AppointmentProcedure : public DialogProcedure {
   EditorDraft& draft_;
   AppointmentSheet sheet_;
   EditorLines lines_;
-  AppointmentForm kept_;  // of the draft
+  AppointmentForm kept_;  // of the draft, else as it was opened
+  bool has_kept_ = false;
   bool readable_;
   bool notes_shown_ = false;
   const EditorLine* refused_ = nullptr;  // left with what is no time, until it has the focus again

@@ -49,11 +49,11 @@ void EditorForms::edit(const EditorChoice& wanted) {
     if (!draft.opened.recurring) draft.opened.pattern = fresh_pattern(draft.opened.start_date);
   }
   draft.form = draft.opened;
-  run(std::move(draft), readable);
+  run(std::move(draft), readable, false);
 }
 
-// A draft that was kept is forgotten once the editor ends, however that is.
-void EditorForms::run(EditorDraft draft, bool readable) {
+// What was kept of it is forgotten once the editor ends, however that is.
+void EditorForms::run(EditorDraft draft, bool readable, bool kept) {
   const GreyMenuBar grey(context_.host.menu_bar);
   const EditorPretexts offered = pretexts(context_.volume);
   if (draft.form.choice.oid == 0 && draft.form == draft.opened)
@@ -64,13 +64,15 @@ void EditorForms::run(EditorDraft draft, bool readable) {
     AppointmentProcedure procedure(context_, offered, draft, readable);
     const int result = context_.host.dialogs.run_modal(dialog, procedure);
     context_.host.input.hide_input_panel();
+    kept = kept || procedure.kept_draft();
     if (result != AppointmentProcedure::kGone) break;
     draft.form = as_new(draft.form);
     draft.opened = new_appointment(context_.settings);
   }
-  (void)forget_draft(context_.volume);
+  if (kept) (void)forget_draft(context_.volume);
 }
 
+// Left without an answer, it is offered again by the next start.
 bool EditorForms::offer_draft() {
   std::optional<EditorDraft> draft = kept_draft(context_.volume);
   if (!draft) return false;
@@ -80,10 +82,10 @@ bool EditorForms::offer_draft() {
       format(u"\"%s\" was being edited when the program ended, and was not saved.\nDo you want to "
              u"go on with it?",
              named),
-      u"Appointment", BoxIcon::none, BoxButtons::yes_no);
+      u"Appointment", BoxIcon::none, BoxButtons::yes_no_cancel);
   if (answer == BoxAnswer::yes)
-    run(std::move(*draft), true);
-  else
+    run(std::move(*draft), true, true);
+  else if (answer == BoxAnswer::no)
     (void)forget_draft(context_.volume);
   return true;
 }

@@ -16,7 +16,8 @@ class EditorForms : public AppointmentEditor {
   bool offer_draft();
 
  private:
-  void run(EditorDraft draft, bool readable);
+  // `kept`: as an earlier run left it.
+  void run(EditorDraft draft, bool readable, bool kept);
 
   EditorContext context_;
 };

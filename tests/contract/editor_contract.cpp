@@ -429,6 +429,12 @@ TEST_P(EditorContract, WhatWasTypedOutlivesTheProcess) {
   desk->open({});
   ASSERT_TRUE(draft);
   EXPECT_EQ(draft->form.subject, u"Half typed");
+  ASSERT_TRUE(keep_draft(desk->volume, *draft));
+  desk->device.boxes.answers = {BoxAnswer::cancel};
+  EXPECT_TRUE(EditorForms(desk->here).offer_draft());
+  desk->meet([&] { desk->tap(kEditorPrivate); });
+  desk->open({});
+  EXPECT_TRUE(kept_draft(desk->volume)) << "nobody said that it is not wanted";
   for (const bool wanted : {false, true}) {
     ASSERT_TRUE(keep_draft(desk->volume, *draft));
     desk->device.boxes.answers = {wanted ? BoxAnswer::yes : BoxAnswer::no};
