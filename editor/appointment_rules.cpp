@@ -81,8 +81,6 @@ AppointmentForm as_new(const AppointmentForm& form) {
   fresh.recurring = false;
   fresh.rules.clear();
   fresh.pattern = fresh_pattern(form.start_date);
-  if (fresh.end_date >= kNoDate)
-    fresh.end_date = after_days(form.start_date, form.end_time < form.start_time ? 1 : 0);
   return fresh;
 }
 
@@ -115,14 +113,11 @@ Text attendees_summary(const std::vector<StoreRecipient>& attendees) {
 
 FormTimes times_of(const AppointmentForm& form, const SettingsRecord& settings) {
   FormTimes times{form.start_date, form.end_date, form.start_time, form.end_time};
-  const bool series = form.recurring && form.choice.scope != EditScope::occurrence;
-  if (series && form.rules.empty()) {
-    times.start_date = form.pattern.pattern_start_date;
-    put_end(times, moment(times.start_date, form.pattern.start_time) +
+  if (form.recurring && form.choice.scope != EditScope::occurrence) {
+    if (form.rules.empty()) times.start_date = form.pattern.pattern_start_date;
+    put_end(times, moment(times.start_date, form.all_day ? 0 : form.start_time) +
                        std::int64_t{form.pattern.duration} * 60);
     times.end_time = form.end_time;
-  } else if (series) {
-    times.end_date = after_days(times.start_date, form.end_time < form.start_time ? 1 : 0);
   }
   if (form.all_day) {
     times.start_time = time_of(settings.default_start);
@@ -167,7 +162,10 @@ void apply_times(AppointmentForm& form, const FormTimes& times) {
   } else if (!form.recurring) {
     form.start_date = times.start_date;
     form.end_date = times.end_date;
-  } else if (form.rules.empty()) {
+  } else if (!form.rules.empty()) {
+    form.end_date = times.end_date;
+    put_times(form.pattern, times, form.all_day);
+  } else {
     put_times(form.pattern, times, form.all_day);
     form.start_date = form.pattern.pattern_start_date;
     form.end_date = has_end_date(form.pattern) ? form.pattern.pattern_end_date : kNoDate;

@@ -46,7 +46,7 @@ void set_end_time(FormTimes& times, CalendarDate time, bool dates_fixed);
 void set_start_date(FormTimes& times, CalendarDate date);
 void set_end_date(FormTimes& times, CalendarDate date);
 // Puts them into the form, as it is to be saved. Of one occurrence, and where a series keeps its
-// rule, the dates stay what they were.
+// rule, the start's date stays what it was.
 void apply_times(AppointmentForm& form, const FormTimes& times);
 
 bool has_end_date(const RecurrencePattern& pattern);

@@ -45,7 +45,8 @@ struct AppointmentForm {
   Text categories;      // comma-separated, empty for none
   std::vector<StoreRecipient> attendees;
   bool recurring = false;
-  RecurrencePattern pattern;  // of a recurring one whose rule a pattern holds
+  // Of a recurring one whose rule a pattern holds; of another one its duration alone counts.
+  RecurrencePattern pattern;
   // Recurrence lines that no pattern holds (StorePattern::rules); kept as long as it is not empty,
   // while the times may change.
   std::string rules;

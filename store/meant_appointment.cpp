@@ -108,10 +108,12 @@ bool fill_form(AllDayEnd all_day_end, const MeantAppointment& from, AppointmentF
   const auto held = pattern ? pattern->fields()
                             : Result<std::optional<RecurrencePattern>>::failure(std::string());
   if (!held) return false;
-  if (*held)
+  if (*held) {
     form.pattern = **held;
-  else
+  } else {
+    form.pattern.duration = series.duration_minutes();
     form.rules = to_utf8(pattern->rules());
+  }
   if (!*held && form.rules.empty()) form.rules = kUntoldRules;
   return true;
 }

@@ -383,6 +383,63 @@ TEST_P(EditorContract, AsksWhichOfASeriesIsMeant) {
   EXPECT_EQ(desk->stored(oid).pattern.pattern_start_date, kSaturday);
 }
 
+// Whatever the kind: only what the person changes is changed, and a rule that no pattern holds
+// keeps its form while its time moves.
+TEST_P(EditorContract, OkWithoutAChangeChangesNothing) {
+  struct Kind {
+    const char* rules;
+    bool all_day;
+    int days;
+    std::int32_t reminder;
+  };
+  const Kind kinds[] = {{"", false, 0, 90},
+                        {"", true, 2, 0},
+                        {"RRULE:FREQ=WEEKLY", false, 0, 30},
+                        {"RRULE:FREQ=WEEKLY;COUNT=5", true, 1, 0},
+                        {"RRULE:FREQ=MONTHLY;BYMONTHDAY=21;COUNT=7", false, 1, 0},
+                        {"RRULE:FREQ=MONTHLY;BYDAY=3SA,1SU", false, 0, 0},
+                        {"RRULE:FREQ=WEEKLY;INTERVAL=2;WKST=SU;BYDAY=SA,SU", false, 1, 0}};
+  for (const Kind& kind : kinds) {
+    SCOPED_TRACE(std::string(kind.rules) + " " + std::to_string(kind.days));
+    AppointmentRecord record = one_hour({11, 21, 2026}, kind.all_day ? 0 : 9, u"A");
+    record.end += kind.days * kSecondsPerDay;
+    record.rules = kind.rules;
+    record.fields.all_day = kind.all_day;
+    record.fields.reminder_set = kind.reminder > 0;
+    record.fields.reminder_minutes = kind.reminder;
+    const std::int32_t oid = desk->device.store.put(record);
+    const AppointmentRecord before = **desk->device.store.load(oid);
+    const auto edit = [&](std::function<void()> acts) {
+      const auto editor = [&, acts] {
+        desk->meet([&, acts] {
+          acts();
+          desk->tap(kEditorOk);
+        });
+      };
+      if (record.rules.empty())
+        editor();
+      else
+        desk->bench->in_front([&, editor] {
+          editor();
+          desk->bench->tap(kChooseSeries);
+        });
+      desk->open({oid, kind.all_day ? kSaturday : kSaturday + 9.0 / 24, EditScope::series});
+      EXPECT_EQ(desk->boxes_shown(), Messages());
+      return **desk->device.store.load(oid);
+    };
+    AppointmentRecord after = edit([] {});
+    EXPECT_EQ(after.start, before.start);
+    EXPECT_EQ(after.end, before.end);
+    EXPECT_EQ(after.rules, before.rules);
+    EXPECT_EQ(after.fields, before.fields);
+    if (kind.all_day) continue;
+    after = edit([&] { desk->type_into(kLineStartTime, u"1015"); });
+    EXPECT_EQ(after.start, before.start + 75 * 60);
+    EXPECT_EQ(after.end, before.end + 75 * 60);
+    EXPECT_EQ(after.rules.size(), before.rules.size()) << after.rules;
+  }
+}
+
 // Nobody else's change is lost, nor what was typed.
 TEST_P(EditorContract, WhatIsGoneMeanwhileCanBeMadeAnew) {
   AppointmentForm form = new_appointment(desk->settings);

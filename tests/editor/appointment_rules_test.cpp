@@ -195,7 +195,7 @@ TEST(FormTimes, OfASeriesAreThoseOfAnOccurrence) {
   form.pattern.pattern_end_date = kSaturday - 1;
   apply_times(form, {kSaturday, kSaturday, hours(9), hours(10)});
   EXPECT_TRUE(first_fault(form));
-  // Of one occurrence the day stays, and of a rule that is kept all dates do.
+  // Of one occurrence the day stays, and of a rule that is kept the day on which it began.
   AppointmentForm one = weekly();
   one.choice = {5, kSaturday + hours(12), EditScope::occurrence};
   apply_times(one, {kSaturday + 3, kSaturday + 1, hours(23), hours(1)});
@@ -204,10 +204,26 @@ TEST(FormTimes, OfASeriesAreThoseOfAnOccurrence) {
   EXPECT_EQ(one.pattern, weekly().pattern);
   one = weekly();
   one.rules = "RRULE:FREQ=HOURLY";
-  one.end_date = kNoDate;
-  apply_times(one, {kSaturday + 3, kSaturday + 3, hours(8), hours(9)});
+  one.pattern.duration = 24 * 60 + 30;
+  FormTimes times = times_of(one, settings);
+  EXPECT_EQ(times.end_date, kSaturday + 1);
+  set_start_time(times, hours(8));
+  apply_times(one, times);
   EXPECT_EQ(one.start_date + one.start_time, kSaturday + hours(8));
-  EXPECT_EQ(one.end_date, kNoDate);
+  EXPECT_EQ(one.pattern.duration, 24 * 60 + 30);
+}
+
+TEST(AsNew, KeepsARecurrenceThatCanBeMadeAgain) {
+  AppointmentForm form = weekly();
+  form.choice.oid = 5;
+  EXPECT_TRUE(as_new(form).recurring);
+  EXPECT_EQ(as_new(form).choice, EditorChoice());
+  form.rules = "RRULE:FREQ=HOURLY";
+  EXPECT_FALSE(as_new(form).recurring);
+  form.rules.clear();
+  form.choice.scope = EditScope::occurrence;
+  EXPECT_FALSE(as_new(form).recurring);
+  EXPECT_FALSE(first_fault(as_new(form)));
 }
 
 TEST(FormFaults, ComeInTheirOrder) {
