@@ -8,9 +8,9 @@
 namespace orvello {
 namespace {
 
-constexpr std::int64_t kDayMinutes = 24 * 60;
+constexpr std::int64_t kFormDayMinutes = 24 * 60;
 constexpr std::int32_t kPrivate = 2;
-constexpr CalendarDate kDayEnd = (kDayMinutes - 1) / static_cast<double>(kDayMinutes);
+constexpr CalendarDate kFormDayEnd = (kFormDayMinutes - 1) / static_cast<double>(kFormDayMinutes);
 
 constexpr TextView kPartNames[] = {
     u"the subject", u"the location", u"the times",      u"the recurrence", u"the reminder",
@@ -19,7 +19,7 @@ static_assert(std::size(kPartNames) == kFormParts);
 
 std::int64_t minute_of(CalendarDate time) { return second_of_day(to_seconds(time)) / 60; }
 CalendarDate at_minute(std::int64_t minute) {
-  return to_calendar_date(LocalSeconds(floor_mod(minute, kDayMinutes) * 60));
+  return to_calendar_date(LocalSeconds(floor_mod(minute, kFormDayMinutes) * 60));
 }
 
 // From the start of one occurrence to its end. The form's times say how late it ends, the pattern
@@ -27,25 +27,25 @@ CalendarDate at_minute(std::int64_t minute) {
 std::int64_t occurrence_minutes(const AppointmentForm& form) {
   const std::int64_t known = std::max(form.pattern.duration, 0);
   if (form.all_day)
-    return std::max<std::int64_t>(1, ceil_div(known, kDayMinutes)) * kDayMinutes - 1;
-  return known / kDayMinutes * kDayMinutes +
-         floor_mod(minute_of(form.end_time) - minute_of(form.start_time), kDayMinutes);
+    return std::max<std::int64_t>(1, ceil_div(known, kFormDayMinutes)) * kFormDayMinutes - 1;
+  return known / kFormDayMinutes * kFormDayMinutes +
+         floor_mod(minute_of(form.end_time) - minute_of(form.start_time), kFormDayMinutes);
 }
 
-CalendarDate start_of(const AppointmentForm& form) {
+CalendarDate form_start(const AppointmentForm& form) {
   return joined(whole_day(form.start_date), form.all_day ? 0 : form.start_time);
 }
 
-CalendarDate end_of(const AppointmentForm& form) {
+CalendarDate form_end(const AppointmentForm& form) {
   if (form.recurring && form.choice.scope != EditScope::occurrence)
-    return to_calendar_date(to_seconds(start_of(form)) + occurrence_minutes(form) * 60);
-  return joined(whole_day(form.end_date), form.all_day ? kDayEnd : form.end_time);
+    return to_calendar_date(to_seconds(form_start(form)) + occurrence_minutes(form) * 60);
+  return joined(whole_day(form.end_date), form.all_day ? kFormDayEnd : form.end_time);
 }
 
-bool same_times(const AppointmentForm& form, const AppointmentForm& other) {
+bool same_form_times(const AppointmentForm& form, const AppointmentForm& other) {
   return form.all_day == other.all_day &&
-         to_seconds(start_of(form)) == to_seconds(start_of(other)) &&
-         to_seconds(end_of(form)) == to_seconds(end_of(other));
+         to_seconds(form_start(form)) == to_seconds(form_start(other)) &&
+         to_seconds(form_end(form)) == to_seconds(form_end(other));
 }
 
 bool same_recurrence(const AppointmentForm& form, const AppointmentForm& other) {
@@ -70,7 +70,8 @@ FormPartSet differing_parts(const AppointmentForm& form, const AppointmentForm& 
   FormPartSet parts;
   parts.set(FormPart::subject, form.subject != other.subject);
   parts.set(FormPart::location, form.location != other.location);
-  parts.set(FormPart::times, by_dates ? !same_times(form, other) : form.all_day != other.all_day);
+  parts.set(FormPart::times,
+            by_dates ? !same_form_times(form, other) : form.all_day != other.all_day);
   parts.set(FormPart::reminder, form.reminder_set != other.reminder_set ||
                                     (!one && form.reminder_minutes != other.reminder_minutes));
   parts.set(FormPart::status, form.busy_status != other.busy_status);
@@ -117,8 +118,8 @@ AppointmentFields fields_of(const AppointmentForm& form, AllDayEnd all_day_end) 
   fields.categories = cut(form.categories, kCategoriesLength);
   fields.body = form.body;
   fields.body_ink = form.ink;
-  fields.start = start_of(form);
-  fields.end = form.all_day ? stored_end(end_of(form), all_day_end) : end_of(form);
+  fields.start = form_start(form);
+  fields.end = form.all_day ? stored_end(form_end(form), all_day_end) : form_end(form);
   fields.all_day = form.all_day;
   fields.reminder_set = form.reminder_set;
   fields.reminder_minutes = form.reminder_minutes;

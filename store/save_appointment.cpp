@@ -12,7 +12,7 @@
 namespace orvello {
 namespace {
 
-using Lack = MeantAppointment::Lack;
+using MeantLack = MeantAppointment::Lack;
 constexpr TextView kSaveError = u"Error";
 constexpr int kMostRounds = 5;
 
@@ -64,7 +64,7 @@ MeantAppointment AppointmentSave::find(MessageBoxes& boxes) {
   if (!is_new()) return meant_appointment(c_.session, boxes, form_.choice);
   MeantAppointment made;
   made.item = c_.session.CreateAppointment();
-  if (!made.item) made.lack = Lack::item;
+  if (!made.item) made.lack = MeantLack::item;
   return made;
 }
 
@@ -73,7 +73,7 @@ bool AppointmentSave::look(MeantAppointment& meant, AppointmentForm& stored, Mes
   meant = find(boxes);
   stored = AppointmentForm();
   stored.choice = form_.choice;
-  return meant.lack == Lack::none &&
+  return meant.lack == MeantLack::none &&
          (is_new() || fill_form(c_.session.app()->all_day_end(), meant, stored));
 }
 
@@ -86,18 +86,19 @@ SaveResult AppointmentSave::tell_failure() {
 SaveResult AppointmentSave::tell_lack(const MeantAppointment& meant) {
   constexpr TextView kGoneReason = u"This appointment is not there any more.";
   const bool known = c_.session.problem().empty() && c_.session.logged_on();
-  if (meant.lack == Lack::item && known && !is_new()) {
+  if (meant.lack == MeantLack::item && known && !is_new()) {
     c_.boxes.show(kGoneReason, kSaveError);
     return SaveResult::gone;
   }
-  if (meant.lack == Lack::occurrence) {
+  if (meant.lack == MeantLack::occurrence) {
     c_.boxes.show(u"Failed getOccurrence()\n" + Text(kGoneReason), kSaveError, BoxIcon::warning);
     return SaveResult::gone;
   }
-  if (meant.lack == Lack::none || meant.lack == Lack::item) return tell_failure();
-  c_.boxes.show(with_reason(c_.session, meant.lack == Lack::pattern ? u"Failed GetRecurrencePattern"
-                                                                    : u"Failed getOccurrence()"),
-                kSaveError, BoxIcon::warning);
+  if (meant.lack == MeantLack::none || meant.lack == MeantLack::item) return tell_failure();
+  c_.boxes.show(
+      with_reason(c_.session, meant.lack == MeantLack::pattern ? u"Failed GetRecurrencePattern"
+                                                               : u"Failed getOccurrence()"),
+      kSaveError, BoxIcon::warning);
   return SaveResult::not_saved;
 }
 

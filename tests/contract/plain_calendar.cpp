@@ -16,7 +16,7 @@ bool is_last_of_its_weekday(int day) {
 }
 
 // Whether the day is of the pattern's kind, whatever its interval.
-bool suits(const RecurrencePattern& pattern, int day) {
+bool is_of_kind(const RecurrencePattern& pattern, int day) {
   const SystemTime date = civil_of(plain_day(day));
   const bool weekday = (pattern.day_of_week_mask >> weekday_of(plain_day(day)) & 1) != 0;
   switch (pattern.type) {
@@ -54,7 +54,7 @@ std::vector<int> plain_days(const RecurrencePattern& pattern, int from) {
     if (!pattern.no_end_date && pattern.occurrences <= 0 &&
         plain_day(day) > whole_day(pattern.pattern_end_date))
       break;
-    if (!suits(pattern, day)) continue;
+    if (!is_of_kind(pattern, day)) continue;
     if (!days.empty() && units_between(pattern, days.front(), day) % pattern.interval != 0)
       continue;
     days.push_back(day);
