@@ -62,7 +62,8 @@ void fill(Store& store) {
     StoreContact contact;
     contact.file_as = Text(300, static_cast<char16_t>(u'a' + i % 20));
     contact.categories = u"Label" + to_utf16(std::to_string(i));
-    store.put_contact(contact);
+    const std::int32_t oid = store.put_contact(contact);
+    ASSERT_TRUE(store.put_card({oid, "card" + std::to_string(i), std::string(6000, 'c')}));
     ASSERT_TRUE(store.put_foreign({"key" + std::to_string(i), std::string(900, 'f')}));
   }
   ASSERT_TRUE(store.commit());
@@ -141,6 +142,18 @@ Answer contacts(Store&, StoreApplication& app) {
   return text;
 }
 
+Answer cards(Store& store, StoreApplication&) {
+  const auto names = store.card_names();
+  if (!names) return std::nullopt;
+  std::string text;
+  for (const ContactCard& one : *names) {
+    const auto words = store.card_text(one.oid);
+    if (!words) return std::nullopt;
+    text += one.uid + *words;
+  }
+  return text;
+}
+
 Answer exceptions(Store&, StoreApplication& app) {
   const auto item = app.item_from_oid(kSeries);
   const auto pattern = item ? item->pattern() : nullptr;
@@ -197,6 +210,7 @@ const Question kQuestions[] = {
     {"restriction", restricted},
     {"labels", labels},
     {"contacts", contacts},
+    {"cards", cards},
     {"exceptions", exceptions},
     {"everything", [](Store& store, StoreApplication&) { return whole_text(store); }},
     {"days",

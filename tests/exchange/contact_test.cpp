@@ -24,7 +24,12 @@ class ContactTest : public ExchangeTest {
     return text;
   }
   std::string shown() { return shown(store); }
-  std::string counted(std::string_view text) { return counts_line(import_text(text).counts); }
+  std::string counted(std::string_view text) {
+    const auto preview = preview_files({file_of(text)}, open_input_file, store, clock);
+    const auto result = import_text(text);
+    EXPECT_EQ(preview.counts, result.counts) << "what was said before";
+    return counts_line(result.counts);
+  }
   static std::string cards(RecordStore& store) {
     const auto text = export_contacts(store);
     EXPECT_TRUE(text) << text.reason();
