@@ -1,5 +1,6 @@
 #include "editor/editor_forms.h"
 
+#include "calendar/dates.h"
 #include "editor/appointment_procedure.h"
 #include "editor/occurs_rules.h"
 #include "editor/series_question.h"
@@ -46,6 +47,8 @@ void EditorForms::edit(const EditorChoice& wanted) {
   } else {
     if (!choose_scope(context_, draft.opened.choice)) return;
     readable = read_appointment(context_.operation(), draft.opened) == FormRead::read;
+    if (!readable)
+      draft.opened.start_date = draft.opened.end_date = calendar_date_of(context_.settings.shown);
     if (!draft.opened.recurring) draft.opened.pattern = fresh_pattern(draft.opened.start_date);
   }
   draft.form = draft.opened;

@@ -87,9 +87,9 @@ class EditorTemplate {
   void moment(int row, int label, StringId text, int date, int line, int edit, int all_day) {
     add(Kind::label, label, text, row, kGap, kDates);
     add(Kind::date_picker, date, row, kDates, kTimes - kGap, Across::left_half);
-    hidden(Kind::label, all_day, row, kDates, kRight, Across::stretch).text = u"All day recurring";
     add(Kind::line, line, row, kTimes, kRight, Across::right_half);
     hidden(Kind::combo, edit, row, kTimeEdits, kRight, Across::right_half, kTimeLimit);
+    hidden(Kind::label, all_day, row, kDates, kRight, Across::stretch).text = u"All day recurring";
   }
 
   void when() {

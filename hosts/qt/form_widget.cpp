@@ -69,7 +69,9 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
   for (const ControlTemplate& control : template_.controls) {
     make(control);
     name(control, *made_.back().widget, label);
-    label = control.kind == Kind::label ? control.text : Text();
+    // It goes for all that follows without a name of its own: a line and the edit in its place.
+    if (!is_named_by_label(control.kind))
+      label = control.kind == Kind::label ? control.text : Text();
   }
   focus_.watch(*body_, 0);
   if (titled_) {

@@ -72,7 +72,10 @@ TEST(EditorSizes, EveryLineCanBeEditedOnEveryScreen) {
           desk.tap(kEditorPrivate);
           picture(person, name);
           for (const EditorLine& line : kEditorLines) {
+            const auto* shown = form->control(line.line);
+            EXPECT_NE(shown->accessibleName(), form->title()) << line.line;
             if (line.edit == 0 || !desk.bench->seen(line.line)) continue;
+            EXPECT_EQ(person.find(line.line)->accessibleName(), shown->accessibleName());
             desk.tap(line.line);
             EXPECT_TRUE(desk.bench->seen(line.edit)) << line.edit;
             EXPECT_EQ(desk.bench->dropped_down() == line.edit, line.kind == EditorLine::Kind::list)
