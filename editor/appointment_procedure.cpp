@@ -34,6 +34,9 @@ void AppointmentProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       return open(dialog);
     case Event::command:
       return pressed(dialog, event.control);
+    case Event::changed:
+      dates_moved_ = dates_moved_ || event.control == kStartDate || event.control == kEndDate;
+      return;
     case Event::taken:
       return chosen(dialog, event.control);
     case Event::focus_gained:
@@ -117,8 +120,11 @@ bool AppointmentProcedure::take(Dialog& dialog, const EditorLine& line) {
 
 // For Return, which does not move the focus. False: it stays open, as what is in it is no time.
 bool AppointmentProcedure::take_open_line(Dialog& dialog) {
-  sheet_.take_start_date(dialog);
-  sheet_.take_end_date(dialog);
+  // Only by a person: a picker need not be able to show the date that there is.
+  if (dates_moved_) {
+    sheet_.take_start_date(dialog);
+    sheet_.take_end_date(dialog);
+  }
   const EditorLine* line = lines_.open();
   if (!line) return true;
   if (!take(dialog, *line)) {

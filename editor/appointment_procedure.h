@@ -48,6 +48,7 @@ class AppointmentProcedure : public DialogProcedure {
   bool has_kept_ = false;
   bool readable_;
   bool notes_shown_ = false;
+  bool dates_moved_ = false;             // by keys, maybe not taken yet
   const EditorLine* refused_ = nullptr;  // left with what is no time, until it has the focus again
 };
 
