@@ -68,7 +68,7 @@ bool take_separator(TextView& text, const LocaleData& locale) {
   return true;
 }
 
-int number(TextView digits) { return static_cast<int>(leading_number(digits)); }
+int typed_number(TextView digits) { return static_cast<int>(leading_number(digits)); }
 
 std::optional<CalendarDate> time_of(int hour, int minute, HalfDay half) {
   if (minute > 59 || hour > 23) return std::nullopt;
@@ -109,7 +109,7 @@ std::optional<CalendarDate> typed_time(TextView typed, const LocaleData& locale)
   }
   const auto half = half_of(without_blanks(text), locale);
   if (!half) return std::nullopt;
-  return time_of(number(hour), number(minute), *half);
+  return time_of(typed_number(hour), typed_number(minute), *half);
 }
 
 }  // namespace orvello
