@@ -2,6 +2,7 @@
 // the original bytes, so that what nothing understands can come back as it was.
 #pragma once
 
+#include <concepts>
 #include <deque>
 #include <optional>
 #include <string>
@@ -38,8 +39,12 @@ struct Component {
 // memory. The text must outlive it.
 class ParsedComponent {
  public:
-  // `text` is one whole component of UTF-8 lines ended by "\n" or "\r\n".
+  // `text` is one whole component of UTF-8 lines ended by "\n" or "\r\n", and outlives what was
+  // read of it.
   bool parse(std::string_view text, int first_line);
+  template <typename Temporary>
+  requires std::same_as<Temporary, std::string>
+  bool parse(Temporary&& text, int first_line) = delete;
   const Component& root() const { return root_; }
 
  private:

@@ -192,9 +192,10 @@ bool RequestWriter::set_sequence(const AppointmentRecord& record, const Events& 
   if (const Residue kept = split_residue(record.residue); before.empty()) {
     std::string text = "BEGIN:VCALENDAR\n" + std::string(kept.component) + "\n";
     for (const AppointmentException& one : record.exceptions) text += one.residue + "\n";
+    text += "END:VCALENDAR\n";
     ParsedComponent then;
-    const bool had = !is_copy_ && then.parse(text + "END:VCALENDAR\n", 1) &&
-                     !then.root().children.empty() && then.root().children[0].find("ORGANIZER");
+    const bool had = !is_copy_ && then.parse(text, 1) && !then.root().children.empty() &&
+                     then.root().children[0].find("ORGANIZER");
     before = had ? fingerprint_of(events_in(then.root())) : now;
   }
   is_newer_ = before != now;
