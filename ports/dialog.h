@@ -15,6 +15,8 @@
 // disabled or leaves with its step loses it, and then none has it. A modal dialog or page that is
 // shown without one gives it to the first control that takes it, rather to none that is drawn.
 //
+// What is typed on a line presses it, and goes on to the edit that its command gives the focus to.
+//
 // Return presses the default button, unless the control has a use for it: a button or line itself,
 // a list or calendar takes, text of several lines and what is drawn. Escape is a person's closing,
 // and in a modeless dialog a key of what is drawn.

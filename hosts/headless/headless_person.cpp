@@ -63,6 +63,12 @@ void HeadlessDialog::type(TextView text) {
     return deliver();
   }
   const Kind kind = found->made.kind;
+  if (kind == Kind::line) {
+    const int line = focused;
+    press(line);
+    if (!closed && focused != line) type(text);
+    return;
+  }
   if (kind != Kind::edit && kind != Kind::multi_line_edit && kind != Kind::combo) return;
   const std::size_t from = static_cast<std::size_t>(std::min(found->caret, found->marked));
   const std::size_t to = static_cast<std::size_t>(std::max(found->caret, found->marked));

@@ -1,7 +1,9 @@
 #include "hosts/qt/line_control.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 #include <algorithm>
 
 #include "hosts/qt/flat_field.h"
@@ -63,10 +65,27 @@ void LineControl::paintEvent(QPaintEvent*) {
 
 void LineControl::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enter && !event->isAutoRepeat())
+  const bool held = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier);
+  if (enter && !event->isAutoRepeat()) {
     click();
-  else
+  } else if (event->key() != Qt::Key_Space && !held && !event->text().isEmpty() &&
+             event->text().at(0).isPrint()) {
+    click();
+    type_on(event->text());
+  } else {
     QAbstractButton::keyPressEvent(event);
+  }
+}
+
+// What was typed belongs to the edit that has come in its place by the time that all was told.
+void LineControl::type_on(const QString& text) {
+  QWidget* const ground = window();
+  later(ground, [ground, line = QPointer<QWidget>(this), text] {
+    QWidget* const edit = ground->focusWidget();
+    if (!edit || edit == line || !edit->inherits("QLineEdit")) return;
+    QKeyEvent typed(QEvent::KeyPress, 0, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(edit, &typed);
+  });
 }
 
 }  // namespace orvello

@@ -17,6 +17,8 @@ class LineControl : public Guarded<QAbstractButton> {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  void type_on(const QString& text);
+
   const Density& density_;
 };
 

@@ -323,6 +323,11 @@ TEST_P(DialogsContract, ALineGivesItsPlaceToAnEditAndGetsTheTextBack) {
       (Told{id("focus_lost", kLineEdit), id("focus_gained", kButton), id("command", kButton)}));
   EXPECT_EQ(dialog_->text(kLine), u"typed");
   EXPECT_TRUE(bench_->seen(kLine) && !bench_->seen(kLineEdit));
+  dialog_->focus(kLine);
+  bench_->settle();
+  bench_->type(u"anew");
+  bench_->settle();
+  EXPECT_EQ(dialog_->text(kLineEdit), u"anew") << "what is typed on a line is meant for its edit";
 }
 
 TEST_P(DialogsContract, AProgramOpensAListAndEscapeClosesThatAlone) {
