@@ -207,6 +207,7 @@ void DeleteProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::init:
       dialog.set_checked(kControlOccurrence, true);
+      dialog.enable(kControlSubject, false);  // it is only looked at: Return is for the buttons
       dialog.drawn(kControlSubject)->set_parts({{subject_, subject_place_, false}});
       dialog.focus(kControlOk);
       break;
