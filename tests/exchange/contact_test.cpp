@@ -221,5 +221,24 @@ TEST_F(ContactTest, AnyNumberAndSizeInAFileOnADisk) {
   EXPECT_EQ(names->size(), 2u);
 }
 
+// Half of the contacts would take the place of a file that had all of them.
+TEST_F(ContactTest, AnExportThatCannotReadOneContactFails) {
+  import_text(card("VERSION:3.0\r\nUID:1\r\nFN:Ann\r\nNOTE:a\r\n") +
+              card("VERSION:3.0\r\nUID:2\r\nFN:Bob\r\nNOTE:b\r\n"));
+  const std::string whole = cards();
+  int failed = 0;
+  for (int nth = 1; nth < 100; ++nth) {
+    store.faults.read = nth;
+    const auto text = export_contacts(store);
+    const bool met = store.faults.read == 0;
+    store.faults = {};
+    if (!met) break;
+    EXPECT_FALSE(text) << nth << "th read";
+    ++failed;
+  }
+  EXPECT_GE(failed, 4) << "contacts, names and two cards";
+  EXPECT_EQ(cards(), whole);
+}
+
 }  // namespace
 }  // namespace orvello
