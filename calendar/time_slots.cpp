@@ -3,28 +3,22 @@
 #include <algorithm>
 
 namespace orvello {
-namespace {
 
-CalendarDate fraction_of(int hour, int minute) {
+CalendarDate time_at(const HourMinute& hour_minute) {
   SystemTime time;
-  time.hour = hour;
-  time.minute = minute;
+  time.hour = hour_minute.hour;
+  time.minute = hour_minute.minute;
   CalendarDate date = 0;
   SystemTimeToVariantTime(time, date);
   return time_of_day(date);
 }
-
-}  // namespace
 
 HourMinute TimeSlotToHourMinute(int slot) {
   const int known = std::clamp(slot, 0, kTimeSlots - 1);
   return {known < 2 ? 24 : known / 2, known % 2 == 0 ? 0 : 30};
 }
 
-CalendarDate time_of_slot(int slot) {
-  const HourMinute time = TimeSlotToHourMinute(slot);
-  return fraction_of(time.hour, time.minute);
-}
+CalendarDate time_of_slot(int slot) { return time_at(TimeSlotToHourMinute(slot)); }
 
 std::array<CalendarDate, 4> TimeBandBounds(int timeA, int timeB, int timeC, int timeD) {
   const auto bound = [](int slot) -> CalendarDate {
@@ -36,7 +30,7 @@ std::array<CalendarDate, 4> TimeBandBounds(int timeA, int timeB, int timeC, int 
 CalendarDate TimeOfDayPart(CalendarDate date) {
   SystemTime time;
   if (!VariantTimeToSystemTime(date, time)) return 0;
-  return fraction_of(time.hour, time.minute);
+  return time_at({time.hour, time.minute});
 }
 
 }  // namespace orvello

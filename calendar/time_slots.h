@@ -19,6 +19,9 @@ struct HourMinute {
 // whole days, so they mean midnight and half past. A slot outside 0-47 is taken as the nearest.
 HourMinute TimeSlotToHourMinute(int slot);
 
+// As a fraction of a day; whole days are dropped.
+CalendarDate time_at(const HourMinute& time);
+
 // A slot's time of day as a fraction of a day.
 CalendarDate time_of_slot(int slot);
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "calendar/time_slots.h"
+
 namespace orvello {
 namespace {
 
@@ -76,12 +78,7 @@ std::optional<CalendarDate> time_of(int hour, int minute, HalfDay half) {
   if (half == HalfDay::morning && hour == 12) hour = 0;
   if (half == HalfDay::afternoon && hour == 0) return std::nullopt;
   if (half == HalfDay::afternoon && hour < 12) hour += 12;
-  SystemTime time;
-  time.hour = hour;
-  time.minute = minute;
-  CalendarDate date = 0;
-  SystemTimeToVariantTime(time, date);
-  return time_of_day(date);
+  return time_at({hour, minute});
 }
 
 }  // namespace

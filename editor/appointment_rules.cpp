@@ -15,10 +15,6 @@ constexpr std::size_t kSummaryLength = 79;
 constexpr std::int64_t kMostDays = 31;
 constexpr std::int32_t kDayMinutes = 1440;
 
-CalendarDate time_of(const HourMinute& time) {
-  return static_cast<double>(time.hour % 24 * 60 + time.minute) / kDayMinutes;
-}
-
 LocalSeconds moment(CalendarDate date, CalendarDate time) {
   return midnight_of(whole_day(date)) + second_of_day(to_seconds(time));
 }
@@ -61,8 +57,8 @@ CalendarDate all_day_end_time() { return std::bit_cast<double>(UINT64_C(0x3F9555
 AppointmentForm new_appointment(const SettingsRecord& settings) {
   AppointmentForm form;
   form.start_date = form.end_date = calendar_date_of(settings.shown);
-  form.start_time = time_of(settings.default_start);
-  form.end_time = time_of(settings.default_end);
+  form.start_time = time_at(settings.default_start);
+  form.end_time = time_at(settings.default_end);
   if (form.end_time < form.start_time) form.end_date = after_days(form.end_date, 1);
   form.reminder_set = settings.defremindme != 0;
   if (form.reminder_set)
@@ -120,8 +116,8 @@ FormTimes times_of(const AppointmentForm& form, const SettingsRecord& settings) 
     times.end_time = form.end_time;
   }
   if (form.all_day) {
-    times.start_time = time_of(settings.default_start);
-    times.end_time = time_of(settings.default_end);
+    times.start_time = time_at(settings.default_start);
+    times.end_time = time_at(settings.default_end);
   }
   return times;
 }

@@ -9,7 +9,6 @@ namespace orvello {
 namespace {
 
 constexpr std::int64_t kFormDayMinutes = 24 * 60;
-constexpr std::int32_t kPrivate = 2;
 constexpr CalendarDate kFormDayEnd = (kFormDayMinutes - 1) / static_cast<double>(kFormDayMinutes);
 
 constexpr TextView kPartNames[] = {
@@ -123,7 +122,7 @@ AppointmentFields fields_of(const AppointmentForm& form, AllDayEnd all_day_end) 
   fields.all_day = form.all_day;
   fields.reminder_set = form.reminder_set;
   fields.reminder_minutes = form.reminder_minutes;
-  fields.sensitivity = form.is_private ? kPrivate : 0;
+  fields.sensitivity = form.is_private ? kPrivateSensitivity : 0;
   fields.busy_status = busy_status_of(form.busy_status);
   return fields;
 }

@@ -41,6 +41,8 @@ class FormPartSet {
   std::uint32_t bits_ = 0;
 };
 
+inline constexpr std::int32_t kPrivateSensitivity = 2;
+
 // How two forms of one appointment differ, as far as that is saved: of one occurrence its file, its
 // privacy, the reminder's time, its attendees and the recurrence are those of the series.
 FormPartSet differing_parts(const AppointmentForm& form, const AppointmentForm& other);

@@ -110,19 +110,6 @@ bool find_exception_date(StorePattern& pattern, MessageBoxes& boxes, CalendarDat
   return count != 0;
 }
 
-std::unique_ptr<Appointment> find_occurrence(Appointment& item, StorePattern& pattern,
-                                             CalendarDate moment, OccurrenceError& last) {
-  auto found = pattern.occurrence(moment, last);
-  const std::int32_t duration = item.duration_minutes();
-  if (found || duration <= 0) return found;
-  // Minutes over 3600 are no days. The number of tries is kept as people know it.
-  for (int tries = duration / 3600 + 1; tries > 0 && !found; --tries) {
-    moment = to_calendar_date(to_seconds(moment) - kSecondsPerDay);
-    found = pattern.occurrence(moment, last);
-  }
-  return found;
-}
-
 std::unique_ptr<Appointment> find_listed_occurrence(Appointment& item, CalendarDate start,
                                                     OccurrenceError& error) {
   error = OccurrenceError::unreadable;

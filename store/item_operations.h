@@ -18,12 +18,6 @@ bool isApptRecurring(StoreSession& session, MessageBoxes& boxes, std::int32_t oi
 // found. False when the pattern has no exceptions.
 bool find_exception_date(StorePattern& pattern, MessageBoxes& boxes, CalendarDate& moment);
 
-// The occurrence at that moment, or at the same time of one of the days before, from which a long
-// one may still run. Null without one; `last` is then why. For who knows only a day: what a person
-// touched is found by its start alone.
-std::unique_ptr<Appointment> find_occurrence(Appointment& item, StorePattern& pattern,
-                                             CalendarDate moment, OccurrenceError& last);
-
 // The occurrence that starts exactly then, as its row in a list says: never another one of the same
 // day, which might be there after a change. Null without one; `error` is then why.
 std::unique_ptr<Appointment> find_listed_occurrence(Appointment& item, CalendarDate start,

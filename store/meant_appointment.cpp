@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <optional>
 
+#include "store/form_parts.h"
 #include "store/item_operations.h"
 
 namespace orvello {
 namespace {
 
 constexpr std::size_t kShownText = 200;
-constexpr std::int32_t kPrivateItem = 2;
 constexpr char kUntoldRules[] = "RRULE:";  // of a store that keeps them and cannot tell them
 
 // Without what a date of many days leaves of its fraction.
@@ -26,12 +26,15 @@ bool is_at(const Appointment& occurrence, CalendarDate start) {
   return occurrence.read(fields) && to_seconds(fields.start) == to_seconds(start);
 }
 
-// Where the occurrence that began at `start` in its series is now. Nothing when it is not changed.
-std::optional<CalendarDate> moved_to(const StorePattern& pattern, CalendarDate start) {
-  for (int index = 1; index <= pattern.exception_count().value_or(0); ++index) {
+// Where the occurrence that began at `start` in its series is now. Nothing when it is not changed,
+// or where the exceptions cannot be read: `read` is false then.
+std::optional<CalendarDate> moved_to(const StorePattern& pattern, CalendarDate start, bool& read) {
+  const auto count = pattern.exception_count();
+  read = count.has_value();
+  for (int index = 1; read && index <= *count; ++index) {
     const auto exception = pattern.exception(index);
-    if (exception && !exception->deleted &&
-        to_seconds(exception->original_start) == to_seconds(start))
+    read = exception.has_value();
+    if (read && !exception->deleted && to_seconds(exception->original_start) == to_seconds(start))
       return exception->start;
   }
   return std::nullopt;
@@ -44,10 +47,13 @@ std::unique_ptr<Appointment> meant_occurrence(StorePattern& pattern, MessageBoxe
   auto found = pattern.occurrence(start, error);
   if (error == OccurrenceError::unreadable || (found && is_at(*found, start))) return found;
   CalendarDate moment = start;
-  if (const auto moved = moved_to(pattern, start))
+  bool read = true;
+  if (const auto moved = moved_to(pattern, start, read)) {
     moment = *moved;
-  else if (!find_exception_date(pattern, boxes, moment) || moment == start)
+  } else if (!find_exception_date(pattern, boxes, moment) || moment == start) {
+    if (!read) error = OccurrenceError::unreadable;
     return nullptr;
+  }
   found = pattern.occurrence(moment, error);
   return found && is_at(*found, moment) ? std::move(found) : nullptr;
 }
@@ -88,7 +94,7 @@ bool fill_form(AllDayEnd all_day_end, const MeantAppointment& from, AppointmentF
   form.all_day = fields.all_day;
   form.reminder_set = fields.reminder_set;
   form.reminder_minutes = fields.reminder_minutes;
-  form.is_private = fields.sensitivity == kPrivateItem;
+  form.is_private = fields.sensitivity == kPrivateSensitivity;
   form.busy_status = index_of(fields.busy_status);
   form.body = fields.body;
   form.ink = fields.body_ink;

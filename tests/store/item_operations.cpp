@@ -240,17 +240,5 @@ TEST_F(ItemOperations, NotesAreThoseOfTheShownOccurrence) {
   EXPECT_EQ(boxes_shown(), "Error|Failure to Obtain Appointment Item\nin use\n");
 }
 
-// For who knows only a day: the one that starts on it, or that began on one of the days before.
-TEST_F(ItemOperations, AnOccurrenceIsFoundFromItsLaterDays) {
-  const auto cruise = session.ItemFromOid(
-      put_series(fields(u"Cruise", at(2, 9), at(14, 9)), RecurrenceType::yearly));
-  const auto pattern = cruise->pattern();
-  OccurrenceError error = OccurrenceError::none;
-  // 17280 minutes allow five steps back, though the occurrence runs into a thirteenth day.
-  EXPECT_TRUE(find_occurrence(*cruise, *pattern, at(7, 9), error));
-  EXPECT_FALSE(find_occurrence(*cruise, *pattern, at(8, 9), error));
-  EXPECT_EQ(error, OccurrenceError::not_found);
-}
-
 }  // namespace
 }  // namespace orvello

@@ -193,6 +193,11 @@ TEST_F(SaveAppointment, OneOccurrenceIsSavedAndItsSeriesUntouched) {
   EXPECT_TRUE(theirs->save());
   form = before;
   form.location = u"Room 2";
+  store.faults.exception = true;
+  EXPECT_EQ(save_appointment(context, before, form), SaveResult::not_saved)
+      << "what cannot be read is not gone";
+  store.faults.exception = false;
+  boxes_shown();
   EXPECT_EQ(save_appointment(context, before, form), SaveResult::saved);
   EXPECT_EQ(on(11) + on(17) + on(18), "12:00-12:00 ReviewNo Appointments 8:00-9:00 Meeting");
   EXPECT_EQ(stored(oid).exceptions.at(1).fields.location, u"Room 2");
