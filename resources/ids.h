@@ -66,100 +66,16 @@ inline constexpr int kBitmapMenuBarHigh = 1590;
 inline constexpr int kBitmapTodayLow = 188;
 inline constexpr int kBitmapTodayHigh = 187;
 
+// The texts of menus, dialogs and the screens, in the order of the languages' files.
 enum class StringId : int {
-  new_appointment = 40003,
-  options = 40006,
-  exit = 40010,
-  popup = 40014,
-  // The program's own, from here on.
-  settings = 40011,
-  day_view = 40032,
-  month_view = 40033,
-  year_view = 40035,
-  profiles = 40031,
-  all_profiles = 60000,
-  cut = 40018,
-  copy = 40015,
-  paste = 40020,
-  beam = 40027,
-  erase = 40017,
-  edit = 40019,
-  create = 40021,
-  undo = 40101,
-  redo = 40102,
-  move_to = 40103,
-  today = 41000,
-  row_colors,
-  choose_date,
-  delete_title,
-  delete_occurrence,
-  delete_series,
-  delete_following,
-  ok,
-  notes,
-  import_title,
-  import_summary,  // %d new, %d updated, %d skipped
-  import_file,     // %s file, %d appointments
-  import_ok,
-  cancel,
-  import_done,
-  import_failed,
-  organizer_title,
-  organizer_text,
-  organizer_name,
-  organizer_address,
-  calendar_unreadable,  // sentences; the reason follows
-  shown_as_it_was,
-  read_again,
-  unreadable,  // in the place of appointments
-  restore_question,
-  rescue_question,
-  restored_copy,
-  restored_anew,
-  restored_kept,
-  restored_saved,
-  restored_contacts,
-  recurrence_rule_question,  // %s the rule in words
-  chooser_no_labels,
-  chooser_no_contacts,
-  greeting_title,
-  greeting_import,  // each followed by its text
-  greeting_import_text,
-  greeting_month,
-  greeting_month_text,
-  greeting_day,
-  greeting_day_text,
-  greeting_keys,
-  greeting_keys_text,
-  greeting_icons,
-  greeting_icons_text,
-  notes_pen,
-  notes_eraser,
-  notes_text,
-  notes_bold,
-  notes_italic,
-  notes_underline,
-  notes_list,
-  notes_back,
-  greeting_ok,
-
-  editor_subject = 42000,
-  editor_location,
-  editor_start,
-  editor_end,
-  editor_occurs,
-  editor_all_day,
-  editor_status,
-  editor_private,
-  editor_remind,
-  editor_reminder,
-  editor_categories,
-  editor_attendees,
-  series_title,
-  series_question,
-  series_occurrence,
-  series_following,
-  series_whole,
+#define TEXT(id, text) id,
+#include "resources/languages/english.inc"
+#undef TEXT
 };
+inline constexpr int kTextCount = 0
+#define TEXT(id, text) +1
+#include "resources/languages/english.inc"
+#undef TEXT
+    ;
 
 }  // namespace orvello
