@@ -78,8 +78,13 @@ class RecordDatabases {
   // In order of creation; nothing when they could not be read.
   virtual std::optional<std::vector<DatabaseInfo>> enumerate(VolumeId volume) = 0;
   virtual bool create(VolumeId volume, TextView name, PropertyId sort_property) = 0;
-  // All of them with their records or, also when the process dies, none.
-  virtual bool create_all(VolumeId volume, const std::vector<NewDatabase>& databases) = 0;
+  // Removes those of these names that are there, then creates the others with their records: all of
+  // it or, also when the process dies, nothing.
+  virtual bool replace(VolumeId volume, const std::vector<Text>& removed,
+                       const std::vector<NewDatabase>& databases) = 0;
+  bool create_all(VolumeId volume, const std::vector<NewDatabase>& databases) {
+    return replace(volume, {}, databases);
+  }
   virtual bool remove(VolumeId volume, TextView name) = 0;
 
   // Opens by name, positioned before the first record in the order of `sort_property` (ascending,

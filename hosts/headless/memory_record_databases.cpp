@@ -91,10 +91,16 @@ bool MemoryRecordDatabases::create(VolumeId volume, TextView name, PropertyId) {
   return true;
 }
 
-bool MemoryRecordDatabases::create_all(VolumeId volume, const std::vector<NewDatabase>& databases) {
+bool MemoryRecordDatabases::replace(VolumeId volume, const std::vector<Text>& removed,
+                                    const std::vector<NewDatabase>& databases) {
   Volume* place = volume_of(volume);
   if (!place) return false;
   const Volume before = *place;
+  for (const Text& name : removed) {
+    if (remove(volume, name) || error_ == DatabaseError::file_not_found) continue;
+    *place = before;
+    return false;
+  }
   for (const NewDatabase& one : databases) {
     bool made = create(volume, one.name, one.sort_property) && !refuses_write();
     if (made) {

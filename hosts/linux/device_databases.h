@@ -25,8 +25,9 @@ class DeviceDatabases : public RecordDatabases {
   bool create(VolumeId volume, TextView name, PropertyId sort_property) override {
     return databases_.create(volume, name, sort_property);
   }
-  bool create_all(VolumeId volume, const std::vector<NewDatabase>& databases) override {
-    return databases_.create_all(volume, databases);
+  bool replace(VolumeId volume, const std::vector<Text>& removed,
+               const std::vector<NewDatabase>& databases) override {
+    return databases_.replace(volume, removed, databases);
   }
   bool remove(VolumeId volume, TextView name) override { return databases_.remove(volume, name); }
   DatabaseHandle open(VolumeId volume, TextView name, PropertyId sort_property) override;

@@ -107,11 +107,16 @@ bool SqliteRecordDatabases::create(VolumeId volume, TextView name, PropertyId so
   return create_all(volume, {{Text(name), sort_property, {}}});
 }
 
-bool SqliteRecordDatabases::create_all(VolumeId volume, const std::vector<NewDatabase>& databases) {
+bool SqliteRecordDatabases::replace(VolumeId volume, const std::vector<Text>& removed,
+                                    const std::vector<NewDatabase>& databases) {
   SqliteVolume* place = volume_of(volume);
   if (!place) return false;
   SqliteTransaction change(place->connection(), SqliteTransaction::Kind::write);
   if (!change) return fail_for(*place);
+  for (const Text& name : removed) {
+    auto erase = place->connection().use("DELETE FROM databases WHERE name = ?1");
+    if (!erase->bind_utf16(1, name).run()) return fail_for(*place);
+  }
   for (const NewDatabase& one : databases) {
     if (!add_database(*place, one.name, one.sort_property)) return false;
     const std::int64_t database = place->connection().last_row();

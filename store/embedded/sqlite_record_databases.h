@@ -21,7 +21,8 @@ class SqliteRecordDatabases : public RecordDatabases {
   bool unmount(VolumeId volume) override;
   std::optional<std::vector<DatabaseInfo>> enumerate(VolumeId volume) override;
   bool create(VolumeId volume, TextView name, PropertyId sort_property) override;
-  bool create_all(VolumeId volume, const std::vector<NewDatabase>& databases) override;
+  bool replace(VolumeId volume, const std::vector<Text>& removed,
+               const std::vector<NewDatabase>& databases) override;
   bool remove(VolumeId volume, TextView name) override;
   DatabaseHandle open(VolumeId volume, TextView name, PropertyId sort_property) override;
   void close(DatabaseHandle database) override;

@@ -233,6 +233,11 @@ TEST_P(RecordDatabasesContract, DatabasesComeIntoBeingTogether) {
   EXPECT_FALSE(databases.create_all(volume, {{u"c", kName, {{{kName, std::int32_t{1}}}}}}));
   EXPECT_EQ(databases.last_error(), DatabaseError::invalid_parameter);
   EXPECT_EQ(databases.enumerate(volume)->size(), 2u);
+  // In place of others, of which some are not there.
+  EXPECT_FALSE(databases.replace(volume, {u"a", u"b"}, {both[1], both[1]}));
+  EXPECT_EQ(everything(volume), (std::vector<Text>{u"a 2", u"1", u"2", u"b 0"}));
+  ASSERT_TRUE(databases.replace(volume, {u"a", u"z"}, {{u"a", kName, {{{kName, Text(u"3")}}}}}));
+  EXPECT_EQ(everything(volume), (std::vector<Text>{u"b 0", u"a 1", u"3"}));
 }
 
 TEST_P(RecordDatabasesContract, AFailedReadIsNeverTakenForTheEnd) {
