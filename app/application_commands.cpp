@@ -62,9 +62,8 @@ void Application::new_appointment() {
 
 // What the options' menu offers now.
 void Application::show_options_menu() {
-  host_.menu_bar.set_menu(
-      kCommandOptions,
-      options_menu(language(), {history_.can_undo(), history_.can_redo(), forms_.can_set()}));
+  host_.menu_bar.set_menu(kCommandOptions,
+                          options_menu(language(), {history_.can_undo(), history_.can_redo()}));
 }
 
 void Application::undo() {
@@ -93,7 +92,7 @@ void Application::exit_program() { handle_message({kMessageClose, 0, {}, 0}); }
 
 void Application::open_settings() {
   const std::int32_t clock24 = settings_.timeformat;
-  forms_.change_settings(settings_, *this);
+  forms_.change_settings(*this);
   grid_.request_redraw();
   if (!day_view_.is_open()) return;
   if (settings_.timeformat != clock24) handle_message({kMessageRefresh, 0, {}, 0});

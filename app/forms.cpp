@@ -1,5 +1,6 @@
 #include "app/forms.h"
 
+#include "options/settings_sheet.h"
 #include "settings/registry_access.h"
 #include "store/wait_cursor.h"
 
@@ -9,13 +10,17 @@ void Forms::edit_appointment(ApplicationState& state) {
   AppointmentEditor& editor = parts_.appointment ? *parts_.appointment : editor_;
   editor.edit(state.to_edit);
   state.to_edit = {};
-  host_.input.hide_input_panel();
+  context_.host.input.hide_input_panel();
 }
 
-void Forms::change_settings(SettingsRecord& settings, SettingsCommands& commands) {
-  if (parts_.settings) parts_.settings->run(settings, commands);
-  const WaitCursor waiting(host_.window);
-  FlushSettings(host_.registry);
+void Forms::change_settings(SettingsCommands& commands) {
+  if (parts_.settings)
+    parts_.settings->run(context_.settings, commands);
+  else
+    ShowSettingsSheet({context_.host, context_.session, context_.settings, context_.volume,
+                       context_.screen, context_.platform_generation, context_.history, commands});
+  const WaitCursor waiting(context_.host.window);
+  FlushSettings(context_.host.registry);
 }
 
 }  // namespace orvello

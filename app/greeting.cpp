@@ -22,7 +22,7 @@ int line_height(const FontSpec& font) { return font.height * 5 / 4; }
 
 }  // namespace
 
-GreetingProcedure::GreetingProcedure(Language language, bool settings, const ScreenLayout& screen)
+GreetingProcedure::GreetingProcedure(Language language, const ScreenLayout& screen)
     : screen_(screen) {
   const auto add = [&](StringId heading, StringId text) {
     topics_.push_back({load_string(heading, language), load_string(text, language)});
@@ -31,7 +31,7 @@ GreetingProcedure::GreetingProcedure(Language language, bool settings, const Scr
   add(StringId::greeting_month, StringId::greeting_month_text);
   add(StringId::greeting_day, StringId::greeting_day_text);
   add(StringId::greeting_keys, StringId::greeting_keys_text);
-  if (settings) add(StringId::greeting_icons, StringId::greeting_icons_text);
+  add(StringId::greeting_icons, StringId::greeting_icons_text);
 }
 
 int GreetingProcedure::lay_out(Canvas& canvas, Size size, int points, bool painted, int gap) const {

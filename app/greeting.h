@@ -10,8 +10,7 @@ namespace orvello {
 // Gone with the first tap on it, its button, Return or Escape.
 class GreetingProcedure : public DialogProcedure {
  public:
-  // What cannot be done yet is not spoken of: `settings` tells whether the settings can be opened.
-  GreetingProcedure(Language language, bool settings, const ScreenLayout& screen);
+  GreetingProcedure(Language language, const ScreenLayout& screen);
   void handle(Dialog& dialog, const DialogEvent& event) override;
 
   // In the largest of the usual sizes in which all of it fits; false when none does.

@@ -57,6 +57,7 @@ class Modality {
     std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
                                           DialogProcedure& procedure) override;
     int run_sheet(TextView title, const std::vector<SheetPage>& pages) override;
+    FormColors colors() const override { return modality_.host_.dialogs.colors(); }
 
    private:
     Modality& modality_;

@@ -57,7 +57,7 @@ void Application::greet() {
   std::int32_t due = 0;
   ReadNumberSetting(host_.registry, kGreetingDue, due);
   if (due == 0) return;
-  GreetingProcedure procedure(language(), forms_.can_set(), state_.layout);
+  GreetingProcedure procedure(language(), state_.layout);
   host_.dialogs.run_modal(greeting_dialog(language()), procedure);
   WriteNumberSetting(host_.registry, kGreetingDue, 0);
   FlushSettings(host_.registry);

@@ -22,6 +22,8 @@ struct LocaleData {
   Text time_separator = u":";
   Text morning = u"AM";  // may be empty
   Text afternoon = u"PM";
+  bool monday_first = false;   // else weeks start on Sunday, or on a day that no setting knows
+  bool right_to_left = false;  // screens are laid out mirrored
 };
 
 // Built-in locales for tests, for hosts without a locale, and for --language.

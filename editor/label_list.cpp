@@ -5,6 +5,7 @@
 
 #include "editor/letters.h"
 #include "settings/category_list.h"
+#include "store/device_labels.h"
 
 namespace orvello {
 namespace {
@@ -20,14 +21,7 @@ std::vector<ChooserRow> LabelList::read() const { return rows_of(carried_, carri
 std::vector<ChooserRow> LabelList::rows_of(std::vector<Text> labels,
                                            const std::vector<Text>& chosen) const {
   std::vector<Text> listed;
-  readCategoryList(
-      context_.volume, context_.platform_generation,
-      [this](int number) -> std::optional<Text> {
-        const auto folder = context_.session.folder(number);
-        if (!folder) return std::nullopt;
-        return folder->category_text();
-      },
-      listed);
+  read_device_labels(context_.volume, context_.platform_generation, context_.session, listed);
   for (const Text& label : listed) labels.push_back(label_of(label));
   return category_rows(std::move(labels), chosen, context_.host.locale);
 }

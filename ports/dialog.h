@@ -28,6 +28,7 @@
 #include "ports/canvas.h"
 #include "ports/controls.h"
 #include "ports/dialog_template.h"
+#include "ports/form_colors.h"
 #include "ports/notes.h"
 #include "ports/report_list.h"
 
@@ -135,6 +136,8 @@ class Dialogs {
   // shown page's may_close and tell every page `close`. kSheetFailed: it could not be made, no page
   // was told.
   virtual int run_sheet(TextView title, const std::vector<SheetPage>& pages) = 0;
+  // What the forms look like now.
+  virtual FormColors colors() const { return {}; }
 };
 
 }  // namespace orvello

@@ -37,6 +37,7 @@ struct ScreenInfo {
   int dpi_y = 96;
   int os_major = 0;  // the platform's version, 0.0 on a desktop
   int os_minor = 0;
+  bool dark_desktop = false;  // what surrounds the window is light text on dark
 };
 
 // A small text over the window that takes no input.

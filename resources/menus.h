@@ -14,7 +14,6 @@ MenuBarContent main_menu_bar(Language language, Image strip, int height);
 struct OptionsMenuState {
   bool can_undo = false;
   bool can_redo = false;
-  bool can_set = false;  // there is a settings sheet
 };
 std::vector<MenuItem> options_menu(Language language, const OptionsMenuState& state);
 

@@ -23,7 +23,10 @@ class WatchedDialogs : public Dialogs {
   std::unique_ptr<Dialog> open_modeless(const DialogTemplate&, DialogProcedure&) override {
     return nullptr;
   }
-  int run_sheet(TextView, const std::vector<SheetPage>&) override { return kSheetFailed; }
+  int run_sheet(TextView title, const std::vector<SheetPage>& pages) override {
+    return dialogs_.run_sheet(title, pages);
+  }
+  FormColors colors() const override { return dialogs_.colors(); }
 
   std::vector<Dialog*> open;  // the topmost one last
   std::vector<int> opened;    // template ids
