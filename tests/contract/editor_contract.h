@@ -11,29 +11,10 @@
 #include "editor/editor_forms.h"
 #include "store/save_appointment.h"
 #include "tests/contract/dialogs_bench.h"
+#include "tests/contract/watched_dialogs.h"
 #include "tests/editor/editor_bench.h"
 
 namespace orvello::test {
-
-// Lets a test look at what stands in the dialogs that run on a host's.
-class WatchedDialogs : public Dialogs {
- public:
-  explicit WatchedDialogs(Dialogs& dialogs) : dialogs_(dialogs) {}
-  int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) override;
-  std::unique_ptr<Dialog> open_modeless(const DialogTemplate&, DialogProcedure&) override {
-    return nullptr;
-  }
-  int run_sheet(TextView title, const std::vector<SheetPage>& pages) override {
-    return dialogs_.run_sheet(title, pages);
-  }
-  FormColors colors() const override { return dialogs_.colors(); }
-
-  std::vector<Dialog*> open;  // the topmost one last
-  std::vector<int> opened;    // template ids
-
- private:
-  Dialogs& dialogs_;
-};
 
 // The editor's bench with dialogs of its own.
 struct EditorDesk : EditorBench {

@@ -4,36 +4,6 @@
 #include "tests/contract/editor_contract.h"
 
 namespace orvello::test {
-namespace {
-
-class Watched : public DialogProcedure {
- public:
-  Watched(DialogProcedure& procedure, std::vector<Dialog*>& open, bool& known)
-      : procedure_(procedure), open_(open), known_(known) {}
-  void handle(Dialog& dialog, const DialogEvent& event) override {
-    if (!known_) open_.push_back(&dialog);
-    known_ = true;
-    procedure_.handle(dialog, event);
-  }
-  bool may_close(Dialog& dialog) override { return procedure_.may_close(dialog); }
-
- private:
-  DialogProcedure& procedure_;
-  std::vector<Dialog*>& open_;
-  bool& known_;
-};
-
-}  // namespace
-
-int WatchedDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) {
-  bool known = false;
-  Watched watched(procedure, open, known);
-  opened.push_back(dialog.id);
-  const int result = dialogs_.run_modal(dialog, watched);
-  if (known) open.pop_back();
-  return result;
-}
-
 EditorDesk::EditorDesk(std::unique_ptr<DialogsBench> person, bool russian)
     : bench(std::move(person)),
       locale(russian ? russian_locale() : english_locale(), russian),

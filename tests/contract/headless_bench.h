@@ -17,10 +17,13 @@ class HeadlessBench : public DialogsBench {
     dialogs_.person = [this, person](HeadlessDialog& dialog) {
       dialogs_.person = nullptr;
       HeadlessDialog* const below = std::exchange(top_, &dialog);
+      HeadlessSheet* const sheet = std::exchange(sheet_, nullptr);
       person();
       top_ = below;
+      sheet_ = sheet;
     };
     dialogs_.sheet_person = [this, person](HeadlessSheet& sheet) {
+      dialogs_.person = nullptr;
       sheet_ = &sheet;
       person();
       sheet_ = nullptr;

@@ -14,6 +14,7 @@
 #include "tests/contract/editor_contract.cpp"       // NOLINT
 #include "tests/contract/editor_desk.cpp"           // NOLINT
 #include "tests/contract/editor_runs_contract.cpp"  // NOLINT
+#include "tests/contract/watched_dialogs.cpp"       // NOLINT
 
 namespace orvello::test {
 namespace {

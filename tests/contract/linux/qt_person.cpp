@@ -255,6 +255,13 @@ void QtPerson::press_close() {
 void QtPerson::show_page(int page) {
   settle();
   auto* tabs = top()->findChild<QTabBar*>();
+  // One that is out of sight comes with the arrow at that end.
+  for (int taps = 0; taps < 8 && !tabs->visibleRegion().contains(tabs->tabRect(page).center());
+       ++taps) {
+    const bool back = tabs->x() + tabs->tabRect(page).center().x() < 0;
+    for (auto* arrow : tabs->parentWidget()->parentWidget()->findChildren<QAbstractButton*>())
+      if (arrow->isEnabled() && (arrow->x() == 0) == back) click(*arrow, arrow->rect().center());
+  }
   click(*tabs, tabs->tabRect(page).center());
 }
 

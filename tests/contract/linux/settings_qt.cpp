@@ -1,0 +1,14 @@
+// The settings sheet's contract on real widgets.
+#include "tests/contract/linux/qt_person.h"
+// The suites themselves, as this is another test program.
+#include "tests/contract/settings_contract.cpp"  // NOLINT
+#include "tests/contract/settings_desk.cpp"      // NOLINT
+
+namespace orvello::test {
+namespace {
+
+INSTANTIATE_TEST_SUITE_P(Qt, SettingsContract,
+                         testing::Values(MakeBench([] { return std::make_unique<QtPerson>(); })));
+
+}  // namespace
+}  // namespace orvello::test
