@@ -86,6 +86,8 @@ class Parser {
       line_.command = Command::help;
     } else if (name == "--version") {
       line_.command = Command::version;
+    } else if (name == "--new") {
+      line_.new_appointment = true;
     } else if (name == "--json") {
       line_.json = true;
     } else if (name == "--list") {
@@ -203,6 +205,8 @@ class Parser {
     }
     if (line_.json && line_.command != Command::agenda && line_.command != Command::help)
       fail("--json belongs to agenda");
+    if (line_.new_appointment && line_.command != Command::window && line_.command != Command::help)
+      fail("--new belongs to the window");
     if (line_.list && line_.command != Command::restore && line_.command != Command::help)
       fail("--list belongs to restore");
     if (line_.from && line_.to && day_of(*line_.from) > day_of(*line_.to))
@@ -237,6 +241,7 @@ std::string usage_text() {
                                       with counts, and imported on OK
       --view day|month|year           the view to open
       --date YYYY-MM-DD               the date to show
+      --new                           write a new appointment, in the window that is open if one is
       --screen WxH --dpi N            a screen of that size in pixels and that density
       --measure start                 print the time to the first painted view, and end
       --measure turn                  print how fast the Day view goes to the next day, and end

@@ -34,6 +34,7 @@ struct CommandLine {
   int view = -1;                         // --view, or render's word: 0 Day, 1 Month, 2 Year
   std::optional<Size> screen;            // --screen
   int dpi = 0;                           // --dpi, 0: not given
+  bool new_appointment = false;          // --new
   bool json = false;
   bool list = false;  // of restore
   enum class Measure { nothing, start, turn, edit };

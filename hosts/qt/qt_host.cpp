@@ -29,6 +29,7 @@ QtWindowOptions window_options(const QtHostOptions& options) {
   result.screen = options.screen;
   result.dpi = options.dpi;
   result.files = options.files;
+  result.new_appointment = options.new_appointment;
   if (options.offscreen) result.data_folder.clear(), result.place_file.clear();
   return result;
 }

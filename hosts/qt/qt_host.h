@@ -27,6 +27,7 @@ struct QtHostOptions {
   std::optional<Size> screen;       // --screen, device pixels
   int dpi = 0;                      // --dpi; 0: the display's
   std::vector<std::string> files;   // handed to a window that is open already
+  bool new_appointment = false;     // likewise asked for there
   bool offscreen = false;           // never needs a display: for pictures
 };
 
@@ -55,7 +56,8 @@ class QtHost {
   // After a start that found another instance: whether that has the files.
   bool call_answered() const;
   // Another launch asked for these files while this one runs (the window has been raised). Called
-  // from the message loop; without files when only raising was asked for.
+  // from the message loop; without files when only raising was asked for, with
+  // kNewAppointmentCall among them when a new appointment was.
   void on_files(std::function<void(std::vector<std::string>)> callback);
   // Once, after the first paint that showed a published surface or a modeless dialog.
   void on_first_paint(std::function<void()> callback);

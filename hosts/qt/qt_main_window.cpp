@@ -16,6 +16,7 @@
 #include "hosts/linux/window_place.h"
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/modal_layer.h"
+#include "hosts/qt/program_icon.h"
 #include "hosts/qt/qt_surface.h"
 #include "hosts/qt/qt_text.h"
 #include "ports/messages.h"
@@ -173,6 +174,7 @@ bool QtMainWindow::activate_other_instance(TextView, TextView) {
     const std::filesystem::path path = std::filesystem::absolute(file, fault);
     files.push_back(fault ? file : path.string());
   }
+  if (options_.new_appointment) files.emplace_back(kNewAppointmentCall);
   const SingleInstance::Joined joined = instance_->join(files);
   // A second window on one calendar is never opened, also when the first is too busy to answer.
   call_answered_ = joined != SingleInstance::Joined::unanswered;
@@ -208,6 +210,7 @@ bool QtMainWindow::create(TextView, TextView title, int, MessageHandler& handler
   handler_ = &handler;
   shell_ = new Shell(density_, events_);
   shell_->setWindowTitle(to_qt(title));
+  shell_->setWindowIcon(program_icon());
   shell_->setAccessibleName(to_qt(title));
   shell_->content().setAccessibleName(to_qt(title));
   if (options_.screen) {

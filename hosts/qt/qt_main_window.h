@@ -20,12 +20,16 @@ class QSocketNotifier;
 
 namespace orvello {
 
+// Stands among the files that another launch asks for: a new appointment. No file's absolute path.
+inline constexpr const char* kNewAppointmentCall = "--new";
+
 struct QtWindowOptions {
   std::string data_folder;
   std::string place_file;  // remembers the window's place; empty: nothing does
   std::optional<Size> screen;
   int dpi = 0;
   std::vector<std::string> files;
+  bool new_appointment = false;
 };
 
 class QtMainWindow : public MainWindow {

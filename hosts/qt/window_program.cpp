@@ -30,9 +30,11 @@
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/meeting_delivery.h"
 #include "hosts/qt/qt_host.h"
+#include "hosts/qt/qt_main_window.h"
 #include "hosts/qt/start_fault.h"
 #include "hosts/qt/written_boxes.h"
 #include "ports/messages.h"
+#include "resources/ids.h"
 #include "store/embedded/sqlite_record_databases.h"
 #include "store/unavailable_store.h"
 
@@ -190,6 +192,7 @@ QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
   options.screen = parts.line.screen;
   options.dpi = parts.line.dpi;
   if (!offscreen) options.files = parts.line.files;
+  options.new_appointment = parts.line.new_appointment;
   options.offscreen = offscreen;
   if (offscreen && !options.screen) options.screen = Size{480, 640};
   if (offscreen && options.dpi == 0) options.dpi = parts.line.screen ? 96 : 192;
@@ -206,7 +209,14 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
       import_files_here(session, parts.store, parts.paths, files);
     });
   };
-  session.qt.on_files(import_later);
+  const auto write_later = [&session] {
+    session.host.window.post({kMessageCommand, kCommandNew, {}, 0});
+  };
+  session.qt.on_files([=](std::vector<std::string> files) {
+    const bool wanted = std::erase(files, kNewAppointmentCall) > 0;
+    import_later(std::move(files));
+    if (wanted) write_later();
+  });
   if (measure == CommandLine::Measure::start) {
     session.qt.on_first_paint([&] {
       std::printf("first paint: %ld ms\n", milliseconds_since_start());
@@ -235,9 +245,10 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   }
   if (!parts.line.files.empty())
     import_later(parts.line.files);
-  else if (watched)
+  else if (watched && !parts.line.new_appointment)
     session.application.when_free([&session] { session.application.greet(); });
   if (watched) session.application.when_free([&session] { session.application.offer_draft(); });
+  if (watched && parts.line.new_appointment) write_later();
   BackupKeeper backups(parts, [&session](const std::string& reason) {
     session.application.when_free([&session, reason] {
       session.host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);

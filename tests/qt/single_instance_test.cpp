@@ -30,14 +30,19 @@ TEST(SingleInstance, ASecondProcessHandsItsFilesOverAndEnds) {
     SingleInstance second(folder.path());
     if (second.join(odd) != Joined::handed_over) return 11;
     if (second.join(many) != Joined::handed_over) return 12;
-    return second.join({}) == Joined::handed_over ? 0 : 13;
+    if (second.join({}) != Joined::handed_over) return 13;
+    QtWindowOptions asked;
+    asked.data_folder = folder.path();
+    asked.new_appointment = true;
+    return QtMainWindow(asked).activate_other_instance(u"Orvello", u"Orvello") ? 0 : 14;
   });
-  EXPECT_TRUE(wait_until([&] { return calls.size() == 3; }));
+  EXPECT_TRUE(wait_until([&] { return calls.size() == 4; }));
   EXPECT_EQ(end_of(child), 0);
-  ASSERT_EQ(calls.size(), 3u);
+  ASSERT_EQ(calls.size(), 4u);
   EXPECT_EQ(calls[0], odd);
   EXPECT_EQ(calls[1], many);
   EXPECT_TRUE(calls[2].empty());
+  EXPECT_EQ(calls[3], std::vector<std::string>{kNewAppointmentCall});
   EXPECT_FALSE(window.shell()->isMinimized());
 }
 
