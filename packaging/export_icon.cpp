@@ -2,19 +2,15 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "hosts/qt/qt_text.h"
-#include "resources/bitmaps.h"
+#include "hosts/qt/program_icon.h"
 
 int main(int argc, char** argv) {
-  using namespace orvello;
   const int size = argc == 3 ? std::atoi(argv[1]) : 0;
   if (size <= 0 || size % 16 != 0) {
     std::cerr << "usage: export_icon SIZE FILE.png\n";
     return 2;
   }
-  const Image icon = load_bitmap(size % 48 == 0 ? kBitmapProgramLarge : kBitmapProgramSmall);
-  // Whole multiples, unsmoothed: the icon is drawn pixel by pixel.
-  if (to_qt(icon).scaled(size, size).save(QString::fromLocal8Bit(argv[2]), "PNG")) return 0;
+  if (orvello::program_picture(size).save(QString::fromLocal8Bit(argv[2]), "PNG")) return 0;
   std::cerr << "export_icon: " << argv[2] << " could not be written\n";
   return 1;
 }

@@ -28,7 +28,7 @@ install_missing() {
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev libical-dev
   tzdata fonts-dejavu-core fonts-dejavu-extra)
 test_packages=(ccache python3 libgtest-dev libbenchmark-dev clang-format xvfb xauth dpkg-dev file
-  lintian lld)
+  lintian lld desktop-file-utils appstream man-db)
 
 # configure PRESET [CMAKE OPTION...]: once; the build files keep themselves up to date after that.
 configure() {
