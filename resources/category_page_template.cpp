@@ -3,10 +3,10 @@
 
 namespace orvello {
 
-DialogTemplate category_page_dialog(Language) {
+DialogTemplate category_page_dialog(Language language) {
   DialogTemplate dialog;
   dialog.id = kDialogCategoryPage;
-  dialog.title = u"Category";
+  dialog.title = load_string(StringId::tab_category, language);
   dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
   return dialog;
 }

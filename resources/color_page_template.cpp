@@ -3,10 +3,10 @@
 
 namespace orvello {
 
-DialogTemplate color_page_dialog(Language) {
+DialogTemplate color_page_dialog(Language language) {
   DialogTemplate dialog;
   dialog.id = kDialogColorPage;
-  dialog.title = u"Color";
+  dialog.title = load_string(StringId::tab_color, language);
   dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
   return dialog;
 }

@@ -3,10 +3,10 @@
 
 namespace orvello {
 
-DialogTemplate display_page_dialog(Language) {
+DialogTemplate display_page_dialog(Language language) {
   DialogTemplate dialog;
   dialog.id = kDialogDisplayPage;
-  dialog.title = u"Display";
+  dialog.title = load_string(StringId::tab_display, language);
   dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
   return dialog;
 }

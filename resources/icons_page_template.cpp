@@ -3,10 +3,10 @@
 
 namespace orvello {
 
-DialogTemplate icons_page_dialog(Language) {
+DialogTemplate icons_page_dialog(Language language) {
   DialogTemplate dialog;
   dialog.id = kDialogIconsPage;
-  dialog.title = u"Icons";
+  dialog.title = load_string(StringId::tab_icons, language);
   dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
   return dialog;
 }

@@ -3,10 +3,10 @@
 
 namespace orvello {
 
-DialogTemplate options_page_dialog(Language) {
+DialogTemplate options_page_dialog(Language language) {
   DialogTemplate dialog;
   dialog.id = kDialogOptionsPage;
-  dialog.title = u"Options";
+  dialog.title = load_string(StringId::tab_options, language);
   dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
   return dialog;
 }

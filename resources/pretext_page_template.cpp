@@ -3,10 +3,10 @@
 
 namespace orvello {
 
-DialogTemplate pretext_page_dialog(Language) {
+DialogTemplate pretext_page_dialog(Language language) {
   DialogTemplate dialog;
   dialog.id = kDialogPretextPage;
-  dialog.title = u"Pretext";
+  dialog.title = load_string(StringId::tab_pretext, language);
   dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
   return dialog;
 }

@@ -3,10 +3,10 @@
 
 namespace orvello {
 
-DialogTemplate profiles_page_dialog(Language) {
+DialogTemplate profiles_page_dialog(Language language) {
   DialogTemplate dialog;
   dialog.id = kDialogProfilesPage;
-  dialog.title = u"Profiles";
+  dialog.title = load_string(StringId::tab_profiles, language);
   dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
   return dialog;
 }

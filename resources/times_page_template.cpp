@@ -3,10 +3,10 @@
 
 namespace orvello {
 
-DialogTemplate times_page_dialog(Language) {
+DialogTemplate times_page_dialog(Language language) {
   DialogTemplate dialog;
   dialog.id = kDialogTimesPage;
-  dialog.title = u"Times";
+  dialog.title = load_string(StringId::tab_times, language);
   dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
   return dialog;
 }
