@@ -66,8 +66,18 @@ struct CommandTable {
   };
 };
 
+namespace {
+
+Host with_registry(const Host& host, Registry& registry) {
+  return {host.clock,  host.locale,   registry,   host.files,   host.databases, host.surfaces,
+          host.window, host.menu_bar, host.boxes, host.dialogs, host.store,     host.input};
+}
+
+}  // namespace
+
 Application::Application(Host host, const StartOptions& options, const FormParts& forms)
-    : modality_(host),
+    : registry_(host.registry, [this](Text reason) { tell_unkept(std::move(reason)); }),
+      modality_(with_registry(host, registry_)),
       host_(modality_.counted()),
       options_(options),
       volume_boxes_(host_.boxes),
@@ -102,6 +112,13 @@ void Application::run_command(std::uint32_t command) {
 }
 
 void Application::send_command(std::uint32_t command) { run_command(command); }
+
+void Application::tell_unkept(Text reason) {
+  when_free([this, reason = std::move(reason)] {
+    host_.boxes.show(u"What you choose lasts until Orvello ends: it cannot be kept.\n" + reason,
+                     u"Error", BoxIcon::error, BoxButtons::ok, true);
+  });
+}
 
 bool Application::on_free(const Message&) {
   modality_.run_next();

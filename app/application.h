@@ -16,6 +16,7 @@
 #include "app/once_boxes.h"
 #include "app/profile_menu.h"
 #include "app/read_trouble.h"
+#include "app/told_registry.h"
 #include "ports/calendar_store.h"
 #include "ports/dialog.h"
 #include "ports/host.h"
@@ -116,6 +117,7 @@ class Application : public MessageHandler,
   bool enter_view(int mode);
   void show_grid(ViewMode mode);
   void check_day_change();
+  void tell_unkept(Text reason);
   void read_again();
   bool low_resolution() const;
 
@@ -132,6 +134,7 @@ class Application : public MessageHandler,
   void reopen_day_view() override;
   void rebuild_profile_menu() override { profiles_.rebuild(); }
 
+  ToldRegistry registry_;
   Modality modality_;
   Host host_;  // with the counted ports
   StartOptions options_;

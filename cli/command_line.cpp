@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "calendar/iso_date.h"
+#include "resources/strings.h"
 
 namespace orvello {
 namespace {
@@ -43,6 +44,13 @@ std::optional<int> parse_dpi(const std::string& text) {
   const int value = digits >= 2 && digits <= 3 ? read_digits(text, at, digits) : -1;
   if (value < 72 || value > 600) return std::nullopt;
   return value;
+}
+
+std::string language_codes(const char* between) {
+  std::string codes;
+  for (const LanguageInfo& info : all_languages())
+    codes.append(codes.empty() ? "" : between).append(to_utf8(info.code));
+  return codes;
 }
 
 // Reads words one after the other into a command line; keeps the first fault.
@@ -127,7 +135,8 @@ class Parser {
       line_.dpi = dpi.value_or(0);
     } else if (name == "--language") {
       line_.language = value(name);
-      if (line_.language != "ru" && line_.language != "en") fail("--language is ru or en");
+      if (fault_.empty() && !find_language(to_utf16(line_.language)))
+        fail("--language is one of " + language_codes(", "));
     } else if (name == "--measure") {
       const std::string what = value(name);
       using Measure = CommandLine::Measure;
@@ -235,7 +244,7 @@ bool names_contacts(const std::string& file) {
 }
 
 std::string usage_text() {
-  return R"(Orvello, a pocket calendar.
+  return std::string() + R"(Orvello, a pocket calendar.
 
   orvello [FILE...]                   open the window; calendar and contact files are shown first,
                                       with counts, and imported on OK
@@ -262,7 +271,8 @@ std::string usage_text() {
 Every command takes:
       --data DIR                      keep everything under this folder
       --now YYYY-MM-DDTHH:MM          the time it is said to be
-      --language ru|en                the language of menus and dates
+      --language CODE                 the language of menus and dates: )" +
+         language_codes(", ") + R"(
       --help, --version
 
 Ends with 0 on success, 1 on a failure, which it names, and 2 on a wrong command line.

@@ -27,7 +27,7 @@ struct CommandLine {
   Command command = Command::window;
   std::vector<std::string> files;        // .ics files; the file to write for export and render
   std::string data_folder;               // --data
-  std::string language;                  // --language: "ru", "en" or empty
+  std::string language;                  // --language, a code that is known, or empty
   std::optional<SystemTime> now;         // --now
   std::optional<MonthDayYear> date;      // --date
   std::optional<MonthDayYear> from, to;  // export's options, agenda's words; the day of restore

@@ -1,5 +1,5 @@
-// The pieces that a recurrence in words is made of, in a language. Each but the first begins with
-// the blank or comma that parts it from the one before.
+// The pieces that a recurrence in words is made of, from a language's texts. What a language's
+// grammar asks for beyond them is a class of its own.
 #pragma once
 
 #include <memory>
@@ -19,36 +19,40 @@ struct CountedDay {
 
 class RulePhrases {
  public:
+  explicit RulePhrases(Language language) : language_(language) {}
   virtual ~RulePhrases() = default;
-  virtual Text every(Frequency frequency, int interval) const = 0;  // the beginning
-  virtual Text on_weekdays(const std::vector<int>& weekdays) const = 0;
-  virtual Text on_class(int kind) const = 0;  // "on weekdays"
-  virtual Text on_counted_days(const std::vector<CountedDay>& days) const = 0;
-  virtual Text on_month_days(const std::vector<int>& days) const = 0;  // below 0 from the end
-  virtual Text on_clipped_day(int day) const = 0;  // or the last, of a shorter month
-  virtual Text if_weekday(const std::vector<int>& weekdays) const = 0;
-  virtual Text on_date(int day, int month) const = 0;
-  virtual Text of_the_year() const = 0;
+  Text every(Frequency frequency, int interval) const;  // the beginning
+  Text on_weekdays(const std::vector<int>& weekdays) const;
+  Text on_class(int kind) const;  // "on weekdays"
+  virtual Text on_counted_days(const std::vector<CountedDay>& days) const;
+  virtual Text on_month_days(const std::vector<int>& days) const;  // below 0 from the end
+  virtual Text on_clipped_day(int day) const;  // or the last, of a shorter month
+  Text if_weekday(const std::vector<int>& weekdays) const;
+  Text on_date(int day, int month) const;
   // `of`: of counted days or days of a month; else in them.
-  virtual Text in_months(const std::vector<int>& months, bool of) const = 0;
-  virtual Text in_weeks(const std::vector<int>& weeks) const = 0;
-  virtual Text on_year_days(const std::vector<int>& days) const = 0;
-  virtual Text only_some(const std::vector<int>& positions) const = 0;
-  virtual Text at_times(const std::vector<Text>& times) const = 0;
-  virtual Text at_many_times() const = 0;
-  virtual Text so_often(int count) const = 0;
-  virtual Text until(const SystemTime& day) const = 0;
-  virtual Text more_days(int count, bool alone) const = 0;
-  virtual Text except_days(int count) const = 0;
-  virtual Text except_rule(TextView words) const = 0;
-  virtual Text rule_of_its_own() const = 0;
-  virtual TextView conjunction() const = 0;  // with its blanks
+  Text in_months(const std::vector<int>& months, bool of) const;
+  virtual Text in_weeks(const std::vector<int>& weeks) const;
+  virtual Text on_year_days(const std::vector<int>& days) const;
+  Text only_some(const std::vector<int>& positions) const;
+  Text at_times(const std::vector<Text>& times) const;
+  Text until(const SystemTime& day) const;
+  Text counting(StringId id, int count) const { return load_count(id, count, language_); }
+  Text said(StringId id) const { return load_string(id, language_); }
 
-  // "a, b and c"
-  Text joined(const std::vector<Text>& pieces) const;
+ protected:
+  // "the 15th", "the last", "the 2nd last"
+  virtual Text counted(int number) const;
+  Text joined(const std::vector<Text>& pieces, StringId last = StringId::rule_and) const;
+  Text all_counted(const std::vector<int>& numbers) const;
+  Text word(StringId list, int place) const;
+
+ private:
+  Text words(StringId list, const std::vector<int>& places, StringId last) const;
+  Text numbered(StringId picture, int number) const;
+  Language language_;
 };
 
-std::unique_ptr<RulePhrases> english_phrases();
+std::unique_ptr<RulePhrases> phrases_in(Language language);
 std::unique_ptr<RulePhrases> russian_phrases();
 
 }  // namespace orvello

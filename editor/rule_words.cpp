@@ -60,29 +60,30 @@ class Sentence {
   Text words() {
     text_ = phrases_.every(rule_.frequency, rule_.interval);
     add_days();
-    if (!rule_.by_week_no.empty()) text_ += phrases_.in_weeks(rule_.by_week_no);
-    if (!rule_.by_year_day.empty()) text_ += phrases_.on_year_days(rule_.by_year_day);
-    if (!positions_said_ && !rule_.by_set_pos.empty())
-      text_ += phrases_.only_some(rule_.by_set_pos);
+    if (!rule_.by_week_no.empty()) add(phrases_.in_weeks(rule_.by_week_no));
+    if (!rule_.by_year_day.empty()) add(phrases_.on_year_days(rule_.by_year_day));
+    if (!positions_said_ && !rule_.by_set_pos.empty()) add(phrases_.only_some(rule_.by_set_pos));
     add_times();
-    if (rule_.count > 0) text_ += phrases_.so_often(rule_.count);
-    if (rule_.until) text_ += phrases_.until(civil_of(day_of(*rule_.until)));
+    if (rule_.count > 0) text_ += u", " + phrases_.counting(StringId::rule_so_often, rule_.count);
+    if (rule_.until) add(phrases_.until(civil_of(day_of(*rule_.until))));
     return std::move(text_);
   }
 
  private:
+  // Behind a blank, unless it brings a comma.
+  void add(const Text& piece) { text_ += (starts_with(piece, u",") ? u"" : u" ") + piece; }
+
   void add_days() {
     const bool date = rule_.frequency == Frequency::yearly && rule_.by_month.size() == 1 &&
                       rule_.by_month_day.size() == 1 && rule_.by_month_day[0] > 0 &&
                       rule_.by_day.empty();
     if (date) {
-      text_ += phrases_.on_date(rule_.by_month_day[0], rule_.by_month[0]);
+      add(phrases_.on_date(rule_.by_month_day[0], rule_.by_month[0]));
       return;
     }
     const bool of_days = add_month_days();
     const bool of_weekdays = add_weekdays();
-    if (!rule_.by_month.empty())
-      text_ += phrases_.in_months(rule_.by_month, of_days || of_weekdays);
+    if (!rule_.by_month.empty()) add(phrases_.in_months(rule_.by_month, of_days || of_weekdays));
   }
 
   bool add_month_days() {
@@ -92,7 +93,7 @@ class Sentence {
       days = {days.back(), -1};
       positions_said_ = true;
     }
-    text_ += positions_said_ ? phrases_.on_clipped_day(days[0]) : phrases_.on_month_days(days);
+    add(positions_said_ ? phrases_.on_clipped_day(days[0]) : phrases_.on_month_days(days));
     return true;
   }
 
@@ -113,13 +114,13 @@ class Sentence {
       for (const RuleDay& day : rule_.by_day) counted.push_back({day.ordinal, day.weekday});
     }
     if (counted.empty()) {
-      text_ += !rule_.by_month_day.empty() ? phrases_.if_weekday(days)
-               : kind >= kNamedWeekday     ? phrases_.on_class(kind)
-                                           : phrases_.on_weekdays(days);
+      add(!rule_.by_month_day.empty() ? phrases_.if_weekday(days)
+          : kind >= kNamedWeekday     ? phrases_.on_class(kind)
+                                      : phrases_.on_weekdays(days));
       return !rule_.by_month_day.empty();
     }
-    text_ += phrases_.on_counted_days(counted);
-    if (in_year) text_ += phrases_.of_the_year();
+    add(phrases_.on_counted_days(counted));
+    if (in_year) add(phrases_.said(StringId::rule_of_the_year));
     return true;
   }
 
@@ -128,13 +129,13 @@ class Sentence {
     const bool plain = rule_.by_second.empty() && rule_.frequency >= Frequency::daily;
     const std::size_t count = rule_.by_hour.size() * rule_.by_minute.size();
     if (!plain || count == 0 || count > kMostTimes) {
-      text_ += phrases_.at_many_times();
+      add(phrases_.said(StringId::rule_at_many_times));
       return;
     }
     std::vector<Text> times;
     for (const int hour : rule_.by_hour)
       for (const int minute : rule_.by_minute) times.push_back(format(u"%d:%.2d", hour, minute));
-    text_ += phrases_.at_times(times);
+    add(phrases_.at_times(times));
   }
 
   const Rule& rule_;
@@ -146,23 +147,10 @@ class Sentence {
 Text words_of(std::string_view line, const RulePhrases& phrases) {
   const Result<Rule> rule = parse_rule(line);
   return rule && !is_beyond_words(*rule) ? Sentence(*rule, phrases).words()
-                                         : phrases.rule_of_its_own();
-}
-
-std::unique_ptr<RulePhrases> phrases_in(Language language) {
-  return language == Language::russian ? russian_phrases() : english_phrases();
+                                         : phrases.said(StringId::rule_of_its_own);
 }
 
 }  // namespace
-
-Text RulePhrases::joined(const std::vector<Text>& pieces) const {
-  Text text;
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    if (i > 0) text += i + 1 == pieces.size() ? conjunction() : TextView(u", ");
-    text += pieces[i];
-  }
-  return text;
-}
 
 Text rule_words(std::string_view rules, Language language) {
   const auto phrases = phrases_in(language);
@@ -171,13 +159,19 @@ Text rule_words(std::string_view rules, Language language) {
   for_each_rule_line(rules, [&](std::string_view name, std::string_view value) {
     const int values = static_cast<int>(split_bytes(value, ',').size());
     if (name == "RRULE") text += (text.empty() ? u"" : u"; ") + words_of(value, *phrases);
-    if (name == "EXRULE") exceptions += phrases->except_rule(words_of(value, *phrases));
+    if (name == "EXRULE")
+      exceptions +=
+          u", " + format(phrases->said(StringId::rule_except_rule), words_of(value, *phrases));
     if (name == "RDATE") added += values;
     if (name == "EXDATE") excluded += values;
   });
-  if (added > 0) text += phrases->more_days(added, text.empty());
-  if (excluded > 0) exceptions = phrases->except_days(excluded) + exceptions;
-  return text.empty() && !rules.empty() ? phrases->rule_of_its_own() : text + exceptions;
+  if (added > 0)
+    text = text.empty() ? phrases->counting(StringId::rule_days_alone, added)
+                        : text + u" " + phrases->counting(StringId::rule_more_days, added);
+  if (excluded > 0)
+    exceptions = u", " + phrases->counting(StringId::rule_except_days, excluded) + exceptions;
+  return text.empty() && !rules.empty() ? phrases->said(StringId::rule_of_its_own)
+                                        : text + exceptions;
 }
 
 Text pattern_words(const RecurrencePattern& pattern, Language language) {

@@ -13,8 +13,9 @@ class Locale {
   virtual LocaleData data() const = 0;
   // The order of a phone book: below 0 when `a` comes first, above when `b` does, 0 when neither.
   virtual int compare(TextView a, TextView b) const = 0;
-  // The language of menus, dialogs and strings: true for Russian, false for English.
-  virtual bool russian_resources() const = 0;
+  // The code of the language that menus, dialogs and strings are wanted in: "ru", "pt-BR". Texts
+  // need not exist in it.
+  virtual Text language() const = 0;
 };
 
 }  // namespace orvello

@@ -33,6 +33,10 @@ class RegistryKey {
 class Registry {
  public:
   virtual ~Registry() = default;
+  // Why the last flush brought nothing to the disk, a sentence for a person that names the file;
+  // empty when it did. What was set is still there then for as long as the registry is, and the
+  // next flush tries again.
+  virtual Text trouble() const = 0;
   virtual std::unique_ptr<RegistryKey> open(RegistryRoot root, TextView path) = 0;  // null: missing
   virtual std::unique_ptr<RegistryKey> create(RegistryRoot root, TextView path) = 0;  // or opens
 };

@@ -22,9 +22,7 @@ Rect chooser_list_place(bool letter_bar, bool label_bar) {
 }
 
 DialogTemplate chooser_dialog(Language language, bool attendees) {
-  const auto text = [language](TextView russian, TextView english) {
-    return Text(language == Language::russian ? russian : english);
-  };
+  const auto text = [language](StringId id) { return load_string(id, language); };
   const auto column = [](int number, int top) {
     return Rect{4 + 59 * number, top, 55, kFingerHigh};
   };
@@ -33,13 +31,13 @@ DialogTemplate chooser_dialog(Language language, bool attendees) {
   dialog.title = attendees ? u"Attendees" : u"Categories";
   dialog.size = {kChooserWidth, kChooserHeight};
   dialog.controls = {
-      {Kind::toggle, kControlLetterBarToggle, text(u"АБВ", u"ABC"), column(0, 4)},
+      {Kind::toggle, kControlLetterBarToggle, text(StringId::chooser_letter_bar), column(0, 4)},
       {Kind::toggle, kControlLabelBarToggle, u"+ / –", column(1, 4)},
-      {Kind::button, kControlSelectAll, text(u"Все", u"All"), column(2, 4), Across::right},
-      {Kind::button, kControlSelectNone, text(u"Снять", u"None"), column(3, 4), Across::right},
+      {Kind::button, kControlSelectAll, text(StringId::chooser_all), column(2, 4), Across::right},
+      {Kind::button, kControlSelectNone, text(StringId::chooser_none), column(3, 4), Across::right},
       {Kind::custom,
        kControlLetterBar,
-       text(u"Буквы", u"Letters"),
+       text(StringId::chooser_letters),
        {0, 4 + kBarPitch, kChooserWidth, kFingerHigh},
        Across::stretch},
       {Kind::report,
@@ -55,18 +53,18 @@ DialogTemplate chooser_dialog(Language language, bool attendees) {
     ControlTemplate label{Kind::edit,      kControlLabel, {}, {4, top, 114, kFingerHigh},
                           Across::stretch, Down::bottom};
     label.limit = kLabelLimit;
-    ControlTemplate add{Kind::button,   kControlAddLabel, text(u"Добав", u"Add"),
+    ControlTemplate add{Kind::button,   kControlAddLabel, text(StringId::chooser_add),
                         column(2, top), Across::right,    Down::bottom};
-    ControlTemplate remove{Kind::button,   kControlRemoveLabel, text(u"Удал", u"Remove"),
+    ControlTemplate remove{Kind::button,   kControlRemoveLabel, text(StringId::chooser_remove),
                            column(3, top), Across::right,       Down::bottom};
     for (ControlTemplate* control : {&label, &add, &remove}) {
       control->hidden = true;
       dialog.controls.push_back(*control);
     }
   }
-  dialog.controls.push_back({Kind::button, kControlHeaderCancel, text(u"Отмена", u"Cancel"),
+  dialog.controls.push_back({Kind::button, kControlHeaderCancel, text(StringId::cancel),
                              column(0, kLastBar), Across::keep, Down::bottom});
-  dialog.controls.push_back({Kind::default_button, kControlHeaderOk, text(u"ОК", u"OK"),
+  dialog.controls.push_back({Kind::default_button, kControlHeaderOk, text(StringId::ok),
                              column(3, kLastBar), Across::right, Down::bottom});
   return dialog;
 }

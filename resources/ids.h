@@ -68,14 +68,20 @@ inline constexpr int kBitmapTodayHigh = 187;
 
 // The texts of menus, dialogs and the screens, in the order of the languages' files.
 enum class StringId : int {
+#define LANGUAGE(name, code, own_name, direction, plurals)
 #define TEXT(id, text) id,
+#define FORMS(id, text) id,
 #include "resources/languages/english.inc"
 #undef TEXT
+#undef FORMS
 };
 inline constexpr int kTextCount = 0
 #define TEXT(id, text) +1
+#define FORMS(id, text) +1
 #include "resources/languages/english.inc"
+#undef LANGUAGE
 #undef TEXT
+#undef FORMS
     ;
 
 }  // namespace orvello

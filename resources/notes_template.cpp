@@ -10,6 +10,8 @@ using Across = ControlTemplate::Across;
 using Down = ControlTemplate::Down;
 
 constexpr int kTool = 27, kToolGap = 4;
+// Of bold, italic and underlined on their buttons; other languages use the Latin ones.
+constexpr TextView kCyrillicLetters = u"ЖКЧ";
 
 // The places of the tools in their strip of pictures.
 enum class ToolPicture {
@@ -23,16 +25,16 @@ enum class ToolPicture {
   undo,
   redo,
   back,
-  bold_russian,
-  italic_russian,
-  underline_russian
+  bold_cyrillic,
+  italic_cyrillic,
+  underline_cyrillic
 };
 
 struct Tool {
   int id;
   Kind kind;
   StringId name;
-  ToolPicture picture, russian;
+  ToolPicture picture, cyrillic;
   int left;
   Across across;
 };
@@ -41,16 +43,16 @@ constexpr int kStyles = kToolGap + kTool + kToolGap;
 constexpr Tool kTools[] = {
     {kNotesPen, Kind::toggle, StringId::notes_pen, ToolPicture::pen, ToolPicture::pen, kToolGap,
      Across::keep},
-    {kNotesBold, Kind::toggle, StringId::notes_bold, ToolPicture::bold, ToolPicture::bold_russian,
+    {kNotesBold, Kind::toggle, StringId::notes_bold, ToolPicture::bold, ToolPicture::bold_cyrillic,
      kStyles, Across::keep},
     {kNotesEraser, Kind::toggle, StringId::notes_eraser, ToolPicture::eraser, ToolPicture::eraser,
      kStyles, Across::keep},
     {kNotesItalic, Kind::toggle, StringId::notes_italic, ToolPicture::italic,
-     ToolPicture::italic_russian, kStyles + kTool, Across::keep},
+     ToolPicture::italic_cyrillic, kStyles + kTool, Across::keep},
     {kNotesText, Kind::picture_button, StringId::notes_text, ToolPicture::text, ToolPicture::text,
      kStyles + kTool, Across::keep},
     {kNotesUnderline, Kind::toggle, StringId::notes_underline, ToolPicture::underline,
-     ToolPicture::underline_russian, kStyles + 2 * kTool, Across::keep},
+     ToolPicture::underline_cyrillic, kStyles + 2 * kTool, Across::keep},
     {kNotesList, Kind::toggle, StringId::notes_list, ToolPicture::list, ToolPicture::list,
      kStyles + 3 * kTool, Across::keep},
     {kNotesUndo, Kind::picture_button, StringId::undo, ToolPicture::undo, ToolPicture::undo,
@@ -81,6 +83,7 @@ bool is_for_typing(int id) {
 std::vector<ControlTemplate> notes_controls(Language language, const Rect& room,
                                             bool low_resolution) {
   const Image strip = load_bitmap(low_resolution ? kBitmapNotesToolsLow : kBitmapNotesToolsHigh);
+  const bool cyrillic = load_string(StringId::notes_letters, language) == kCyrillicLetters;
   std::vector<ControlTemplate> controls;
   for (const Tool& tool : kTools) {
     ControlTemplate control{tool.kind,
@@ -88,7 +91,7 @@ std::vector<ControlTemplate> notes_controls(Language language, const Rect& room,
                             load_string(tool.name, language),
                             {room.x + tool.left, room.y + kToolGap, kTool, kTool},
                             tool.across};
-    control.image = picture_of(strip, language == Language::russian ? tool.russian : tool.picture);
+    control.image = picture_of(strip, cyrillic ? tool.cyrillic : tool.picture);
     controls.push_back(std::move(control));
   }
   constexpr int top = kToolGap + kTool + kToolGap;

@@ -8,33 +8,10 @@ namespace {
 
 constexpr int kDaysOfRow = 31;
 
-struct CountWords {
-  TextView none, one, few, many;  // with %d
-  TextView today;
-  TextView unreadable;
-};
-
-constexpr CountWords kEnglish = {u"no appointments", u"%d appointment",
-                                 u"%d appointments", u"%d appointments",
-                                 u"today",           u"appointments cannot be read"};
-constexpr CountWords kRussian = {u"нет встреч", u"%d встреча", u"%d встречи",
-                                 u"%d встреч",  u"сегодня",    u"встречи не читаются"};
-
-const CountWords& words_of(Language language) {
-  return language == Language::russian ? kRussian : kEnglish;
-}
-
-// English has one form for 1 and one for the rest. In Russian the last digit decides: 1, 21, 101;
-// 2 to 4, 22 to 24; all others, and 11 to 14.
-TextView count_form(int count, Language language) {
-  const CountWords& words = words_of(language);
-  if (count == kUnreadableCount) return words.unreadable;
-  if (count == 0) return words.none;
-  if (language == Language::english) return count == 1 ? words.one : words.many;
-  const int last = count % 10;
-  if (count / 10 % 10 == 1) return words.many;
-  if (last == 1) return words.one;
-  return last >= 2 && last <= 4 ? words.few : words.many;
+Text count_text(int count, Language language) {
+  if (count == kUnreadableCount) return load_string(StringId::day_unreadable, language);
+  if (count == 0) return load_string(StringId::day_no_appointments, language);
+  return load_count(StringId::day_appointments, count, language);
 }
 
 AccessibleCell cell_for(const MonthDayYear& date, const Rect& place, int shown_year,
@@ -62,8 +39,8 @@ Text accessible_day_name(const MonthDayYear& date, std::optional<int> count, int
   time.day = date.day;
   Text name =
       FormatDatePicture(date.year == shown_year ? u"d MMMM" : u"d MMMM yyyy", time, words.locale);
-  if (count) name += u", " + format(count_form(*count, words.language), *count);
-  if (date == words.today) (name += u", ") += words_of(words.language).today;
+  if (count) name += u", " + count_text(*count, words.language);
+  if (date == words.today) name += u", " + load_string(StringId::day_is_today, words.language);
   return name;
 }
 

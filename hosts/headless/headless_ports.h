@@ -92,17 +92,17 @@ class HeadlessClock : public Clock {
 
 class HeadlessLocale : public Locale {
  public:
-  explicit HeadlessLocale(LocaleData data = english_locale(), bool russian = false)
-      : data_(std::move(data)), russian_(russian) {}
+  explicit HeadlessLocale(LocaleData data = english_locale(), TextView language = u"en")
+      : data_(std::move(data)), language_(language) {}
   LocaleData data() const override { return data_; }
   // Latin and Russian letters without their case, everything else by its number; what is equal so
   // by number too.
   int compare(TextView a, TextView b) const override;
-  bool russian_resources() const override { return russian_; }
+  Text language() const override { return language_; }
 
  private:
   LocaleData data_;
-  bool russian_;
+  Text language_;
 };
 
 class HeadlessInput : public InputMethods {

@@ -10,6 +10,9 @@ namespace orvello {
 
 class MemoryRegistry : public Registry {
  public:
+  Text trouble() const override {
+    return fail_flush && flushes > 0 ? Text(u"The registry is full.") : Text();
+  }
   std::unique_ptr<RegistryKey> open(RegistryRoot root, TextView path) override;
   std::unique_ptr<RegistryKey> create(RegistryRoot root, TextView path) override;
 

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "files/descriptor.h"
+#include "files/file_reasons.h"
 #include "files/input_file.h"
 #include "files/replace_file.h"
 
@@ -23,11 +24,10 @@ constexpr useconds_t kLockPause = 20000;  // microseconds: two seconds in all
 
 constexpr std::uint64_t kLargestRegistry = 16 << 20;
 
-// A missing file is empty; nothing when it is there and cannot be read, so that it is not replaced.
-std::optional<std::string> read_file(const std::string& path) {
+// A missing file is empty; fails when it is there and cannot be read, so that it is not replaced.
+Result<std::string> read_file(const std::string& path) {
   auto content = read_whole_file(path, kLargestRegistry);
-  if (!content) return errno == ENOENT ? std::optional<std::string>("") : std::nullopt;
-  return std::move(*content);
+  return !content && errno == ENOENT ? std::string() : std::move(content);
 }
 
 // The folder of the file itself where the path is a link to it.
@@ -73,7 +73,8 @@ class FileRegistry::Key : public RegistryKey {
     return registry_.current().query(root_, path_, name);
   }
   bool set(TextView name, const RegistryValue& value) override {
-    return registry_.set({root_, path_, Text(name), value});
+    registry_.hold({root_, path_, Text(name), value});
+    return true;
   }
   bool flush() override { return registry_.flush(); }
 
@@ -91,7 +92,7 @@ std::unique_ptr<RegistryKey> FileRegistry::open(RegistryRoot root, TextView path
 }
 
 std::unique_ptr<RegistryKey> FileRegistry::create(RegistryRoot root, TextView path) {
-  if (!current().has_key(root, path) && !set({root, Text(path), std::nullopt, {}})) return nullptr;
+  if (!current().has_key(root, path)) hold({root, Text(path), std::nullopt, {}});
   return std::make_unique<Key>(*this, root, path);
 }
 
@@ -108,38 +109,43 @@ void FileRegistry::apply_changes(RegistryText& text) const {
 const RegistryText& FileRegistry::current() {
   std::string stamp = stamp_of(path_);
   if (stamp == stamp_) return text_;
-  text_ = RegistryText::parse(read_file(path_).value_or(""));
+  const auto content = read_file(path_);
+  text_ = RegistryText::parse(content ? *content : std::string());
   apply_changes(text_);
   stamp_ = std::move(stamp);
   return text_;
 }
 
-bool FileRegistry::set(Change change) {
-  const std::string folder = real_folder_of(path_);
-  if (!create_private_folder(folder) || ::access(folder.c_str(), W_OK) != 0) return false;
+void FileRegistry::hold(Change change) {
   current();
   std::erase_if(changes_, [&](const Change& old) {
     return old.root == change.root && old.path == change.path && old.name == change.name;
   });
   changes_.push_back(std::move(change));
   apply_changes(text_);
-  return true;
 }
 
 bool FileRegistry::flush() {
-  if (changes_.empty()) return true;
+  trouble_ = changes_.empty() ? std::string() : write();
+  return trouble_.empty();
+}
+
+std::string FileRegistry::write() {
+  const std::string folder = real_folder_of(path_);
+  if (!create_private_folder(folder)) return cannot_be_written(folder, errno);
   const Descriptor lock_file(
       ::open((path_ + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600));
-  if (!lock(lock_file)) return false;
+  if (!lock_file) return cannot_be_written(path_, errno);
+  if (!lock(lock_file)) return path_ + " cannot be written: another Orvello holds it.";
   const auto content = read_file(path_);
-  if (!content) return false;
+  if (!content) return content.reason();
   RegistryText text = RegistryText::parse(*content);
   apply_changes(text);
-  if (!replace_file(path_, text.content())) return false;
+  if (const auto written = replace_file(path_, text.content()); !written) return written.reason();
   changes_.clear();
   text_ = std::move(text);
   stamp_ = stamp_of(path_);
-  return true;
+  return {};
 }
 
 }  // namespace orvello

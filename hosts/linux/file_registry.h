@@ -1,6 +1,7 @@
 // The registry as one text file. What is set is held until a flush, which takes a lock, reads the
 // file again, puts the changes in and replaces it whole: other processes' values survive, and a
-// reader finds the old file or the new one.
+// reader finds the old file or the new one. Where it cannot be written everything goes on being
+// held.
 #pragma once
 
 #include <string>
@@ -17,6 +18,7 @@ class FileRegistry : public Registry {
   FileRegistry(const FileRegistry&) = delete;
   FileRegistry& operator=(const FileRegistry&) = delete;
 
+  Text trouble() const override { return to_utf16(trouble_); }
   std::unique_ptr<RegistryKey> open(RegistryRoot root, TextView path) override;
   std::unique_ptr<RegistryKey> create(RegistryRoot root, TextView path) override;
 
@@ -30,10 +32,11 @@ class FileRegistry : public Registry {
   };
   void apply_changes(RegistryText& text) const;
   const RegistryText& current();
-  bool set(Change change);
+  void hold(Change change);
   bool flush();
+  std::string write();  // why not; empty: written
 
-  std::string path_;
+  std::string path_, trouble_;
   std::vector<Change> changes_;  // not written yet
   RegistryText text_;            // the file as last read, with the changes
   std::string stamp_;            // tells whether the file is another one now

@@ -32,11 +32,6 @@ namespace {
 
 using Command = CommandLine::Command;
 
-std::optional<bool> wanted_russian(const CommandLine& line) {
-  if (line.language.empty()) return std::nullopt;
-  return line.language == "ru";
-}
-
 // What the program's parts share, opened once.
 struct Opened {
   Paths paths;
@@ -130,7 +125,7 @@ void offer_way_back(int& argc, char** argv, const CommandLine& line, Opened& ope
 }
 
 int agenda(const CommandLine& line, Opened& opened) {
-  const QtLocale locale = QtLocale::of_environment(wanted_russian(line));
+  const QtLocale locale = QtLocale::of_environment(line.language);
   FileRegistry registry(opened.paths.config + "/registry");
   SqliteRecordDatabases databases(opened.paths.data + "/device.db", host_path);
   const LinuxFiles files(opened.paths);

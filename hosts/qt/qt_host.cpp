@@ -39,7 +39,7 @@ QtWindowOptions window_options(const QtHostOptions& options) {
 struct QtHost::Parts {
   Parts(const QtHostOptions& options, Registry& r, RecordDatabases& d, CalendarStore& s)
       : clock(options.now),
-        locale(QtLocale::of_environment(options.russian)),
+        locale(QtLocale::of_environment(options.language)),
         files(options.paths),
         window(window_options(options)),
         menu_bar(window),

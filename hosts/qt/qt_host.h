@@ -23,7 +23,7 @@ class GuardedApplication;
 struct QtHostOptions {
   Paths paths;                      // folders that exist
   std::optional<LocalSeconds> now;  // a clock that stands still
-  std::optional<bool> russian;      // --language
+  std::string language;             // --language; empty: the environment's
   std::optional<Size> screen;       // --screen, device pixels
   int dpi = 0;                      // --dpi; 0: the display's
   std::vector<std::string> files;   // handed to a window that is open already

@@ -16,7 +16,7 @@ std::string environment_locale(const char* category) {
 }
 
 std::string language_of(const std::string& locale) {
-  const std::string language = locale.substr(0, locale.find_first_of("_.@"));
+  const std::string language = locale.substr(0, locale.find_first_of("_-.@"));
   return language == "POSIX" || language.empty() ? "C" : language;
 }
 
@@ -80,8 +80,12 @@ LocaleData from_toolkit(const QLocale& locale) {
   return data;
 }
 
+std::string without_encoding(const std::string& name) {
+  return name.substr(0, name.find_first_of(".@"));
+}
+
 QLocale locale_named(const std::string& name) {
-  return QLocale(QString::fromStdString(name.substr(0, name.find_first_of(".@"))));
+  return QLocale(QString::fromStdString(without_encoding(name)));
 }
 
 // Russian and English names come from our own tables, which are written as this program shows them
@@ -101,22 +105,28 @@ LocaleData data_of(const std::string& language, const std::string& name) {
 }  // namespace
 
 QtLocale::QtLocale(const std::string& messages, const std::string& times,
-                   std::optional<bool> russian, const std::string& order) {
+                   const std::string& language, const std::string& order) {
   // Dates without a language of their own are in that of the texts.
   const std::string& dates = language_of(times) == "C" ? messages : times;
   const std::string message_language = language_of(messages), time_language = language_of(dates);
-  russian_ = russian.value_or(message_language == "ru" || message_language == "C");
-  const std::string wanted = russian ? (*russian ? "ru" : "en") : time_language;
+  // A device without a locale speaks Russian.
+  const std::string texts = !language.empty()         ? language
+                            : message_language == "C" ? std::string("ru")
+                                                      : without_encoding(messages);
+  language_ = to_utf16(texts);
+  const std::string wanted = language.empty() ? time_language : language_of(language);
   if (wanted == time_language)
     data_ = data_of(time_language, dates);
   else
-    data_ = wanted == "ru" ? russian_locale() : english_locale();
+    data_ = wanted == "ru"   ? russian_locale()
+            : wanted == "en" ? english_locale()
+                             : data_of(wanted, language);
   const bool ordered = language_of(order) != "C";
   collator_ = QCollator(ordered ? locale_named(order) : QLocale(to_qt(data_.name)));
 }
 
-QtLocale QtLocale::of_environment(std::optional<bool> russian) {
-  return QtLocale(environment_locale("LC_MESSAGES"), environment_locale("LC_TIME"), russian,
+QtLocale QtLocale::of_environment(const std::string& language) {
+  return QtLocale(environment_locale("LC_MESSAGES"), environment_locale("LC_TIME"), language,
                   environment_locale("LC_COLLATE"));
 }
 

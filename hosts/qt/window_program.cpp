@@ -188,7 +188,7 @@ QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
   QtHostOptions options;
   options.paths = parts.paths;
   options.now = fixed_time(parts.line);
-  if (!parts.line.language.empty()) options.russian = parts.line.language == "ru";
+  options.language = parts.line.language;
   options.screen = parts.line.screen;
   options.dpi = parts.line.dpi;
   if (!offscreen) options.files = parts.line.files;

@@ -134,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(
     Headless, LocaleContract,
     ::testing::Values(LocaleCase{"english", [] { return std::make_unique<HeadlessLocale>(); }},
                       LocaleCase{"russian", [] {
-                                   return std::make_unique<HeadlessLocale>(russian_locale(), true);
+                                   return std::make_unique<HeadlessLocale>(russian_locale(), u"ru");
                                  }}));
 INSTANTIATE_TEST_SUITE_P(Headless, InputMethodsContract,
                          (only<InputCase, HeadlessInput>("headless")));

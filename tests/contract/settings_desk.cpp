@@ -8,7 +8,7 @@ using namespace std::chrono_literals;
 
 SettingsDesk::SettingsDesk(std::unique_ptr<DialogsBench> person, bool russian)
     : bench(std::move(person)),
-      locale(russian ? russian_locale() : english_locale(), russian),
+      locale(russian ? russian_locale() : english_locale(), russian ? u"ru" : u"en"),
       whole{device.clock,     locale,          device.registry, device.files,
             device.databases, device.surfaces, device.window,   device.menu_bar,
             device.boxes,     watched,         device.store,    device.input},

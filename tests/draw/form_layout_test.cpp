@@ -46,8 +46,9 @@ void expect_sound(const DialogTemplate& form, const FormLayout& layout, double u
 }
 
 std::vector<DialogTemplate> all_forms() {
-  std::vector<DialogTemplate> forms = all_dialogs(Language::russian);
-  for (DialogTemplate& form : all_dialogs(Language::english)) forms.push_back(std::move(form));
+  std::vector<DialogTemplate> forms;
+  for (const LanguageInfo& info : all_languages())
+    for (DialogTemplate& form : all_dialogs(info.language)) forms.push_back(std::move(form));
   for (DialogTemplate& page : sheet_pages()) forms.push_back(std::move(page));
   forms.push_back(every_kind_form());
   forms.push_back(step_form());

@@ -37,8 +37,8 @@ int text_room(const ControlTemplate& control, int width, const Density& density)
 
 TEST(DialogTexts, FitTheirControlsInEveryLanguage) {
   need_application();
-  for (const Language language : {Language::russian, Language::english}) {
-    for (const DialogTemplate& dialog : all_dialogs(language)) {
+  for (const LanguageInfo& info : all_languages()) {
+    for (const DialogTemplate& dialog : all_dialogs(info.language)) {
       for (const int dpi : {96, 192}) {
         Density density;
         density.dpi = dpi;

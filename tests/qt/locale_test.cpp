@@ -1,26 +1,31 @@
 #include <gtest/gtest.h>
 
 #include "hosts/qt/qt_locale.h"
+#include "resources/strings.h"
 
 namespace orvello {
 namespace {
 
-TEST(Locale, RussianResourcesForRussianAndForNoLocaleAtAll) {
+// Texts are in the locale's language if there are any, else in English.
+TEST(Locale, RussianTextsForRussianAndForNoLocaleAtAll) {
   for (const char* name : {"ru_RU.UTF-8", "ru_UA", "ru", "C", "C.UTF-8", "POSIX", ""})
-    EXPECT_TRUE(QtLocale(name, name, {}).russian_resources()) << name;
-  for (const char* name : {"en_US.UTF-8", "de_DE.UTF-8", "be_BY", "ja_JP"})
-    EXPECT_FALSE(QtLocale(name, name, {}).russian_resources()) << name;
+    EXPECT_EQ(language_of(QtLocale(name, name, {})), Language::russian) << name;
+  for (const char* name : {"en_US.UTF-8", "en_GB", "tlh_XX.UTF-8"})
+    EXPECT_EQ(language_of(QtLocale(name, name, {})), Language::english) << name;
+  EXPECT_EQ(QtLocale("pt_BR.UTF-8@x", "C", {}).language(), u"pt_BR");
 }
 
 TEST(Locale, TheLanguageOptionDecidesAboutTextsAndNames) {
-  const QtLocale russian("de_DE.UTF-8", "de_DE.UTF-8", true);
-  EXPECT_TRUE(russian.russian_resources());
+  const QtLocale russian("de_DE.UTF-8", "de_DE.UTF-8", "ru");
+  EXPECT_EQ(russian.language(), u"ru");
   EXPECT_EQ(russian.data().genitive_month_names[10], u"ноября");
-  const QtLocale english("ru_RU.UTF-8", "ru_RU.UTF-8", false);
-  EXPECT_FALSE(english.russian_resources());
+  const QtLocale english("ru_RU.UTF-8", "ru_RU.UTF-8", "en");
+  EXPECT_EQ(english.language(), u"en");
   EXPECT_EQ(english.data().day_names[0], u"Monday");
   // The region of the wanted language still counts.
-  EXPECT_EQ(QtLocale("en_GB.UTF-8", "en_GB.UTF-8", false).data().short_date_order, u"1");
+  EXPECT_EQ(QtLocale("en_GB.UTF-8", "en_GB.UTF-8", "en").data().short_date_order, u"1");
+  // Of a language without a table of its own the toolkit knows the names.
+  EXPECT_EQ(QtLocale("ru_RU.UTF-8", "ru_RU.UTF-8", "de").data().day_names[0], u"Montag");
 }
 
 // Each language has its own place for a letter; the order follows its own variable.

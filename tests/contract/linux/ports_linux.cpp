@@ -194,7 +194,7 @@ struct LinuxFilesDevice : FilesDevice {
 INSTANTIATE_TEST_SUITE_P(Linux, FilesContract, (only<FilesCase, LinuxFilesDevice>("linux")));
 
 LocaleCase locale_of(const char* name) {
-  return {name, [name] { return std::make_unique<QtLocale>(name, name, std::nullopt); }};
+  return {name, [name] { return std::make_unique<QtLocale>(name, name, ""); }};
 }
 INSTANTIATE_TEST_SUITE_P(Qt, LocaleContract,
                          ::testing::Values(locale_of("ru_RU.UTF-8"), locale_of("C"),

@@ -27,7 +27,7 @@ class QtDevice : public ScenarioDevice {
     QtHostOptions options;
     options.paths = {folder_.path(), folder_.path(), folder_.path()};
     options.now = midnight_of(day_of(2026, 11, 21)) + 36000;
-    options.russian = false;
+    options.language = "en";
     options.screen = Size{240, 320};
     options.dpi = 96;
     options.offscreen = true;

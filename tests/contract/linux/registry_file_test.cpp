@@ -98,6 +98,32 @@ TEST_F(FileRegistryTest, AFlushGivesUpWhileAnotherHoldsTheLock) {
   EXPECT_EQ(read(u"x"), "2");
 }
 
+// Whatever keeps the file from being written: what was set holds, the reason names the file, and
+// once it can be written everything is.
+TEST_F(FileRegistryTest, WhatCannotBeWrittenHoldsUntilItCan) {
+  const auto no_folder = folder / "file/registry", a_folder = folder / "taken";
+  put_content(folder / "file", "");
+  std::filesystem::create_directory(a_folder);
+  for (const std::string& at : {std::string(no_folder), std::string(a_folder)}) {
+    FileRegistry registry(at);
+    const auto key = registry.create(kClasses, kKey);
+    ASSERT_TRUE(key) << at;
+    EXPECT_TRUE(key->set(u"abcbarshow", number_value(1)));
+    for (int time = 0; time < 2; ++time) {
+      EXPECT_FALSE(key->flush());
+      EXPECT_NE(to_utf8(registry.trouble()).find(at == a_folder ? at : folder / "file"),
+                std::string::npos)
+          << to_utf8(registry.trouble());
+      EXPECT_EQ(value_of(registry, kClasses, kKey, u"abcbarshow"), "1");
+    }
+    std::filesystem::remove(at == a_folder ? at : folder / "file");
+    EXPECT_TRUE(key->flush());
+    EXPECT_EQ(registry.trouble(), u"");
+    path = at;
+    EXPECT_EQ(read(u"abcbarshow"), "1");
+  }
+}
+
 // The content of a value shows which round wrote it: all texts of a file must be of one round.
 std::string rounds_in(const std::string& path) {
   const RegistryText file = RegistryText::parse(content_of(path));  // read at one time
