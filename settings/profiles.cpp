@@ -74,28 +74,25 @@ bool load_active_profile(const SettingsVolume& volume, SettingsRecord& settings)
   return false;
 }
 
-void saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_name,
+bool saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_name,
                                const ListSelection& list_box) {
   const std::size_t chosen = list_box.selected.size();
   const std::unique_ptr<int[]> indices(new (std::nothrow) int[chosen]);
   if (!indices) {
     volume.boxes.show(u"saveProfileInfoToDatabase: Could not allocate intIndexArray memory!",
                       u"Error", BoxIcon::warning);
-    return;
+    return false;
   }
   std::copy(list_box.selected.begin(), list_box.selected.end(), indices.get());
+  NewDatabase profile{Text(database_name), kCategoryLabel, {}};
+  for (std::size_t i = 0; i < chosen; ++i)
+    profile.records.push_back(
+        {{kCategoryLabel, list_box.items.at(static_cast<std::size_t>(indices[i]))}});
   const MountedVolume mounted(volume);
-  if (!mounted) return;
-  std::uint32_t count = 0;
-  const OpenDatabase database(volume.databases,
-                              OpenCreateDB_profile(volume, mounted.id(), database_name, count));
-  for (std::size_t i = 0; i < chosen; ++i) {
-    const Text& label = list_box.items.at(static_cast<std::size_t>(indices[i]));
-    const RecordId written =
-        volume.databases.write(database.handle(), 0, {{kCategoryLabel, label}});
-    reportWriteError(volume, written);
-    if (written == 0) return;
-  }
+  if (!mounted) return false;
+  if (volume.databases.replace(mounted.id(), {profile.name}, {profile})) return true;
+  reportWriteError(volume, 0);
+  return false;
 }
 
 bool deleteSettingsDatabase(const SettingsVolume& volume, TextView name) {
@@ -125,8 +122,10 @@ int listProfilesInMenu(const SettingsVolume& volume, TextView active_name,
   return count;
 }
 
-void listProfilesInCombo(const SettingsVolume& volume, ChoiceList& combo_box) {
-  combo_box = {profile_names(volume).value_or(std::vector<Text>()), {}, -1};
+bool listProfilesInCombo(const SettingsVolume& volume, ChoiceList& combo_box) {
+  const auto names = profile_names(volume);
+  combo_box = {names.value_or(std::vector<Text>()), {}, -1};
+  return names.has_value();
 }
 
 bool profileAllowsCategory(const SettingsRecord& settings, TextView label) {

@@ -23,8 +23,9 @@ struct ListSelection {
 // The same for the profile that is active. One that cannot be read, or that is not on the volume
 // any more, hides nothing: every appointment is shown, and the person is told. False then.
 bool load_active_profile(const SettingsVolume& volume, SettingsRecord& settings);
-// Adds the selected labels to the database; a caller that replaces a profile deletes it first.
-void saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_name,
+// The database is that of the selected labels from then on, whatever it was: in one step, so that
+// a profile is never lost halfway. False when it is as it was, which has been shown.
+bool saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_name,
                                const ListSelection& list_box);
 // False when it is still there, which has been shown.
 bool deleteSettingsDatabase(const SettingsVolume& volume, TextView name);
@@ -33,7 +34,8 @@ bool deleteSettingsDatabase(const SettingsVolume& volume, TextView name);
 // them in order of creation. Returns how many there are.
 int listProfilesInMenu(const SettingsVolume& volume, TextView active_name,
                        std::vector<MenuItem>& menu);
-void listProfilesInCombo(const SettingsVolume& volume, ChoiceList& combo_box);
+// In order of creation. False when they could not be read, which has been shown; it is empty then.
+bool listProfilesInCombo(const SettingsVolume& volume, ChoiceList& combo_box);
 
 // Of one label; letter case counts.
 bool profileAllowsCategory(const SettingsRecord& settings, TextView label);

@@ -87,6 +87,7 @@ class HeadlessDialog : public Dialog {
   bool is_on_top() const { return !on_top || on_top(); }
   std::function<void(int)> closing;  // close() was called
   std::function<void()> cancel;      // Escape on a page
+  std::function<void()> accept;      // Return on a page without a default button of its own
   DialogProcedure& procedure() { return procedure_; }
   void start();  // init
   void come();   // it is seen from now on: the focus is given

@@ -11,6 +11,7 @@ HeadlessSheet::HeadlessSheet(TextView caption, const std::vector<SheetPage>& pag
     pages_.push_back(std::make_unique<HeadlessDialog>(page.dialog, *page.procedure, Role::page));
     pages_.back()->closing = [this](int with_result) { end(with_result); };
     pages_.back()->cancel = [this] { press_cancel(); };
+    pages_.back()->accept = [this] { press_ok(); };
   }
 }
 

@@ -282,8 +282,9 @@ void HeadlessDialog::press_default() {
   for (const ControlTemplate& made : dialog.controls) {
     if (made.kind != Kind::default_button || !reachable(made.id)) continue;
     tell(Event::command, made.id);
-    break;
+    return deliver();
   }
+  if (accept) accept();
   deliver();
 }
 

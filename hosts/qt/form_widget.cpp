@@ -144,11 +144,14 @@ void FormWidget::set_title(const QString& title) {
 
 int FormWidget::title_height() const { return titled_ ? density_.scaled(kTouchHeight + 2) : 0; }
 
-void FormWidget::press_default() {
+bool FormWidget::press_default() {
   for (const Made& made : made_)
     if (auto* button = qobject_cast<QPushButton*>(made.widget);
-        button && button->isDefault() && button->isEnabled() && button->isVisible())
-      return button->click();
+        button && button->isDefault() && button->isEnabled() && button->isVisible()) {
+      button->click();
+      return true;
+    }
+  return false;
 }
 
 // A popup's edge; one with an outline of its own draws that by itself.

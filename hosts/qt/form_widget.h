@@ -31,8 +31,8 @@ class FormWidget : public Guarded<QWidget> {
   QString title() const;
   void set_title(const QString& title);
   int title_height() const;
-  int border() const;  // around the controls
-  void press_default();
+  int border() const;    // around the controls
+  bool press_default();  // false: there is none to press
   void set_enabled(int id, bool enabled);
   void set_shown(int id, bool shown);
   void set_step(int step);

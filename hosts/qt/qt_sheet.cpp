@@ -21,7 +21,10 @@ QtSheet::QtSheet(QtMainWindow& window, const LocaleData& locale, const QString& 
   sheet_->page_wanted = [this](int page) { person_wants(&QtSheet::turn_to, page); };
   sheet_->ok_wanted = [this] { person_wants(&QtSheet::accept, 0); };
   sheet_->cancel_wanted = [this] { person_wants(&QtSheet::cancel, 0); };
-  layer_->accept_wanted = sheet_->ok_wanted;
+  // A page's own default button comes before the sheet's.
+  layer_->accept_wanted = [this] {
+    if (!forms_[static_cast<std::size_t>(shown_)]->press_default()) sheet_->ok_wanted();
+  };
   layer_->close_wanted = sheet_->cancel_wanted;
   layer_->place_sheet = [this](QSize whole) { return place(whole); };
   layer_->shown = [this] { show(0); };

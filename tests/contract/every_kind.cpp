@@ -149,7 +149,7 @@ std::vector<DialogTemplate> sheet_pages() {
     form.size = {240, 120};
     Adder to{form};
     to.add(Kind::edit, kPageEdit, u"", {8, 8, 224, 26}, Across::stretch);
-    to.add(Kind::button, kPageButton, u"Button", {8, 40, 88, 27});
+    to.add(i == 1 ? Kind::default_button : Kind::button, kPageButton, u"Button", {8, 40, 88, 27});
     pages.push_back(std::move(form));
   }
   return pages;

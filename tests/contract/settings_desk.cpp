@@ -1,5 +1,6 @@
 #include "ports/messages.h"
 #include "resources/ids.h"
+#include "settings/category_list.h"
 #include "tests/contract/settings_contract.h"
 
 namespace orvello::test {
@@ -14,6 +15,7 @@ SettingsDesk::SettingsDesk(std::unique_ptr<DialogsBench> person, bool russian)
             device.boxes,     watched,         device.store,    device.input},
       here{whole, session, settings, volume, screen, generation, history, commands} {
   device.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
+  device.databases.create(kObjectStore, kCategoriesDatabase, 0);
   EXPECT_TRUE(session.Open(nullptr));
   load();
 }

@@ -144,12 +144,19 @@ TEST_F(VolumeTest, FailedWritesSayWhy) {
       {DatabaseError::sharing_violation, "Error: In Use By Another Program"},
       {DatabaseError::damaged, "Error: Unknown Error"},
   };
+  save_profile(u"Work", {u"kept"});
   for (const auto& [reason, message] : cases) {
     databases.fail_write = reason;
     EXPECT_EQ(savePreTextToDB(volume, u"x", kSubjectPretexts), 0);
     save_profile(u"Work", {u"A", u"B"});
     saveCategoryProps(volume, u"x", 1, 1);
     EXPECT_EQ(boxes_shown(), (Messages{message, message, message}));
+    // Nor does one that fails after the removal lose the profile that it replaces.
+    databases.fail_write_after = 1;
+    save_profile(u"Work", {u"A", u"B"});
+    databases.fail_write_after = 0;
+    EXPECT_EQ(boxes_shown(), Messages{message});
+    EXPECT_EQ(profile(u"Work"), std::vector<Text>{u"kept"});
   }
   deleteSettingsDatabase(volume, u"pfile-Work");
   EXPECT_EQ(boxes_shown(), Messages{"Error: error in CeDeleteDatabaseEx!"});

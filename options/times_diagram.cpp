@@ -1,0 +1,76 @@
+#include "options/times_diagram.h"
+
+#include <algorithm>
+
+#include "draw/readable.h"
+#include "resources/times_page_ids.h"
+
+namespace orvello {
+namespace {
+
+constexpr Color kPeriodBlue = rgb(0, 0, 200), kLineGrey = rgb(153, 153, 153);
+constexpr double kSeenLine = 2.5;
+
+// As much of the form's text colour as it takes to see the line on the form.
+Color seen_on_form(Color color, const FormColors& colors) {
+  for (int share = 0; share < 256; share += 32)
+    if (const Color seen = mixed(color, colors.text, share);
+        contrast(colors.ground, seen) >= kSeenLine)
+      return seen;
+  return colors.text;
+}
+
+class DiagramPainter {
+ public:
+  DiagramPainter(const TimesDiagram& diagram, Size size, Canvas& canvas)
+      : diagram_(diagram), size_(size), canvas_(canvas) {}
+
+  void paint(Color blue, Color grey) {
+    const int spine = size_.width * 4 / 7;
+    for (int list = 0; list < 4; ++list) line(spine, size_.width, middle(list), grey);
+    for (std::size_t i = 0; i < diagram_.lasting.size(); ++i) {
+      const Color color = diagram_.lasting[i] ? blue : grey;
+      const int from = middle(static_cast<int>(i)), to = middle(static_cast<int>(i) + 1);
+      const int gap = 3 * thick_;  // leaves the list's own line free
+      bar(spine, from + gap, to - gap, color);
+      line(0, spine, (from + to) / 2, color);
+    }
+  }
+
+ private:
+  int middle(int list) const {
+    return size_.height * (kTimesFirstMiddle + list * kTimesPitch) / kTimesHeight;
+  }
+  void line(int left, int right, int y, Color color) {
+    fill({left, y - thick_ / 2, right - left, thick_}, color);
+  }
+  void bar(int x, int top, int bottom, Color color) {
+    fill({x - thick_ / 2, top, thick_, bottom - top}, color);
+  }
+  void fill(Rect rect, Color color) {
+    if (diagram_.mirrored) rect.x = size_.width - rect.right();
+    canvas_.fill_rect(rect, color);
+  }
+
+  const TimesDiagram& diagram_;
+  Size size_;
+  Canvas& canvas_;
+  int thick_ = std::max(1, size_.width / 14);
+};
+
+}  // namespace
+
+void paint_times_diagram(const TimesDiagram& diagram, Size size, const FormColors& colors,
+                         Canvas& canvas) {
+  canvas.fill_rect({0, 0, size.width, size.height}, colors.ground);
+  DiagramPainter(diagram, size, canvas)
+      .paint(seen_on_form(kPeriodBlue, colors), seen_on_form(kLineGrey, colors));
+}
+
+void paint_times_separator(Size size, const FormColors& colors, Canvas& canvas) {
+  canvas.fill_rect({0, 0, size.width, size.height}, colors.ground);
+  canvas.fill_rect({0, 0, size.width, std::max(1, size.height / 2)},
+                   seen_on_form(kLineGrey, colors));
+}
+
+}  // namespace orvello
