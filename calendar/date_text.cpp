@@ -3,20 +3,21 @@
 #include <algorithm>
 
 #include "calendar/date_pictures.h"
+#include "calendar/short_names.h"
 #include "calendar/time_slots.h"
 
 namespace orvello {
 namespace {
 
-// The fixed buffers that names and times are read into hold a terminator too.
-constexpr std::size_t kNameLength = 19;
+// The fixed buffers that times are read into hold a terminator too.
 constexpr std::size_t kTimeLength = 10;
 constexpr std::size_t kComboTimeLength = 79;
 constexpr std::size_t kDesignatorLength = 9;
 
 // `from_monday`: 0 Monday .. 6 Sunday.
 Text day_name(int from_monday, bool truncate, const LocaleData& locale) {
-  return cut(locale.day_names[from_monday], truncate ? 3 : kNameLength);
+  const auto day = static_cast<std::size_t>(from_monday);
+  return truncate ? cut(locale.day_names[day], 3) : full_day_names(locale)[day];
 }
 
 Text time_text(CalendarDate date, bool clock24, const LocaleData& locale) {
@@ -53,7 +54,7 @@ Text DayNameForWeekday(int weekday, bool truncate, const LocaleData& locale) {
 }
 
 void LoadMonthNames(MonthNames& names, const LocaleData& locale) {
-  for (std::size_t i = 0; i < names.size(); ++i) names[i] = cut(locale.month_names[i], kNameLength);
+  names = full_month_names(locale);
 }
 
 Text FormatTimeOfDay(CalendarDate date, bool clock24, const LocaleData& locale) {

@@ -37,6 +37,7 @@ LocaleData russian_locale() {
   locale.short_date_order = u"1";
   locale.time_format = u"1";
   locale.date_separator = u".";
+  locale.monday_first = true;
   // The designators are given although the clock has 24 hours: a 12-hour list without them would
   // hold every text twice.
   return locale;

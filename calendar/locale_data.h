@@ -11,6 +11,7 @@ struct LocaleData {
   Text name;                                  // "ru-RU"
   std::array<Text, 7> day_names;              // Monday first, in full
   std::array<Text, 7> short_day_names;        // Monday first, for "ddd"
+  std::array<Text, 7> narrow_day_names;       // Monday first, the shortest: may be alike, or empty
   std::array<Text, 12> month_names;           // nominative
   std::array<Text, 12> genitive_month_names;  // after a day number, as in "21 ноября"; may equal
   std::array<Text, 12> short_month_names;

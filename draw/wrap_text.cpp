@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "draw/text_direction.h"
+
 namespace orvello {
 namespace {
 
@@ -12,13 +14,14 @@ bool splits_a_pair(TextView text, std::size_t at) {
 
 void wrap_paragraph(Canvas& canvas, TextView text, const FontSpec& font, int width,
                     std::vector<Text>& lines) {
+  const TextView paragraph = text;
   do {
     std::size_t take = fitting_units(canvas, text, font, width);
     if (take < text.size()) {
       const std::size_t blank = text.substr(0, take + 1).find_last_of(u' ');
       if (blank != TextView::npos && blank > 0) take = blank;
     }
-    lines.emplace_back(text.substr(0, take));
+    lines.push_back(line_of(paragraph, text.substr(0, take)));
     text.remove_prefix(take);
     text.remove_prefix(std::min(text.find_first_not_of(u' '), text.size()));
   } while (!text.empty());

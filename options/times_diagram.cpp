@@ -47,10 +47,7 @@ class DiagramPainter {
   void bar(int x, int top, int bottom, Color color) {
     fill({x - thick_ / 2, top, thick_, bottom - top}, color);
   }
-  void fill(Rect rect, Color color) {
-    if (diagram_.mirrored) rect.x = size_.width - rect.right();
-    canvas_.fill_rect(rect, color);
-  }
+  void fill(const Rect& rect, Color color) { canvas_.fill_rect(rect, color); }
 
   const TimesDiagram& diagram_;
   Size size_;

@@ -10,7 +10,6 @@ namespace orvello {
 
 struct TimesDiagram {
   std::array<bool, 3> lasting{};  // periods that have any time: blue, the others grey
-  bool mirrored = false;          // the names on the right, the lists on the left
 };
 
 void paint_times_diagram(const TimesDiagram& diagram, Size size, const FormColors& colors,

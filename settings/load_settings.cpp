@@ -60,6 +60,17 @@ std::vector<NewDatabase> missing_at_first_use(const SettingsVolume& volume) {
   return missing;
 }
 
+// What the locale says and no default can: settings of an earlier use stay, also where only the
+// volume was lost.
+void choose_by_locale(SettingsRecord& settings, Registry& registry, const LocaleData& locale) {
+  std::int32_t greeting = 1, chosen = -1;
+  ReadNumberSetting(registry, kGreetingDue, greeting);
+  ReadNumberSetting(registry, u"firstdayofweek", chosen);
+  if (greeting != 1 || chosen != -1) return;
+  settings.firstdayofweek = locale.monday_first ? 1 : 0;
+  WriteNumberSetting(registry, u"firstdayofweek", settings.firstdayofweek);
+}
+
 // The greeting is noted down first: whoever dies between the two starts all over.
 void prepare_first_use(const SettingsVolume& volume, Registry& registry,
                        const std::vector<NewDatabase>& missing) {
@@ -95,8 +106,10 @@ void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVo
   load(LoadStep::default_times);
   load(LoadStep::views);
   LoadItemColors(settings, registry);
-  if (const auto missing = missing_at_first_use(volume); !missing.empty())
+  if (const auto missing = missing_at_first_use(volume); !missing.empty()) {
+    choose_by_locale(settings, registry, locale);
     prepare_first_use(volume, registry, missing);
+  }
   load(LoadStep::day_header);
   load(LoadStep::new_appointments);
 }

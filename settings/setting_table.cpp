@@ -87,7 +87,7 @@ void add_views(Fields& rows) {
   rows.push_back(number(step, u"weekstartday", 1, 1, 31, &S::weekstartday,
                         "day of the month on which week 1 begins"));
   rows.push_back(number(step, u"firstdayofweek", 0, 0, 1, &S::firstdayofweek,
-                        "weeks start on: 0 Sunday, 1 Monday"));
+                        "weeks start on: 0 Sunday, 1 Monday; a new calendar's as in its country"));
   rows.push_back(number(step, u"dvfontsize", 12, 6, 15, &S::dvfontsize,
                         "points of the day list's and the popups' text"));
   rows.push_back(flag(step, u"coloroffdays", 0, &S::coloroffdays, "coloured field"));

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "draw/readable.h"
+#include "draw/text_direction.h"
 #include "draw/wrap_text.h"
 #include "views/icon_picture.h"
 
@@ -217,7 +218,7 @@ void add_pieces(const DayRow& row, Canvas& measure, CharacterWidths& characters,
       piece.kind = DayRow::Kind::wrapped;
       rows.push_back(std::move(piece));
     }
-    rows.back().subject = Text(rest.substr(0, units));
+    rows.back().subject = line_of(row.subject, rest.substr(0, units));
     first = false;
     rest.remove_prefix(units);
     if (!rest.empty() && rest.front() == u' ') rest.remove_prefix(1);

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "draw/fit_text.h"
 #include "views/month_paint.h"
 
@@ -5,14 +7,39 @@ namespace orvello {
 
 namespace {
 
+constexpr int kNamePoints = 9, kLegibleNamePoints = 7, kLeastNamePoints = 5;
 constexpr Color kUnderline = 0x0000FFFF;  // yellow, in the order blue, green, red
+
+struct FittedNames {
+  std::vector<Text> names;
+  FontSpec font;
+};
+
+// Of choices by what is best to read, the first that fits in a font of at least this size, else the
+// last.
+template <typename Names>
+FittedNames names_within(const std::vector<Names>& choices, int width, int least_points,
+                         const ScreenLayout& screen, Canvas& canvas) {
+  const int least = font_of(least_points, 400, screen).height;
+  FittedNames fitted;
+  for (const Names& choice : choices) {
+    fitted.names.assign(choice.begin(), choice.end());
+    fitted.font = fitting_font(canvas, fitted.names, width, kNamePoints, 400, screen);
+    const auto fits = [&](const Text& name) {
+      return canvas.measure(name, fitted.font).width <= width;
+    };
+    if (fitted.font.height > least) break;
+    if (fitted.font.height == least && std::all_of(choice.begin(), choice.end(), fits)) break;
+  }
+  return fitted;
+}
 
 void draw_strip(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
   const ScreenLayout& screen = layout.screen;
   canvas.fill_rect(layout.strip, snapshot.color(ColorSlot::month_bar_background));
-  const std::vector<Text> names(snapshot.strip_names.begin(), snapshot.strip_names.end());
-  const FontSpec font =
-      fitting_font(canvas, names, screen.work.width / 12 - 3 * screen.scale, 9, 400, screen);
+  const int room = screen.work.width / 12 - 3 * screen.scale;
+  const auto [names, font] =
+      names_within(snapshot.strip_names, room, kLeastNamePoints, screen, canvas);
   const TextStyle style{font, snapshot.color(ColorSlot::month_bar_text), Align::center};
   for (int m = 0; m < 12; ++m) canvas.draw_text(names[m], layout.months[m], style);
 
@@ -41,9 +68,9 @@ void draw_title_band(const MonthSnapshot& snapshot, const MonthLayout& layout, C
 
   const int gap = 3 * screen.scale;
   const int previous_end = layout.previous_year.x + canvas.measure(years[0], font).width;
-  draw_arrow(snapshot.previous_arrow, previous_end + gap, layout.title_band, canvas);
+  draw_arrow(snapshot.arrows.previous, previous_end + gap, layout.title_band, canvas);
   const int next_start = layout.next_year.right() - canvas.measure(years[1], font).width;
-  draw_arrow(snapshot.next_arrow, next_start - gap - snapshot.next_arrow.width, layout.title_band,
+  draw_arrow(snapshot.arrows.next, next_start - gap - snapshot.arrows.next.width, layout.title_band,
              canvas);
 
   const Text title = format(u"%s %d", snapshot.title_name, layout.year);
@@ -53,9 +80,9 @@ void draw_title_band(const MonthSnapshot& snapshot, const MonthLayout& layout, C
 
 void draw_day_names(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
   const ScreenLayout& screen = layout.screen;
-  const std::vector<Text> names(snapshot.day_names.begin(), snapshot.day_names.end());
-  const FontSpec font =
-      fitting_font(canvas, names, screen.column_width - 3 * screen.scale, 9, 400, screen);
+  const int room = screen.column_width - 3 * screen.scale;
+  const auto [names, font] =
+      names_within(snapshot.day_names, room, kLegibleNamePoints, screen, canvas);
   const TextStyle style{font, snapshot.color(ColorSlot::month_day_header_text), Align::center};
   for (int column = 0; column < 7; ++column) {
     const Rect& box = layout.day_names[column];

@@ -1,6 +1,5 @@
 #include "views/month_snapshot.h"
 
-#include "resources/bitmaps.h"
 #include "settings/profiles.h"
 #include "views/icon_picture.h"
 
@@ -39,14 +38,10 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
   snapshot.weeks = {settings.weeknumberformat, settings.firstdayofweek, settings.weekstartmonth,
                     settings.weekstartday};
   snapshot.colors = settings.item_colors;
-  snapshot.strip_names = settings.locale.short_month_names;
+  snapshot.strip_names = short_month_names(settings.locale);
   snapshot.title_name = settings.month_names[month - 1];
-  for (int column = 0; column < 7; ++column)
-    snapshot.day_names[column] =
-        DayNameForColumn(column, true, settings.firstdayofweek, settings.locale);
-  snapshot.previous_arrow =
-      load_bitmap(screen.low_resolution ? kBitmapPreviousLow : kBitmapPreviousHigh);
-  snapshot.next_arrow = load_bitmap(screen.low_resolution ? kBitmapNextLow : kBitmapNextHigh);
+  snapshot.day_names = short_day_names(settings.firstdayofweek, settings.locale);
+  snapshot.arrows = turn_arrows(screen, settings.locale);
   snapshot.category_colors = settings.category_props;
   if (settings.showholiday == 1) copy_icons(snapshot, settings);
   return snapshot;

@@ -8,12 +8,14 @@
 #include <vector>
 
 #include "base/image.h"
+#include "calendar/short_names.h"
 #include "calendar/week_numbers.h"
 #include "draw/screen_layout.h"
 #include "settings/settings_record.h"
 #include "store/store_session.h"
 #include "views/month_layout.h"
 #include "views/period_query.h"
+#include "views/turn_arrows.h"
 
 namespace orvello {
 
@@ -39,10 +41,10 @@ struct MonthSnapshot {
   WeekNumberSettings weeks;
   ItemColors colors{};
 
-  std::array<Text, 12> strip_names;
+  std::vector<YearNames> strip_names;  // the first choice that fits
   Text title_name;
-  std::array<Text, 7> day_names;  // by column
-  Image previous_arrow, next_arrow;
+  std::vector<WeekNames> day_names;  // likewise, by column
+  TurnArrows arrows;
   std::vector<MonthIconSlot> icons;           // in slot order
   std::vector<CategoryProp> category_colors;  // of all labels that have one
   PeriodItems period;                         // empty when no pass wants them

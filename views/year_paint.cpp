@@ -98,8 +98,8 @@ void YearPainter::draw_header() {
   const auto arrow = [&](const Image& image, const Rect& place) {
     canvas_.draw_image(image, {0, 0, image.width, image.height}, {place.x, place.y});
   };
-  arrow(snapshot_.previous_arrow, layout_.previous_arrow);
-  arrow(snapshot_.next_arrow, layout_.next_arrow);
+  arrow(snapshot_.arrows.previous, layout_.previous_arrow);
+  arrow(snapshot_.arrows.next, layout_.next_arrow);
 }
 
 void YearPainter::draw_month(int month) {

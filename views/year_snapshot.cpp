@@ -1,6 +1,5 @@
 #include "views/year_snapshot.h"
 
-#include "resources/bitmaps.h"
 #include "settings/profiles.h"
 #include "views/draw_control.h"
 
@@ -20,9 +19,7 @@ YearSnapshot year_snapshot_without_marks(const SettingsRecord& settings, const S
   snapshot.colors = settings.item_colors;
   snapshot.month_names = settings.month_names;
   snapshot.short_names = settings.locale.short_month_names;
-  snapshot.previous_arrow =
-      load_bitmap(screen.low_resolution ? kBitmapPreviousLow : kBitmapPreviousHigh);
-  snapshot.next_arrow = load_bitmap(screen.low_resolution ? kBitmapNextLow : kBitmapNextHigh);
+  snapshot.arrows = turn_arrows(screen, settings.locale);
   snapshot.grid = BuildYearGrid(year, today, settings.firstdayofweek);
   return snapshot;
 }

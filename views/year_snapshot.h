@@ -9,6 +9,7 @@
 #include "draw/screen_layout.h"
 #include "settings/settings_record.h"
 #include "store/store_session.h"
+#include "views/turn_arrows.h"
 #include "views/year_grid.h"
 #include "views/year_layout.h"
 #include "views/year_marks.h"
@@ -26,7 +27,7 @@ struct YearSnapshot {
   ItemColors colors{};
   MonthNames month_names;
   std::array<Text, 12> short_names;
-  Image previous_arrow, next_arrow;
+  TurnArrows arrows;
   YearGrid grid;
   YearMarks marks;  // empty unless coloryearview is 1
 

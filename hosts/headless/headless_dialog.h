@@ -74,6 +74,7 @@ class HeadlessDialog : public Dialog {
   std::vector<MenuItem> menu;  // the last one opened
 
   DialogTemplate dialog;
+  bool right_to_left = false;  // points are a person's all the same
   std::map<int, HeadlessControl> controls;
   std::map<int, int> timers;
   int focused = 0;

@@ -78,6 +78,7 @@ class HeadlessDialogs::Cover {
 };
 
 void HeadlessDialogs::put(HeadlessDialog& dialog, int level) {
+  dialog.right_to_left = locale && locale->data().right_to_left;
   dialog.on_top = [this, level] { return depth_ == level; };
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "hosts/headless/headless_dialog.h"
+#include "ports/locale.h"
 
 namespace orvello {
 
@@ -50,6 +51,7 @@ class HeadlessDialogs : public Dialogs {
   std::vector<int> opened;             // template ids, of a sheet its pages', in order
   HeadlessDialog* modeless = nullptr;  // the last one opened, while it lives
   bool fail_sheets = false;
+  const Locale* locale = nullptr;  // says which way the screen runs
 
  private:
   class Modeless;

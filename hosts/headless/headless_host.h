@@ -17,6 +17,7 @@ namespace orvello {
 
 struct HeadlessHost {
   HeadlessHost() {
+    window.locale = dialogs.locale = &locale;
     // The input panel takes its room from the window.
     input.panel_changed = [this, up = 0](int height) mutable {
       window.raise_panel(height - std::exchange(up, height));

@@ -1,4 +1,5 @@
 // What a person does to a dialog without a screen.
+#include "draw/mirrored.h"
 #include "hosts/headless/headless_dialog.h"
 #include "ports/messages.h"
 
@@ -155,7 +156,7 @@ void HeadlessDialog::draw(int control, const std::vector<Point>& stroke) {
 
 void HeadlessDialog::send_pointer(Event kind, int control, Point point) {
   DialogEvent event{kind, control, nullptr, size_of(control)};
-  event.point = point;
+  event.point = right_to_left ? mirrored(point, event.size.width) : point;
   tell(event);
   deliver();
 }
@@ -202,7 +203,7 @@ void HeadlessDialog::key(std::uint32_t code, bool control_held, bool shift_held)
   HeadlessControl* found = reachable(focused) ? find(focused) : nullptr;
   if (found && is_drawn(found->made.kind)) {
     DialogEvent event{Event::key, focused, nullptr, size_of(focused)};
-    event.key = code;
+    event.key = right_to_left ? mirrored_key(code) : code;
     event.control_held = control_held;
     event.shift_held = shift_held;
     tell(event);

@@ -1,5 +1,6 @@
 #include "hosts/headless/headless_window.h"
 
+#include "draw/mirrored.h"
 #include "ports/messages.h"
 
 namespace orvello {
@@ -66,18 +67,27 @@ int HeadlessWindow::pump() {
   }
 }
 
-void HeadlessWindow::press(Point point) {
-  pen_down_ = true;
-  send({kMessageButtonDown, 0, point, 0});
+Point HeadlessWindow::turned(Point point) const {
+  return is_right_to_left() ? mirrored(point, screen_.work_area.width) : point;
 }
 
-void HeadlessWindow::drag(Point to) { send({kMessageMouseMove, 1, to, 0}); }
+HoverLabel HeadlessWindow::turned(HoverLabel shown) const {
+  if (is_right_to_left()) shown.place = mirrored(shown.place, screen_.work_area.width);
+  return shown;
+}
 
-void HeadlessWindow::hover(Point to) { send({kMessageMouseMove, 0, to, 0}); }
+void HeadlessWindow::press(Point point) {
+  pen_down_ = true;
+  send({kMessageButtonDown, 0, turned(point), 0});
+}
+
+void HeadlessWindow::drag(Point to) { send({kMessageMouseMove, 1, turned(to), 0}); }
+
+void HeadlessWindow::hover(Point to) { send({kMessageMouseMove, 0, turned(to), 0}); }
 
 void HeadlessWindow::release(Point point) {
   pen_down_ = false;
-  send({kMessageButtonUp, 0, point, 0});
+  send({kMessageButtonUp, 0, turned(point), 0});
 }
 
 void HeadlessWindow::tap(Point point) {
@@ -86,12 +96,13 @@ void HeadlessWindow::tap(Point point) {
 }
 
 void HeadlessWindow::key(std::uint32_t key_code, int held) {
+  if (is_right_to_left()) key_code = mirrored_key(key_code);
   send({kMessageKeyDown, key_code, {}, held});
   send({kMessageKeyUp, key_code, {}, held});
 }
 
 void HeadlessWindow::wheel(Point point, int notches) {
-  send({kMessageMouseWheel, 0, point, notches});
+  send({kMessageMouseWheel, 0, turned(point), notches});
 }
 
 void HeadlessWindow::command(std::uint32_t id) { send({kMessageCommand, id, {}, 0}); }

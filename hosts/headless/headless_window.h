@@ -8,6 +8,7 @@
 #include <mutex>
 #include <optional>
 
+#include "ports/locale.h"
 #include "ports/main_window.h"
 
 namespace orvello {
@@ -34,9 +35,9 @@ class HeadlessWindow : public MainWindow {
   bool pen_is_down() const override { return pen_down_; }
   void show_wait_cursor() override { ++wait_cursors_; }
   void hide_wait_cursor() override { --wait_cursors_; }
-  void show_label(const HoverLabel& shown) override { label = shown; }
+  void show_label(const HoverLabel& shown) override { label = turned(shown); }
   void hide_label() override { label.reset(); }
-  void show_notice(const HoverLabel& shown) override { notice = shown; }
+  void show_notice(const HoverLabel& shown) override { notice = turned(shown); }
   void hide_notice() override { notice.reset(); }
   void set_accessible_view(AccessibleView* view) override { accessible_view = view; }
   void accessible_changed() override { ++accessible_changes; }
@@ -58,6 +59,9 @@ class HeadlessWindow : public MainWindow {
   void set_active(bool active);
   void rotate(ScreenInfo screen);  // a resized or rotated screen
   void raise_panel(int height);    // an input panel takes this much of the work area
+
+  // Points are a person's, on a right-to-left screen as elsewhere, and so is what is shown.
+  const Locale* locale = nullptr;
 
   // Faults and other processes.
   bool fail_creation = false;
@@ -81,6 +85,10 @@ class HeadlessWindow : public MainWindow {
   const std::map<int, int>& timers() const { return timers_; }
 
  private:
+  bool is_right_to_left() const { return locale && locale->data().right_to_left; }
+  Point turned(Point point) const;
+  HoverLabel turned(HoverLabel label) const;
+
   ScreenInfo screen_;
   MessageHandler* handler_ = nullptr;
   std::mutex queue_lock_;

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/touch_menu.h"
@@ -20,7 +21,7 @@ BarButton::BarButton(QWidget* parent, const Density& density, const MenuBarButto
   setFocusPolicy(Qt::TabFocus);
   setText(to_qt(button.text));
   if (shows_image()) {
-    setToolTip(to_qt(button.hint));
+    setToolTip(kept_direction(to_qt(button.hint)));
     setAccessibleName(to_qt(button.hint));
   } else {
     setAccessibleName(to_qt(button.text));
@@ -49,7 +50,8 @@ std::uint32_t BarButton::run_menu() {
   // Above the bar, and inside the window as far as it fits.
   const auto place = [this](QSize size) {
     const int left = mapTo(window(), QPoint(0, 0)).x();
-    const int shift = std::max(-left, std::min(0, window()->width() - left - size.width()));
+    const int begin = turned(QRect(0, 0, size.width(), 0), width()).x();
+    const int shift = std::max(-left, std::min(begin, window()->width() - left - size.width()));
     return mapToGlobal(QPoint(shift, -size.height()));
   };
   const std::uint32_t chosen = run_touch_menu(density_, content_.menu, place);
@@ -81,7 +83,7 @@ void BarButton::paintEvent(QPaintEvent*) {
 void BarButton::paint_caption(QPainter& painter) {
   painter.setFont(font());
   painter.setPen(QColor(kInk));
-  painter.drawText(rect(), Qt::AlignCenter, text());
+  draw_directed(painter, rect(), Qt::AlignCenter, text());
 }
 
 // Pixel for pixel, at a device pixel's edge.

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/drop_panel.h"
 #include "hosts/qt/flat_edit.h"
 #include "hosts/qt/qt_look.h"
@@ -26,7 +27,9 @@ void paint_drop_arrow(QWidget& field, const Density& density, int width) {
   QPainter painter(&field);
   painter.setRenderHint(QPainter::Antialiasing);
   const double half = density.scaled(4), depth = half / 2;
-  const QPointF middle(field.width() - width / 2.0, field.height() / 2.0);
+  const double from_side = width / 2.0;
+  const QPointF middle(is_right_to_left() ? from_side : field.width() - from_side,
+                       field.height() / 2.0);
   QPainterPath path(middle - QPointF(half, depth));
   path.lineTo(middle + QPointF(0, depth));
   path.lineTo(middle + QPointF(half, -depth));
@@ -148,7 +151,8 @@ void ChoiceBox::wheelEvent(QWheelEvent* event) { event->ignore(); }
 
 void ChoiceBox::resizeEvent(QResizeEvent*) {
   const int edge = std::max(1, density_.scaled(kFieldEdge));
-  if (edit_) edit_->setGeometry(edge, edge, width() - arrow_width() - edge, height() - 2 * edge);
+  const QRect room(edge, edge, width() - arrow_width() - edge, height() - 2 * edge);
+  if (edit_) edit_->setGeometry(turned(room, width()));
 }
 
 void ChoiceBox::focusInEvent(QFocusEvent*) { update(); }
@@ -164,11 +168,11 @@ void ChoiceBox::paintEvent(QPaintEvent*) {
   if (!edit_) {
     QPainter painter(this);
     const int side = density_.scaled(1.5 * kGrid);
-    const QRect room = rect().adjusted(side, 0, -arrow_width(), 0);
+    const QRect room = turned(rect().adjusted(side, 0, -arrow_width(), 0), width());
     painter.setFont(font());
     painter.setPen(QColor(isEnabled() ? kInk : kFaintInk));
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(shown(), Qt::ElideRight, room.width()));
+    draw_directed(painter, room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                  fontMetrics().elidedText(shown(), Qt::ElideRight, room.width()));
   }
   paint_drop_arrow(*this, density_, arrow_width());
   paint_field_edge(*this, density_, edit_ ? edit_->hasFocus() : hasFocus());

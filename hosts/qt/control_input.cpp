@@ -6,6 +6,8 @@
 #include <QStyleHints>
 #include <QWidget>
 
+#include "draw/mirrored.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_keys.h"
 #include "hosts/qt/qt_look.h"
@@ -32,6 +34,11 @@ DialogEvent ControlInput::event_of(Event kind, Point at) const {
   event.size = {density_.device(control_.width()), density_.device(control_.height())};
   event.point = at;
   return event;
+}
+
+Point ControlInput::turned_point(QPointF place) const {
+  const Point point = density_.device(place);
+  return is_right_to_left() ? mirrored(point, density_.device(control_.width())) : point;
 }
 
 bool ControlInput::is_second_tap(const QEvent& event, QPointF place) {
@@ -69,7 +76,7 @@ bool ControlInput::take_pointer(QEvent& event) {
       kind = Event::pointer_up;
       break;
   }
-  report_(event_of(kind, density_.device(surface_.mapTo(&control_, step.place))));
+  report_(event_of(kind, turned_point(surface_.mapTo(&control_, step.place))));
   return true;
 }
 
@@ -97,7 +104,7 @@ void ControlInput::tap(Point at) {
 }
 
 void ControlInput::release_at(QPointF global) {
-  report_(event_of(Event::pointer_up, density_.device(control_.mapFromGlobal(global))));
+  report_(event_of(Event::pointer_up, turned_point(control_.mapFromGlobal(global))));
 }
 
 }  // namespace orvello

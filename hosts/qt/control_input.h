@@ -30,6 +30,7 @@ class ControlInput {
   void release_at(QPointF global);
 
  private:
+  Point turned_point(QPointF place) const;
   bool is_second_tap(const QEvent& event, QPointF place);
   DialogEvent event_of(DialogEvent::Kind kind, Point at) const;
 

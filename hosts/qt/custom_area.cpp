@@ -3,6 +3,8 @@
 #include <QEvent>
 #include <QPainter>
 
+#include "draw/mirrored.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_accessible.h"
 #include "hosts/qt/qt_surface.h"
 
@@ -21,6 +23,13 @@ CustomArea::CustomArea(QWidget* parent, const Density& density, int control,
 void CustomArea::set_parts(const std::vector<AccessibleCell>& parts) {
   parts_ = parts;
   tell_accessible_change(*this);
+}
+
+std::vector<AccessibleCell> CustomArea::accessible_parts() const {
+  std::vector<AccessibleCell> parts = parts_;
+  if (is_right_to_left())
+    for (AccessibleCell& part : parts) part.place = mirrored(part.place, density_.device(width()));
+  return parts;
 }
 
 void CustomArea::choose_part(int part) {

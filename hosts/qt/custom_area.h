@@ -16,7 +16,7 @@ class CustomArea : public Guarded<QWidget>, public AccessibleParts {
   ControlInput& input() { return input_; }
   void set_parts(const std::vector<AccessibleCell>& parts);
   const Density& parts_density() const override { return density_; }
-  std::vector<AccessibleCell> accessible_parts() const override { return parts_; }
+  std::vector<AccessibleCell> accessible_parts() const override;
   void choose_part(int part) override;
 
  protected:

@@ -8,6 +8,7 @@
 
 #include "calendar/date_pictures.h"
 #include "hosts/qt/choice_box.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/drop_panel.h"
 #include "hosts/qt/flat_field.h"
 #include "hosts/qt/month_calendar.h"
@@ -128,11 +129,11 @@ void DatePicker::paintEvent(QPaintEvent*) {
   const int arrow = std::min(density_.scaled(kTouchHeight), width() / 2);
   {
     QPainter painter(this);
-    const QRect room = rect().adjusted(density_.scaled(1.5 * kGrid), 0, -arrow, 0);
+    const QRect room = turned(rect().adjusted(density_.scaled(1.5 * kGrid), 0, -arrow, 0), width());
     painter.setFont(font());
     painter.setPen(QColor(isEnabled() ? kInk : kFaintInk));
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(shown(), Qt::ElideRight, room.width()));
+    draw_directed(painter, room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                  fontMetrics().elidedText(shown(), Qt::ElideRight, room.width()));
   }
   paint_drop_arrow(*this, density_, arrow);
   paint_field_edge(*this, density_, hasFocus());

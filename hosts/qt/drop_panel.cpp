@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_look.h"
 
@@ -51,8 +52,8 @@ void DropPanel::place(QSize wanted, int least_height) {
   const int tall = std::min({whole, std::max(downwards ? below : above, least), height()});
   const int wide = std::min(std::max(field.width(), wanted.width() + 2 * edge), width());
   const int y = downwards ? field.bottom() + 1 : field.top() - tall;
-  const QRect box(std::clamp(field.left(), 0, width() - wide), std::clamp(y, 0, height() - tall),
-                  wide, tall);
+  const int x = is_right_to_left() ? field.right() + 1 - wide : field.left();
+  const QRect box(std::clamp(x, 0, width() - wide), std::clamp(y, 0, height() - tall), wide, tall);
   content_->setGeometry(box.adjusted(edge, edge, -edge, -edge));
 }
 

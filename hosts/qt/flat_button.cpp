@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
@@ -37,8 +38,8 @@ void FlatButton::paintEvent(QPaintEvent*) {
   painter.setPen(!isEnabled() ? QColor(kFaintInk) : strong ? QColor(Qt::white) : QColor(kInk));
   const int side = static_cast<int>(4 * line);
   const QRect room = rect().adjusted(side, 0, -side, 0);
-  painter.drawText(
-      room, Qt::AlignCenter | Qt::TextShowMnemonic,
+  draw_directed(
+      painter, room, Qt::AlignCenter | Qt::TextShowMnemonic,
       fontMetrics().elidedText(text(), Qt::ElideRight, room.width(), Qt::TextShowMnemonic));
 }
 

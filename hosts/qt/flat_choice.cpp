@@ -4,6 +4,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
@@ -38,7 +39,8 @@ void paint_choice(QAbstractButton& button, const Density& density, bool round) {
   QPainter painter(&button);
   painter.setRenderHint(QPainter::Antialiasing);
   const double line = std::max(1, density.scaled(1)), side = density.scaled(kMark);
-  const QRectF box(line, (button.height() - side) / 2, side, side);
+  const double begin = is_right_to_left() ? button.width() - line - side : line;
+  const QRectF box(begin, (button.height() - side) / 2, side, side);
   const double corner = round ? side / 2 : density.scaled(2);
   const QColor ink(button.isEnabled() ? kAccent : kFaintInk);
   painter.setPen(QPen(button.isChecked() || button.isDown() ? ink : QColor(kDimInk), line));
@@ -46,12 +48,14 @@ void paint_choice(QAbstractButton& button, const Density& density, bool round) {
   painter.drawRoundedRect(box, corner, corner);
   painter.setPen(ink);
   if (button.isChecked()) paint_mark(painter, box, round);
-  const int left = static_cast<int>(box.right()) + density.scaled(6);
-  const QRect room(left, 0, button.width() - left, button.height());
+  const int left = static_cast<int>(line + side) + density.scaled(6);
+  const QRect room = turned(QRect(left, 0, button.width() - left, button.height()), button.width());
   constexpr int flags = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap | Qt::TextShowMnemonic;
   painter.setFont(button.font());
   if (button.hasFocus()) {
-    const QRect text = button.fontMetrics().boundingRect(room, flags, button.text());
+    const int turned_flags = Qt::TextWordWrap | Qt::TextShowMnemonic |
+                             (turned_alignment(Qt::AlignLeft) | Qt::AlignVCenter).toInt();
+    const QRect text = button.fontMetrics().boundingRect(room, turned_flags, button.text());
     const int gap = static_cast<int>(2 * line);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor(kAccent), line));
@@ -60,7 +64,7 @@ void paint_choice(QAbstractButton& button, const Density& density, bool round) {
                             gap, gap);
   }
   painter.setPen(QColor(button.isEnabled() ? kInk : kFaintInk));
-  painter.drawText(room, flags, button.text());
+  draw_directed(painter, room, flags, button.text());
 }
 
 }  // namespace orvello

@@ -7,6 +7,7 @@
 #include <QTextDocument>
 
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 
@@ -26,11 +27,20 @@ FlatEdit::FlatEdit(QWidget* parent, const Density& density, int limit, bool edge
   // The toolkit has two more of its own.
   const int side = density.scaled(1.5 * kGrid) - 2 - (edge ? 0 : density.scaled(kFieldEdge));
   setTextMargins(side, 0, side, 0);
+  follow_text();
+  on_signal(this, &QLineEdit::textChanged, this, [this] { follow_text(); });
+}
+
+// The text keeps its own direction, and stands where lines begin on the screen.
+void FlatEdit::follow_text() {
+  setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+  setAlignment(turned_alignment(Qt::AlignLeft) | Qt::AlignVCenter);
 }
 
 void FlatEdit::set_text(const QString& text) {
   const QSignalBlocker silence(this);
   setText(within(text, limit_));
+  follow_text();
 }
 
 void FlatEdit::paintEvent(QPaintEvent* event) {

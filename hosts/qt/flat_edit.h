@@ -23,6 +23,8 @@ class FlatEdit : public Guarded<QLineEdit> {
   void changeEvent(QEvent* event) override;
 
  private:
+  void follow_text();
+
   const Density& density_;
   int limit_;
   bool edge_;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
@@ -30,7 +31,7 @@ int FlatSlider::radius() const {
 void FlatSlider::move_to(double x) {
   const int edge = radius() + density_.scaled(3), room = std::max(1, width() - 2 * edge);
   setValue(QStyle::sliderValueFromPosition(
-      minimum(), maximum(), static_cast<int>(std::lround(x)) - edge, room, invertedAppearance()));
+      minimum(), maximum(), static_cast<int>(std::lround(x)) - edge, room, is_right_to_left()));
 }
 
 void FlatSlider::paintEvent(QPaintEvent*) {
@@ -38,14 +39,17 @@ void FlatSlider::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const int knob = radius(), edge = knob + density_.scaled(3);
   const int room = std::max(1, width() - 2 * edge);
-  const double x = edge + QStyle::sliderPositionFromValue(minimum(), maximum(), value(), room);
+  const bool turns = is_right_to_left();
+  const double x =
+      edge + QStyle::sliderPositionFromValue(minimum(), maximum(), value(), room, turns);
   const double y = height() / 2.0, thick = density_.scaled(kGroove), line = density_.scaled(1);
   const QColor ink(isEnabled() ? kAccent : kFaintInk);
   painter.setPen(Qt::NoPen);
   painter.setBrush(QColor(isEnabled() ? kFaintInk : kHairline));
   painter.drawRoundedRect(QRectF(edge, y - thick / 2, room, thick), thick / 2, thick / 2);
   painter.setBrush(ink);
-  painter.drawRoundedRect(QRectF(edge, y - thick / 2, x - edge, thick), thick / 2, thick / 2);
+  const double begin = turns ? x : edge, length = turns ? edge + room - x : x - edge;
+  painter.drawRoundedRect(QRectF(begin, y - thick / 2, length, thick), thick / 2, thick / 2);
   painter.setBrush(isSliderDown() ? QColor(kAccentTint) : QColor(Qt::white));
   painter.setPen(QPen(ink, std::max(1.0, 2 * line)));
   painter.drawEllipse(QPointF(x, y), knob - line, knob - line);

@@ -6,6 +6,7 @@
 #include "hosts/qt/choice_box.h"
 #include "hosts/qt/custom_area.h"
 #include "hosts/qt/date_picker.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/flat_button.h"
 #include "hosts/qt/flat_choice.h"
 #include "hosts/qt/flat_edit.h"
@@ -64,6 +65,7 @@ QWidget* Maker::label() const {
   auto* label = new QLabel(to_qt(control.text), parent);
   label->setTextFormat(Qt::PlainText);  // an appointment's text is never markup
   label->setWordWrap(true);
+  label->setAlignment(turned_alignment(Qt::AlignLeft) | Qt::AlignVCenter);
   if (control.color) {
     QPalette colors = label->palette();
     colors.setColor(QPalette::Active, QPalette::WindowText, QColor(to_qt(*control.color)));

@@ -11,6 +11,7 @@
 #include "draw/form_layout.h"
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/custom_area.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_report.h"
 #include "hosts/qt/qt_text.h"
@@ -173,10 +174,11 @@ void FormWidget::lay_out() {
                    density_.scaled(kScrollBarWidth), step_);
   body_->resize(layout.body.width, layout.body.height);
   for (std::size_t i = 0; i < made_.size(); ++i) {
-    made_[i].widget->setGeometry(to_qt(layout.places[i]));
+    made_[i].widget->setGeometry(turned(to_qt(layout.places[i]), layout.body.width));
     if (auto* rows = dynamic_cast<ReportView*>(made_[i].widget)) rows->lay_out_unseen();
   }
-  if (close_button_) close_button_->setGeometry(width() - top, 0, top, top - 1);
+  if (close_button_)
+    close_button_->setGeometry(turned(QRect(width() - top, 0, top, top - 1), width()));
 }
 
 void FormWidget::set_place(int id, const Rect& place) {

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/flat_field.h"
 #include "hosts/qt/qt_look.h"
 
@@ -58,7 +59,7 @@ void LineControl::paintEvent(QPaintEvent*) {
   }
   painter.setFont(font());
   painter.setPen(QColor(isEnabled() ? kInk : kFaintInk));
-  painter.drawText(room, flags, shown);
+  draw_directed(painter, room, flags, shown);
   painter.end();
   if (hasFocus()) paint_field_edge(*this, density_, true);
 }

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_accessible.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
@@ -19,7 +20,7 @@ const QDate kFirst(1601, 1, 1), kLast(9999, 12, 31);
 
 QDate date_of(const MonthDayYear& date) { return {date.year, date.month, date.day}; }
 
-// What the arrows do, from the left.
+// What the arrows do, as lines run.
 QDate arrow_target(int arrow, const QDate& date) {
   switch (arrow) {
     case 0:
@@ -67,12 +68,14 @@ QRect MonthCalendar::place_of(int part) const {
   if (part < kArrows) {
     const int x[kArrows] = {0, width() - 3 * side - year, width() - 2 * side - year,
                             width() - side};
-    return {x[part], 0, side, side};
+    return turned(QRect(x[part], 0, side, side), width());
   }
   const int column = (part - kArrows) % kColumns, row = (part - kArrows) / kColumns;
   const int top = day_names().bottom() + 1, rest = height() - top;
   const int x = width() * column / kColumns, y = top + rest * row / kRows;
-  return {x, y, width() * (column + 1) / kColumns - x, top + rest * (row + 1) / kRows - y};
+  return turned(
+      QRect(x, y, width() * (column + 1) / kColumns - x, top + rest * (row + 1) / kRows - y),
+      width());
 }
 
 int MonthCalendar::part_at(QPoint point) const {
@@ -124,7 +127,7 @@ QDate MonthCalendar::within(const QDate& date) { return std::clamp(date, kFirst,
 QDate MonthCalendar::after_key(const QDate& date, const QKeyEvent& event) {
   const bool far = event.modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
   const auto to = [](const QDate& wanted) { return wanted.isValid() ? within(wanted) : QDate(); };
-  switch (event.key()) {
+  switch (turned_key(event.key())) {
     case Qt::Key_Left:
       return to(date.addDays(-1));
     case Qt::Key_Right:
@@ -173,12 +176,25 @@ void MonthCalendar::paintEvent(QPaintEvent*) {
   for (int i = 0; i < kColumns * kRows; ++i) paint_day(painter, kArrows + i, start.addDays(i));
 }
 
+WeekNames MonthCalendar::names_within(const QFontMetrics& metrics) const {
+  const int room = width() / kColumns - density_.scaled(2);
+  const std::vector<WeekNames> choices = abbreviated_day_names(locale_);
+  const auto fits = [&](const WeekNames& names) {
+    return std::all_of(names.begin(), names.end(), [&](const Text& name) {
+      return metrics.horizontalAdvance(to_qt(name)) <= room;
+    });
+  };
+  const auto found = std::find_if(choices.begin(), choices.end(), fits);
+  return found == choices.end() ? choices.back() : *found;
+}
+
 void MonthCalendar::paint_heading(QPainter& painter) const {
   for (int arrow = 0; arrow < kArrows; ++arrow) paint_arrow(painter, arrow);
   painter.setPen(QColor(kAccent));
   painter.setFont(widget_font(density_, kHeadingSize, true));
-  const auto between = [&](int left, int right) {
-    const QRect a = place_of(left), b = place_of(right);
+  const auto between = [&](int back, int on) {
+    QRect a = place_of(back), b = place_of(on);
+    if (is_right_to_left()) std::swap(a, b);
     return QRect(a.right() + 1, a.top(), b.left() - a.right() - 1, a.height());
   };
   const auto month = static_cast<std::size_t>(date_.month() - 1);
@@ -192,19 +208,20 @@ void MonthCalendar::paint_heading(QPainter& painter) const {
   painter.setPen(QColor(kDimInk));
   painter.setFont(widget_font(density_, kTextSize - 1));
   const QDate start = grid_start();
+  const WeekNames shown = names_within(painter.fontMetrics());
   for (int column = 0; column < kColumns; ++column) {
     QRect box = place_of(kArrows + column);
     box.setTop(names.top());
     box.setHeight(names.height());
     const auto day = static_cast<std::size_t>(start.addDays(column).dayOfWeek() - 1);
-    painter.drawText(box, Qt::AlignCenter, to_qt(locale_.short_day_names[day]));
+    painter.drawText(box, Qt::AlignCenter, to_qt(shown[day]));
   }
   painter.fillRect(0, names.bottom(), width(), std::max(1, density_.scaled(1)), QColor(kHairline));
 }
 
 void MonthCalendar::paint_arrow(QPainter& painter, int arrow) const {
   const QRectF place = place_of(arrow);
-  const bool forward = arrow % 2 == 1;
+  const bool forward = (arrow % 2 == 1) != is_right_to_left();
   if (pressed_ == arrow) painter.fillRect(place, QColor(kAccentTint));
   const double half = density_.scaled(4), depth = half * (forward ? 1 : -1);
   const QPointF middle = place.center();

@@ -7,6 +7,7 @@
 
 #include "calendar/dates.h"
 #include "calendar/locale_data.h"
+#include "calendar/short_names.h"
 #include "hosts/qt/accessible_parts.h"
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
@@ -49,6 +50,7 @@ class MonthCalendar : public Guarded<QWidget>, public AccessibleParts {
   QRect place_of(int part) const;
   int part_at(QPoint point) const;
   QRect day_names() const;
+  WeekNames names_within(const QFontMetrics& metrics) const;  // Monday first
   QDate grid_start() const;
   void tap(int part);
   void move_to(const QDate& date);

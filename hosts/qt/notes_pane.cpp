@@ -26,7 +26,8 @@ NotesPane::NotesPane(QWidget* parent, const Density& density, int limit)
   setAcceptRichText(false);
   setTabChangesFocus(true);
   setCursorWidth(std::max(1, density.scaled(1)));
-  setUndoRedoEnabled(false);  // text and ink are taken back together
+  setUndoRedoEnabled(false);            // text and ink are taken back together
+  setLayoutDirection(Qt::LeftToRight);  // ink lies on its text, whatever the screen's language
   setFont(widget_font(density, kNotesText));
   document()->setDefaultFont(font());
   document()->setIndentWidth(density.scaled(4 * kGrid));

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <map>
 
+#include "draw/mirrored.h"
 #include "hosts/qt/accessible_parts.h"
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/drawn_cell.h"
 #include "hosts/qt/drop_field.h"
 #include "hosts/qt/modal_layer.h"
@@ -73,7 +75,9 @@ class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
     if (view && !is_covered(content_)) guarded([&] { view->choose_accessible(cell); });
   }
   QRect on_screen(const Rect& place) const override {
-    return place_on_screen(content_, content_.density(), place);
+    const int width = content_.density().device(content_.width());
+    return place_on_screen(content_, content_.density(),
+                           is_right_to_left() ? mirrored(place, width) : place);
   }
   QAccessible::Role cell_role() const override { return QAccessible::Cell; }
 

@@ -38,7 +38,9 @@ QtCanvas::QtCanvas(std::uint32_t* pixels, Size size)
       clip_{0, 0, size.width, size.height},
       image_(reinterpret_cast<uchar*>(pixels), size.width, size.height, size.width * 4,
              QImage::Format_RGB32) {
-  if (size_.width > 0 && size_.height > 0) painter_.begin(&image_);
+  if (size_.width <= 0 || size_.height <= 0) return;
+  painter_.begin(&image_);
+  painter_.setLayoutDirection(Qt::LayoutDirectionAuto);  // each text's own
 }
 
 void QtCanvas::set_clip(std::optional<Rect> clip) {

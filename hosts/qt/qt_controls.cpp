@@ -7,6 +7,7 @@
 #include "hosts/qt/choice_box.h"
 #include "hosts/qt/custom_area.h"
 #include "hosts/qt/date_picker.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/flat_button.h"
 #include "hosts/qt/flat_slider.h"
 #include "hosts/qt/modal_layer.h"
@@ -199,10 +200,12 @@ class QtDrawn : public DrawnControl, Handle<QWidget> {
 std::uint32_t QtDrawn::track_menu(const std::vector<MenuItem>& items, Point at) {
   if (!get()) return 0;
   const QWidget* window = get()->window();
-  const QPoint point = get()->mapTo(window, QPoint(density_.logical(at.x), density_.logical(at.y)));
+  const QRect spot(density_.logical(at.x), density_.logical(at.y), 0, 0);
+  const QPoint point = get()->mapTo(window, turned(spot, get()->width()).topLeft());
   // Inside the window as far as it fits.
   const auto place = [&](QSize size) {
-    const int x = std::max(0, std::min(point.x(), window->width() - size.width()));
+    const int left = point.x() - (is_right_to_left() ? size.width() : 0);
+    const int x = std::max(0, std::min(left, window->width() - size.width()));
     const int y = std::max(0, std::min(point.y(), window->height() - size.height()));
     return window->mapToGlobal(QPoint(x, y));
   };

@@ -4,6 +4,8 @@
 #include <QPolygon>
 
 #include "draw/form_layout.h"
+#include "draw/mirrored.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/form_widget.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_dialog.h"
@@ -14,11 +16,13 @@ namespace orvello {
 namespace {
 
 // Only what lies inside the outline is seen and takes presses.
-void cut_out(QWidget& form, const std::vector<Point>& outline, const Density& density) {
-  if (outline.empty()) return;
+void cut_out(QWidget& form, const DialogTemplate& dialog, const Density& density) {
+  if (dialog.outline.empty()) return;
   QPolygon polygon;
-  for (const Point& point : outline)
-    polygon << QPoint(density.logical(point.x), density.logical(point.y));
+  for (const Point& point : dialog.outline) {
+    const Point at = is_right_to_left() ? mirrored(point, dialog.place.width) : point;
+    polygon << QPoint(density.logical(at.x), density.logical(at.y));
+  }
   // A region leaves out its lower and right edges, where the outline is drawn too.
   const QRegion inside(polygon);
   form.setMask(inside | inside.translated(1, 0) | inside.translated(0, 1) |
@@ -37,7 +41,8 @@ QRect QtDialogs::modal_place(const DialogTemplate& dialog, const FormWidget& for
     place.moveCenter(QRect(QPoint(0, 0), whole).center());
   } else {
     place = density.logical(dialog.place);
-    if (Shell* shell = window_.shell()) place.translate(shell->content().pos());
+    if (Shell* shell = window_.shell())
+      place = turned(place, shell->content().width()).translated(shell->content().pos());
   }
   // The border is around it, so that the controls get all of the place.
   const int edge = form.border();
@@ -65,7 +70,7 @@ int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedur
   if (dialog.popup) {
     layer->pressed_beside = [&] { controls.tell(DialogEvent::Kind::focus_lost); };
     layer->released = [form](QPointF global) { form->release_at(global); };
-    cut_out(*form, dialog.outline, density);
+    cut_out(*form, dialog, density);
   }
   const QSize own_window(density.scaled(design.width),
                          density.scaled(design.height) + form->title_height());

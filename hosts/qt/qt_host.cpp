@@ -7,6 +7,7 @@
 #include "hosts/linux/desktop_input.h"
 #include "hosts/linux/linux_files.h"
 #include "hosts/linux/system_clock.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/guarded_application.h"
 #include "hosts/qt/qt_dialogs.h"
 #include "hosts/qt/qt_locale.h"
@@ -84,6 +85,7 @@ QtHost::QtHost(int& argc, char** argv, QtHostOptions options, Registry& registry
                RecordDatabases& databases, CalendarStore& store)
     : application_(make_application(argc, argv, options.offscreen)),
       parts_(std::make_unique<Parts>(options, registry, databases, store)) {
+  set_right_to_left(parts_->locale.data().right_to_left);
   if (!application_) return;
   application_->log = [this](const std::string& sentence) {
     parts_->files.append_diagnostic_line(to_utf16(sentence));

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 
+#include "hosts/qt/direction.h"
 #include "ports/messages.h"
 
 namespace orvello {
@@ -14,7 +15,7 @@ constexpr char16_t kRussianKeys[] = u"ФИСВУАПРШОЛДЬТЩЗЙКЫЕГ
 }  // namespace
 
 std::uint32_t virtual_key(const QKeyEvent& event) {
-  const int key = event.key();
+  const int key = turned_key(event.key());
   for (int i = 0; i < 26; ++i)
     if (key == kRussianKeys[i]) return static_cast<std::uint32_t>('A' + i);
   // Letters and digits have their upper-case code.

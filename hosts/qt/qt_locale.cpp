@@ -58,6 +58,7 @@ void set_conventions(LocaleData& data, const QLocale& locale) {
   data.time_format = time.contains(u"ap", Qt::CaseInsensitive) ? u"0" : u"1";
   if (const Text mark = separator_of(short_date); !mark.empty()) data.date_separator = mark;
   if (const Text mark = separator_of(time); !mark.empty()) data.time_separator = mark;
+  data.monday_first = locale.firstDayOfWeek() == Qt::Monday;
 }
 
 LocaleData from_toolkit(const QLocale& locale) {
@@ -66,6 +67,7 @@ LocaleData from_toolkit(const QLocale& locale) {
     const auto index = static_cast<std::size_t>(day - 1);
     data.day_names[index] = from_qt(locale.standaloneDayName(day, QLocale::LongFormat));
     data.short_day_names[index] = from_qt(locale.standaloneDayName(day, QLocale::ShortFormat));
+    data.narrow_day_names[index] = from_qt(locale.standaloneDayName(day, QLocale::NarrowFormat));
   }
   for (int month = 1; month <= 12; ++month) {
     const auto index = static_cast<std::size_t>(month - 1);
@@ -121,6 +123,11 @@ QtLocale::QtLocale(const std::string& messages, const std::string& times,
     data_ = wanted == "ru"   ? russian_locale()
             : wanted == "en" ? english_locale()
                              : data_of(wanted, language);
+  // As the texts run; where nobody chose their language, as the dates do.
+  const std::string& read = !language.empty()         ? language
+                            : message_language == "C" ? dates
+                                                      : messages;
+  data_.right_to_left = locale_named(read).textDirection() == Qt::RightToLeft;
   const bool ordered = language_of(order) != "C";
   collator_ = QCollator(ordered ? locale_named(order) : QLocale(to_qt(data_.name)));
 }

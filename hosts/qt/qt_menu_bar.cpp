@@ -6,6 +6,7 @@
 
 #include "hosts/qt/bar_button.h"
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "ports/messages.h"
@@ -74,7 +75,7 @@ class QtMenuBar::Bar : public Guarded<QWidget> {
       if (!button) continue;
       int& at = button->shows_image() ? image_x : x;
       const int wide = button->shows_image() ? image_width : button->text_width() + 2 * padding;
-      button->setGeometry(at, line, wide, height() - line);
+      button->setGeometry(turned(QRect(at, line, wide, height() - line), width()));
       at += wide;
     }
   }

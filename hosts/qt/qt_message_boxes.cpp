@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/flat_button.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_look.h"
@@ -66,6 +67,7 @@ class BoxSheet : public Guarded<QWidget> {
     auto* heading = new QLabel(to_qt(caption));
     heading->setTextFormat(Qt::PlainText);
     heading->setWordWrap(true);
+    heading->setAlignment(turned_alignment(Qt::AlignLeft) | Qt::AlignVCenter);
     heading->setFont(widget_font(density, kHeadingSize, true));
     QPalette palette = heading->palette();
     palette.setColor(QPalette::WindowText, QColor(color_));
@@ -74,7 +76,7 @@ class BoxSheet : public Guarded<QWidget> {
     message_ = new QLabel(to_qt(text));
     message_->setTextFormat(Qt::PlainText);
     message_->setWordWrap(true);
-    message_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    message_->setAlignment(Qt::AlignTop | turned_alignment(Qt::AlignLeft));
     // A text longer than the screen scrolls.
     scroll_ = new QScrollArea;
     scroll_->setFrameShape(QFrame::NoFrame);

@@ -7,7 +7,9 @@
 #include <QTimer>
 #include <cmath>
 
+#include "draw/mirrored.h"
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/report_model.h"
@@ -147,6 +149,7 @@ Rect ReportView::row_place(int row) const {
 }
 
 int ReportView::row_at(Point point) const {
+  if (is_right_to_left()) point = mirrored(point, density_.device(width()));
   // The logical pixel that the device pixel lies in.
   const QPoint at(static_cast<int>(std::floor(point.x / density_.ratio)),
                   static_cast<int>(std::floor(point.y / density_.ratio)));

@@ -11,7 +11,9 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "draw/mirrored.h"
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/hover_text.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_accessible.h"
@@ -57,12 +59,16 @@ bool ContentArea::take_event(QEvent* event) {
   return true;
 }
 
+Point ContentArea::turned_point(Point point) const {
+  return is_right_to_left() ? mirrored(point, density_.device(width())) : point;
+}
+
 bool ContentArea::send_pointer(const QtPointer::Step& step) {
   Message message;
   const bool held =
       step.change == QtPointer::Change::down || step.change == QtPointer::Change::move;
   message.wparam = held ? 1 : 0;
-  message.point = density_.device(step.place);
+  message.point = turned_point(density_.device(step.place));
   switch (step.change) {
     case QtPointer::Change::none:
       return false;
@@ -112,7 +118,8 @@ void ContentArea::wheelEvent(QWheelEvent* event) {
   const int notches = wheel_rest_ / kNotch;
   wheel_rest_ %= kNotch;
   event->accept();
-  if (notches) events_.send({kMessageMouseWheel, 0, density_.device(event->position()), notches});
+  const Point at = turned_point(density_.device(event->position()));
+  if (notches) events_.send({kMessageMouseWheel, 0, at, notches});
 }
 
 void ContentArea::set_accessible_view(AccessibleView* view) {
@@ -218,7 +225,8 @@ void Shell::place_content(const Rect& place) {
 void Shell::show_text(HoverText*& widget, const HoverLabel& label) {
   if (!widget) widget = new HoverText(this, density_);
   widget->set_label(label);
-  widget->setGeometry(density_.logical(label.place).translated(content_->pos()));
+  const QRect place = turned(density_.logical(label.place), content_->width());
+  widget->setGeometry(place.translated(content_->pos()));
   widget->raise();
   keep_order();
   widget->show();

@@ -47,6 +47,7 @@ class ContentArea : public Guarded<QWidget> {
 
  private:
   bool send_pointer(const QtPointer::Step& step);
+  Point turned_point(Point point) const;
   bool send_key(const QKeyEvent& event, std::uint32_t id);
 
   const Density& density_;

@@ -1,5 +1,7 @@
 #include "hosts/qt/qt_surface.h"
 
+#include "hosts/qt/direction.h"
+
 #include <algorithm>
 
 namespace orvello {
@@ -18,7 +20,9 @@ QtSurface::QtSurface(Size size)
     : size_(sensible(size)),
       back_(pixel_count(size_), kWhitePixel),
       front_(pixel_count(size_), kWhitePixel),
-      canvas_(back_.data(), size_) {}
+      canvas_(back_.data(), size_) {
+  if (is_right_to_left()) mirrored_.emplace(canvas_);
+}
 
 void QtSurface::publish() {
   const std::lock_guard lock(front_lock_);

@@ -5,8 +5,10 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
+#include "draw/mirrored_canvas.h"
 #include "hosts/qt/qt_canvas.h"
 
 namespace orvello {
@@ -15,7 +17,7 @@ class QtSurface : public Surface {
  public:
   explicit QtSurface(Size size);
 
-  Canvas& canvas() override { return canvas_; }
+  Canvas& canvas() override { return mirrored_ ? static_cast<Canvas&>(*mirrored_) : canvas_; }
   void publish() override;
 
   bool published() const { return published_; }
@@ -31,6 +33,7 @@ class QtSurface : public Surface {
   mutable std::mutex front_lock_;
   std::atomic<bool> published_{false};
   QtCanvas canvas_;
+  std::optional<MirroredCanvas> mirrored_;  // on a right-to-left screen
 };
 
 class QtSurfaces : public Surfaces {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/flat_choice.h"
 #include "hosts/qt/qt_fonts.h"
 #include "hosts/qt/qt_look.h"
@@ -41,7 +42,8 @@ void draw_cell_text(QPainter& painter, QString text, const QRect& room, Align al
   const QFontMetrics metrics(painter.font());
   if (metrics.horizontalAdvance(text) > room.width())
     text = metrics.elidedText(text, Qt::ElideRight, room.width());
-  painter.drawText(room, int(alignment_of(align)) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+  draw_directed(painter, room, int(alignment_of(align)) | Qt::AlignVCenter | Qt::TextSingleLine,
+                text);
 }
 
 void ReportModel::set_content(ReportContent content) {
@@ -142,15 +144,16 @@ void ReportDelegate::paint_row(QPainter* painter, const QStyleOptionViewItem& op
   if (row.line_above)
     painter->fillRect(QRect(left, top, all.width(), content.line_width),
                       QColor(to_qt(content.line)));
-  int x = left;
+  int x = 0;
   for (std::size_t i = 0; i < content.columns.size(); ++i) {
-    QRect box(x, top, std::min(model_.column_width(i), right - x), all.height());
+    const QRect cell(x, top, std::min(model_.column_width(i), all.width() - x), all.height());
     x += model_.column_width(i);
-    if (box.width() <= 0) continue;
+    if (cell.width() <= 0) continue;
+    QRect box = turned(cell, all.width()).translated(left, 0);
     const QRgb color = to_qt(selected ? content.selected_text : row.text);
     if (i == 0 && model_.mark_width() > 0) {
       draw_mark(*painter, row, box, color);
-      box.setLeft(box.left() + model_.mark_width());
+      box = turned(cell.adjusted(model_.mark_width(), 0, 0, 0), all.width()).translated(left, 0);
     }
     if (static_cast<int>(i) == content.picture_column)
       draw_pictures(*painter, row, box);
@@ -175,8 +178,9 @@ void ReportDelegate::draw_cell(QPainter& painter, const ReportRow& row, std::siz
 void ReportDelegate::draw_mark(QPainter& painter, const ReportRow& row, const QRect& box,
                                QRgb color) const {
   if (row.mark == ReportMark::none) return;
-  const int side = model_.mark_side(), left = box.left() + model_.content().padding;
-  const QRectF place(left, box.top() + (box.height() - side) / 2, side, side);
+  const int side = model_.mark_side();
+  const QRect inside(model_.content().padding, (box.height() - side) / 2, side, side);
+  const QRectF place(turned(inside, box.width()).translated(box.topLeft()));
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   const double line = std::max(1.0, side / 14.0);
@@ -194,12 +198,13 @@ void ReportDelegate::draw_pictures(QPainter& painter, const ReportRow& row,
   const int width = model_.pictures_width(row);
   const Align align = content.columns[static_cast<std::size_t>(content.picture_column)].align;
   const int room = std::max(0, box.width() - width);
-  int x = box.left() + (align == Align::left ? 0 : align == Align::right ? room : room / 2);
+  int x = align == Align::left ? 0 : align == Align::right ? room : room / 2;
   painter.setClipRect(box, Qt::IntersectClip);
   for (const int index : row.pictures) {
     const QImage* picture = model_.picture(index);
     if (!picture) continue;
-    painter.drawImage(QPoint(x, box.top() + (box.height() - picture->height()) / 2), *picture);
+    const QRect place(x, (box.height() - picture->height()) / 2, picture->width(), 0);
+    painter.drawImage(turned(place, box.width()).topLeft() + box.topLeft(), *picture);
     x += picture->width() + content.picture_gap;
   }
   painter.setClipping(false);

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/report_model.h"
@@ -36,7 +37,8 @@ void ReportTitles::paintEvent(QPaintEvent*) {
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const QRect box(x, 0, model_.column_width(i), bottom);
     draw_cell_text(painter, to_qt(columns[i].title),
-                   box.adjusted(model_.content().padding, 0, -model_.content().padding, 0),
+                   turned(box, density_.device(width()))
+                       .adjusted(model_.content().padding, 0, -model_.content().padding, 0),
                    columns[i].align);
     x += box.width();
   }

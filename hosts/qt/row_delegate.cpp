@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
@@ -53,7 +54,7 @@ void RowDelegate::paint_row(QPainter* painter, const QStyleOptionViewItem& optio
   const QString text = index.data().toString();
   painter->setFont(option.font);
   painter->setPen(selected ? QColor(Qt::white) : QColor(enabled ? kInk : kFaintInk));
-  painter->drawText(room, flags_for(QFontMetrics(option.font), room.width(), text), text);
+  draw_directed(*painter, room, flags_for(QFontMetrics(option.font), room.width(), text), text);
   if (option.state & QStyle::State_HasFocus) {
     const double line = std::max(1, density_.scaled(1)), gap = 1.5 * line;
     painter->setRenderHint(QPainter::Antialiasing);

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
@@ -38,7 +39,8 @@ void SheetTabs::mousePressEvent(QMouseEvent* event) {
 }
 
 void SheetTabs::keyPressEvent(QKeyEvent* event) {
-  const int by = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
+  const int key = turned_key(event->key());
+  const int by = key == Qt::Key_Right ? 1 : key == Qt::Key_Left ? -1 : 0;
   if (by == 0) return event->ignore();
   const int index = shown_ + by;
   if (index >= 0 && index < count() && wanted) wanted(index);
@@ -67,7 +69,7 @@ void SheetTabs::paintEvent(QPaintEvent*) {
     }
     painter.setFont(widget_font(density_, kTextSize, shown));
     painter.setPen(QColor(shown ? kAccent : kInk));
-    painter.drawText(tab, Qt::AlignCenter | Qt::TextSingleLine, tabText(i));
+    draw_directed(painter, tab, Qt::AlignCenter | Qt::TextSingleLine, tabText(i));
     if (!shown || !hasFocus()) continue;
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor(kAccent), line));

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/flat_button.h"
 #include "hosts/qt/form_widget.h"
 #include "hosts/qt/qt_look.h"
@@ -93,17 +94,20 @@ void SheetWidget::lay_out() {
   const int top = title_height(), tall = strip_->sizeHint().height();
   const int line = std::max(1, density_.scaled(1)), grid = density_.scaled(kGrid);
   const int bottom = roomy_ ? height() - buttons_height() : height();
-  close_->setGeometry(width() - top, 0, top, top - line);
+  const auto place = [this](QWidget& widget, int x, int y, int wide, int high) {
+    widget.setGeometry(turned(QRect(x, y, wide, high), width()));
+  };
+  place(*close_, width() - top, 0, top, top - line);
   strip_->setGeometry(0, top, width(), tall);
   strip_->keep_in_sight();
   const int touch = density_.scaled(kTouchHeight), button = density_.scaled(kButtonWidth);
   if (roomy_) {
     const int y = bottom + (height() - bottom - touch) / 2, x = width() - 2 * grid - button;
-    cancel_->setGeometry(x, y, button, touch);
-    ok_->setGeometry(x - 2 * grid - button, y, button, touch);
+    place(*cancel_, x, y, button, touch);
+    place(*ok_, x - 2 * grid - button, y, button, touch);
   } else {
     const int wide = density_.scaled(kOkWidth);
-    ok_->setGeometry(width() - top - wide, 0, wide, top - line);
+    place(*ok_, width() - top - wide, 0, wide, top - line);
   }
   cancel_->setVisible(roomy_);
   for (FormWidget* page : pages_) {

@@ -6,6 +6,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/sheet_tabs.h"
 
@@ -17,7 +18,9 @@ class StripArrow : public Guarded<QAbstractButton> {
   StripArrow(QWidget* parent, const Density& density, bool forward)
       : Guarded(parent), density_(density), forward_(forward) {
     setFocusPolicy(Qt::NoFocus);
-    setAccessibleName(forward ? QStringLiteral("Next tabs") : QStringLiteral("Previous tabs"));
+    // It points to where the tabs go on, on a right-to-left screen the other way.
+    setAccessibleName(forward != is_right_to_left() ? QStringLiteral("Next tabs")
+                                                    : QStringLiteral("Previous tabs"));
   }
 
  protected:

@@ -4,6 +4,7 @@
 #include <QToolButton>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 
 namespace orvello {
@@ -21,9 +22,10 @@ void paint_title(QPainter& painter, const QRect& strip, const Density& density,
   painter.setFont(widget_font(density, kHeadingSize, true));
   painter.setPen(QColor(kAccent));
   if (right < 0) right = strip.height();  // the close button alone
-  const QRect room = strip.adjusted(side, 0, -right, -line);
-  painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
-                   painter.fontMetrics().elidedText(title, Qt::ElideRight, room.width()));
+  const QRect inside = QRect(QPoint(0, 0), strip.size()).adjusted(side, 0, -right, -line);
+  const QRect room = turned(inside, strip.width()).translated(strip.topLeft());
+  draw_directed(painter, room, Qt::AlignVCenter | Qt::AlignLeft,
+                painter.fontMetrics().elidedText(title, Qt::ElideRight, room.width()));
 }
 
 QAbstractButton* make_close_button(QWidget& form, const Density& density) {

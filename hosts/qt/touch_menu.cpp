@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <algorithm>
 
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 
@@ -26,7 +27,8 @@ std::uint32_t run_touch_menu(const Density& density, const std::vector<MenuItem>
       menu.addSeparator();
       continue;
     }
-    QAction* action = menu.addAction(to_qt(item.text).replace(u'&', QStringLiteral("&&")));
+    const QString text = to_qt(item.text).replace(u'&', QStringLiteral("&&"));
+    QAction* action = menu.addAction(kept_direction(text));
     action->setEnabled(item.enabled);
     action->setCheckable(item.checked);
     action->setChecked(item.checked);

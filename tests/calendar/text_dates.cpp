@@ -76,6 +76,8 @@ TEST(Names, LongNamesAreCutToTheirBuffers) {
   EXPECT_EQ(names[3].size(), 19u);
   EXPECT_EQ(names[11], u"December");
   EXPECT_EQ(DayNameForWeekday(1, false, locale).size(), 19u);
+  locale.day_names[1] = Text(30, u'y') + u"z";
+  EXPECT_EQ(DayNameForWeekday(1, false, locale).size(), 30u) << "cut it would be Tuesday as well";
 }
 
 TEST(IsoDates, AreReadWhereTheyExist) {

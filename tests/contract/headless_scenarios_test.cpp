@@ -1,12 +1,13 @@
 #include "hosts/headless/headless_host.h"
-#include "tests/contract/scenarios.h"
+#include "tests/contract/mirrored_device.h"
 
 namespace orvello {
 namespace {
 
 class HeadlessDevice : public ScenarioDevice {
  public:
-  HeadlessDevice() {
+  explicit HeadlessDevice(const LocaleData& locale = english_locale()) {
+    device_.locale = HeadlessLocale(locale);
     answer(Answer::dismiss);
     device_.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
   }
@@ -68,7 +69,8 @@ class HeadlessDevice : public ScenarioDevice {
   std::function<void()> happens_;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Headless, Scenarios, HeadlessDevice);
+using HeadlessDevices = testing::Types<HeadlessDevice, MirroredDevice<HeadlessDevice>>;
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, Scenarios, HeadlessDevices);
 
 }  // namespace
 }  // namespace orvello

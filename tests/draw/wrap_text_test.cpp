@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "draw/text_direction.h"
 #include "hosts/headless/recording_canvas.h"
 
 namespace orvello {
@@ -40,6 +41,16 @@ TEST_F(WrapTest, LinesBreakAtBlanksAndLineEnds) {
             (std::vector<Text>{u"a few words", u"more", u"and", u"", u"then"}));
   for (const Text& line : word_wrapped(canvas, u"one-word-without-any-blank at all", font, room))
     EXPECT_LE(width(line), room);
+}
+
+// A line reads as its paragraph does, whatever letter it begins with.
+TEST_F(WrapTest, ALineThatBeginsInAnotherDirectionIsMarked) {
+  const Text hebrew = u"טיסה London ועוד 9:30", english = u"see חיפה now";
+  EXPECT_EQ(word_wrapped(canvas, hebrew, font, width(u"London")),
+            (std::vector<Text>{u"טיסה", u"\u200FLondon", u"ועוד", u"\u200F9:30"}));
+  EXPECT_EQ(word_wrapped(canvas, english, font, width(u"חיפה")),
+            (std::vector<Text>{u"see", u"\u200Eחיפה", u"now"}));
+  EXPECT_EQ(line_of(u"9:30 - 10:00", u"10:00"), u"10:00");
 }
 
 TEST_F(WrapTest, WhatSurelyFitsFits) {

@@ -66,6 +66,27 @@ TEST(Locale, RegionsDecideAboutOrdersSeparatorsAndClocks) {
   }
 }
 
+struct Way {
+  const char *messages, *dates;
+  bool monday_first, right_to_left;
+};
+
+// The screen runs as its texts do, the week begins as in the country of the dates.
+TEST(Locale, WeeksBeginAndScreensRunAsTheirLocaleHasIt) {
+  const Way cases[] = {{"en_US", "en_US", false, false}, {"en_GB", "en_GB", true, false},
+                       {"ru_RU", "ru_RU", true, false},  {"C", "C", true, false},
+                       {"he_IL", "he_IL", false, true},  {"ar_EG", "ar_EG", false, true},
+                       {"fa_IR", "fa_IR", false, true},  {"ur_PK", "ur_PK", false, true},
+                       {"en_US", "he_IL", false, false}, {"he_IL", "de_DE", true, true},
+                       {"C", "ar_MA", true, true}};
+  for (const Way& c : cases) {
+    const LocaleData data = QtLocale(c.messages, c.dates, {}).data();
+    EXPECT_EQ(data.monday_first, c.monday_first) << c.messages << " " << c.dates;
+    EXPECT_EQ(data.right_to_left, c.right_to_left) << c.messages << " " << c.dates;
+    EXPECT_FALSE(QtLocale(c.messages, c.dates, "en").data().right_to_left);
+  }
+}
+
 TEST(Locale, DatesAreInTheirOwnLanguageAndElseInThatOfTheTexts) {
   EXPECT_EQ(QtLocale("en_US.UTF-8", "de_DE.UTF-8", {}).data().day_names[2], u"Mittwoch");
   EXPECT_EQ(QtLocale("en_US.UTF-8", "C", {}).data().day_names[2], u"Wednesday");

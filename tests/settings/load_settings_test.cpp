@@ -206,6 +206,20 @@ TEST_F(SettingsTest, FirstUseAsksForAGreetingOnceAndSeedsTheSubjects) {
   EXPECT_EQ(boxes_shown(), Messages{});
 }
 
+TEST_F(SettingsTest, ANewCalendarsWeeksStartAsInItsCountryAndOtherCalendarsKeepTheirs) {
+  EXPECT_EQ(load(russian_locale()).firstdayofweek, 1);
+  EXPECT_EQ(stored(u"firstdayofweek")->number, 1u);
+  EXPECT_EQ(load(english_locale()).firstdayofweek, 1) << "it is not new any more";
+  store(u"firstdayofweek", 0);
+  EXPECT_EQ(load(russian_locale()).firstdayofweek, 0);
+}
+
+TEST_F(SettingsTest, ACalendarThatLostItsVolumeKeepsTheStartOfItsWeeks) {
+  store(kGreetingDue, 0);  // it was used before; a default is not stored
+  EXPECT_EQ(load(russian_locale()).firstdayofweek, 0);
+  EXPECT_FALSE(stored(u"firstdayofweek"));
+}
+
 TEST_F(SettingsTest, AFirstUseThatBrokeOffIsDoneAgain) {
   databases.fail_write = DatabaseError::disk_full;
   load();

@@ -9,11 +9,12 @@
 #include "hosts/headless/headless_ports.h"
 #include "hosts/headless/memory_record_databases.h"
 #include "hosts/headless/memory_registry.h"
+#include "hosts/qt/direction.h"
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/qt_keys.h"
 #include "hosts/qt/qt_shell.h"
 #include "hosts/qt/qt_text.h"
-#include "tests/contract/scenarios.h"
+#include "tests/contract/mirrored_device.h"
 #include "tests/scratch.h"
 
 namespace orvello {
@@ -22,12 +23,13 @@ namespace {
 // The Linux host's window on the offscreen platform, driven through the toolkit's own events.
 class QtDevice : public ScenarioDevice {
  public:
-  QtDevice() {
+  explicit QtDevice(const LocaleData& locale = english_locale())
+      : language_("LC_ALL", to_utf8(locale.name)) {
     put_content(folder_ / "settings.vol", "");  // not the first use: nobody answers its note
     QtHostOptions options;
     options.paths = {folder_.path(), folder_.path(), folder_.path()};
     options.now = midnight_of(day_of(2026, 11, 21)) + 36000;
-    options.language = "en";
+    if (!locale.right_to_left) options.language = "en";
     options.screen = Size{240, 320};
     options.dpi = 96;
     options.offscreen = true;
@@ -38,6 +40,7 @@ class QtDevice : public ScenarioDevice {
   ~QtDevice() override {
     person_.stop();
     qt_.reset();
+    set_right_to_left(false);  // the toolkit's, which other tests use too
   }
   Host host() override { return qt_->host(); }
   MemoryStore& store() override { return store_; }
@@ -166,6 +169,7 @@ class QtDevice : public ScenarioDevice {
   }
   ContentArea* content() const { return &shell()->content(); }
 
+  VariableGuard language_;
   int argc_ = 1;
   char name_[8] = "orvello";
   char* argv_[2] = {name_, nullptr};
@@ -184,7 +188,8 @@ class QtDevice : public ScenarioDevice {
   std::function<void()> happens_;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Qt, Scenarios, QtDevice);
+using QtDevices = testing::Types<QtDevice, MirroredDevice<QtDevice>>;
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, Scenarios, QtDevices);
 
 }  // namespace
 }  // namespace orvello
