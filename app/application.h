@@ -130,6 +130,7 @@ class Application : public MessageHandler,
 
   // SettingsCommands.
   bool preview(ViewMode view, const SettingsRecord& settings, Canvas& canvas) override;
+  void preview_colors(ColorGroup group, const SettingsRecord& settings, Canvas& canvas) override;
   void reload_view() override;
   void reopen_day_view() override;
   void rebuild_profile_menu() override { profiles_.rebuild(); }

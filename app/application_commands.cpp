@@ -1,6 +1,7 @@
 // The commands: switching views and the forms.
 
 #include "app/application.h"
+#include "app/color_preview.h"
 #include "app/own_messages.h"
 #include "app/view_preview.h"
 #include "ports/messages.h"
@@ -102,6 +103,11 @@ void Application::open_settings() {
 bool Application::preview(ViewMode view, const SettingsRecord& settings, Canvas& canvas) {
   return draw_preview(view, {settings, state_, session_, host_.clock, language(), today_button_},
                       canvas);
+}
+
+void Application::preview_colors(ColorGroup group, const SettingsRecord& settings, Canvas& canvas) {
+  draw_color_preview(group, {settings, state_, session_, host_.clock, language(), today_button_},
+                     canvas);
 }
 
 void Application::reopen_day_view() {

@@ -4,6 +4,7 @@
 
 #include "draw/fit_text.h"
 #include "draw/readable.h"
+#include "draw/report_paint.h"
 #include "draw/wrap_text.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
@@ -130,6 +131,13 @@ void DayPopupProcedure::paint_header(Canvas& canvas, Size size) const {
   TextStyle style{fitting_font(canvas, {input_.date}, text.width, 10, 700, input_.screen),
                   readable_on(background, settings.color(ColorSlot::popup_header_text))};
   canvas.draw_text(input_.date, text, style);
+}
+
+void DayPopupProcedure::draw(Canvas& canvas) const {
+  const Size size = canvas.size();
+  const int top = header_height();
+  paint_header(canvas, {size.width, top});
+  draw_report(content(size.width), {0, top, size.width, size.height - top}, canvas);
 }
 
 void DayPopupProcedure::handle(Dialog& dialog, const DialogEvent& event) {

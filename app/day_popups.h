@@ -42,6 +42,9 @@ class DayPopupProcedure : public DialogProcedure {
   explicit DayPopupProcedure(Input input) : input_(std::move(input)) {}
   void handle(Dialog& dialog, const DialogEvent& event) override;
 
+  // All of it, where there is no dialog to show it.
+  void draw(Canvas& canvas) const;
+
   // What the popup takes of the window, near `beside` and never over its edges.
   Rect place(const Rect& beside) const;
 

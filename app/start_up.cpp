@@ -31,7 +31,7 @@ StartResult Application::start_up() {
   load_ink_libraries();
   EnsureSettingsKey(host_.registry);
   LoadSettings(settings_, host_.registry, volume_, host_.clock, host_.locale.data(),
-               low_resolution());
+               low_resolution(), host_.window.screen().dark_desktop);
   host_.window.show_wait_cursor();
   lay_out();
   today_button_ = load_bitmap(low_resolution() ? kBitmapTodayLow : kBitmapTodayHigh);

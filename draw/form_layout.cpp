@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 
 namespace orvello {
 namespace {
@@ -114,6 +115,9 @@ class Form {
 
   FormLayout lay_out() {
     choose_columns();
+    for (const ControlTemplate& control : dialog_.controls)
+      if (control.section != 0 && control.down == Down::stretch && is_on(control, step_))
+        stretching_.insert(control.section);
     FormLayout layout;
     layout.body.width = std::max(available_.width, length(design_.width - kSqueeze));
     const int design_height = length(design_.height - columns_.saved);
@@ -121,7 +125,8 @@ class Form {
     if (own_place()) {
       layout.body.width = available_.width;
     } else {
-      const int spare = length(spare_height());
+      const int sharing = std::max(1, columns_ ? 1 : static_cast<int>(stretching_.size()));
+      const int spare = length(spare_height() * sharing);
       // What has to be scrolled anyway is spoiled by shrinking further than it takes to see it.
       if (down < -spare) down = -std::min(spare, hidden_height());
       if (down > 0 && !uses_height()) down = 0;
@@ -156,9 +161,21 @@ class Form {
       const int highest = std::max(columns_.heights[0], columns_.heights[1]);
       down += length(highest - columns_.heights[column]);
     }
+    if (!in_column && control.section != 0 && stretching_.size() > 1)
+      down = moved_down(place, control.section, down);
     if (control.down == Down::stretch) place.height = std::max(0, place.height + down);
     if (control.down == Down::bottom) place.y += down;
     return place;
+  }
+
+  // Sections that stretch, one below the other, share the room; the section's part of it.
+  int moved_down(Rect& place, int section, int down) const {
+    const int count = static_cast<int>(stretching_.size());
+    const auto above =
+        static_cast<int>(std::distance(stretching_.begin(), stretching_.lower_bound(section)));
+    const int shift = down * above / count;
+    place.y += shift;
+    return above == count ? 0 : down * (above + 1) / count - shift;
   }
 
   bool column_stretches(int column) const {
@@ -234,6 +251,7 @@ class Form {
   int step_;
   Size design_;
   Columns columns_;
+  std::set<int> stretching_;  // sections
 };
 
 Size covering(Size a, Size b) { return {std::max(a.width, b.width), std::max(a.height, b.height)}; }

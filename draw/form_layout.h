@@ -21,6 +21,7 @@ Size design_size(const DialogTemplate& dialog);
 // would not fit in height otherwise and they need no more than half of it. A form that has to be
 // scrolled leaves a scroll bar its width. A popup that has a place of its own is laid out in just
 // that. Each step is laid out for what is seen on it; step 0 for everything.
+// Where several sections stretch, one below the other, they share the room.
 FormLayout lay_out_form(const DialogTemplate& dialog, double unit, Size available,
                         int scroll_bar_width = 0, int step = 0);
 

@@ -1,16 +1,25 @@
 #include "draw/readable.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <map>
 
 namespace orvello {
 namespace {
 
-constexpr double kLeastContrast = 2.5;
+constexpr double kLeastContrast = 2.5, kLeastOutline = 1.8;
 
 double linear(int channel) {
-  const double c = channel / 255.0;
-  return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+  static const std::array<double, 256> values = [] {
+    std::array<double, 256> made{};
+    for (std::size_t i = 0; i < made.size(); ++i) {
+      const double c = static_cast<double>(i) / 255.0;
+      made[i] = c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    }
+    return made;
+  }();
+  return values[static_cast<std::size_t>(channel)];
 }
 
 double luminance(Color c) {
@@ -27,6 +36,30 @@ double contrast(Color a, Color b) {
 Color readable_on(Color background, Color text) {
   if (contrast(background, text) >= kLeastContrast) return text;
   return contrast(background, kBlack) >= contrast(background, kWhite) ? kBlack : kWhite;
+}
+
+bool is_dark(Color background) {
+  return contrast(background, kWhite) > contrast(background, kBlack);
+}
+
+Color visible_on(Color background, Color mark, double least) {
+  const Color end = is_dark(background) ? kWhite : kBlack;
+  constexpr int kStep = 16;
+  Color color = mark;
+  for (int share = kStep; contrast(background, color) < least && share <= 256; share += kStep)
+    color = mixed(mark, end, share);
+  return color;
+}
+
+Image visible_on(Color background, Image picture) {
+  if (!is_dark(background)) return picture;
+  std::map<Color, Color> known{{kMagenta, kMagenta}};
+  for (Color& pixel : picture.pixels) {
+    const auto [found, fresh] = known.try_emplace(pixel, pixel);
+    if (fresh) found->second = visible_on(background, pixel, kLeastOutline);
+    pixel = found->second;
+  }
+  return picture;
 }
 
 Color mixed(Color a, Color b, int share) {

@@ -1,7 +1,7 @@
 // Keeping text readable on colours that a person has chosen.
 #pragma once
 
-#include "base/color.h"
+#include "base/image.h"
 
 namespace orvello {
 
@@ -10,6 +10,15 @@ double contrast(Color a, Color b);
 
 // The text's colour, or black or white where it could hardly be read on the background.
 Color readable_on(Color background, Color text);
+
+bool is_dark(Color background);
+
+// A mark's colour, drawn towards black or white as far as it takes to be told from the background.
+inline constexpr double kMarkContrast = 3.0;
+Color visible_on(Color background, Color mark, double least = kMarkContrast);
+
+// A picture that was drawn for light paper, with its dark outlines lighter on a dark background.
+Image visible_on(Color background, Image picture);
 
 // A colour between two: `share` of 256 parts of the second.
 Color mixed(Color a, Color b, int share);

@@ -237,7 +237,8 @@ std::vector<DialogTemplate> all_dialogs(Language language) {
            editor_dialog(language), series_question_dialog(language, false),
            series_question_dialog(language, true), recurrence_dialog(language),
            notes_pane_dialog(language, false), notes_pane_dialog(language, true),
-           chooser_dialog(language, false), chooser_dialog(language, true)})
+           chooser_dialog(language, false), chooser_dialog(language, true),
+           color_picker_dialog(language)})
     all.push_back(std::move(one));
   return all;
 }

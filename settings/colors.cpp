@@ -63,4 +63,23 @@ void LoadItemColors(SettingsRecord& settings, Registry& registry) {
                   settings.item_colors[static_cast<std::size_t>(slot)]);
 }
 
+bool HasItemColors(Registry& registry) {
+  for (int slot = 0; slot < kColorSlots; ++slot) {
+    Color stored = 0;
+    if (ReadItemColor(registry, format(u"itemcolor%d", slot), stored) == 0) return true;
+  }
+  return false;
+}
+
+bool ChooseItemColors(SettingsRecord& settings, Registry& registry, const ItemColors& colors) {
+  const ItemColors before = settings.item_colors;
+  settings.item_colors = colors;
+  for (int slot = 0; slot < kColorSlots; ++slot) {
+    const auto at = static_cast<std::size_t>(slot);
+    if (colors[at] != before[at])
+      WriteItemColor(registry, format(u"itemcolor%d", slot), colors[at]);
+  }
+  return colors != before;
+}
+
 }  // namespace orvello

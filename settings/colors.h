@@ -21,5 +21,9 @@ const std::array<ColorRow, kColorSlots>& color_table();
 // Restores one group (0 to 4) or all (1000) in the record; the registry is not touched.
 void ResetItemColors(SettingsRecord& settings, int group);
 void LoadItemColors(SettingsRecord& settings, Registry& registry);
+// Whether any of them is stored. True also where the settings have no key to be kept in.
+bool HasItemColors(Registry& registry);
+// Into the record, and those that changed into the registry. Whether any did.
+bool ChooseItemColors(SettingsRecord& settings, Registry& registry, const ItemColors& colors);
 
 }  // namespace orvello

@@ -2,6 +2,7 @@
 
 #include "resources/bitmaps.h"
 #include "settings/category_props.h"
+#include "settings/color_schemes.h"
 #include "settings/colors.h"
 #include "settings/pretexts.h"
 #include "settings/program_files.h"
@@ -71,6 +72,14 @@ void choose_by_locale(SettingsRecord& settings, Registry& registry, const Locale
   WriteNumberSetting(registry, u"firstdayofweek", settings.firstdayofweek);
 }
 
+// Likewise, where nobody has chosen any colours.
+void choose_dark_colors(SettingsRecord& settings, Registry& registry) {
+  std::int32_t greeting = 1;
+  ReadNumberSetting(registry, kGreetingDue, greeting);
+  if (greeting == 1 && !HasItemColors(registry))
+    ChooseItemColors(settings, registry, dark_scheme().colors);
+}
+
 // The greeting is noted down first: whoever dies between the two starts all over.
 void prepare_first_use(const SettingsVolume& volume, Registry& registry,
                        const std::vector<NewDatabase>& missing) {
@@ -95,7 +104,7 @@ void load_locale_conventions(SettingsRecord& settings, const LocaleData& locale)
 }
 
 void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVolume& volume,
-                  const Clock& clock, const LocaleData& locale, bool low_resolution) {
+                  const Clock& clock, const LocaleData& locale, bool low_resolution, bool dark_desktop) {
   const auto load = [&](LoadStep step) { load_settings_of(step, registry, locale, settings); };
   load(LoadStep::flags);
   compute_time_fractions(settings);
@@ -108,6 +117,7 @@ void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVo
   LoadItemColors(settings, registry);
   if (const auto missing = missing_at_first_use(volume); !missing.empty()) {
     choose_by_locale(settings, registry, locale);
+    if (dark_desktop) choose_dark_colors(settings, registry);
     prepare_first_use(volume, registry, missing);
   }
   load(LoadStep::day_header);

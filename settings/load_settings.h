@@ -14,8 +14,10 @@ inline constexpr TextView kGreetingDue = u"greeting";
 
 // Called once, before the first view opens. The first use makes the settings volume with the
 // ready-made texts, all or none: a process that dies leaves that to the next start.
+// On a dark desktop it takes the dark colours, unless some were chosen already.
 void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVolume& volume,
-                  const Clock& clock, const LocaleData& locale, bool low_resolution);
+                  const Clock& clock, const LocaleData& locale, bool low_resolution,
+                  bool dark_desktop = false);
 
 // Again after the Times page changed timeA to timeD.
 void compute_time_fractions(SettingsRecord& settings);

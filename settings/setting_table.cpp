@@ -125,8 +125,8 @@ void add_new_appointments(Fields& rows) {
                       "the message; empty: the desktop's mail program"));
   rows.push_back(number(window, u"colorselectionmode", 0, 0, 4, {},
                         "colour group last shown on the Color page"));
-  rows.push_back(number(window, u"colorpickerselectionmode", 1, 0, kMost, {},
-                        "mode last used in the colour picker"));
+  rows.push_back(number(window, u"colorpickerselectionmode", 1, 0, 2, {},
+                        "colour picker: 0 red, green, blue; 1 palette; 2 hue"));
   rows.push_back(flag(window, u"abcbarshow", 0, {}, "letter bar in the chooser"));
   rows.push_back(flag(window, u"adddeletebarshow", 0, {}, "add and delete bar in the chooser"));
 }

@@ -70,7 +70,7 @@ class RowPictures {
  public:
   RowPictures(const SettingsRecord& settings, int gap, std::vector<Image>& pictures)
       : settings_(settings), gap_(gap), pictures_(pictures) {
-    pictures_ = {settings.notes_glyph, settings.reminder_glyph};
+    for (const Image& glyph : {settings.notes_glyph, settings.reminder_glyph}) add(glyph);
   }
 
   std::vector<int> of(const DayRow& row) {
@@ -94,10 +94,14 @@ class RowPictures {
     if (is_new) {
       if (Image icon = category_icon(settings_, label); !icon.empty()) {
         place->second = static_cast<int>(pictures_.size());
-        pictures_.push_back(std::move(icon));
+        add(std::move(icon));
       }
     }
     if (place->second >= 0) indexes.push_back(place->second);
+  }
+
+  void add(Image picture) {
+    pictures_.push_back(visible_on(settings_.color(ColorSlot::day_row_1), std::move(picture)));
   }
 
   const SettingsRecord& settings_;
@@ -123,7 +127,10 @@ int icon_column_width(const DayAgenda& agenda, const DayListInput& input) {
 
 class RowPainter {
  public:
-  RowPainter(const DayAgenda& agenda, const DayListInput& input) : agenda_(agenda), input_(input) {}
+  RowPainter(const DayAgenda& agenda, const DayListInput& input)
+      : agenda_(agenda),
+        input_(input),
+        dark_(is_dark(input.settings.color(ColorSlot::day_row_1))) {}
 
   Color background(std::size_t row) const {
     const auto color = [this](ColorSlot slot) { return input_.settings.color(slot); };
@@ -133,7 +140,7 @@ class RowPainter {
       case RowColorStyle::by_times:
         return time_of_day_color(agenda_.row_ends[row]);
       case RowColorStyle::by_category:
-        return agenda_.row_colors[row];
+        return on_paper(agenda_.row_colors[row]);
       case RowColorStyle::none:
         break;
     }
@@ -144,7 +151,8 @@ class RowPainter {
   Color text(std::size_t row, Color row_before) const {
     const DayRow& shown = agenda_.rows[row];
     const SettingsRecord& settings = input_.settings;
-    if (!shown.is_appointment()) return kBlack;
+    if (!shown.is_appointment())
+      return dark_ ? settings.color(ColorSlot::day_appointment_text) : kBlack;
     Color color = settings.color(ColorSlot::day_appointment_text);
     if (shown.kind == DayRow::Kind::all_day) color = settings.color(ColorSlot::day_all_day_text);
     if (shown.continues() && row > 0) color = row_before;
@@ -152,6 +160,11 @@ class RowPainter {
     if (settings.colorexpired == 1 && is_before(agenda_.row_ends[row], input_.now))
       color = settings.color(ColorSlot::day_expired_text);
     return color;
+  }
+
+  // White stands for nothing special; in a dark list that is its own colour.
+  Color on_paper(Color color) const {
+    return dark_ && color == kWhite ? input_.settings.color(ColorSlot::day_row_1) : color;
   }
 
  private:
@@ -162,11 +175,13 @@ class RowPainter {
     const double time = time_of_day(end);
     if (time < settings.time_fraction[1]) return settings.color(ColorSlot::day_row_2);
     if (time < settings.time_fraction[2]) return settings.color(ColorSlot::day_row_1);
-    return mixed(settings.color(ColorSlot::day_row_1), settings.color(ColorSlot::day_line), 170);
+    return mixed(settings.color(ColorSlot::day_row_1), settings.color(ColorSlot::day_line),
+                 kEveningShare);
   }
 
   const DayAgenda& agenda_;
   const DayListInput& input_;
+  bool dark_;
 };
 
 struct DayColumns {
@@ -271,7 +286,7 @@ ReportContent day_list_content(DayAgenda& agenda, const DayListInput& input, Can
     shown.pictures = pictures.of(row);
     shown.height = height;
     shown.bold = !row.is_appointment();
-    shown.background = shown.bold ? kWhite : painter.background(i);
+    shown.background = shown.bold ? painter.on_paper(kWhite) : painter.background(i);
     chosen = painter.text(i, chosen);
     shown.text = readable_on(shown.background, chosen);
     shown.line_above = i > 0 && !row.continues();

@@ -17,6 +17,9 @@ struct DayListInput {
   CalendarDate now = 0;  // what has ended before is past
 };
 
+// Of 256 parts, how far a row of the evening is from the rows' to the lines' colour.
+inline constexpr int kEveningShare = 170;
+
 // Row i shows the agenda's row i. Where `wrapsubject` asks for it, subjects wider than their column
 // are broken into rows below their own first: the agenda grows, and the arrays beside its rows too.
 // `measure` is any canvas of the host.

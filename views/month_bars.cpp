@@ -5,6 +5,8 @@
 #include <cmath>
 #include <optional>
 
+#include "draw/readable.h"
+#include "views/month_cells.h"
 #include "views/month_icons.h"
 
 namespace orvello {
@@ -24,15 +26,6 @@ Color busy_color(BusyStatus status) {
       break;
   }
   return rgb(32, 74, 156);
-}
-
-// Category colours are chosen as backgrounds; a pale one would vanish as a thin bar on paper.
-Color legible(Color color) {
-  const int light = (red_of(color) * 30 + green_of(color) * 59 + blue_of(color) * 11) / 100;
-  constexpr int kLightest = 165;
-  if (light <= kLightest) return color;
-  const auto darker = [&](int part) { return part * kLightest / light; };
-  return rgb(darker(red_of(color)), darker(green_of(color)), darker(blue_of(color)));
 }
 
 std::uint64_t slot_bits(int first, int last) {
@@ -69,7 +62,7 @@ MonthBars::MonthBars(const MonthSnapshot& snapshot, const MonthLayout& layout)
     std::optional<Color> color;
     if (snapshot.usecategorycolorforbar == 1)
       color = category_color(categories, snapshot.category_colors);
-    colors_by_categories_.push_back(color ? color_index(legible(*color)) : -1);
+    colors_by_categories_.push_back(color ? color_index(*color) : -1);
   }
 }
 
@@ -132,6 +125,12 @@ std::uint8_t MonthBars::color_index(Color color) {
   return static_cast<std::uint8_t>(std::min<std::ptrdiff_t>(found - palette_.begin(), 254));
 }
 
+// Category colours are chosen as backgrounds: as a thin bar a pale one would vanish on paper, a
+// deep one on a dark day.
+Color MonthBars::on_ground(const MonthCell& place, std::uint8_t color) const {
+  return visible_on(cell_background(snapshot_, place), palette_[color]);
+}
+
 std::vector<MonthBar> MonthBars::bars_of(int index) const {
   std::vector<MonthBar> bars;
   const Cell& cell = cells_[index];
@@ -156,7 +155,7 @@ void MonthBars::append_all_day(const MonthCell& place, const Cell& cell,
   for (int x = 0; x < band.width; x += dash + 2 * scale) {
     bars.push_back({{place.box.x + band.left + x, place.box.y + band.all_day_top,
                      std::min(dash, band.width - x), band.all_day_height},
-                    palette_[cell.all_day_color]});
+                    on_ground(place, cell.all_day_color)});
   }
 }
 
@@ -183,7 +182,7 @@ void MonthBars::append_lane(const MonthCell& place, const Cell& cell, int number
     int width = at(end) - x - (touches && at(end) - x > 2 * scale ? scale : 0);
     width = std::max(width, 2 * scale);
     x = std::min(x, left + band.width - width);
-    bars.push_back({{x, top, width, band.lane_height}, palette_[lane.colors[slot]]});
+    bars.push_back({{x, top, width, band.lane_height}, on_ground(place, lane.colors[slot])});
     slot = end;
   }
 }

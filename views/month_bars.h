@@ -47,6 +47,7 @@ class MonthBars {
   void add_slots(Cell& cell, int first, int last, std::uint8_t color);
   void append_lane(const MonthCell& place, const Cell& cell, int lane,
                    std::vector<MonthBar>& bars) const;
+  Color on_ground(const MonthCell& place, std::uint8_t color) const;
   void append_all_day(const MonthCell& place, const Cell& cell, std::vector<MonthBar>& bars) const;
   std::uint8_t color_of(const PeriodItem& item) const;
   std::uint8_t color_index(Color color);

@@ -1,5 +1,7 @@
 #include "views/month_cells.h"
 
+#include "draw/readable.h"
+
 namespace orvello {
 
 namespace {
@@ -7,6 +9,28 @@ namespace {
 bool is_weekend(int column, int firstdayofweek) {
   return firstdayofweek != 0 ? column >= 5 : column == 0 || column == 6;
 }
+
+// With coloroffdays the days of the weekend stand out in the week numbers' colour.
+Color chosen_number_color(const MonthSnapshot& snapshot, const MonthCell& cell) {
+  if (cell.off_month) return snapshot.color(ColorSlot::month_off_text);
+  const bool day_off = is_weekend(cell.column, snapshot.layout.firstdayofweek);
+  return snapshot.color(snapshot.coloroffdays == 1 && day_off ? ColorSlot::month_week_number_text
+                                                              : ColorSlot::month_date_text);
+}
+
+// Today's ground is a strong one, which not every text was chosen for.
+Color on_cell(const MonthSnapshot& snapshot, const MonthCell& cell, Color text) {
+  return cell.date == snapshot.today ? readable_on(cell_background(snapshot, cell), text) : text;
+}
+
+void draw_number(const MonthSnapshot& snapshot, const MonthLayout& layout, const MonthCell& cell,
+                 Canvas& canvas) {
+  const Color color = on_cell(snapshot, cell, chosen_number_color(snapshot, cell));
+  canvas.draw_text(format(u"%d", cell.date.day), cell.number,
+                   {layout.number_font, color, Align::right});
+}
+
+}  // namespace
 
 Color cell_background(const MonthSnapshot& snapshot, const MonthCell& cell) {
   if (cell.date == snapshot.today) return snapshot.color(ColorSlot::month_today_background);
@@ -17,22 +41,6 @@ Color cell_background(const MonthSnapshot& snapshot, const MonthCell& cell) {
   return snapshot.color(second ? ColorSlot::month_date_background_2
                                : ColorSlot::month_date_background_1);
 }
-
-// With coloroffdays the days of the weekend stand out in the week numbers' colour.
-Color number_color(const MonthSnapshot& snapshot, const MonthCell& cell) {
-  if (cell.off_month) return snapshot.color(ColorSlot::month_off_text);
-  const bool day_off = is_weekend(cell.column, snapshot.layout.firstdayofweek);
-  return snapshot.color(snapshot.coloroffdays == 1 && day_off ? ColorSlot::month_week_number_text
-                                                              : ColorSlot::month_date_text);
-}
-
-void draw_number(const MonthSnapshot& snapshot, const MonthLayout& layout, const MonthCell& cell,
-                 Canvas& canvas) {
-  canvas.draw_text(format(u"%d", cell.date.day), cell.number,
-                   {layout.number_font, number_color(snapshot, cell), Align::right});
-}
-
-}  // namespace
 
 void draw_month_cells(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
   const Color line = snapshot.color(ColorSlot::month_line);
@@ -46,9 +54,10 @@ void draw_month_cells(const MonthSnapshot& snapshot, const MonthLayout& layout, 
 
 void draw_week_numbers(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
   if (snapshot.weeks.weeknumberformat == 0) return;
-  const TextStyle style{layout.week_number_font, snapshot.color(ColorSlot::month_week_number_text),
-                        Align::left};
+  TextStyle style{layout.week_number_font, {}, Align::left};
   for (int row = 0; row < layout.grid.rows; ++row) {
+    const MonthCell& first = layout.cells[static_cast<std::size_t>(row) * 7];
+    style.color = on_cell(snapshot, first, snapshot.color(ColorSlot::month_week_number_text));
     const int number = row_week_number(row, layout.month, layout.year, snapshot.weeks);
     canvas.draw_text(format(u"%d", number), layout.week_numbers[row], style);
   }

@@ -5,6 +5,7 @@
 
 namespace orvello {
 
+Color cell_background(const MonthSnapshot& snapshot, const MonthCell& cell);
 void draw_month_cells(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas);
 void draw_week_numbers(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas);
 // What the digits of a day number cover.

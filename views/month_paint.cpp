@@ -24,7 +24,8 @@ bool DrawMonthView(const MonthSnapshot& snapshot, Canvas& canvas,
   const DrawControl control(draw_state, progress);
   const MonthLayout layout(snapshot);
   canvas.set_clip(std::nullopt);
-  canvas.fill_rect({0, 0, layout.screen.work.width, layout.screen.work.height}, kWhite);
+  canvas.fill_rect({0, 0, layout.screen.work.width, layout.screen.work.height},
+                   snapshot.color(ColorSlot::month_date_background_1));
   draw_month_header(snapshot, layout, canvas);
   const bool finished = DrawMonthGrid(snapshot, layout, canvas, control);
   if (finished) draw_month_focus(snapshot, layout, canvas);

@@ -1,5 +1,6 @@
 #include "views/month_snapshot.h"
 
+#include "draw/readable.h"
 #include "settings/profiles.h"
 #include "views/icon_picture.h"
 
@@ -11,7 +12,9 @@ void copy_icons(MonthSnapshot& snapshot, const SettingsRecord& settings) {
   for (int slot = 0; slot < kDisplayIconSlots; ++slot) {
     const Text& label = settings.displayiconstring[slot];
     if (label.empty()) continue;  // no category has an empty name
-    snapshot.icons.push_back({label, icon_picture(settings, settings.displayicon[slot])});
+    snapshot.icons.push_back(
+        {label, visible_on(settings.color(ColorSlot::month_date_background_1),
+                           icon_picture(settings, settings.displayicon[slot]))});
   }
 }
 
@@ -41,7 +44,8 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
   snapshot.strip_names = short_month_names(settings.locale);
   snapshot.title_name = settings.month_names[month - 1];
   snapshot.day_names = short_day_names(settings.firstdayofweek, settings.locale);
-  snapshot.arrows = turn_arrows(screen, settings.locale);
+  snapshot.arrows =
+      turn_arrows(screen, settings.locale, snapshot.color(ColorSlot::month_header_background));
   snapshot.category_colors = settings.category_props;
   if (settings.showholiday == 1) copy_icons(snapshot, settings);
   return snapshot;

@@ -107,14 +107,23 @@ NotesBubble lay_out_notes_bubble(const NotesBubbleInput& input, TextView notes, 
 
 void draw_notes_bubble(Canvas& canvas, const NotesBubble& bubble, const ScreenLayout& screen,
                        const ItemColors& colors) {
+  canvas.fill_rect({0, 0, bubble.place.width, bubble.place.height},
+                   colors[static_cast<std::size_t>(ColorSlot::notes_background)]);
+  draw_notes_bubble_at({}, canvas, bubble, screen, colors);
+}
+
+void draw_notes_bubble_at(Point corner, Canvas& canvas, const NotesBubble& bubble,
+                          const ScreenLayout& screen, const ItemColors& colors) {
   const Color background = colors[static_cast<std::size_t>(ColorSlot::notes_background)];
   const Color text = colors[static_cast<std::size_t>(ColorSlot::notes_text)];
-  canvas.fill_rect({0, 0, bubble.place.width, bubble.place.height}, background);
   std::vector<Point> line = bubble.outline;
+  for (Point& point : line) point = {point.x + corner.x, point.y + corner.y};
+  canvas.fill_polygon(line, background);
   if (!line.empty()) line.push_back(line.front());
-  canvas.polyline(line, kBlack, screen.scale);
-  TextStyle style{bubble.font, readable_on(background, text)};
-  Rect box{bubble.text.x, bubble.text.y, bubble.text.width, bubble.line_height};
+  const TextStyle style{bubble.font, readable_on(background, text)};
+  canvas.polyline(line, style.color, screen.scale);
+  Rect box{bubble.text.x + corner.x, bubble.text.y + corner.y, bubble.text.width,
+           bubble.line_height};
   for (const Text& one : bubble.lines) {
     canvas.draw_text(one, box, style);
     box.y += bubble.line_height;

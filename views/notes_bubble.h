@@ -30,7 +30,11 @@ struct NotesBubbleInput {
 
 NotesBubble lay_out_notes_bubble(const NotesBubbleInput& input, TextView notes, Canvas& measure);
 
+// In a window that has its outline.
 void draw_notes_bubble(Canvas& canvas, const NotesBubble& bubble, const ScreenLayout& screen,
                        const ItemColors& colors);
+// Over something else.
+void draw_notes_bubble_at(Point corner, Canvas& canvas, const NotesBubble& bubble,
+                          const ScreenLayout& screen, const ItemColors& colors);
 
 }  // namespace orvello

@@ -11,7 +11,7 @@ struct TurnArrows {
   Image previous, next;
 };
 
-// On a right-to-left screen the way back is to the right.
-TurnArrows turn_arrows(const ScreenLayout& screen, const LocaleData& locale);
+// On a right-to-left screen the way back is to the right. They are seen on the ground.
+TurnArrows turn_arrows(const ScreenLayout& screen, const LocaleData& locale, Color ground);
 
 }  // namespace orvello

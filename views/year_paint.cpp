@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "draw/fit_text.h"
+#include "draw/readable.h"
 #include "views/focus_frame.h"
 
 namespace orvello {
@@ -127,9 +128,14 @@ void YearPainter::draw_month(int month) {
 
 void YearPainter::draw_day(const MonthDayYear& date, bool shared) {
   const Rect place = cell_place(layout_, date);
-  if (date == snapshot_.today)
-    canvas_.fill_rect(place, snapshot_.color(ColorSlot::year_today_background));
   const bool marked = snapshot_.coloryearview == 1 && snapshot_.marks.at(date.month, date.day);
+  Color color =
+      snapshot_.color(marked ? ColorSlot::year_appointment_day_text : ColorSlot::year_day_text);
+  if (date == snapshot_.today) {
+    const Color ground = snapshot_.color(ColorSlot::year_today_background);
+    canvas_.fill_rect(place, ground);
+    color = readable_on(ground, color);
+  }
   // Units stand below units: right-aligned within the room of two digits, which is centred. A
   // little lower than a line of text, as digits leave its lower part empty; and with room for the
   // part of the line that a low cell lacks.
@@ -137,11 +143,8 @@ void YearPainter::draw_day(const MonthDayYear& date, bool shared) {
   const int drop = screen_.scale, spill = 2 * screen_.scale;
   const Rect box{place.x + (place.width - numbers.width + 1) / 2, place.y + drop - spill,
                  numbers.width, place.height + 2 * spill};
-  canvas_.draw_text(
-      format(u"%d", date.day), box,
-      {marked ? numbers.bold : numbers.plain,
-       snapshot_.color(marked ? ColorSlot::year_appointment_day_text : ColorSlot::year_day_text),
-       Align::right});
+  canvas_.draw_text(format(u"%d", date.day), box,
+                    {marked ? numbers.bold : numbers.plain, color, Align::right});
 }
 
 // Around the cell rather than inside it: the cell is filled by its number.
@@ -160,7 +163,8 @@ bool DrawYearView(const YearSnapshot& snapshot, Canvas& canvas, const std::atomi
   const DrawControl control(draw_state, progress);
   const YearLayout layout(snapshot);
   canvas.set_clip(std::nullopt);
-  canvas.fill_rect({0, 0, layout.screen.work.width, layout.screen.work.height}, kWhite);
+  canvas.fill_rect({0, 0, layout.screen.work.width, layout.screen.work.height},
+                   snapshot.color(ColorSlot::year_month_background_1));
   YearPainter painter(snapshot, layout, canvas);
   painter.draw_header();
   for (int month = 1; month <= 12; ++month) {

@@ -19,7 +19,8 @@ YearSnapshot year_snapshot_without_marks(const SettingsRecord& settings, const S
   snapshot.colors = settings.item_colors;
   snapshot.month_names = settings.month_names;
   snapshot.short_names = settings.locale.short_month_names;
-  snapshot.arrows = turn_arrows(screen, settings.locale);
+  snapshot.arrows =
+      turn_arrows(screen, settings.locale, snapshot.color(ColorSlot::year_header_background));
   snapshot.grid = BuildYearGrid(year, today, settings.firstdayofweek);
   return snapshot;
 }

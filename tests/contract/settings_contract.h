@@ -37,11 +37,15 @@ struct NotedCommands : SettingsCommands {
     previews.push_back(view);
     return !on_preview || on_preview(view, settings, canvas);
   }
+  void preview_colors(ColorGroup group, const SettingsRecord& settings, Canvas&) override {
+    color_previews.push_back({group, settings.item_colors});
+  }
   void reload_view() override { ++reloads; }
   void reopen_day_view() override { ++day_views; }
   void rebuild_profile_menu() override { ++profile_menus; }
 
   std::vector<ViewMode> previews;
+  std::vector<std::pair<ColorGroup, ItemColors>> color_previews;
   std::function<bool(ViewMode, const SettingsRecord&, Canvas&)> on_preview;
   int reloads = 0, day_views = 0, profile_menus = 0;
 };

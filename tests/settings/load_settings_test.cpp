@@ -2,6 +2,7 @@
 #include <iterator>
 
 #include "settings/category_props.h"
+#include "settings/color_schemes.h"
 #include "settings/colors.h"
 #include "settings/pretexts.h"
 #include "settings/program_files.h"
@@ -218,6 +219,21 @@ TEST_F(SettingsTest, ACalendarThatLostItsVolumeKeepsTheStartOfItsWeeks) {
   store(kGreetingDue, 0);  // it was used before; a default is not stored
   EXPECT_EQ(load(russian_locale()).firstdayofweek, 0);
   EXPECT_FALSE(stored(u"firstdayofweek"));
+}
+
+TEST_F(SettingsTest, AFirstUseOnADarkDesktopTakesTheDarkColors) {
+  EXPECT_EQ(load(english_locale(), true, true).item_colors, dark_scheme().colors);
+  EXPECT_EQ(load().item_colors, dark_scheme().colors) << "and keeps them";
+  EXPECT_EQ(load(english_locale(), true, true).item_colors, dark_scheme().colors);
+  // Only a first use does, and only where nobody has chosen any colours.
+  registry = MemoryRegistry();
+  EnsureSettingsKey(registry);
+  EXPECT_EQ(scheme_of(load(english_locale(), true, true).item_colors), 0);
+  files.present.clear();
+  store(u"itemcolor3", 0x010203u);
+  const ItemColors own = load(english_locale(), true, true).item_colors;
+  EXPECT_EQ(own[3], 0x010203u);
+  EXPECT_EQ(own[7], kWhite);
 }
 
 TEST_F(SettingsTest, AFirstUseThatBrokeOffIsDoneAgain) {

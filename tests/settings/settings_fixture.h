@@ -35,9 +35,10 @@ class SettingsTest : public ::testing::Test {
   }
   ~SettingsTest() override { EXPECT_TRUE(databases.nothing_open()) << "a volume stays mounted"; }
 
-  SettingsRecord load(const LocaleData& locale = english_locale(), bool low_resolution = true) {
+  SettingsRecord load(const LocaleData& locale = english_locale(), bool low_resolution = true,
+                      bool dark_desktop = false) {
     SettingsRecord settings;
-    LoadSettings(settings, registry, volume, clock, locale, low_resolution);
+    LoadSettings(settings, registry, volume, clock, locale, low_resolution, dark_desktop);
     return settings;
   }
   void store(TextView name, std::uint32_t number) {
