@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "draw/fit_text.h"
 #include "draw/readable.h"
 #include "options/color_picker.h"
 #include "options/color_rules.h"
@@ -21,7 +22,8 @@ constexpr int kColorGroups = 5;
 constexpr StringId kGroupNames[kColorGroups] = {
     StringId::color_group_month, StringId::color_group_day, StringId::color_group_year,
     StringId::color_group_popup_schedule, StringId::color_group_popup_notes};
-constexpr int kSlotRow = 27, kSwatchWidth = 36, kSwatchHeight = 19, kCellGap = 6;  // at 96 dpi
+constexpr int kNarrowList = 200, kNarrowSwatch = 22;                               // likewise
+constexpr int kSlotRow = 27, kSwatchWidth = 36, kSwatchHeight = 19, kCellGap = 5;  // at 96 dpi
 enum ResetCommand : std::uint32_t { kResetSlot = 1, kResetGroup, kResetAll };
 
 Image swatch(Size size, Color color, Color edge, int line) {
@@ -45,7 +47,8 @@ class ColorPage : public DialogProcedure {
   void open(Dialog& dialog);
   void show_group(Dialog& dialog, int group);
   void show_slots(Dialog& dialog);
-  ReportContent slot_rows() const;
+  ReportContent slot_rows(const ReportPlace& place) const;
+  FontSpec label_font(int room) const;
   void list_event(Dialog& dialog, const DialogEvent& event);
   void go_to(Dialog& dialog, int row);
   void edit(Dialog& dialog);
@@ -82,6 +85,8 @@ void ColorPage::handle(Dialog& dialog, const DialogEvent& event) {
       return;
     case Event::paint:
       return paint(*event.canvas);
+    case Event::page_shown:  // as wide as it is seen
+      return show_slots(dialog);
     case Event::page_applied:
       return apply();
     default:
@@ -112,24 +117,29 @@ void ColorPage::show_group(Dialog& dialog, int group) {
 }
 
 void ColorPage::show_slots(Dialog& dialog) {
-  dialog.report(kColorSlotList)->set_content(slot_rows());
+  dialog.report(kColorSlotList)->set_content(slot_rows(dialog.report(kColorSlotList)->place()));
   go_to(dialog, row_);
   dialog.drawn(kColorPreview)->invalidate();
 }
 
-ReportContent ColorPage::slot_rows() const {
+ReportContent ColorPage::slot_rows(const ReportPlace& place) const {
   const FormColors form = context_.host.dialogs.colors();
   const ScreenLayout& screen = context_.screen;
   const auto length = [&](int design) { return design * screen.dpi_y / 96; };
-  const Size size{length(kSwatchWidth), length(kSwatchHeight)};
+  const int rows = static_cast<int>(slots_.size()), gap = length(kCellGap);
+  const bool scrolls = rows * length(kSlotRow) > place.size.height;
+  const int width = place.size.width - 2 * place.border - (scrolls ? place.scroll_bar_width : 0);
+  const bool narrow = width < length(kNarrowList);
+  const Size size{length(narrow ? kNarrowSwatch : kSwatchWidth), length(kSwatchHeight)};
+  const int texts = std::max(0, width - size.width - 2 * gap);
   ReportContent content;
-  content.font = screen.fonts.normal9;
+  content.font = label_font(texts - 2 * gap);
   content.bold_font = screen.fonts.bold9;
-  content.padding = length(kCellGap);
+  content.padding = gap;
   content.background = form.field;
   content.selected_background = form.accent_tint;
   content.selected_text = form.text;
-  content.columns = {{size.width + 2 * length(kCellGap), Align::center}, {0, Align::left}};
+  content.columns = {{size.width + 2 * gap, Align::center}, {texts, Align::left}};
   content.picture_column = 0;
   for (const ColorSlot slot : slots_) {
     const Color color = color_of(slot);
@@ -147,6 +157,14 @@ ReportContent ColorPage::slot_rows() const {
     content.rows.push_back(std::move(row));
   }
   return content;
+}
+
+// In which the longest label of all groups fits, as far as it can still be read.
+FontSpec ColorPage::label_font(int room) const {
+  std::vector<Text> labels;
+  for (const ColorRow& row : color_table()) labels.emplace_back(row.label);
+  const auto measure = context_.host.surfaces.create({1, 1});
+  return fitting_font(measure->canvas(), labels, room, 9, 400, context_.screen);
 }
 
 void ColorPage::list_event(Dialog& dialog, const DialogEvent& event) {
@@ -185,10 +203,9 @@ void ColorPage::edit(Dialog& dialog) {
     tried[static_cast<std::size_t>(edited)] = color;
     const auto pair = hard_to_read(tried, edited);
     if (!pair) return Text();
-    const auto label = [](ColorSlot of) {
-      return color_table()[static_cast<std::size_t>(of)].label;
-    };
-    return format(string(StringId::picker_hard_to_read), label(pair->front), label(pair->ground));
+    const ColorSlot other = pair->front == edited ? pair->ground : pair->front;
+    return format(string(StringId::picker_hard_to_read),
+                  color_table()[static_cast<std::size_t>(other)].label);
   };
   const auto chosen = choose_color(context_, question);
   if (!chosen || *chosen == color_of(edited)) return;

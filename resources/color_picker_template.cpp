@@ -62,7 +62,7 @@ class PickerTemplate {
     const Rect hex{left, kSpace, kPickerWidth - kSpace - left, kFingerSize};
     add(Kind::label, kPickerHexLabel, StringId::picker_hex, hex, Across::stretch).hidden = true;
     add(Kind::edit, kPickerHex, u"", hex, Across::stretch).limit = kHexLimit;
-    constexpr int compare = 80, text = kSpace + compare + kSpace;
+    constexpr int compare = 68, text = kSpace + compare + kSpace;
     add(Kind::custom, kPickerCompare, StringId::picker_compare,
         {kSpace, kSecondRow, compare, kSecondHeight});
     const Rect words{text, kSecondRow, kPickerWidth - kSpace - text, kSecondHeight};
