@@ -8,7 +8,7 @@
 namespace orvello {
 namespace {
 
-constexpr double kLeastContrast = 2.5, kLeastOutline = 1.8;
+constexpr double kLeastContrast = 2.5;
 
 double linear(int channel) {
   static const std::array<double, 256> values = [] {
@@ -51,12 +51,12 @@ Color visible_on(Color background, Color mark, double least) {
   return color;
 }
 
-Image visible_on(Color background, Image picture) {
+Image visible_on(Color background, Image picture, double least) {
   if (!is_dark(background)) return picture;
   std::map<Color, Color> known{{kMagenta, kMagenta}};
   for (Color& pixel : picture.pixels) {
     const auto [found, fresh] = known.try_emplace(pixel, pixel);
-    if (fresh) found->second = visible_on(background, pixel, kLeastOutline);
+    if (fresh) found->second = visible_on(background, pixel, least);
     pixel = found->second;
   }
   return picture;

@@ -17,8 +17,10 @@ bool is_dark(Color background);
 inline constexpr double kMarkContrast = 3.0;
 Color visible_on(Color background, Color mark, double least = kMarkContrast);
 
-// A picture that was drawn for light paper, with its dark outlines lighter on a dark background.
-Image visible_on(Color background, Image picture);
+// A picture that was drawn for light paper, with its dark parts lighter on a dark background: an
+// outline is helped a little, a mark that has nothing else is seen by them alone.
+inline constexpr double kOutlineContrast = 1.8;
+Image visible_on(Color background, Image picture, double least = kOutlineContrast);
 
 // A colour between two: `share` of 256 parts of the second.
 Color mixed(Color a, Color b, int share);

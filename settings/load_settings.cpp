@@ -104,7 +104,8 @@ void load_locale_conventions(SettingsRecord& settings, const LocaleData& locale)
 }
 
 void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVolume& volume,
-                  const Clock& clock, const LocaleData& locale, bool low_resolution, bool dark_desktop) {
+                  const Clock& clock, const LocaleData& locale, bool low_resolution,
+                  bool dark_desktop) {
   const auto load = [&](LoadStep step) { load_settings_of(step, registry, locale, settings); };
   load(LoadStep::flags);
   compute_time_fractions(settings);

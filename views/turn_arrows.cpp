@@ -9,7 +9,7 @@ namespace orvello {
 
 TurnArrows turn_arrows(const ScreenLayout& screen, const LocaleData& locale, Color ground) {
   const auto arrow = [&](int low, int high) {
-    return visible_on(ground, load_bitmap(screen.low_resolution ? low : high));
+    return visible_on(ground, load_bitmap(screen.low_resolution ? low : high), kMarkContrast);
   };
   TurnArrows arrows{arrow(kBitmapPreviousLow, kBitmapPreviousHigh),
                     arrow(kBitmapNextLow, kBitmapNextHigh)};

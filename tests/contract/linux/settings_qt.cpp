@@ -2,8 +2,8 @@
 #include "tests/contract/linux/qt_person.h"
 // The suites themselves, as this is another test program.
 #include "tests/contract/settings_color_contract.cpp"  // NOLINT
-#include "tests/contract/settings_contract.cpp"  // NOLINT
-#include "tests/contract/settings_desk.cpp"      // NOLINT
+#include "tests/contract/settings_contract.cpp"        // NOLINT
+#include "tests/contract/settings_desk.cpp"            // NOLINT
 
 namespace orvello::test {
 namespace {
