@@ -7,7 +7,7 @@ namespace orvello {
 
 namespace {
 
-constexpr int kNamePoints = 9, kLegibleNamePoints = 7, kLeastNamePoints = 5;
+constexpr int kNamePoints = 9, kLegibleNamePoints = 7, kLeastNamePoints = 6;
 constexpr Color kUnderline = 0x0000FFFF;  // yellow, in the order blue, green, red
 
 struct FittedNames {

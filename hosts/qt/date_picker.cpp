@@ -65,6 +65,15 @@ QString DatePicker::shown() const {
   return to_qt(FormatDatePicture(picture_, time, locale_));
 }
 
+// Some languages abbreviate no months; the year at the end must not be what is left out.
+QFont DatePicker::font_within(int width) const {
+  QFont fitting = font();
+  const int least = fitting.pixelSize() * 2 / 3;
+  while (fitting.pixelSize() > least && QFontMetrics(fitting).horizontalAdvance(shown()) > width)
+    fitting.setPixelSize(fitting.pixelSize() - 1);
+  return fitting;
+}
+
 bool DatePicker::is_open() const { return panel_ && !panel_->isHidden(); }
 
 void DatePicker::open() {
@@ -130,10 +139,10 @@ void DatePicker::paintEvent(QPaintEvent*) {
   {
     QPainter painter(this);
     const QRect room = turned(rect().adjusted(density_.scaled(1.5 * kGrid), 0, -arrow, 0), width());
-    painter.setFont(font());
+    painter.setFont(font_within(room.width()));
     painter.setPen(QColor(isEnabled() ? kInk : kFaintInk));
     draw_directed(painter, room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                  fontMetrics().elidedText(shown(), Qt::ElideRight, room.width()));
+                  painter.fontMetrics().elidedText(shown(), Qt::ElideRight, room.width()));
   }
   paint_drop_arrow(*this, density_, arrow);
   paint_field_edge(*this, density_, hasFocus());

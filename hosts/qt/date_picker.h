@@ -42,6 +42,7 @@ class DatePicker : public Guarded<QWidget>, public DropField {
   void changeEvent(QEvent* event) override;
 
  private:
+  QFont font_within(int width) const;
   void take();
   void show_date(const QDate& date);
 

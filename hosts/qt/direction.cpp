@@ -32,9 +32,12 @@ QString kept_direction(const QString& text) {
   return QChar(0x200E) + text + QChar(0x200E);
 }
 
-void draw_directed(QPainter& painter, const QRect& room, int flags, const QString& text) {
+void draw_directed(QPainter& painter, const QRect& room, int flags, QString text) {
   const auto across = turned_alignment(Qt::Alignment(flags & Qt::AlignHorizontal_Mask));
   painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+  // A blank behind its last letter would keep it from the edge where lines begin.
+  if (is_right_to_left())
+    while (text.endsWith(u' ')) text.chop(1);
   painter.drawText(room, int((flags & ~Qt::AlignHorizontal_Mask) | across.toInt()), text);
 }
 

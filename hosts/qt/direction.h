@@ -22,7 +22,7 @@ int turned_key(int key);
 // A text in the direction of its own letters, which may not be that of the screen: the toolkit
 // would put its punctuation on the wrong side. Flags as QPainter has them; Left is where lines
 // begin.
-void draw_directed(QPainter& painter, const QRect& room, int flags, const QString& text);
+void draw_directed(QPainter& painter, const QRect& room, int flags, QString text);
 // For widgets of the toolkit that show a text by themselves.
 Qt::Alignment turned_alignment(Qt::Alignment alignment);
 QString kept_direction(const QString& text);

@@ -4,6 +4,7 @@
 
 #include "hosts/qt/qt_dialogs.h"
 #include "tests/qt/dialog_events.h"
+#include "tests/qt/right_to_left.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
@@ -64,6 +65,17 @@ TEST(Accessible, TheViewIsATableOfItsCells) {
   cell->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_EQ(reader.view.chosen, 4);
   EXPECT_EQ(reader.view.asked, 1) << "what was told is kept until something changes";
+}
+
+TEST(Accessible, CellsAndLabelsLieWhereARightToLeftScreenShowsThem) {
+  const RightToLeft mirrored_screen;
+  Reader reader;
+  EXPECT_EQ(reader.content->child(3)->rect(),
+            QRect(reader.test.content()->mapToGlobal(QPoint(160, 100)), QSize(80, 100)));
+  reader.test.window->show_label({{10, 20, 50, 30}, u"Friday", {}});
+  const auto* label = reader.test.window->shell()->findChild<QWidget*>(QStringLiteral("hover"));
+  ASSERT_NE(label, nullptr);
+  EXPECT_EQ(label->geometry(), QRect(180, 20, 50, 30));
 }
 
 TEST(Accessible, TheKeyboardStandsOnTheSelectedCellAndAChangeIsSeen) {

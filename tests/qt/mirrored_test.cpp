@@ -1,29 +1,16 @@
 // Right-to-left screens as the toolkit shows them.
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QTabBar>
-
 #include "draw/mirrored_canvas.h"
-#include "hosts/qt/direction.h"
 #include "hosts/qt/form_widget.h"
 #include "hosts/qt/month_calendar.h"
 #include "hosts/qt/qt_surface.h"
 #include "resources/dialog_templates.h"
 #include "tests/hebrew_locale.h"
-#include "tests/qt/test_window.h"
+#include "tests/qt/right_to_left.h"
 
 namespace orvello {
 namespace {
-
-// The toolkit's direction is the whole program's.
-struct RightToLeft {
-  RightToLeft() {
-    need_application();
-    set_right_to_left(true);
-  }
-  ~RightToLeft() { set_right_to_left(false); }
-};
 
 void draw_shapes(Canvas& canvas) {
   canvas.fill_rect({2, 1, 9, 4}, rgb(200, 0, 0));
@@ -37,7 +24,7 @@ void draw_shapes(Canvas& canvas) {
   canvas.set_clip(std::nullopt);
 }
 
-TEST(RightToLeft, ShapesAreMirroredToThePixel) {
+TEST(RightToLeftScreen, ShapesAreMirroredToThePixel) {
   need_application();
   QtSurface plain({40, 40}), other({40, 40});
   draw_shapes(plain.canvas());
@@ -55,7 +42,7 @@ TEST(RightToLeft, ShapesAreMirroredToThePixel) {
 
 // On each of its steps, at the handheld's size and at a desktop's; the tab order stays that of the
 // template, and so runs from right to left.
-TEST(RightToLeft, EveryFormIsMirrored) {
+TEST(RightToLeftScreen, EveryFormIsMirrored) {
   need_application();
   const LocaleData locale = hebrew_locale();
   Density density;
@@ -82,7 +69,7 @@ TEST(RightToLeft, EveryFormIsMirrored) {
     }
 }
 
-TEST(RightToLeft, TheCalendarsWeeksAndItsKeysRunFromTheRight) {
+TEST(RightToLeftScreen, TheCalendarsWeeksAndItsKeysRunFromTheRight) {
   const RightToLeft mirrored_screen;
   const LocaleData locale = hebrew_locale();
   Density density;
