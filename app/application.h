@@ -68,6 +68,8 @@ class Application : public MessageHandler,
   const SettingsRecord& settings() const { return settings_; }
   StoreSession& session() { return session_; }
   EditHistory& history() { return history_; }
+  // Labels that came with appointments from elsewhere get a colour each, if they have none.
+  void color_labels(const std::vector<Text>& labels);
   const ReadTrouble& trouble() const { return trouble_; }
   GridView& grid() { return grid_; }
   const DayView& day() const { return day_view_; }

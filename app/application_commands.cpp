@@ -7,6 +7,7 @@
 #include "ports/messages.h"
 #include "resources/ids.h"
 #include "resources/menus.h"
+#include "settings/new_labels.h"
 #include "store/wait_cursor.h"
 
 namespace orvello {
@@ -65,6 +66,10 @@ void Application::new_appointment() {
 void Application::show_options_menu() {
   host_.menu_bar.set_menu(kCommandOptions,
                           options_menu(language(), {history_.can_undo(), history_.can_redo()}));
+}
+
+void Application::color_labels(const std::vector<Text>& labels) {
+  give_label_colors(volume_, settings_.category_props, labels);
 }
 
 void Application::undo() {

@@ -5,6 +5,7 @@
 
 #include "editor/letter_bar_paint.h"
 #include "ports/messages.h"
+#include "settings/category_text.h"
 #include "settings/registry_access.h"
 #include "store/appointment_form.h"
 #include "store/wait_cursor.h"

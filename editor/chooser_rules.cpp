@@ -4,7 +4,7 @@
 #include <set>
 #include <tuple>
 
-#include "editor/letters.h"
+#include "base/letters.h"
 #include "settings/category_text.h"
 #include "store/appointment_form.h"
 

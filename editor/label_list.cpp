@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
-#include "editor/letters.h"
+#include "base/letters.h"
 #include "settings/category_list.h"
+#include "settings/category_text.h"
+#include "settings/label_places.h"
+#include "settings/new_labels.h"
 #include "store/device_labels.h"
 
 namespace orvello {
@@ -13,8 +16,6 @@ namespace {
 constexpr int kListlessGeneration = 3;  // labels are what the items carry
 
 }  // namespace
-
-Text label_of(TextView typed) { return Text(trimmed(cut(trimmed(typed), kLabelLength))); }
 
 std::vector<ChooserRow> LabelList::read() const { return rows_of(carried_, carried_); }
 
@@ -53,7 +54,7 @@ bool LabelList::add(TextView typed, std::vector<ChooserRow>& rows) {
   if (context_.platform_generation == kListlessGeneration)
     carried_.push_back(label);
   else
-    addCategory(context_.volume, label);
+    add_label(context_.volume, context_.settings.category_props, label);
   read_again(rows);
   // Who adds a label while choosing wants it.
   const auto added = std::find_if(rows.begin(), rows.end(),
@@ -73,7 +74,12 @@ bool LabelList::remove(TextView typed, std::vector<ChooserRow>& rows) {
     return false;
   }
   const bool removed = removeCategory(context_.volume, label) == 1;
-  if (removed) carried_.erase(std::remove(carried_.begin(), carried_.end(), label), carried_.end());
+  if (removed) {
+    carried_.erase(std::remove(carried_.begin(), carried_.end(), label), carried_.end());
+    forget_label(
+        {context_.settings, context_.host.registry, context_.volume, context_.platform_generation},
+        label);
+  }
   read_again(rows, removed ? TextView(label) : TextView());
   return true;
 }

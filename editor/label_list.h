@@ -30,7 +30,4 @@ class LabelList {
   std::vector<Text> carried_;  // and those that this device keeps with the appointments alone
 };
 
-// As a label is kept.
-Text label_of(TextView typed);
-
 }  // namespace orvello

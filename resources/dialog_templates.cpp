@@ -228,17 +228,27 @@ DialogTemplate organizer_dialog(Language language) {
 
 std::vector<DialogTemplate> all_dialogs(Language language) {
   std::vector<DialogTemplate> all = settings_pages(language);
-  for (DialogTemplate& one : std::vector<DialogTemplate>{
-           day_view_dialog(language), notes_dialog(language), day_popup_dialog(language),
-           delete_dialog(language, DeleteChoices::none),
-           delete_dialog(language, DeleteChoices::two),
-           delete_dialog(language, DeleteChoices::with_following), import_dialog(language),
-           date_dialog(language), greeting_dialog(language), organizer_dialog(language),
-           editor_dialog(language), series_question_dialog(language, false),
-           series_question_dialog(language, true), recurrence_dialog(language),
-           notes_pane_dialog(language, false), notes_pane_dialog(language, true),
-           chooser_dialog(language, false), chooser_dialog(language, true),
-           color_picker_dialog(language)})
+  for (DialogTemplate& one :
+       std::vector<DialogTemplate>{day_view_dialog(language),
+                                   notes_dialog(language),
+                                   day_popup_dialog(language),
+                                   delete_dialog(language, DeleteChoices::none),
+                                   delete_dialog(language, DeleteChoices::two),
+                                   delete_dialog(language, DeleteChoices::with_following),
+                                   import_dialog(language),
+                                   date_dialog(language),
+                                   greeting_dialog(language),
+                                   organizer_dialog(language),
+                                   editor_dialog(language),
+                                   series_question_dialog(language, false),
+                                   series_question_dialog(language, true),
+                                   recurrence_dialog(language),
+                                   notes_pane_dialog(language, false),
+                                   notes_pane_dialog(language, true),
+                                   chooser_dialog(language, false),
+                                   chooser_dialog(language, true),
+                                   color_picker_dialog(language),
+                                   icon_choice_dialog(language)})
     all.push_back(std::move(one));
   return all;
 }

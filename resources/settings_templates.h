@@ -18,6 +18,8 @@ DialogTemplate color_page_dialog(Language language);     // 105
 DialogTemplate category_page_dialog(Language language);  // 119
 DialogTemplate icons_page_dialog(Language language);     // 121
 
+DialogTemplate icon_choice_dialog(Language language);  // of the Icons page
+
 // All of them.
 std::vector<DialogTemplate> settings_pages(Language language);
 

@@ -61,6 +61,18 @@ bool bears(const Record& record, TextView label) {
   });
 }
 
+// The first record of the label; 0 when there is none, nothing after a failure, which has been
+// shown.
+std::optional<RecordId> find_listed(const SettingsVolume& device, DatabaseHandle list,
+                                    TextView label) {
+  RecordId found = 0;
+  const bool read = visit_list(device, list, [&](const Record& record, RecordId id) {
+    if (bears(record, label)) found = id;
+    return found == 0;
+  });
+  return read ? std::optional(found) : std::nullopt;
+}
+
 bool in_use(const Record& record) {
   return std::any_of(record.begin(), record.end(), [](const RecordProperty& property) {
     const auto* count = std::get_if<std::int16_t>(&property.value);
@@ -134,9 +146,9 @@ int removeCategory(const SettingsVolume& device, TextView label) {
   return 0;
 }
 
-int addCategory(const SettingsVolume& device, TextView label) {
+CategoryAddition add_to_list(const SettingsVolume& device, TextView label) {
   const OpenDatabase list(device.databases, open_list(device));
-  if (!list) return 0;
+  if (!list) return CategoryAddition::failed;
   const Text added = cut(label, kLabelLength);
   CategoryNumbers numbers;
   bool present = false;
@@ -145,8 +157,8 @@ int addCategory(const SettingsVolume& device, TextView label) {
     present = bears(record, added);
     return !present;
   });
-  if (present) return 1;
-  if (!read) return 0;
+  if (present) return CategoryAddition::present;
+  if (!read) return CategoryAddition::failed;
   RecordId id = 0;
   for (const RecordProperty& property : Record{{kListLabel, added},
                                                {kListNumber, numbers.next()},
@@ -156,9 +168,45 @@ int addCategory(const SettingsVolume& device, TextView label) {
                                                {kListContacts, std::int16_t{0}}}) {
     if (write_reported(device, list.handle(), id, property)) continue;
     if (id != 0) device.databases.erase(list.handle(), id);  // no half of a label stays
-    break;
+    return CategoryAddition::failed;
   }
-  return 0;
+  return CategoryAddition::added;
+}
+
+int addCategory(const SettingsVolume& device, TextView label) {
+  return add_to_list(device, label) == CategoryAddition::present;
+}
+
+int renameCategory(const SettingsVolume& device, TextView label, TextView name) {
+  const OpenDatabase list(device.databases, open_list(device));
+  auto found = list ? find_listed(device, list.handle(), label) : std::nullopt;
+  return found.value_or(0) != 0 &&
+         write_reported(device, list.handle(), *found, {kListLabel, cut(name, kLabelLength)});
+}
+
+bool eraseCategory(const SettingsVolume& device, TextView label) {
+  const OpenDatabase list(device.databases, open_list(device));
+  const auto found = list ? find_listed(device, list.handle(), label) : std::nullopt;
+  if (!found) return false;
+  if (*found == 0 || device.databases.erase(list.handle(), *found)) return true;
+  reportWriteError(device, 0);
+  return false;
+}
+
+std::vector<Text> marked_categories(const SettingsVolume& device) {
+  std::vector<Text> marked;
+  RecordDatabases& databases = device.databases;
+  const OpenDatabase list(databases, databases.open(kObjectStore, kCategoriesDatabase, 0));
+  const auto keep_marked = [&](const Record& record, RecordId) {
+    const Text* label = text_of(record, kListLabel);
+    const auto active = std::find_if(record.begin(), record.end(), [](const RecordProperty& one) {
+      return one.id == kListActive && one.value == decltype(one.value)(std::int16_t{0});
+    });
+    if (label && active != record.end()) marked.push_back(cut(*label, kLabelLength));
+    return true;
+  };
+  if (list && !each_record(databases, list.handle(), keep_marked)) marked.clear();
+  return marked;
 }
 
 }  // namespace orvello

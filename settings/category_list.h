@@ -35,6 +35,17 @@ int removeCategory(const SettingsVolume& device, TextView label);
 
 // 1 when the label was there already, 0 otherwise: also when it could not be added.
 int addCategory(const SettingsVolume& device, TextView label);
+// The same, told apart.
+enum class CategoryAddition { added, present, failed };
+CategoryAddition add_to_list(const SettingsVolume& device, TextView label);
+
+// Gives a label of the list another name, which none has yet, at its place. 1 when that was done.
+int renameCategory(const SettingsVolume& device, TextView label, TextView name);
+// Deletes a label whose uses have gone, without a question. False after a failure, which has been
+// shown.
+bool eraseCategory(const SettingsVolume& device, TextView label);
+// Those that were marked for removal. Shows nothing.
+std::vector<Text> marked_categories(const SettingsVolume& device);
 
 // The number that a new label gets, from the records that are there.
 class CategoryNumbers {

@@ -45,9 +45,9 @@ bool loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& 
   });
 }
 
-void saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_t value32,
+bool saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_t value32,
                        std::int16_t value16) {
-  with_props(volume, [&](DatabaseHandle database) {
+  return with_props(volume, [&](DatabaseHandle database) {
     RecordId found = 0;
     const auto find = [&](const Record& record, RecordId id) {
       const Text* stored = text_of(record, kCategoryLabel);
@@ -61,6 +61,27 @@ void saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_
     const RecordProperty color{kCategoryColor, value32}, flag{kCategoryFlag, value16};
     if (found != 0) return write(flag) && write(color);
     return write({kCategoryLabel, Text(label)}) && write(color) && write(flag);
+  });
+}
+
+bool addCategoryProps(const SettingsVolume& volume, const std::vector<CategoryProp>& entries) {
+  return with_props(volume, [&](DatabaseHandle database) {
+    for (const CategoryProp& entry : entries) {
+      const RecordId written =
+          volume.databases.write(database, 0,
+                                 {{kCategoryLabel, entry.label},
+                                  {kCategoryColor, entry.color},
+                                  {kCategoryFlag, static_cast<std::int16_t>(entry.flag)}});
+      reportWriteError(volume, written);
+      if (written == 0) return false;
+    }
+    return true;
+  });
+}
+
+bool removeCategoryProps(const SettingsVolume& volume, TextView label) {
+  return with_props(volume, [&](DatabaseHandle database) {
+    return erase_labelled(volume, database, kNotRead, label);
   });
 }
 

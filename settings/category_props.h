@@ -11,7 +11,12 @@ inline constexpr TextView kCategoryProps = u"categoryprops";
 // Replaces `entries`. False after a failure, which has been shown: they are what could be read.
 bool loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries);
 // One record a label: changes its two numbers in place, or adds the label with them.
-void saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_t value32,
+// False after a failure, which has been shown.
+bool saveCategoryProps(const SettingsVolume& volume, TextView label, std::int32_t value32,
                        std::int16_t value16);
+// Labels that have none yet, in the order given. False after a failure, which has been shown.
+bool addCategoryProps(const SettingsVolume& volume, const std::vector<CategoryProp>& entries);
+// Every record of the label. False after a failure, which has been shown.
+bool removeCategoryProps(const SettingsVolume& volume, TextView label);
 
 }  // namespace orvello

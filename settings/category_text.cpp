@@ -23,6 +23,31 @@ bool categoryTextHasLabel(TextView category_text, TextView label) {
   return false;
 }
 
+Text label_of(TextView typed) { return Text(trimmed(cut(trimmed(typed), kLabelLength))); }
+
+std::optional<Text> with_label_renamed(TextView category_text, TextView label, TextView name) {
+  std::vector<Text> kept;
+  bool carries = false, named = false;
+  for (Text& piece : split(category_text, u',')) {
+    const Text meant = label_of(piece);
+    const bool becomes = meant == label;
+    carries = carries || becomes;
+    if (becomes || meant == name) {
+      if (named) continue;
+      named = true;
+    }
+    if (becomes) piece = Text(piece.front() == u' ' ? 1 : 0, u' ').append(name);
+    kept.push_back(std::move(piece));
+  }
+  if (!carries) return std::nullopt;
+  Text text;
+  for (const Text& piece : kept) {
+    if (!text.empty()) text += u',';
+    text += piece;
+  }
+  return text;
+}
+
 int countChar(TextView text, char16_t character) {
   return static_cast<int>(std::count(text.begin(), text.end(), character));
 }
@@ -36,14 +61,24 @@ void removeDuplicateLabels(std::vector<Text>& labels) {
   labels = std::move(kept);
 }
 
+const CategoryProp* find_category_prop(const std::vector<CategoryProp>& props, TextView label) {
+  const auto found = std::find_if(props.begin(), props.end(),
+                                  [&](const CategoryProp& prop) { return prop.label == label; });
+  return found == props.end() ? nullptr : &*found;
+}
+
+std::optional<Color> used_category_color(const std::vector<CategoryProp>& props, TextView label) {
+  const CategoryProp* prop = find_category_prop(props, label);
+  if (!prop || !prop->uses_color()) return std::nullopt;
+  return static_cast<Color>(prop->color) & kWhite;
+}
+
 std::vector<CategoryColor> buildCategoryColors(const std::vector<Text>& labels,
                                                const std::vector<CategoryProp>& props) {
   std::vector<CategoryColor> colors;
   std::size_t next = 0;
   for (const Text& label : labels) {
-    const auto stored = std::find_if(props.begin(), props.end(),
-                                     [&](const CategoryProp& prop) { return prop.label == label; });
-    if (stored != props.end())
+    if (const CategoryProp* stored = find_category_prop(props, label))
       colors.push_back({static_cast<Color>(stored->color), stored->flag});
     else
       colors.push_back({kPalette[next++ % kPalette.size()], 0});

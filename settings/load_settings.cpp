@@ -28,6 +28,7 @@ void load_icons(SettingsRecord& settings, const Files& files, bool low) {
   const Text path = path_beside_program(files, u"icons.bmp");
   std::optional<Image> strip;
   if (FileExists(files, path)) strip = files.load_bitmap(path);
+  if (strip && strip->empty()) strip.reset();
   settings.has_user_icons = strip.has_value();
   settings.user_icons = strip ? std::move(*strip) : Image{};
 
@@ -35,6 +36,14 @@ void load_icons(SettingsRecord& settings, const Files& files, bool low) {
   settings.total_icon_count = settings.builtin_icon_count;
   if (settings.has_user_icons)
     settings.total_icon_count += settings.user_icons.width / settings.icon_cell;
+}
+
+// A number past both strips, such as of a strip that is gone, shows the slot's own icon.
+void keep_icons_in_range(SettingsRecord& settings) {
+  for (int slot = 0; slot < kDisplayIconSlots; ++slot)
+    if (std::int32_t& icon = settings.displayicon[static_cast<std::size_t>(slot)];
+        icon >= settings.total_icon_count)
+      icon = slot;
 }
 
 // What the volume of a first use lacks; empty when it was made ready, or when that cannot be told.
@@ -113,6 +122,7 @@ void LoadSettings(SettingsRecord& settings, Registry& registry, const SettingsVo
   load_icons(settings, volume.files, low_resolution);
   settings.today = settings.shown = TodayTriple(clock.local_time());
   load(LoadStep::display_icons);
+  keep_icons_in_range(settings);
   load(LoadStep::default_times);
   load(LoadStep::views);
   LoadItemColors(settings, registry);

@@ -21,8 +21,21 @@ std::optional<std::vector<DatabaseInfo>> databases_on(const SettingsVolume& volu
   return all;
 }
 
-// The names after the prefix, in order of creation; nothing when they could not be read.
-std::optional<std::vector<Text>> profile_names(const SettingsVolume& volume) {
+// Mounts, opens and hands over a profile; false when that or the operation failed.
+template <typename Operation>
+bool with_profile(const SettingsVolume& volume, TextView name, Operation operation) {
+  const MountedVolume mounted(volume);
+  if (!mounted) return false;
+  std::uint32_t count = 0;
+  const OpenDatabase database(
+      volume.databases,
+      OpenCreateDB_profile(volume, mounted.id(), Text(kProfilePrefix).append(name), count));
+  return database && operation(database.handle());
+}
+
+}  // namespace
+
+std::optional<std::vector<Text>> stored_profiles(const SettingsVolume& volume) {
   const MountedVolume mounted(volume);
   const auto all = databases_on(volume, mounted);
   if (!all) return std::nullopt;
@@ -33,23 +46,16 @@ std::optional<std::vector<Text>> profile_names(const SettingsVolume& volume) {
   return names;
 }
 
-}  // namespace
-
 bool loadProfile(const SettingsVolume& volume, TextView name, std::vector<Text>& labels) {
   labels.clear();
   if (name == kAllProfile) return true;
-  const MountedVolume mounted(volume);
-  if (!mounted) return false;
-  std::uint32_t count = 0;
-  const OpenDatabase database(
-      volume.databases,
-      OpenCreateDB_profile(volume, mounted.id(), Text(kProfilePrefix).append(name), count));
-  return database &&
-         visit_records(volume, database.handle(), kNotRead, [&](const Record& record, RecordId) {
-           if (const Text* label = text_of(record, kCategoryLabel))
-             labels.push_back(cut(*label, kLabelLength));
-           return true;
-         });
+  return with_profile(volume, name, [&](DatabaseHandle database) {
+    return visit_records(volume, database, kNotRead, [&](const Record& record, RecordId) {
+      if (const Text* label = text_of(record, kCategoryLabel))
+        labels.push_back(cut(*label, kLabelLength));
+      return true;
+    });
+  });
 }
 
 bool load_active_profile(const SettingsVolume& volume, SettingsRecord& settings) {
@@ -59,7 +65,7 @@ bool load_active_profile(const SettingsVolume& volume, SettingsRecord& settings)
   if (name == kAllProfile) return true;
   // Looked for first, since opening would make it: an empty one, which hides everything.
   const auto names = FileExists(volume.files, settings_volume_path(volume.files))
-                         ? profile_names(volume)
+                         ? stored_profiles(volume)
                          : std::vector<Text>();
   const bool there = names && std::find(names->begin(), names->end(), name) != names->end();
   if (there && loadProfile(volume, name, settings.profile_labels)) return true;
@@ -106,13 +112,27 @@ bool deleteSettingsDatabase(const SettingsVolume& volume, TextView name) {
   return false;
 }
 
+bool add_profile_label(const SettingsVolume& volume, TextView profile, TextView label) {
+  return with_profile(volume, profile, [&](DatabaseHandle database) {
+    const RecordId written = volume.databases.write(database, 0, {{kCategoryLabel, Text(label)}});
+    reportWriteError(volume, written);
+    return written != 0;
+  });
+}
+
+bool remove_profile_label(const SettingsVolume& volume, TextView profile, TextView label) {
+  return with_profile(volume, profile, [&](DatabaseHandle database) {
+    return erase_labelled(volume, database, kNotRead, label);
+  });
+}
+
 int listProfilesInMenu(const SettingsVolume& volume, TextView active_name,
                        std::vector<MenuItem>& menu) {
   for (MenuItem& item : menu)
     if (item.command == kCommandFirstProfile) item.checked = active_name == kAllProfile;
   if (menu.size() > 2) menu.resize(2);
   int count = 0;
-  for (const Text& name : profile_names(volume).value_or(std::vector<Text>())) {
+  for (const Text& name : stored_profiles(volume).value_or(std::vector<Text>())) {
     MenuItem item;
     item.command = kCommandFirstProfile + 1 + static_cast<std::uint32_t>(count++);
     item.text = cut(name, kProfileNameLength);
@@ -123,7 +143,7 @@ int listProfilesInMenu(const SettingsVolume& volume, TextView active_name,
 }
 
 bool listProfilesInCombo(const SettingsVolume& volume, ChoiceList& combo_box) {
-  const auto names = profile_names(volume);
+  const auto names = stored_profiles(volume);
   combo_box = {names.value_or(std::vector<Text>()), {}, -1};
   return names.has_value();
 }

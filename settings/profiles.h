@@ -2,6 +2,8 @@
 // with a category of the set are shown.
 #pragma once
 
+#include <optional>
+
 #include "ports/menu_bar.h"
 #include "settings/settings_record.h"
 #include "settings/volume.h"
@@ -29,6 +31,13 @@ bool saveProfileInfoToDatabase(const SettingsVolume& volume, TextView database_n
                                const ListSelection& list_box);
 // False when it is still there, which has been shown.
 bool deleteSettingsDatabase(const SettingsVolume& volume, TextView name);
+
+// The stored ones, in order of creation; nothing when they could not be read, which has been shown.
+std::optional<std::vector<Text>> stored_profiles(const SettingsVolume& volume);
+// Puts one label into a stored profile, or takes it out. False after a failure, which has been
+// shown.
+bool add_profile_label(const SettingsVolume& volume, TextView profile, TextView label);
+bool remove_profile_label(const SettingsVolume& volume, TextView profile, TextView label);
 
 // Marks the active profile in the menu, whose first two items stay, and lists the others behind
 // them in order of creation. Returns how many there are.

@@ -23,11 +23,15 @@ inline constexpr std::size_t kProfileNameLength = 31;  // characters of a profil
 inline constexpr TextView kAllProfile = u"All";
 inline constexpr TextView kNoCategory = u"(None)";
 
-// What is kept beside a category label: its display colour, and a flag set on the Category page.
+// What is kept beside a category label: its display colour, and whether views use it. A label for
+// which nothing is stored has no colour in them; it gets one when it comes into being, or when the
+// Category page, which shows one for it, is confirmed.
+inline constexpr std::int32_t kCategoryColorUnused = 1;
 struct CategoryProp {
   Text label;
   std::int32_t color = 0;
-  std::int32_t flag = 0;
+  std::int32_t flag = 0;  // 16 bits; with kCategoryColorUnused views do without the colour
+  bool uses_color() const { return (flag & kCategoryColorUnused) == 0; }
   friend bool operator==(const CategoryProp&, const CategoryProp&) = default;
 };
 

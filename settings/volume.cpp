@@ -1,6 +1,9 @@
 #include "settings/volume.h"
 
+#include <algorithm>
+
 #include "settings/program_files.h"
+#include "settings/settings_record.h"
 
 namespace orvello {
 namespace {
@@ -124,6 +127,21 @@ MountedVolume::MountedVolume(const SettingsVolume& volume)
 
 MountedVolume::~MountedVolume() {
   if (id_ != kInvalidVolume) volume_.databases.unmount(id_);
+}
+
+bool erase_labelled(const SettingsVolume& volume, DatabaseHandle database, TextView fault,
+                    TextView label) {
+  std::vector<RecordId> doomed;
+  const bool read = visit_records(volume, database, fault, [&](const Record& record, RecordId id) {
+    const Text* stored = text_of(record, kCategoryLabel);
+    if (stored && cut(*stored, kLabelLength) == label) doomed.push_back(id);
+    return true;
+  });
+  return read && std::all_of(doomed.begin(), doomed.end(), [&](RecordId id) {
+           if (volume.databases.erase(database, id)) return true;
+           reportWriteError(volume, 0);
+           return false;
+         });
 }
 
 const Text* text_of(const Record& record, PropertyId id) {

@@ -79,6 +79,11 @@ template <typename Visit>
   return false;
 }
 
+// Erases the records with this category label. False after a failure; one to read has been shown as
+// `fault`.
+bool erase_labelled(const SettingsVolume& volume, DatabaseHandle database, TextView fault,
+                    TextView label);
+
 // The text of the record's property, null without one.
 const Text* text_of(const Record& record, PropertyId id);
 

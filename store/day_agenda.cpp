@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "settings/category_text.h"
 #include "store/day_label.h"
 #include "store/restriction.h"
 
@@ -46,7 +47,8 @@ class AgendaBuilder {
     agenda_.notes_seen |= summary.has_notes;
     const Text category =
         summary.categories.empty() ? Text(kNoCategory) : first_category(summary.categories);
-    if (settings_.categoryiconflag == 1 && prop_of(category)) agenda_.category_icon_seen = true;
+    if (settings_.categoryiconflag == 1 && find_category_prop(settings_.category_props, category))
+      agenda_.category_icon_seen = true;
     if (passes) add_rows(item, reminder, category);
   }
 
@@ -68,19 +70,12 @@ class AgendaBuilder {
   }
 
  private:
-  const CategoryProp* prop_of(TextView label) const {
-    const auto& props = settings_.category_props;
-    const auto found = std::find_if(props.begin(), props.end(),
-                                    [&](const CategoryProp& prop) { return prop.label == label; });
-    return found == props.end() ? nullptr : &*found;
-  }
-
   void add_rows(const StoreItem& item, bool reminder, const Text& category) {
     const AppointmentSummary& summary = *item.summary;
     const CalendarDate end = shown_end(item);
     // The whole text: only an appointment with a single category has a colour.
-    const CategoryProp* prop = prop_of(summary.categories);
-    const Color color = prop ? static_cast<Color>(prop->color) : kWhite;
+    const Color color =
+        used_category_color(settings_.category_props, summary.categories).value_or(kWhite);
     DayRow row;
     row.time = day_label(item, day_, settings_.timeformat == 1);
     if (summary.has_notes) row.icons += u'n';

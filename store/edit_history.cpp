@@ -71,7 +71,7 @@ void EditHistory::keep_within_limits() {
     for (const EditStep& step : steps) sum += count(step);
     return sum;
   };
-  const auto items = [](const EditStep& step) { return step.items_.size(); };
+  const auto items = [](const EditStep& step) { return step.items(); };
   const auto states = [](const EditStep& step) { return step.states(); };
   while (done_.size() > kMostSteps || total(done_, items) > kMostItems ||
          total(done_, states) > kMostStates)
@@ -108,6 +108,7 @@ EditHistory::Outcome EditHistory::bring(EditStep& step, bool after) {
   const auto from = after ? &EditStep::Item::before : &EditStep::Item::after;
   const auto to = after ? &EditStep::Item::after : &EditStep::Item::before;
   const bool keeps = step.items_.size() <= kMostStates;
+  bool moves_beside = false;
   Standing standing = Standing::as_told;
   const bool done = session_.app()->all_or_nothing([&] {
     for (EditStep::Item& one : step.items_) {
@@ -126,8 +127,9 @@ EditHistory::Outcome EditHistory::bring(EditStep& step, bool after) {
                        [&](const EditStep::Item& one) {
                          return !(one.*to) || session_.app()->restore(*(one.*to));
                        }) &&
-           (!step.beside_ || step.beside_->bring(after));
+           (!step.beside_ || (moves_beside = true, step.beside_->bring(after)));
   });
+  if (moves_beside) step.beside_->settle(done == after);
   if (done) return Outcome::done;
   return standing == Standing::otherwise ? Outcome::changed_elsewhere : Outcome::failed;
 }

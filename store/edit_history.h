@@ -27,7 +27,11 @@ class EditStep {
     // Whether it is as it was left, after the action or before it. Nothing: failure.
     virtual std::optional<bool> is_now(bool after) = 0;
     virtual bool bring(bool after) = 0;
+    // Told after bring(), when it is certain how things are: as after the action, or before it.
+    virtual void settle(bool /*after*/) {}
     virtual bool can_redo() const { return true; }
+    // How many items it remembers by itself.
+    virtual std::size_t items() const { return 0; }
   };
 
   // The item as it was; unsaved ones have nothing to come back to.
@@ -50,6 +54,7 @@ class EditStep {
   };
   bool knows(std::int32_t oid) const;
   std::size_t states() const;
+  std::size_t items() const { return items_.size() + (beside_ ? beside_->items() : 0); }
 
   std::vector<Item> items_;
   std::unique_ptr<Beside> beside_;

@@ -6,7 +6,7 @@
 #include "draw/readable.h"
 #include "draw/text_direction.h"
 #include "draw/wrap_text.h"
-#include "views/icon_picture.h"
+#include "settings/icon_picture.h"
 
 namespace orvello {
 namespace {

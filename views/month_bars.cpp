@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "draw/readable.h"
+#include "settings/category_text.h"
 #include "views/month_cells.h"
 #include "views/month_icons.h"
 
@@ -43,13 +44,8 @@ int slot_after(CalendarDate date) {
 // The colour kept for the whole categories text, else for its first label.
 std::optional<Color> category_color(TextView categories, const std::vector<CategoryProp>& props) {
   if (categories.empty()) return std::nullopt;
-  const auto find = [&](TextView label) -> std::optional<Color> {
-    for (const CategoryProp& prop : props)
-      if (prop.label == label) return static_cast<Color>(prop.color) & kWhite;
-    return std::nullopt;
-  };
-  if (const auto color = find(categories)) return color;
-  return find(categories.substr(0, categories.find(u',')));
+  if (find_category_prop(props, categories)) return used_category_color(props, categories);
+  return used_category_color(props, categories.substr(0, categories.find(u',')));
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "views/month_snapshot.h"
 
 #include "draw/readable.h"
+#include "settings/icon_picture.h"
 #include "settings/profiles.h"
-#include "views/icon_picture.h"
 
 namespace orvello {
 

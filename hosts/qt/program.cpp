@@ -8,6 +8,7 @@
 #include "cli/agenda.h"
 #include "cli/command_line.h"
 #include "cli/commands.h"
+#include "cli/imported_labels.h"
 #include "files/file_lock.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/display.h"
@@ -23,6 +24,7 @@
 #include "hosts/qt/way_back_question.h"
 #include "hosts/qt/window_program.h"
 #include "hosts/qt/written_boxes.h"
+#include "settings/new_labels.h"
 #include "settings/registry_access.h"
 #include "store/embedded/embedded_store.h"
 #include "store/embedded/sqlite_record_databases.h"
@@ -135,14 +137,25 @@ int agenda(const CommandLine& line, Opened& opened) {
   return run_agenda(line, *opened.store, *opened.clock, settings, std::cout, std::cerr);
 }
 
+int import(const CommandLine& line, Opened& opened) {
+  if (!copy_before_change(opened.paths, *opened.clock, std::cerr)) return kExitFailure;
+  const ImportedLabels labels(*opened.store);
+  const int code = run_import(line, *opened.store, *opened.clock, std::cout, std::cerr);
+  SqliteRecordDatabases databases(opened.paths.data + "/device.db", host_path);
+  const LinuxFiles files(opened.paths);
+  WrittenBoxes boxes;
+  std::vector<CategoryProp> props;
+  give_label_colors({databases, boxes, files}, props, labels.fresh());
+  return code;
+}
+
 int command(const CommandLine& line, Opened& opened, std::ostream& content) {
   if (!opened.store) return refused(opened);
   switch (line.command) {
     case Command::backup:
       return run_backup(opened.paths, *opened.clock, std::cout, std::cerr);
     case Command::import_files:
-      if (!copy_before_change(opened.paths, *opened.clock, std::cerr)) return kExitFailure;
-      return run_import(line, *opened.store, *opened.clock, std::cout, std::cerr);
+      return import(line, opened);
     case Command::export_file:
       return run_export(line, *opened.store, *opened.clock, content, std::cerr);
     default:

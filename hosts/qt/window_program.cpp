@@ -17,6 +17,7 @@
 #include "app/own_messages.h"
 #include "cli/commands.h"
 #include "cli/import_preview.h"
+#include "cli/imported_labels.h"
 #include "cli/meeting_sender.h"
 #include "exchange/export.h"
 #include "files/replace_file.h"
@@ -112,9 +113,12 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
   }
   const Language language = language_of(session.host.locale);
   const Host& host = session.application.host();
+  const ImportedLabels labels(*store);
   if (import_after_preview(files, *store, session.application.history(), host.clock, host.dialogs,
-                           host.boxes, language))
+                           host.boxes, language)) {
+    session.application.color_labels(labels.fresh());
     session.host.window.post({kMessageRefresh, 0, {}, 0});
+  }
 }
 
 // How appointments leave: beamed ones as a calendar file, of which is told where it went when

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/letters.h"
 #include "editor/chooser_rules.h"
-#include "editor/letters.h"
 #include "ports/messages.h"
 #include "settings/category_list.h"
 #include "tests/editor/editor_bench.h"

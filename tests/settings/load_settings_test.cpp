@@ -130,6 +130,7 @@ TEST_F(SettingsTest, NumbersOutsideTheirRangeCountAsTheirDefaults) {
   store(u"weekstartmonth", 0);
   store(u"timeA", 48);
   store(u"displayicon5", 0xFFFFFFFF);
+  store(u"displayicon6", 9999);
   store(u"showdays", 2);  // flags keep any number: only 1 is on
   const SettingsRecord settings = load();
   EXPECT_EQ(settings.startmode, 1);
@@ -137,6 +138,7 @@ TEST_F(SettingsTest, NumbersOutsideTheirRangeCountAsTheirDefaults) {
   EXPECT_EQ(settings.weekstartmonth, 1);
   EXPECT_EQ(settings.timeA, 12);
   EXPECT_EQ(settings.displayicon[5], 5);
+  EXPECT_EQ(settings.displayicon[6], 6);
   EXPECT_EQ(settings.showdays, 2);
 }
 

@@ -200,6 +200,8 @@ TEST_F(MonthMarks, CategoryColoursOfBars) {
   EXPECT_EQ(bars(8)[0].color, red);
   EXPECT_EQ(bars(9)[0].color, usual);
   EXPECT_LT(red_of(bars(10)[0].color), 200);  // white on white would not be seen
+  month.settings.category_props[1].flag = kCategoryColorUnused;
+  EXPECT_EQ(bars(7)[0].color, usual);
 }
 
 TEST_F(MonthMarks, InLowRowsTheDateGoesBeforeAnIcon) {

@@ -1,9 +1,10 @@
 // The settings sheet's contract on real widgets.
 #include "tests/contract/linux/qt_person.h"
 // The suites themselves, as this is another test program.
-#include "tests/contract/settings_color_contract.cpp"  // NOLINT
-#include "tests/contract/settings_contract.cpp"        // NOLINT
-#include "tests/contract/settings_desk.cpp"            // NOLINT
+#include "tests/contract/settings_category_contract.cpp"  // NOLINT
+#include "tests/contract/settings_color_contract.cpp"     // NOLINT
+#include "tests/contract/settings_contract.cpp"           // NOLINT
+#include "tests/contract/settings_desk.cpp"               // NOLINT
 
 namespace orvello::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "editor/letters.h"
+#include "base/letters.h"
 
 #include <algorithm>
 

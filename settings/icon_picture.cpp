@@ -1,4 +1,4 @@
-#include "views/icon_picture.h"
+#include "settings/icon_picture.h"
 
 namespace orvello {
 namespace {
