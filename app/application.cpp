@@ -83,8 +83,8 @@ Application::Application(Host host, const StartOptions& options, const FormParts
       volume_boxes_(host_.boxes),
       volume_{host.databases, volume_boxes_, host.files},
       session_(host.store, host_.boxes),
-      forms_(forms, {host_, session_, settings_, volume_, state_.layout, state_.platform_generation,
-                     history_}),
+      forms_(forms, {host_, session_, settings_, volume_, state_.form_layout,
+                     state_.platform_generation, history_}),
       grid_({host_, state_, settings_, session_, *this}),
       day_view_(
           {host_, state_, settings_, session_, history_, paste_source_, *this, today_button_}) {}
@@ -205,7 +205,7 @@ void Application::reload_view() {
 }
 
 void Application::note_read(ReadOutcome outcome) {
-  trouble_.note(outcome, state_.layout, language(), measuring_canvas());
+  trouble_.note(outcome, state_.form_layout, language(), measuring_canvas());
 }
 
 void Application::read_again() {

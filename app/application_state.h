@@ -27,6 +27,7 @@ struct ApplicationState {
   int dpi_x = 96;
   int dpi_y = 96;
   ScreenLayout layout;
+  ScreenLayout form_layout;  // the same for what is drawn on forms
 };
 
 // 0-3 from the operating system's version.

@@ -101,10 +101,10 @@ int DayView::ask_delete(const RowKey& key) {
                               : can_follow(*item, key.start) ? DeleteChoices::with_following
                                                              : DeleteChoices::two);
   const Rect& drawn = dialog.controls[0].place;
-  const ScreenLayout& screen = c_.state.layout;
+  const ScreenLayout& screen = c_.state.form_layout;
   DeleteProcedure procedure(
       fields.subject, {0, 0, drawn.width * screen.dpi_x / 96, drawn.height * screen.dpi_y / 96},
-      screen);
+      screen, c_.host.dialogs);
   const int answer = c_.host.dialogs.run_modal(dialog, procedure);
   return answer == 0 ? DeleteProcedure::kCancel : answer;
 }

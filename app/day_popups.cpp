@@ -16,7 +16,6 @@ namespace {
 using Event = DialogEvent::Kind;
 
 constexpr int kPadding = 4, kFinger = 27;  // at 96 dpi
-constexpr Color kSubjectColor = rgb(0, 0, 150);
 
 }  // namespace
 
@@ -223,9 +222,9 @@ void DeleteProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       const Rect all{0, 0, event.size.width, event.size.height};
       const Rect line = all.inset(2 * kPadding * screen_.scale, 0);
       const FontSpec font = screen_.fonts.bold10;
-      event.canvas->fill_rect(all, kWhite);
+      event.canvas->fill_rect(all, dialogs_.colors().field);
       event.canvas->draw_text(shortened(*event.canvas, subject_, font, line.width), line,
-                              {font, kSubjectColor});
+                              {font, dialogs_.colors().accent});
       break;
     }
     case Event::command:

@@ -83,14 +83,19 @@ class DeleteProcedure : public DialogProcedure {
   static constexpr int kUnreadable = 0, kCancel = 1;
 
   // `subject_place` is the subject's control, in device pixels.
-  DeleteProcedure(Text subject, const Rect& subject_place, const ScreenLayout& screen)
-      : subject_(std::move(subject)), subject_place_(subject_place), screen_(screen) {}
+  DeleteProcedure(Text subject, const Rect& subject_place, const ScreenLayout& screen,
+                  const Dialogs& dialogs)
+      : subject_(std::move(subject)),
+        subject_place_(subject_place),
+        screen_(screen),
+        dialogs_(dialogs) {}
   void handle(Dialog& dialog, const DialogEvent& event) override;
 
  private:
   Text subject_;
   Rect subject_place_;
   const ScreenLayout& screen_;
+  const Dialogs& dialogs_;
 };
 
 }  // namespace orvello

@@ -228,7 +228,7 @@ void DayView::use_zone(DayHeaderZone zone) {
 std::optional<MonthDayYear> DayView::ask_date() {
   DateProcedure procedure(c_.state.current, c_.state.today, c_.settings.firstdayofweek != 0);
   DialogTemplate dialog = date_dialog(c_.commands.language());
-  const ScreenLayout& screen = c_.state.layout;
+  const ScreenLayout& screen = c_.state.form_layout;
   const Size size{dialog.size.width * screen.dpi_x / 96, dialog.size.height * screen.dpi_y / 96};
   const int width = std::min(size.width, screen.work.width);
   dialog.place = {std::min(header_.date.x, screen.work.width - width), header_.strip.height, width,

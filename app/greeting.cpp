@@ -13,7 +13,6 @@ using Event = DialogEvent::Kind;
 
 constexpr int kMargin = 10, kBar = 4, kGap = 8, kLeastGap = 2;  // at 96 dpi
 constexpr int kPoints[] = {11, 10, 9, 8, 7, 6};
-constexpr Color kHeading = rgb(0, 0, 150), kText = rgb(0, 0, 0);
 // A bar before each topic, as the month has them before its appointments.
 constexpr std::array<Color, 5> kBars{rgb(119, 119, 255), rgb(96, 200, 96), rgb(255, 176, 98),
                                      rgb(255, 132, 132), rgb(206, 206, 206)};
@@ -22,8 +21,9 @@ int line_height(const FontSpec& font) { return font.height * 5 / 4; }
 
 }  // namespace
 
-GreetingProcedure::GreetingProcedure(Language language, const ScreenLayout& screen)
-    : screen_(screen) {
+GreetingProcedure::GreetingProcedure(Language language, const ScreenLayout& screen,
+                                     const Dialogs& dialogs)
+    : screen_(screen), dialogs_(dialogs) {
   const auto add = [&](StringId heading, StringId text) {
     topics_.push_back({load_string(heading, language), load_string(text, language)});
   };
@@ -38,6 +38,7 @@ int GreetingProcedure::lay_out(Canvas& canvas, Size size, int points, bool paint
   const int margin = kMargin * screen_.dpi_x / 96, bar = kBar * screen_.dpi_x / 96;
   const FontSpec bold = font_of(points, 700, screen_), normal = font_of(points, 400, screen_);
   const int left = margin + 3 * bar, width = size.width - left - margin;
+  const FormColors colors = dialogs_.colors();
   int y = gap;
   for (std::size_t i = 0; i < topics_.size(); ++i) {
     const int top = y;
@@ -45,9 +46,9 @@ int GreetingProcedure::lay_out(Canvas& canvas, Size size, int points, bool paint
       if (painted) canvas.draw_text(line, {left, y, width, line_height(font)}, {font, color});
       y += line_height(font);
     };
-    put(topics_[i].heading, bold, kHeading);
+    put(topics_[i].heading, bold, colors.accent);
     for (const Text& line : word_wrapped(canvas, topics_[i].text, normal, width))
-      put(line, normal, kText);
+      put(line, normal, colors.text);
     if (painted) canvas.fill_rect({margin, top, bar, y - top}, kBars[i % kBars.size()]);
     y += gap;
   }
@@ -55,7 +56,7 @@ int GreetingProcedure::lay_out(Canvas& canvas, Size size, int points, bool paint
 }
 
 bool GreetingProcedure::paint(Canvas& canvas, Size size) const {
-  canvas.fill_rect({0, 0, size.width, size.height}, kWhite);
+  canvas.fill_rect({0, 0, size.width, size.height}, dialogs_.colors().field);
   const int least = kLeastGap * screen_.dpi_y / 96, wished = kGap * screen_.dpi_y / 96;
   int points = kPoints[std::size(kPoints) - 1];
   int height = 0;

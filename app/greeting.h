@@ -10,7 +10,7 @@ namespace orvello {
 // Gone with the first tap on it, its button, Return or Escape.
 class GreetingProcedure : public DialogProcedure {
  public:
-  GreetingProcedure(Language language, const ScreenLayout& screen);
+  GreetingProcedure(Language language, const ScreenLayout& screen, const Dialogs& dialogs);
   void handle(Dialog& dialog, const DialogEvent& event) override;
 
   // In the largest of the usual sizes in which all of it fits; false when none does.
@@ -24,6 +24,7 @@ class GreetingProcedure : public DialogProcedure {
   int lay_out(Canvas& canvas, Size size, int points, bool painted, int gap) const;
   std::vector<Topic> topics_;
   const ScreenLayout& screen_;
+  const Dialogs& dialogs_;
 };
 
 }  // namespace orvello

@@ -3,23 +3,25 @@
 #include <algorithm>
 
 #include "app/own_messages.h"
+#include "draw/readable.h"
 #include "draw/wrap_text.h"
 
 namespace orvello {
 namespace {
 
-constexpr Color kLineText = rgb(153, 0, 0), kLineBackground = rgb(255, 244, 214);
+constexpr Color kAmber = rgb(255, 196, 40), kRed = rgb(153, 0, 0);
 constexpr std::size_t kMostLines = 4;
 // Another program's lock is over soon as a rule: only one that lasts is worth a box.
 constexpr int kPatience = 5;
 
 }  // namespace
 
-HoverLabel trouble_line(TextView text, const ScreenLayout& screen, Canvas& measure) {
+HoverLabel trouble_line(TextView text, const ScreenLayout& screen, const FormColors& colors,
+                        Canvas& measure) {
   HoverLabel label;
   label.font = screen.fonts.normal8;
-  label.text_color = kLineText;
-  label.background = kLineBackground;
+  label.background = mixed(colors.field, kAmber, 48);
+  label.text_color = legible_on(label.background, kRed);
   const int margin = 4 * screen.scale;
   const int room = std::max(1, screen.work.width - 2 * margin);
   std::vector<Text> lines = word_wrapped(measure, text, label.font, room);
@@ -63,7 +65,8 @@ void ReadTrouble::end() {
 }
 
 void ReadTrouble::show_line(const Text& text, const ScreenLayout& screen, Canvas& measure) {
-  modality_.counted().window.show_notice(trouble_line(text, screen, measure));
+  modality_.counted().window.show_notice(
+      trouble_line(text, screen, modality_.counted().dialogs.colors(), measure));
 }
 
 void ReadTrouble::tell_once(Text reason, Language language) {

@@ -36,6 +36,7 @@ class ReadTrouble {
 };
 
 // The line's place and words: at the lower edge, at most four lines.
-HoverLabel trouble_line(TextView text, const ScreenLayout& screen, Canvas& measure);
+HoverLabel trouble_line(TextView text, const ScreenLayout& screen, const FormColors& colors,
+                        Canvas& measure);
 
 }  // namespace orvello

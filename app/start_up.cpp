@@ -57,7 +57,7 @@ void Application::greet() {
   std::int32_t due = 0;
   ReadNumberSetting(host_.registry, kGreetingDue, due);
   if (due == 0) return;
-  GreetingProcedure procedure(language(), state_.layout);
+  GreetingProcedure procedure(language(), state_.form_layout, host_.dialogs);
   host_.dialogs.run_modal(greeting_dialog(language()), procedure);
   WriteNumberSetting(host_.registry, kGreetingDue, 0);
   FlushSettings(host_.registry);
@@ -82,13 +82,15 @@ void Application::measure_screen() {
 }
 
 Rect Application::window_place(const ScreenInfo& screen) const {
-  const Size work = work_size(screen.work_area, menu_bar_height(screen.dpi_y), screen.dpi_x);
+  const int bar = menu_bar_height(screen.form_dpi > 0 ? screen.form_dpi : screen.dpi_y);
+  const Size work = work_size(screen.work_area, bar, screen.dpi_x);
   return {screen.work_area.x, screen.work_area.y, work.width, work.height};
 }
 
 void Application::lay_out() {
   state_.layout = layout_screen({place_.width, place_.height}, state_.dpi_x, state_.dpi_y,
                                 settings_.cleartype == 1);
+  state_.form_layout = form_layout(state_.layout, host_.window.screen().form_dpi);
 }
 
 bool Application::low_resolution() const { return state_.dpi_x < kHighResolutionDpi; }
@@ -96,7 +98,7 @@ bool Application::low_resolution() const { return state_.dpi_x < kHighResolution
 void Application::create_menu_bar() {
   Image strip = load_bitmap(low_resolution() ? kBitmapMenuBarLow : kBitmapMenuBarHigh);
   const MenuBarContent content =
-      main_menu_bar(language(), std::move(strip), menu_bar_height(state_.dpi_y));
+      main_menu_bar(language(), std::move(strip), menu_bar_height(state_.form_layout.dpi_y));
   if (!host_.menu_bar.create(content)) return;
   // An image button keeps this text unseen.
   host_.menu_bar.set_button_text(6, u"New Appt");

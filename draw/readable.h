@@ -22,6 +22,12 @@ Color visible_on(Color background, Color mark, double least = kMarkContrast);
 inline constexpr double kOutlineContrast = 1.8;
 Image visible_on(Color background, Image picture, double least = kOutlineContrast);
 
+// The same for texts, of which the web's guidelines ask more.
+inline constexpr double kTextContrast = 4.5;
+inline Color legible_on(Color background, Color text) {
+  return visible_on(background, text, kTextContrast);
+}
+
 // A colour between two: `share` of 256 parts of the second.
 Color mixed(Color a, Color b, int share);
 

@@ -34,4 +34,14 @@ ScreenLayout layout_screen(Size work, int dpi_x, int dpi_y, bool cleartype) {
   return layout;
 }
 
+ScreenLayout form_layout(const ScreenLayout& views, int form_dpi) {
+  if (form_dpi <= 0 || form_dpi == views.dpi_y) return views;
+  ScreenLayout layout = views;
+  const ScreenLayout grown =
+      layout_screen(views.work, form_dpi, form_dpi, views.fonts.normal9.cleartype);
+  layout.dpi_x = layout.dpi_y = form_dpi;
+  layout.fonts = grown.fonts;
+  return layout;
+}
+
 }  // namespace orvello

@@ -35,6 +35,9 @@ struct ScreenLayout {
 // `cleartype` as the setting of that name.
 ScreenLayout layout_screen(Size work, int dpi_x, int dpi_y, bool cleartype);
 
+// The sizes of what is drawn on a form that has another density than the views.
+ScreenLayout form_layout(const ScreenLayout& views, int form_dpi);
+
 // Points at a density; whole pixels, rounded down.
 int font_height(int points, int dpi_y);
 

@@ -17,8 +17,6 @@ using Event = DialogEvent::Kind;
 
 constexpr int kChosen = 1;
 constexpr TextView kLetterBarShown = u"abcbarshow", kLabelBarShown = u"adddeletebarshow";
-constexpr Color kCurrentRow = rgb(228, 230, 247), kTitleLine = rgb(201, 204, 214);
-constexpr Color kNothingText = rgb(106, 108, 122);
 constexpr int kRowHeight = 27, kCellPadding = 4;  // at 96 dpi
 constexpr int kRoomForTitle = 240;                // of a form whose list has one column
 constexpr int kTremble = 6;                       // how far a pen may slip on a row, at 96 dpi
@@ -47,7 +45,8 @@ void ChooserProcedure::handle(Dialog& dialog, const DialogEvent& event) {
     case Event::close:
       return keep_bars();
     case Event::paint:
-      paint_letter_bar(letters_, event.size, context_.screen, *event.canvas);
+      paint_letter_bar(letters_, event.size, context_.screen, context_.host.dialogs.colors(),
+                       *event.canvas);
       return;
     default:
       if (event.control == kControlLetterBar) bar_event(dialog, event);
@@ -84,9 +83,11 @@ void ChooserProcedure::show_rows(Dialog& dialog) {
   content.font = context_.screen.fonts.normal9;
   content.bold_font = context_.screen.fonts.bold9;
   content.padding = kCellPadding * dpi / 96;
-  content.line = kTitleLine;
-  content.selected_background = kCurrentRow;
-  content.selected_text = kBlack;
+  const FormColors colors = context_.host.dialogs.colors();
+  content.background = colors.field;
+  content.line = colors.line;
+  content.selected_background = colors.accent_tint;
+  content.selected_text = colors.text;
   const bool low = context_.screen.work.height < kRoomForTitle * dpi / 96;
   if (labels_)
     content.columns = {{0, Align::left, {}}, {0, Align::left, low ? u"" : u"Label"}};
@@ -103,6 +104,8 @@ void ChooserProcedure::show_rows(Dialog& dialog) {
                                               cut(row.name, kAttendeeNameLength),
                                               cut(row.address, kAttendeeAddressLength),
                                               row.company};
+    shown.background = colors.field;
+    shown.text = colors.text;
     shown.height = kRowHeight * dpi / 96;
     shown.mark = row.chosen ? ReportMark::set : ReportMark::clear;
   }
@@ -111,7 +114,8 @@ void ChooserProcedure::show_rows(Dialog& dialog) {
     ReportRow& shown = content.rows.emplace_back();
     shown.cells = {{}, load_string(none, context_.language())};
     shown.height = kRowHeight * dpi / 96;
-    shown.text = kNothingText;
+    shown.background = colors.field;
+    shown.text = colors.dim_text;
   }
   dialog.report(kControlChooserList)->set_content(std::move(content));
   letters_.set_rows(rows_);

@@ -38,6 +38,8 @@ struct ScreenInfo {
   int os_major = 0;  // the platform's version, 0.0 on a desktop
   int os_minor = 0;
   bool dark_desktop = false;  // what surrounds the window is light text on dark
+  // Of the menu bar and of forms, which grow with the desktop's texts; 0: as the screen's.
+  int form_dpi = 0;
 };
 
 // A small text over the window that takes no input.

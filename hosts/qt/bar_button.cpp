@@ -60,13 +60,15 @@ std::uint32_t BarButton::run_menu() {
 }
 
 void BarButton::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   QPainter painter(this);
   const bool marked = isCheckable() && isChecked();
   // The whole bar is off below what is modal; grey is only what the program has switched off.
   const bool grey = !isEnabledTo(parentWidget());
   if (isDown() || marked || (hovered_ && isEnabled()))
-    painter.fillRect(rect(), QColor(isDown() || marked ? kAccentTint : 0xFFECEDF4));
-  if (marked) painter.fillRect(0, 0, width(), std::max(2, density_.scaled(2)), QColor(kAccent));
+    painter.fillRect(rect(), qt_color(isDown() || marked ? look.accent_tint : look.hover));
+  if (marked)
+    painter.fillRect(0, 0, width(), std::max(2, density_.scaled(2)), qt_color(look.accent));
   if (grey) painter.setOpacity(0.4);
   if (shows_image() && !image_.isNull())
     paint_image(painter);
@@ -75,14 +77,14 @@ void BarButton::paintEvent(QPaintEvent*) {
   painter.setOpacity(1);
   if (hasFocus()) {
     const int edge = density_.scaled(2);
-    painter.setPen(QPen(QColor(kAccent), std::max(1, density_.scaled(1))));
+    painter.setPen(QPen(qt_color(look.accent), std::max(1, density_.scaled(1))));
     painter.drawRect(rect().adjusted(edge, edge, -edge - 1, -edge - 1));
   }
 }
 
 void BarButton::paint_caption(QPainter& painter) {
   painter.setFont(font());
-  painter.setPen(QColor(kInk));
+  painter.setPen(qt_color(density_.colors->text));
   draw_directed(painter, rect(), Qt::AlignCenter, text());
 }
 
@@ -91,8 +93,8 @@ void BarButton::paint_image(QPainter& painter) {
   const double side = image_.width() / density_.ratio;
   const double x = std::floor((width() - side) / 2 * density_.ratio) / density_.ratio;
   const double y = std::floor((height() - side) / 2 * density_.ratio) / density_.ratio;
-  painter.drawImage(QRectF(x, y, side, image_.height() / density_.ratio), image_,
-                    QRectF(image_.rect()));
+  painter.drawImage(QRectF(x, y, side, image_.height() / density_.ratio),
+                    picture_on(image_, density_.colors->ground), QRectF(image_.rect()));
 }
 
 void BarButton::keyPressEvent(QKeyEvent* event) {

@@ -24,6 +24,7 @@ constexpr int kWideList = 320;  // design units; longer rows wrap
 }  // namespace
 
 void paint_drop_arrow(QWidget& field, const Density& density, int width) {
+  const LookColors& look = *density.colors;
   QPainter painter(&field);
   painter.setRenderHint(QPainter::Antialiasing);
   const double half = density.scaled(4), depth = half / 2;
@@ -34,7 +35,7 @@ void paint_drop_arrow(QWidget& field, const Density& density, int width) {
   path.lineTo(middle + QPointF(0, depth));
   path.lineTo(middle + QPointF(half, -depth));
   const double thick = std::max(1.5, density.scaled(2) * 1.0);
-  painter.strokePath(path, QPen(QColor(field.isEnabled() ? kAccent : kFaintInk), thick,
+  painter.strokePath(path, QPen(qt_color(field.isEnabled() ? look.accent : look.dim_text), thick,
                                 Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
@@ -102,7 +103,7 @@ bool ChoiceBox::is_open() const { return panel_ && !panel_->isHidden(); }
 void ChoiceBox::open() {
   if (is_open() || !isVisible() || !isEnabled()) return;
   auto* list = new QListWidget;
-  apply_form_look(*list, density_);
+  list->setFont(widget_font(density_));
   make_flat_rows(*list, density_);
   list->setFrameShape(QFrame::NoFrame);
   list->setAccessibleName(accessibleName());
@@ -164,13 +165,14 @@ void ChoiceBox::changeEvent(QEvent* event) {
 }
 
 void ChoiceBox::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   paint_field_ground(*this, density_);
   if (!edit_) {
     QPainter painter(this);
     const int side = density_.scaled(1.5 * kGrid);
     const QRect room = turned(rect().adjusted(side, 0, -arrow_width(), 0), width());
     painter.setFont(font());
-    painter.setPen(QColor(isEnabled() ? kInk : kFaintInk));
+    painter.setPen(qt_color(isEnabled() ? look.text : look.dim_text));
     draw_directed(painter, room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                   fontMetrics().elidedText(shown(), Qt::ElideRight, room.width()));
   }

@@ -134,13 +134,14 @@ void DatePicker::changeEvent(QEvent* event) {
 }
 
 void DatePicker::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   paint_field_ground(*this, density_);
   const int arrow = std::min(density_.scaled(kTouchHeight), width() / 2);
   {
     QPainter painter(this);
     const QRect room = turned(rect().adjusted(density_.scaled(1.5 * kGrid), 0, -arrow, 0), width());
     painter.setFont(font_within(room.width()));
-    painter.setPen(QColor(isEnabled() ? kInk : kFaintInk));
+    painter.setPen(qt_color(isEnabled() ? look.text : look.dim_text));
     draw_directed(painter, room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                   painter.fontMetrics().elidedText(shown(), Qt::ElideRight, room.width()));
   }

@@ -69,7 +69,7 @@ void DropPanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QRect box = content_->geometry().adjusted(-edge, -edge, edge, edge);
   painter.fillRect(box.translated(2 * edge, 2 * edge), QColor(20, 22, 40, 50));
-  painter.fillRect(box, QColor(kAccent));
+  painter.fillRect(box, qt_color(density_.colors->accent));
 }
 
 void DropPanel::mousePressEvent(QMouseEvent*) { close_soon(); }

@@ -15,27 +15,28 @@ QSize FlatButton::sizeHint() const {
 }
 
 void FlatButton::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const bool marked = (isDefault() || isChecked()) && isEnabled();
   const bool strong = marked && picture_.isNull();  // dark pictures need a light ground
-  QColor ground = strong ? QColor(kAccent) : QColor(marked ? kAccentTint : 0xFFFFFFFF);
-  if (isDown()) ground = strong ? QColor(kAccent).lighter(140) : QColor(kAccentTint);
+  Color ground = strong ? look.accent : marked ? look.accent_tint : look.field;
+  if (isDown()) ground = strong ? look.accent_down : look.accent_tint;
   const double line = std::max(1, density_.scaled(marked && !strong ? 2 : 1));
   const double round = density_.scaled(2);
   const QRectF edge = QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2);
-  painter.setBrush(ground);
-  painter.setPen(QPen(QColor(marked ? kAccent : kHairline), line));
+  painter.setBrush(qt_color(ground));
+  painter.setPen(QPen(qt_color(marked ? look.accent : look.line), line));
   painter.drawRoundedRect(edge, round, round);
   if (hasFocus()) {
     const double gap = 2 * line;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(strong ? QColor(Qt::white) : QColor(kAccent), line));
+    painter.setPen(QPen(qt_color(strong ? look.accent_text : look.accent), line));
     painter.drawRoundedRect(edge.adjusted(gap, gap, -gap, -gap), round / 2, round / 2);
   }
   if (!picture_.isNull()) return paint_picture(painter);
   painter.setFont(font());
-  painter.setPen(!isEnabled() ? QColor(kFaintInk) : strong ? QColor(Qt::white) : QColor(kInk));
+  painter.setPen(qt_color(!isEnabled() ? look.dim_text : strong ? look.accent_text : look.text));
   const int side = static_cast<int>(4 * line);
   const QRect room = rect().adjusted(side, 0, -side, 0);
   draw_directed(
@@ -60,7 +61,10 @@ void FlatButton::paint_picture(QPainter& painter) const {
   const double x = std::floor((width() - size.width()) / 2);
   const double y = std::floor((height() - size.height()) / 2);
   if (!isEnabled()) painter.setOpacity(0.4);
-  painter.drawImage(QRectF(QPointF(x, y), size), picture_);
+  const LookColors& look = *density_.colors;
+  const bool tinted = isDown() || ((isDefault() || isChecked()) && isEnabled());
+  painter.drawImage(QRectF(QPointF(x, y), size),
+                    picture_on(picture_, tinted ? look.accent_tint : look.field));
 }
 
 }  // namespace orvello

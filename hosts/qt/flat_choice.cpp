@@ -36,15 +36,16 @@ void paint_tick(QPainter& painter, const QRectF& box) {
 }
 
 void paint_choice(QAbstractButton& button, const Density& density, bool round) {
+  const LookColors& look = *density.colors;
   QPainter painter(&button);
   painter.setRenderHint(QPainter::Antialiasing);
   const double line = std::max(1, density.scaled(1)), side = density.scaled(kMark);
   const double begin = is_right_to_left() ? button.width() - line - side : line;
   const QRectF box(begin, (button.height() - side) / 2, side, side);
   const double corner = round ? side / 2 : density.scaled(2);
-  const QColor ink(button.isEnabled() ? kAccent : kFaintInk);
-  painter.setPen(QPen(button.isChecked() || button.isDown() ? ink : QColor(kDimInk), line));
-  painter.setBrush(button.isDown() ? QColor(kAccentTint) : QColor(Qt::white));
+  const QColor ink = qt_color(button.isEnabled() ? look.accent : look.dim_text);
+  painter.setPen(QPen(button.isChecked() || button.isDown() ? ink : qt_color(look.dim_text), line));
+  painter.setBrush(qt_color(button.isDown() ? look.accent_tint : look.field));
   painter.drawRoundedRect(box, corner, corner);
   painter.setPen(ink);
   if (button.isChecked()) paint_mark(painter, box, round);
@@ -58,12 +59,12 @@ void paint_choice(QAbstractButton& button, const Density& density, bool round) {
     const QRect text = button.fontMetrics().boundingRect(room, turned_flags, button.text());
     const int gap = static_cast<int>(2 * line);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(kAccent), line));
+    painter.setPen(QPen(qt_color(look.accent), line));
     painter.drawRoundedRect(QRectF(text.adjusted(-gap, 0, gap, 0).intersected(button.rect()))
                                 .adjusted(line / 2, line / 2, -line / 2, -line / 2),
                             gap, gap);
   }
-  painter.setPen(QColor(button.isEnabled() ? kInk : kFaintInk));
+  painter.setPen(qt_color(button.isEnabled() ? look.text : look.dim_text));
   draw_directed(painter, room, flags, button.text());
 }
 

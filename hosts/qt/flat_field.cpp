@@ -14,19 +14,21 @@ QRectF inside(const QWidget& field, double line) {
 }  // namespace
 
 void paint_field_ground(QWidget& field, const Density& density) {
+  const LookColors& look = *density.colors;
   QPainter painter(&field);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(field.isEnabled() ? QColor(Qt::white) : QColor(kBarGround));
+  painter.setBrush(qt_color(field.isEnabled() ? look.field : look.ground));
   painter.drawRoundedRect(inside(field, 1), density.scaled(2), density.scaled(2));
 }
 
 void paint_field_edge(QWidget& field, const Density& density, bool focused) {
+  const LookColors& look = *density.colors;
   QPainter painter(&field);
   painter.setRenderHint(QPainter::Antialiasing);
   const double line = std::max(1, density.scaled(focused ? kFieldEdge : 1));
-  const QColor color(focused ? kAccent : field.isEnabled() ? kFaintInk : kHairline);
-  painter.setPen(QPen(color, line, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+  const Color color = focused ? look.accent : field.isEnabled() ? look.edge : look.line;
+  painter.setPen(QPen(qt_color(color), line, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
   painter.drawRoundedRect(inside(field, line), density.scaled(2), density.scaled(2));
 }
 

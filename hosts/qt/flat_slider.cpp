@@ -35,6 +35,7 @@ void FlatSlider::move_to(double x) {
 }
 
 void FlatSlider::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const int knob = radius(), edge = knob + density_.scaled(3);
@@ -43,19 +44,19 @@ void FlatSlider::paintEvent(QPaintEvent*) {
   const double x =
       edge + QStyle::sliderPositionFromValue(minimum(), maximum(), value(), room, turns);
   const double y = height() / 2.0, thick = density_.scaled(kGroove), line = density_.scaled(1);
-  const QColor ink(isEnabled() ? kAccent : kFaintInk);
+  const QColor ink = qt_color(isEnabled() ? look.accent : look.dim_text);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(isEnabled() ? kFaintInk : kHairline));
+  painter.setBrush(qt_color(isEnabled() ? look.edge : look.line));
   painter.drawRoundedRect(QRectF(edge, y - thick / 2, room, thick), thick / 2, thick / 2);
   painter.setBrush(ink);
   const double begin = turns ? x : edge, length = turns ? edge + room - x : x - edge;
   painter.drawRoundedRect(QRectF(begin, y - thick / 2, length, thick), thick / 2, thick / 2);
-  painter.setBrush(isSliderDown() ? QColor(kAccentTint) : QColor(Qt::white));
+  painter.setBrush(qt_color(isSliderDown() ? look.accent_tint : look.field));
   painter.setPen(QPen(ink, std::max(1.0, 2 * line)));
   painter.drawEllipse(QPointF(x, y), knob - line, knob - line);
   if (!hasFocus()) return;
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(QColor(kAccent), std::max(1.0, line)));
+  painter.setPen(QPen(qt_color(look.accent), std::max(1.0, line)));
   painter.drawEllipse(QPointF(x, y), knob + 2 * line, knob + 2 * line);
 }
 

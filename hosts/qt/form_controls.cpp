@@ -1,9 +1,8 @@
 #include "hosts/qt/form_controls.h"
 
-#include <QLabel>
-
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/choice_box.h"
+#include "hosts/qt/colored_label.h"
 #include "hosts/qt/custom_area.h"
 #include "hosts/qt/date_picker.h"
 #include "hosts/qt/direction.h"
@@ -62,16 +61,8 @@ struct Maker {
 };
 
 QWidget* Maker::label() const {
-  auto* label = new QLabel(to_qt(control.text), parent);
-  label->setTextFormat(Qt::PlainText);  // an appointment's text is never markup
-  label->setWordWrap(true);
-  label->setAlignment(turned_alignment(Qt::AlignLeft) | Qt::AlignVCenter);
-  if (control.color) {
-    QPalette colors = label->palette();
-    colors.setColor(QPalette::Active, QPalette::WindowText, QColor(to_qt(*control.color)));
-    colors.setColor(QPalette::Inactive, QPalette::WindowText, QColor(to_qt(*control.color)));
-    label->setPalette(colors);
-  }
+  auto* label = new ColoredLabel(to_qt(control.text), parent, density);
+  if (control.color) label->set_color(*control.color);
   return label;
 }
 

@@ -56,7 +56,7 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
       scroll_(new QScrollArea(this)),
       body_(new QWidget),
       focus_([this](Event kind, int control) { tell(kind, control); }) {
-  apply_form_look(*this, density);
+  setFont(widget_font(density));
   setAutoFillBackground(true);
   setAttribute(Qt::WA_NoMousePropagation);  // nothing of what happens here is for what lies below
   setAccessibleName(to_qt(dialog.title));
@@ -198,11 +198,12 @@ void FormWidget::release_at(QPointF global) {
 void FormWidget::resizeEvent(QResizeEvent*) { lay_out(); }
 
 void FormWidget::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   QPainter painter(this);
   if (titled_) paint_title(painter, QRect(0, 0, width(), title_height()), density_, title());
   if (const int edge = border()) {
-    painter.fillRect(rect(), QColor(kDimInk));
-    painter.fillRect(rect().adjusted(edge, edge, -edge, -edge), QColor(kBarGround));
+    painter.fillRect(rect(), qt_color(look.dim_text));
+    painter.fillRect(rect().adjusted(edge, edge, -edge, -edge), qt_color(look.ground));
   }
 }
 

@@ -40,10 +40,11 @@ LineControl::LineControl(const QString& text, QWidget* parent, const Density& de
 }
 
 void LineControl::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   const int line = std::max(1, density_.scaled(1)), side = density_.scaled(1.5 * kGrid);
   QPainter painter(this);
-  if (isDown()) painter.fillRect(rect(), QColor(kAccentTint));
-  painter.fillRect(0, height() - line, width(), line, QColor(kHairline));
+  if (isDown()) painter.fillRect(rect(), qt_color(look.accent_tint));
+  painter.fillRect(0, height() - line, width(), line, qt_color(look.line));
   // The text stands where an edit in its place has it.
   const QRect room = rect().adjusted(side, 0, -side, -line);
   QString shown = text();
@@ -58,7 +59,7 @@ void LineControl::paintEvent(QPaintEvent*) {
     shown = metrics.elidedText(shown, Qt::ElideRight, room.width());
   }
   painter.setFont(font());
-  painter.setPen(QColor(isEnabled() ? kInk : kFaintInk));
+  painter.setPen(qt_color(isEnabled() ? look.text : look.dim_text));
   draw_directed(painter, room, flags, shown);
   painter.end();
   if (hasFocus()) paint_field_edge(*this, density_, true);

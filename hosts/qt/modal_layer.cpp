@@ -55,6 +55,7 @@ ModalLayer::ModalLayer(QtMainWindow& window) : Guarded(parent_for(window)), wind
   if (dynamic_cast<Shell*>(parentWidget())) {
     focus_before_ = window.shell()->focusWidget();
   } else {
+    setPalette(look_palette(*window.density().colors));
     setWindowFlags(Qt::Dialog);
     setWindowModality(Qt::ApplicationModal);
   }

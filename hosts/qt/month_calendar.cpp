@@ -169,7 +169,7 @@ void MonthCalendar::focusOutEvent(QFocusEvent*) { update(); }
 void MonthCalendar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.fillRect(rect(), Qt::white);
+  painter.fillRect(rect(), qt_color(density_.colors->field));
   paint_heading(painter);
   const QDate start = grid_start();
   painter.setFont(widget_font(density_, kTextSize));
@@ -189,8 +189,9 @@ WeekNames MonthCalendar::names_within(const QFontMetrics& metrics) const {
 }
 
 void MonthCalendar::paint_heading(QPainter& painter) const {
+  const LookColors& look = *density_.colors;
   for (int arrow = 0; arrow < kArrows; ++arrow) paint_arrow(painter, arrow);
-  painter.setPen(QColor(kAccent));
+  painter.setPen(qt_color(look.accent));
   painter.setFont(widget_font(density_, kHeadingSize, true));
   const auto between = [&](int back, int on) {
     QRect a = place_of(back), b = place_of(on);
@@ -205,7 +206,7 @@ void MonthCalendar::paint_heading(QPainter& painter) const {
   painter.drawText(room, Qt::AlignCenter, name);
   painter.drawText(between(2, 3), Qt::AlignCenter, QString::number(date_.year()));
   const QRect names = day_names();
-  painter.setPen(QColor(kDimInk));
+  painter.setPen(qt_color(look.dim_text));
   painter.setFont(widget_font(density_, kTextSize - 1));
   const QDate start = grid_start();
   const WeekNames shown = names_within(painter.fontMetrics());
@@ -216,44 +217,47 @@ void MonthCalendar::paint_heading(QPainter& painter) const {
     const auto day = static_cast<std::size_t>(start.addDays(column).dayOfWeek() - 1);
     painter.drawText(box, Qt::AlignCenter, to_qt(shown[day]));
   }
-  painter.fillRect(0, names.bottom(), width(), std::max(1, density_.scaled(1)), QColor(kHairline));
+  painter.fillRect(0, names.bottom(), width(), std::max(1, density_.scaled(1)),
+                   qt_color(look.line));
 }
 
 void MonthCalendar::paint_arrow(QPainter& painter, int arrow) const {
+  const LookColors& look = *density_.colors;
   const QRectF place = place_of(arrow);
   const bool forward = (arrow % 2 == 1) != is_right_to_left();
-  if (pressed_ == arrow) painter.fillRect(place, QColor(kAccentTint));
+  if (pressed_ == arrow) painter.fillRect(place, qt_color(look.accent_tint));
   const double half = density_.scaled(4), depth = half * (forward ? 1 : -1);
   const QPointF middle = place.center();
   QPainterPath path(middle - QPointF(depth / 2, half));
   path.lineTo(middle + QPointF(depth / 2, 0));
   path.lineTo(middle + QPointF(-depth / 2, half));
   const double thick = std::max(1.5, density_.scaled(2) * 1.0);
-  painter.strokePath(path,
-                     QPen(QColor(kAccent), thick, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.strokePath(
+      path, QPen(qt_color(look.accent), thick, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
 void MonthCalendar::paint_day(QPainter& painter, int part, const QDate& day) const {
+  const LookColors& look = *density_.colors;
   const double line = std::max(1, density_.scaled(1));
   const QRectF box = QRectF(place_of(part)).adjusted(line, line, -line, -line);
   const double round = density_.scaled(3);
   const bool selected = day == date_;
   if (selected || pressed_ == part) {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(selected ? kAccent : kAccentTint));
+    painter.setBrush(qt_color(selected ? look.accent : look.accent_tint));
     painter.drawRoundedRect(box, round, round);
   }
   painter.setBrush(Qt::NoBrush);
   const QRectF edge = box.adjusted(2 * line, 2 * line, -2 * line, -2 * line);
   if (day == today_) {
-    painter.setPen(QPen(selected ? QColor(Qt::white) : QColor(kAccent), 1.5 * line));
+    painter.setPen(QPen(qt_color(selected ? look.accent_text : look.accent), 1.5 * line));
     painter.drawRoundedRect(edge, round, round);
   } else if (selected && hasFocus()) {
-    painter.setPen(QPen(QColor(Qt::white), line, Qt::DotLine));
+    painter.setPen(QPen(qt_color(look.accent_text), line, Qt::DotLine));
     painter.drawRoundedRect(edge, round, round);
   }
   const bool other = day.month() != date_.month();
-  painter.setPen(selected ? QColor(Qt::white) : QColor(other ? kDimInk : kInk));
+  painter.setPen(qt_color(selected ? look.accent_text : other ? look.dim_text : look.text));
   painter.drawText(place_of(part), Qt::AlignCenter, QString::number(day.day()));
 }
 

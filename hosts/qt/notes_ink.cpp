@@ -51,10 +51,10 @@ double width_at(const NotesStroke& stroke, const StrokePoint& point) {
 
 }  // namespace
 
-void paint_stroke(QPainter& painter, const NotesStroke& stroke, const QRectF& seen) {
+void paint_stroke(QPainter& painter, const NotesStroke& stroke, const QRectF& seen, Color color) {
   const auto& points = stroke.points;
   if (points.empty()) return;
-  QPen pen(QColor(to_qt(stroke.color)), 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+  QPen pen(qt_color(color), 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
   if (points.size() == 1) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(pen.color());

@@ -16,8 +16,8 @@ namespace orvello {
 using NotesInk = std::shared_ptr<const std::vector<NotesStroke>>;
 
 // Draws it smoothly, as far as it is seen: as curves between the middles of its points, as thick as
-// it was pressed.
-void paint_stroke(QPainter& painter, const NotesStroke& stroke, const QRectF& seen);
+// it was pressed; in a colour that can be seen where the stroke's own could not.
+void paint_stroke(QPainter& painter, const NotesStroke& stroke, const QRectF& seen, Color color);
 // What the last point of a stroke changes on the page.
 QRectF bounds_of_end(const NotesStroke& stroke);
 QRectF bounds_of(const NotesStroke& stroke);

@@ -8,6 +8,7 @@
 #include <QTextDocument>
 #include <QTextFrame>
 
+#include "draw/readable.h"
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/notes_document.h"
 #include "hosts/qt/qt_look.h"
@@ -193,9 +194,12 @@ void NotesPane::paintEvent(QPaintEvent* event) {
   painter.scale(density_.unit(), density_.unit());
   const QRectF seen = QRectF(on_page(event->rect().topLeft()), on_page(event->rect().bottomRight()))
                           .adjusted(-1, -1, 1, 1);
+  const auto paint = [&](const NotesStroke& stroke) {
+    paint_stroke(painter, stroke, seen, legible_on(density_.colors->field, stroke.color));
+  };
   for (const NotesStroke& stroke : *now_.ink)
-    if (bounds_of(stroke).intersects(seen)) paint_stroke(painter, stroke, seen);
-  if (drawing_) paint_stroke(painter, *drawing_, seen);
+    if (bounds_of(stroke).intersects(seen)) paint(stroke);
+  if (drawing_) paint(*drawing_);
 }
 
 bool NotesPane::take_key(const QKeyEvent& event) {

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QPolygon>
+#include <algorithm>
 
 #include "draw/form_layout.h"
 #include "draw/mirrored.h"
@@ -31,8 +32,20 @@ void cut_out(QWidget& form, const DialogTemplate& dialog, const Density& density
 
 }  // namespace
 
+FormColors QtDialogs::colors() const { return *window_.density().colors; }
+
+// What only the program draws on a popup belongs to the view that it stands over.
+const Density& QtDialogs::density_of(const DialogTemplate& dialog) const {
+  const bool drawn = std::all_of(dialog.controls.begin(), dialog.controls.end(),
+                                 [](const ControlTemplate& control) {
+                                   return control.kind == ControlTemplate::Kind::custom ||
+                                          control.kind == ControlTemplate::Kind::report;
+                                 });
+  return dialog.popup && drawn ? window_.density() : window_.form_density();
+}
+
 QRect QtDialogs::modal_place(const DialogTemplate& dialog, const FormWidget& form, QSize whole) {
-  const Density& density = window_.density();
+  const Density& density = density_of(dialog);
   const Size room{whole.width(), whole.height()};
   if (!dialog.popup) return to_qt(sheet_place(dialog, density.unit(), form.title_height(), room));
   const Size design = design_size(dialog);
@@ -51,7 +64,7 @@ QRect QtDialogs::modal_place(const DialogTemplate& dialog, const FormWidget& for
 }
 
 int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) {
-  const Density& density = window_.density();
+  const Density& density = density_of(dialog);
   const QPointer<ModalLayer> layer = new ModalLayer(window_);
   const QPointer<FormWidget> form = new FormWidget(layer, density, locale_, dialog, !dialog.popup);
   const Size design = design_size(dialog);

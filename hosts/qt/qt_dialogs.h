@@ -16,9 +16,11 @@ class QtDialogs : public Dialogs {
   int run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) override;
   std::unique_ptr<Dialog> open_modeless(const DialogTemplate& dialog,
                                         DialogProcedure& procedure) override;
+  FormColors colors() const override;
   int run_sheet(TextView title, const std::vector<SheetPage>& pages) override;
 
  private:
+  const Density& density_of(const DialogTemplate& dialog) const;
   QRect modal_place(const DialogTemplate& dialog, const FormWidget& form, QSize whole);
 
   QtMainWindow& window_;

@@ -31,7 +31,11 @@ QtWindowOptions window_options(const QtHostOptions& options) {
   result.dpi = options.dpi;
   result.files = options.files;
   result.new_appointment = options.new_appointment;
-  if (options.offscreen) result.data_folder.clear(), result.place_file.clear();
+  if (options.offscreen) {
+    result.data_folder.clear();
+    result.place_file.clear();
+    result.look = DesktopLook{};  // a picture is the same on every desktop
+  }
   return result;
 }
 
@@ -68,8 +72,7 @@ std::unique_ptr<GuardedApplication> QtHost::make_application(int& argc, char** a
                                                              bool offscreen) {
   if (QCoreApplication::instance()) return nullptr;
   if (offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
-  // The program brings its own look: asking the desktop for its colours and fonts costs time.
-  QApplication::setDesktopSettingsAware(false);
+  QApplication::setDesktopSettingsAware(!offscreen);
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
   QCoreApplication::setApplicationName(QStringLiteral("orvello"));

@@ -7,7 +7,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QSocketNotifier>
-#include <deque>
+#include <QToolTip>
 #include <filesystem>
 #include <mutex>
 #include <utility>
@@ -15,8 +15,10 @@
 
 #include "hosts/linux/window_place.h"
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/desktop_settings.h"
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/program_icon.h"
+#include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_surface.h"
 #include "hosts/qt/qt_text.h"
 #include "ports/messages.h"
@@ -120,10 +122,16 @@ QtMainWindow::QtMainWindow(QtWindowOptions options)
   const QScreen* screen = QGuiApplication::primaryScreen();
   density_.ratio = screen ? screen->devicePixelRatio() : 1;
   density_.dpi = options_.dpi > 0 ? options_.dpi : density_.device(96);
+  if (!options_.look) desktop_settings_ = ask_desktop_settings();
+  look_ = options_.look ? *options_.look : look_of_desktop(desktop_settings_);
+  take_scale();
+  take_colors();
   place_ = first_place();
   events_.send = [this](const Message& message) { return send(message); };
   events_.close_wanted = [this] { close_wanted(); };
   events_.resized = [this] { resized(); };
+  events_.desktop_changed = [this] { follow_desktop(); };
+  events_.activated = [this] { ask_desktop(); };
   events_.files_dropped = [this](std::vector<std::string> files) {
     if (on_files) on_files(std::move(files));
   };
@@ -162,6 +170,8 @@ ScreenInfo QtMainWindow::screen() const {
     info.resolution = *options_.screen;
   info.work_area = {0, 0, info.resolution.width, info.resolution.height};
   info.dpi_x = info.dpi_y = density_.dpi;
+  info.form_dpi = static_cast<int>(std::lround(density_.dpi * look_.text_scale));
+  info.dark_desktop = look_.dark;
   return info;
 }
 
@@ -228,7 +238,7 @@ bool QtMainWindow::create(TextView, TextView title, int, MessageHandler& handler
 // What is comfortable, as far as the screen has it.
 void QtMainWindow::set_least_size() {
   const QScreen* screen = QGuiApplication::screenAt({place_.center().x, place_.center().y});
-  QSize least(density_.scaled(kLeastWidth), density_.scaled(kLeastHeight));
+  QSize least(form_density().scaled(kLeastWidth), form_density().scaled(kLeastHeight));
   if (screen) least = least.boundedTo(screen->availableSize());
   shell_->setMinimumSize(least);
 }
@@ -386,6 +396,46 @@ void QtMainWindow::close_wanted() {
     return;
   }
   if (!send({kMessageClose, 0, {}, 0})) destroy();
+}
+
+void QtMainWindow::take_scale() {
+  density_.desktop_text = look_.text_scale;
+  form_densities_.push_back(density_.grown());
+}
+
+void QtMainWindow::take_colors() {
+  density_.colors = look_.dark ? &kDarkColors : &kLightColors;
+  for (Density& density : form_densities_) density.colors = density_.colors;
+  const QPalette palette = look_palette(*density_.colors);
+  QToolTip::setPalette(palette);
+  if (shell_) shell_->setPalette(palette);
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (dynamic_cast<ModalLayer*>(window)) window->setPalette(palette);
+}
+
+void QtMainWindow::take_look(const DesktopLook& look) {
+  const DesktopLook before = std::exchange(look_, look);
+  const bool scaled = look.text_scale != before.text_scale;
+  if (scaled) take_scale();
+  if (look.dark != before.dark) take_colors();
+  if (look == before || !shell_) return;
+  if (on_look) on_look();
+  if (!scaled) return;
+  if (!options_.screen) set_least_size();
+  send({kMessageSettingChange, kScreenRotated, {}, 0});
+}
+
+void QtMainWindow::follow_desktop() {
+  if (!options_.look) take_look(look_of_desktop(desktop_settings_));
+}
+
+// Not all that can be changed there is told.
+void QtMainWindow::ask_desktop() {
+  if (options_.look) return;
+  ask_desktop_settings_later(receiver_.get(), [this](const DesktopSettings& settings) {
+    desktop_settings_ = settings;
+    follow_desktop();
+  });
 }
 
 void QtMainWindow::resized() {

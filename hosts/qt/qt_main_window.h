@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPointer>
 #include <atomic>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "hosts/linux/single_instance.h"
+#include "hosts/qt/desktop_look.h"
 #include "hosts/qt/qt_shell.h"
 #include "ports/main_window.h"
 
@@ -30,6 +32,7 @@ struct QtWindowOptions {
   int dpi = 0;
   std::vector<std::string> files;
   bool new_appointment = false;
+  std::optional<DesktopLook> look;  // nothing: as the desktop around it, which is followed
 };
 
 class QtMainWindow : public MainWindow {
@@ -62,7 +65,10 @@ class QtMainWindow : public MainWindow {
   void accessible_changed() override;
 
   // For the other ports of this host.
-  const Density& density() const { return density_; }
+  const Density& density() const { return density_; }  // of the views, and what belongs to them
+  // Of menus, forms and boxes. What was made with one keeps its lengths; colours change.
+  const Density& form_density() const { return form_densities_.back(); }
+  void take_look(const DesktopLook& look);
   Shell* shell() { return shell_; }
   void let_pointer_go();
   void note_first_paint();
@@ -72,6 +78,7 @@ class QtMainWindow : public MainWindow {
 
   std::function<void(std::vector<std::string>)> on_files;
   std::function<void()> on_first_paint;
+  std::function<void()> on_look;  // the desktop looks otherwise: for what has a density of its own
 
  private:
   class Receiver;
@@ -86,7 +93,15 @@ class QtMainWindow : public MainWindow {
   Rect first_place() const;
 
   QtWindowOptions options_;
+  void take_scale();
+  void take_colors();
+  void follow_desktop();
+  void ask_desktop();
+
   Density density_;
+  std::deque<Density> form_densities_;  // the last one is in use, earlier ones by what stands
+  DesktopSettings desktop_settings_;
+  DesktopLook look_;
   Rect place_;  // logical pixels, on the desktop
   ShellEvents events_;
   std::unique_ptr<Receiver> receiver_;

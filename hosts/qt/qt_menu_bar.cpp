@@ -51,9 +51,10 @@ class QtMenuBar::Bar : public Guarded<QWidget> {
  protected:
   void resizeEvent(QResizeEvent*) override { lay_out(); }
   void paintEvent(QPaintEvent*) override {
+    const LookColors& look = *density_.colors;
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(kBarGround));
-    painter.fillRect(0, 0, width(), std::max(1, density_.scaled(1)), QColor(kHairline));
+    painter.fillRect(rect(), qt_color(look.ground));
+    painter.fillRect(0, 0, width(), std::max(1, density_.scaled(1)), qt_color(look.line));
   }
 
  private:
@@ -84,11 +85,21 @@ class QtMenuBar::Bar : public Guarded<QWidget> {
   const std::vector<BarButton*>& buttons_;
 };
 
+QtMenuBar::QtMenuBar(QtMainWindow& window) : window_(window) {
+  window.on_look = [this] {
+    density_ = window_.form_density();
+    if (!bar_) return;
+    take_height();
+    bar_->lay_out();
+    bar_->update();
+  };
+}
+
 bool QtMenuBar::create(const MenuBarContent& content) {
   Shell* shell = window_.shell();
   if (!shell || bar_) return false;
-  const Density& density = window_.density();
-  bar_ = new Bar(shell, density, buttons_);
+  density_ = window_.form_density();
+  bar_ = new Bar(shell, density_, buttons_);
   const QImage strip = content.strip.empty() ? QImage() : to_qt(content.strip);
   const int side = content.strip.height;
   for (const MenuBarButton& item : content.buttons) {
@@ -98,7 +109,7 @@ bool QtMenuBar::create(const MenuBarContent& content) {
     }
     const bool has_image = item.image >= 0 && (item.image + 1) * side <= strip.width();
     QImage image = has_image ? strip.copy(item.image * side, 0, side, side) : QImage();
-    auto* button = new BarButton(bar_, density, item, std::move(image));
+    auto* button = new BarButton(bar_, density_, item, std::move(image));
     buttons_.push_back(button);
     on_signal(button, &QAbstractButton::clicked, bar_, [this, button] {
       // Posted, as a command may destroy the bar and this button with it.
@@ -108,11 +119,17 @@ bool QtMenuBar::create(const MenuBarContent& content) {
       if (alive && command) window_.post({kMessageCommand, command, {}, 0});
     });
   }
-  const double device_unit = density.dpi / 96.0;
-  height_ = std::max(content.height, static_cast<int>(std::ceil(kTouchHeight * device_unit)));
-  shell->set_bar(bar_, height_);
+  wanted_height_ = content.height / density_.unit() / density_.ratio;
+  take_height();
   bar_->lay_out();
   return true;
+}
+
+void QtMenuBar::take_height() {
+  const double device_unit = density_.unit() * density_.ratio;
+  height_ = std::max(static_cast<int>(std::lround(wanted_height_ * device_unit)),
+                     static_cast<int>(std::ceil(kTouchHeight * device_unit)));
+  window_.shell()->set_bar(bar_, height_);
 }
 
 void QtMenuBar::destroy() {

@@ -12,7 +12,7 @@ class BarButton;
 
 class QtMenuBar : public MenuBar {
  public:
-  explicit QtMenuBar(QtMainWindow& window) : window_(window) {}
+  explicit QtMenuBar(QtMainWindow& window);
   ~QtMenuBar() override { destroy(); }
 
   bool create(const MenuBarContent& content) override;
@@ -27,8 +27,11 @@ class QtMenuBar : public MenuBar {
  private:
   class Bar;
   BarButton* button_of(std::uint32_t command) const;
+  void take_height();
 
   QtMainWindow& window_;
+  Density density_;           // it follows the desktop while it stands
+  double wanted_height_ = 0;  // design units
   Bar* bar_ = nullptr;
   std::vector<BarButton*> buttons_;  // by position, null for a separator
   int height_ = 0;

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPainter>
 #include <QPointer>
 #include <QPushButton>
@@ -10,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/colored_label.h"
 #include "hosts/qt/direction.h"
 #include "hosts/qt/flat_button.h"
 #include "hosts/qt/modal_layer.h"
@@ -21,7 +21,6 @@ namespace {
 
 constexpr int kBoxWidth = 216;  // fits a 240-pixel screen with a margin
 constexpr int kWideBoxWidth = 300;
-constexpr QRgb kWarning = 0xFFB56A00, kError = 0xFF990000;
 
 struct Choice {
   BoxAnswer answer;
@@ -53,10 +52,10 @@ class BoxSheet : public Guarded<QWidget> {
   BoxSheet(QWidget* parent, const Density& density, TextView text, TextView caption, BoxIcon icon)
       : Guarded(parent),
         density_(density),
-        color_(icon == BoxIcon::error     ? kError
-               : icon == BoxIcon::warning ? kWarning
-                                          : kAccent) {
-    apply_form_look(*this, density);
+        color_(icon == BoxIcon::error     ? &LookColors::error
+               : icon == BoxIcon::warning ? &LookColors::warning
+                                          : &LookColors::accent) {
+    setFont(widget_font(density));
     setAutoFillBackground(true);
     setAccessibleName(to_qt(caption));
     setObjectName(QStringLiteral("box"));
@@ -64,18 +63,11 @@ class BoxSheet : public Guarded<QWidget> {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
     column->setSpacing(2 * grid);
-    auto* heading = new QLabel(to_qt(caption));
-    heading->setTextFormat(Qt::PlainText);
-    heading->setWordWrap(true);
-    heading->setAlignment(turned_alignment(Qt::AlignLeft) | Qt::AlignVCenter);
-    heading->setFont(widget_font(density, kHeadingSize, true));
-    QPalette palette = heading->palette();
-    palette.setColor(QPalette::WindowText, QColor(color_));
-    heading->setPalette(palette);
-    column->addWidget(heading);
-    message_ = new QLabel(to_qt(text));
-    message_->setTextFormat(Qt::PlainText);
-    message_->setWordWrap(true);
+    heading_ = new ColoredLabel(to_qt(caption), this, density);
+    heading_->setFont(widget_font(density, kHeadingSize, true));
+    heading_->set_color(density.colors->*color_);
+    column->addWidget(heading_);
+    message_ = new ColoredLabel(to_qt(text), this, density);
     message_->setAlignment(Qt::AlignTop | turned_alignment(Qt::AlignLeft));
     // A text longer than the screen scrolls.
     scroll_ = new QScrollArea;
@@ -110,13 +102,20 @@ class BoxSheet : public Guarded<QWidget> {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    painter.fillRect(0, 0, width(), std::max(2, density_.scaled(3)), QColor(color_));
+    painter.fillRect(0, 0, width(), std::max(2, density_.scaled(3)),
+                     qt_color(density_.colors->*color_));
+  }
+  void changeEvent(QEvent* event) override {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && heading_)
+      heading_->set_color(density_.colors->*color_);
   }
 
  private:
   const Density& density_;
-  QRgb color_;
-  QLabel* message_;
+  Color LookColors::*color_;
+  ColoredLabel* heading_ = nullptr;
+  ColoredLabel* message_;
   QScrollArea* scroll_;
   QHBoxLayout* row_;
 };
@@ -132,7 +131,7 @@ QRect centered(QSize size, QSize whole) {
 BoxAnswer QtMessageBoxes::show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                                bool) {
   if (answer) return answer(text, caption, icon, buttons);
-  const Density& density = window_.density();
+  const Density& density = window_.form_density();
   const QPointer<ModalLayer> layer = new ModalLayer(window_);
   auto* sheet = new BoxSheet(layer, density, text, caption, icon);
   BoxAnswer given = careful_answer(buttons);

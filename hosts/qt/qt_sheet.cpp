@@ -12,7 +12,7 @@ using Event = DialogEvent::Kind;
 
 QtSheet::QtSheet(QtMainWindow& window, const LocaleData& locale, const QString& title,
                  const std::vector<SheetPage>& pages)
-    : density_(window.density()),
+    : density_(window.form_density()),
       layer_(new ModalLayer(window)),
       sheet_(new SheetWidget(layer_, density_, title)),
       pages_(pages) {

@@ -88,7 +88,7 @@ bool ContentArea::send_pointer(const QtPointer::Step& step) {
 }
 
 void ContentArea::paintEvent(QPaintEvent*) {
-  QPainter(this).fillRect(rect(), Qt::white);
+  QPainter(this).fillRect(rect(), qt_color(density_.colors->ground));
   events_.send({kMessagePaint, 0, {}, 0});
 }
 
@@ -143,6 +143,7 @@ Shell::Shell(const Density& density, ShellEvents& events)
   setObjectName(QStringLiteral("shell"));
   setAcceptDrops(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setPalette(look_palette(*density.colors));
   resize_pause_.setSingleShot(true);
   resize_pause_.setInterval(kResizePauseMilliseconds);
   on_signal(&resize_pause_, &QTimer::timeout, this, [this] { events_.resized(); });
@@ -287,10 +288,19 @@ void Shell::closeEvent(QCloseEvent* event) {
   events_.close_wanted();
 }
 
+bool Shell::take_event(QEvent* event) {
+  const bool other_desktop = event->type() == QEvent::ApplicationPaletteChange ||
+                             event->type() == QEvent::ApplicationFontChange;
+  if (other_desktop) events_.desktop_changed();
+  return QWidget::event(event);
+}
+
 void Shell::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::ActivationChange)
+  if (event->type() == QEvent::ActivationChange) {
+    if (isActiveWindow()) events_.activated();
     events_.send({kMessageActivate, isActiveWindow() ? 1u : 0u, {}, 0});
+  }
 }
 
 // Nothing in the window has the focus: what is modal hears the keys all the same.
@@ -301,6 +311,8 @@ void Shell::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-void Shell::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), Qt::white); }
+void Shell::paintEvent(QPaintEvent*) {
+  QPainter(this).fillRect(rect(), qt_color(density_.colors->ground));
+}
 
 }  // namespace orvello

@@ -25,6 +25,8 @@ struct ShellEvents {
   std::function<void()> close_wanted;
   std::function<void()> resized;  // some time after the last of a row of changes
   std::function<void(std::vector<std::string>)> files_dropped;
+  std::function<void()> desktop_changed;  // its colours or its texts
+  std::function<void()> activated;
 };
 
 class ContentArea : public Guarded<QWidget> {
@@ -86,6 +88,7 @@ class Shell : public Guarded<QWidget> {
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  bool take_event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;

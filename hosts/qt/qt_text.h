@@ -19,6 +19,7 @@ inline Text from_qt(const QString& text) {
               static_cast<std::size_t>(text.size()));
 }
 inline QRgb to_qt(Color color) { return qRgb(red_of(color), green_of(color), blue_of(color)); }
+inline QColor qt_color(Color color) { return QColor(to_qt(color)); }
 inline QRect to_qt(const Rect& rect) { return {rect.x, rect.y, rect.width, rect.height}; }
 
 // Magenta becomes transparent.

@@ -24,13 +24,14 @@ void ReportTitles::scroll_to(int logical_left) {
 }
 
 void ReportTitles::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   QPainter painter(this);
   const int line = std::max(1, density_.scaled(1));
-  painter.fillRect(rect(), QColor(kBarGround));
-  painter.fillRect(0, height() - line, width(), line, QColor(kHairline));
+  painter.fillRect(rect(), qt_color(look.ground));
+  painter.fillRect(0, height() - line, width(), line, qt_color(look.line));
   painter.scale(1 / density_.ratio, 1 / density_.ratio);
   painter.setFont(model_.font(true));
-  painter.setPen(QColor(kDimInk));
+  painter.setPen(qt_color(look.dim_text));
   const int bottom = density_.device(height() - line);
   int x = density_.device(-left_);
   const auto& columns = model_.content().columns;

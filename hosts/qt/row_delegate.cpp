@@ -46,19 +46,20 @@ QSize RowDelegate::row_size(const QStyleOptionViewItem& option, const QModelInde
 
 void RowDelegate::paint_row(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
+  const LookColors& look = *density_.colors;
   const bool enabled = option.state & QStyle::State_Enabled;
   const bool selected = option.state & QStyle::State_Selected;
   painter->save();
-  if (selected) painter->fillRect(option.rect, QColor(enabled ? kAccent : kFaintInk));
+  if (selected) painter->fillRect(option.rect, qt_color(enabled ? look.accent : look.dim_text));
   const QRect room = text_room(option.rect);
   const QString text = index.data().toString();
   painter->setFont(option.font);
-  painter->setPen(selected ? QColor(Qt::white) : QColor(enabled ? kInk : kFaintInk));
+  painter->setPen(qt_color(selected ? look.accent_text : enabled ? look.text : look.dim_text));
   draw_directed(*painter, room, flags_for(QFontMetrics(option.font), room.width(), text), text);
   if (option.state & QStyle::State_HasFocus) {
     const double line = std::max(1, density_.scaled(1)), gap = 1.5 * line;
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(selected ? QColor(Qt::white) : QColor(kAccent), line));
+    painter->setPen(QPen(qt_color(selected ? look.accent_text : look.accent), line));
     painter->drawRect(QRectF(option.rect).adjusted(gap, gap, -gap, -gap));
   }
   painter->restore();

@@ -56,23 +56,25 @@ QSize SheetTabs::tabSizeHint(int index) const {
 }
 
 void SheetTabs::paintEvent(QPaintEvent*) {
+  const LookColors& look = *density_.colors;
   QPainter painter(this);
   const int line = std::max(1, density_.scaled(1)), thick = std::max(2, density_.scaled(3));
-  painter.fillRect(rect(), QColor(kBarGround));
-  painter.fillRect(0, height() - line, width(), line, QColor(kHairline));
+  painter.fillRect(rect(), qt_color(look.ground));
+  painter.fillRect(0, height() - line, width(), line, qt_color(look.line));
   for (int i = 0; i < count(); ++i) {
     const QRect tab = tabRect(i);
     const bool shown = i == shown_;
     if (shown) {
-      painter.fillRect(tab, Qt::white);
-      painter.fillRect(tab.left(), tab.bottom() + 1 - thick, tab.width(), thick, QColor(kAccent));
+      painter.fillRect(tab, qt_color(look.field));
+      painter.fillRect(tab.left(), tab.bottom() + 1 - thick, tab.width(), thick,
+                       qt_color(look.accent));
     }
     painter.setFont(widget_font(density_, kTextSize, shown));
-    painter.setPen(QColor(shown ? kAccent : kInk));
+    painter.setPen(qt_color(shown ? look.accent : look.text));
     draw_directed(painter, tab, Qt::AlignCenter | Qt::TextSingleLine, tabText(i));
     if (!shown || !hasFocus()) continue;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(kAccent), line));
+    painter.setPen(QPen(qt_color(look.accent), line));
     painter.drawRect(tab.adjusted(2 * line, 2 * line, -3 * line, -2 * line - thick));
   }
 }

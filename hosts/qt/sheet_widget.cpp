@@ -28,7 +28,7 @@ SheetWidget::SheetWidget(QWidget* parent, const Density& density, const QString&
       close_(make_close_button(*this, density)),
       ok_(new FlatButton(QStringLiteral("OK"), this, density)),
       cancel_(new FlatButton(QStringLiteral("Cancel"), this, density)) {
-  apply_form_look(*this, density);
+  setFont(widget_font(density));
   setAutoFillBackground(true);
   setAttribute(Qt::WA_NoMousePropagation);
   setAccessibleName(title);
@@ -124,7 +124,7 @@ void SheetWidget::paintEvent(QPaintEvent*) {
   paint_title(painter, QRect(0, 0, width(), title_height()), density_, title_, right);
   if (!roomy_) return;
   const int line = std::max(1, density_.scaled(1));
-  painter.fillRect(0, height() - buttons_height(), width(), line, QColor(kHairline));
+  painter.fillRect(0, height() - buttons_height(), width(), line, qt_color(density_.colors->line));
 }
 
 }  // namespace orvello

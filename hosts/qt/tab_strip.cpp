@@ -25,17 +25,18 @@ class StripArrow : public Guarded<QAbstractButton> {
 
  protected:
   void paintEvent(QPaintEvent*) override {
+    const LookColors& look = *density_.colors;
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(isDown() ? kAccentTint : kBarGround));
+    painter.fillRect(rect(), qt_color(isDown() ? look.accent_tint : look.ground));
     const int line = std::max(1, density_.scaled(1));
-    painter.fillRect(0, height() - line, width(), line, QColor(kHairline));
+    painter.fillRect(0, height() - line, width(), line, qt_color(look.line));
     painter.setRenderHint(QPainter::Antialiasing);
     const double half = density_.scaled(4), depth = half / 2 * (forward_ ? 1 : -1);
     const QPointF middle = QRectF(rect()).center();
     QPainterPath path(middle - QPointF(depth, half));
     path.lineTo(middle + QPointF(depth, 0));
     path.lineTo(middle + QPointF(-depth, half));
-    painter.strokePath(path, QPen(QColor(isEnabled() ? kAccent : kHairline),
+    painter.strokePath(path, QPen(qt_color(isEnabled() ? look.accent : look.line),
                                   std::max(1.5, density_.scaled(2) * 1.0), Qt::SolidLine,
                                   Qt::RoundCap, Qt::RoundJoin));
   }

@@ -16,11 +16,13 @@ constexpr int kCrossSize = 18;  // design units
 
 void paint_title(QPainter& painter, const QRect& strip, const Density& density,
                  const QString& title, int right) {
+  const LookColors& look = *density.colors;
   const int line = std::max(1, density.scaled(1)), side = density.scaled(2 * kGrid);
-  painter.fillRect(strip, Qt::white);
-  painter.fillRect(strip.left(), strip.bottom() + 1 - line, strip.width(), line, QColor(kAccent));
+  painter.fillRect(strip, qt_color(look.field));
+  painter.fillRect(strip.left(), strip.bottom() + 1 - line, strip.width(), line,
+                   qt_color(look.accent));
   painter.setFont(widget_font(density, kHeadingSize, true));
-  painter.setPen(QColor(kAccent));
+  painter.setPen(qt_color(look.accent));
   if (right < 0) right = strip.height();  // the close button alone
   const QRect inside = QRect(QPoint(0, 0), strip.size()).adjusted(side, 0, -right, -line);
   const QRect room = turned(inside, strip.width()).translated(strip.topLeft());

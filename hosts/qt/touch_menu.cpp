@@ -9,9 +9,11 @@
 
 namespace orvello {
 
-std::uint32_t run_touch_menu(const Density& density, const std::vector<MenuItem>& items,
+std::uint32_t run_touch_menu(const Density& on, const std::vector<MenuItem>& items,
                              const std::function<QPoint(QSize)>& place) {
+  const Density density = on.grown();
   QMenu menu;  // without a parent, which a command of another source could destroy meanwhile
+  menu.setPalette(look_palette(*density.colors));
   menu.setFont(widget_font(density));
   const int missing = density.scaled(kTouchHeight) - menu.fontMetrics().height();
   const QString sheet = QStringLiteral(

@@ -40,9 +40,10 @@ inline void settle() {
 }
 
 struct TestWindow {
-  explicit TestWindow(Size size = {240, 320}, int dpi = 96) {
+  explicit TestWindow(Size size = {240, 320}, int dpi = 96, const DesktopLook& look = {}) {
     need_application();
     QtWindowOptions options;
+    options.look = look;
     options.screen = size;
     options.dpi = dpi;
     window = std::make_unique<QtMainWindow>(std::move(options));
