@@ -7,9 +7,9 @@
 namespace orvello {
 
 Modality::Modality(const Host& host)
-    : host_(host), counted_{host.clock,     host.locale,   host.registry, host.files,
-                            host.databases, host.surfaces, host.window,   host.menu_bar,
-                            boxes_,         dialogs_,      host.store,    host.input} {}
+    : host_(host), counted_{host.clock,    host.locale, host.registry, host.files, host.databases,
+                            host.surfaces, host.window, host.menu_bar, boxes_,     dialogs_,
+                            host.store,    host.input,  host.shell} {}
 
 void Modality::when_free(std::function<void()> call) {
   waiting_.push_back(std::move(call));

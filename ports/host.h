@@ -4,6 +4,7 @@
 #include "ports/calendar_store.h"
 #include "ports/canvas.h"
 #include "ports/clock.h"
+#include "ports/device_shell.h"
 #include "ports/dialog.h"
 #include "ports/files.h"
 #include "ports/input_methods.h"
@@ -29,6 +30,7 @@ struct Host {
   Dialogs& dialogs;
   CalendarStore& store;
   InputMethods& input;
+  DeviceShell& shell;
 };
 
 }  // namespace orvello

@@ -79,7 +79,8 @@ int WriteItemColor(Registry& registry, TextView name, Color color) {
   return write_value(registry, name, {false, color, {}});
 }
 
-int SetDeviceCalendarHandler(Registry& registry, const Files& files, int enable) {
+int SetDeviceCalendarHandler(Registry& registry, const Files& files, DeviceShell& shell,
+                             int enable) {
   const auto key = registry.open(RegistryRoot::local_machine, kShellCalendarKey);
   if (!key) return 1;
   const Text program = enable == 1
@@ -87,7 +88,18 @@ int SetDeviceCalendarHandler(Registry& registry, const Files& files, int enable)
                            : Text(kDeviceHandler);
   const bool written = key->set(u"1", {true, 0, program});
   const bool kept = key->flush();
-  return written && kept ? 0 : 1;
+  const bool heard = shell.start_this_program(enable == 1);
+  return written && kept && heard ? 0 : 1;
+}
+
+bool IsDeviceCalendarHandler(const DeviceShell& shell, int stored) {
+  return shell.starts_this_program().value_or(stored == 1);
+}
+
+void EnsureShellCalendarKey(Registry& registry) {
+  if (registry.open(RegistryRoot::local_machine, kShellCalendarKey)) return;
+  const auto key = registry.create(RegistryRoot::local_machine, kShellCalendarKey);
+  if (key) key->flush();
 }
 
 }  // namespace orvello

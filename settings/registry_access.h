@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/color.h"
+#include "ports/device_shell.h"
 #include "ports/files.h"
 #include "ports/registry.h"
 
@@ -32,7 +33,13 @@ int WriteTextSetting(Registry& registry, TextView name, TextView text);
 int ReadItemColor(Registry& registry, TextView name, Color& color);
 int WriteItemColor(Registry& registry, TextView name, Color color);
 
-// 1 makes this program the device's calendar, anything else restores the device's own.
-int SetDeviceCalendarHandler(Registry& registry, const Files& files, int enable);
+// 1 makes this program the device's calendar, anything else restores the device's own: in the
+// registry's value, and by what the device's shell goes by. 1 as well when either failed.
+int SetDeviceCalendarHandler(Registry& registry, const Files& files, DeviceShell& shell,
+                             int enable);
+// Whether it is that now, whoever chose so; `stored` (the setting) where that cannot be found out.
+bool IsDeviceCalendarHandler(const DeviceShell& shell, int stored);
+// Makes the shell's key on a device that comes without one; nothing is written where there is one.
+void EnsureShellCalendarKey(Registry& registry);
 
 }  // namespace orvello

@@ -38,10 +38,11 @@ struct HeadlessHost {
   HeadlessDialogs dialogs;
   MemoryStore store{clock};
   HeadlessInput input;
+  HeadlessShell shell;
 
   Host host() {
-    return {clock,  locale,   registry, files,   databases, surfaces,
-            window, menu_bar, boxes,    dialogs, store,     input};
+    return {clock,    locale, registry, files, databases, surfaces, window,
+            menu_bar, boxes,  dialogs,  store, input,     shell};
   }
 };
 

@@ -105,6 +105,13 @@ std::vector<BoxAnswer> answers_of(BoxButtons buttons) {
 
 }  // namespace
 
+bool HeadlessShell::start_this_program(bool wanted) {
+  if (unreadable || unwritable) return false;
+  if (wanted && starts != kThisProgram) before_ = std::exchange(starts, kThisProgram);
+  if (!wanted && starts == kThisProgram) starts = before_;
+  return true;
+}
+
 BoxAnswer HeadlessBoxes::show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                               bool owned) {
   shown.push_back({Text(text), Text(caption), icon, buttons, owned});

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ports/clock.h"
+#include "ports/device_shell.h"
 #include "ports/input_methods.h"
 #include "ports/locale.h"
 #include "ports/main_window.h"
@@ -65,6 +66,21 @@ class HeadlessBoxes : public MessageBoxes {
   std::function<void()> meanwhile;  // while a box stands
   std::vector<BoxAnswer> answers;   // the next ones to give; then that of the
   int button = 0;                   // button that is pressed, from 0; -1: left without one
+};
+
+class HeadlessShell : public DeviceShell {
+ public:
+  std::optional<bool> starts_this_program() const override {
+    return unreadable ? std::nullopt : std::optional(starts == kThisProgram);
+  }
+  bool start_this_program(bool wanted) override;
+
+  static constexpr const char* kThisProgram = "orvello";
+  std::string starts = "device";  // anybody may choose another
+  bool unreadable = false, unwritable = false;
+
+ private:
+  std::string before_;
 };
 
 class HeadlessClock : public Clock {

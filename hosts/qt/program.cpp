@@ -56,7 +56,7 @@ void prepare_first_start(const Paths& paths) {
   if (!key) return;
   for (const TextView name : {u"showindicator", u"usecategorycolorforbar", u"coloryearview"})
     WriteNumberSetting(registry, name, 1);
-  key->flush();
+  EnsureShellCalendarKey(registry);  // flushes
 }
 
 int failed(const std::string& reason) {

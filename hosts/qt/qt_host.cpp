@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QStyleFactory>
 
+#include "hosts/linux/default_calendar.h"
 #include "hosts/linux/desktop_input.h"
 #include "hosts/linux/linux_files.h"
 #include "hosts/linux/system_clock.h"
@@ -58,6 +59,7 @@ struct QtHost::Parts {
   QtLocale locale;
   LinuxFiles files;
   DesktopInput input;
+  DefaultCalendar shell{desktop_folders(), program_file()};
   QtSurfaces surfaces;
   QtMainWindow window;
   QtMenuBar menu_bar;
@@ -103,8 +105,8 @@ QtHost::~QtHost() = default;
 
 Host QtHost::host() {
   Parts& p = *parts_;
-  return {p.clock,  p.locale,   p.registry, p.files,   p.databases, p.surfaces,
-          p.window, p.menu_bar, p.boxes,    p.dialogs, p.store,     p.input};
+  return {p.clock,    p.locale, p.registry, p.files, p.databases, p.surfaces, p.window,
+          p.menu_bar, p.boxes,  p.dialogs,  p.store, p.input,     p.shell};
 }
 
 bool QtHost::guard(const std::function<void()>& action) {

@@ -30,22 +30,11 @@ class QtMenuBar::Bar : public Guarded<QWidget> {
     setObjectName(QStringLiteral("menubar"));
   }
 
+  // Where texts as large as the desktop's do not fit, they have the usual size.
   void lay_out() {
-    int images = 0, texts = 0;
-    for (const BarButton* button : buttons_)
-      if (button) ++(button->shows_image() ? images : texts);
-    const int touch = density_.scaled(kTouchHeight);
-    int padding = density_.scaled(kMostTextPadding);
-    double size = kTextSize;
-    int text_width = fit_texts(size);
-    const auto rest = [&] { return width() - text_width - images * touch; };
-    const int least = density_.scaled(kLeastTextPadding);
-    while (rest() < 2 * texts * least && size > kSmallestText) text_width = fit_texts(size -= 0.5);
-    if (texts) padding = std::clamp(rest() / (2 * texts), least, padding);
-    const int left = rest() - 2 * texts * padding;
-    const int image_width =
-        images ? std::min(density_.scaled(kWidestImage), touch + std::max(0, left) / images) : 0;
-    place(padding, image_width, images);
+    Density usual = density_;
+    usual.text = std::min(1.0, usual.text);
+    if (!lay_out_in(density_)) lay_out_in(usual);
   }
 
  protected:
@@ -58,8 +47,28 @@ class QtMenuBar::Bar : public Guarded<QWidget> {
   }
 
  private:
-  int fit_texts(double size) {
-    const QFont font = widget_font(density_, size);
+  bool lay_out_in(const Density& density) {
+    int images = 0, texts = 0;
+    for (const BarButton* button : buttons_)
+      if (button) ++(button->shows_image() ? images : texts);
+    const int touch = density.scaled(kTouchHeight);
+    int padding = density.scaled(kMostTextPadding);
+    double size = kTextSize;
+    int text_width = fit_texts(density, size);
+    const auto rest = [&] { return width() - text_width - images * touch; };
+    const int least = density.scaled(kLeastTextPadding);
+    while (rest() < 2 * texts * least && size > kSmallestText)
+      text_width = fit_texts(density, size -= 0.5);
+    if (texts) padding = std::clamp(rest() / (2 * texts), least, padding);
+    const int left = rest() - 2 * texts * padding;
+    const int most = std::max(touch, density.scaled(kWidestImage));
+    const int image_width = images ? std::min(most, touch + std::max(0, left) / images) : 0;
+    place(padding, image_width, images);
+    return left >= 0;
+  }
+
+  int fit_texts(const Density& density, double size) {
+    const QFont font = widget_font(density, size);
     int sum = 0;
     for (BarButton* button : buttons_) {
       if (!button || button->shows_image()) continue;

@@ -88,7 +88,7 @@ bool ContentArea::send_pointer(const QtPointer::Step& step) {
 }
 
 void ContentArea::paintEvent(QPaintEvent*) {
-  QPainter(this).fillRect(rect(), qt_color(density_.colors->ground));
+  QPainter(this).fillRect(rect(), qt_color(density_.colors->field));
   events_.send({kMessagePaint, 0, {}, 0});
 }
 
@@ -312,7 +312,7 @@ void Shell::keyPressEvent(QKeyEvent* event) {
 }
 
 void Shell::paintEvent(QPaintEvent*) {
-  QPainter(this).fillRect(rect(), qt_color(density_.colors->ground));
+  QPainter(this).fillRect(rect(), qt_color(density_.colors->field));
 }
 
 }  // namespace orvello

@@ -36,6 +36,7 @@
 #include "hosts/qt/written_boxes.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
+#include "settings/registry_access.h"
 #include "store/embedded/sqlite_record_databases.h"
 #include "store/unavailable_store.h"
 
@@ -79,8 +80,9 @@ struct Session {
 
   Host attended_host(bool unattended) {
     MessageBoxes& boxes = unattended ? static_cast<MessageBoxes&>(written) : host.boxes;
-    return {host.clock,  host.locale,   host.registry, host.files,   host.databases, host.surfaces,
-            host.window, host.menu_bar, boxes,         host.dialogs, host.store,     host.input};
+    return {host.clock,    host.locale, host.registry, host.files, host.databases,
+            host.surfaces, host.window, host.menu_bar, boxes,      host.dialogs,
+            host.store,    host.input,  host.shell};
   }
 
   static StartOptions start_options(const WindowParts& parts) {
@@ -236,6 +238,7 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
     });
   }
   if (store) store->limit_wait(kLockWait);
+  EnsureShellCalendarKey(session.host.registry);
   StartResult started = StartResult::no_window;
   if (!session.qt.guard([&] { started = session.application.start_up(); })) return kExitFailure;
   if (started == StartResult::other_instance && !session.qt.call_answered())

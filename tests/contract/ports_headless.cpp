@@ -3,6 +3,7 @@
 #include "hosts/headless/headless_host.h"
 #include "tests/contract/canvas_contract.h"
 #include "tests/contract/clock_contract.h"
+#include "tests/contract/device_shell_contract.h"
 #include "tests/contract/files_contract.h"
 #include "tests/contract/input_methods_contract.h"
 #include "tests/contract/locale_contract.h"
@@ -138,6 +139,16 @@ INSTANTIATE_TEST_SUITE_P(
                                  }}));
 INSTANTIATE_TEST_SUITE_P(Headless, InputMethodsContract,
                          (only<InputCase, HeadlessInput>("headless")));
+
+struct HeadlessShellDevice : ShellDevice {
+  DeviceShell& shell() override { return port; }
+  void choose(const std::string& program) override { port.starts = program; }
+  std::string chosen() override { return port.starts; }
+  void fail_reading() override { port.unreadable = true; }
+  HeadlessShell port;
+};
+INSTANTIATE_TEST_SUITE_P(Headless, DeviceShellContract,
+                         (only<ShellCase, HeadlessShellDevice>("headless")));
 
 }  // namespace
 }  // namespace orvello

@@ -39,9 +39,10 @@ TEST(DialogTexts, FitTheirControlsInEveryLanguage) {
   need_application();
   for (const LanguageInfo& info : all_languages()) {
     for (const DialogTemplate& dialog : all_dialogs(info.language)) {
-      for (const int dpi : {96, 192}) {
+      for (const auto& [dpi, text] : {std::pair{96, 1.0}, {96, 1.5}, {96, 1.25}, {192, 1.0}}) {
         Density density;
         density.dpi = dpi;
+        density.text = text;
         const Size design = design_size(dialog);
         const Size room{density.scaled(design.width), density.scaled(design.height)};
         const FormLayout layout = lay_out_form(dialog, density.unit(), room);

@@ -62,23 +62,35 @@ TEST_F(SettingsTest, TextsBeyondTheBufferAreReadAsEmpty) {
 }
 
 TEST_F(SettingsTest, DeviceCalendarHandlerIsTheQuotedProgramOrTheDevices) {
+  HeadlessShell shell;
   const auto handler = [&] {
     return registry.get(RegistryRoot::local_machine, kShellCalendarKey, u"1");
   };
-  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, 1), 1);
+  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, shell, 1), 1);
   EXPECT_FALSE(handler());
-  registry.create(RegistryRoot::local_machine, kShellCalendarKey);
+  EXPECT_EQ(shell.starts, "device") << "without the key nothing is changed";
+  EnsureShellCalendarKey(registry);
+  EnsureShellCalendarKey(registry);
+  EXPECT_EQ(registry.flushes, 2) << "of its own making alone";
   const int flushes = registry.flushes;
-  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, 1), 0);
+  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, shell, 1), 0);
   EXPECT_EQ(handler()->text, u"\"\\Program Files\\Orvello\\Orvello.exe\"");
   EXPECT_EQ(registry.flushes, flushes + 1);
-  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, 0), 0);
+  EXPECT_TRUE(IsDeviceCalendarHandler(shell, 0));
+  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, shell, 0), 0);
   EXPECT_EQ(handler()->text, u":MSPOUTLOOK calendar");
+  EXPECT_EQ(shell.starts, "device");
+  EXPECT_FALSE(IsDeviceCalendarHandler(shell, 1)) << "whatever the setting says";
+  shell.unreadable = true;
+  EXPECT_TRUE(IsDeviceCalendarHandler(shell, 1));
+  EXPECT_FALSE(IsDeviceCalendarHandler(shell, 0));
+  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, shell, 1), 1) << "the shell refuses";
+  shell.unreadable = false;
   files.module = u"\\" + Text(300, u'm');
-  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, 1), 0);
+  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, shell, 1), 0);
   EXPECT_EQ(handler()->text.size(), 200u);
   registry.unwritable = true;
-  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, 0), 1);
+  EXPECT_EQ(SetDeviceCalendarHandler(registry, files, shell, 0), 1);
 }
 
 TEST_F(SettingsTest, FilesLieBesideTheProgram) {
