@@ -69,8 +69,9 @@ struct CommandTable {
 namespace {
 
 Host with_registry(const Host& host, Registry& registry) {
-  return {host.clock,  host.locale,   registry,   host.files,   host.databases, host.surfaces,
-          host.window, host.menu_bar, host.boxes, host.dialogs, host.store,     host.input};
+  return {host.clock,    host.locale, registry,      host.files, host.databases,
+          host.surfaces, host.window, host.menu_bar, host.boxes, host.dialogs,
+          host.store,    host.input,  host.shell};
 }
 
 }  // namespace
