@@ -32,9 +32,9 @@ struct RedrawBench : FullCalendar {
   }
   bool start() {
     Host parts = host.host();
-    const Host ports{parts.clock,     parts.locale,  parts.registry, parts.files,
-                     parts.databases, surfaces,      window,         parts.menu_bar,
-                     parts.boxes,     parts.dialogs, *store,         parts.input};
+    const Host ports{parts.clock, parts.locale, parts.registry, parts.files, parts.databases,
+                     surfaces,    window,       parts.menu_bar, parts.boxes, parts.dialogs,
+                     *store,      parts.input,  parts.shell};
     application = std::make_unique<Application>(ports, StartOptions());
     return application->start_up() == StartResult::running && settle();
   }

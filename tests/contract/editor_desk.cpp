@@ -7,9 +7,9 @@ namespace orvello::test {
 EditorDesk::EditorDesk(std::unique_ptr<DialogsBench> person, bool russian)
     : bench(std::move(person)),
       locale(russian ? russian_locale() : english_locale(), russian ? u"ru" : u"en"),
-      whole{device.clock,     locale,          device.registry, device.files,
-            device.databases, device.surfaces, device.window,   device.menu_bar,
-            device.boxes,     watched,         device.store,    device.input},
+      whole{device.clock,    locale,        device.registry, device.files, device.databases,
+            device.surfaces, device.window, device.menu_bar, device.boxes, watched,
+            device.store,    device.input,  device.shell},
       here{whole, session, settings, volume, screen, generation, history} {
   EXPECT_TRUE(session.Open(nullptr));
   settings.shown = settings.today = {11, 21, 2026};

@@ -10,9 +10,9 @@ using namespace std::chrono_literals;
 SettingsDesk::SettingsDesk(std::unique_ptr<DialogsBench> person, bool russian)
     : bench(std::move(person)),
       locale(russian ? russian_locale() : english_locale(), russian ? u"ru" : u"en"),
-      whole{device.clock,     locale,          device.registry, device.files,
-            device.databases, device.surfaces, device.window,   device.menu_bar,
-            device.boxes,     watched,         device.store,    device.input},
+      whole{device.clock,    locale,        device.registry, device.files, device.databases,
+            device.surfaces, device.window, device.menu_bar, device.boxes, watched,
+            device.store,    device.input,  device.shell},
       here{whole, session, settings, volume, screen, generation, history, commands} {
   device.files.present.insert(u"\\Program Files\\Orvello\\settings.vol");
   device.databases.create(kObjectStore, kCategoriesDatabase, 0);

@@ -63,7 +63,8 @@ TEST(DefaultCalendar, LeavesTheRestOfTheListAsItStands) {
       const std::size_t end = content.find('\n', at) + 1;
       const std::string line = content.substr(at, end - at);
       EXPECT_NE(without.find(line), std::string::npos) << line;
-      if (line.find("calendar") == std::string::npos) EXPECT_NE(with.find(line), std::string::npos);
+      const bool same = line.find("calendar") == std::string::npos;
+      EXPECT_TRUE(!same || with.find(line) != std::string::npos) << line;
       at = end;
     }
     EXPECT_EQ(without.find("orvello"), std::string::npos);

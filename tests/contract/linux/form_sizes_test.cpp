@@ -18,11 +18,12 @@ struct Screen {
   const char* name;
   Size size;
   int dpi;
+  DesktopLook look{};
 };
-constexpr Screen kScreens[] = {{"portrait", {240, 320}, 96},
-                               {"landscape", {320, 240}, 96},
-                               {"double", {480, 640}, 192},
-                               {"desktop", {1000, 700}, 96}};
+constexpr Screen kScreens[] = {
+    {"portrait", {240, 320}, 96},        {"landscape", {320, 240}, 96},
+    {"double", {480, 640}, 192},         {"desktop", {1000, 700}, 96},
+    {"dark", {240, 320}, 96, {true, 1}}, {"large", {1000, 700}, 96, {true, 1.5}}};
 
 // Rows and letters of a form; its rows that are selected are marked, too.
 struct Filling {
@@ -129,7 +130,7 @@ TEST(FormSizes, EveryControlCanBeReachedAndTappedOnEveryScreen) {
   for (const Screen& screen : kScreens) {
     for (const Filling& filling : kFillings) {
       SCOPED_TRACE(std::string(screen.name) + " " + filling.name);
-      QtPerson person(screen.size, screen.dpi);
+      QtPerson person(screen.size, screen.dpi, screen.look);
       Painter told;
       told.act = [&](Dialog& dialog, const DialogEvent& event) {
         if (event.kind == DialogEvent::Kind::init) fill(dialog, filling, screen.dpi);
@@ -142,7 +143,8 @@ TEST(FormSizes, EveryControlCanBeReachedAndTappedOnEveryScreen) {
         for (const ControlTemplate& control : form.controls) {
           const QWidget* widget = person.find(control.id);
           if (!widget || control.kind == ControlTemplate::Kind::label) continue;
-          EXPECT_GE(widget->height(), 26 * screen.dpi / 96 - 1) << control.id;
+          EXPECT_GE(widget->height(), 26 * screen.dpi * screen.look.text_scale / 96 - 1)
+              << control.id;
           auto* heard = QAccessible::queryAccessibleInterface(shown->control(control.id));
           EXPECT_FALSE(heard->text(QAccessible::Name).isEmpty()) << control.id;
         }
@@ -167,7 +169,7 @@ TEST(FormSizes, EveryControlCanBeReachedAndTappedOnEveryScreen) {
 TEST(FormSizes, TheShownTabIsInSight) {
   for (const Screen& screen : kScreens) {
     SCOPED_TRACE(screen.name);
-    QtPerson person(screen.size, screen.dpi);
+    QtPerson person(screen.size, screen.dpi, screen.look);
     const std::vector<DialogTemplate> forms = sheet_pages();
     const Text names[] = {u"Display", u"Options", u"Pretext",  u"Profiles",
                           u"Times",   u"Color",   u"Category", u"Icons"};

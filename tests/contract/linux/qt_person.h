@@ -25,7 +25,10 @@ namespace orvello::test {
 
 class QtPerson : public DialogsBench {
  public:
-  explicit QtPerson(Size size = {240, 320}, int dpi = 96) : window_(size, dpi) { window_.show(); }
+  explicit QtPerson(Size size = {240, 320}, int dpi = 96, const DesktopLook& look = {})
+      : window_(size, dpi, look) {
+    window_.show();
+  }
   Dialogs& dialogs() override { return dialogs_; }
   QWidget* shell() { return window_.window->shell(); }
   TestWindow& window() { return window_; }
