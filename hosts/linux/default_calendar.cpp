@@ -162,18 +162,20 @@ bool DefaultCalendar::remove_entry() const {
   return ::unlink(own_entry().c_str()) == 0;
 }
 
-bool DefaultCalendar::change_list(const std::string& path, bool wanted) const {
+bool DefaultCalendar::change_list(const std::string& path, Change change) const {
   const auto list = read_if_there(path);
   if (!list) return false;
   std::string changed = *list;
-  if (wanted) {
-    changed = without_application(changed, kRemovedAssociations, kCalendarType, kEntryName);
-    changed = with_first_application(changed, kAddedAssociations, kCalendarType, kEntryName);
-    changed = with_first_application(changed, kDefaultApplications, kCalendarType, kEntryName);
-  } else {
+  if (change == Change::remove) {
     changed = without_application(changed, kAddedAssociations, kCalendarType, kEntryName);
     changed = without_application(changed, kDefaultApplications, kCalendarType, kEntryName);
+  } else {
+    changed = without_application(changed, kRemovedAssociations, kCalendarType, kEntryName);
+    changed = with_first_application(changed, kDefaultApplications, kCalendarType, kEntryName);
   }
+  // What an entry says it opens is known to the desktop only after a while.
+  if (change == Change::prefer_and_add)
+    changed = with_first_application(changed, kAddedAssociations, kCalendarType, kEntryName);
   return changed == *list || static_cast<bool>(replace_file(path, changed));
 }
 
@@ -181,21 +183,23 @@ bool DefaultCalendar::start_this_program(bool wanted) {
   if (folders_.config.empty() || folders_.data.empty()) return false;
   if (!wanted) {
     bool gone = true;
-    for (const std::string& path : own_lists()) gone = change_list(path, false) && gone;
+    for (const std::string& path : own_lists()) gone = change_list(path, Change::remove) && gone;
     return gone && remove_entry();
   }
   const auto entry = read_if_there(own_entry());
-  const bool ours = entry && entry->find(kOwnMark) != std::string::npos;
   // One of our own is written anew: the program may have moved.
-  if ((ours || !is_installed(std::string(kEntryName))) && !write_entry()) return false;
+  const bool own = (entry && entry->find(kOwnMark) != std::string::npos) ||
+                   !is_installed(std::string(kEntryName));
+  if (own && !write_entry()) return false;
   if (!create_folders(folders_.config)) return false;
-  if (!change_list(folders_.config + "/mimeapps.list", true)) return false;
+  const Change change = own ? Change::prefer_and_add : Change::prefer;
+  if (!change_list(folders_.config + "/mimeapps.list", change)) return false;
   // A list of the desktop's own that says something about calendars counts more.
   for (const std::string& path : own_lists()) {
     const auto list = read_if_there(path);
     if (!list) return false;
     if (applications_for(*list, kDefaultApplications, kCalendarType).empty()) continue;
-    if (!change_list(path, true)) return false;
+    if (!change_list(path, Change::prefer)) return false;
   }
   return starts_this_program() == true;
 }

@@ -39,7 +39,8 @@ class DefaultCalendar : public DeviceShell {
   std::string own_entry() const;
   bool write_entry() const;
   bool remove_entry() const;
-  bool change_list(const std::string& path, bool wanted) const;
+  enum class Change { prefer, prefer_and_add, remove };
+  bool change_list(const std::string& path, Change change) const;
 
   DesktopFolders folders_;
   std::string program_;

@@ -58,7 +58,10 @@ void ScrollBarLook::write() {
 
 QFont widget_font(const Density& density, double size, bool bold) {
   FontSpec spec;
-  spec.height = std::max(6, density.scaled(size));
+  // Not a pixel more than what is laid out for it, where all has grown.
+  const int height =
+      density.text == 1 ? density.scaled(size) : static_cast<int>(size * density.unit());
+  spec.height = std::max(6, height);
   spec.weight = bold ? 700 : 400;
   return text_font(spec);
 }
