@@ -145,6 +145,23 @@ TEST(FormLayout, SectionsFlowIntoASecondColumnWhereThereIsRoomForIt) {
   EXPECT_EQ(sheet.height, 400 - 110 + kTitle);
 }
 
+TEST(FormLayout, SectionsThatStretchShareTheRoomWhereTheyStandInOneColumn) {
+  DialogTemplate form;
+  form.size = {240, 200};
+  Adder to{form};
+  to.section = 1;
+  to.add(Kind::list, 1, u"", {0, 0, 240, 80}, Across::stretch, Down::stretch);
+  to.section = 2;
+  to.add(Kind::list, 2, u"", {0, 84, 240, 80}, Across::stretch, Down::stretch);
+  to.section = 0;
+  to.add(Kind::button, 3, u"", {4, 168, 88, 27}, Across::keep, Down::bottom);
+  const auto places = [&](Size available) { return lay_out_form(form, 1, available).places; };
+  EXPECT_EQ(places({240, 260}),
+            (std::vector<Rect>{{0, 0, 240, 110}, {0, 114, 240, 110}, {4, 228, 88, 27}}));
+  EXPECT_EQ(places({240, 160}),
+            (std::vector<Rect>{{0, 0, 240, 60}, {0, 64, 240, 60}, {4, 128, 88, 27}}));
+}
+
 TEST(FormLayout, FillsAHandheldAndIsASheetOnADesktop) {
   DialogTemplate form;
   Adder to{form};
