@@ -28,15 +28,16 @@ class PickerTemplate {
     add(Kind::custom, kPickerPalette, StringId::picker_palette,
         {0, kBodyTop, kPickerWidth, kBodyHeight}, Across::stretch, Down::stretch)
         .step = kPickerPaletteStep;
-    using Id = StringId;
-    sliders(kPickerRgbStep, 0, {Id::picker_red, Id::picker_green, Id::picker_blue});
-    sliders(kPickerHsvStep, 3, {Id::picker_hue, Id::picker_saturation, Id::picker_brightness});
+    sliders(kPickerRgbStep, 0,
+            {StringId::picker_red, StringId::picker_green, StringId::picker_blue});
+    sliders(kPickerHsvStep, 3,
+            {StringId::picker_hue, StringId::picker_saturation, StringId::picker_brightness});
     const auto bottom = [&](Kind kind, int id, StringId text, int left, int width, Across across) {
       add(kind, id, text, {left, kLastRow, width, kFingerSize}, across, Down::bottom);
     };
-    bottom(Kind::button, kPickerCancel, Id::cancel, kSpace, 72, Across::keep);
-    bottom(Kind::button, kPickerReset, Id::color_reset, 84, 72, Across::center);
-    bottom(Kind::default_button, kPickerOk, Id::ok, 164, 72, Across::right);
+    bottom(Kind::button, kPickerCancel, StringId::cancel, kSpace, 72, Across::keep);
+    bottom(Kind::button, kPickerReset, StringId::color_reset, 84, 72, Across::center);
+    bottom(Kind::default_button, kPickerOk, StringId::ok, 164, 72, Across::right);
     return std::move(dialog_);
   }
 
