@@ -2,6 +2,7 @@
 
 #include "resources/dialog_templates.h"
 #include "settings/registry_access.h"
+#include "settings/setting_table.h"
 
 namespace orvello {
 namespace {
@@ -10,8 +11,8 @@ constexpr TextView kNameSetting = u"organizername", kAddressSetting = u"organize
 
 StoreRecipient known_organizer(const MeetingHost& host) {
   StoreRecipient organizer, other = host.identity();
-  ReadTextSetting(host.registry, kNameSetting, organizer.name);
-  ReadTextSetting(host.registry, kAddressSetting, organizer.address);
+  organizer.name = stored_text(host.registry, kNameSetting);
+  organizer.address = stored_text(host.registry, kAddressSetting);
   if (organizer.name.empty()) organizer.name = std::move(other.name);
   if (organizer.address.empty()) organizer.address = std::move(other.address);
   return organizer;
@@ -21,12 +22,10 @@ bool ask_for_organizer(const MeetingHost& host, StoreRecipient& organizer) {
   OrganizerProcedure procedure(organizer, host.boxes);
   if (host.dialogs.run_modal(organizer_dialog(host.language), procedure) != 1) return false;
   organizer = procedure.organizer();
-  // What cannot be kept is asked for again.
-  if (EnsureSettingsKey(host.registry)) {
-    WriteTextSetting(host.registry, kNameSetting, organizer.name);
-    WriteTextSetting(host.registry, kAddressSetting, organizer.address);
-    FlushSettings(host.registry);
-  }
+  EnsureSettingsKey(host.registry);
+  WriteTextSetting(host.registry, kNameSetting, organizer.name);
+  WriteTextSetting(host.registry, kAddressSetting, organizer.address);
+  FlushSettings(host.registry);
   return true;
 }
 

@@ -7,6 +7,7 @@
 #include "ports/messages.h"
 #include "settings/category_text.h"
 #include "settings/registry_access.h"
+#include "settings/setting_table.h"
 #include "store/appointment_form.h"
 #include "store/wait_cursor.h"
 
@@ -22,11 +23,7 @@ constexpr int kRoomForTitle = 240;                // of a form whose list has on
 constexpr int kTremble = 6;                       // how far a pen may slip on a row, at 96 dpi
 constexpr int kToTheTop = -(1 << 28);
 
-bool read_flag(Registry& registry, TextView name) {
-  std::int32_t value = 0;
-  ReadNumberSetting(registry, name, value);
-  return value != 0;
-}
+bool read_flag(Registry& registry, TextView name) { return stored_number(registry, name) == 1; }
 
 }  // namespace
 

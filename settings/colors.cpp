@@ -1,6 +1,7 @@
 #include "settings/colors.h"
 
 #include "settings/registry_access.h"
+#include "settings/setting_table.h"
 
 namespace orvello {
 namespace {
@@ -58,9 +59,7 @@ void ResetItemColors(SettingsRecord& settings, int group) {
 
 void LoadItemColors(SettingsRecord& settings, Registry& registry) {
   ResetItemColors(settings, kAllColorGroups);
-  for (int slot = 0; slot < kColorSlots; ++slot)
-    ReadItemColor(registry, format(u"itemcolor%d", slot),
-                  settings.item_colors[static_cast<std::size_t>(slot)]);
+  load_settings_of(LoadStep::colors, registry, {}, settings);
 }
 
 bool HasItemColors(Registry& registry) {

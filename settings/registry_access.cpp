@@ -56,10 +56,14 @@ int WriteNumberSetting(Registry& registry, TextView name, std::int32_t value) {
   return write_value(registry, name, {false, static_cast<std::uint32_t>(value), {}});
 }
 
+std::optional<RegistryValue> stored_value(Registry& registry, TextView name) {
+  const auto key = registry.open(kRoot, kSettingsKey);
+  return key ? key->query(name) : std::nullopt;
+}
+
 int ReadTextSetting(Registry& registry, TextView name, Text& text) {
   text.clear();
-  const auto key = registry.open(kRoot, kSettingsKey);
-  const auto found = key ? key->query(name) : std::nullopt;
+  const auto found = stored_value(registry, name);
   if (!found) return 1;
   const Text units = units_of(*found);
   if (units.size() * 2 > kTextBytes) return 1;

@@ -26,6 +26,9 @@ bool FlushSettings(Registry& registry);
 int ReadNumberSetting(Registry& registry, TextView name, std::int32_t& value);
 int WriteNumberSetting(Registry& registry, TextView name, std::int32_t value);
 
+// As it is stored, whatever its type; nothing when the key or the value is missing.
+std::optional<RegistryValue> stored_value(Registry& registry, TextView name);
+
 // Any failure empties `text`, so that a default is put in afterwards and never before.
 int ReadTextSetting(Registry& registry, TextView name, Text& text);
 int WriteTextSetting(Registry& registry, TextView name, TextView text);

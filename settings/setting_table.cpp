@@ -170,8 +170,7 @@ std::int32_t default_number(const SettingRow& row, int slot, const LocaleData& l
 }
 
 bool in_range(const SettingRow& row, std::int32_t value) {
-  return row.kind == SettingKind::flag || row.kind == SettingKind::color ||
-         (value >= row.least && value <= row.most);
+  return value >= row.least && value <= row.most;
 }
 
 }  // namespace orvello

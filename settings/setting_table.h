@@ -40,7 +40,7 @@ using SettingField =
 struct SettingRow {
   TextView name;  // a family's contains %d
   SettingKind kind;
-  int slots;  // 1, or how many values the family has
+  int count;  // 1, or how many values the family has
   SettingDefault rule;
   std::int32_t default_number;
   TextView default_text;
@@ -59,10 +59,10 @@ Text setting_name(const SettingRow& row, int slot);
 // The default of a number or colour; `add` the locale's part where it has one.
 std::int32_t default_number(const SettingRow& row, int slot, const LocaleData& locale);
 
-// A flag may hold any number (1 is on); a number outside its range was not written by this program.
 bool in_range(const SettingRow& row, std::int32_t value);
 
-// Presets the default, then reads what is stored.
+// Presets the default, then reads what is stored. What this program would not have written counts
+// as missing: a number outside its range, a text that is too long, one in the place of the other.
 void load_setting(Registry& registry, const SettingRow& row, int slot, const LocaleData& locale,
                   SettingsRecord& settings);
 // All rows of a step: slot by slot, and in each slot row by row.
@@ -71,8 +71,16 @@ void load_settings_of(LoadStep step, Registry& registry, const LocaleData& local
 // Writes the record's value; false when it could not be written or nothing has that name.
 bool save_setting(Registry& registry, const SettingsRecord& settings, TextView name, int slot = 0);
 
-// A setting that the record does not hold, or a default time's slot: its stored number or default.
+// What counts: the stored value, or the default.
+std::int32_t stored_number_of(Registry& registry, const SettingRow& row, int slot,
+                              const LocaleData& locale);
+Text stored_text_of(Registry& registry, const SettingRow& row, int slot);
+// A setting that the record does not hold, or a default time's slot: as stored, or its default.
 std::int32_t stored_number(Registry& registry, TextView name);
+Text stored_text(Registry& registry, TextView name);
+
+// What the setting is, of a colour with its group: "Month view: Line color".
+std::string setting_meaning(const SettingRow& row, int slot);
 
 // The reference page, Markdown in UTF-8.
 std::string setting_table_as_markdown();

@@ -43,24 +43,32 @@ auto text_in(Record& settings, const SettingField& field, int slot)
   return nullptr;
 }
 
-std::int32_t read_number(Registry& registry, const SettingRow& row, int slot,
-                         const LocaleData& locale) {
+}  // namespace
+
+std::int32_t stored_number_of(Registry& registry, const SettingRow& row, int slot,
+                              const LocaleData& locale) {
   const std::int32_t preset = default_number(row, slot, locale);
-  std::int32_t value = preset;
-  ReadNumberSetting(registry, setting_name(row, slot), value);
+  const auto stored = stored_value(registry, setting_name(row, slot));
+  if (!stored || stored->is_text) return preset;
+  const auto value = static_cast<std::int32_t>(stored->number);
   return in_range(row, value) ? value : preset;
 }
 
-}  // namespace
+Text stored_text_of(Registry& registry, const SettingRow& row, int slot) {
+  const Text name = setting_name(row, slot);
+  const auto stored = stored_value(registry, name);
+  Text text;
+  const bool good = stored && stored->is_text && ReadTextSetting(registry, name, text) == 0 &&
+                    text.size() <= static_cast<std::size_t>(row.most);
+  return good ? text : Text(row.default_text);
+}
 
 void load_setting(Registry& registry, const SettingRow& row, int slot, const LocaleData& locale,
                   SettingsRecord& settings) {
   if (Text* field = text_in(settings, row.field, slot)) {
-    if (ReadTextSetting(registry, setting_name(row, slot), *field) != 0)
-      *field = Text(row.default_text);
-    *field = cut(*field, static_cast<std::size_t>(row.most));
+    *field = stored_text_of(registry, row, slot);
   } else {
-    put_number(settings, row.field, slot, read_number(registry, row, slot, locale));
+    put_number(settings, row.field, slot, stored_number_of(registry, row, slot, locale));
   }
 }
 
@@ -68,15 +76,15 @@ void load_settings_of(LoadStep step, Registry& registry, const LocaleData& local
                       SettingsRecord& settings) {
   int slots = 0;
   for (const SettingRow& row : setting_table())
-    if (row.step == step) slots = std::max(slots, row.slots);
+    if (row.step == step) slots = std::max(slots, row.count);
   for (int slot = 0; slot < slots; ++slot)
     for (const SettingRow& row : setting_table())
-      if (row.step == step && slot < row.slots) load_setting(registry, row, slot, locale, settings);
+      if (row.step == step && slot < row.count) load_setting(registry, row, slot, locale, settings);
 }
 
 bool save_setting(Registry& registry, const SettingsRecord& settings, TextView name, int slot) {
   const SettingRow* row = find_setting(name);
-  if (!row || slot < 0 || slot >= row->slots || std::holds_alternative<std::monostate>(row->field))
+  if (!row || slot < 0 || slot >= row->count || std::holds_alternative<std::monostate>(row->field))
     return false;
   if (const Text* field = text_in(settings, row->field, slot))
     return WriteTextSetting(registry, setting_name(*row, slot), *field) == 0;
@@ -86,7 +94,12 @@ bool save_setting(Registry& registry, const SettingsRecord& settings, TextView n
 
 std::int32_t stored_number(Registry& registry, TextView name) {
   const SettingRow* row = find_setting(name);
-  return row ? read_number(registry, *row, 0, LocaleData{}) : 0;
+  return row ? stored_number_of(registry, *row, 0, LocaleData{}) : 0;
+}
+
+Text stored_text(Registry& registry, TextView name) {
+  const SettingRow* row = find_setting(name);
+  return row ? stored_text_of(registry, *row, 0) : Text();
 }
 
 }  // namespace orvello

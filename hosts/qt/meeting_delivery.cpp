@@ -2,15 +2,14 @@
 
 #include "exchange/mail_message.h"
 #include "hosts/linux/command.h"
-#include "settings/registry_access.h"
+#include "settings/setting_table.h"
 
 namespace orvello {
 
 RecordCalendarStore::Sending MeetingDelivery::deliver(const MeetingRequest& request,
                                                       const AppointmentRecord& record,
                                                       const StoreRecipient& organizer) const {
-  Text command;
-  ReadTextSetting(registry, u"sendmailcommand", command);
+  const Text command = stored_text(registry, u"sendmailcommand");
   if (auto words = command_words(to_utf8(command)); !words.empty()) {
     words.insert(words.end(), {"-t", "-i"});
     return {

@@ -98,6 +98,19 @@ TEST_F(FileRegistryTest, AFlushGivesUpWhileAnotherHoldsTheLock) {
   EXPECT_EQ(read(u"x"), "2");
 }
 
+TEST_F(FileRegistryTest, TellsOfWhatOthersWroteOnce) {
+  ASSERT_TRUE(write(u"x", number_value(1)));
+  FileRegistry registry(path);
+  const auto key = registry.open(kClasses, kKey);
+  key->set(u"x", number_value(2));
+  EXPECT_TRUE(key->flush());
+  EXPECT_FALSE(registry.changed_outside()) << "its own";
+  ASSERT_TRUE(write(u"x", number_value(3)));
+  EXPECT_EQ(shown(key->query(u"x")), "3") << "looking does not hide it";
+  EXPECT_TRUE(registry.changed_outside());
+  EXPECT_FALSE(registry.changed_outside());
+}
+
 // Whatever keeps the file from being written: what was set holds, the reason names the file, and
 // once it can be written everything is.
 TEST_F(FileRegistryTest, WhatCannotBeWrittenHoldsUntilItCan) {

@@ -1,6 +1,7 @@
 // The settings sheet's contract on real widgets.
 #include "tests/contract/linux/qt_person.h"
 // The suites themselves, as this is another test program.
+#include "tests/contract/settings_bad_contract.cpp"       // NOLINT
 #include "tests/contract/settings_category_contract.cpp"  // NOLINT
 #include "tests/contract/settings_color_contract.cpp"     // NOLINT
 #include "tests/contract/settings_contract.cpp"           // NOLINT
