@@ -7,6 +7,8 @@
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "resources/dialog_templates.h"
+#include "resources/menus.h"
+#include "resources/settings_templates.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
@@ -65,6 +67,23 @@ TEST(DialogTexts, FitTheirControlsInEveryLanguage) {
         EXPECT_LE(title.horizontalAdvance(to_qt(dialog.title)), left) << dialog.id;
       }
     }
+  }
+}
+
+// A menu may be as wide as the smallest screen, and a tab as its strip between the arrows.
+TEST(DialogTexts, OfMenusAndTabsFitTheSmallestScreenInEveryLanguage) {
+  need_application();
+  constexpr int screen = 240, menu_frame = 2 * (kMarkAndGap + kPadding), arrows = 2 * 27 + 16;
+  Density density;
+  const QFontMetrics metrics(widget_font(density, kTextSize, false));
+  for (const LanguageInfo& info : all_languages()) {
+    const auto fits = [&](const Text& text, int frame) {
+      EXPECT_LE(metrics.horizontalAdvance(to_qt(text)), density.scaled(screen - frame))
+          << to_utf8(info.code) << ": " << to_utf8(text);
+    };
+    for (const MenuItem& item : options_menu(info.language, {})) fits(item.text, menu_frame);
+    for (const MenuItem& item : day_menu(info.language, {})) fits(item.text, menu_frame);
+    for (const DialogTemplate& page : settings_pages(info.language)) fits(page.title, arrows);
   }
 }
 

@@ -45,10 +45,11 @@ struct BarCase {
 };
 
 TEST(MenuBar, EveryButtonFitsWholeAndIsBigEnoughForAFinger) {
-  const BarCase cases[] = {
-      {{240, 320}, 96, Language::russian},  {{240, 320}, 96, Language::english},
-      {{480, 640}, 192, Language::russian}, {{480, 640}, 192, Language::english},
-      {{320, 240}, 96, Language::russian},  {{480, 640}, 96, Language::english}};
+  std::vector<BarCase> cases;
+  for (const LanguageInfo& info : all_languages())
+    for (const auto& [screen, dpi] : {std::pair(Size{240, 320}, 96), std::pair(Size{480, 640}, 192),
+                                      std::pair(Size{320, 240}, 96), std::pair(Size{480, 640}, 96)})
+      cases.push_back({screen, dpi, info.language});
   for (const BarCase& c : cases) {
     TestBar test(c.screen, c.dpi, c.language);
     const int least = c.dpi == 96 ? 26 : 52;
