@@ -51,6 +51,9 @@ class Application : public MessageHandler,
   // What was typed into the editor when an earlier run ended without saving it.
   void offer_draft();
 
+  // Another process has changed settings.
+  void load_settings_again();
+
   bool handle_message(const Message& message) override;
   void store_changed(std::uint32_t notification) override;
 

@@ -53,6 +53,20 @@ StartResult Application::start_up() {
   return StartResult::running;
 }
 
+void Application::load_settings_again() {
+  const MonthDayYear today = settings_.today, shown = settings_.shown;
+  LoadSettings(settings_, host_.registry, volume_, host_.clock, host_.locale.data(),
+               low_resolution());
+  settings_.today = today;
+  settings_.shown = shown;
+  load_conventions();
+  profiles_.rebuild();
+  if (state_.view_mode == ViewMode::day)
+    reopen_day_view();
+  else
+    reload_view();
+}
+
 void Application::greet() {
   std::int32_t due = 0;
   ReadNumberSetting(host_.registry, kGreetingDue, due);

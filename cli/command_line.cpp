@@ -167,8 +167,10 @@ class Parser {
       if (word == "render") return set(Command::render);
       if (word == "backup") return set(Command::backup);
       if (word == "restore") return set(Command::restore);
+      if (word == "settings") return set(Command::settings);
     }
     command_seen_ = true;
+    if (line_.command == Command::settings) return settings_words_.push_back(word);
     if (line_.command == Command::restore) {
       if (line_.from) return fail("restore takes one date at most");
       take(line_.from, parse_iso_date(word), "restore", "a date as YYYY-MM-DD");
@@ -203,6 +205,9 @@ class Parser {
       case Command::render:
         if (!render_view_seen_ || files != 1) fail("render needs a view and the name of one file");
         break;
+      case Command::settings:
+        check_settings();
+        break;
       case Command::backup:
         if (files != 0) fail("backup needs no file");
         break;
@@ -222,12 +227,40 @@ class Parser {
       fail("the last day lies before the first");
   }
 
+  void check_settings() {
+    using Action = CommandLine::SettingsAction;
+    struct Form {
+      const char* word;
+      Action action;
+      std::size_t words;
+      const char* needed;
+    };
+    constexpr Form forms[] = {
+        {"list", Action::list, 0, "settings list takes nothing more"},
+        {"get", Action::get, 1, "settings get needs the name of one setting"},
+        {"set", Action::set, 2, "settings set needs the name of a setting and its value"},
+        {"export", Action::export_file, 1, "settings export needs the name of one file"},
+        {"import", Action::import_file, 1, "settings import needs the name of one file"}};
+    for (const Form& form : forms) {
+      if (settings_words_.empty() || settings_words_[0] != form.word) continue;
+      line_.settings_action = form.action;
+      if (settings_words_.size() != form.words + 1) return fail(form.needed);
+      const bool file = form.action == Action::export_file || form.action == Action::import_file;
+      if (form.words > 0)
+        (file ? line_.files.emplace_back() : line_.setting_name) = settings_words_[1];
+      if (form.words > 1) line_.setting_value = settings_words_[2];
+      return;
+    }
+    fail("settings knows list, get, set, export and import");
+  }
+
   void fail(std::string reason) {
     if (fault_.empty()) fault_ = std::move(reason);
   }
 
   const std::vector<std::string>& words_;
   CommandLine line_;
+  std::vector<std::string> settings_words_;  // behind that command
   std::string fault_, inline_;
   std::size_t at_ = 0;
   bool has_inline_ = false, only_files_ = false, command_seen_ = false, render_view_seen_ = false;
@@ -264,6 +297,14 @@ std::string usage_text() {
   orvello agenda [FROM [TO]] [--json] list the appointments of the days (today without dates)
   orvello render day|month|year FILE.png
                                       draw a view into a picture; takes the window's options
+  orvello settings list               list every setting with its value, default and meaning
+  orvello settings get NAME           print a setting's value
+  orvello settings set NAME VALUE     change a setting
+  orvello settings export FILE        write settings, colours, icons, profiles and ready-made texts
+                                      into a text file
+  orvello settings import FILE        take them from such a file: all of it or, if something in it
+                                      is wrong, nothing
+                                      (a window that is open follows in a moment)
   orvello restore [DATE]              put a copy of the calendar back: the newest, or of that day
   orvello restore --list              list the copies
   orvello backup                      copy the calendar now, if today's copy is due

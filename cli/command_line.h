@@ -21,20 +21,24 @@ struct CommandLine {
     render,
     backup,
     restore,
+    settings,
     help,
     version
   };
   Command command = Command::window;
-  std::vector<std::string> files;        // .ics files; the file to write for export and render
-  std::string data_folder;               // --data
-  std::string language;                  // --language, a code that is known, or empty
-  std::optional<SystemTime> now;         // --now
-  std::optional<MonthDayYear> date;      // --date
-  std::optional<MonthDayYear> from, to;  // export's options, agenda's words; the day of restore
-  int view = -1;                         // --view, or render's word: 0 Day, 1 Month, 2 Year
-  std::optional<Size> screen;            // --screen
-  int dpi = 0;                           // --dpi, 0: not given
-  bool new_appointment = false;          // --new
+  enum class SettingsAction { list, get, set, export_file, import_file };
+  SettingsAction settings_action = SettingsAction::list;
+  std::string setting_name, setting_value;  // of get and set
+  std::vector<std::string> files;           // .ics files; the file to write for export and render
+  std::string data_folder;                  // --data
+  std::string language;                     // --language, a code that is known, or empty
+  std::optional<SystemTime> now;            // --now
+  std::optional<MonthDayYear> date;         // --date
+  std::optional<MonthDayYear> from, to;     // export's options, agenda's words; the day of restore
+  int view = -1;                            // --view, or render's word: 0 Day, 1 Month, 2 Year
+  std::optional<Size> screen;               // --screen
+  int dpi = 0;                              // --dpi, 0: not given
+  bool new_appointment = false;             // --new
   bool json = false;
   bool list = false;  // of restore
   enum class Measure { nothing, start, turn, edit };

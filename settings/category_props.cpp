@@ -6,20 +6,6 @@ namespace {
 constexpr TextView kNotOpened = u"Error in call to OpenCreateDB";
 constexpr TextView kNotRead = u"Failed to read record";
 
-CategoryProp prop_of(const Record& record) {
-  CategoryProp prop;
-  for (const RecordProperty& property : record) {
-    if (const auto* label = std::get_if<Text>(&property.value)) {
-      if (property.id == kCategoryLabel) prop.label = cut(*label, kLabelLength);
-    } else if (const auto* color = std::get_if<std::int32_t>(&property.value)) {
-      if (property.id == kCategoryColor) prop.color = *color;
-    } else if (const auto* flag = std::get_if<std::int16_t>(&property.value)) {
-      if (property.id == kCategoryFlag) prop.flag = *flag;
-    }
-  }
-  return prop;
-}
-
 // Mounts, opens and hands over the database; false when that or the operation failed.
 template <typename Operation>
 bool with_props(const SettingsVolume& volume, Operation operation) {
@@ -35,11 +21,25 @@ bool with_props(const SettingsVolume& volume, Operation operation) {
 
 }  // namespace
 
+CategoryProp category_prop_of(const Record& record) {
+  CategoryProp prop;
+  for (const RecordProperty& property : record) {
+    if (const auto* label = std::get_if<Text>(&property.value)) {
+      if (property.id == kCategoryLabel) prop.label = cut(*label, kLabelLength);
+    } else if (const auto* color = std::get_if<std::int32_t>(&property.value)) {
+      if (property.id == kCategoryColor) prop.color = *color;
+    } else if (const auto* flag = std::get_if<std::int16_t>(&property.value)) {
+      if (property.id == kCategoryFlag) prop.flag = *flag;
+    }
+  }
+  return prop;
+}
+
 bool loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries) {
   entries.clear();
   return with_props(volume, [&](DatabaseHandle database) {
     return visit_records(volume, database, kNotRead, [&](const Record& record, RecordId) {
-      entries.push_back(prop_of(record));
+      entries.push_back(category_prop_of(record));
       return true;
     });
   });

@@ -8,6 +8,8 @@ namespace orvello {
 
 inline constexpr TextView kCategoryProps = u"categoryprops";
 
+CategoryProp category_prop_of(const Record& record);
+
 // Replaces `entries`. False after a failure, which has been shown: they are what could be read.
 bool loadCategoryProps(const SettingsVolume& volume, std::vector<CategoryProp>& entries);
 // One record a label: changes its two numbers in place, or adds the label with them.

@@ -320,6 +320,38 @@ expect_is "a picture can be repeated" "$(checksum second.png)" "$(checksum first
 run render month second.png --data data --date 2026-12-06 --now 2026-11-06T10:00
 if [ "$(checksum second.png)" != "$(checksum first.png)" ]; then good; else
   bad "another month looks the same"; fi
+# ---- settings
+settings=(--data data)
+run settings list "${settings[@]}"
+expect_code "settings list" 0
+expect_has "settings list: what a setting means" "$out" "first view: 0 Day, 1 Month, 2 Year"
+run settings set itemcolor7 '#123456' "${settings[@]}"
+run settings get itemcolor7 "${settings[@]}"
+expect_is "a setting is kept" "$out" '#123456'
+run settings export own.txt "${settings[@]}"
+expect_code "settings export" 0
+expect_is "settings are private" "$(stat -c %a own.txt)" 600
+run settings export - "${settings[@]}"
+expect_is "settings to standard output" "$out" "$(cat own.txt)"
+sed 's/^startmode = .*/startmode = 0/' own.txt >edited.txt
+run settings import edited.txt --data moved
+expect_code "settings import" 0
+run settings export - --data moved
+expect_is "settings come over" "$(printf '%s\n' "$out" | grep -v '^startmode')" \
+  "$(grep -v '^startmode' own.txt)"
+run settings get startmode --data moved
+expect_is "with what was edited" "$out" 0
+"$program" settings import - --data moved <own.txt >out.txt 2>err.txt
+expect_is "settings from standard input" "$("$program" settings get startmode --data moved)" 1
+before=$(cat moved/registry moved/settings.vol | cksum)
+printf '[settings]\nstartmode = 2\n[profile "Work"]\n"a"\nshowday = 1\n' >bad.txt
+fails "a bad settings file" "bad.txt:5: a text stands between" settings import bad.txt --data moved
+expect_is "a bad settings file changes nothing" "$(cat moved/registry moved/settings.vol | cksum)" "$before"
+fails "a settings file that is none" "cannot be read" settings import nothing.txt --data moved
+fails "settings into an own file" "own files" settings export moved/registry --data moved
+mkdir -p stuck/registry
+fails "a registry that cannot be written" "stuck/registry" settings set startmode 2 --data stuck
+
 for view in day year; do
   run render $view $view.png --data data --now 2026-11-06T10:00
   expect_code "render $view" 0

@@ -84,6 +84,9 @@ class FileRegistry::Key : public RegistryKey {
   Text path_;
 };
 
+FileRegistry::FileRegistry(std::string path)
+    : path_(std::move(path)), known_stamp_(stamp_of(path_)) {}
+
 FileRegistry::~FileRegistry() { flush(); }
 
 std::unique_ptr<RegistryKey> FileRegistry::open(RegistryRoot root, TextView path) {
@@ -125,6 +128,18 @@ void FileRegistry::hold(Change change) {
   apply_changes(text_);
 }
 
+bool FileRegistry::changed_outside() {
+  std::string stamp = stamp_of(path_);
+  if (stamp == known_stamp_) return false;
+  known_stamp_ = std::move(stamp);
+  return true;
+}
+
+void FileRegistry::forget_changes() {
+  changes_.clear();
+  stamp_.clear();
+}
+
 bool FileRegistry::flush() {
   trouble_ = changes_.empty() ? std::string() : write();
   return trouble_.empty();
@@ -144,7 +159,7 @@ std::string FileRegistry::write() {
   if (const auto written = replace_file(path_, text.content()); !written) return written.reason();
   changes_.clear();
   text_ = std::move(text);
-  stamp_ = stamp_of(path_);
+  known_stamp_ = stamp_ = stamp_of(path_);
   return {};
 }
 

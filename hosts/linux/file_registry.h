@@ -13,12 +13,16 @@ namespace orvello {
 
 class FileRegistry : public Registry {
  public:
-  explicit FileRegistry(std::string path) : path_(std::move(path)) {}
+  explicit FileRegistry(std::string path);
   ~FileRegistry() override;  // writes what was not flushed
   FileRegistry(const FileRegistry&) = delete;
   FileRegistry& operator=(const FileRegistry&) = delete;
 
   Text trouble() const override { return to_utf16(trouble_); }
+  // Whether another process has written to it since this was asked last.
+  bool changed_outside();
+  // What was set and not written will not be written any more.
+  void forget_changes();
   std::unique_ptr<RegistryKey> open(RegistryRoot root, TextView path) override;
   std::unique_ptr<RegistryKey> create(RegistryRoot root, TextView path) override;
 
@@ -40,6 +44,7 @@ class FileRegistry : public Registry {
   std::vector<Change> changes_;  // not written yet
   RegistryText text_;            // the file as last read, with the changes
   std::string stamp_;            // tells whether the file is another one now
+  std::string known_stamp_;      // of what changed_outside() has told, and of own writing
 };
 
 }  // namespace orvello

@@ -9,7 +9,10 @@
 #include "cli/command_line.h"
 #include "cli/commands.h"
 #include "cli/imported_labels.h"
+#include "cli/settings_commands.h"
 #include "files/file_lock.h"
+#include "files/input_file.h"
+#include "files/replace_file.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/display.h"
 #include "hosts/linux/file_registry.h"
@@ -33,6 +36,8 @@ namespace orvello {
 namespace {
 
 using Command = CommandLine::Command;
+
+constexpr std::size_t kLargestSettingsFile = 1 << 20;
 
 // What the program's parts share, opened once.
 struct Opened {
@@ -149,6 +154,38 @@ int import(const CommandLine& line, Opened& opened) {
   return code;
 }
 
+// Needs no calendar, so that one that cannot be opened is not in the way.
+int settings(const CommandLine& line, const Opened& opened, std::ostream& content) {
+  const QtLocale locale = QtLocale::of_environment(line.language);
+  FileRegistry registry(opened.paths.config + "/registry");
+  SqliteRecordDatabases databases(opened.paths.data + "/device.db", host_path);
+  const LinuxFiles files(opened.paths);
+  const auto read = [](const std::string& path) -> Result<std::string> {
+    if (path != "-") return read_whole_file(path, kLargestSettingsFile);
+    std::string all(kLargestSettingsFile, '\0');
+    std::cin.read(all.data(), static_cast<std::streamsize>(all.size()));
+    all.resize(static_cast<std::size_t>(std::cin.gcount()));
+    if (all.size() == kLargestSettingsFile)
+      return Result<std::string>::failure("standard input is too large for settings");
+    return all;
+  };
+  const auto write = [&content](const std::string& path,
+                                std::string_view text) -> Result<std::size_t> {
+    if (path != "-") return replace_file(path, text);
+    content.write(text.data(), static_cast<std::streamsize>(text.size()));
+    return text.size();
+  };
+  const int code = run_settings(line, {registry,
+                                       {databases, files, opened.paths.data + "/settings.vol"},
+                                       locale.data(),
+                                       read,
+                                       write,
+                                       std::cout,
+                                       std::cerr});
+  if (code != kExitSuccess) registry.forget_changes();
+  return code;
+}
+
 int command(const CommandLine& line, Opened& opened, std::ostream& content) {
   if (!opened.store) return refused(opened);
   switch (line.command) {
@@ -209,6 +246,7 @@ int run(int argc, char** argv, StandardStreams& streams) {
   // Also for reading: closing a database's file by another way would drop the locks on it.
   if (const auto own = own_file_among(opened.paths, line->files); !own.empty())
     return failed(own + " is one of the calendar's own files.");
+  if (line->command == Command::settings) return settings(*line, opened, streams.content());
   if (line->command == Command::restore)
     return run_restore(*line, opened.paths, *opened.clock, std::cout, std::cerr);
   opened.windowed = line->command == Command::window && display_reachable();

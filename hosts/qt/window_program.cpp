@@ -246,7 +246,11 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   if (started != StartResult::running) return kExitNoWindow;
   if (store) {
     open_outbox(session, *store, parts);
-    on_signal(&poll, &QTimer::timeout, &poll, [store] { store->poll(); });
+    on_signal(&poll, &QTimer::timeout, &poll, [store, &session] {
+      store->poll();
+      if (session.registry.changed_outside())
+        session.application.when_free([&session] { session.application.load_settings_again(); });
+    });
     store->set_wake([store, &poll] { after(0, &poll, [store] { store->poll(); }); });
     poll.start(kPollMilliseconds);
   }

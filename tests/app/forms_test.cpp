@@ -3,8 +3,10 @@
 #include "app/application.h"
 #include "hosts/headless/headless_host.h"
 #include "hosts/headless/recording_canvas.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
 #include "settings/profiles.h"
+#include "settings/registry_access.h"
 #include "tests/appointments.h"
 
 namespace orvello {
@@ -123,6 +125,32 @@ TEST_F(FormsTest, TheSheetReachesTheViewsAndTheProfileMenu) {
   EXPECT_EQ(device.dialogs.modeless->rows(kControlDayList).content().rows[0].cells[0],
             u"9:00-10:00");
   EXPECT_EQ(device.dialogs.modeless->focused, kControlDayList);
+}
+
+// Somebody changed the registry and the volume behind the window's back.
+TEST_F(FormsTest, SettingsThatAnotherProcessChangedAreTakenOver) {
+  for (const ViewMode view : {ViewMode::month, ViewMode::day}) {
+    start(view);
+    const MonthDayYear date = application->state().current;
+    WriteNumberSetting(device.registry, u"dvfontsize", view == ViewMode::day ? 15 : 14);
+    WriteTextSetting(device.registry, u"activeprofilename", u"Work");
+    saveProfileInfoToDatabase({device.databases, device.boxes, device.files}, u"pfile-Work",
+                              {{Text(u"Work")}, {0}});
+    const int requests = application->grid().redraw_requests();
+    application->load_settings_again();
+    settle();
+    EXPECT_EQ(application->settings().dvfontsize, view == ViewMode::day ? 15 : 14);
+    EXPECT_EQ(application->settings().profile_labels, std::vector<Text>{u"Work"});
+    EXPECT_EQ(application->state().view_mode, view);
+    EXPECT_EQ(application->state().current, date);
+    if (view == ViewMode::month) {
+      EXPECT_EQ(application->grid().redraw_requests(), requests + 1);
+    } else {
+      EXPECT_EQ(device.dialogs.modeless->rows(kControlDayList).content().font.height,
+                font_height(15, 96));
+    }
+    application->handle_message({kMessageClose, 0, {}, 0});
+  }
 }
 
 }  // namespace
