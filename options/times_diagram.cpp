@@ -22,14 +22,13 @@ Color seen_on_form(Color color, const FormColors& colors) {
 
 class DiagramPainter {
  public:
-  DiagramPainter(const TimesDiagram& diagram, Size size, Canvas& canvas)
-      : diagram_(diagram), size_(size), canvas_(canvas) {}
+  DiagramPainter(Size size, Canvas& canvas) : size_(size), canvas_(canvas) {}
 
-  void paint(Color blue, Color grey) {
-    const int spine = size_.width * 4 / 7;
+  void paint(const std::array<bool, 3>& lasting, Color blue, Color grey) {
+    const int spine = size_.width * 3 / 4;
     for (int list = 0; list < 4; ++list) line(spine, size_.width, middle(list), grey);
-    for (std::size_t i = 0; i < diagram_.lasting.size(); ++i) {
-      const Color color = diagram_.lasting[i] ? blue : grey;
+    for (std::size_t i = 0; i < lasting.size(); ++i) {
+      const Color color = lasting[i] ? blue : grey;
       const int from = middle(static_cast<int>(i)), to = middle(static_cast<int>(i) + 1);
       const int gap = 3 * thick_;  // leaves the list's own line free
       bar(spine, from + gap, to - gap, color);
@@ -42,26 +41,24 @@ class DiagramPainter {
     return size_.height * (kTimesFirstMiddle + list * kTimesPitch) / kTimesHeight;
   }
   void line(int left, int right, int y, Color color) {
-    fill({left, y - thick_ / 2, right - left, thick_}, color);
+    canvas_.fill_rect({left, y - thick_ / 2, right - left, thick_}, color);
   }
   void bar(int x, int top, int bottom, Color color) {
-    fill({x - thick_ / 2, top, thick_, bottom - top}, color);
+    canvas_.fill_rect({x - thick_ / 2, top, thick_, bottom - top}, color);
   }
-  void fill(const Rect& rect, Color color) { canvas_.fill_rect(rect, color); }
 
-  const TimesDiagram& diagram_;
   Size size_;
   Canvas& canvas_;
-  int thick_ = std::max(1, size_.width / 14);
+  int thick_ = std::max(1, size_.width / 20);
 };
 
 }  // namespace
 
-void paint_times_diagram(const TimesDiagram& diagram, Size size, const FormColors& colors,
+void paint_times_diagram(const std::array<bool, 3>& lasting, Size size, const FormColors& colors,
                          Canvas& canvas) {
   canvas.fill_rect({0, 0, size.width, size.height}, colors.ground);
-  DiagramPainter(diagram, size, canvas)
-      .paint(seen_on_form(kPeriodBlue, colors), seen_on_form(kLineGrey, colors));
+  DiagramPainter(size, canvas)
+      .paint(lasting, seen_on_form(kPeriodBlue, colors), seen_on_form(kLineGrey, colors));
 }
 
 void paint_times_separator(Size size, const FormColors& colors, Canvas& canvas) {

@@ -8,11 +8,9 @@
 
 namespace orvello {
 
-struct TimesDiagram {
-  std::array<bool, 3> lasting{};  // periods that have any time: blue, the others grey
-};
-
-void paint_times_diagram(const TimesDiagram& diagram, Size size, const FormColors& colors,
+// The names are on the left, the lists on the right. The periods that have any time are blue, the
+// others grey.
+void paint_times_diagram(const std::array<bool, 3>& lasting, Size size, const FormColors& colors,
                          Canvas& canvas);
 void paint_times_separator(Size size, const FormColors& colors, Canvas& canvas);
 

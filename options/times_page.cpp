@@ -117,7 +117,7 @@ class TimesPage : public DialogProcedure {
     std::array<int, 4> marks{};
     for (std::size_t i = 0; i < marks.size(); ++i)
       marks[i] = dialog.choice(kMarkRows[i].control)->selected();
-    paint_times_diagram({lasting_periods(marks)}, event.size, colors, *event.canvas);
+    paint_times_diagram(lasting_periods(marks), event.size, colors, *event.canvas);
   }
 
   void put(TextView name, std::int32_t SettingsRecord::*field, std::int32_t value) const {

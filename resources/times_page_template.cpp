@@ -8,7 +8,7 @@ using Kind = ControlTemplate::Kind;
 using Across = ControlTemplate::Across;
 
 constexpr int kInner = kSettingsPageWidth - 8, kRow = 27, kPitch = 28, kTextHeight = 16;
-constexpr int kMarksTop = 20, kMarksLeft = 92, kDiagramLeft = 64;
+constexpr int kMarksTop = 20, kMarksLeft = 92, kDiagramLeft = 52;
 constexpr int kDefaultsTop = 138, kHalf = (kInner - 4) / 2;
 constexpr Color kHeadingColor = rgb(0, 0, 153);
 constexpr int kAmountLimit = 79;
