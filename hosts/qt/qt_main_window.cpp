@@ -124,9 +124,9 @@ QtMainWindow::QtMainWindow(QtWindowOptions options)
   density_.dpi = options_.dpi > 0 ? options_.dpi : density_.device(96);
   if (!options_.look) desktop_settings_ = ask_desktop_settings();
   look_ = options_.look ? *options_.look : look_of_desktop(desktop_settings_);
+  place_ = first_place();
   take_scale();
   take_colors();
-  place_ = first_place();
   events_.send = [this](const Message& message) { return send(message); };
   events_.close_wanted = [this] { close_wanted(); };
   events_.resized = [this] { resized(); };
@@ -170,7 +170,7 @@ ScreenInfo QtMainWindow::screen() const {
     info.resolution = *options_.screen;
   info.work_area = {0, 0, info.resolution.width, info.resolution.height};
   info.dpi_x = info.dpi_y = density_.dpi;
-  info.form_dpi = static_cast<int>(std::lround(density_.dpi * look_.text_scale));
+  info.form_dpi = static_cast<int>(std::lround(density_.dpi * fitting_scale(shown.width())));
   info.dark_desktop = look_.dark;
   return info;
 }
@@ -238,7 +238,7 @@ bool QtMainWindow::create(TextView, TextView title, int, MessageHandler& handler
 // What is comfortable, as far as the screen has it.
 void QtMainWindow::set_least_size() {
   const QScreen* screen = QGuiApplication::screenAt({place_.center().x, place_.center().y});
-  QSize least(form_density().scaled(kLeastWidth), form_density().scaled(kLeastHeight));
+  QSize least(density_.scaled(kLeastWidth), density_.scaled(kLeastHeight));
   if (screen) least = least.boundedTo(screen->availableSize());
   shell_->setMinimumSize(least);
 }
@@ -398,9 +398,20 @@ void QtMainWindow::close_wanted() {
   if (!send({kMessageClose, 0, {}, 0})) destroy();
 }
 
-void QtMainWindow::take_scale() {
-  density_.desktop_text = look_.text_scale;
+// Forms are as wide as the least window: where they have grown out of this one they would have to
+// be scrolled sideways for every line.
+double QtMainWindow::fitting_scale(int width) const {
+  const double room = width / density_.unit() / kLeastWidth;
+  return std::min(look_.text_scale, std::max(1.0, room));
+}
+
+// Whether it is another one.
+bool QtMainWindow::take_scale() {
+  const double scale = fitting_scale(shell_ ? shell_->width() : place_.width);
+  if (!form_densities_.empty() && density_.desktop_text == scale) return false;
+  density_.desktop_text = scale;
   form_densities_.push_back(density_.grown());
+  return true;
 }
 
 void QtMainWindow::take_colors() {
@@ -415,14 +426,11 @@ void QtMainWindow::take_colors() {
 
 void QtMainWindow::take_look(const DesktopLook& look) {
   const DesktopLook before = std::exchange(look_, look);
-  const bool scaled = look.text_scale != before.text_scale;
-  if (scaled) take_scale();
+  const bool scaled = take_scale();
   if (look.dark != before.dark) take_colors();
   if (look == before || !shell_) return;
   if (on_look) on_look();
-  if (!scaled) return;
-  if (!options_.screen) set_least_size();
-  send({kMessageSettingChange, kScreenRotated, {}, 0});
+  if (scaled) send({kMessageSettingChange, kScreenRotated, {}, 0});
 }
 
 void QtMainWindow::follow_desktop() {
@@ -442,6 +450,7 @@ void QtMainWindow::resized() {
   const Size size = screen().resolution;
   if (size == reported_) return;
   reported_ = size;
+  if (take_scale() && on_look) on_look();
   send({kMessageSettingChange, kScreenRotated, {}, 0});
 }
 

@@ -93,7 +93,8 @@ class QtMainWindow : public MainWindow {
   Rect first_place() const;
 
   QtWindowOptions options_;
-  void take_scale();
+  double fitting_scale(int width) const;
+  bool take_scale();
   void take_colors();
   void follow_desktop();
   void ask_desktop();
