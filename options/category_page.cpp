@@ -72,7 +72,8 @@ void CategoryPage::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::page_shown:
       seen_ = true;
-      return come_to(dialog, picked() ? picked()->label : Text());
+      come_to(dialog, picked() ? picked()->label : Text());
+      return dialog.focus(rows_.empty() ? kCategoryPageName : kCategoryPageList);
     case Event::page_applied:
       return apply();
     case Event::command:

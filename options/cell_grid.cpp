@@ -21,11 +21,11 @@ void CellGrid::choose(int cell) {
   scroll_to(std::clamp(top_, row + cell_.height - size_.height, row));
 }
 
-void CellGrid::lay_out(Size size, int side) {
+void CellGrid::lay_out(Size size, int side, bool wide) {
   size_ = size;
   const int most = std::max(1, size.width / std::max(1, side));
   const int rows_seen = std::max(1, size.height / std::max(1, side));
-  columns_ = std::clamp((count_ + rows_seen - 1) / rows_seen, 1, most);
+  columns_ = wide ? std::clamp((count_ + rows_seen - 1) / rows_seen, 1, most) : most;
   const int height = rows() == 0 ? side : size.height / rows();
   cell_ = {std::max(1, size.width / columns_), std::clamp(height, std::max(1, side), 2 * side)};
   scroll_to(top_);

@@ -22,9 +22,9 @@ class CellGrid {
   int chosen() const { return chosen_; }
   void choose(int cell);  // and shows it
 
-  // As few columns as show all rows at once, else as many as there is room for; cells are at least
-  // `side` wide and high.
-  void lay_out(Size size, int side);
+  // Cells are at least `side` wide and high. With `wide` ones there are as few columns as show all
+  // rows at once, else as many as there is room for.
+  void lay_out(Size size, int side, bool wide);
   int columns() const { return columns_; }
   Rect place(int cell) const;      // scrolled as it is; may lie outside
   int cell_at(Point point) const;  // -1: none

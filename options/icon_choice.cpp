@@ -45,7 +45,7 @@ class IconChoice : public DialogProcedure {
   void paint(Dialog& dialog, const DialogEvent& event) {
     if (size_ != event.size) {
       size_ = event.size;
-      grid_.lay_out(size_, icon_cell_side(context_.screen));
+      grid_.lay_out(size_, icon_cell_side(context_.screen), false);
       grid_.choose(grid_.chosen());
       tell_parts(dialog);
     }

@@ -50,6 +50,7 @@ void IconsPage::handle(Dialog& dialog, const DialogEvent& event) {
   if (event.kind == Event::page_shown) {
     take_slots();
     show_labels(dialog);
+    dialog.focus(kIconsPageGrid);
     return show_slots(dialog);
   }
   if (event.kind == Event::page_applied) return apply();
@@ -121,7 +122,7 @@ void IconsPage::show_chosen(Dialog& dialog) {
 void IconsPage::paint(Dialog& dialog, const DialogEvent& event) {
   if (size_ != event.size) {
     size_ = event.size;
-    grid_.lay_out(size_, icon_cell_side(context_.screen));
+    grid_.lay_out(size_, icon_cell_side(context_.screen), true);
     grid_.choose(grid_.chosen());
     show_slots(dialog);
   }

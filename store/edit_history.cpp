@@ -76,7 +76,9 @@ void EditHistory::keep_within_limits() {
   while (done_.size() > kMostSteps || total(done_, items) > kMostItems ||
          total(done_, states) > kMostStates)
     done_.pop_front();
-  while (total(undone_, items) > kMostStates) undone_.pop_front();
+  const auto kept = [](const EditStep& step) { return step.items_.size(); };
+  while (total(undone_, kept) > kMostStates || total(undone_, items) > kMostItems)
+    undone_.pop_front();
 }
 
 bool EditHistory::undo(MessageBoxes& boxes) {

@@ -26,7 +26,7 @@ Qt::Key key_of(std::uint32_t code) {
       {kKeyReturn, Qt::Key_Return}, {kKeyEscape, Qt::Key_Escape},     {kKeySpace, Qt::Key_Space},
       {kKeyUp, Qt::Key_Up},         {kKeyDown, Qt::Key_Down},         {kKeyLeft, Qt::Key_Left},
       {kKeyRight, Qt::Key_Right},   {kKeyPageDown, Qt::Key_PageDown}, {kKeyEnd, Qt::Key_End},
-      {kKeyHome, Qt::Key_Home}};
+      {kKeyHome, Qt::Key_Home},     {kKeyPageUp, Qt::Key_PageUp},     {kKeyDelete, Qt::Key_Delete}};
   return keys.at(code);
 }
 
