@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 
 #include "options/icon_choice.h"
 #include "options/icon_paint.h"
@@ -28,7 +29,9 @@ class IconsPage : public DialogProcedure {
     bool changed = false;
   };
   Slot& chosen() { return slots_[static_cast<std::size_t>(grid_.chosen())]; }
+  std::optional<std::vector<Text>> device_labels();
   void take_slots();
+  void drop_gone(const std::vector<Text>& listed);
   void show_labels(Dialog& dialog);
   void show_slots(Dialog& dialog);
   void show_chosen(Dialog& dialog);
@@ -43,12 +46,12 @@ class IconsPage : public DialogProcedure {
   CellGrid grid_;
   Size size_;
   std::array<Slot, kDisplayIconSlots> slots_;
+  std::vector<Text> listed_;  // by the device, when the page was shown last
   std::vector<Text> labels_;  // to choose from: the first two stand for none, and for no category
 };
 
 void IconsPage::handle(Dialog& dialog, const DialogEvent& event) {
   if (event.kind == Event::page_shown) {
-    take_slots();
     show_labels(dialog);
     dialog.focus(kIconsPageGrid);
     return show_slots(dialog);
@@ -81,10 +84,31 @@ void IconsPage::take_slots() {
       slots_[i] = {context_.settings.displayicon[i], context_.settings.displayiconstring[i], false};
 }
 
-void IconsPage::show_labels(Dialog& dialog) {
+// Nothing when they could not all be read, which has been told.
+std::optional<std::vector<Text>> IconsPage::device_labels() {
   std::vector<Text> listed;
-  read_device_labels(context_.volume, context_.platform_generation, context_.session, listed);
+  if (!read_device_labels(context_.volume, context_.platform_generation, context_.session, listed))
+    return std::nullopt;
   for (Text& label : listed) label = label_of(label);
+  return listed;
+}
+
+// A label that was renamed or removed after it was chosen here, on the Category page.
+void IconsPage::drop_gone(const std::vector<Text>& listed) {
+  const auto lists = [](const std::vector<Text>& labels, const Text& label) {
+    return std::find(labels.begin(), labels.end(), label) != labels.end();
+  };
+  for (Slot& slot : slots_)
+    if (slot.changed && lists(listed_, slot.label) && !lists(listed, slot.label))
+      slot.changed = false;
+}
+
+void IconsPage::show_labels(Dialog& dialog) {
+  const auto read = device_labels();
+  if (read) drop_gone(*read);
+  take_slots();
+  if (read) listed_ = *read;
+  std::vector<Text> listed = listed_;
   // What is bound stays to be chosen, even if the device does not list it.
   for (const Slot& slot : slots_) listed.push_back(slot.label);
   const auto before = [this](const Text& a, const Text& b) {
@@ -155,6 +179,9 @@ void IconsPage::choose_picture(Dialog& dialog) {
 }
 
 void IconsPage::apply() {
+  if (std::none_of(slots_.begin(), slots_.end(), [](const Slot& slot) { return slot.changed; }))
+    return;
+  if (const auto read = device_labels()) drop_gone(*read);
   bool changed = false;
   for (int slot = 0; slot < kDisplayIconSlots; ++slot) {
     const auto at = static_cast<std::size_t>(slot);

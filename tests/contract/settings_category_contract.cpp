@@ -178,6 +178,18 @@ TEST_P(SettingsContract, IconsAreBoundOnOkAlone) {
   EXPECT_EQ(desk->stored_text(u"displayiconstring1"), u"Birthday");
   EXPECT_EQ(desk->number(u"displayicon1"), desk->settings.total_icon_count - 1);
   EXPECT_EQ(desk->number(u"displayicon2"), -1) << "what was not touched is not written";
+  // A label that is renamed after it was chosen is chosen no longer.
+  desk->open(kPageIcons, [&] {
+    desk->choose(kIconsPageLabel, 3);
+    EXPECT_EQ(desk->text(kIconsPageLabel), u"Work");
+    desk->show_page(kPageCategory);
+    person.key(kKeyDown);
+    labels.name(u"Office");
+    desk->tap(kCategoryPageRename);
+    desk->ok();
+  });
+  EXPECT_EQ(labels.listed().front(), u"Office");
+  EXPECT_EQ(desk->settings.displayiconstring[0], u"");
   desk->open(kPageIcons, [&] { desk->tap(kIconsPageReset), desk->ok(); });
   EXPECT_EQ(desk->number(u"displayicon1"), 1);
   EXPECT_EQ(desk->stored_text(u"displayiconstring1"), u"");
