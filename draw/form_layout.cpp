@@ -159,7 +159,9 @@ class Form {
       const int column = columns_.in_second(control) ? 1 : 0;
       if (!column_stretches(column)) return place;
       const int highest = std::max(columns_.heights[0], columns_.heights[1]);
-      down += length(highest - columns_.heights[column]);
+      // Rounded as the form's height is, so that it ends where that does.
+      const int bottom = control.place.bottom() - (column == 1 ? columns_.rise : 0);
+      down += length(bottom + highest - columns_.heights[column]) - length(bottom);
     }
     if (!in_column && control.section != 0 && stretching_.size() > 1)
       down = moved_down(place, control.section, down);
@@ -209,7 +211,17 @@ class Form {
         kept = std::max(kept, control.place.bottom());
       }
     }
-    return stretches ? stretching : std::max(0, lower - kGap - kept);
+    return std::min(stretches ? stretching : std::max(0, lower - kGap - kept), columns_spare());
+  }
+
+  // What stands below two columns comes up only as far as one that does not shrink lets it.
+  int columns_spare() const {
+    int spare = design_.height;
+    for (const int column : {0, 1})
+      if (columns_ && !column_stretches(column))
+        spare = std::min(
+            spare, std::max(columns_.heights[0], columns_.heights[1]) - columns_.heights[column]);
+    return spare;
   }
 
   // How much of what stretches is never seen at once, beside a finger's room to scroll the form by.

@@ -44,7 +44,6 @@ void FlatEdit::set_text(const QString& text) {
 }
 
 void FlatEdit::paintEvent(QPaintEvent* event) {
-  if (edge_) paint_field_ground(*this, density_);
   QLineEdit::paintEvent(event);
   if (edge_) paint_field_edge(*this, density_, hasFocus());
 }

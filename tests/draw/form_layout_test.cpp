@@ -67,8 +67,12 @@ TEST(FormLayout, EveryDialogIsSoundOnEveryScreen) {
     Size size;
     double unit;
   };
-  for (const Screen& screen : {Screen{{240, 320}, 1}, Screen{{320, 240}, 1}, Screen{{480, 640}, 2},
-                               Screen{{640, 480}, 2}, Screen{{1000, 700}, 1}}) {
+  for (const Screen& screen :
+       {Screen{{240, 320}, 1}, Screen{{320, 240}, 1}, Screen{{480, 640}, 2}, Screen{{640, 480}, 2},
+        Screen{{1000, 700}, 1},
+        // With the texts of a desktop that has large ones.
+        Screen{{480, 640}, 1.25}, Screen{{480, 640}, 1.5}, Screen{{800, 600}, 1.5},
+        Screen{{1000, 700}, 1.5}, Screen{{1280, 800}, 2}}) {
     for (const DialogTemplate& form : all_forms()) {
       SCOPED_TRACE(std::to_string(form.id) + " at " + std::to_string(screen.size.width));
       const int title = form.popup ? 0 : static_cast<int>(kTitle * screen.unit);
