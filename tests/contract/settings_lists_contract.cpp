@@ -165,6 +165,23 @@ TEST_P(SettingsContract, ProfilesAreSavedDeletedAndShown) {
     EXPECT_EQ(lists.selected(), Texts{u"Home"});
     EXPECT_EQ(desk->device.boxes.hands, 4);
     EXPECT_EQ(desk->commands.reloads, 0) << "none of them is the active one";
+
+    // The Category page renames a label, here and in the profile; then another one is removed.
+    const auto meanwhile = [&](const std::function<void()>& what) {
+      desk->show_page(kPageCategory);
+      what();
+      desk->show_page(kPageProfiles);
+    };
+    meanwhile([&] {
+      removeCategory(desk->volume, u"Home");
+      lists.labels({u"House"});
+      lists.save(u"Home", {u"House"});
+    });
+    EXPECT_EQ(lists.rows(kProfilesList), (Texts{u"Work", u"Garden", u"House"}));
+    EXPECT_EQ(lists.selected(), Texts{u"House"});
+    desk->bench->tap_row(kProfilesList, 1);
+    meanwhile([&] { removeCategory(desk->volume, u"Work"); });
+    EXPECT_EQ(lists.selected(), (Texts{u"Garden", u"House"})) << "as the person left them";
     const int menus = desk->commands.profile_menus;
     desk->ok();
     EXPECT_EQ(desk->commands.profile_menus, menus + 1);
