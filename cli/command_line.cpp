@@ -277,7 +277,7 @@ bool names_contacts(const std::string& file) {
 }
 
 std::string usage_text() {
-  return std::string() + R"(Orvello, a pocket calendar.
+  std::string text = R"(Orvello, a pocket calendar.
 
   orvello [FILE...]                   open the window; calendar and contact files are shown first,
                                       with counts, and imported on OK
@@ -312,8 +312,9 @@ std::string usage_text() {
 Every command takes:
       --data DIR                      keep everything under this folder
       --now YYYY-MM-DDTHH:MM          the time it is said to be
-      --language CODE                 the language of menus and dates: )" +
-         language_codes(", ") + R"(
+      --language CODE                 the language of menus and dates: )";
+  text += language_codes(", ");
+  return text += R"(
       --help, --version
 
 Ends with 0 on success, 1 on a failure, which it names, and 2 on a wrong command line.
