@@ -8,6 +8,7 @@
 #include "resources/ids.h"
 #include "resources/menus.h"
 #include "settings/new_labels.h"
+#include "settings/registry_access.h"
 #include "store/wait_cursor.h"
 
 namespace orvello {
@@ -97,12 +98,12 @@ void Application::offer_draft() {
 void Application::exit_program() { handle_message({kMessageClose, 0, {}, 0}); }
 
 void Application::open_settings() {
-  const std::int32_t clock24 = settings_.timeformat;
   forms_.change_settings(*this);
-  grid_.request_redraw();
-  if (!day_view_.is_open()) return;
-  if (settings_.timeformat != clock24) handle_message({kMessageRefresh, 0, {}, 0});
+  // Also the Day view's rows: few settings leave them as they were.
+  reload_view();
   day_view_.focus_list();
+  const WaitCursor waiting(host_.window);
+  FlushSettings(host_.registry);
 }
 
 bool Application::preview(ViewMode view, const SettingsRecord& settings, Canvas& canvas) {

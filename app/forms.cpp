@@ -1,8 +1,6 @@
 #include "app/forms.h"
 
 #include "options/settings_sheet.h"
-#include "settings/registry_access.h"
-#include "store/wait_cursor.h"
 
 namespace orvello {
 
@@ -19,8 +17,6 @@ void Forms::change_settings(SettingsCommands& commands) {
   else
     ShowSettingsSheet({context_.host, context_.session, context_.settings, context_.volume,
                        context_.screen, context_.platform_generation, context_.history, commands});
-  const WaitCursor waiting(context_.host.window);
-  FlushSettings(context_.host.registry);
 }
 
 }  // namespace orvello

@@ -1,5 +1,6 @@
 #include "options/settings_sheet.h"
 
+#include "options/panel_page.h"
 #include "options/settings_pages.h"
 #include "resources/settings_templates.h"
 
@@ -24,8 +25,11 @@ int ShowSettingsSheet(const OptionsContext& context) {
   std::vector<std::unique_ptr<DialogProcedure>> procedures;
   std::vector<SheetPage> pages;
   for (const PageRow& row : kPages) {
-    procedures.push_back(row.make(context));
-    pages.push_back({row.dialog(context.language()), procedures.back().get()});
+    SheetPage page{row.dialog(context.language())};
+    procedures.push_back(
+        std::make_unique<PanelPage>(page.dialog, row.make(context), context.host.input));
+    page.procedure = procedures.back().get();
+    pages.push_back(std::move(page));
   }
   const int result = context.host.dialogs.run_sheet(u"Orvello", pages);
   if (result == kSheetFailed) context.host.boxes.show(u"error in PropertySheet()", u"error");

@@ -30,6 +30,7 @@ constexpr IconArt kNotesToolsHigh[] = {
 };
 #include "resources/art/glyphs.inc"
 #include "resources/art/menu_bar.inc"
+#include "resources/art/month_shading.inc"
 #include "resources/art/pages.inc"
 
 constexpr int kIconLow = 9;
@@ -59,6 +60,12 @@ constexpr Picture kPictures[] = {
     {kBitmapTodayHigh, 32, 28, kTodayHigh},
     {kBitmapTodayLow, 16, 14, kTodayLow},
     {kBitmapMenuBarHigh, 128, 32, kMenuBarHigh},
+    {kBitmapShadedRowsLow, 71, 46, kShadingRowsLow},
+    {kBitmapShadedMondayLow, 71, 46, kShadingWeekendMondayLow},
+    {kBitmapShadedSundayLow, 71, 46, kShadingWeekendSundayLow},
+    {kBitmapShadedRowsHigh, 141, 86, kShadingRowsHigh},
+    {kBitmapShadedMondayHigh, 141, 86, kShadingWeekendMondayHigh},
+    {kBitmapShadedSundayHigh, 141, 86, kShadingWeekendSundayHigh},
 };
 
 // A map with a row too short or a mistyped letter must not compile.

@@ -24,6 +24,15 @@ inline constexpr int kBitmapNotesHigh = 157;
 inline constexpr int kBitmapReminderLow = 131;
 inline constexpr int kBitmapReminderHigh = 158;
 
+// The shading of the Month view in small: rows in turn, or weekends, where weeks start on Monday or
+// on Sunday.
+inline constexpr int kBitmapShadedRowsLow = 112;
+inline constexpr int kBitmapShadedMondayLow = 113;
+inline constexpr int kBitmapShadedSundayLow = 114;
+inline constexpr int kBitmapShadedRowsHigh = 168;
+inline constexpr int kBitmapShadedMondayHigh = 169;
+inline constexpr int kBitmapShadedSundayHigh = 170;
+
 // Arrows to the previous and to the next year.
 inline constexpr int kBitmapPreviousLow = 152;
 inline constexpr int kBitmapNextLow = 153;

@@ -1,13 +1,50 @@
+// How the program opens and counts, and how days and months look.
 #include "resources/options_page_ids.h"
+#include "resources/settings_column.h"
 #include "resources/settings_templates.h"
 
 namespace orvello {
+namespace {
+
+using Kind = ControlTemplate::Kind;
+
+constexpr int kCategoryLimit = 39, kClockLimit = 20;
+constexpr int kPreviewHeight = 50;
+
+}  // namespace
 
 DialogTemplate options_page_dialog(Language language) {
-  DialogTemplate dialog;
-  dialog.id = kDialogOptionsPage;
-  dialog.title = load_string(StringId::tab_options, language);
-  dialog.size = {kSettingsPageWidth, kSettingsPageHeight};
+  SettingsColumn column(language);
+  column.start_section();
+  column.labelled(Kind::drop_list, kOptionsStartView, StringId::options_start_view,
+                  kOptionsStartViewLabel);
+  column.labelled(Kind::drop_list, kOptionsDayColors, StringId::options_day_colors,
+                  kOptionsDayColorsLabel);
+  column.labelled(Kind::drop_list, kOptionsHeader, StringId::options_header, kOptionsHeaderLabel);
+  column.labelled(Kind::combo, kOptionsClock, StringId::options_clock, kOptionsClockLabel).limit =
+      kClockLimit;
+  column.labelled(Kind::combo, kOptionsCategory, StringId::options_category, kOptionsCategoryLabel)
+      .limit = kCategoryLimit;
+  column.box(kOptionsDefault, StringId::options_default);
+  column.start_section();
+  column.labelled(Kind::drop_list, kOptionsWeekNumber, StringId::options_week_number,
+                  kOptionsWeekNumberLabel);
+  column.labelled(Kind::drop_list, kOptionsFirstDay, StringId::options_first_day,
+                  kOptionsFirstDayLabel);
+  column.labelled(Kind::drop_list, kOptionsMonthColors, StringId::options_month_colors,
+                  kOptionsMonthColorsLabel);
+  // The picture stands in the middle of what is free: below the date, while that is seen.
+  const int free = kLabelledHeight + kPreviewHeight;
+  column.area(Kind::custom, kOptionsPreview, StringId::options_preview, free);
+  column.back(free);
+  column.labelled(Kind::date_picker, kOptionsWeekOne, StringId::options_week_one,
+                  kOptionsWeekOneLabel);
+  DialogTemplate dialog = std::move(column).dialog(kDialogOptionsPage, StringId::tab_options);
+  dialog.size.height += kPreviewHeight + 4;
+  for (ControlTemplate& control : dialog.controls) {
+    if (control.id == kOptionsWeekOne || control.id == kOptionsWeekOneLabel) control.hidden = true;
+    if (control.id == kOptionsWeekOneLabel) control.color = kBlack;
+  }
   return dialog;
 }
 

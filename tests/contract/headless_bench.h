@@ -36,7 +36,7 @@ class HeadlessBench : public DialogsBench {
     if (top_ || sheet_ || dialogs_.modeless) top().deliver();
   }
   void wait(int timer_id) override {
-    if (top_ || dialogs_.modeless) top().fire_timer(timer_id);
+    if (top_ || sheet_ || dialogs_.modeless) top().fire_timer(timer_id);
   }
 
   void tap(int control) override { top().press(control); }

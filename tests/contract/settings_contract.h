@@ -22,6 +22,7 @@
 
 #include "app/application.h"
 #include "options/settings_sheet.h"
+#include "resources/ids.h"
 #include "tests/contract/dialogs_bench.h"
 #include "tests/contract/watched_dialogs.h"
 #include "tests/editor/editor_bench.h"

@@ -27,6 +27,7 @@ SettingsDesk::~SettingsDesk() {
 void SettingsDesk::load() {
   settings = {};
   LoadSettings(settings, device.registry, volume, device.clock, locale.data(), true);
+  settings.locale = locale.data();
 }
 
 void SettingsDesk::start(ViewMode view) {

@@ -6,7 +6,9 @@
 #include "tests/contract/settings_color_contract.cpp"     // NOLINT
 #include "tests/contract/settings_contract.cpp"           // NOLINT
 #include "tests/contract/settings_desk.cpp"               // NOLINT
+#include "tests/contract/settings_display_contract.cpp"   // NOLINT
 #include "tests/contract/settings_lists_contract.cpp"     // NOLINT
+#include "tests/contract/settings_options_contract.cpp"   // NOLINT
 
 namespace orvello::test {
 namespace {
