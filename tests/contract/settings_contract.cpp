@@ -54,7 +54,7 @@ TEST_P(SettingsContract, TheInputPanelIsUpForTextAlone) {
       desk->bench->settle();
       EXPECT_TRUE(input.panel_up);
     }
-    desk->show_page(kPagePretext);
+    desk->show_page(kPageDisplay);
     EXPECT_FALSE(input.panel_up);
     desk->show_page(kPageOptions);
     desk->dialog().focus(kOptionsCategory);
