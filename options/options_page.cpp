@@ -63,7 +63,9 @@ class OptionsPage : public DialogProcedure {
     if (event.kind == Event::init) fill(dialog);
     if (event.kind == Event::changed || event.kind == Event::taken) chosen(dialog, event.control);
     if (event.kind == Event::focus_lost && event.control == kOptionsClock) tell_clock(dialog);
-    if (event.kind == Event::paint) paint(dialog, event);
+    if (event.kind == Event::paint)
+      paint_shading_preview(settings(), context_.screen.low_resolution,
+                            context_.host.dialogs.colors().ground, *event.canvas);
     if (event.kind == Event::page_applied) apply(dialog);
   }
 
@@ -75,7 +77,6 @@ class OptionsPage : public DialogProcedure {
   void show_week_one(Dialog& dialog);
   void tell_clock(Dialog& dialog);
   void chosen(Dialog& dialog, int control);
-  void paint(Dialog& dialog, const DialogEvent& event);
   void apply(Dialog& dialog);
   void apply_week_one(Dialog& dialog);
   void apply_category(Dialog& dialog);
@@ -123,7 +124,6 @@ void OptionsPage::show_week_one(Dialog& dialog) {
   const bool shown = dialog.choice(kOptionsWeekNumber)->selected() == kNumberedFromDate;
   dialog.show(kOptionsWeekOneLabel, shown);
   dialog.show(kOptionsWeekOne, shown);
-  dialog.drawn(kOptionsPreview)->invalidate();  // it gets out of the way
 }
 
 // What was typed and is no row is nothing.
@@ -143,17 +143,6 @@ void OptionsPage::chosen(Dialog& dialog, int control) {
     dialog.date(kOptionsWeekOne)->set_calendar(settings().today, settings().firstdayofweek != 0);
   if (control == kOptionsFirstDay || control == kOptionsMonthColors)
     dialog.drawn(kOptionsPreview)->invalidate();
-}
-
-void OptionsPage::paint(Dialog& dialog, const DialogEvent& event) {
-  Rect free{0, 0, event.size.width, event.size.height};
-  const Rect date = dialog.place(kOptionsWeekOne), all = dialog.place(kOptionsPreview);
-  if (!date.empty() && !all.empty()) {
-    free.y = date.bottom() - all.y;
-    free.height -= free.y;
-  }
-  paint_shading_preview(settings(), context_.screen.low_resolution, free,
-                        context_.host.dialogs.colors().ground, *event.canvas);
 }
 
 void OptionsPage::apply(Dialog& dialog) {

@@ -11,15 +11,15 @@ int shading_bitmap(int calendarcolorstyle, int firstdayofweek, bool low_resoluti
   return low_resolution ? kBitmapShadedSundayLow : kBitmapShadedSundayHigh;
 }
 
-void paint_shading_preview(const SettingsRecord& settings, bool low_resolution, const Rect& free,
-                           Color ground, Canvas& canvas) {
-  canvas.fill_rect({0, 0, canvas.size().width, canvas.size().height}, ground);
+void paint_shading_preview(const SettingsRecord& settings, bool low_resolution, Color ground,
+                           Canvas& canvas) {
+  const Size size = canvas.size();
+  canvas.fill_rect({0, 0, size.width, size.height}, ground);
   const Image image = load_bitmap(
       shading_bitmap(settings.calendarcolorstyle, settings.firstdayofweek, low_resolution));
   if (image.empty()) return;
-  const Point at{free.x + (free.width - image.width) / 2,
-                 free.y + (free.height - image.height) / 2};
-  canvas.draw_image(image, {0, 0, image.width, image.height}, at);
+  canvas.draw_image(image, {0, 0, image.width, image.height},
+                    {(size.width - image.width) / 2, (size.height - image.height) / 2});
 }
 
 }  // namespace orvello

@@ -9,8 +9,8 @@ namespace orvello {
 // The picture's number; 0 for a style that there is none for.
 int shading_bitmap(int calendarcolorstyle, int firstdayofweek, bool low_resolution);
 
-// In the middle of the canvas's `free` area, over the ground.
-void paint_shading_preview(const SettingsRecord& settings, bool low_resolution, const Rect& free,
-                           Color ground, Canvas& canvas);
+// In the middle of the canvas, over the ground.
+void paint_shading_preview(const SettingsRecord& settings, bool low_resolution, Color ground,
+                           Canvas& canvas);
 
 }  // namespace orvello

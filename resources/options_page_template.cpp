@@ -9,7 +9,7 @@ namespace {
 using Kind = ControlTemplate::Kind;
 
 constexpr int kCategoryLimit = 39, kClockLimit = 20;
-constexpr int kPreviewHeight = 50;
+constexpr int kPreviewHeight = 54;
 
 }  // namespace
 
@@ -27,20 +27,17 @@ DialogTemplate options_page_dialog(Language language) {
       .limit = kCategoryLimit;
   column.box(kOptionsDefault, StringId::options_default);
   column.start_section();
-  column.labelled(Kind::drop_list, kOptionsWeekNumber, StringId::options_week_number,
-                  kOptionsWeekNumberLabel);
   column.labelled(Kind::drop_list, kOptionsFirstDay, StringId::options_first_day,
                   kOptionsFirstDayLabel);
   column.labelled(Kind::drop_list, kOptionsMonthColors, StringId::options_month_colors,
                   kOptionsMonthColorsLabel);
-  // The picture stands in the middle of what is free: below the date, while that is seen.
-  const int free = kLabelledHeight + kPreviewHeight;
-  column.area(Kind::custom, kOptionsPreview, StringId::options_preview, free);
-  column.back(free);
+  column.area(Kind::custom, kOptionsPreview, StringId::options_preview, kPreviewHeight);
+  column.labelled(Kind::drop_list, kOptionsWeekNumber, StringId::options_week_number,
+                  kOptionsWeekNumberLabel);
+  // Last, so that nothing gapes while it is hidden.
   column.labelled(Kind::date_picker, kOptionsWeekOne, StringId::options_week_one,
                   kOptionsWeekOneLabel);
   DialogTemplate dialog = std::move(column).dialog(kDialogOptionsPage, StringId::tab_options);
-  dialog.size.height += kPreviewHeight + 4;
   for (ControlTemplate& control : dialog.controls) {
     if (control.id == kOptionsWeekOne || control.id == kOptionsWeekOneLabel) control.hidden = true;
     if (control.id == kOptionsWeekOneLabel) control.color = kBlack;

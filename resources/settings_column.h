@@ -20,8 +20,6 @@ class SettingsColumn {
   ControlTemplate& labelled(ControlTemplate::Kind kind, int id, StringId label, int label_id);
   // Of this height, all across; what is added next stands below it.
   ControlTemplate& area(ControlTemplate::Kind kind, int id, StringId text, int height);
-  // What is added next stands this much higher, over what is there.
-  void back(int height) { y_ -= height; }
 
   DialogTemplate dialog(int id, StringId title) &&;
 
@@ -36,7 +34,4 @@ class SettingsColumn {
 
 // The labels of settings.
 inline constexpr Color kSettingLabelColor = rgb(0, 0, 153);
-// A label with its control.
-inline constexpr int kLabelledHeight = 18 + 27 + 4;
-
 }  // namespace orvello

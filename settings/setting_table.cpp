@@ -90,11 +90,12 @@ void add_views(Fields& rows) {
                         "weeks start on: 0 Sunday, 1 Monday; a new calendar's as in its country"));
   rows.push_back(number(step, u"dvfontsize", 12, 6, 15, &S::dvfontsize,
                         "points of the day list's and the popups' text"));
-  rows.push_back(flag(step, u"coloroffdays", 0, &S::coloroffdays, "coloured field"));
+  rows.push_back(flag(step, u"coloroffdays", 0, &S::coloroffdays,
+                      "the days of the weekend in the week numbers' colour"));
   rows.push_back(
       flag(step, u"categoryiconflag", 0, &S::categoryiconflag, "category icon in the Day view"));
   rows.push_back(flag(step, u"usecategorycolorforbar", 0, &S::usecategorycolorforbar,
-                      "category colours in the day list"));
+                      "category colours for the bars of the Month view and in the day list"));
   rows.push_back({u"itemcolor%d", SettingKind::color, kColorSlots, SettingDefault::factory_color, 0,
                   u"", 0, 0xFFFFFF, LoadStep::colors, &S::item_colors, "colour, 0x00BBGGRR"});
   rows.push_back({u"dayviewheaderformat", SettingKind::number, 1, SettingDefault::locale_long_date,

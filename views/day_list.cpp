@@ -73,8 +73,11 @@ class RowPictures {
     for (const Image& glyph : {settings.notes_glyph, settings.reminder_glyph}) add(glyph);
   }
 
-  std::vector<int> of(const DayRow& row) {
+  // `category` is the colour of the appointment's categories, white without one.
+  std::vector<int> of(const DayRow& row, Color category) {
     std::vector<int> indexes;
+    if (settings_.usecategorycolorforbar == 1 && category != kWhite && !row.continues())
+      indexes.push_back(bar_of(category));
     for (const char16_t letter : row.icons) {
       if (letter == u'n') indexes.push_back(0);
       if (letter == u'r') indexes.push_back(1);
@@ -89,6 +92,18 @@ class RowPictures {
   int widest() const { return widest_; }
 
  private:
+  int bar_of(Color category) {
+    const auto [place, is_new] =
+        by_color_.try_emplace(category, static_cast<int>(pictures_.size()));
+    if (is_new) {
+      const int height = settings_.reminder_glyph.height, width = std::max(1, height * 3 / 8);
+      // The transparent colour is not to be seen.
+      const Color shown = category == kMagenta ? rgb(254, 0, 255) : category;
+      const std::size_t pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+      pictures_.push_back({width, height, std::vector<Color>(pixels, shown)});
+    }
+    return place->second;
+  }
   void add_category(const Text& label, std::vector<int>& indexes) {
     const auto [place, is_new] = by_label_.try_emplace(label, -1);
     if (is_new) {
@@ -109,7 +124,12 @@ class RowPictures {
   int widest_ = 0;
   std::vector<Image>& pictures_;
   std::map<Text, int> by_label_;
+  std::map<Color, int> by_color_;
 };
+
+Color category_color(const DayAgenda& agenda, std::size_t row) {
+  return row < agenda.row_colors.size() ? agenda.row_colors[row] : kWhite;
+}
 
 // As the marks that were seen ask for, and never narrower than the pictures of a row.
 int icon_column_width(const DayAgenda& agenda, const DayListInput& input) {
@@ -121,7 +141,8 @@ int icon_column_width(const DayAgenda& agenda, const DayListInput& input) {
   if (agenda.category_icon_seen) width += static_cast<int>(1.25 * unit);
   std::vector<Image> unused;
   RowPictures pictures(input.settings, picture_gap(input.screen), unused);
-  for (const DayRow& row : agenda.rows) pictures.of(row);
+  for (std::size_t i = 0; i < agenda.rows.size(); ++i)
+    pictures.of(agenda.rows[i], category_color(agenda, i));
   return std::max({1, width, pictures.widest()});
 }
 
@@ -283,7 +304,7 @@ ReportContent day_list_content(DayAgenda& agenda, const DayListInput& input, Can
     if (!row.continues() || i == 0) height = row_height(input, rows_together(agenda.rows, i));
     ReportRow shown;
     shown.cells = {row.time, {}, row.subject};
-    shown.pictures = pictures.of(row);
+    shown.pictures = pictures.of(row, category_color(agenda, i));
     shown.height = height;
     shown.bold = !row.is_appointment();
     shown.background = shown.bold ? painter.on_paper(kWhite) : painter.background(i);

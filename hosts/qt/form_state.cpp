@@ -105,7 +105,16 @@ void FormWidget::focus(int id, Caret caret) {
   // Where the form is not seen yet, it is given when it comes.
   if (isVisible()) give_focus(*widget);
   put_caret(*widget, caret);
-  if (id != 0) scroll_->ensureWidgetVisible(widget, 0, density_.scaled(kGrid));
+  if (id != 0) bring_in_sight(*widget);
+}
+
+// As a whole where it can be: of what takes text the toolkit would look at the caret alone.
+void FormWidget::bring_in_sight(QWidget& widget) {
+  const int gap = density_.scaled(kGrid);
+  if (widget.height() + 2 * gap > scroll_->viewport()->height())
+    return scroll_->ensureWidgetVisible(&widget, 0, gap);
+  const QPoint middle = widget.mapTo(body_, widget.rect().center());
+  scroll_->ensureVisible(middle.x(), middle.y(), 0, widget.height() / 2 + gap);
 }
 
 // Of a group of radio buttons the chosen one, or the first.

@@ -71,6 +71,7 @@ class FormWidget : public Guarded<QWidget> {
   bool is_tab_stop(std::size_t at) const;
   int first_focus() const;
   void keep_seen();
+  void bring_in_sight(QWidget& widget);
 
   const Density& density_;
   const LocaleData& locale_;

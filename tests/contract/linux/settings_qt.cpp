@@ -1,4 +1,12 @@
-// The settings sheet's contract on real widgets.
+// The settings sheet's contract on real widgets, and its first pages on the screens that there are.
+// With ORVELLO_PICTURES=folder they are also saved as they look there.
+#include <QDir>
+#include <QScrollArea>
+#include <algorithm>
+#include <cstdlib>
+
+#include "ports/messages.h"
+#include "resources/settings_templates.h"
 #include "tests/contract/linux/qt_person.h"
 // The suites themselves, as this is another test program.
 #include "tests/contract/settings_bad_contract.cpp"       // NOLINT
@@ -15,6 +23,111 @@ namespace {
 
 INSTANTIATE_TEST_SUITE_P(Qt, SettingsContract,
                          testing::Values(MakeBench([] { return std::make_unique<QtPerson>(); })));
+
+struct SheetScreen {
+  const char* name;
+  Size size;
+  int dpi;
+};
+constexpr SheetScreen kSheetScreens[] = {{"portrait", {240, 320}, 96},
+                                         {"landscape", {320, 240}, 96},
+                                         {"double", {480, 640}, 192},
+                                         {"desktop", {1000, 700}, 96}};
+
+// The pages by the keyboard alone: all that can be touched, one after the other, and in sight.
+struct SheetWalk {
+  SheetWalk(const SheetScreen& at, bool russian)
+      : screen(at), name(std::string(at.name) + (russian ? "-ru" : "-en")) {
+    auto made = std::make_unique<QtPerson>(at.size, at.dpi);
+    person = made.get();
+    desk = std::make_unique<SettingsDesk>(std::move(made), russian);
+    desk->screen = layout_screen(at.size, at.dpi, at.dpi, false);
+  }
+  void save(const std::string& what) {
+    const char* folder = std::getenv("ORVELLO_PICTURES");
+    if (!folder) return;
+    QDir().mkpath(QString::fromLocal8Bit(folder));
+    person->settle();
+    person->shell()->grab().save(QString::fromStdString(folder + ("/settings-" + name) + what) +
+                                 ".png");
+  }
+  // The text stands whole in its control, also in a narrow column.
+  void expect_whole(const ControlTemplate& control) {
+    const QWidget* widget = person->find(control.id);
+    const bool box = control.kind == ControlTemplate::Kind::check_box;
+    if (!widget || (!box && control.kind != ControlTemplate::Kind::label)) return;
+    const int width = widget->width() - (box ? 21 * screen.dpi / 96 : 0);
+    const QSize needed =
+        QFontMetrics(widget->font())
+            .boundingRect(QRect(0, 0, width, 10000), Qt::TextWordWrap, to_qt(control.text))
+            .size();
+    EXPECT_LE(needed.width(), width) << control.id;
+    EXPECT_LE(needed.height(), widget->height()) << control.id;
+  }
+  void walk(const DialogTemplate& page) {
+    SCOPED_TRACE(page.id);
+    auto* form = person->shell()->findChild<FormWidget*>(QStringLiteral("dialog%1").arg(page.id));
+    auto* area = form->findChild<QScrollArea*>();
+    EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
+    save("-" + std::to_string(page.id));
+    for (const ControlTemplate& control : page.controls) expect_whole(control);
+    std::vector<int> expected, walked;
+    for (const ControlTemplate& control : page.controls)
+      if (control.kind != ControlTemplate::Kind::label &&
+          control.kind != ControlTemplate::Kind::custom && person->seen(control.id))
+        expected.push_back(control.id);
+    for (std::size_t i = 0; i <= page.controls.size(); ++i) {
+      const int at = person->focused();
+      if (at == 0 || std::find(walked.begin(), walked.end(), at) != walked.end()) break;
+      walked.push_back(at);
+      const QWidget* widget = person->find(at);
+      const QRect place(widget->mapTo(area->viewport(), QPoint()), widget->size());
+      EXPECT_TRUE(area->viewport()->rect().contains(place)) << at << " at " << place.y() << " of " << area->viewport()->height();
+      EXPECT_GE(place.height(), 26 * screen.dpi / 96) << at;
+      const auto* button = qobject_cast<const QAbstractButton*>(widget);
+      EXPECT_NE(button ? button->text() : widget->accessibleName(), QString()) << at;
+      if (walked.size() == expected.size()) save("-" + std::to_string(page.id) + "-end");
+      person->tab(false);
+    }
+    EXPECT_EQ(walked, expected);
+  }
+
+  SheetScreen screen;
+  std::string name;
+  QtPerson* person;
+  std::unique_ptr<SettingsDesk> desk;
+};
+
+TEST(SettingsSizes, TheFirstPagesGoByKeysOnEveryScreen) {
+  for (const SheetScreen& screen : kSheetScreens) {
+    for (const bool russian : {false, true}) {
+      SheetWalk at(screen, russian);
+      SCOPED_TRACE(at.name);
+      const auto pages = settings_pages(language_of(at.desk->locale));
+      EXPECT_EQ(at.desk->open(kPageDisplay,
+                              [&] {
+                                at.person->key(kKeyDown, false, false);  // the size of letters
+                                at.person->tab(false);
+                                at.person->key(kKeySpace, false, false);  // the location
+                                at.person->tab(true);
+                                at.walk(pages[kPageDisplay]);
+                                at.person->key(kKeyPageDown, true, false);
+                                at.walk(pages[kPageOptions]);
+                                at.person->show_page(kPageDisplay);
+                                at.person->show_page(kPageOptions);
+                                at.desk->choose(kOptionsMonthColors, 1);
+                                at.desk->choose(kOptionsWeekNumber, 2);
+                                at.save("-week-one");
+                                at.desk->dialog().focus(kOptionsDefault);
+                                at.person->key(kKeyReturn, false, false);
+                              }),
+                kSheetOk);
+      EXPECT_EQ(at.desk->number(u"dvfontsize"), 13);
+      EXPECT_EQ(at.desk->number(u"showlocation"), 1);
+      EXPECT_EQ(at.desk->number(u"weeknumberformat"), 2);
+    }
+  }
+}
 
 }  // namespace
 }  // namespace orvello::test
