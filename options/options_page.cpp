@@ -84,6 +84,7 @@ class OptionsPage : public DialogProcedure {
 
   const OptionsContext& context_;
   MonthDayYear week_one_;  // as it was shown first
+  bool shown_default_ = false;
 };
 
 void OptionsPage::fill(Dialog& dialog) {
@@ -94,7 +95,8 @@ void OptionsPage::fill(Dialog& dialog) {
   dialog.choice(kOptionsCategory)->set_rows(labels);
   dialog.set_text(kOptionsCategory, settings().strdefcategory);
   fill_week_one(dialog);
-  dialog.set_checked(kOptionsDefault, settings().defaultscalendar == 1);
+  shown_default_ = IsDeviceCalendarHandler(context_.host.shell, settings().defaultscalendar);
+  dialog.set_checked(kOptionsDefault, shown_default_);
   dialog.enable(kOptionsPreview, false);  // there is nothing to do in it
 }
 
@@ -184,15 +186,14 @@ void OptionsPage::apply_category(Dialog& dialog) {
   for (const Text& label : labels_in(text)) addCategory(context_.volume, label);
 }
 
+// The box says what is so, which another program may have changed: a tap on it is what counts.
 void OptionsPage::apply_default(Dialog& dialog) {
-  const std::int32_t before = settings().defaultscalendar;
   const bool checked = dialog.checked(kOptionsDefault);
-  const bool changed = checked != (before == 1);
-  if (changed) settings().defaultscalendar = checked ? 1 : 0;
+  if (checked != (settings().defaultscalendar == 1)) settings().defaultscalendar = checked ? 1 : 0;
   save_setting(context_.host.registry, settings(), u"defaultscalendar");
-  if (changed)
-    SetDeviceCalendarHandler(context_.host.registry, context_.host.files,
-                             settings().defaultscalendar);
+  if (checked != shown_default_)
+    SetDeviceCalendarHandler(context_.host.registry, context_.host.files, context_.host.shell,
+                             checked ? 1 : 0);
 }
 
 }  // namespace

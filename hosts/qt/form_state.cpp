@@ -152,7 +152,12 @@ void FormWidget::come(bool needs_focus) {
 
 // From where the focus was when it went to nobody.
 bool FormWidget::focusNextPrevChild(bool next) {
-  if (!body_->hasFocus() || left_ < 0) return QWidget::focusNextPrevChild(next);
+  if (!body_->hasFocus() || left_ < 0) {
+    if (!QWidget::focusNextPrevChild(next)) return false;
+    if (const int to = index_of(focus_.control()); to >= 0 && focus_.control() != 0)
+      bring_in_sight(*made_[static_cast<std::size_t>(to)].widget);
+    return true;
+  }
   const auto count = made_.size();
   auto at = static_cast<std::size_t>(left_);
   for (std::size_t i = 0; i < count; ++i) {

@@ -161,6 +161,11 @@ TEST_P(SettingsContract, TheDevicesCalendarIsSwitchedOnlyByATap) {
   confirm(1);
   EXPECT_EQ(desk->number(u"defaultscalendar"), 0);
   EXPECT_EQ(shell(), u":MSPOUTLOOK calendar");
+  for (int i = 0; i < 2; ++i) {
+    confirm(1);
+    EXPECT_EQ(desk->device.shell.starts, HeadlessShell::kThisProgram);
+    desk->device.shell.starts = "another";  // somebody chose it elsewhere
+  }
 }
 
 TEST_P(SettingsContract, AClockThatThereIsNotIsNoChoice) {
