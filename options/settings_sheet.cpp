@@ -3,7 +3,6 @@
 #include "options/panel_page.h"
 #include "options/settings_pages.h"
 #include "resources/settings_templates.h"
-#include "settings/once_boxes.h"
 
 namespace orvello {
 namespace {
@@ -20,41 +19,18 @@ constexpr PageRow kPages[] = {
     {category_page_dialog, make_category_page}, {icons_page_dialog, make_icons_page},
 };
 
-// Several pages read the same lists while the sheet opens.
-class FirstPage : public DialogProcedure {
- public:
-  FirstPage(DialogProcedure& page, OnceBoxes& boxes) : page_(page), boxes_(boxes) {}
-  void handle(Dialog& dialog, const DialogEvent& event) override {
-    if (event.kind == DialogEvent::Kind::page_shown) boxes_.started();
-    page_.handle(dialog, event);
-  }
-  bool may_close(Dialog& dialog) override { return page_.may_close(dialog); }
-  bool may_leave(Dialog& dialog) override { return page_.may_leave(dialog); }
-
- private:
-  DialogProcedure& page_;
-  OnceBoxes& boxes_;
-};
-
 }  // namespace
 
 int ShowSettingsSheet(const OptionsContext& context) {
-  OnceBoxes boxes(context.volume.boxes);
-  const SettingsVolume volume{context.volume.databases, boxes, context.volume.files};
-  const OptionsContext inside{context.host,    context.session, context.settings,
-                              volume,          context.screen,  context.platform_generation,
-                              context.history, context.commands};
   std::vector<std::unique_ptr<DialogProcedure>> procedures;
   std::vector<SheetPage> pages;
   for (const PageRow& row : kPages) {
     SheetPage page{row.dialog(context.language())};
     procedures.push_back(
-        std::make_unique<PanelPage>(page.dialog, row.make(inside), context.host.input));
+        std::make_unique<PanelPage>(page.dialog, row.make(context), context.host.input));
     page.procedure = procedures.back().get();
     pages.push_back(std::move(page));
   }
-  FirstPage first(*procedures.front(), boxes);
-  pages.front().procedure = &first;
   const int result = context.host.dialogs.run_sheet(u"Orvello", pages);
   if (result == kSheetFailed) context.host.boxes.show(u"error in PropertySheet()", u"error");
   return result;

@@ -1,5 +1,5 @@
-// Message boxes that say the same thing only once while the program, or a form, starts: what is
-// wrong with a file would else be told by each of the operations that read it.
+// Message boxes that say the same thing only once while the program starts: what is wrong with a
+// file would else be told by each of the operations that read it.
 #pragma once
 
 #include <algorithm>
