@@ -5,6 +5,7 @@
 #include "resources/options_page_ids.h"
 #include "settings/category_list.h"
 #include "settings/category_text.h"
+#include "settings/new_labels.h"
 #include "settings/registry_access.h"
 #include "settings/setting_table.h"
 #include "store/device_labels.h"
@@ -61,6 +62,9 @@ class OptionsPage : public DialogProcedure {
 
   void handle(Dialog& dialog, const DialogEvent& event) override {
     if (event.kind == Event::init) fill(dialog);
+    if (event.kind == Event::page_shown && settings().strdefcategory != shown_category_ &&
+        dialog.text(kOptionsCategory) == shown_category_)
+      fill_category(dialog);
     if (event.kind == Event::changed || event.kind == Event::taken) chosen(dialog, event.control);
     if (event.kind == Event::focus_lost && event.control == kOptionsClock) tell_clock(dialog);
     if (event.kind == Event::paint)
@@ -72,6 +76,7 @@ class OptionsPage : public DialogProcedure {
  private:
   SettingsRecord& settings() const { return context_.settings; }
   void fill(Dialog& dialog);
+  void fill_category(Dialog& dialog);
   void fill_lists(Dialog& dialog);
   void fill_week_one(Dialog& dialog);
   void show_week_one(Dialog& dialog);
@@ -85,19 +90,25 @@ class OptionsPage : public DialogProcedure {
   const OptionsContext& context_;
   MonthDayYear week_one_;  // as it was shown first
   bool shown_default_ = false;
+  Text shown_category_;  // which another page may rename meanwhile
 };
 
 void OptionsPage::fill(Dialog& dialog) {
   fill_lists(dialog);
-  std::vector<Text> labels;
-  read_device_labels(context_.volume, context_.platform_generation, context_.session, labels);
-  labels.insert(labels.begin(), Text(kNoCategory));
-  dialog.choice(kOptionsCategory)->set_rows(labels);
-  dialog.set_text(kOptionsCategory, settings().strdefcategory);
+  fill_category(dialog);
   fill_week_one(dialog);
   shown_default_ = IsDeviceCalendarHandler(context_.host.shell, settings().defaultscalendar);
   dialog.set_checked(kOptionsDefault, shown_default_);
   dialog.enable(kOptionsPreview, false);  // there is nothing to do in it
+}
+
+void OptionsPage::fill_category(Dialog& dialog) {
+  std::vector<Text> labels;
+  read_device_labels(context_.volume, context_.platform_generation, context_.session, labels);
+  labels.insert(labels.begin(), Text(kNoCategory));
+  dialog.choice(kOptionsCategory)->set_rows(labels);
+  shown_category_ = settings().strdefcategory;
+  dialog.set_text(kOptionsCategory, shown_category_);
 }
 
 // A value that no row stands for selects none.
@@ -178,12 +189,14 @@ void OptionsPage::apply_week_one(Dialog& dialog) {
 
 void OptionsPage::apply_category(Dialog& dialog) {
   Text text = dialog.text(kOptionsCategory);
+  if (text == shown_category_) text = settings().strdefcategory;
   trimSpaces(text);
   if (text.empty()) text = kNoCategory;
   settings().strdefcategory = text;
   WriteTextSetting(context_.host.registry, u"strdefcategory", text);
   if (text == kNoCategory) return;
-  for (const Text& label : labels_in(text)) addCategory(context_.volume, label);
+  for (const Text& label : labels_in(text))
+    add_label(context_.volume, settings().category_props, label);
 }
 
 // The box says what is so, which another program may have changed: a tap on it is what counts.

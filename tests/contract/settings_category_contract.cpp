@@ -4,6 +4,7 @@
 #include "resources/category_page_ids.h"
 #include "resources/icons_page_ids.h"
 #include "resources/ids.h"
+#include "resources/options_page_ids.h"
 #include "settings/category_list.h"
 #include "settings/category_props.h"
 #include "settings/icon_picture.h"
@@ -95,6 +96,23 @@ TEST_P(SettingsContract, CategoriesAreAddedRenamedAndRemovedAtOnce) {
   EXPECT_TRUE(desk->history.undo(desk->device.boxes));
   EXPECT_TRUE(desk->history.undo(desk->device.boxes));
   EXPECT_EQ(labels.carried(oid), u"Work,Home");
+}
+
+TEST_P(SettingsContract, ADefaultCategoryThatIsRenamedStaysTheDefault) {
+  LabelsDesk labels(*desk);
+  labels.list({u"Work"});
+  desk->settings.strdefcategory = u"Work";
+  EXPECT_EQ(desk->open(kPageCategory,
+                       [&] {
+                         labels.name(u"Office");
+                         desk->tap(kCategoryPageRename);
+                         desk->show_page(kPageOptions);
+                         EXPECT_EQ(desk->text(kOptionsCategory), u"Office");
+                         desk->ok();
+                       }),
+            kSheetOk);
+  EXPECT_EQ(desk->settings.strdefcategory, u"Office");
+  EXPECT_EQ(labels.listed(), std::vector<Text>{u"Office"});
 }
 
 TEST_P(SettingsContract, ColoursOfCategoriesWaitForOk) {

@@ -82,7 +82,8 @@ struct SheetWalk {
       walked.push_back(at);
       const QWidget* widget = person->find(at);
       const QRect place(widget->mapTo(area->viewport(), QPoint()), widget->size());
-      EXPECT_TRUE(area->viewport()->rect().contains(place)) << at << " at " << place.y() << " of " << area->viewport()->height();
+      EXPECT_TRUE(area->viewport()->rect().contains(place))
+          << at << " at " << place.y() << " of " << area->viewport()->height();
       EXPECT_GE(place.height(), 26 * screen.dpi / 96) << at;
       const auto* button = qobject_cast<const QAbstractButton*>(widget);
       EXPECT_NE(button ? button->text() : widget->accessibleName(), QString()) << at;
