@@ -20,6 +20,7 @@ set(alone
   resources/editor_templates.cpp
   resources/editor_templates.cpp
   resources/recurrence_template.cpp
+  resources/times_page_template.cpp
   settings/category_props.cpp
   settings/profiles.cpp
   store/embedded/calendar_restore.cpp
