@@ -131,7 +131,6 @@ class TimesPage : public DialogProcedure {
   }
 
   void apply(Dialog& dialog) {
-    const auto before = settings().time_fraction;
     for (const MarkRow& mark : kMarkRows)
       put(mark.name, mark.field, dialog.choice(mark.control)->selected());
     compute_time_fractions(settings());
@@ -141,7 +140,6 @@ class TimesPage : public DialogProcedure {
     put(u"defremindme", &SettingsRecord::defremindme, dialog.checked(kTimesRemind) ? 1 : 0);
     put(u"defremindtime", &SettingsRecord::defremindtime,
         typed_amount(cut(dialog.text(kTimesAmount), kAmountLength)));
-    if (settings().time_fraction != before) context_.commands.reload_view();
   }
 
   const OptionsContext& context_;
