@@ -103,11 +103,18 @@ std::string without_application(std::string_view list, std::string_view group,
   const Place place = find_type(lines, group, type);
   auto values = applications_for(list, group, type);
   if (std::erase(values, application) == 0) return std::string(list);
-  const auto at = lines.begin() + place.line;
-  if (values.empty())
-    lines.erase(at);
-  else
+  auto at = lines.begin() + place.line;
+  if (!values.empty()) {
     *at = line_of(type, values);
+    return joined(lines);
+  }
+  at = lines.erase(at);
+  // A group that says nothing any more goes, too, with the blank line before it.
+  const bool last = place.end_of_group == place.line + 1;
+  if (!last || at == lines.begin() || !trimmed_line(*(at - 1)).starts_with('['))
+    return joined(lines);
+  at = lines.erase(at - 1);
+  if (at != lines.begin() && trimmed_line(*(at - 1)).empty()) lines.erase(at - 1);
   return joined(lines);
 }
 

@@ -20,7 +20,7 @@ std::vector<std::string> applications_for(std::string_view list, std::string_vie
 std::string with_first_application(std::string_view list, std::string_view group,
                                    std::string_view type, std::string_view application);
 
-// Without it; a type that has no other loses its line.
+// Without it; a type that has no other loses its line, and a group without lines goes, too.
 std::string without_application(std::string_view list, std::string_view group,
                                 std::string_view type, std::string_view application);
 
