@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view kCalendarType = "text/calendar";
 constexpr std::string_view kEntryName = "orvello.desktop";
 constexpr std::string_view kOwnMark = "X-Orvello-Own=true";  // of an entry that was written here
-constexpr std::uint64_t kLargestFile = 1 << 20;
+constexpr std::uint64_t kLargestList = 1 << 20;
 
 std::vector<std::string> split_list(const char* variable, const char* otherwise) {
   const char* value = std::getenv(variable);
@@ -38,7 +38,7 @@ std::string own_folder(const char* variable, const char* below_home) {
   return home && *home == '/' ? std::string(home) + below_home : "";
 }
 
-bool exists(const std::string& path) {
+bool is_there(const std::string& path) {
   struct stat info {};
   return ::stat(path.c_str(), &info) == 0;
 }
@@ -46,7 +46,7 @@ bool exists(const std::string& path) {
 // A file that is not there is empty; nothing for one that cannot be read.
 std::optional<std::string> read_if_there(const std::string& path) {
   errno = 0;
-  auto content = read_whole_file(path, kLargestFile);
+  auto content = read_whole_file(path, kLargestList);
   if (content) return *content;
   if (errno == ENOENT || errno == ENOTDIR) return std::string();
   return std::nullopt;
@@ -120,7 +120,7 @@ bool DefaultCalendar::is_installed(const std::string& application) const {
     // A name may stand for folders: a-b.desktop is also a/b.desktop.
     std::string path = folder + "/applications/" + application;
     std::size_t dash = folder.size() + std::string_view("/applications/").size();
-    while (!exists(path)) {
+    while (!is_there(path)) {
       dash = path.find('-', dash);
       if (dash == std::string::npos) break;
       path[dash] = '/';

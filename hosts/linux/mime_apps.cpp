@@ -28,14 +28,14 @@ std::string joined(const std::vector<std::string>& lines) {
 }
 
 // Where something of a group stands; -1: nowhere.
-struct Place {
+struct TypePlace {
   int end_of_group = -1;  // the line behind its last one that says something
   int line = -1;          // of the type
 };
 
-Place find_type(const std::vector<std::string>& lines, std::string_view group,
-                std::string_view type) {
-  Place place;
+TypePlace find_type(const std::vector<std::string>& lines, std::string_view group,
+                    std::string_view type) {
+  TypePlace place;
   bool inside = false;
   for (int i = 0; i < static_cast<int>(lines.size()); ++i) {
     const std::string_view line = trimmed_line(lines[static_cast<std::size_t>(i)]);
@@ -72,7 +72,7 @@ std::string line_of(std::string_view type, const std::vector<std::string>& value
 std::vector<std::string> applications_for(std::string_view list, std::string_view group,
                                           std::string_view type) {
   const auto lines = lines_of(list);
-  const Place place = find_type(lines, group, type);
+  const TypePlace place = find_type(lines, group, type);
   if (place.line < 0) return {};
   return values_of(lines[static_cast<std::size_t>(place.line)]);
 }
@@ -80,7 +80,7 @@ std::vector<std::string> applications_for(std::string_view list, std::string_vie
 std::string with_first_application(std::string_view list, std::string_view group,
                                    std::string_view type, std::string_view application) {
   auto lines = lines_of(list);
-  const Place place = find_type(lines, group, type);
+  const TypePlace place = find_type(lines, group, type);
   auto values = applications_for(list, group, type);
   std::erase(values, application);
   values.emplace(values.begin(), application);
@@ -100,7 +100,7 @@ std::string with_first_application(std::string_view list, std::string_view group
 std::string without_application(std::string_view list, std::string_view group,
                                 std::string_view type, std::string_view application) {
   auto lines = lines_of(list);
-  const Place place = find_type(lines, group, type);
+  const TypePlace place = find_type(lines, group, type);
   auto values = applications_for(list, group, type);
   if (std::erase(values, application) == 0) return std::string(list);
   auto at = lines.begin() + place.line;

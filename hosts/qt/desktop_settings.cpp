@@ -25,7 +25,7 @@ bool has_session_bus() {
          QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
 }
 
-QDBusMessage question(bool may_start) {
+QDBusMessage settings_question(bool may_start) {
   QDBusMessage message = QDBusMessage::createMethodCall(
       QStringLiteral("org.freedesktop.portal.Desktop"),
       QStringLiteral("/org/freedesktop/portal/desktop"),
@@ -54,13 +54,14 @@ DesktopSettings read_answer(const QDBusMessage& answer) {
 
 DesktopSettings ask_desktop_settings() {
   if (!has_session_bus()) return {};
-  return read_answer(QDBusConnection::sessionBus().call(question(false), QDBus::Block, kPatience));
+  return read_answer(
+      QDBusConnection::sessionBus().call(settings_question(false), QDBus::Block, kPatience));
 }
 
 void ask_desktop_settings_later(QObject* context, std::function<void(DesktopSettings)> answer) {
   if (!has_session_bus()) return;
-  auto* watcher =
-      new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question(true)), context);
+  auto* watcher = new QDBusPendingCallWatcher(
+      QDBusConnection::sessionBus().asyncCall(settings_question(true)), context);
   on_signal(watcher, &QDBusPendingCallWatcher::finished, context,
             [watcher, answer = std::move(answer)] {
               watcher->deleteLater();
