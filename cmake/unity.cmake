@@ -18,7 +18,7 @@ set(alone
   hosts/qt/qt_main_window.cpp
   hosts/qt/qt_shell.cpp
   resources/editor_templates.cpp
-  resources/editor_templates.cpp
+  resources/icons_page_template.cpp
   resources/recurrence_template.cpp
   resources/times_page_template.cpp
   settings/category_props.cpp
@@ -29,6 +29,7 @@ set(alone
   store/embedded/salvage.cpp
   store/embedded/sqlite_volume.cpp
   store/notes_text.cpp
+  tests/app/color_preview_test.cpp
   tests/app/list_pointer_test.cpp
   tests/calendar/rule_instances.cpp
   tests/calendar/zone_changes.cpp
@@ -37,6 +38,8 @@ set(alone
   tests/contract/linux/editor_qt.cpp
   tests/contract/store_on_demand_test.cpp
   tests/qt/dialogs_test.cpp
+  tests/qt/locale_names_test.cpp
+  tests/views/mirrored_month_test.cpp
   tests/views/month_paint_test.cpp
   tests/views/year_layout_test.cpp
   views/year_paint.cpp

@@ -40,7 +40,8 @@ _orvello() {
       case $action in
         "") words="list get set export import" ;;
         get | set)
-          [ "$before" = "$action" ] && words=$(orvello settings list 2>/dev/null | cut -d' ' -f1) ;;
+          [ "$before" = "$action" ] &&
+            words=$(orvello settings list 2>/dev/null | tail -n +2 | cut -d' ' -f1) ;;
       esac ;;
   esac
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
