@@ -47,10 +47,10 @@ SheetWidget::SheetWidget(QWidget* parent, const Density& density, const QString&
   turn_by_key("Ctrl+PgUp", -1);
 }
 
-// Round in a circle, wherever in the sheet the focus is.
+// Round in a circle, wherever the focus is: a press on what takes none leaves it beside the sheet.
 void SheetWidget::turn_by_key(const char* keys, int by) {
   auto* shortcut = new QShortcut(QKeySequence(QLatin1String(keys)), this);
-  shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+  shortcut->setContext(Qt::WindowShortcut);
   on_signal(shortcut, &QShortcut::activated, this, [this, by] {
     const int count = strip_->tabs().count();
     if (count > 1) page_wanted((strip_->tabs().shown() + by + count) % count);
