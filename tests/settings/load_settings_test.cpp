@@ -199,6 +199,11 @@ TEST_F(SettingsTest, ANewCalendarsWeeksStartAsInItsCountryAndOtherCalendarsKeepT
   EXPECT_EQ(load(russian_locale()).firstdayofweek, 0);
 }
 
+TEST_F(SettingsTest, AFirstUseKeepsTheStartOfWeeksThatWasChosenBefore) {
+  store(u"firstdayofweek", 0);  // such as by the command line
+  EXPECT_EQ(load(russian_locale()).firstdayofweek, 0);
+}
+
 TEST_F(SettingsTest, ACalendarThatLostItsVolumeKeepsTheStartOfItsWeeks) {
   store(kGreetingDue, 0);  // it was used before; a default is not stored
   EXPECT_EQ(load(russian_locale()).firstdayofweek, 0);

@@ -127,10 +127,12 @@ TEST_F(RenameLabelTest, TwoLabelsBecomeOneAndTwoAgain) {
 // Whatever fails, appointments carry all the one name or all the other, and it has its colour and
 // its place in the profile.
 TEST_F(RenameLabelTest, NothingIsHalfRenamed) {
-  for (const bool writes : {false, true}) {
+  for (const int times : {0, 1, -1}) {  // of writes: one, or all from then on
+    const bool writes = times != 0;
     int number = 0;
     for (bool failed = true; failed; ++number) {
       if (writes) databases.fail_write = DatabaseError::disk_full;
+      databases.fail_write_times = times;
       databases.fail_write_after = number;
       databases.fail_read_after = writes ? -1 : number;
       const auto renamed = rename(u"Work", u"Office");
