@@ -325,6 +325,8 @@ settings=(--data data)
 run settings list "${settings[@]}"
 expect_code "settings list" 0
 expect_has "settings list: what a setting means" "$out" "first view: 0 Day, 1 Month, 2 Year"
+expect_has "a new calendar's appointments have a length, also after the settings' OK" \
+  "$(cat data/registry)" "defaultEndTimeIndex=dword:00000019"
 run settings set itemcolor7 '#123456' "${settings[@]}"
 run settings get itemcolor7 "${settings[@]}"
 expect_is "a setting is kept" "$out" '#123456'

@@ -29,6 +29,7 @@
 #include "hosts/qt/written_boxes.h"
 #include "settings/new_labels.h"
 #include "settings/registry_access.h"
+#include "settings/setting_table.h"
 #include "store/embedded/embedded_store.h"
 #include "store/embedded/sqlite_record_databases.h"
 
@@ -52,6 +53,7 @@ struct Opened {
 
 // A desktop's month has room for its appointments, and its first user should see them at once: a
 // registry that does not exist yet starts with their bars and the marks of the year switched on.
+// The end of new appointments is stored, too: the settings' page takes a missing one for noon.
 // All of that is one write, so that a process that dies leaves it to the next start.
 void prepare_first_start(const Paths& paths) {
   std::error_code error;
@@ -61,6 +63,8 @@ void prepare_first_start(const Paths& paths) {
   if (!key) return;
   for (const TextView name : {u"showindicator", u"usecategorycolorforbar", u"coloryearview"})
     WriteNumberSetting(registry, name, 1);
+  constexpr TextView end = u"defaultEndTimeIndex";
+  WriteNumberSetting(registry, end, find_setting(end)->default_number);
   EnsureShellCalendarKey(registry);  // flushes
 }
 
