@@ -11,12 +11,6 @@
 #include "store/device_labels.h"
 
 namespace orvello {
-namespace {
-
-constexpr int kListlessGeneration = 3;  // labels are what the items carry
-
-}  // namespace
-
 std::vector<ChooserRow> LabelList::read() const { return rows_of(carried_, carried_); }
 
 std::vector<ChooserRow> LabelList::rows_of(std::vector<Text> labels,

@@ -17,7 +17,6 @@ namespace {
 
 using Event = DialogEvent::Kind;
 
-constexpr int kListlessGeneration = 3;                    // labels are what the items carry
 constexpr int kRowHigh = 27, kSwatch = 17, kCellPad = 4;  // at 96 dpi
 
 // What it does to labels is done at once, as it changes the device's list and the calendar; colours

@@ -109,7 +109,7 @@ std::int16_t CategoryNumbers::next() const {
 bool readCategoryList(const SettingsVolume& device, int generation, const FolderText& folder_text,
                       std::vector<Text>& entries) {
   entries.clear();
-  if (generation == 3) {
+  if (generation == kListlessGeneration) {
     if (read_folders(folder_text, entries)) return true;
     device.boxes.show(kNotRead, kError);
     return false;

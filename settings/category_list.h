@@ -10,6 +10,9 @@
 
 namespace orvello {
 
+// Of the platform: labels are what the items of the folders carry, and no list is kept.
+inline constexpr int kListlessGeneration = 3;
+
 // In the device's object store, not on the settings volume.
 inline constexpr TextView kCategoriesDatabase = u"Categories Database";
 inline constexpr PropertyId kListLabel = 0x4001001F;

@@ -13,7 +13,6 @@
 namespace orvello {
 namespace {
 
-constexpr int kListlessGeneration = 3;  // labels are what the items carry
 constexpr TextView kIconLabel = u"displayiconstring%d";
 
 bool contains(const std::vector<Text>& labels, TextView label) {

@@ -1,43 +1,15 @@
 // The Category and the Icons page, and what they do to the views, on the screens that there are:
 // nothing of them has to be scrolled to. With ORVELLO_PICTURES=folder they are also saved.
-#include <QDir>
-#include <QScrollArea>
-#include <cstdlib>
-
 #include "ports/messages.h"
 #include "resources/category_page_ids.h"
 #include "resources/icons_page_ids.h"
 #include "settings/category_list.h"
 #include "settings/new_labels.h"
 #include "tests/appointments.h"
-#include "tests/contract/linux/qt_person.h"
-#include "tests/contract/settings_contract.h"
+#include "tests/contract/linux/sheet_pictures.h"
 
 namespace orvello::test {
 namespace {
-
-struct LabelScreen {
-  const char* name;
-  Size size;
-  int dpi;
-};
-constexpr LabelScreen kLabelScreens[] = {{"portrait", {240, 320}, 96},
-                                         {"landscape", {320, 240}, 96},
-                                         {"double", {480, 640}, 192},
-                                         {"desktop", {1000, 700}, 96}};
-
-void look_at_labels(QtPerson& person, const std::string& name) {
-  person.settle();
-  for (QScrollArea* area : person.shell()->findChildren<QScrollArea*>()) {
-    if (!area->isVisible()) continue;
-    EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << name;
-    EXPECT_EQ(area->verticalScrollBar()->maximum(), 0) << name;
-  }
-  const char* folder = std::getenv("ORVELLO_PICTURES");
-  if (!folder) return;
-  QDir().mkpath(QString::fromLocal8Bit(folder));
-  person.shell()->grab().save(QString::fromStdString(folder + ("/" + name) + ".png"));
-}
 
 void list_labels(SettingsDesk& desk, int count, bool russian) {
   for (int i = 0; i < count; ++i) {
@@ -49,14 +21,13 @@ void list_labels(SettingsDesk& desk, int count, bool russian) {
 }
 
 TEST(CategorySizes, ThePagesAreSeenWhole) {
-  for (const LabelScreen& screen : kLabelScreens) {
+  for (const SheetScreen& screen : kSheetScreens) {
     for (const bool russian : {false, true}) {
       for (const int count : {0, 1, 2, 60}) {
         auto made = std::make_unique<QtPerson>(screen.size, screen.dpi);
         QtPerson& person = *made;
         SettingsDesk desk(std::move(made), russian);
-        desk.device.window.rotate(
-            {screen.size, {0, 0, screen.size.width, screen.size.height}, screen.dpi, screen.dpi});
+        desk.device.window.rotate(screen.info());
         list_labels(desk, count, russian);
         desk.store(u"displayiconstring0", u"W");
         desk.store(u"displayiconstring9", Text(29, u'W'));
@@ -66,12 +37,12 @@ TEST(CategorySizes, ThePagesAreSeenWhole) {
         desk.open(kPageCategory, [&] {
           EXPECT_GE(desk.dialog().place(kCategoryPageList).height, 40 * screen.dpi / 96);
           if (count > 1) person.tap_row(kCategoryPageList, 1), desk.tap(kCategoryPageUseColor);
-          look_at_labels(person, "category-" + name + labels);
+          look_at_sheet(person, "category-" + name + labels);
           desk.show_page(kPageIcons);
           EXPECT_GE(desk.dialog().place(kIconsPageGrid).height, 40 * screen.dpi / 96);
-          look_at_labels(person, "icons-" + name + labels);
+          look_at_sheet(person, "icons-" + name + labels);
           if (count != 2) return;
-          person.in_front([&] { look_at_labels(person, "icon-choice-" + name); });
+          person.in_front([&] { look_at_sheet(person, "icon-choice-" + name); });
           desk.tap(kIconsPageIcon);
         });
       }
