@@ -58,7 +58,7 @@ class Application : public MessageHandler,
   void store_changed(std::uint32_t notification) override;
 
   void set_current_date(const MonthDayYear& date) override;
-  void show_day(const MonthDayYear& date) override;
+  void show_day(const MonthDayYear& date, const RowKey& key = {}) override;
   void send_command(std::uint32_t command) override;
 
   // Runs a call that may open a dialog, in the order of the calls: from the message loop, once the
@@ -158,7 +158,8 @@ class Application : public MessageHandler,
   DayView day_view_;
   std::unique_ptr<Surface> measuring_;
   Image today_button_;
-  Rect place_;  // the window's, in the work area
+  RowKey row_to_show_;  // with the Day view that is opened next
+  Rect place_;          // the window's, in the work area
   bool started_ = false;
   bool ink_loaded_[2] = {false, false};
 };

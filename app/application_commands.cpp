@@ -1,5 +1,7 @@
 // The commands: switching views and the forms.
 
+#include <utility>
+
 #include "app/application.h"
 #include "app/color_preview.h"
 #include "app/own_messages.h"
@@ -32,13 +34,14 @@ void Application::day_view() {
     state_.previous_view_mode = state_.view_mode;
   state_.view_mode = ViewMode::day;
   grid_.leave();
-  day_view_.open();
+  day_view_.open(std::exchange(row_to_show_, {}));
   show_checked_view();
 }
 
-void Application::show_day(const MonthDayYear& date) {
+void Application::show_day(const MonthDayYear& date, const RowKey& key) {
   set_current_date(date);
   day_view_.close();
+  row_to_show_ = key;
   send_command(kCommandDayView);
 }
 

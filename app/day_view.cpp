@@ -23,8 +23,9 @@ constexpr DayHeaderZone kZones[] = {DayHeaderZone::date, DayHeaderZone::today,
 
 }  // namespace
 
-void DayView::open() {
+void DayView::open(const RowKey& key) {
   close();
+  opened_at_ = key;
   owned_ = c_.host.dialogs.open_modeless(day_view_dialog(c_.commands.language()), *this);
 }
 
@@ -45,6 +46,7 @@ void DayView::handle(Dialog& dialog, const DialogEvent& event) {
       const WaitCursor waiting(c_.host.window);
       build_list();
     }
+    stand_at(std::exchange(opened_at_, {}));
     tell_parts();
     focus_list();
   } else if (event.kind == Event::timer) {

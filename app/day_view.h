@@ -13,19 +13,12 @@
 #include "settings/settings_record.h"
 #include "store/day_agenda.h"
 #include "store/operation_context.h"
+#include "store/row_key.h"
 #include "store/store_session.h"
 #include "views/day_header.h"
 #include "views/day_list.h"
 
 namespace orvello {
-
-// The occurrence that a row stands for.
-struct RowKey {
-  std::int32_t oid = 0;  // 0: none
-  CalendarDate start = kNoDate;
-  explicit operator bool() const { return oid != 0; }
-  friend bool operator==(const RowKey&, const RowKey&) = default;
-};
 
 // What Cut or Copy chose, until it is pasted; it outlives the view. At most one oid is not 0.
 struct PasteSource {
@@ -53,7 +46,8 @@ class DayView : public DialogProcedure {
   };
   explicit DayView(const Context& context) : c_(context) {}
 
-  void open();  // as a modeless dialog over the main window
+  // As a modeless dialog over the main window, standing at the row of `key`, if the day has it.
+  void open(const RowKey& key = {});
   void close();
   bool is_open() const { return dialog_ != nullptr; }
   void rebuild();     // after a change of date, appointments or settings
@@ -92,6 +86,8 @@ class DayView : public DialogProcedure {
   bool command_key(const DialogEvent& event);
   void act(const ListPointer::Action& action);
   void select_row(int row);
+  void stand_at(const RowKey& key);
+  void show_whole(int row);  // of an appointment's rows as much as the list holds
   void step_selection(int direction);
   void turn(int days);
   void show_date(const MonthDayYear& date);
@@ -126,7 +122,8 @@ class DayView : public DialogProcedure {
   int icons_x_ = 0;  // the middle of the icon column
   int row_ = kNoRow;
   RowKey pressed_;  // under the pen, also when the list is made anew meanwhile
-  RowKey tapped_;   // its notes open unless a second tap comes
+  RowKey opened_at_;
+  RowKey tapped_;  // its notes open unless a second tap comes
   DayHeaderZone pressed_zone_ = DayHeaderZone::none;
   DayHeaderZone focused_zone_ = DayHeaderZone::none;  // none without the focus
   bool pen_down_ = false;

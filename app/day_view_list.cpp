@@ -100,9 +100,20 @@ void DayView::step_selection(int direction) {
     row += direction;
   if (row < 0 || row >= count) return;
   select_row(row);
+  show_whole(row);
+}
+
+void DayView::show_whole(int row) {
   ReportList* list = dialog_->report(kControlDayList);
   const std::vector<int> rows = rows_of_appointment(agenda_, row);
   for (auto last = rows.rbegin(); last != rows.rend(); ++last) list->show_row(*last);
+}
+
+void DayView::stand_at(const RowKey& key) {
+  const int row = row_of(key);
+  if (row < 0) return;
+  select_row(row);
+  show_whole(row);
 }
 
 void DayView::list_key(const DialogEvent& event) {

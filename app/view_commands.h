@@ -6,6 +6,7 @@
 #include "calendar/dates.h"
 #include "ports/canvas.h"
 #include "resources/strings.h"
+#include "store/row_key.h"
 #include "views/read_outcome.h"
 
 namespace orvello {
@@ -14,7 +15,8 @@ class ViewCommands {
  public:
   virtual ~ViewCommands() = default;
   virtual void set_current_date(const MonthDayYear& date) = 0;
-  virtual void show_day(const MonthDayYear& date) = 0;  // in the Day view
+  // In the Day view, standing at the row of `key`, if there is one.
+  virtual void show_day(const MonthDayYear& date, const RowKey& key = {}) = 0;
   virtual void send_command(std::uint32_t command) = 0;
   // Tells what came of reading what the view shows.
   virtual void note_read(ReadOutcome outcome) = 0;

@@ -55,6 +55,8 @@ struct DialogEvent {
     pointer_move,  // while it is down
     pointer_up,    // also when it has left the control meanwhile
     double_tap,    // the second pointer_down at one place, instead of that
+    context_menu,  // the pointer's other button, on a custom or report control
+    wheel,         // likewise; on a report list only what it cannot scroll by itself
     key            // pressed on a custom or report control, a number of messages.h
   };
   Kind kind = Kind::init;
@@ -65,6 +67,8 @@ struct DialogEvent {
   std::uint32_t key = 0;
   bool control_held = false;  // the Control and Shift keys, with a key
   bool shift_held = false;
+  int notches = 0;        // of the wheel: up, or to the left, is above 0
+  bool sideways = false;  // which wheel
 };
 
 // What `focus` does to the text of the control: as it was, all of it selected, the caret behind it.
@@ -100,6 +104,9 @@ class Dialog {
   virtual ReportList* report(int control) = 0;
   virtual DrawnControl* drawn(int control) = 0;          // custom, report, picture button
   virtual void set_timer(int id, int milliseconds) = 0;  // repeats; 0 stops it
+  // A popup that is not seen lets one look at what lies below, and keeps the pointer that was
+  // pressed on it: its moves and release come as before, also from beside it.
+  virtual void set_seen(bool seen) { static_cast<void>(seen); }
   // Ends a modal dialog, or the sheet, with this result; a modeless one stays.
   virtual void close(int result) = 0;
 };

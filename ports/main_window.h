@@ -4,11 +4,13 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "base/geometry.h"
 #include "base/text.h"
 #include "ports/accessibility.h"
 #include "ports/canvas.h"
+#include "ports/menu_bar.h"
 
 namespace orvello {
 
@@ -79,6 +81,11 @@ class MainWindow {
 
   virtual void show_label(const HoverLabel& label) = 0;  // replaces the one shown
   virtual void hide_label() = 0;
+  // Shows a menu at a point of the window until a command is chosen, or none: 0.
+  virtual std::uint32_t track_menu(const std::vector<MenuItem>& items, Point at) {
+    static_cast<void>(items), static_cast<void>(at);
+    return 0;
+  }
   // A text like that which stays until it is hidden, whatever else is shown, and which a screen
   // reader reads out.
   virtual void show_notice(const HoverLabel& notice) = 0;  // replaces the one shown

@@ -45,6 +45,10 @@ class MenuBar {
   virtual void set_button_text(int index, TextView text) = 0;
   virtual void enable_button(std::uint32_t command, bool enabled) = 0;
   virtual void check_button(std::uint32_t command, bool checked) = 0;
+  // An image button that stands out, since what it is for is on; `hint` takes the place of its own.
+  virtual void highlight_button(std::uint32_t command, bool highlighted, TextView hint) {
+    static_cast<void>(command), static_cast<void>(highlighted), static_cast<void>(hint);
+  }
   // Replaces the menu under a drop-down button.
   virtual void set_menu(std::uint32_t command, const std::vector<MenuItem>& items) = 0;
 };

@@ -11,6 +11,8 @@ inline constexpr std::uint32_t kMessageActivate = 0x0006;
 inline constexpr std::uint32_t kMessagePaint = 0x000F;
 inline constexpr std::uint32_t kMessageClose = 0x0010;
 inline constexpr std::uint32_t kMessageSettingChange = 0x001A;
+// A menu is asked for at the point, by the pointer's other button.
+inline constexpr std::uint32_t kMessageContextMenu = 0x007B;
 inline constexpr std::uint32_t kMessageKeyDown = 0x0100;
 inline constexpr std::uint32_t kMessageKeyUp = 0x0101;
 inline constexpr std::uint32_t kMessageCommand = 0x0111;
@@ -19,7 +21,8 @@ inline constexpr std::uint32_t kMessageMouseMove = 0x0200;
 inline constexpr std::uint32_t kMessageButtonDown = 0x0201;
 inline constexpr std::uint32_t kMessageButtonUp = 0x0202;
 inline constexpr std::uint32_t kMessageMouseWheel = 0x020A;
-inline constexpr std::uint32_t kMessageDeactivated = 0x3FF;  // posted after a deactivation
+inline constexpr std::uint32_t kMessageMouseSideWheel = 0x020E;  // notches to the right
+inline constexpr std::uint32_t kMessageDeactivated = 0x3FF;      // posted after a deactivation
 // The program's own: appointments or display settings changed.
 inline constexpr std::uint32_t kMessageRefresh = 0x406;
 

@@ -72,7 +72,10 @@ class ReportList {
   // A point in the list; -1: below the rows, or on the titles, which tell of no press.
   virtual int row_at(Point point) const = 0;
   virtual void scroll_by(int pixels) = 0;  // downwards; stops at both ends
-  virtual void show_row(int row) = 0;      // scrolls as little as it takes
+  // Goes on scrolling at this speed, downwards, and slows down by itself; the next press, scrolling
+  // or content ends it, and so does 0.
+  virtual void glide(int pixels_per_second) { static_cast<void>(pixels_per_second); }
+  virtual void show_row(int row) = 0;  // scrolls as little as it takes
 };
 
 }  // namespace orvello

@@ -27,6 +27,8 @@ inline constexpr std::uint32_t kViewCommands[] = {kCommandDayView, kCommandMonth
 inline constexpr std::uint32_t kCommandMoveTo = 40103;
 inline constexpr std::uint32_t kCommandUndo = 40101;
 inline constexpr std::uint32_t kCommandRedo = 40102;
+inline constexpr std::uint32_t kCommandSearch = 40104;
+inline constexpr std::uint32_t kCommandToday = 40105;
 inline constexpr std::uint32_t kCommandFirstProfile = 60000;
 
 // Dialog templates.

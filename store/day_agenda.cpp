@@ -154,8 +154,8 @@ std::optional<std::vector<CompactRow>> compact_agenda(StoreItems* items, Day day
   const AppointmentFieldSet wanted = {AppointmentField::subject, AppointmentField::categories};
   const bool whole = visit_candidates(items, day, wanted, [&](const StoreItem& item) {
     if (touches_day(item, day) && passes(item.summary->categories))
-      rows.push_back(
-          {day_label(item, day, clock24), shown_subject(item), row_kind(item), row_start(item)});
+      rows.push_back({day_label(item, day, clock24), shown_subject(item), row_kind(item),
+                      RowKey{item.summary->oid, row_start(item)}});
   });
   if (!whole) return std::nullopt;
   if (rows.empty()) rows.push_back({Text(kNothing), {}, DayRow::Kind::nothing});

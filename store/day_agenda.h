@@ -9,6 +9,7 @@
 #include "base/color.h"
 #include "ports/calendar_store.h"
 #include "settings/settings_record.h"
+#include "store/row_key.h"
 
 namespace orvello {
 
@@ -74,7 +75,7 @@ struct CompactRow {
   Text time;
   Text subject;
   DayRow::Kind kind = DayRow::Kind::timed;
-  CalendarDate start = kNoDate;
+  RowKey key{};
 
   bool is_appointment() const { return kind < DayRow::Kind::nothing; }
   friend bool operator==(const CompactRow&, const CompactRow&) = default;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "calendar/dates.h"
+#include "store/row_key.h"
 
 namespace orvello {
 
@@ -10,6 +11,7 @@ struct GridTarget {
   Kind kind = Kind::none;
   int month = 0;      // 1-12, of a month
   MonthDayYear date;  // of a day
+  RowKey item{};      // the appointment whose line in that day it is; none beside the lines
   friend bool operator==(const GridTarget&, const GridTarget&) = default;
 };
 

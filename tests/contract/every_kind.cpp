@@ -74,6 +74,10 @@ std::string name_of(Event kind) {
       return "pointer_up";
     case Event::double_tap:
       return "double_tap";
+    case Event::context_menu:
+      return "context_menu";
+    case Event::wheel:
+      return "wheel";
     case Event::key:
       return "key";
   }
