@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "resources/ids.h"
+#include "resources/menus.h"
 #include "settings/profiles.h"
 #include "settings/registry_access.h"
 
@@ -16,6 +17,18 @@ void ProfileMenu::rebuild() {
   items_.push_back({});  // the separator keeps the second position
   if (listProfilesInMenu(volume_, settings_.activeprofilename, items_) == 0) items_.resize(1);
   host_.menu_bar.set_menu(kCommandProfileMenu, items_);
+  show_active();
+}
+
+// What is not shown must not be looked for: a profile that hides something is seen, and named where
+// there is room.
+void ProfileMenu::show_active() {
+  const Text& name = settings_.activeprofilename;
+  const bool filters = name != kAllProfile;
+  host_.menu_bar.set_button_text(kProfileButton, filters ? name : Text());
+  host_.menu_bar.highlight_button(
+      kCommandProfileMenu, filters,
+      format(load_string(StringId::active_profile, language_of(host_.locale)), name));
 }
 
 bool ProfileMenu::select(std::uint32_t command) {

@@ -22,6 +22,8 @@ class ProfileMenu {
   bool select(std::uint32_t command);
 
  private:
+  void show_active();
+
   Host& host_;
   const SettingsVolume& volume_;
   SettingsRecord& settings_;

@@ -8,6 +8,7 @@ namespace orvello {
 
 // Menu bar 103. The profile menu holds "All" alone until the profiles are listed. `strip` is the
 // image strip for the screen's density; the bar is `height` pixels high.
+inline constexpr int kProfileButton = 7;  // its place in the bar
 MenuBarContent main_menu_bar(Language language, Image strip, int height);
 
 // What decides which commands of the bar's menu of options can be chosen.

@@ -34,6 +34,7 @@ bool HeadlessMenuBar::create(const MenuBarContent& content) {
   content_ = content;
   disabled_.clear();
   checked_.clear();
+  highlights_.clear();
   exists_ = true;
   ++creations;
   return true;
@@ -62,6 +63,14 @@ void HeadlessMenuBar::check_button(std::uint32_t command, bool checked) {
     checked_.insert(command);
   else
     checked_.erase(command);
+}
+
+void HeadlessMenuBar::highlight_button(std::uint32_t command, bool highlighted, TextView hint) {
+  if (!button(command)) return;
+  if (highlighted)
+    highlights_[command] = hint;
+  else
+    highlights_.erase(command);
 }
 
 void HeadlessMenuBar::set_menu(std::uint32_t command, const std::vector<MenuItem>& items) {

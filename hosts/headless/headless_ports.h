@@ -28,6 +28,7 @@ class HeadlessMenuBar : public MenuBar {
   void set_button_text(int index, TextView text) override;
   void enable_button(std::uint32_t command, bool enabled) override;
   void check_button(std::uint32_t command, bool checked) override;
+  void highlight_button(std::uint32_t command, bool highlighted, TextView hint) override;
   void set_menu(std::uint32_t command, const std::vector<MenuItem>& items) override;
 
   // What a person does.
@@ -38,6 +39,11 @@ class HeadlessMenuBar : public MenuBar {
   const std::vector<MenuItem>& menu(std::uint32_t command) const;
   bool enabled(std::uint32_t command) const { return !disabled_.count(command); }
   bool checked(std::uint32_t command) const { return checked_.count(command) != 0; }
+  // The hint of a highlighted button; empty: it is not.
+  Text highlight(std::uint32_t command) const {
+    const auto found = highlights_.find(command);
+    return found == highlights_.end() ? Text() : found->second;
+  }
   int creations = 0;
   bool fail_creation = false;
 
@@ -46,6 +52,7 @@ class HeadlessMenuBar : public MenuBar {
   MainWindow& window_;
   MenuBarContent content_;
   std::set<std::uint32_t> disabled_, checked_;
+  std::map<std::uint32_t, Text> highlights_;
   bool exists_ = false;
 };
 

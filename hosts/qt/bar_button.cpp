@@ -42,6 +42,14 @@ void BarButton::set_caption(const QString& text) {
   if (!shows_image()) setAccessibleName(text);
 }
 
+void BarButton::highlight(bool highlighted, const QString& hint) {
+  highlighted_ = highlighted;
+  const QString told = highlighted ? hint : to_qt(content_.hint);
+  setToolTip(kept_direction(told));
+  setAccessibleName(told);
+  update();
+}
+
 int BarButton::text_width() const { return fontMetrics().horizontalAdvance(text()); }
 
 std::uint32_t BarButton::run_menu() {
@@ -65,8 +73,13 @@ void BarButton::paintEvent(QPaintEvent*) {
   const bool marked = isCheckable() && isChecked();
   // The whole bar is off below what is modal; grey is only what the program has switched off.
   const bool grey = !isEnabledTo(parentWidget());
-  if (isDown() || marked || (hovered_ && isEnabled()))
-    painter.fillRect(rect(), qt_color(isDown() || marked ? look.accent_tint : look.hover));
+  const bool tinted = isDown() || marked || highlighted_;
+  if (tinted || (hovered_ && isEnabled()))
+    painter.fillRect(rect(), qt_color(tinted ? look.accent_tint : look.hover));
+  if (highlighted_) {
+    painter.setPen(QPen(qt_color(look.accent), std::max(1, density_.scaled(1))));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
   if (marked)
     painter.fillRect(0, 0, width(), std::max(2, density_.scaled(2)), qt_color(look.accent));
   if (grey) painter.setOpacity(0.4);
@@ -88,10 +101,25 @@ void BarButton::paint_caption(QPainter& painter) {
   draw_directed(painter, rect(), Qt::AlignCenter, text());
 }
 
-// Pixel for pixel, at a device pixel's edge.
+int BarButton::image_side() const { return static_cast<int>(image_.width() / density_.ratio); }
+
+// Pixel for pixel, at a device pixel's edge. A highlighted button's name stands beside it, once
+// there is room for some of it.
 void BarButton::paint_image(QPainter& painter) {
   const double side = image_.width() / density_.ratio;
-  const double x = std::floor((width() - side) / 2 * density_.ratio) / density_.ratio;
+  const int edge = density_.scaled(kGrid);
+  const int room = width() - image_side() - 3 * edge;
+  const bool named = highlighted_ && room >= 2 * fontMetrics().averageCharWidth();
+  if (named) {
+    const QRect text(2 * edge + image_side(), 0, room, height());
+    painter.setFont(font());
+    painter.setPen(qt_color(density_.colors->text));
+    const QString shown = fontMetrics().elidedText(this->text(), Qt::ElideRight, room);
+    draw_directed(painter, turned(text, width()), Qt::AlignLeft | Qt::AlignVCenter, shown);
+  }
+  const double left =
+      named ? turned(QRect(edge, 0, image_side(), 0), width()).x() : (width() - side) / 2;
+  const double x = std::floor(left * density_.ratio) / density_.ratio;
   const double y = std::floor((height() - side) / 2 * density_.ratio) / density_.ratio;
   painter.drawImage(QRectF(x, y, side, image_.height() / density_.ratio),
                     picture_on(image_, density_.colors->ground), QRectF(image_.rect()));

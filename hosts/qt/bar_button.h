@@ -20,6 +20,9 @@ class BarButton : public Guarded<QAbstractButton> {
   void set_menu(const std::vector<MenuItem>& items) { content_.menu = items; }
   void set_caption(const QString& text);
   int text_width() const;
+  // Stands out; an image button then also shows its text, in the room beside the image.
+  void highlight(bool highlighted, const QString& hint);
+  bool is_highlighted() const { return highlighted_; }
   // Opens upwards; the chosen item's command, 0 for none.
   std::uint32_t run_menu();
 
@@ -32,11 +35,13 @@ class BarButton : public Guarded<QAbstractButton> {
  private:
   void paint_caption(QPainter& painter);
   void paint_image(QPainter& painter);
+  int image_side() const;  // logical pixels
 
   const Density& density_;
   MenuBarButton content_;
   QImage image_;
   bool hovered_ = false;
+  bool highlighted_ = false;
 };
 
 }  // namespace orvello

@@ -17,6 +17,7 @@ namespace {
 constexpr int kMostTextPadding = 10, kLeastTextPadding = 2;  // either side, design units
 constexpr int kWidestImage = 36;
 constexpr int kSmallestText = 8;
+constexpr int kWidestName = 120;  // of what is highlighted, design units
 
 }  // namespace
 
@@ -63,7 +64,8 @@ class QtMenuBar::Bar : public Guarded<QWidget> {
     const int left = rest() - 2 * texts * padding;
     const int most = std::max(touch, density.scaled(kWidestImage));
     const int image_width = images ? std::min(most, touch + std::max(0, left) / images) : 0;
-    place(padding, image_width, images);
+    place(padding, image_width, images,
+          std::max(0, rest() - 2 * texts * padding - images * (image_width - touch)));
     return left >= 0;
   }
 
@@ -71,20 +73,30 @@ class QtMenuBar::Bar : public Guarded<QWidget> {
     const QFont font = widget_font(density, size);
     int sum = 0;
     for (BarButton* button : buttons_) {
-      if (!button || button->shows_image()) continue;
+      if (!button) continue;
       button->setFont(font);
+      if (button->shows_image()) continue;
       sum += button->text_width();
     }
     return sum;
   }
 
-  void place(int padding, int image_width, int images) {
+  // A highlighted image's name takes of `left`, the room that nothing else needs.
+  void place(int padding, int image_width, int images, int left) {
     const int line = std::max(1, density_.scaled(1));
-    int x = 0, image_x = width() - images * image_width;
+    const auto name_width = [&](BarButton* button) {
+      if (!button || !button->shows_image() || !button->is_highlighted()) return 0;
+      const int wanted = button->text_width() + 2 * density_.scaled(kGrid);
+      return std::min({left, density_.scaled(kWidestName), wanted});
+    };
+    int names = 0;
+    for (BarButton* button : buttons_) names += name_width(button);
+    int x = 0, image_x = width() - images * image_width - names;
     for (BarButton* button : buttons_) {
       if (!button) continue;
       int& at = button->shows_image() ? image_x : x;
-      const int wide = button->shows_image() ? image_width : button->text_width() + 2 * padding;
+      const int wide = button->shows_image() ? image_width + name_width(button)
+                                             : button->text_width() + 2 * padding;
       button->setGeometry(turned(QRect(at, line, wide, height() - line), width()));
       at += wide;
     }
@@ -179,6 +191,13 @@ void QtMenuBar::check_button(std::uint32_t command, bool checked) {
   button->setCheckable(checked);
   button->setChecked(checked);
   button->update();
+}
+
+void QtMenuBar::highlight_button(std::uint32_t command, bool highlighted, TextView hint) {
+  BarButton* button = button_of(command);
+  if (!button) return;
+  button->highlight(highlighted, to_qt(hint));
+  bar_->lay_out();
 }
 
 void QtMenuBar::set_menu(std::uint32_t command, const std::vector<MenuItem>& items) {

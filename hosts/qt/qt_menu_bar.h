@@ -22,6 +22,7 @@ class QtMenuBar : public MenuBar {
   void set_button_text(int index, TextView text) override;
   void enable_button(std::uint32_t command, bool enabled) override;
   void check_button(std::uint32_t command, bool checked) override;
+  void highlight_button(std::uint32_t command, bool highlighted, TextView hint) override;
   void set_menu(std::uint32_t command, const std::vector<MenuItem>& items) override;
 
  private:

@@ -450,10 +450,12 @@ TEST_F(ApplicationTest, ProfilesFilterAndAreRemembered) {
   ASSERT_EQ(menu.size(), 4u);
   EXPECT_FALSE(menu[0].checked);
   EXPECT_TRUE(menu[3].checked);
+  EXPECT_EQ(device.menu_bar.highlight(kCommandProfileMenu), u"Profile: Home");
   device.window.command(kCommandFirstProfile + 3);  // one past the last
   EXPECT_EQ(rows().size(), 1u);
   device.window.command(kCommandFirstProfile);
   EXPECT_EQ(rows().size(), 2u);
+  EXPECT_EQ(device.menu_bar.highlight(kCommandProfileMenu), u"");
   // The other views as well, each at once.
   for (const std::uint32_t view : {kCommandMonthView, kCommandYearView}) {
     device.window.command(view);

@@ -21,6 +21,7 @@ struct MenuBarDevice {
   virtual std::vector<Text> choose(std::uint32_t menu, std::uint32_t item) = 0;
   virtual Text text(std::uint32_t command) = 0;
   virtual bool checked(std::uint32_t command) = 0;
+  virtual Text highlight(std::uint32_t command) = 0;  // the hint of one; empty: it is none
 };
 using MenuBarCase = std::pair<const char*, std::function<std::unique_ptr<MenuBarDevice>()>>;
 inline void PrintTo(const MenuBarCase& one, std::ostream* out) { *out << one.first; }
@@ -106,6 +107,12 @@ TEST_P(MenuBarContract, ButtonsAndMenusAreWhatWasSetLast) {
   device->tap(kView);
   EXPECT_EQ(commands(), Commands{kView});
   EXPECT_FALSE(device->checked(kView)) << "marks are the program's";
+  EXPECT_EQ(device->highlight(kView), u"");
+  for (const std::uint32_t command : {kView, 999u})
+    bar.highlight_button(command, true, u"Only holidays");
+  EXPECT_EQ(device->highlight(kView), u"Only holidays");
+  bar.highlight_button(kView, false, u"Only holidays");
+  EXPECT_EQ(device->highlight(kView), u"");
   bar.set_button_text(2, u"More");
   for (const int index : {-1, 1, 9}) bar.set_button_text(index, u"x");
   EXPECT_EQ(device->text(kNew), u"New");

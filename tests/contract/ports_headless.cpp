@@ -86,6 +86,7 @@ struct HeadlessBarDevice : MenuBarDevice {
     return {};
   }
   bool checked(std::uint32_t command) override { return port.checked(command); }
+  Text highlight(std::uint32_t command) override { return port.highlight(command); }
   Recorder log;
   HeadlessWindow window;
   HeadlessMenuBar port{window};

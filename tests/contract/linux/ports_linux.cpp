@@ -103,6 +103,10 @@ struct QtBarDevice : MenuBarDevice {
   }
   Text text(std::uint32_t command) override { return from_qt(button(command)->text()); }
   bool checked(std::uint32_t command) override { return button(command)->isChecked(); }
+  Text highlight(std::uint32_t command) override {
+    const BarButton& found = *button(command);
+    return found.is_highlighted() ? from_qt(found.accessibleName()) : Text();
+  }
 
   BarButton* button(std::uint32_t command) {
     return dynamic_cast<BarButton*>(
