@@ -105,8 +105,9 @@ class Dialog {
   virtual DrawnControl* drawn(int control) = 0;          // custom, report, picture button
   virtual void set_timer(int id, int milliseconds) = 0;  // repeats; 0 stops it
   // A popup that is not seen lets one look at what lies below, and keeps the pointer that was
-  // pressed on it: its moves and release come as before, also from beside it.
-  virtual void set_seen(bool seen) { static_cast<void>(seen); }
+  // pressed on it, focus and keys: its moves and release come as before, also from beside it. Its
+  // controls keep their places. A press anywhere is one beside it.
+  virtual void set_seen(bool seen) = 0;
   // Ends a modal dialog, or the sheet, with this result; a modeless one stays.
   virtual void close(int result) = 0;
 };

@@ -19,7 +19,7 @@ struct Message {
   std::uint32_t id = 0;
   std::uint32_t wparam = 0;  // key code, command id, timer id ...
   Point point;               // pointer position in the window
-  int detail = 0;            // wheel notches; of a key: kControlHeld, kShiftHeld
+  int detail = 0;            // wheel notches, up above 0; of a key: kControlHeld, kShiftHeld
 };
 
 inline constexpr int kControlHeld = 1;
@@ -82,10 +82,7 @@ class MainWindow {
   virtual void show_label(const HoverLabel& label) = 0;  // replaces the one shown
   virtual void hide_label() = 0;
   // Shows a menu at a point of the window until a command is chosen, or none: 0.
-  virtual std::uint32_t track_menu(const std::vector<MenuItem>& items, Point at) {
-    static_cast<void>(items), static_cast<void>(at);
-    return 0;
-  }
+  virtual std::uint32_t track_menu(const std::vector<MenuItem>& items, Point at) = 0;
   // A text like that which stays until it is hidden, whatever else is shown, and which a screen
   // reader reads out.
   virtual void show_notice(const HoverLabel& notice) = 0;  // replaces the one shown

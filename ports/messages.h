@@ -8,6 +8,9 @@ namespace orvello {
 inline constexpr std::uint32_t kMessageCreate = 0x0001;
 inline constexpr std::uint32_t kMessageDestroy = 0x0002;
 inline constexpr std::uint32_t kMessageActivate = 0x0006;
+// The Tab key brought the keyboard to the view, and took it away.
+inline constexpr std::uint32_t kMessageSetFocus = 0x0007;
+inline constexpr std::uint32_t kMessageKillFocus = 0x0008;
 inline constexpr std::uint32_t kMessagePaint = 0x000F;
 inline constexpr std::uint32_t kMessageClose = 0x0010;
 inline constexpr std::uint32_t kMessageSettingChange = 0x001A;

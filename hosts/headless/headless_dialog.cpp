@@ -1,6 +1,7 @@
 #include "hosts/headless/headless_dialog.h"
 
 #include "draw/form_layout.h"
+#include "hosts/headless/headless_menu.h"
 
 namespace orvello {
 namespace {
@@ -158,7 +159,7 @@ void HeadlessDialog::focus(int control, Caret caret) {
   }
 }
 
-bool HeadlessDialog::seen(int control) const {
+bool HeadlessDialog::stands(int control) const {
   const HeadlessControl* found = find(control);
   return found && here_ && !closed && found->shown &&
          (found->made.step == 0 || found->made.step == step);
@@ -169,7 +170,7 @@ bool HeadlessDialog::reachable(int control) const {
 }
 
 Rect HeadlessDialog::place(int control) const {
-  if (!seen(control)) return {};
+  if (!stands(control)) return {};
   const FormLayout layout = lay_out_form(dialog, 1, design_size(dialog), 0, step);
   for (std::size_t i = 0; i < dialog.controls.size(); ++i)
     if (dialog.controls[i].id == control) return layout.places[i];
@@ -227,10 +228,7 @@ DrawnControl* HeadlessDialog::drawn(int control) {
 
 std::uint32_t HeadlessDialog::track(const std::vector<MenuItem>& items) {
   menu = items;
-  const std::uint32_t choice = menu_choice ? menu_choice(items) : 0;
-  for (const MenuItem& item : items)
-    if (item.command == choice && item.enabled) return choice;
-  return 0;
+  return chosen_of(items, menu_choice ? menu_choice(items) : 0);
 }
 
 void HeadlessDialog::set_timer(int id, int milliseconds) {

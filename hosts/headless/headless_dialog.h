@@ -39,6 +39,7 @@ class HeadlessDialog : public Dialog {
   ReportList* report(int control) override;
   DrawnControl* drawn(int control) override;
   void set_timer(int id, int milliseconds) override;
+  void set_seen(bool seen) override { is_seen_ = seen; }
   void close(int result) override;
 
   // What a person does; it does nothing to what cannot be reached.
@@ -63,7 +64,7 @@ class HeadlessDialog : public Dialog {
   void press_close();       // the close button, or Escape
 
   // What a person sees.
-  bool seen(int control) const;
+  bool seen(int control) const { return is_seen_ && stands(control); }
   bool reachable(int control) const;
   const Text& title() const { return title_; }
   HeadlessReport& rows(int control) { return *controls.at(control).report; }
@@ -99,6 +100,7 @@ class HeadlessDialog : public Dialog {
 
  private:
   void make(const ControlTemplate& made);
+  bool stands(int control) const;  // where it would be seen
   const HeadlessControl* find(int control) const;
   HeadlessControl* find(int control);
   std::uint32_t track(const std::vector<MenuItem>& items);
@@ -125,6 +127,7 @@ class HeadlessDialog : public Dialog {
   std::deque<DialogEvent> queue_;
   bool delivering_ = false;
   bool here_ = false;
+  bool is_seen_ = true;
   int pen_on_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -1,6 +1,7 @@
 #include "hosts/headless/headless_window.h"
 
 #include "draw/mirrored.h"
+#include "hosts/headless/headless_menu.h"
 #include "ports/messages.h"
 
 namespace orvello {
@@ -101,8 +102,20 @@ void HeadlessWindow::key(std::uint32_t key_code, int held) {
   send({kMessageKeyUp, key_code, {}, held});
 }
 
-void HeadlessWindow::wheel(Point point, int notches) {
-  send({kMessageMouseWheel, 0, turned(point), notches});
+// Sideways, notches are a person's, too.
+void HeadlessWindow::wheel(Point point, int notches, bool sideways) {
+  if (sideways && is_right_to_left()) notches = -notches;
+  send({sideways ? kMessageMouseSideWheel : kMessageMouseWheel, 0, turned(point), notches});
+}
+
+void HeadlessWindow::press_other_button(Point point) {
+  send({kMessageContextMenu, 0, turned(point), 0});
+}
+
+std::uint32_t HeadlessWindow::track_menu(const std::vector<MenuItem>& items, Point) {
+  menu = items;
+  pen_down_ = false;
+  return chosen_of(items, menu_choice ? menu_choice(items) : 0);
 }
 
 void HeadlessWindow::command(std::uint32_t id) { send({kMessageCommand, id, {}, 0}); }

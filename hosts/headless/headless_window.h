@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <deque>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -37,6 +38,7 @@ class HeadlessWindow : public MainWindow {
   void hide_wait_cursor() override { --wait_cursors_; }
   void show_label(const HoverLabel& shown) override { label = turned(shown); }
   void hide_label() override { label.reset(); }
+  std::uint32_t track_menu(const std::vector<MenuItem>& items, Point at) override;
   void show_notice(const HoverLabel& shown) override { notice = turned(shown); }
   void hide_notice() override { notice.reset(); }
   void set_accessible_view(AccessibleView* view) override { accessible_view = view; }
@@ -51,7 +53,8 @@ class HeadlessWindow : public MainWindow {
   void release(Point point);
   void hover(Point to);  // without a press
   void key(std::uint32_t key_code, int held = 0);
-  void wheel(Point point, int notches);
+  void wheel(Point point, int notches, bool sideways = false);
+  void press_other_button(Point point);
   void command(std::uint32_t id);
   void close();             // as the window's own button does
   bool fire_timer(int id);  // false: not started
@@ -66,6 +69,10 @@ class HeadlessWindow : public MainWindow {
   // Faults and other processes.
   bool fail_creation = false;
   bool other_instance = false;
+
+  // What a person picks from a menu; without it nothing.
+  std::function<std::uint32_t(const std::vector<MenuItem>&)> menu_choice;
+  std::vector<MenuItem> menu;  // the last one opened
 
   std::optional<HoverLabel> label, notice;
   AccessibleView* accessible_view = nullptr;

@@ -7,6 +7,7 @@
 #include <QRadioButton>
 #include <QResizeEvent>
 #include <QScrollBar>
+#include <utility>
 
 #include "draw/form_layout.h"
 #include "hosts/qt/callbacks.h"
@@ -179,6 +180,13 @@ void FormWidget::lay_out() {
   }
   if (close_button_)
     close_button_->setGeometry(turned(QRect(width() - top, 0, top, top - 1), width()));
+}
+
+void FormWidget::set_seen(bool seen) {
+  if (seen == std::exchange(seen_, seen)) return;
+  if (seen) return outline_.isEmpty() ? clearMask() : setMask(outline_);
+  outline_ = mask();
+  setMask(QRegion(-1, -1, 1, 1));  // an empty one would be none
 }
 
 void FormWidget::set_place(int id, const Rect& place) {

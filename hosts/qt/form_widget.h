@@ -1,6 +1,7 @@
 // The widgets of one dialog template: a title strip when it is modal, and the controls.
 #pragma once
 
+#include <QRegion>
 #include <QScrollArea>
 #include <QWidget>
 #include <functional>
@@ -36,6 +37,8 @@ class FormWidget : public Guarded<QWidget> {
   void set_enabled(int id, bool enabled);
   void set_shown(int id, bool shown);
   void set_step(int step);
+  // All of it. It is still there: whoever was pressed on it goes on telling of that.
+  void set_seen(bool seen);
   void set_place(int id, const Rect& place);  // as in the template
   // Gives every control its place, also while nothing is shown yet.
   void lay_out();
@@ -77,6 +80,8 @@ class FormWidget : public Guarded<QWidget> {
   const LocaleData& locale_;
   DialogTemplate template_;
   bool titled_;
+  bool seen_ = true;
+  QRegion outline_;  // while it is not seen
   int step_ = 0;
   QScrollArea* scroll_;
   QWidget* body_;

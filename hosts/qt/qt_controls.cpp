@@ -198,18 +198,7 @@ class QtDrawn : public DrawnControl, Handle<QWidget> {
 };
 
 std::uint32_t QtDrawn::track_menu(const std::vector<MenuItem>& items, Point at) {
-  if (!get()) return 0;
-  const QWidget* window = get()->window();
-  const QRect spot(density_.logical(at.x), density_.logical(at.y), 0, 0);
-  const QPoint point = get()->mapTo(window, turned(spot, get()->width()).topLeft());
-  // Inside the window as far as it fits.
-  const auto place = [&](QSize size) {
-    const int left = point.x() - (is_right_to_left() ? size.width() : 0);
-    const int x = std::max(0, std::min(left, window->width() - size.width()));
-    const int y = std::max(0, std::min(point.y(), window->height() - size.height()));
-    return window->mapToGlobal(QPoint(x, y));
-  };
-  return run_touch_menu(density_, items, place);
+  return get() ? run_menu_at(*get(), at, density_, items) : 0;
 }
 
 }  // namespace

@@ -65,6 +65,9 @@ class QtDialog : public Dialog {
   ReportList* report(int control) override { return handles(control).report.get(); }
   DrawnControl* drawn(int control) override { return handles(control).drawn.get(); }
   void set_timer(int id, int milliseconds) override;
+  void set_seen(bool seen) override {
+    if (form_) form_->set_seen(seen);
+  }
   void close(int result) override;
 
  private:

@@ -21,6 +21,7 @@
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_surface.h"
 #include "hosts/qt/qt_text.h"
+#include "hosts/qt/touch_menu.h"
 #include "ports/messages.h"
 
 namespace orvello {
@@ -372,6 +373,13 @@ void QtMainWindow::show_label(const HoverLabel& label) {
 
 void QtMainWindow::hide_label() {
   if (shell_) shell_->hide_label();
+}
+
+// The menu gets the release.
+std::uint32_t QtMainWindow::track_menu(const std::vector<MenuItem>& items, Point at) {
+  if (!shell_) return 0;
+  let_pointer_go();
+  return run_menu_at(shell_->content(), at, density_, items);
 }
 
 void QtMainWindow::show_notice(const HoverLabel& notice) {

@@ -59,6 +59,7 @@ class QtMainWindow : public MainWindow {
   void hide_wait_cursor() override;
   void show_label(const HoverLabel& label) override;
   void hide_label() override;
+  std::uint32_t track_menu(const std::vector<MenuItem>& items, Point at) override;
   void show_notice(const HoverLabel& notice) override;
   void hide_notice() override;
   void set_accessible_view(AccessibleView* view) override;

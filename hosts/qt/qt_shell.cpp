@@ -25,11 +25,20 @@ namespace orvello {
 namespace {
 
 constexpr int kResizePauseMilliseconds = 60;
-constexpr int kNotch = 120;
 
 bool is_release(const QEvent& event) {
   return event.type() == QEvent::MouseButtonRelease || event.type() == QEvent::TabletRelease ||
          event.type() == QEvent::TouchEnd;
+}
+
+bool is_other_press(const QEvent& event) {
+  return (event.type() == QEvent::MouseButtonPress ||
+          event.type() == QEvent::MouseButtonDblClick) &&
+         static_cast<const QMouseEvent&>(event).button() == Qt::RightButton;
+}
+
+bool is_tab(Qt::FocusReason reason) {
+  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
 }
 
 }  // namespace
@@ -48,6 +57,7 @@ ContentArea::ContentArea(QWidget* parent, const Density& density, ShellEvents& e
 bool ContentArea::take_event(QEvent* event) {
   if (event->type() == QEvent::Leave && !pointer_.is_down())
     events_.send({kMessageMouseMove, 0, {-1, -1}, 0});
+  if (is_other_press(*event)) return ask_for_menu(static_cast<const QMouseEvent&>(*event));
   const bool released = is_release(*event);
   const QtPointer::Step step = pointer_.take(*event);
   if (!step.taken) return QWidget::event(event);
@@ -56,6 +66,14 @@ bool ContentArea::take_event(QEvent* event) {
     send_pointer(step);
   else if (released)
     pass_release_on(*this, step.place);
+  return true;
+}
+
+// Not while something is pressed already.
+bool ContentArea::ask_for_menu(const QMouseEvent& event) {
+  if (pointer_.is_down() || is_covered(*this)) return true;
+  setFocus(Qt::MouseFocusReason);
+  events_.send({kMessageContextMenu, 0, turned_point(density_.device(event.position())), 0});
   return true;
 }
 
@@ -111,15 +129,14 @@ void ContentArea::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void ContentArea::wheelEvent(QWheelEvent* event) {
-  const int turned = event->angleDelta().y();
-  // What is left of a turn in the other direction is dropped, or its first notch would be lost.
-  if ((turned > 0) != (wheel_rest_ > 0)) wheel_rest_ = 0;
-  wheel_rest_ += turned;
-  const int notches = wheel_rest_ / kNotch;
-  wheel_rest_ %= kNotch;
+  const WheelNotches::Turn turn = wheel_.take(*event);
   event->accept();
+  if (turn.notches == 0) return;
   const Point at = turned_point(density_.device(event->position()));
-  if (notches) events_.send({kMessageMouseWheel, 0, at, notches});
+  if (turn.sideways)
+    events_.send({kMessageMouseSideWheel, 0, at, -turn.notches});
+  else
+    events_.send({kMessageMouseWheel, 0, at, turn.notches});
 }
 
 void ContentArea::set_accessible_view(AccessibleView* view) {
@@ -134,7 +151,13 @@ void ContentArea::note_accessible_change() {
 
 void ContentArea::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
+  if (is_tab(event->reason())) events_.send({kMessageSetFocus, 0, {}, 0});
   if (QAccessible::isActive()) tell_accessible_change(*this);
+}
+
+void ContentArea::focusOutEvent(QFocusEvent* event) {
+  QWidget::focusOutEvent(event);
+  if (is_tab(event->reason())) events_.send({kMessageKillFocus, 0, {}, 0});
 }
 
 Shell::Shell(const Density& density, ShellEvents& events)

@@ -13,6 +13,7 @@
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/density.h"
 #include "hosts/qt/qt_pointer.h"
+#include "hosts/qt/wheel_notches.h"
 #include "ports/main_window.h"
 
 namespace orvello {
@@ -43,12 +44,14 @@ class ContentArea : public Guarded<QWidget> {
   bool take_event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
   bool send_pointer(const QtPointer::Step& step);
+  bool ask_for_menu(const QMouseEvent& event);
   Point turned_point(Point point) const;
   bool send_key(const QKeyEvent& event, std::uint32_t id);
 
@@ -57,7 +60,7 @@ class ContentArea : public Guarded<QWidget> {
   QtPointer pointer_;
   AccessibleView* accessible_view_ = nullptr;
   int accessible_version_ = 0;
-  int wheel_rest_ = 0;
+  WheelNotches wheel_;
 };
 
 class Shell : public Guarded<QWidget> {

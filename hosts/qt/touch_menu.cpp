@@ -1,6 +1,7 @@
 #include "hosts/qt/touch_menu.h"
 
 #include <QMenu>
+#include <QWidget>
 #include <algorithm>
 
 #include "hosts/qt/direction.h"
@@ -38,6 +39,19 @@ std::uint32_t run_touch_menu(const Density& on, const std::vector<MenuItem>& ite
   }
   const QAction* chosen = menu.exec(place(menu.sizeHint()));
   return chosen ? chosen->data().toUInt() : 0;
+}
+
+std::uint32_t run_menu_at(const QWidget& widget, Point at, const Density& density,
+                          const std::vector<MenuItem>& items) {
+  const QWidget* window = widget.window();
+  const QRect spot(density.logical(at.x), density.logical(at.y), 0, 0);
+  const QPoint point = widget.mapTo(window, turned(spot, widget.width()).topLeft());
+  return run_touch_menu(density, items, [&](QSize size) {
+    const int left = point.x() - (is_right_to_left() ? size.width() : 0);
+    const int x = std::max(0, std::min(left, window->width() - size.width()));
+    const int y = std::max(0, std::min(point.y(), window->height() - size.height()));
+    return window->mapToGlobal(QPoint(x, y));
+  });
 }
 
 }  // namespace orvello

@@ -6,8 +6,11 @@
 #include <functional>
 #include <vector>
 
+#include "base/geometry.h"
 #include "hosts/qt/density.h"
 #include "ports/menu_bar.h"
+
+class QWidget;
 
 namespace orvello {
 
@@ -15,5 +18,8 @@ namespace orvello {
 // for none.
 std::uint32_t run_touch_menu(const Density& density, const std::vector<MenuItem>& items,
                              const std::function<QPoint(QSize)>& place);
+// The same at a point of a widget, in device pixels, inside its window as far as it fits.
+std::uint32_t run_menu_at(const QWidget& widget, Point at, const Density& density,
+                          const std::vector<MenuItem>& items);
 
 }  // namespace orvello

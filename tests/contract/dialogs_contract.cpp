@@ -432,6 +432,38 @@ TEST_P(DialogsContract, WhatIsDrawnTakesThePointerAndKeysAndOpensMenus) {
   EXPECT_EQ(after([&] { bench_->tap(kCustom); }), Told()) << "it is only looked at";
 }
 
+TEST_P(DialogsContract, APopupThatIsNotSeenKeepsThePointerThatWasPressedOnIt) {
+  DialogTemplate popup;
+  popup.id = 540;
+  popup.popup = true;
+  popup.size = {100, 60};
+  popup.place = {40, 50, 100, 60};
+  popup.controls = {{ControlTemplate::Kind::custom, kCustom, u"", {0, 0, 100, 60}}};
+  Dialog* shown = nullptr;
+  told_.act = [&](Dialog& dialog, const DialogEvent&) { shown = &dialog; };
+  run(popup, [&] {
+    Dialog& dialog = *shown;
+    bench_->pen_down(kCustom, {20, 10});
+    const Rect place = dialog.place(kCustom);
+    dialog.set_seen(false);
+    EXPECT_FALSE(bench_->seen(kCustom));
+    EXPECT_EQ(dialog.place(kCustom), place);
+    bench_->pen_move(kCustom, {-30, 90});
+    EXPECT_TRUE(told_.last.kind == Event::pointer_move && told_.last.point == (Point{-30, 90}));
+    told_.take();
+    bench_->pen_up(kCustom, {-30, 90});
+    EXPECT_EQ(told_.take(), Told{id("pointer_up", kCustom)});
+    bench_->pen_down(kCustom, {20, 10});
+    EXPECT_NE(told_.last.kind, Event::pointer_down);
+    dialog.set_seen(true);
+    EXPECT_TRUE(bench_->seen(kCustom));
+    told_.take();
+    bench_->pen_down(kCustom, {70, 50});
+    EXPECT_EQ(told_.take(), Told{id("pointer_down", kCustom)});
+    bench_->pen_up(kCustom, {70, 50});
+  });
+}
+
 TEST_P(DialogsContract, ARowOfAReportIsWhereItSaysAndItsMarkIsTheProcedures) {
   open();
   ReportList& report = *dialog_->report(kReport);

@@ -20,6 +20,9 @@ struct WindowDevice {
   virtual void release(Point point) = 0;
   virtual void hover(Point point) = 0;
   virtual void key(std::uint32_t code, int held) = 0;
+  virtual void press_other_button(Point point) = 0;
+  virtual void wheel(Point point, int notches, bool sideways) = 0;
+  virtual void choose_in_menu(std::uint32_t command) = 0;  // in the next one
   virtual void close() = 0;
   virtual void turn(Size screen) = 0;
   virtual void let_timer_fire(int id) = 0;
@@ -105,6 +108,28 @@ TEST_P(MainWindowContract, ThePenIsHeardAlsoUnpressed) {
   EXPECT_EQ(downs[0].point, (Point{30, 40}));
   EXPECT_TRUE(moves[1].wparam != 0 && moves[1].point == (Point{90, 45}));
   EXPECT_EQ(ups[0].point, (Point{100, 46}));
+}
+
+TEST_P(MainWindowContract, TheOtherButtonAndTheWheelsAreToldAndMenusOpenAtAPoint) {
+  create();
+  device->press_other_button({30, 40});
+  device->wheel({50, 60}, 2, false);
+  device->wheel({50, 60}, -1, false);
+  device->wheel({50, 60}, 1, true);
+  const auto asked = recorder.of(kMessageContextMenu), up = recorder.of(kMessageMouseWheel),
+             aside = recorder.of(kMessageMouseSideWheel);
+  ASSERT_TRUE(asked.size() == 1 && up.size() == 2 && aside.size() == 1);
+  EXPECT_EQ(asked[0].point, (Point{30, 40}));
+  EXPECT_TRUE(up[0].point == (Point{50, 60}) && up[0].detail == 2 && up[1].detail == -1);
+  EXPECT_EQ(aside[0].detail, 1);
+  EXPECT_EQ(recorder.count(kMessageButtonDown), 0);
+  device->press({30, 40});
+  for (const std::uint32_t command : {70u, 71u, 0u}) {
+    device->choose_in_menu(command);
+    const std::vector<MenuItem> items = {{70, u"Open", true, false}, {71, u"Paste", false, false}};
+    EXPECT_EQ(window.track_menu(items, {30, 40}), command == 70 ? 70u : 0u);
+    EXPECT_FALSE(window.pen_is_down()) << "the menu gets the release";
+  }
 }
 
 TEST_P(MainWindowContract, KeysGoDownAndUpWithWhatIsHeld) {

@@ -48,6 +48,13 @@ struct HeadlessWindowDevice : WindowDevice {
   void release(Point point) override { port.release(point); }
   void hover(Point point) override { port.hover(point); }
   void key(std::uint32_t code, int held) override { port.key(code, held); }
+  void press_other_button(Point point) override { port.press_other_button(point); }
+  void wheel(Point point, int notches, bool sideways) override {
+    port.wheel(point, notches, sideways);
+  }
+  void choose_in_menu(std::uint32_t command) override {
+    port.menu_choice = [command](const std::vector<MenuItem>&) { return command; };
+  }
   void close() override { port.close(); }
   void turn(Size screen) override {
     ScreenInfo info = port.screen();

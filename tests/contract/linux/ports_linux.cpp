@@ -2,6 +2,7 @@
 #include <QAbstractButton>
 #include <QMenu>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include "hosts/linux/desktop_input.h"
 #include "hosts/linux/device_path.h"
@@ -20,6 +21,7 @@
 #include "tests/contract/clock_contract.h"
 #include "tests/contract/files_contract.h"
 #include "tests/contract/input_methods_contract.h"
+#include "tests/contract/linux/qt_person.h"
 #include "tests/contract/locale_contract.h"
 #include "tests/contract/main_window_contract.h"
 #include "tests/contract/menu_bar_contract.h"
@@ -55,6 +57,21 @@ struct QtWindowDevice : WindowDevice {
     if (held & kShiftHeld) keys |= Qt::ShiftModifier;
     QTest::keyClick(content(), Qt::Key_Left, keys);
   }
+  void press_other_button(Point p) override {
+    QTest::mouseClick(content(), Qt::RightButton, {}, at(p));
+  }
+  void wheel(Point p, int notches, bool sideways) override {
+    const QPoint turned(sideways ? -120 * notches : 0, sideways ? 0 : 120 * notches);
+    // In two parts: a touchpad turns by less than a notch.
+    for (const QPoint& part : {turned / 4, turned - turned / 4}) {
+      QWheelEvent event(QPointF(at(p)), content()->mapToGlobal(QPointF(at(p))), {}, part,
+                        Qt::NoButton, {}, Qt::NoScrollPhase, false);
+      QCoreApplication::sendEvent(content(), &event);
+    }
+  }
+  void choose_in_menu(std::uint32_t command) override {
+    test::choose_in_next_menu(person, command);
+  }
   void close() override { port->shell()->close(); }
   void turn(Size screen) override {
     port->shell()->setFixedSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
@@ -77,6 +94,7 @@ struct QtWindowDevice : WindowDevice {
   static QPoint at(Point point) { return {point.x, point.y}; }
   QWidget* content() { return &port->shell()->content(); }
   std::unique_ptr<QtMainWindow> port;
+  QObject person;
 };
 INSTANTIATE_TEST_SUITE_P(Qt, MainWindowContract, (only<WindowCase, QtWindowDevice>("qt")));
 

@@ -58,9 +58,9 @@ void QtPerson::in_front(std::function<void()> person) {
   });
 }
 
-void QtPerson::choose_in_menu(std::uint32_t command) {
+void choose_in_next_menu(QObject& context, std::uint32_t command) {
   const auto there = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
-  when(alive_, there, [command, there] {
+  when(context, there, [command, there] {
     QMenu* menu = there();
     for (QAction* action : menu->actions())
       if (command != 0 && action->data().toUInt() == command && action->isEnabled())
@@ -68,6 +68,8 @@ void QtPerson::choose_in_menu(std::uint32_t command) {
     QTest::keyClick(menu, Qt::Key_Escape);
   });
 }
+
+void QtPerson::choose_in_menu(std::uint32_t command) { choose_in_next_menu(alive_, command); }
 
 QWidget* QtPerson::top() {
   QWidget* cover = window_.window->shell()->cover();
@@ -85,7 +87,11 @@ QWidget* QtPerson::find(int control) {
   return widget && widget->isVisible() ? widget : nullptr;
 }
 
-bool QtPerson::seen(int control) { return find(control); }
+bool QtPerson::seen(int control) {
+  if (!find(control)) return false;
+  const QRegion mask = form()->mask();
+  return mask.isEmpty() || mask.intersects(form()->rect());
+}
 
 bool QtPerson::enabled(int control) { return form()->control(control)->isEnabled(); }
 

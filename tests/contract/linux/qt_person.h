@@ -23,6 +23,9 @@
 
 namespace orvello::test {
 
+// As soon as a menu stands; 0: it is left by Escape.
+void choose_in_next_menu(QObject& context, std::uint32_t command);
+
 class QtPerson : public DialogsBench {
  public:
   explicit QtPerson(Size size = {240, 320}, int dpi = 96, const DesktopLook& look = {})
