@@ -57,6 +57,11 @@ Text number(int value, int digits) {
   return digits > 1 ? format(u"%.2d", value) : format(u"%d", value);
 }
 
+// Times, which are typed too, keep the digits that are understood there.
+Text date_number(int value, int digits, const LocaleData& locale) {
+  return local_digits(number(value, digits), locale);
+}
+
 bool has_day_number(TextView picture) {
   PictureReader reader(picture, u"dMy");
   char16_t letter = 0;
@@ -68,13 +73,13 @@ bool has_day_number(TextView picture) {
 }
 
 Text day_element(const SystemTime& date, int count, const LocaleData& locale) {
-  if (count <= 2) return number(date.day, count);
+  if (count <= 2) return date_number(date.day, count, locale);
   const int from_monday = (date.day_of_week + 6) % 7;
   return count == 3 ? locale.short_day_names[from_monday] : locale.day_names[from_monday];
 }
 
 Text month_element(int month, int count, bool beside_day, const LocaleData& locale) {
-  if (count <= 2) return number(month, count);
+  if (count <= 2) return date_number(month, count, locale);
   const auto& nominative = count == 3 ? locale.short_month_names : locale.month_names;
   const auto& genitive =
       count == 3 ? locale.genitive_short_month_names : locale.genitive_month_names;
@@ -82,8 +87,9 @@ Text month_element(int month, int count, bool beside_day, const LocaleData& loca
   return use_genitive ? genitive[month - 1] : nominative[month - 1];
 }
 
-Text year_element(int year, int count) {
-  return count <= 2 ? number(year % 100, count) : format(u"%.4d", year);
+Text year_element(int year, int count, const LocaleData& locale) {
+  if (count <= 2) return date_number(year % 100, count, locale);
+  return local_digits(format(u"%.4d", year), locale);
 }
 
 Text time_element(char16_t letter, int count, const SystemTime& time, const LocaleData& locale) {
@@ -119,7 +125,7 @@ Text FormatDatePicture(TextView picture, const SystemTime& time, const LocaleDat
     else if (letter == u'M')
       out += month_element(date.month, count, beside_day, locale);
     else
-      out += year_element(date.year, count);
+      out += year_element(date.year, count, locale);
   }
   return out;
 }

@@ -2,6 +2,13 @@
 
 namespace orvello {
 
+Text local_digits(TextView text, const LocaleData& locale) {
+  Text shown(text);
+  for (char16_t& c : shown)
+    if (c >= u'0' && c <= u'9') c = static_cast<char16_t>(locale.zero_digit + (c - u'0'));
+  return shown;
+}
+
 LocaleData english_locale() {
   LocaleData locale;
   locale.name = u"en-US";

@@ -25,7 +25,11 @@ struct LocaleData {
   Text afternoon = u"PM";
   bool monday_first = false;   // else weeks start on Sunday, or on a day that no setting knows
   bool right_to_left = false;  // screens are laid out mirrored
+  char16_t zero_digit = u'0';  // the first of ten that follow each other
 };
+
+// What is shown of a number, or of a text with numbers in it: with the locale's own digits.
+Text local_digits(TextView text, const LocaleData& locale);
 
 // Built-in locales for tests, for hosts without a locale, and for --language.
 LocaleData english_locale();  // United States: month first, 12-hour clock, Sunday names in English

@@ -24,7 +24,8 @@ void draw_pictures(const ReportContent& content, const ReportRow& row, const Rec
 
 void draw_row(const ReportContent& content, const ReportRow& row, const Rect& box, Canvas& canvas) {
   canvas.fill_rect(box, row.background);
-  if (row.line_above) canvas.fill_rect({box.x, box.y, box.width, content.line_width}, content.line);
+  if (row.line_above)
+    canvas.fill_rect({box.x, box.y, box.width, content.line_width}, *row.line_above);
   const FontSpec& font = row.bold ? content.bold_font : content.font;
   int x = box.x;
   for (std::size_t i = 0; i < content.columns.size(); ++i) {

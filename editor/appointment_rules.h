@@ -8,12 +8,12 @@
 
 #include "settings/settings_record.h"
 #include "store/appointment_form.h"
+#include "store/day_label.h"
 
 namespace orvello {
 
 inline constexpr TextView kNoCategories = u"No Categories...";
 inline constexpr TextView kNoAttendees = u"No Attendees...";
-inline constexpr TextView kNoSubject = u"No Subject";
 inline constexpr std::array<TextView, 4> kStatusNames = {u"Busy", u"Free", u"Out of Office",
                                                          u"Tentative"};
 

@@ -82,7 +82,6 @@ void ChooserProcedure::show_rows(Dialog& dialog) {
   content.padding = kCellPadding * dpi / 96;
   const FormColors colors = context_.host.dialogs.colors();
   content.background = colors.field;
-  content.line = colors.line;
   content.selected_background = colors.accent_tint;
   content.selected_text = colors.text;
   const bool low = context_.screen.work.height < kRoomForTitle * dpi / 96;

@@ -80,7 +80,7 @@ bool EditorForms::offer_draft() {
   std::optional<EditorDraft> draft = kept_draft(context_.volume);
   if (!draft) return false;
   const Text& subject = draft->form.subject;
-  const Text named = subject.empty() ? Text(kNoSubject) : cut(subject, 80);
+  const Text named = cut(shown_subject(subject), 80);
   const BoxAnswer answer = context_.host.boxes.show(
       format(u"\"%s\" was being edited when the program ended, and was not saved.\nDo you want to "
              u"go on with it?",

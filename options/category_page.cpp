@@ -114,7 +114,6 @@ void CategoryPage::show_rows(Dialog& dialog) {
   content.columns = {{(kSwatch + 2 * kCellPad) * dpi / 96, Align::center, {}},
                      {0, Align::left, {}}};
   content.background = colors.field;
-  content.line = colors.line;
   content.selected_background = colors.accent_tint;
   content.selected_text = colors.text;
   for (const CategoryRow& row : rows_) {

@@ -3,6 +3,7 @@
 // pixels. User-interface thread.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "base/color.h"
@@ -31,8 +32,8 @@ struct ReportRow {
   Color text = kBlack;
   bool bold = false;
   ReportMark mark = ReportMark::none;
-  bool line_above = false;  // a separator in the content's line colour along the upper edge
-  Text name;                // for a screen reader; empty: the cells, one after the other
+  std::optional<Color> line_above;  // a separator along the upper edge
+  Text name;                        // for a screen reader; empty: the cells, one after the other
   friend bool operator==(const ReportRow&, const ReportRow&) = default;
 };
 
@@ -45,8 +46,7 @@ struct ReportContent {
   int picture_gap = 0;      // between two pictures
   std::vector<Image> pictures;
   Color background = kWhite;  // of the list, below the rows
-  Color line = kBlack;
-  int line_width = 1;
+  int line_width = 1;         // of the separators
   Color selected_background = kBlack;
   Color selected_text = kWhite;
   std::vector<ReportRow> rows;

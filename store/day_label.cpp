@@ -37,8 +37,13 @@ Text day_label(const StoreItem& item, Day day, bool clock24) {
   return format(u"%s-%s", start, end);
 }
 
+Text shown_subject(TextView subject) {
+  const bool blank = subject.find_first_not_of(u" \t\r\n") == TextView::npos;
+  return blank ? Text(kNoSubject) : Text(subject);
+}
+
 Text shown_subject(const StoreItem& item) {
-  const Text& subject = item.summary->subject;
+  const Text subject = shown_subject(item.summary->subject);
   if (item.many == 0) return subject;
   if (item.many < 0) return u"and more: " + subject;
   Text number = to_utf16(std::to_string(item.many));

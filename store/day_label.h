@@ -16,7 +16,11 @@ bool touches_day(const StoreItem& item, Day day);
 // an item without dates.
 Text day_label(const StoreItem& item, Day day, bool clock24);
 
-// The subject; of an item that stands for many occurrences "and 83,400 more: Subject".
+inline constexpr TextView kNoSubject = u"No Subject";
+
+// What rows, lines and labels say of an appointment, that where it has no subject.
+Text shown_subject(TextView subject);
+// The same; of an item that stands for many occurrences "and 83,400 more: Subject".
 Text shown_subject(const StoreItem& item);
 
 // A location in brackets; one of 30 characters or more is cut to 29 and "...".

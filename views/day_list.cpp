@@ -15,6 +15,7 @@ constexpr std::size_t kMeasuredSubject = 300;
 constexpr int kFilteredWidth = 140;  // of the first column when all rows were filtered away
 constexpr int kFinger = 27;          // a row's least height at 96 dpi, a little over 7 mm
 constexpr int kPadding = 3;
+constexpr double kLineContrast = 1.4;
 
 int padding_of(const ScreenLayout& screen) { return kPadding * screen.scale; }
 
@@ -183,6 +184,11 @@ class RowPainter {
     return color;
   }
 
+  // Seen on any row; where rows differ much it is not what tells them apart.
+  Color line(Color background) const {
+    return visible_on(background, input_.settings.color(ColorSlot::day_line), kLineContrast);
+  }
+
   // White stands for nothing special; in a dark list that is its own colour.
   Color on_paper(Color color) const {
     return dark_ && color == kWhite ? input_.settings.color(ColorSlot::day_row_1) : color;
@@ -220,7 +226,6 @@ ReportContent list_frame(const DayAgenda& agenda, const DayListInput& input,
   content.picture_column = 1;
   content.picture_gap = picture_gap(input.screen);
   content.background = settings.color(ColorSlot::day_row_1);
-  content.line = settings.color(ColorSlot::day_line);
   content.line_width = input.screen.scale;
   content.selected_background = settings.color(ColorSlot::day_header_background);
   content.selected_text =
@@ -310,7 +315,7 @@ ReportContent day_list_content(DayAgenda& agenda, const DayListInput& input, Can
     shown.background = shown.bold ? painter.on_paper(kWhite) : painter.background(i);
     chosen = painter.text(i, chosen);
     shown.text = readable_on(shown.background, chosen);
-    shown.line_above = i > 0 && !row.continues();
+    if (i > 0 && !row.continues()) shown.line_above = painter.line(shown.background);
     content.rows.push_back(std::move(shown));
   }
   return content;

@@ -52,7 +52,8 @@ struct Opened {
 };
 
 // A desktop's month has room for its appointments, and its first user should see them at once: a
-// registry that does not exist yet starts with their bars and the marks of the year switched on.
+// registry that does not exist yet starts with their bars, the marks of the year, and whole
+// subjects and places switched on.
 // The end of new appointments is stored, too: the settings' page takes a missing one for noon.
 // All of that is one write, so that a process that dies leaves it to the next start.
 void prepare_first_start(const Paths& paths) {
@@ -61,7 +62,8 @@ void prepare_first_start(const Paths& paths) {
   FileRegistry registry(paths.config + "/registry");
   const auto key = registry.create(RegistryRoot::classes_root, kSettingsKey);
   if (!key) return;
-  for (const TextView name : {u"showindicator", u"usecategorycolorforbar", u"coloryearview"})
+  for (const TextView name : {u"showindicator", u"usecategorycolorforbar", u"coloryearview",
+                              u"wrapsubject", u"showlocation"})
     WriteNumberSetting(registry, name, 1);
   constexpr TextView end = u"defaultEndTimeIndex";
   WriteNumberSetting(registry, end, find_setting(end)->default_number);

@@ -59,6 +59,8 @@ void set_conventions(LocaleData& data, const QLocale& locale) {
   if (const Text mark = separator_of(short_date); !mark.empty()) data.date_separator = mark;
   if (const Text mark = separator_of(time); !mark.empty()) data.time_separator = mark;
   data.monday_first = locale.firstDayOfWeek() == Qt::Monday;
+  if (const QString zero = locale.zeroDigit(); zero.size() == 1)
+    data.zero_digit = zero.front().unicode();
 }
 
 LocaleData from_toolkit(const QLocale& locale) {

@@ -143,7 +143,7 @@ void ReportDelegate::paint_row(QPainter* painter, const QStyleOptionViewItem& op
   painter->fillRect(all, QColor(to_qt(selected ? content.selected_background : row.background)));
   if (row.line_above)
     painter->fillRect(QRect(left, top, all.width(), content.line_width),
-                      QColor(to_qt(content.line)));
+                      QColor(to_qt(*row.line_above)));
   int x = 0;
   for (std::size_t i = 0; i < content.columns.size(); ++i) {
     const QRect cell(x, top, std::min(model_.column_width(i), all.width() - x), all.height());

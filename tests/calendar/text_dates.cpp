@@ -39,6 +39,8 @@ TEST(DatePictures, LocaleOrdersChooseThePicture) {
   EXPECT_EQ(DatePickerPicture(locale), u"ddd yy'o'''MMM'o'''dd");
   const SystemTime day{.year = 2008, .month = 2, .day = 5};
   EXPECT_EQ(FormatDatePicture(DatePickerPicture(locale), day, locale), u"Tue 08o'Febo'05");
+  locale.zero_digit = u'\u0660';
+  EXPECT_EQ(FormatDatePicture(u"d MMMM yyyy", day, locale), u"٥ February ٢٠٠٨");
   locale.date_separator = u"0123456789";
   EXPECT_EQ(DatePickerPicture(locale), u"ddd yy'012345678'MMM'012345678'dd");
   locale.long_date_order = u"x";

@@ -26,6 +26,8 @@ TEST(Locale, TheLanguageOptionDecidesAboutTextsAndNames) {
   EXPECT_EQ(QtLocale("en_GB.UTF-8", "en_GB.UTF-8", "en").data().short_date_order, u"1");
   // Of a language without a table of its own the toolkit knows the names.
   EXPECT_EQ(QtLocale("ru_RU.UTF-8", "ru_RU.UTF-8", "de").data().day_names[0], u"Montag");
+  EXPECT_EQ(QtLocale("fa_IR.UTF-8", "fa_IR.UTF-8", {}).data().zero_digit, u'\u06F0');
+  EXPECT_EQ(QtLocale("de_DE.UTF-8", "de_DE.UTF-8", {}).data().zero_digit, u'0');
 }
 
 // Each language has its own place for a letter; the order follows its own variable.

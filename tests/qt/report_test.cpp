@@ -38,13 +38,12 @@ ReportContent content_of(int rows) {
   content.pictures = {{8, 8, std::vector<Color>(64, kRed)},
                       {4, 4, std::vector<Color>(16, kMagenta)}};
   content.background = kPale;
-  content.line = kBlue;
   content.selected_background = kBlue;
   for (int i = 0; i < rows; ++i) {
     ReportRow row;
     row.cells = {u"10:00", u"", u"Row " + to_utf16(std::to_string(i))};
     row.height = i == 1 ? 40 : 20;
-    row.line_above = i == 1;
+    if (i == 1) row.line_above = kBlue;
     if (i == 0) row.pictures = {0, 1, 0};
     content.rows.push_back(std::move(row));
   }

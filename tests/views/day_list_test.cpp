@@ -80,8 +80,8 @@ TEST_F(DayListTest, TextColoursGoByPrecedence) {
   EXPECT_EQ(rows[2].text, expired);
   EXPECT_EQ(rows[3].text, expired);  // a location too, as that is looked at last
   EXPECT_EQ(rows[3].background, rows[2].background);
-  EXPECT_FALSE(rows[1].line_above);
-  EXPECT_TRUE(rows[2].line_above);
+  EXPECT_FALSE(rows[1].line_above.has_value());
+  EXPECT_TRUE(rows[2].line_above.has_value());
 }
 
 TEST_F(DayListTest, WrappedPiecesKeepColourOidEndAndPlace) {
