@@ -29,7 +29,9 @@ Action GridPointer::release(Point point, const GridTarget& target) {
     if (pages != 0) return {Action::Kind::turn, pages, {}};
     return {};
   }
-  if (target != target_) return {};
+  GridTarget place = target;
+  place.item = target_.item;  // another line of the same day is the same place for a tap
+  if (place != target_) return {};
   switch (target.kind) {
     case GridTarget::Kind::month:
       return {Action::Kind::show_month, target.month, {}};

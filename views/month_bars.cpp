@@ -3,31 +3,15 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <optional>
 
 #include "draw/readable.h"
-#include "settings/category_text.h"
+#include "views/bar_colors.h"
 #include "views/month_cells.h"
 #include "views/month_icons.h"
 
 namespace orvello {
 
 namespace {
-
-// Without a category's colour a bar says how the time is spent.
-Color busy_color(BusyStatus status) {
-  switch (status) {
-    case BusyStatus::free:
-      return rgb(70, 150, 80);
-    case BusyStatus::tentative:
-      return rgb(112, 158, 214);
-    case BusyStatus::out_of_office:
-      return rgb(136, 68, 156);
-    case BusyStatus::busy:
-      break;
-  }
-  return rgb(32, 74, 156);
-}
 
 std::uint64_t slot_bits(int first, int last) {
   return (~std::uint64_t{0} >> (64 - (last - first))) << first;
@@ -41,24 +25,16 @@ int slot_after(CalendarDate date) {
   return static_cast<int>(std::ceil(time_of_day(date) * 48 - kSlack));
 }
 
-// The colour kept for the whole categories text, else for its first label.
-std::optional<Color> category_color(TextView categories, const std::vector<CategoryProp>& props) {
-  if (categories.empty()) return std::nullopt;
-  if (find_category_prop(props, categories)) return used_category_color(props, categories);
-  return used_category_color(props, categories.substr(0, categories.find(u',')));
-}
-
 }  // namespace
 
 MonthBars::MonthBars(const MonthSnapshot& snapshot, const MonthLayout& layout)
     : snapshot_(snapshot), layout_(layout) {
-  for (int status = 0; status < 4; ++status)
-    colors_by_status_[status] = color_index(busy_color(static_cast<BusyStatus>(status)));
-  for (const Text& categories : snapshot.period.categories) {
-    std::optional<Color> color;
-    if (snapshot.usecategorycolorforbar == 1)
-      color = category_color(categories, snapshot.category_colors);
-    colors_by_categories_.push_back(color ? color_index(*color) : -1);
+  const BarColors chosen(snapshot);
+  for (std::size_t text = 0; text < snapshot.period.categories.size(); ++text) {
+    colors_.emplace_back();
+    for (std::size_t status = 0; status < kStatuses; ++status)
+      colors_.back()[status] =
+          color_index(chosen.of(static_cast<std::int32_t>(text), static_cast<BusyStatus>(status)));
   }
 }
 
@@ -107,9 +83,8 @@ void MonthBars::add_slots(Cell& cell, int first, int last, std::uint8_t color) {
 }
 
 std::uint8_t MonthBars::color_of(const PeriodItem& item) const {
-  const int own = colors_by_categories_[item.categories];
-  return own >= 0 ? static_cast<std::uint8_t>(own)
-                  : colors_by_status_[static_cast<std::size_t>(item.busy_status) & 3];
+  return colors_[static_cast<std::size_t>(item.categories)]
+                [static_cast<std::size_t>(item.busy_status) % kStatuses];
 }
 
 std::uint8_t MonthBars::color_index(Color color) {
@@ -184,9 +159,8 @@ void MonthBars::append_lane(const MonthCell& place, const Cell& cell, int number
 }
 
 bool MonthIndicatorPass(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,
-                        const DrawControl& control) {
+                        MonthIcons& icons, const DrawControl& control) {
   MonthBars bars(snapshot, layout);
-  MonthIcons icons(snapshot, layout, canvas);
   for (const PeriodItem& item : snapshot.period.items) {
     if (control.stopped()) return false;
     const CellSpan span = cells_of(item, layout.grid);

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "views/draw_control.h"
+#include "views/month_icons.h"
 #include "views/month_snapshot.h"
 
 namespace orvello {
@@ -56,12 +57,12 @@ class MonthBars {
   const MonthLayout& layout_;
   std::array<Cell, 42> cells_{};
   std::vector<Color> palette_;
-  std::array<std::uint8_t, 4> colors_by_status_{};
-  std::vector<int> colors_by_categories_;  // -1: none of its own
+  static constexpr std::size_t kStatuses = 4;
+  std::vector<std::array<std::uint8_t, kStatuses>> colors_;  // by categories and status
 };
 
 // Bars and, with showholiday, icons. False: given up, a newer drawing is wanted.
 bool MonthIndicatorPass(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,
-                        const DrawControl& control);
+                        MonthIcons& icons, const DrawControl& control);
 
 }  // namespace orvello

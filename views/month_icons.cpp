@@ -54,9 +54,8 @@ void MonthIcons::draw(const Image& picture, const MonthCell& cell, int n) {
     canvas_.draw_image(picture, {0, 0, picture.width, picture.height}, place);
 }
 
-bool MonthIconPass(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,
+bool MonthIconPass(const MonthSnapshot& snapshot, const MonthLayout& layout, MonthIcons& icons,
                    const DrawControl& control) {
-  MonthIcons icons(snapshot, layout, canvas);
   for (const PeriodItem& item : snapshot.period.items) {
     if (control.stopped()) return false;
     icons.place(item, cells_of(item, layout.grid));

@@ -18,6 +18,7 @@ class MonthIcons {
 
   // Offers the item's days to every slot, if the item passes the profile.
   void place(const PeriodItem& item, const CellSpan& span);
+  int count(int cell) const { return counts_[static_cast<std::size_t>(cell)]; }  // placed so far
 
  private:
   void offer(int cell, std::uint64_t slots);
@@ -32,7 +33,7 @@ class MonthIcons {
 };
 
 // The icons alone. False: given up, a newer drawing is wanted.
-bool MonthIconPass(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas,
+bool MonthIconPass(const MonthSnapshot& snapshot, const MonthLayout& layout, MonthIcons& icons,
                    const DrawControl& control);
 
 }  // namespace orvello

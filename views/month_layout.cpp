@@ -92,22 +92,30 @@ void place_cells(MonthLayout& layout, const MonthLayoutInput& input) {
   }
 }
 
-// A low row is filled by its number and one row of icons: the bars get what lies between.
-void place_bars(MonthLayout& layout, const MonthLayoutInput& input) {
+int icon_gap_of(const MonthLayout& layout) {
+  return std::max(0, (layout.screen.column_width - 3 * layout.icon.width) / 5);
+}
+
+// Of what the cell keeps for icons at its bottom, where bars and lines keep off them.
+int icons_height(const MonthLayout& layout, int least_above) {
+  const int pitch = icon_gap_of(layout) + layout.icon.height;
+  return layout.screen.row_height - 2 * pitch >= least_above ? 2 * pitch : pitch;
+}
+
+// A low row is filled by its number and one row of icons: the bars get what lies between. Four
+// lines of four are enough where the cell names its appointments, and else more where a window's
+// rows are higher than a handheld's.
+void place_bars(MonthLayout& layout, const MonthLayoutInput& input, bool with_lines) {
   const ScreenLayout& screen = layout.screen;
   const int scale = screen.scale;
   const int number_bottom = layout.number_font.height;  // digits end above the line's end
-  // Four lines of four, and more where a window's rows are higher than a handheld's.
-  const int full = std::clamp(screen.row_height / 2, 16 * scale, 40 * scale);
-  const int icon_gap = std::max(0, (screen.column_width - 3 * layout.icon.width) / 5);
-  const int icon_pitch = icon_gap + layout.icon.height;
+  const int share = with_lines ? 5 : 2;
+  const int full = std::clamp(screen.row_height / share, 16 * scale, 40 * scale);
   int bottom = screen.row_height - scale;
   // Icons stand as far above the cell's bottom as they stand apart; in a wide cell that is room
   // enough for the bars.
-  if (input.icons && icon_gap < full + 2 * scale) {
-    const bool two_rows = screen.row_height - 2 * icon_pitch >= number_bottom + 6 * scale;
-    bottom = screen.row_height - (two_rows ? 2 : 1) * icon_pitch;
-  }
+  if (input.icons && icon_gap_of(layout) < full + 2 * scale)
+    bottom = screen.row_height - icons_height(layout, number_bottom + 6 * scale);
   const int height = std::clamp(bottom - number_bottom, 0, full);
   BarBand& band = layout.bars;
   band.left = 2 * scale;
@@ -121,6 +129,45 @@ void place_bars(MonthLayout& layout, const MonthLayoutInput& input) {
   band.lanes = std::clamp(room / (2 * scale), 1, kMaxBarLanes);
   band.lane_pitch = room / band.lanes;
   band.lane_height = band.lane_pitch > 2 * scale ? band.lane_pitch - scale : band.lane_pitch;
+}
+
+// So many letters of a subject tell which one it is, and so many of a time stand before it.
+constexpr int kTellingLetters = 9, kTimeLetters = 7;
+constexpr int kComfortableLines = 4;
+
+int letters_width(int letters, const FontSpec& font) { return letters * font.height * 55 / 100; }
+
+// Lines of this font between the number and the bars, or the cell's end. Icons stand in its right
+// part: a line that would have too little room beside three of them stays above them.
+LineBand lines_in(const MonthLayout& layout, const MonthLayoutInput& input, const FontSpec& font) {
+  const ScreenLayout& screen = layout.screen;
+  const int scale = screen.scale;
+  LineBand band;
+  band.font = font;
+  band.left = 2 * scale;
+  band.mark_width = 3 * scale;
+  band.text_left = band.left + band.mark_width + 2 * scale;
+  band.right = screen.column_width - 2 * scale;
+  band.top = layout.number_font.height + 3 * scale;
+  band.pitch = font.height + std::max(2 * scale, font.height / 3);
+  const int needed = letters_width(kTellingLetters, font);
+  if (band.right - band.text_left < needed) return band;
+  band.times = band.right - band.text_left >= needed + letters_width(kTimeLetters, font);
+  int bottom = screen.row_height - 2 * scale;
+  if (input.bars) bottom = layout.bars.lanes_bottom - layout.bars.lanes * layout.bars.lane_pitch;
+  const int beside = month_icon_place(layout, 0, 0, 3).x;  // the third from the right
+  if (input.icons && beside < needed + band.text_left)
+    bottom = std::min(bottom, screen.row_height - icons_height(layout, band.top + band.pitch));
+  band.count = std::max(0, (bottom - band.top) / band.pitch);
+  return band;
+}
+
+void place_bars_and_lines(MonthLayout& layout, const MonthLayoutInput& input) {
+  const ScreenFonts& fonts = layout.screen.fonts;
+  place_bars(layout, input, true);
+  layout.lines = lines_in(layout, input, fonts.normal9);
+  if (layout.lines.count < kComfortableLines) layout.lines = lines_in(layout, input, fonts.normal8);
+  if (layout.lines.count == 0) place_bars(layout, input, false);
 }
 
 }  // namespace
@@ -138,7 +185,7 @@ MonthLayout::MonthLayout(const ScreenLayout& screen_layout, const MonthLayoutInp
   week_number_font = screen.fonts.normal8;
   place_header(*this);
   place_cells(*this, input);
-  place_bars(*this, input);
+  place_bars_and_lines(*this, input);
 }
 
 Point month_icon_place(const MonthLayout& layout, int row, int column, int n) {
@@ -149,6 +196,12 @@ Point month_icon_place(const MonthLayout& layout, int row, int column, int n) {
   // Without the left margin, deliberately: icons keep the distance from their cell's right edge.
   return {(column + 1) * cw - (n - 3 * r) * (gap + w) + gap,
           (row + 1) * layout.screen.row_height - (gap + h) * (r + 1) + layout.grid_top};
+}
+
+Rect month_line_place(const MonthLayout& layout, const MonthCell& cell, int n) {
+  const LineBand& band = layout.lines;
+  return {cell.box.x + band.left, cell.box.y + band.top + n * band.pitch, band.right - band.left,
+          band.pitch};
 }
 
 GridTarget hit_month(const MonthLayout& layout, Point point) {

@@ -22,6 +22,8 @@ struct MonthLayoutInput {
   int firstdayofweek = 0;
   bool icons = false;  // leave room for them
   int icon_cell = 9;
+  bool bars = true;  // likewise
+  friend bool operator==(const MonthLayoutInput&, const MonthLayoutInput&) = default;
 };
 
 struct MonthCell {
@@ -51,6 +53,20 @@ struct BarBand {
 };
 inline constexpr int kMaxBarLanes = 3;
 
+// Where a cell names its first appointments, one a line, measured from its top left corner: between
+// its number and its bars. A cell that is too small for names has no lines.
+struct LineBand {
+  int count = 0;
+  int left = 0;
+  int top = 0;
+  int pitch = 0;
+  int mark_width = 0;  // of the stripe in the appointment's colour, before the text
+  int text_left = 0;
+  int right = 0;
+  bool times = false;  // there is room for them before the subjects
+  FontSpec font;
+};
+
 struct MonthSnapshot;
 
 struct MonthLayout {
@@ -77,10 +93,14 @@ struct MonthLayout {
   std::vector<Rect> week_numbers;  // one a row
   Size icon;
   BarBand bars;
+  LineBand lines;
 };
 
 // The place of a cell's n-th icon, n from 1 to kIconsInCell.
 Point month_icon_place(const MonthLayout& layout, int row, int column, int n);
+
+// A cell's n-th line, n from 0.
+Rect month_line_place(const MonthLayout& layout, const MonthCell& cell, int n);
 
 // Days that are not drawn are not there.
 GridTarget hit_month(const MonthLayout& layout, Point point);

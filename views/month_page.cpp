@@ -1,5 +1,6 @@
 #include "views/month_page.h"
 
+#include "views/month_lines.h"
 #include "views/month_paint.h"
 
 namespace orvello {
@@ -29,11 +30,19 @@ bool MonthPage::read(const GridInput& in, MonthSnapshot& snapshot) {
 
 void MonthPage::keep_read(MonthSnapshot& snapshot, const MonthSnapshot& earlier) const {
   snapshot.period = earlier.period;
+  // Other cells have room for other lines.
+  if (snapshot.screen == earlier.screen && snapshot.layout == earlier.layout)
+    snapshot.lines = earlier.lines;
 }
 
 ViewDrawing MonthPage::drawing() const { return drawing_by(DrawMonthView); }
 
-GridTarget MonthPage::hit(Point point) const { return hit_month(layout_, point); }
+GridTarget MonthPage::hit(Point point) const {
+  GridTarget target = hit_month(layout_, point);
+  if (target.kind != GridTarget::Kind::day || !snapshot_) return target;
+  if (const MonthLine* line = month_line_at(*snapshot_, layout_, point)) target.item = line->key;
+  return target;
+}
 
 Rect MonthPage::place_of(const MonthDayYear& date) const {
   for (const MonthCell& cell : layout_.cells)

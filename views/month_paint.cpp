@@ -4,6 +4,7 @@
 #include "views/month_bars.h"
 #include "views/month_cells.h"
 #include "views/month_icons.h"
+#include "views/month_lines.h"
 
 namespace orvello {
 
@@ -38,9 +39,13 @@ bool DrawMonthGrid(const MonthSnapshot& snapshot, const MonthLayout& layout, Can
   draw_week_numbers(snapshot, layout, canvas);
   if (control.stopped()) return false;
   control.progress();
-  if (snapshot.showindicator == 1) return MonthIndicatorPass(snapshot, layout, canvas, control);
-  if (snapshot.showholiday == 1) return MonthIconPass(snapshot, layout, canvas, control);
-  return true;
+  MonthIcons icons(snapshot, layout, canvas);
+  if (snapshot.showindicator == 1) {
+    if (!MonthIndicatorPass(snapshot, layout, canvas, icons, control)) return false;
+  } else if (snapshot.showholiday == 1) {
+    if (!MonthIconPass(snapshot, layout, icons, control)) return false;
+  }
+  return draw_month_lines(snapshot, layout, icons, canvas, control);
 }
 
 }  // namespace orvello

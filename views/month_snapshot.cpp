@@ -3,6 +3,7 @@
 #include "draw/readable.h"
 #include "settings/icon_picture.h"
 #include "settings/profiles.h"
+#include "views/month_lines.h"
 
 namespace orvello {
 
@@ -30,7 +31,8 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
                      settings.showdays,
                      settings.firstdayofweek,
                      settings.showholiday == 1,
-                     settings.icon_cell};
+                     settings.icon_cell,
+                     settings.showindicator == 1};
   snapshot.today = today;
   snapshot.calendarcolorstyle = settings.calendarcolorstyle;
   snapshot.coloroffdays = settings.coloroffdays;
@@ -56,15 +58,23 @@ std::optional<MonthSnapshot> take_month_snapshot(const ItemsSource& source,
                                                  const ScreenLayout& screen, int month, int year,
                                                  const MonthDayYear& today) {
   MonthSnapshot snapshot = month_snapshot_without_items(settings, screen, month, year, today);
-  if (settings.showindicator != 1 && settings.showholiday != 1) return snapshot;
-  const MonthGrid grid = MonthGridRange(month, year, settings.showdays, settings.firstdayofweek);
+  const MonthLayout layout(snapshot);
+  const bool names = layout.lines.count > 0;
+  const bool marks = settings.showindicator == 1 || settings.showholiday == 1;
+  if (!marks && !names) return snapshot;
+  MonthLineCollector collector(layout, settings);
+  ItemVisit visit;
+  if (names)
+    visit = [&](const StoreItem& item, const PeriodItem& kept) { collector.add(item, kept); };
   // The whole categories text is compared with the profile's labels: an appointment in several
   // categories passes only a profile that names just these.
-  auto period = fetch_period(source, grid, [&](TextView categories) {
-    return profileAllowsCategory(settings, categories);
-  });
+  auto period = fetch_period(
+      source, layout.grid,
+      [&](TextView categories) { return profileAllowsCategory(settings, categories); }, visit);
   if (!period) return std::nullopt;
   snapshot.period = std::move(*period);
+  if (!marks) snapshot.period.items = {};
+  if (names) snapshot.lines = std::move(collector).lines();
   return snapshot;
 }
 

@@ -12,6 +12,7 @@
 #include "calendar/week_numbers.h"
 #include "draw/screen_layout.h"
 #include "settings/settings_record.h"
+#include "store/row_key.h"
 #include "store/store_session.h"
 #include "views/month_layout.h"
 #include "views/period_query.h"
@@ -24,6 +25,22 @@ struct MonthIconSlot {
   Text label;
   Image picture;
 };
+
+// An appointment that a day's cell names.
+struct MonthLine {
+  RowKey key;
+  CalendarDate start = 0;
+  bool all_day = false;
+  Text time;  // at which it starts; empty on days after, and of one that has none
+  Text subject;
+  std::int32_t categories = 0;  // as in PeriodItem
+  BusyStatus busy_status = BusyStatus::busy;
+};
+struct MonthCellLines {
+  std::vector<MonthLine> first;
+  int more = 0;  // appointments without a line
+};
+using MonthLines = std::vector<MonthCellLines>;  // by cell, or empty
 
 struct MonthSnapshot {
   ScreenLayout screen;
@@ -48,6 +65,7 @@ struct MonthSnapshot {
   std::vector<MonthIconSlot> icons;           // in slot order
   std::vector<CategoryProp> category_colors;  // of all labels that have one
   PeriodItems period;                         // empty when no pass wants them
+  MonthLines lines;                           // empty where the cells have no room for them
 
   Color color(ColorSlot slot) const { return colors[static_cast<std::size_t>(slot)]; }
 };

@@ -66,7 +66,7 @@ std::array<Text, 3> period_restrictions(const MonthGrid& grid) {
 }
 
 std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGrid& grid,
-                                        const ProfileTest& passes) {
+                                        const ProfileTest& passes, const ItemVisit& visit) {
   PeriodItems found;
   SeenItems seen;
   CategoryTexts texts(found.categories, passes);
@@ -82,7 +82,9 @@ std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGr
   if (!all) return std::nullopt;
   all->set_include_recurrences(true);
   all->sort(u"[Start]", false);
-  all->want({AppointmentField::categories, AppointmentField::busy_status});
+  AppointmentFieldSet wanted = {AppointmentField::categories, AppointmentField::busy_status};
+  if (visit) wanted.add(AppointmentField::subject);
+  all->want(wanted);
   for (std::size_t query = 0; query < queries.size(); ++query) {
     const std::unique_ptr<StoreItems> items = all->restrict_to(queries[query]);
     const bool whole = each_item(items.get(), [&](const StoreItem& item) {
@@ -93,6 +95,7 @@ std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGr
       const std::int32_t categories = texts.index_of(summary.categories);
       found.items.push_back({item.start, item.end, categories, summary.busy_status, summary.all_day,
                              texts.passes(categories)});
+      if (visit) visit(item, found.items.back());
     });
     if (!whole) return std::nullopt;
   }

@@ -33,14 +33,17 @@ using ItemsSource = std::function<std::unique_ptr<StoreItems>()>;
 // Whether the active profile shows appointments with this categories text.
 using ProfileTest = std::function<bool(TextView categories)>;
 
+// Sees an item as the store has it, its subject too, beside what is kept of it.
+using ItemVisit = std::function<void(const StoreItem& item, const PeriodItem& kept)>;
+
 // The three texts in their order: what reaches into the leading days, the month, what follows it.
 std::array<Text, 3> period_restrictions(const MonthGrid& grid);
 
 // In the order of the restrictions, each sorted by start; an item that several of them select is
 // there once. Nothing when the store could not be read whole: a drawing of a part would say that
-// the rest of the days is free.
+// the rest of the days is free. Subjects are read only for `visit`, which may be empty.
 std::optional<PeriodItems> fetch_period(const ItemsSource& source, const MonthGrid& grid,
-                                        const ProfileTest& passes);
+                                        const ProfileTest& passes, const ItemVisit& visit = {});
 
 // The whole days, as offsets from the grid's first, that an item covers there: from `first` to
 // `last`, empty when first > last.
