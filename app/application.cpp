@@ -86,9 +86,9 @@ Application::Application(Host host, const StartOptions& options, const FormParts
       session_(host.store, host_.boxes),
       forms_(forms, {host_, session_, settings_, volume_, state_.form_layout,
                      state_.platform_generation, history_}),
-      grid_({host_, state_, settings_, session_, *this}),
-      day_view_(
-          {host_, state_, settings_, session_, history_, paste_source_, *this, today_button_}) {}
+      operations_({host_, state_, settings_, session_, history_, *this}),
+      grid_({host_, state_, settings_, session_, operations_, *this}),
+      day_view_({host_, state_, settings_, session_, operations_, *this, today_button_}) {}
 
 bool Application::handle_message(const Message& message) {
   for (const MessageTable::Row& row : MessageTable::kRows)

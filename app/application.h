@@ -76,7 +76,7 @@ class Application : public MessageHandler,
   const ReadTrouble& trouble() const { return trouble_; }
   GridView& grid() { return grid_; }
   const DayView& day() const { return day_view_; }
-  const PasteSource& paste_source() const { return paste_source_; }
+  const PasteSource& paste_source() const { return operations_.source(); }
 
  private:
   friend struct MessageTable;
@@ -153,8 +153,8 @@ class Application : public MessageHandler,
   EditHistory history_{session_};
   Forms forms_;
   ReadTrouble trouble_{modality_, session_};
+  AppointmentOperations operations_;
   GridView grid_;
-  PasteSource paste_source_;
   DayView day_view_;
   std::unique_ptr<Surface> measuring_;
   Image today_button_;

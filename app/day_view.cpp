@@ -227,20 +227,16 @@ void DayView::use_zone(DayHeaderZone zone) {
   if (zone == DayHeaderZone::style) next_color_style();
 }
 
-std::optional<MonthDayYear> DayView::ask_date() {
-  DateProcedure procedure(c_.state.current, c_.state.today, c_.settings.firstdayofweek != 0);
-  DialogTemplate dialog = date_dialog(c_.commands.language());
-  const ScreenLayout& screen = c_.state.form_layout;
-  const Size size{dialog.size.width * screen.dpi_x / 96, dialog.size.height * screen.dpi_y / 96};
-  const int width = std::min(size.width, screen.work.width);
-  dialog.place = {std::min(header_.date.x, screen.work.width - width), header_.strip.height, width,
-                  std::min(size.height, screen.work.height - header_.strip.height)};
-  if (c_.host.dialogs.run_modal(dialog, procedure) != 1) return std::nullopt;
-  return procedure.date();
+Point DayView::below_date() const { return {header_.date.x, header_.strip.height}; }
+
+// The commands of the menu, and their keys.
+void DayView::run_command(std::uint32_t command, const RowKey& key) {
+  c_.operations.run(command, key, {c_.state.current, below_date()});
+  focus_list();
 }
 
 void DayView::choose_date() {
-  if (const auto date = ask_date()) show_date(*date);
+  if (const auto date = c_.operations.ask_date(c_.state.current, below_date())) show_date(*date);
   focus_list();
 }
 

@@ -6,28 +6,19 @@
 #include <optional>
 
 #include "app/application_state.h"
+#include "app/appointment_operations.h"
 #include "app/list_pointer.h"
 #include "app/view_commands.h"
 #include "ports/host.h"
 #include "resources/strings.h"
 #include "settings/settings_record.h"
 #include "store/day_agenda.h"
-#include "store/operation_context.h"
 #include "store/row_key.h"
 #include "store/store_session.h"
 #include "views/day_header.h"
 #include "views/day_list.h"
 
 namespace orvello {
-
-// What Cut or Copy chose, until it is pasted; it outlives the view. At most one oid is not 0.
-struct PasteSource {
-  std::int32_t copied = 0;
-  std::int32_t cut = 0;
-  CalendarDate start = kNoDate;  // of the occurrence
-  MonthDayYear day;              // shown when it was chosen
-  bool any() const { return copied != 0 || cut != 0; }
-};
 
 class DayView : public DialogProcedure {
  public:
@@ -39,8 +30,7 @@ class DayView : public DialogProcedure {
     ApplicationState& state;
     SettingsRecord& settings;
     StoreSession& session;
-    EditHistory& history;
-    PasteSource& source;
+    AppointmentOperations& operations;
     ViewCommands& commands;
     const Image& today_picture;
   };
@@ -76,7 +66,7 @@ class DayView : public DialogProcedure {
   void use_zone(DayHeaderZone zone);
   void tell_parts();
   void choose_date();
-  std::optional<MonthDayYear> ask_date();  // from a month under the strip
+  Point below_date() const;  // in the window, where a month opens
   void go_to_today();
   void next_color_style();
 
@@ -101,14 +91,6 @@ class DayView : public DialogProcedure {
   RowKey selected() const { return key_of(row_); }
   // The row that it has now; another occurrence's of it when that is all there is of a moved one.
   int row_of(const RowKey& key) const;
-  void take_source(bool cut, const RowKey& key);
-  void paste();
-  void move_row(const RowKey& key);
-  void beam(const RowKey& key);
-  void delete_row(const RowKey& key);
-  int ask_delete(const RowKey& key);
-  OperationContext operation() const;
-  void open_editor(const RowKey& key);
 
   Context c_;
   std::unique_ptr<Dialog> owned_;

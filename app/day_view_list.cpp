@@ -83,7 +83,7 @@ void DayView::select_row(int row) {
   ReportList* list = dialog_->report(kControlDayList);
   if (!list) return;
   if (row < 0) {
-    row_ = c_.source.any() ? kPasteTarget : kNoRow;
+    row_ = c_.operations.source().any() ? kPasteTarget : kNoRow;
     list->select({});
     return;
   }
@@ -135,7 +135,7 @@ void DayView::list_key(const DialogEvent& event) {
     case kKeySpace:
       return open_notes(selected());
     case kKeyDelete:
-      return delete_row(selected());
+      return run_command(kCommandDelete, selected());
     case kKeyInsert:
       return run_command(kCommandCreate, {});
     default:
@@ -189,7 +189,7 @@ void DayView::open_menu(Point at, const RowKey& key) {
   pen_down_ = false;  // the menu gets the release
   dialog_->set_timer(kTimerMenu, 0);
   const RowKey meant = key;
-  const DayMenuState state{static_cast<bool>(meant), c_.source.any()};
+  const DayMenuState state{static_cast<bool>(meant), c_.operations.source().any()};
   const std::uint32_t command =
       dialog_->drawn(kControlDayList)->track_menu(day_menu(c_.commands.language(), state), at);
   if (command != 0 && dialog_) run_command(command, meant);
@@ -226,7 +226,7 @@ void DayView::open_notes(const RowKey& key) {
 }
 
 void DayView::edit(const RowKey& key) {
-  if (key) open_editor(key);
+  if (key) run_command(kCommandEditAppointment, key);
 }
 
 }  // namespace orvello

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/application_state.h"
+#include "app/appointment_operations.h"
 #include "app/drawing_worker.h"
 #include "app/grid_pointer.h"
 #include "app/view_commands.h"
@@ -26,6 +27,7 @@ class GridView : public AccessibleView {
     ApplicationState& state;
     SettingsRecord& settings;
     StoreSession& session;
+    AppointmentOperations& operations;
     ViewCommands& commands;
   };
   explicit GridView(const Context& context);
