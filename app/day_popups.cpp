@@ -38,7 +38,7 @@ void NotesProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       break;
     case Event::focus_lost:
     case Event::pointer_up:
-      if (!hold_) dialog.close(kPopupClosed);
+      if (!hold_) dialog.close(event.kind == Event::focus_lost ? kPopupLeft : kPopupClosed);
       hold_ = false;
       break;
     case Event::key:
@@ -172,11 +172,13 @@ void DayPopupProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
   using Kind = ListPointer::Action::Kind;
   ListPointer::Action action;
   if (event.kind == Event::pointer_down || event.kind == Event::double_tap)
-    action = pointer_.press(event.point, list->row_at(event.point));
-  if (event.kind == Event::pointer_move) action = pointer_.move(event.point);
-  if (event.kind == Event::pointer_up) action = pointer_.release(event.point);
+    action = pointer_.press(event.point, list->row_at(event.point), event.time,
+                            list->gliding() ? ListPointer::Grip::list : ListPointer::Grip::row);
+  if (event.kind == Event::pointer_move) action = pointer_.move(event.point, event.time);
+  if (event.kind == Event::pointer_up) action = pointer_.release(event.point, event.time);
   if (action.kind == Kind::select && action.row >= 0) list->select({row_ = action.row});
   if (action.kind == Kind::scroll) list->scroll_by(action.value);
+  if (action.kind == Kind::glide) list->glide(action.value);
   if (action.kind == Kind::tap && action.row >= 0) dialog.close(kPopupOpenDay);
   if (event.kind != Event::key) return;
   const int last = static_cast<int>(input_.rows.size()) - 1;

@@ -12,6 +12,7 @@ namespace orvello {
 
 inline constexpr int kPopupClosed = 0;
 inline constexpr int kPopupOpenDay = 2;
+inline constexpr int kPopupLeft = 3;  // by a press elsewhere, which goes on there
 
 // The notes beside a row: closes when the pen is lifted over it or goes elsewhere, unless it is
 // held, which one such event ends.

@@ -191,6 +191,7 @@ void DayView::header_event(const DialogEvent& event) {
       return paint_header(event);
     case Event::pointer_down:
     case Event::double_tap:
+      closed_ = {};
       pressed_zone_ = hit_day_header(header_, event.point);
       focused_zone_ = DayHeaderZone::none;  // a pen needs no frame
       repaint_header();
@@ -201,6 +202,8 @@ void DayView::header_event(const DialogEvent& event) {
       focus_list();  // where the keys are wanted next
       break;
     }
+    case Event::wheel:
+      return turn(-event.notches);
     case Event::focus_gained:
       focused_zone_ = DayHeaderZone::date;
       repaint_header();

@@ -74,7 +74,9 @@ class DayView : public DialogProcedure {
   void list_event(const DialogEvent& event);
   void list_key(const DialogEvent& event);
   bool command_key(const DialogEvent& event);
+  void press_list(ReportList& list, const DialogEvent& event);
   void act(const ListPointer::Action& action);
+  void tap();
   void select_row(int row);
   void stand_at(const RowKey& key);
   void show_whole(int row);  // of an appointment's rows as much as the list holds
@@ -105,7 +107,10 @@ class DayView : public DialogProcedure {
   int row_ = kNoRow;
   RowKey pressed_;  // under the pen, also when the list is made anew meanwhile
   RowKey opened_at_;
-  RowKey tapped_;  // its notes open unless a second tap comes
+  RowKey tapped_;        // its notes open unless a second tap comes
+  RowKey closed_;        // whose bubble was closed by a press, which may come next
+  RowKey press_closed_;  // and which this press has closed
+  bool alone_ = false;   // no second tap can follow this press
   DayHeaderZone pressed_zone_ = DayHeaderZone::none;
   DayHeaderZone focused_zone_ = DayHeaderZone::none;  // none without the focus
   bool pen_down_ = false;

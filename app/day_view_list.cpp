@@ -24,28 +24,33 @@ void DayView::list_event(const DialogEvent& event) {
   if (!list) return;
   switch (event.kind) {
     case Event::pointer_down:
-      pen_down_ = true;
-      dialog_->set_timer(kTimerNotes, 0);
-      dialog_->set_timer(kTimerMenu, kMenuMilliseconds);
-      pressed_ = key_of(list->row_at(event.point));
-      act(pointer_.press(event.point, list->row_at(event.point)));
+      press_list(*list, event);
       break;
     case Event::double_tap:
       pen_down_ = true;
       dialog_->set_timer(kTimerNotes, 0);
-      tapped_ = {};
+      tapped_ = closed_ = {};
       select_row(list->row_at(event.point));
       edit(selected());
       break;
     case Event::pointer_move:
-      act(pointer_.move(event.point));
+      act(pointer_.move(event.point, event.time));
       break;
     case Event::pointer_up:
       pen_down_ = false;
       dialog_->set_timer(kTimerMenu, 0);
-      act(pointer_.release(event.point));
+      act(pointer_.release(event.point, event.time));
+      break;
+    case Event::context_menu:
+      dialog_->set_timer(kTimerNotes, 0);
+      select_row(list->row_at(event.point));
+      open_menu(event.point, selected());
+      break;
+    case Event::wheel:
+      turn(-event.notches);
       break;
     case Event::key:
+      closed_ = {};
       list_key(event);
       break;
     default:
@@ -53,18 +58,34 @@ void DayView::list_event(const DialogEvent& event) {
   }
 }
 
+// What stops a gliding list means nothing else.
+void DayView::press_list(ReportList& list, const DialogEvent& event) {
+  pen_down_ = true;
+  dialog_->set_timer(kTimerNotes, 0);
+  press_closed_ = std::exchange(closed_, {});
+  alone_ = event.alone;
+  const int row = list.row_at(event.point);
+  if (list.gliding()) {
+    pressed_ = {};
+    return act(pointer_.press(event.point, row, event.time, ListPointer::Grip::list));
+  }
+  dialog_->set_timer(kTimerMenu, kMenuMilliseconds);
+  pressed_ = key_of(row);
+  act(pointer_.press(event.point, row, event.time));
+}
+
 void DayView::act(const ListPointer::Action& action) {
   using Kind = ListPointer::Action::Kind;
   switch (action.kind) {
     case Kind::none:
+    case Kind::lift:
+    case Kind::drop:
       break;
     case Kind::select:
       select_row(action.row);
       break;
     case Kind::tap:
-      // A second tap soon opens the editor instead.
-      tapped_ = pressed_;
-      if (tapped_) dialog_->set_timer(kTimerNotes, kDoubleTapMilliseconds);
+      tap();
       break;
     case Kind::menu:
       open_menu(action.point, pressed_);
@@ -76,7 +97,20 @@ void DayView::act(const ListPointer::Action& action) {
       dialog_->set_timer(kTimerMenu, 0);
       if (ReportList* list = dialog_->report(kControlDayList)) list->scroll_by(action.value);
       break;
+    case Kind::glide:
+      if (ReportList* list = dialog_->report(kControlDayList)) list->glide(action.value);
+      break;
   }
+}
+
+// A second tap soon opens the editor instead. It does so too where the bubble stands already: who
+// goes from bubble to bubble need not wait.
+void DayView::tap() {
+  if (!pressed_) return;
+  if (press_closed_ == pressed_) return;  // it was tapped away
+  if (press_closed_ || alone_) return open_notes(pressed_);
+  tapped_ = pressed_;
+  dialog_->set_timer(kTimerNotes, kNotesMilliseconds);
 }
 
 void DayView::select_row(int row) {
@@ -221,8 +255,9 @@ void DayView::open_notes(const RowKey& key) {
                  (bubble.place.height * 96 + screen.dpi_y - 1) / screen.dpi_y};
   dialog.controls[0].place = {0, 0, dialog.size.width, dialog.size.height};
   NotesProcedure procedure(bubble, screen, c_.settings.item_colors, pen_down_);
-  c_.host.dialogs.run_modal(dialog, procedure);
+  const int result = c_.host.dialogs.run_modal(dialog, procedure);
   focus_list();
+  closed_ = result == kPopupLeft ? meant : RowKey();
 }
 
 void DayView::edit(const RowKey& key) {

@@ -22,7 +22,7 @@ inline constexpr int kTimerDayChange = 5;
 inline constexpr int kTimerReadAgain = 6;  // the calendar could not be read
 inline constexpr int kMenuMilliseconds = 300;
 inline constexpr int kHoldMilliseconds = 200;
-inline constexpr int kDoubleTapMilliseconds = 300;
+inline constexpr int kNotesMilliseconds = 170;  // most second taps have come by then
 inline constexpr int kDayChangeMilliseconds = 60000;
 inline constexpr int kReadAgainMilliseconds = 2000;
 

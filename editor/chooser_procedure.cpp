@@ -183,10 +183,12 @@ void ChooserProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
     case Event::pointer_down:
     case Event::double_tap:
       pen_ = event.point;
-      pen_row_ = list->row_at(event.point);
+      pen_row_ = list->gliding() ? -1 : list->row_at(event.point);  // what stops it chooses nothing
+      speed_.begin(event.point.y, event.time);
       return;
     case Event::pointer_move: {
       if (!pen_) return;
+      speed_.move(event.point.y, event.time);
       const int moved = event.point.y - pen_->y;
       if (pen_row_ >= 0 && std::abs(moved) <= kTremble * context_.screen.dpi_y / 96) return;
       pen_row_ = -1;
@@ -195,6 +197,7 @@ void ChooserProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
       return;
     }
     case Event::pointer_up:
+      if (pen_ && pen_row_ < 0) list->glide(-speed_.at_release(event.time));
       pen_.reset();
       if (pen_row_ >= 0 && pen_row_ < static_cast<int>(rows_.size())) toggle(dialog, pen_row_);
       pen_row_ = -1;

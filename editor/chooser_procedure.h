@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "base/stroke_speed.h"
 #include "editor/label_list.h"
 
 namespace orvello {
@@ -42,7 +43,8 @@ class ChooserProcedure : public DialogProcedure {
   int row_ = -1;              // the keyboard's
   int key_cell_ = 0;          // of the letter bar, for the keyboard
   std::optional<Point> pen_;  // where it went down, or was last, on the list
-  int pen_row_ = -1;          // under it; -1 once it has moved the list
+  StrokeSpeed speed_;
+  int pen_row_ = -1;  // under it; -1 once it has moved the list
 };
 
 }  // namespace orvello

@@ -13,14 +13,17 @@ int ReportPen::tapped(ReportList& list, const DialogEvent& event, int dpi) {
   constexpr int kSlip = 6;  // how far a pen may slip on a row, at 96 dpi
   if (event.kind == Kind::pointer_down || event.kind == Kind::double_tap) {
     pen_ = event.point;
-    row_ = list.row_at(event.point);
+    row_ = list.gliding() ? -1 : list.row_at(event.point);  // what stops it takes no row
+    speed_.begin(event.point.y, event.time);
   } else if (event.kind == Kind::pointer_move && pen_) {
+    speed_.move(event.point.y, event.time);
     const int moved = event.point.y - pen_->y;
     if (row_ >= 0 && std::abs(moved) <= kSlip * dpi / 96) return -1;
     row_ = -1;
     list.scroll_by(-moved);
     pen_ = event.point;
   } else if (event.kind == Kind::pointer_up) {
+    if (pen_ && row_ < 0) list.glide(-speed_.at_release(event.time));
     pen_.reset();
     return std::exchange(row_, -1);
   }

@@ -1,8 +1,10 @@
-// What a pen does on a list of a settings page: a tap takes a row, a stroke scrolls.
+// What a pen does on a list of a settings page: a tap takes a row, a stroke scrolls, and a quick
+// one leaves the list gliding.
 #pragma once
 
 #include <optional>
 
+#include "base/stroke_speed.h"
 #include "ports/dialog.h"
 
 namespace orvello {
@@ -15,6 +17,7 @@ class ReportPen {
  private:
   std::optional<Point> pen_;
   int row_ = -1;
+  StrokeSpeed speed_;
 };
 
 // Where a key that walks a list's rows leads from `row`; nothing for other keys.

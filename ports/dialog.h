@@ -22,6 +22,7 @@
 // and in a modeless dialog a key of what is drawn.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -55,8 +56,8 @@ struct DialogEvent {
     pointer_move,  // while it is down
     pointer_up,    // also when it has left the control meanwhile
     double_tap,    // the second pointer_down at one place, instead of that
-    context_menu,  // the pointer's other button, on a custom or report control
-    wheel,         // likewise; on a report list only what it cannot scroll by itself
+    context_menu,  // the pointer's other button went down on a custom or report control
+    wheel,         // turned on one; on a report list only where it has nothing to scroll that way
     key            // pressed on a custom or report control, a number of messages.h
   };
   Kind kind = Kind::init;
@@ -64,6 +65,8 @@ struct DialogEvent {
   Canvas* canvas = nullptr;  // paint of a custom control
   Size size;                 // of that control, also for its pointer events
   Point point{};             // of the pointer, in the control's device pixels
+  std::uint64_t time = 0;    // of the pointer's events: milliseconds since some moment; 0: unknown
+  bool alone = false;        // a pointer_down that no double_tap follows: a screen reader's
   std::uint32_t key = 0;
   bool control_held = false;  // the Control and Shift keys, with a key
   bool shift_held = false;

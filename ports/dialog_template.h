@@ -75,6 +75,9 @@ struct DialogTemplate {
   // A popup has no title and no close button. A press beside it is the event focus_lost without a
   // control; Escape closes it, if may_close agrees.
   bool popup = false;
+  // The press beside it is also one on what lies there, as if the popup were not: a dialog is told
+  // of it when the popup has been closed by its procedure.
+  bool press_goes_on = false;
   // Where a popup stands in the main window, in device pixels; empty: in the middle, at its size.
   Rect place;
   // Its outline in device pixels from that place's corner; empty: the whole rectangle.

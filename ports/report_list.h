@@ -74,7 +74,8 @@ class ReportList {
   virtual void scroll_by(int pixels) = 0;  // downwards; stops at both ends
   // Goes on scrolling at this speed, downwards, and slows down by itself; the next press, scrolling
   // or content ends it, and so does 0.
-  virtual void glide(int pixels_per_second) { static_cast<void>(pixels_per_second); }
+  virtual void glide(int pixels_per_second) = 0;
+  virtual bool gliding() const = 0;    // still so while the press that ends it is told
   virtual void show_row(int row) = 0;  // scrolls as little as it takes
 };
 

@@ -42,6 +42,7 @@ DialogTemplate notes_dialog(Language language) {
   dialog.title = load_string(StringId::notes, language);
   dialog.full_screen = false;
   dialog.popup = true;
+  dialog.press_goes_on = true;
   dialog.size = {80, 46};
   dialog.controls = {
       {Kind::custom, kControlNotes, {}, {0, 0, 80, 46}, Across::stretch, Down::stretch}};

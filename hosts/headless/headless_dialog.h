@@ -52,10 +52,14 @@ class HeadlessDialog : public Dialog {
   void slide(int control, int position);
   void select_text(int notes, int start, int length);
   void draw(int control, const std::vector<Point>& stroke);
-  void pen_down(int control, Point point, bool second = false);
-  void pen_move(int control, Point point);
-  void pen_up(int control, Point point);
+  // Times are those of the events, in milliseconds.
+  void pen_down(int control, Point point, bool second = false, std::uint64_t time = 0);
+  void pen_move(int control, Point point, std::uint64_t time = 0);
+  void pen_up(int control, Point point, std::uint64_t time = 0);
   void tap(int control, Point point);
+  void read_out_tap(int control, Point point);  // a screen reader's
+  void press_other_button(int control, Point point);
+  void turn_wheel(int control, Point point, int notches, bool sideways = false);
   void key(std::uint32_t key, bool control_held = false, bool shift_held = false);
   void key(int control, std::uint32_t key, bool control_held = false, bool shift_held = false);
   void tab(bool back = false);
@@ -85,7 +89,8 @@ class HeadlessDialog : public Dialog {
   int result = 0;
 
   // What whoever opens it does.
-  std::function<bool()> on_top;  // no modal one stands above it
+  std::function<bool()> on_top;         // no modal one stands above it
+  std::function<void()> press_through;  // closes a popup above that lets presses through
   bool is_on_top() const { return !on_top || on_top(); }
   std::function<void(int)> closing;  // close() was called
   std::function<void()> cancel;      // Escape on a page
@@ -119,7 +124,9 @@ class HeadlessDialog : public Dialog {
   void choose_radio(HeadlessControl& control, int by);
   bool use_key(HeadlessControl& control, std::uint32_t key);
   void press_default();
-  void send_pointer(DialogEvent::Kind kind, int control, Point point);
+  void send_pointer(DialogEvent::Kind kind, int control, Point point, std::uint64_t time = 0);
+  DialogEvent pointer_event(DialogEvent::Kind kind, int control, Point point) const;
+  HeadlessControl* reach_drawn(int control);  // below a popup that lets presses through, too
 
   DialogProcedure& procedure_;
   Role role_;

@@ -1,5 +1,7 @@
 #include "hosts/headless/headless_dialogs.h"
 
+#include <utility>
+
 namespace orvello {
 
 using Event = DialogEvent::Kind;
@@ -79,7 +81,12 @@ class HeadlessDialogs::Cover {
 
 void HeadlessDialogs::put(HeadlessDialog& dialog, int level) {
   dialog.right_to_left = locale && locale->data().right_to_left;
-  dialog.on_top = [this, level] { return depth_ == level; };
+  dialog.on_top = [this, level] {
+    return depth_ == level || (depth_ == level + 1 && passing_ && passing_->closed);
+  };
+  dialog.press_through = [this, level] {
+    if (depth_ == level + 1 && passing_) passing_->press_beside();
+  };
 }
 
 int HeadlessDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedure) {
@@ -87,12 +94,14 @@ int HeadlessDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& pr
   HeadlessDialog shown(dialog, procedure, Role::modal);
   const Cover cover(*this);
   cover.carries(shown);
+  HeadlessDialog* const passing = std::exchange(passing_, dialog.press_goes_on ? &shown : nullptr);
   shown.start();
   if (!shown.closed) shown.come();
   // The person may be another one from now on.
   if (const auto acts = person; acts && !shown.closed) acts(shown);
   shown.press_close();
   shown.close(0);  // also one that does not want to be left
+  passing_ = passing;
   return shown.result;
 }
 

@@ -57,7 +57,8 @@ class HeadlessDialogs : public Dialogs {
   class Modeless;
   class Cover;
   void put(HeadlessDialog& dialog, int level);
-  int depth_ = 0;  // how many modal ones stand
+  int depth_ = 0;                      // how many modal ones stand
+  HeadlessDialog* passing_ = nullptr;  // the last one, if it lets presses through
 };
 
 }  // namespace orvello

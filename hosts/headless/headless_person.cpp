@@ -154,38 +154,79 @@ void HeadlessDialog::draw(int control, const std::vector<Point>& stroke) {
   deliver();
 }
 
-void HeadlessDialog::send_pointer(Event kind, int control, Point point) {
+DialogEvent HeadlessDialog::pointer_event(Event kind, int control, Point point) const {
   DialogEvent event{kind, control, nullptr, size_of(control)};
   event.point = right_to_left ? mirrored(point, event.size.width) : point;
+  return event;
+}
+
+void HeadlessDialog::send_pointer(Event kind, int control, Point point, std::uint64_t time) {
+  DialogEvent event = pointer_event(kind, control, point);
+  event.time = time;
   tell(event);
   deliver();
 }
 
-void HeadlessDialog::pen_down(int control, Point point, bool second) {
+HeadlessControl* HeadlessDialog::reach_drawn(int control) {
+  if (press_through) press_through();
   HeadlessControl* found = reach(control);
-  pen_on_ = 0;
-  if (!found || !is_drawn(found->made.kind)) return;
-  if (found->report && point.y < found->report->titles_height()) return deliver();
-  pen_on_ = control;
-  send_pointer(second ? Event::double_tap : Event::pointer_down, control, point);
+  return found && is_drawn(found->made.kind) ? found : nullptr;
 }
 
-void HeadlessDialog::pen_move(int control, Point point) {
-  if (pen_on_ == control) send_pointer(Event::pointer_move, control, point);
+void HeadlessDialog::pen_down(int control, Point point, bool second, std::uint64_t time) {
+  HeadlessControl* found = reach_drawn(control);
+  pen_on_ = 0;
+  if (!found) return;
+  if (found->report && point.y < found->report->titles_height()) return deliver();
+  pen_on_ = control;
+  const bool stops = found->report && found->report->gliding();
+  const std::weak_ptr<bool> alive = alive_;
+  send_pointer(second ? Event::double_tap : Event::pointer_down, control, point, time);
+  if (stops && !alive.expired()) found->report->glide(0);
+}
+
+void HeadlessDialog::pen_move(int control, Point point, std::uint64_t time) {
+  if (pen_on_ == control) send_pointer(Event::pointer_move, control, point, time);
 }
 
 // A popup hears the end of the press that opened it.
-void HeadlessDialog::pen_up(int control, Point point) {
+void HeadlessDialog::pen_up(int control, Point point, std::uint64_t time) {
   const bool opened_it = dialog.popup && pen_on_ == 0 && reachable(control);
   if (pen_on_ != control && !opened_it) return;
   pen_on_ = 0;
-  send_pointer(Event::pointer_up, control, point);
+  send_pointer(Event::pointer_up, control, point, time);
+}
+
+void HeadlessDialog::press_other_button(int control, Point point) {
+  if (reach_drawn(control)) send_pointer(Event::context_menu, control, point);
+}
+
+// A list that has more rows than it shows scrolls by itself.
+void HeadlessDialog::turn_wheel(int control, Point point, int notches, bool sideways) {
+  constexpr int kStep = 60;
+  HeadlessControl* found = reachable(control) ? find(control) : nullptr;
+  if (!found || !is_drawn(found->made.kind)) return;
+  if (!sideways && found->report && found->report->scrolls())
+    return found->report->scroll_by(-notches * kStep);
+  DialogEvent event = pointer_event(Event::wheel, control, point);
+  event.notches = right_to_left && sideways ? -notches : notches;
+  event.sideways = sideways;
+  tell(event);
+  deliver();
 }
 
 void HeadlessDialog::tap(int control, Point point) {
   const std::weak_ptr<bool> alive = alive_;
   pen_down(control, point);
   if (!alive.expired()) pen_up(control, point);
+}
+
+void HeadlessDialog::read_out_tap(int control, Point point) {
+  if (!reach_drawn(control)) return;
+  DialogEvent down = pointer_event(Event::pointer_down, control, point);
+  down.alone = true;
+  tell(down);
+  send_pointer(Event::pointer_up, control, point);
 }
 
 void HeadlessDialog::key(int control, std::uint32_t code, bool control_held, bool shift_held) {

@@ -7,7 +7,7 @@ namespace orvello {
 void HeadlessReport::set_content(ReportContent content) {
   content_ = std::move(content);
   selected.clear();
-  scrolled = 0;
+  scrolled = speed_ = 0;
 }
 
 void HeadlessReport::set_mark(int row, ReportMark mark) {
@@ -40,9 +40,13 @@ int HeadlessReport::row_at(Point point) const {
   return -1;
 }
 
+int HeadlessReport::lowest() const {
+  return std::max(0, top_of(static_cast<int>(content_.rows.size())) - place_.height);
+}
+
 void HeadlessReport::scroll_by(int pixels) {
-  const int below = top_of(static_cast<int>(content_.rows.size())) - place_.height;
-  scrolled = std::clamp(scrolled + pixels, 0, std::max(0, below));
+  speed_ = 0;
+  scrolled = std::clamp(scrolled + pixels, 0, lowest());
 }
 
 void HeadlessReport::show_row(int row) {
@@ -51,6 +55,8 @@ void HeadlessReport::show_row(int row) {
   scroll_by(std::max(0, place.bottom() - place_.bottom()));
   scroll_by(std::min(0, row_place(row).y - place_.y - titles_height()));
 }
+
+void HeadlessReport::come_to_rest() { scroll_by(speed_ / 3); }
 
 Point HeadlessReport::point_of(int row) const {
   const Rect place = row_place(row).moved(-place_.x, -place_.y);

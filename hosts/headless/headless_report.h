@@ -17,8 +17,12 @@ class HeadlessReport : public ReportList {
   int row_at(Point point) const override;
   void scroll_by(int pixels) override;
   void show_row(int row) override;
+  void glide(int pixels_per_second) override { speed_ = pixels_per_second; }
+  bool gliding() const override { return speed_ != 0; }
 
+  void come_to_rest();  // time passes until a gliding list stands
   void move(const Rect& place) { place_ = place; }
+  bool scrolls() const { return lowest() > 0; }
   int titles_height() const;  // 0: there are none
   const ReportContent& content() const { return content_; }
   // The middle of a row, in the list.
@@ -29,8 +33,10 @@ class HeadlessReport : public ReportList {
 
  private:
   int top_of(int row) const;
+  int lowest() const;  // how far it can be scrolled
   Rect place_;
   ReportContent content_;
+  int speed_ = 0;  // of the glide
 };
 
 }  // namespace orvello

@@ -54,7 +54,34 @@ bool ControlInput::is_second_tap(const QEvent& event, QPointF place) {
   return second;
 }
 
+// The mouse's other button, or the pen's.
+bool ControlInput::take_other_button(const QEvent& event) {
+  const bool mouse =
+      event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
+  if (!mouse && event.type() != QEvent::TabletPress) return false;
+  const auto& press = static_cast<const QSinglePointEvent&>(event);
+  if (press.button() != Qt::RightButton) return false;
+  if (pointer_.is_down() || is_covered(surface_)) return true;
+  report_(event_of(Event::context_menu, turned_point(surface_.mapTo(&control_, press.position()))));
+  return true;
+}
+
+void ControlInput::take_wheel(const QWheelEvent& event) {
+  const WheelNotches::Turn turn = wheel_.take(event);
+  if (turn.notches == 0 || is_covered(surface_)) return;
+  DialogEvent told =
+      event_of(Event::wheel, turned_point(surface_.mapTo(&control_, event.position())));
+  told.notches = turn.notches;
+  told.sideways = turn.sideways;
+  report_(told);
+}
+
 bool ControlInput::take_pointer(QEvent& event) {
+  if (take_other_button(event)) {
+    event.accept();
+    return true;
+  }
+  const quint64 time = event.isInputEvent() ? static_cast<QInputEvent&>(event).timestamp() : 0;
   const QtPointer::Step step = pointer_.take(event);
   if (!step.taken) return false;
   event.accept();  // also keeps the toolkit from making mouse events of touches
@@ -76,7 +103,9 @@ bool ControlInput::take_pointer(QEvent& event) {
       kind = Event::pointer_up;
       break;
   }
-  report_(event_of(kind, turned_point(surface_.mapTo(&control_, step.place))));
+  DialogEvent told = event_of(kind, turned_point(surface_.mapTo(&control_, step.place)));
+  told.time = time;
+  report_(told);
   return true;
 }
 
@@ -99,7 +128,9 @@ bool ControlInput::take_key(QKeyEvent& event) {
 void ControlInput::tap(Point at) {
   if (is_covered(surface_)) return;
   const QPointer<QWidget> alive(&surface_);
-  report_(event_of(Event::pointer_down, at));
+  DialogEvent down = event_of(Event::pointer_down, at);
+  down.alone = true;
+  report_(down);
   if (alive) report_(event_of(Event::pointer_up, at));
 }
 

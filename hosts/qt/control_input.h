@@ -6,9 +6,11 @@
 
 #include "hosts/qt/density.h"
 #include "hosts/qt/qt_pointer.h"
+#include "hosts/qt/wheel_notches.h"
 #include "ports/dialog.h"
 
 class QKeyEvent;
+class QWheelEvent;
 class QWidget;
 
 namespace orvello {
@@ -24,6 +26,7 @@ class ControlInput {
   // touched afterwards.
   bool take_pointer(QEvent& event);
   bool take_key(QKeyEvent& event);
+  void take_wheel(const QWheelEvent& event);  // tells of whole notches
   // As if the pointer had come and gone at once.
   void tap(Point at);
   // A pointer that was pressed elsewhere lets go at a place of the screen.
@@ -32,6 +35,7 @@ class ControlInput {
  private:
   Point turned_point(QPointF place) const;
   bool is_second_tap(const QEvent& event, QPointF place);
+  bool take_other_button(const QEvent& event);
   DialogEvent event_of(DialogEvent::Kind kind, Point at) const;
 
   QWidget& surface_;
@@ -40,6 +44,7 @@ class ControlInput {
   int id_;
   Report report_;
   QtPointer pointer_;
+  WheelNotches wheel_;
   bool tapped_ = false;  // once, at this moment and place
   quint64 tap_time_ = 0;
   QPointF tap_place_;

@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include "draw/mirrored.h"
 #include "hosts/qt/direction.h"
@@ -46,7 +47,7 @@ bool CustomArea::take_event(QEvent* event) {
 
 void CustomArea::paintEvent(QPaintEvent*) {
   const Size size{density_.device(width()), density_.device(height())};
-  QtSurface surface(size);
+  QtSurface surface(size, see_through_ ? QtSurface::Ground::clear : QtSurface::Ground::white);
   report_({DialogEvent::Kind::paint, control_, &surface.canvas(), size});
   surface.publish();
   QPainter painter(this);
@@ -55,6 +56,12 @@ void CustomArea::paintEvent(QPaintEvent*) {
 
 void CustomArea::keyPressEvent(QKeyEvent* event) {
   if (!input_.take_key(*event)) QWidget::keyPressEvent(event);
+}
+
+// A form around it may scroll as well.
+void CustomArea::wheelEvent(QWheelEvent* event) {
+  event->ignore();
+  input_.take_wheel(*event);
 }
 
 void CustomArea::focusInEvent(QFocusEvent*) {

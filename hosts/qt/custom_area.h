@@ -14,6 +14,7 @@ class CustomArea : public Guarded<QWidget>, public AccessibleParts {
   CustomArea(QWidget* parent, const Density& density, int control, ControlInput::Report report);
 
   ControlInput& input() { return input_; }
+  void see_through() { see_through_ = true; }  // what is not drawn shows what lies below
   void set_parts(const std::vector<AccessibleCell>& parts);
   const Density& parts_density() const override { return density_; }
   std::vector<AccessibleCell> accessible_parts() const override;
@@ -22,6 +23,7 @@ class CustomArea : public Guarded<QWidget>, public AccessibleParts {
  protected:
   bool take_event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -32,6 +34,7 @@ class CustomArea : public Guarded<QWidget>, public AccessibleParts {
   ControlInput::Report report_;
   ControlInput input_;
   std::vector<AccessibleCell> parts_;
+  bool see_through_ = false;
 };
 
 }  // namespace orvello

@@ -75,6 +75,7 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
     if (!is_named_by_label(control.kind))
       label = control.kind == Kind::label ? control.text : Text();
   }
+  if (!template_.outline.empty()) see_through();
   focus_.watch(*body_, 0);
   if (titled_) {
     close_button_ = make_close_button(*this, density);
@@ -84,6 +85,14 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
   }
   for (QWidget* widget : findChildren<QWidget*>()) widget->installEventFilter(this);
   keep_seen();
+}
+
+// Of a form in an outline only what is drawn is seen.
+void FormWidget::see_through() {
+  for (QWidget* ground : {static_cast<QWidget*>(this), scroll_->viewport(), body_})
+    ground->setAutoFillBackground(false);
+  for (const Made& made : made_)
+    if (auto* area = dynamic_cast<CustomArea*>(made.widget)) area->see_through();
 }
 
 void FormWidget::make(const ControlTemplate& control) {

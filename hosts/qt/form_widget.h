@@ -64,6 +64,7 @@ class FormWidget : public Guarded<QWidget> {
     bool enabled = true;
   };
   void make(const ControlTemplate& control);
+  void see_through();
   void name(const ControlTemplate& control, QWidget& widget, const Text& label);
   void tell(DialogEvent::Kind kind, int control);
   int index_of(int id) const;  // -1: none

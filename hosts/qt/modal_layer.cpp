@@ -23,8 +23,7 @@ QWidget* parent_for(QtMainWindow& window) {
 
 ModalLayer* layer_over(const QWidget& widget) {
   const auto* shell = dynamic_cast<const Shell*>(widget.window());
-  auto* layer = shell ? dynamic_cast<ModalLayer*>(shell->cover()) : nullptr;
-  return layer && !layer->isAncestorOf(&widget) ? layer : nullptr;
+  return shell ? dynamic_cast<ModalLayer*>(shell->cover_over(widget)) : nullptr;
 }
 
 }  // namespace
@@ -62,6 +61,7 @@ ModalLayer::ModalLayer(QtMainWindow& window) : Guarded(parent_for(window)), wind
 }
 
 void ModalLayer::uncover() {
+  qApp->removeEventFilter(this);
   hide();
   if (covers_window() && window_.shell()) window_.shell()->drop_cover(this);
 }
@@ -88,7 +88,10 @@ void ModalLayer::run(QWidget& sheet, QSize own_window) {
   prepare(sheet, own_window);
   const QPointer<ModalLayer> alive(this);
   window_.let_pointer_go();
-  if (covers_window()) window_.shell()->push_cover(this, focus_before_);
+  if (covers_window()) {
+    window_.shell()->push_cover(this, focus_before_, lets_presses_through);
+    if (lets_presses_through) qApp->installEventFilter(this);
+  }
   sheet.show();
   show();
   if (shown) shown();
@@ -105,11 +108,30 @@ void ModalLayer::run(QWidget& sheet, QSize own_window) {
 
 void ModalLayer::end() {
   ended_ = true;
+  // A menu that the press opened runs a loop inside of this one's.
+  if (lets_presses_through) hide();
   if (loop_) loop_->quit();
 }
 
 void ModalLayer::place() {
-  if (sheet_ && place_sheet) sheet_->setGeometry(place_sheet(size()));
+  if (!sheet_ || !place_sheet) return;
+  sheet_->setGeometry(place_sheet(size()));
+  if (!lets_presses_through) return;
+  const QRegion shape = sheet_->mask().isEmpty() ? QRegion(sheet_->rect()) : sheet_->mask();
+  setMask(shape.translated(sheet_->pos()));
+}
+
+// Presses on what lies below are on their way there.
+bool ModalLayer::filter_event(QObject* object, QEvent* event) {
+  const QEvent::Type type = event->type();
+  const bool press = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick ||
+                     type == QEvent::TabletPress || type == QEvent::TouchBegin ||
+                     type == QEvent::Wheel;
+  const auto* widget = press ? qobject_cast<QWidget*>(object) : nullptr;
+  const bool beside = widget && isVisible() && widget->window() == window() && widget != this &&
+                      widget != window() && !isAncestorOf(widget);
+  if (beside && pressed_beside) pressed_beside();
+  return false;
 }
 
 void ModalLayer::resizeEvent(QResizeEvent*) { place(); }

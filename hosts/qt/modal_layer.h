@@ -26,6 +26,7 @@ class ModalLayer : public Guarded<QWidget> {
   // of the screen. With the first of them the window behind is not dimmed.
   std::function<void()> pressed_beside;
   std::function<void(QPointF)> released;
+  bool lets_presses_through = false;  // those beside the sheet go on to what lies there
 
   bool covers_window() const { return !isWindow(); }
   // Shows the sheet, a child of the layer, until `end`.
@@ -44,6 +45,7 @@ class ModalLayer : public Guarded<QWidget> {
   void mousePressEvent(QMouseEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool focusNextPrevChild(bool next) override;
+  bool filter_event(QObject* object, QEvent* event) override;
 
  private:
   void place();

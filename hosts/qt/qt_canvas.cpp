@@ -32,12 +32,11 @@ QImage to_qt(const Image& image) {
   return result;
 }
 
-QtCanvas::QtCanvas(std::uint32_t* pixels, Size size)
+QtCanvas::QtCanvas(std::uint32_t* pixels, Size size, QImage::Format format)
     : pixels_(pixels),
       size_(size),
       clip_{0, 0, size.width, size.height},
-      image_(reinterpret_cast<uchar*>(pixels), size.width, size.height, size.width * 4,
-             QImage::Format_RGB32) {
+      image_(reinterpret_cast<uchar*>(pixels), size.width, size.height, size.width * 4, format) {
   if (size_.width <= 0 || size_.height <= 0) return;
   painter_.begin(&image_);
   painter_.setLayoutDirection(Qt::LayoutDirectionAuto);  // each text's own

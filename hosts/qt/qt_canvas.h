@@ -15,7 +15,7 @@ namespace orvello {
 class QtCanvas : public Canvas {
  public:
   // Draws into `pixels`, rows of `size.width` 32-bit pixels, which outlive the canvas.
-  QtCanvas(std::uint32_t* pixels, Size size);
+  QtCanvas(std::uint32_t* pixels, Size size, QImage::Format format = QImage::Format_RGB32);
 
   Size size() const override { return size_; }
   void set_clip(std::optional<Rect> clip) override;

@@ -177,6 +177,10 @@ class QtReport : public ReportList, Handle<ReportView> {
   void show_row(int row) override {
     ask([&](ReportView& view) { view.show_row(row); });
   }
+  void glide(int pixels_per_second) override {
+    ask([&](ReportView& view) { view.glide(pixels_per_second); });
+  }
+  bool gliding() const override { return get() && get()->gliding(); }
 };
 
 class QtDrawn : public DrawnControl, Handle<QWidget> {

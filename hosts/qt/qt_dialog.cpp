@@ -19,6 +19,8 @@ bool is_input(Event kind) {
     case Event::pointer_move:
     case Event::pointer_up:
     case Event::double_tap:
+    case Event::context_menu:
+    case Event::wheel:
     case Event::key:
       return true;
     default:

@@ -24,10 +24,12 @@ void cut_out(QWidget& form, const DialogTemplate& dialog, const Density& density
     const Point at = is_right_to_left() ? mirrored(point, dialog.place.width) : point;
     polygon << QPoint(density.logical(at.x), density.logical(at.y));
   }
-  // A region leaves out its lower and right edges, where the outline is drawn too.
+  // With room for the smooth edge around it.
   const QRegion inside(polygon);
-  form.setMask(inside | inside.translated(1, 0) | inside.translated(0, 1) |
-               inside.translated(1, 1));
+  QRegion all = inside;
+  for (const int x : {-1, 0, 1, 2})
+    for (const int y : {-1, 0, 1, 2}) all |= inside.translated(x, y);
+  form.setMask(all);
 }
 
 }  // namespace
@@ -83,6 +85,7 @@ int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedur
   if (dialog.popup) {
     layer->pressed_beside = [&] { controls.tell(DialogEvent::Kind::focus_lost); };
     layer->released = [form](QPointF global) { form->release_at(global); };
+    layer->lets_presses_through = dialog.press_goes_on;
     cut_out(*form, dialog, density);
   }
   const QSize own_window(density.scaled(design.width),

@@ -3,8 +3,10 @@
 #include <QCoreApplication>
 #include <QItemSelection>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTimer>
+#include <QWheelEvent>
 #include <cmath>
 
 #include "draw/mirrored.h"
@@ -24,7 +26,8 @@ ReportView::ReportView(QWidget* parent, const Density& density, const ControlTem
       density_(density),
       input_(*viewport(), *this, density, control.id, std::move(report)),
       model_(new ReportModel(density, this)),
-      titles_(new ReportTitles(this, *model_, density)) {
+      titles_(new ReportTitles(this, *model_, density)),
+      glide_(this, [this](double pixels) { return scroll_on(pixels); }) {
   setModel(model_);
   setItemDelegate(new ReportDelegate(*model_, density, this));
   if (control.place.x <= 0) setFrameShape(QFrame::NoFrame);
@@ -40,6 +43,7 @@ ReportView::ReportView(QWidget* parent, const Density& density, const ControlTem
   flatten_scroll_bar(*horizontalScrollBar(), density);
   on_signal(horizontalScrollBar(), &QScrollBar::valueChanged, titles_,
             [this](int left) { titles_->scroll_to(left); });
+  on_signal(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] { glide_.end(); });
   on_signal(selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this](const QItemSelection& more, const QItemSelection& less) {
               if (selecting_) return;
@@ -59,6 +63,7 @@ void ReportView::selected_by_other(int row) {
 }
 
 void ReportView::set_content(ReportContent content) {
+  glide_.end();
   selecting_ = true;
   QPalette colors = palette();
   colors.setColor(QPalette::Base, QColor(to_qt(content.background)));
@@ -160,13 +165,24 @@ int ReportView::row_at(Point point) const {
 }
 
 void ReportView::scroll_pixels(int pixels) {
-  scroll_rest_ += pixels / density_.ratio;
-  const double whole = std::trunc(scroll_rest_);
-  scroll_rest_ -= whole;
-  verticalScrollBar()->setValue(verticalScrollBar()->value() + static_cast<int>(whole));
+  glide_.end();
+  scroll_on(pixels / density_.ratio);
 }
 
+bool ReportView::scroll_on(double logical_pixels) {
+  scroll_rest_ += logical_pixels;
+  const double whole = std::trunc(scroll_rest_);
+  scroll_rest_ -= whole;
+  QScrollBar& bar = *verticalScrollBar();
+  const int wanted = bar.value() + static_cast<int>(whole);
+  bar.setValue(wanted);
+  return bar.value() == wanted;
+}
+
+void ReportView::glide(int pixels_per_second) { glide_.start(pixels_per_second / density_.ratio); }
+
 void ReportView::show_row(int row) {
+  glide_.end();
   const QRect rect = rect_of(row);
   if (rect.isEmpty()) return;
   QScrollBar& bar = *verticalScrollBar();
@@ -176,16 +192,39 @@ void ReportView::show_row(int row) {
   if (by) bar.setValue(bar.value() + by);
 }
 
+// What the press does may end this list.
+bool ReportView::take_press(QEvent& event) {
+  if (event.type() != QEvent::MouseButtonPress) setFocus(Qt::MouseFocusReason);
+  glide_.halt();
+  const QPointer<ReportView> alive(this);
+  const bool taken = input_.take_pointer(event);
+  if (alive) glide_.end();
+  return taken;
+}
+
+bool ReportView::take_wheel(QWheelEvent& event) {
+  const QPoint delta = event.angleDelta();
+  const bool sideways = std::abs(delta.x()) > std::abs(delta.y());
+  const QScrollBar& bar = sideways ? *horizontalScrollBar() : *verticalScrollBar();
+  if (bar.maximum() > bar.minimum()) return QListView::viewportEvent(&event);
+  event.ignore();  // a form around it may scroll as well
+  input_.take_wheel(event);
+  return true;
+}
+
 bool ReportView::take_viewport_event(QEvent* event) {
   switch (event->type()) {
     case QEvent::TabletPress:
     case QEvent::TouchBegin:
-      setFocus(Qt::MouseFocusReason);
+    case QEvent::MouseButtonPress:
+      if (take_press(*event)) return true;
       break;
+    case QEvent::Wheel:
+      return take_wheel(static_cast<QWheelEvent&>(*event));
     default:
+      if (input_.take_pointer(*event)) return true;
       break;
   }
-  if (input_.take_pointer(*event)) return true;
   switch (event->type()) {
     // Other buttons, which the toolkit would select with.
     case QEvent::MouseButtonPress:

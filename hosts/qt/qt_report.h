@@ -6,6 +6,7 @@
 
 #include "hosts/qt/control_input.h"
 #include "hosts/qt/flat_field.h"
+#include "hosts/qt/glide.h"
 
 namespace orvello {
 
@@ -27,6 +28,8 @@ class ReportView : public FlatArea<QListView> {
   int row_at(Point point) const;
   void scroll_pixels(int pixels);
   void show_row(int row);
+  void glide(int pixels_per_second);
+  bool gliding() const { return glide_.goes(); }
   // Gives everything its place also while it is not shown yet.
   void lay_out_unseen();
 
@@ -41,6 +44,9 @@ class ReportView : public FlatArea<QListView> {
   QRect rect_of(int row) const;
   void lay_out_columns();
   void place_titles();
+  bool scroll_on(double logical_pixels);  // false: at an end
+  bool take_press(QEvent& event);
+  bool take_wheel(QWheelEvent& event);
 
   const Density& density_;
   ControlInput input_;
@@ -49,6 +55,7 @@ class ReportView : public FlatArea<QListView> {
   std::vector<int> selected_;
   bool selecting_ = false;
   double scroll_rest_ = 0;  // less than a logical pixel
+  Glide glide_;
 };
 
 }  // namespace orvello

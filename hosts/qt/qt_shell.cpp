@@ -180,11 +180,11 @@ void Shell::set_bar(QWidget* bar, int device_height) {
   keep_order();
 }
 
-void Shell::push_cover(QWidget* cover, QWidget* focus_below) {
+void Shell::push_cover(QWidget* cover, QWidget* focus_below, bool lets_through) {
   // A menu that stands open would keep the pointer.
   QWidget* menu = QApplication::activePopupWidget();
   while (menu && menu->close()) menu = QApplication::activePopupWidget();
-  covers_.push_back({cover, focus_below});
+  covers_.push_back({cover, focus_below, lets_through});
   lay_out();
   keep_order();
 }
@@ -205,12 +205,22 @@ void Shell::drop_cover(const QWidget* cover) {
 // The one place that decides what takes input: everything else in the window is off.
 void Shell::keep_order() {
   std::erase_if(covers_, [](const Cover& one) { return !one.widget; });
-  content_->setEnabled(covers_.empty());
-  if (bar_) bar_->setEnabled(covers_.empty());
+  const auto open = [this](const QWidget& widget) { return cover_over(widget) == nullptr; };
+  content_->setEnabled(open(*content_));
+  if (bar_) bar_->setEnabled(open(*bar_));
   for (const Cover& one : covers_) {
-    one.widget->setEnabled(one.widget == cover());
+    one.widget->setEnabled(open(*one.widget));
     one.widget->raise();
   }
+}
+
+QWidget* Shell::cover_over(const QWidget& widget) const {
+  for (auto cover = covers_.rbegin(); cover != covers_.rend(); ++cover) {
+    if (!cover->widget) continue;
+    if (cover->widget == &widget || cover->widget->isAncestorOf(&widget)) return nullptr;
+    if (!cover->lets_through) return cover->widget;
+  }
+  return nullptr;
 }
 
 void Shell::give_focus(QWidget& widget) {

@@ -73,8 +73,11 @@ class Shell : public Guarded<QWidget> {
   // What is modal covers everything, one above the other: only the last takes the pointer and the
   // keyboard, and all that lies below is off until it is dropped, whatever is made or moved there
   // meanwhile. `focus_below` gets the keyboard back then.
-  void push_cover(QWidget* cover, QWidget* focus_below);
+  // One that lets presses through leaves what lies below to the pointer, where it is not itself.
+  void push_cover(QWidget* cover, QWidget* focus_below, bool lets_through = false);
   void drop_cover(const QWidget* cover);
+  // What keeps the pointer from a widget of this window; null: nothing does.
+  QWidget* cover_over(const QWidget& widget) const;
   QWidget* cover() const { return covers_.empty() ? nullptr : covers_.back().widget.data(); }
   // Gives the focus to a widget of this window, below a cover as soon as that is dropped.
   void give_focus(QWidget& widget);
@@ -100,6 +103,7 @@ class Shell : public Guarded<QWidget> {
   struct Cover {
     QPointer<QWidget> widget;
     QPointer<QWidget> focus_below;
+    bool lets_through = false;
   };
   void keep_order();
   void restore_focus(QWidget* wanted);

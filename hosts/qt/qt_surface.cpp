@@ -7,7 +7,7 @@
 namespace orvello {
 namespace {
 
-constexpr std::uint32_t kWhitePixel = 0xFFFFFFFF;
+constexpr std::uint32_t kWhitePixel = 0xFFFFFFFF, kClearPixel = 0;
 
 Size sensible(Size size) { return {std::max(0, size.width), std::max(0, size.height)}; }
 std::size_t pixel_count(Size size) {
@@ -16,11 +16,12 @@ std::size_t pixel_count(Size size) {
 
 }  // namespace
 
-QtSurface::QtSurface(Size size)
+QtSurface::QtSurface(Size size, Ground ground)
     : size_(sensible(size)),
-      back_(pixel_count(size_), kWhitePixel),
-      front_(pixel_count(size_), kWhitePixel),
-      canvas_(back_.data(), size_) {
+      format_(ground == Ground::clear ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32),
+      back_(pixel_count(size_), ground == Ground::clear ? kClearPixel : kWhitePixel),
+      front_(back_),
+      canvas_(back_.data(), size_, format_) {
   if (is_right_to_left()) mirrored_.emplace(canvas_);
 }
 
@@ -32,7 +33,7 @@ void QtSurface::publish() {
 
 QImage QtSurface::front_view(Size part) const {
   return {reinterpret_cast<const uchar*>(front_.data()), std::min(part.width, size_.width),
-          std::min(part.height, size_.height), size_.width * 4, QImage::Format_RGB32};
+          std::min(part.height, size_.height), size_.width * 4, format_};
 }
 
 void QtSurface::paint(QPainter& painter, Size part, double ratio) {

@@ -15,7 +15,8 @@ namespace orvello {
 
 class QtSurface : public Surface {
  public:
-  explicit QtSurface(Size size);
+  enum class Ground { white, clear };  // clear: what is not drawn shows what is painted below
+  explicit QtSurface(Size size, Ground ground = Ground::white);
 
   Canvas& canvas() override { return mirrored_ ? static_cast<Canvas&>(*mirrored_) : canvas_; }
   void publish() override;
@@ -29,6 +30,7 @@ class QtSurface : public Surface {
   QImage front_view(Size part) const;
 
   Size size_;
+  QImage::Format format_;
   std::vector<std::uint32_t> back_, front_;
   mutable std::mutex front_lock_;
   std::atomic<bool> published_{false};

@@ -175,7 +175,7 @@ TEST_F(DayViewTest, AHeldBubbleOutlivesOneRelease) {
   DialogTemplate dialog;
   dialog.popup = true;
   dialog.controls = {{ControlTemplate::Kind::custom, kControlNotes, {}, {0, 0, 80, 40}}};
-  EXPECT_EQ(device.dialogs.run_modal(dialog, procedure), kPopupClosed);
+  EXPECT_EQ(device.dialogs.run_modal(dialog, procedure), kPopupLeft);
 }
 
 TEST_F(DayViewTest, CopyAndCutTravelToOtherDays) {

@@ -36,6 +36,8 @@ class DialogsBench {
   virtual void pen_down(int control, Point point) = 0;
   virtual void pen_move(int control, Point point) = 0;
   virtual void pen_up(int control, Point point) = 0;
+  virtual void press_other_button(int control, Point point) = 0;
+  virtual void turn_wheel(int control, Point point, int notches, bool sideways) = 0;
   virtual void draw(int notes, const std::vector<Point>& stroke) = 0;  // points of the page
   virtual void select_text(int notes, int start, int length) = 0;
   virtual void press_beside() = 0;  // of a popup

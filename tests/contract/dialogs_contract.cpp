@@ -464,6 +464,57 @@ TEST_P(DialogsContract, APopupThatIsNotSeenKeepsThePointerThatWasPressedOnIt) {
   });
 }
 
+TEST_P(DialogsContract, AWheelThatNothingScrollsWithAndTheOtherButtonAreTold) {
+  open();
+  ReportList& report = *dialog_->report(kReport);
+  report.set_content(report_rows(1));
+  for (const int control : {kCustom, kReport}) {
+    bench_->tap(control);
+    EXPECT_EQ(after([&] {
+                bench_->press_other_button(control, {20, 30});
+              }),
+              Told{id("context_menu", control)});
+    EXPECT_EQ(told_.last.point, (Point{20, 30}));
+    EXPECT_EQ(after([&] {
+                bench_->turn_wheel(control, {20, 30}, -1, false);
+              }),
+              Told{id("wheel", control)});
+    EXPECT_TRUE(told_.last.notches == -1 && !told_.last.sideways);
+  }
+  bench_->turn_wheel(kCustom, {20, 10}, 1, true);
+  EXPECT_TRUE(told_.last.notches == 1 && told_.last.sideways);
+  report.set_content(report_rows(30));
+  bench_->tap(kReport);
+  const int top = report.row_place(0).y;
+  EXPECT_EQ(after([&] { bench_->turn_wheel(kReport, {20, 30}, -1, false); }), Told());
+  EXPECT_LT(report.row_place(0).y, top);
+}
+
+TEST_P(DialogsContract, AGlidingListIsStoppedByThePressThatIsToldOfIt) {
+  open();
+  ReportList& report = *dialog_->report(kReport);
+  report.set_content(report_rows(30));
+  EXPECT_FALSE(report.gliding());
+  bool glided = false;
+  told_.act = [&](Dialog&, const DialogEvent& event) {
+    if (event.kind == Event::pointer_down) glided = report.gliding();
+  };
+  report.glide(900);
+  EXPECT_TRUE(report.gliding());
+  bench_->pen_down(kReport, {20, 40});
+  EXPECT_TRUE(glided);
+  EXPECT_FALSE(report.gliding());
+  bench_->pen_up(kReport, {20, 40});
+  for (const auto& end : {std::function<void()>([&] { report.scroll_by(10); }),
+                          std::function<void()>([&] { report.show_row(29); }),
+                          std::function<void()>([&] { report.set_content(report_rows(30)); }),
+                          std::function<void()>([&] { report.glide(0); })}) {
+    report.glide(-900);
+    end();
+    EXPECT_FALSE(report.gliding());
+  }
+}
+
 TEST_P(DialogsContract, ARowOfAReportIsWhereItSaysAndItsMarkIsTheProcedures) {
   open();
   ReportList& report = *dialog_->report(kReport);

@@ -54,6 +54,12 @@ class HeadlessBench : public DialogsBench {
   void pen_down(int control, Point point) override { top().pen_down(control, point); }
   void pen_move(int control, Point point) override { top().pen_move(control, point); }
   void pen_up(int control, Point point) override { top().pen_up(control, point); }
+  void press_other_button(int control, Point point) override {
+    top().press_other_button(control, point);
+  }
+  void turn_wheel(int control, Point point, int notches, bool sideways) override {
+    top().turn_wheel(control, point, notches, sideways);
+  }
   void draw(int notes, const std::vector<Point>& stroke) override { top().draw(notes, stroke); }
   void select_text(int notes, int start, int length) override {
     top().select_text(notes, start, length);

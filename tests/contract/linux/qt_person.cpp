@@ -221,6 +221,26 @@ void QtPerson::pen(QEvent::Type type, int control, Point point) {
   settle();
 }
 
+void QtPerson::press_other_button(int control, Point point) {
+  QWidget* widget = reach(control);
+  if (!widget) return;
+  const QPoint place = widget->mapTo(shell(), QPoint(point.x, point.y));
+  QTest::mouseClick(shell()->windowHandle(), Qt::RightButton, {}, place);
+  settle();
+}
+
+void QtPerson::turn_wheel(int control, Point point, int notches, bool sideways) {
+  QWidget* widget = reach(control);
+  if (!widget) return;
+  constexpr int kNotch = 120;
+  const QPoint place = widget->mapTo(shell(), QPoint(point.x, point.y));
+  const QPoint turned(sideways ? notches * kNotch : 0, sideways ? 0 : notches * kNotch);
+  QWheelEvent event(place, shell()->mapToGlobal(place), {}, turned, Qt::NoButton, {},
+                    Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(shell()->windowHandle(), &event);
+  settle();
+}
+
 void QtPerson::draw(int notes, const std::vector<Point>& stroke) {
   auto* pane = dynamic_cast<NotesPane*>(reach(notes));
   if (!pane) return;

@@ -55,6 +55,8 @@ class QtPerson : public DialogsBench {
   void pen_up(int control, Point point) override {
     pen(QEvent::MouseButtonRelease, control, point);
   }
+  void press_other_button(int control, Point point) override;
+  void turn_wheel(int control, Point point, int notches, bool sideways) override;
   void draw(int notes, const std::vector<Point>& stroke) override;
   void select_text(int notes, int start, int length) override;
   void press_beside() override { click(*shell(), {2, 2}); }

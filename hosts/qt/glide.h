@@ -1,0 +1,30 @@
+// A list that goes on scrolling after the pen has left it, slower and slower.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QTimer>
+#include <functional>
+
+namespace orvello {
+
+class Glide {
+ public:
+  // `scroll` takes some pixels downwards and answers false at an end.
+  Glide(QObject* owner, std::function<bool(double)> scroll);
+
+  void start(double pixels_per_second);  // 0 ends it
+  void halt() { timer_.stop(); }         // it stands, and has not ended yet
+  void end();
+  bool goes() const { return goes_; }
+
+ private:
+  void step();
+
+  QTimer timer_;
+  QElapsedTimer since_step_;
+  std::function<bool(double)> scroll_;
+  double speed_ = 0;
+  bool goes_ = false;
+};
+
+}  // namespace orvello
