@@ -2,6 +2,7 @@
 // read failed.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <istream>
 #include <memory>
@@ -14,6 +15,7 @@ class InputStream : public std::istream {
   using std::istream::istream;
   // A sentence that names the source, once the stream is bad(); else empty.
   virtual const std::string& problem() const = 0;
+  virtual std::uint64_t size() const { return 0; }  // in bytes; 0: not known
 };
 
 // Opens a source by its name; one that cannot be opened is a stream with a problem.

@@ -19,6 +19,7 @@ set(alone
   hosts/qt/qt_shell.cpp
   resources/editor_templates.cpp
   resources/icons_page_template.cpp
+  resources/import_templates.cpp
   resources/recurrence_template.cpp
   resources/times_page_template.cpp
   settings/category_props.cpp

@@ -34,21 +34,33 @@ std::string in_capitals(std::string_view name) {
 }  // namespace
 
 bool CalendarScanner::next(ScannedCalendar& calendar) {
+  constexpr int kMany = 1 << 20;
+  begin(calendar);
+  Piece piece = Piece::more;
+  while (piece == Piece::more) piece = scan(calendar, kMany);
+  return piece == Piece::calendar;
+}
+
+void CalendarScanner::begin(ScannedCalendar& calendar) {
   calendar = ScannedCalendar();
   open_.clear();
   in_calendar_ = recovering_ = false;
   if (begin_pending_) start_calendar(calendar);
   begin_pending_ = false;
+}
+
+CalendarScanner::Piece CalendarScanner::scan(ScannedCalendar& calendar, int lines) {
   std::string_view line;
   const auto longest = [&] { return in_calendar_ || !open_.empty() ? largest() : kLongestOutside; };
-  while (lines_.next(line, longest()))
-    if (take(line, calendar) == Step::calendar_done) {
-      repair(calendar);
-      return true;
-    }
-  finish_file(calendar);
-  repair(calendar);
-  return in_calendar_ || !calendar.components.empty() || calendar.broken_events > 0;
+  for (int i = 0; i < lines; ++i) {
+    const bool there = lines_.next(line, longest());
+    if (there && take(line, calendar) == Step::go_on) continue;
+    if (!there) finish_file(calendar);
+    repair(calendar);
+    const bool any = in_calendar_ || !calendar.components.empty() || calendar.broken_events > 0;
+    return there || any ? Piece::calendar : Piece::end;
+  }
+  return Piece::more;
 }
 
 bool CalendarScanner::in_card() const {

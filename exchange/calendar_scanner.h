@@ -3,6 +3,7 @@
 // a calendar is never kept.
 #pragma once
 
+#include <cstdint>
 #include <istream>
 #include <string>
 #include <string_view>
@@ -40,6 +41,12 @@ class CalendarScanner {
   // The next calendar, complete or not; components outside of one make a calendar of their own,
   // and many cards make several.
   bool next(ScannedCalendar& calendar);
+
+  // The same in pieces: some lines more of the calendar that `begin` makes room for.
+  enum class Piece { more, calendar, end };
+  void begin(ScannedCalendar& calendar);
+  Piece scan(ScannedCalendar& calendar, int lines);
+  std::uint64_t bytes_read() const { return lines_.bytes_read(); }
 
  private:
   enum class Step { go_on, calendar_done };

@@ -3,6 +3,8 @@
 #include <functional>
 #include <unordered_set>
 
+#include "exchange/importer.h"
+
 namespace orvello {
 
 // Once for all files, with the first card.
@@ -80,6 +82,7 @@ void ContactImporter::put(StoreContact& contact, const std::string& uid, std::st
   }
   const bool exists = known != oids_.end();
   if (exists) contact.oid = known->second;
+  const bool as_stored = watcher_ && !writes_ && is_as_stored(uid, text);
   if (writes_) {
     contact.oid = store_.put_contact(contact);
     failed_ |= contact.oid == 0 || !store_.put_card({contact.oid, uid, std::string(text)});
@@ -88,6 +91,7 @@ void ContactImporter::put(StoreContact& contact, const std::string& uid, std::st
   oids_[uid] = contact.oid;
   const bool replaces = !taken_.insert_or_assign(uid, taken).second;
   ++(replaces ? counts.skipped : exists ? counts.updated : counts.imported);
+  if (watcher_ && !replaces) watcher_->put(contact, !exists, as_stored);
   if (replaces) problems.add(line, "a card of the same UID came before; this one takes its place");
 }
 

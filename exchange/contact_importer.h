@@ -13,11 +13,13 @@
 
 namespace orvello {
 
+class ImportWatcher;
+
 class ContactImporter {
  public:
   // Without `writes` the store is only asked what it has.
-  ContactImporter(RecordStore& store, bool writes)
-      : store_(store), writes_(writes), failed_(store) {}
+  ContactImporter(RecordStore& store, bool writes, ImportWatcher* watcher)
+      : store_(store), writes_(writes), watcher_(watcher), failed_(store) {}
 
   // A card's text, whose first line has that number in its file.
   void import_card(std::string_view text, int line, ImportCounts& counts, ProblemList& problems);
@@ -40,6 +42,7 @@ class ContactImporter {
 
   RecordStore& store_;
   bool writes_;
+  ImportWatcher* watcher_;
   FirstFault failed_;
   bool known_ = false;
   std::unordered_map<std::string, std::int32_t> oids_;     // by UID; 0: not put, only counted

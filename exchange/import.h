@@ -30,11 +30,24 @@ struct ImportedFile {
   ImportCounts counts;
 };
 
+// A calendar of a file: all that has one name there, or none, as contacts have.
+struct ImportSource {
+  std::size_t file = 0;  // its place among the paths
+  std::string name;
+  friend auto operator<=>(const ImportSource&, const ImportSource&) = default;
+};
+
+struct ImportedCalendar {
+  ImportSource source;
+  ImportCounts counts;  // none of one that was left out
+};
+
 struct ImportResult {
   bool done = false;  // all files were looked at and, unless this is a preview, the store has them
   std::string failure;  // why not: a file that cannot be read, or the store's problem
   ImportCounts counts;
   std::vector<ImportedFile> files;
+  std::vector<ImportedCalendar> calendars;  // by file and name
   std::vector<ImportProblem> problems;
 };
 

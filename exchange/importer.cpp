@@ -7,6 +7,7 @@
 #include "base/hash.h"
 #include "exchange/calendar_keys.h"
 #include "exchange/vcalendar1.h"
+#include "store/record_rules.h"
 
 namespace orvello {
 namespace {
@@ -22,13 +23,15 @@ std::string value_of(const Component& component, std::string_view name) {
 
 }  // namespace
 
-Importer::Importer(RecordStore& store, const Clock& clock, bool writes)
+Importer::Importer(RecordStore& store, const Clock& clock, bool writes, ImportWatcher* watcher)
     : store_(store),
       clock_(clock),
       writes_(writes),
+      watcher_(watcher),
       failed_(store),
       zones_(store, clock, writes),
-      contacts_(store, writes) {
+      time_(clock, [this](std::string_view name) { return zone_named(std::string(name)); }),
+      contacts_(store, writes, watcher) {
   const auto kept = store.foreign();
   failed_ |= !kept;
   if (failed_) return;
@@ -46,26 +49,6 @@ Importer::Importer(RecordStore& store, const Clock& clock, bool writes)
   }
 }
 
-bool Importer::import_stream(std::istream& in, ImportCounts& counts, ProblemList& problems) {
-  counts_ = &counts;
-  problems_ = &problems;
-  if (failed_) return false;
-  zones_.start_file();
-  in_file_.clear();
-  nameless_.clear();
-  foreign_in_file_.clear();
-  calendar_number_ = 0;
-  CalendarScanner scanner(in, problems);
-  ScannedCalendar calendar;
-  while (!failed_ && scanner.next(calendar)) {
-    if (calendar.bare) import_cards(calendar);
-    if (!calendar.bare || !calendar.components.empty()) import_calendar(calendar);
-  }
-  while (!failed_ && !open_.empty()) close_series(std::string(open_.begin()->first));
-  failed_ |= zones_.fault();
-  return !failed_;
-}
-
 bool Importer::finish() {
   if (!lone_changed_ || failed_) return !failed_;
   std::string text;
@@ -75,61 +58,18 @@ bool Importer::finish() {
   return !failed_;
 }
 
-// Leaves the rest to the calendars.
-void Importer::import_cards(ScannedCalendar& calendar) {
-  counts_->skipped += std::exchange(calendar.broken_events, 0);
-  for (const ScannedComponent& component : calendar.components)
-    if (component.kind == "VCARD" && !failed_) {
-      contacts_.import_card(calendar.text_of(component), component.line, *counts_, *problems_);
-      failed_ |= contacts_.fault();
-    }
-  std::erase_if(calendar.components, [](const auto& one) { return one.kind == "VCARD"; });
+void Importer::import_card(const ScannedComponent& component) {
+  contacts_.import_card(calendar_.text_of(component), component.line, *counts_, *problems_);
+  failed_ |= contacts_.fault();
 }
 
-void Importer::import_calendar(ScannedCalendar& calendar) {
-  counts_->skipped += calendar.broken_events;
-  ++calendar_number_;
-  read_header(calendar);
-  zones_.start_calendar();
-  if (old_version_ || calendar.text.find("QUOTED-PRINTABLE") != std::string::npos)
-    convert_old(calendar);
-  std::string definitions;
-  bool zones_alone = true;
-  for (const ScannedComponent& component : calendar.components) {
-    if (component.kind != "VTIMEZONE") {
-      zones_alone = false;
-      continue;
-    }
-    definitions += calendar.text_of(component);
-    if (parsed_.parse(calendar.text_of(component), component.line))
-      zones_.define(parsed_.root(), *problems_);
-  }
-  // A message is not a calendar: what it carries goes where it belongs, and nothing else stays.
-  if (method_ != Method::keep && method_ != Method::request) return apply_messages(calendar);
-  // Zones by themselves are no part of our own appointments.
-  if (!key_.empty() || (zones_alone && !definitions.empty()))
-    key_ = fingerprint(calendar.header, definitions);
-  items_ = 0;
-  keep_foreign(calendar);
-  const Uids uids = find_uids(calendar);
-  for (std::size_t i = 0; i < calendar.components.size() && !failed_; ++i) {
-    if (calendar.components[i].kind != "VEVENT") continue;
-    const auto master = uids.masters.find(uids.of[i]);
-    if (master != uids.masters.end() && master->second == i) import_master(calendar, i, uids);
-  }
-  for (const auto& [uid, indices] : uids.changes)
-    if (!failed_ && !uids.masters.contains(uid)) import_changes(calendar, uid, indices);
-  // A calendar that had items is gone with its last one; an empty one stays as it was.
-  if (!key_.empty())
-    put_foreign(calendar_key(key_), (items_ > 0 ? "items\n" : "empty\n") + calendar.header);
-}
-
-void Importer::read_header(ScannedCalendar& calendar) {
+void Importer::read_header() {
   key_ = "?";
+  name_.clear();
   method_ = Method::keep;
   old_version_ = false;
-  const std::string text = "BEGIN:VCALENDAR\n" + calendar.header + "END:VCALENDAR\n";
-  if (!parsed_.parse(text, calendar.line)) return;
+  const std::string text = "BEGIN:VCALENDAR\n" + calendar_.header + "END:VCALENDAR\n";
+  if (!parsed_.parse(text, calendar_.line)) return;
   bool others = false;
   for (const Property& property : parsed_.root().properties) {
     const std::string_view value = trimmed(property.value);
@@ -138,11 +78,13 @@ void Importer::read_header(ScannedCalendar& calendar) {
     else if (!property.named("PRODID") || value != kOwnProduct)
       others = true;
     if (property.named("METHOD")) take_method(value);
+    const bool own_name = property.named("X-WR-CALNAME");
+    if (own_name || (name_.empty() && property.named("NAME"))) name_ = unescape_text(value);
   }
   if (old_version_) old_zone_ = zone_of_vcalendar1(parsed_.root(), clock_);
   if (!parsed_.root().garbage.empty())
     problems_->add(parsed_.root().garbage.front(), "line is no property; left out");
-  if (!others && calendar.header.find(kOwnProduct) != std::string::npos) key_.clear();
+  if (!others && calendar_.header.find(kOwnProduct) != std::string::npos) key_.clear();
 }
 
 void Importer::take_method(std::string_view value) {
@@ -159,48 +101,42 @@ void Importer::take_method(std::string_view value) {
     }
 }
 
-void Importer::convert_old(ScannedCalendar& calendar) {
-  std::string text;
-  for (ScannedComponent& component : calendar.components) {
-    const std::string_view before = calendar.text_of(component);
-    const std::string converted =
-        old_version_ ? component_from_vcalendar1(before, component.line, old_zone_.tzid, *problems_)
-                     : without_quoted_printable(before);
-    component.offset = text.size();
-    component.length = converted.size();
-    text += converted;
-  }
-  if (old_version_ && !old_zone_.definition.empty()) {
-    calendar.components.push_back(
-        {"VTIMEZONE", text.size(), old_zone_.definition.size(), calendar.line});
-    text += old_zone_.definition;
-  }
-  calendar.text = std::move(text);
+void Importer::convert(const ScannedComponent& component) {
+  const std::string_view before = calendar_.text_of(component);
+  ScannedComponent& place = calendar_.components[at_];
+  const std::size_t offset = converted_.size();
+  converted_ += old_version_
+                    ? component_from_vcalendar1(before, component.line, old_zone_.tzid, *problems_)
+                    : without_quoted_printable(before);
+  place.offset = offset;
+  place.length = converted_.size() - offset;
 }
 
 void Importer::put_foreign(std::string key, std::string text) {
   failed_ |= writes_ && !store_.put_foreign({std::move(key), std::move(text)});
 }
 
-void Importer::keep_foreign(const ScannedCalendar& calendar) {
-  for (const ScannedComponent& component : calendar.components) {
-    if (component.kind == "VEVENT") continue;
-    const std::string_view text = calendar.text_of(component);
-    if (!parsed_.parse(text, component.line)) {
-      problems_->add(component.line, component.kind.substr(0, 40) + " cannot be read; left out");
-      continue;
-    }
-    const Component& root = parsed_.root();
-    if (component.kind == "VTIMEZONE") {
-      put_foreign(own_key(zone_key(key_, value_of(root, "TZID")), root.raw), std::string(root.raw));
-      continue;
-    }
-    ++items_;
-    std::string id = value_of(root, "UID");
-    if (id.empty()) id = fingerprint(text, {});
-    std::string key = component_key(component.kind, id, value_of(root, "RECURRENCE-ID"));
-    put_foreign(own_key(std::move(key), root.raw), key_ + "\n" + std::string(root.raw));
+void Importer::keep_foreign(const ScannedComponent& component) {
+  const std::string_view text = calendar_.text_of(component);
+  if (!parsed_.parse(text, component.line)) {
+    problems_->add(component.line, component.kind.substr(0, 40) + " cannot be read; left out");
+    return;
   }
+  const Component& root = parsed_.root();
+  if (component.kind == "VTIMEZONE")
+    return put_foreign(own_key(zone_key(key_, value_of(root, "TZID")), root.raw),
+                       std::string(root.raw));
+  ++items_;
+  std::string id = value_of(root, "UID");
+  if (id.empty()) id = fingerprint(text, {});
+  std::string key = component_key(component.kind, id, value_of(root, "RECURRENCE-ID"));
+  put_foreign(own_key(std::move(key), root.raw), key_ + "\n" + std::string(root.raw));
+}
+
+// Zones by themselves are no part of our own appointments.
+void Importer::name_calendar() {
+  if (!key_.empty() || (zones_alone_ && !definitions_.empty()))
+    key_ = fingerprint(calendar_.header, definitions_);
 }
 
 // What stands twice in a file under one name, saying different things, is kept twice.
@@ -262,6 +198,7 @@ void Importer::keep_unshown(const ScannedCalendar& calendar, const std::string& 
   if (cancelled || !earlier) hide(parsed_.root(), uid);
   if (!cancelled) return import_changes(calendar, uid, changes);
   if (earlier) erase_record(*earlier);
+  if (earlier && watcher_) watcher_->cancelled(*earlier);
   for (const std::size_t change : changes) hide(parse(calendar, change), uid);
 }
 
@@ -279,6 +216,15 @@ void Importer::put(AppointmentRecord& record, bool known) {
   }
   ++items_;
   count(record.uid, known);
+  if (watcher_) show(record, !known);
+}
+
+void Importer::show(const AppointmentRecord& record, bool fresh) {
+  if (writes_) return watcher_->put(record, fresh, nullptr);
+  const auto earlier = stored(record.oid);
+  AppointmentRecord shown = record;
+  failed_ |= !complete_record(shown, time_) || !localize_record(shown, time_);
+  if (!failed_) watcher_->put(shown, fresh, earlier ? &*earlier : nullptr);
 }
 
 void Importer::count(const std::string& uid, bool known) {

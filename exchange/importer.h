@@ -1,9 +1,12 @@
 // The work behind import and preview: calendars into records.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <istream>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -17,20 +20,50 @@
 #include "exchange/import.h"
 #include "exchange/series_parts.h"
 #include "exchange/vcalendar1_zone.h"
+#include "store/device_time.h"
 
 namespace orvello {
+
+// Hears what an import does to appointments and contacts, or would do.
+class ImportWatcher {
+ public:
+  virtual ~ImportWatcher() = default;
+  // `fresh`: the store did not have it before. A record may come several times. A preview's is as
+  // the store would have it, and `earlier` what it has of it, if anything.
+  virtual void put(const AppointmentRecord& record, bool fresh,
+                   const AppointmentRecord* earlier) = 0;
+  virtual void cancelled(const AppointmentRecord& record) = 0;
+  virtual void put(const StoreContact& contact, bool fresh, bool as_stored) = 0;
+};
 
 class Importer {
  public:
   // Without `writes` the store is only asked what it has.
-  Importer(RecordStore& store, const Clock& clock, bool writes);
+  Importer(RecordStore& store, const Clock& clock, bool writes, ImportWatcher* watcher = nullptr);
 
-  // False when the store failed.
+  // Where a calendar of that name is counted, and what no calendar surrounds under no name; null:
+  // it is left out.
+  using CountsOf = std::function<ImportCounts*(const std::string& name)>;
+
+  // A file's content, which step() takes bit by bit: at most what belongs to one event each time.
+  // False at its end, and when the store failed. All of it stays until then.
+  void start(std::istream& in, CountsOf counts_of, ProblemList& problems);
+  bool step();
+  // The same in one go; false when the store failed.
   bool import_stream(std::istream& in, ImportCounts& counts, ProblemList& problems);
   bool finish();
   const FirstFault& fault() const { return failed_; }
 
+  // Events and cards of the file at hand: split off so far, those known by their UIDs, and done.
+  struct Progress {
+    std::uint64_t bytes = 0;
+    int found = 0, named = 0, done = 0;
+  };
+  Progress progress() const;
+
  private:
+  // What is done with the calendar at hand, in this order, a component each time.
+  enum class Stage { scan, cards, convert, define, keep, name, masters, changes, messages, close };
   // What a calendar wants done with its events.
   enum class Method { keep, request, add, reply, cancel, none_of_ours };
   // Which component is which item: the last event of each UID, and the changes of each series.
@@ -57,12 +90,25 @@ class Importer {
     std::vector<PartName> parts;
   };
 
-  void import_cards(ScannedCalendar& calendar);
-  void import_calendar(ScannedCalendar& calendar);
-  void convert_old(ScannedCalendar& calendar);
-  void read_header(ScannedCalendar& calendar);
+  // importer_steps.cpp: one thing after the other
+  void go_on();
+  void scan_lines();
+  void take_component(const ScannedComponent& component);
+  void end_stage();
+  void begin_stage(Stage stage);
+  void end_cards();
+  void begin_calendar();
+  void end_conversion();
+  void end_zones();
+  void end_calendar();
+  bool choose_counts(const std::string& name);
+
+  void import_card(const ScannedComponent& component);
+  void convert(const ScannedComponent& component);
+  void read_header();
+  void name_calendar();
   void take_method(std::string_view value);
-  void keep_foreign(const ScannedCalendar& calendar);
+  void keep_foreign(const ScannedComponent& component);
   void put_foreign(std::string key, std::string text);
   std::string own_key(std::string key, std::string_view text);
   const Component& parse(const ScannedCalendar& calendar, std::size_t index);
@@ -88,16 +134,17 @@ class Importer {
   OpenSeries* open_series(const std::string& uid);
   void close_series(const std::string& uid);
   void put(AppointmentRecord& record, bool known);
+  void show(const AppointmentRecord& record, bool fresh);  // to the watcher
   void count(const std::string& uid, bool known);
 
   // importer_uids.cpp: which component is which item
-  Uids find_uids(const ScannedCalendar& calendar);
+  void find_uid(std::size_t index);
   std::string name_event(const Component& event);
   bool take_change(const Component& event, const std::string& uid, const Property& occurrence);
   bool take_version(const Component& event, std::string& uid, Uids& uids);
 
   // importer_messages.cpp: what calendars send each other
-  void apply_messages(const ScannedCalendar& calendar);
+  void apply_message(std::size_t index);
   void apply_reply(const Component& reply, const std::string& uid);
   bool take_answer(AppointmentRecord& record, const Component& reply, const Property& attendee);
   bool is_stale(const AppointmentRecord& record, const Component& reply);
@@ -125,13 +172,26 @@ class Importer {
   RecordStore& store_;
   const Clock& clock_;
   bool writes_;
+  ImportWatcher* watcher_;
   FirstFault failed_;
   ZoneTable zones_;
+  DeviceTime time_;  // with the zones of the files
   ContactImporter contacts_;
-  ImportCounts* counts_ = nullptr;
+  CountsOf counts_of_;
+  ImportCounts* counts_ = nullptr;  // of the calendar at hand
   ProblemList* problems_ = nullptr;
+  std::optional<CalendarScanner> scanner_;  // of the file at hand
+  Stage stage_ = Stage::scan;
+  bool at_end_ = false;
+  ScannedCalendar calendar_;
+  std::size_t at_ = 0;                   // the component that is next in this stage
+  std::size_t problems_before_ = 0;      // the calendar
+  std::string converted_, definitions_;  // what stages make of it
+  bool zones_alone_ = true;
+  Uids uids_;
+  Progress progress_;
   ParsedComponent parsed_;
-  std::string key_;  // of the calendar at hand
+  std::string key_, name_;  // of the calendar at hand
   Method method_ = Method::keep;
   std::string method_name_;
   int calendar_number_ = 0;

@@ -180,24 +180,21 @@ void Importer::erase_record(const AppointmentRecord& record) {
   failed_ |= writes_ && !store_.erase(record.oid);
 }
 
-void Importer::apply_messages(const ScannedCalendar& calendar) {
-  for (std::size_t i = 0; i < calendar.components.size() && !failed_; ++i) {
-    const ScannedComponent& component = calendar.components[i];
-    if (component.kind == "VTIMEZONE") continue;
-    const int before = counts_->updated;
-    const Component& message = parse(calendar, i);
-    const std::string uid = unescape_text(value_of(message, "UID"));
-    if (component.kind != "VEVENT" || method_ == Method::none_of_ours) {
-      tell(message, "comes as " + method_name_ + ", which changes nothing here; left out");
-    } else {
-      while (!open_.empty()) close_series(std::string(open_.begin()->first));
-      if (method_ == Method::reply) apply_reply(message, uid);
-      if (method_ == Method::cancel) apply_cancel(message, uid);
-      if (method_ == Method::add) apply_addition(message, uid);
-    }
-    if (counts_->updated == before && !counted_.contains(std::hash<std::string>()(uid)))
-      ++counts_->skipped;
+void Importer::apply_message(std::size_t index) {
+  const std::string& kind = calendar_.components[index].kind;
+  const int before = counts_->updated;
+  const Component& message = parse(calendar_, index);
+  const std::string uid = unescape_text(value_of(message, "UID"));
+  if (kind != "VEVENT" || method_ == Method::none_of_ours) {
+    tell(message, "comes as " + method_name_ + ", which changes nothing here; left out");
+  } else {
+    while (!open_.empty()) close_series(std::string(open_.begin()->first));
+    if (method_ == Method::reply) apply_reply(message, uid);
+    if (method_ == Method::cancel) apply_cancel(message, uid);
+    if (method_ == Method::add) apply_addition(message, uid);
   }
+  if (counts_->updated == before && !counted_.contains(std::hash<std::string>()(uid)))
+    ++counts_->skipped;
 }
 
 // The occurrence that a message names, by its time in the record's zone; nothing where the series
@@ -356,6 +353,7 @@ void Importer::apply_cancel(const Component& cancel, const std::string& uid) {
   key_ = before;
   erase_record(*record);
   count(uid, true);
+  if (watcher_) watcher_->cancelled(*record);
   tell(cancel, "is cancelled; kept, but no longer shown");
 }
 

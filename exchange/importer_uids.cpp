@@ -41,34 +41,25 @@ std::string Importer::name_event(const Component& event) {
   return before == 0 ? uid : uid + "-" + std::to_string(before + 1);
 }
 
-Importer::Uids Importer::find_uids(const ScannedCalendar& calendar) {
-  Uids uids;
-  uids.of.resize(calendar.components.size());
-  uids.masters.reserve(calendar.components.size());
-  for (std::size_t i = 0; i < calendar.components.size(); ++i) {
-    const ScannedComponent& component = calendar.components[i];
-    if (component.kind != "VEVENT") continue;
-    if (!parsed_.parse(calendar.text_of(component), component.line)) {
-      problems_->add(component.line, "event cannot be read; left out");
-      ++counts_->skipped;
-      continue;
-    }
-    const Component& event = parsed_.root();
-    std::string uid = name_event(event);
-    if (const Property* occurrence = event.find("RECURRENCE-ID")) {
-      if (take_change(event, uid, *occurrence))
-        uids.changes[uid].push_back(i);
-      else
-        continue;
-    } else if (take_version(event, uid, uids)) {
-      uids.masters[uid] = i;
-    } else {
-      ++counts_->skipped;
-      continue;
-    }
-    uids.of[i] = std::move(uid);
+void Importer::find_uid(std::size_t index) {
+  const ScannedComponent& component = calendar_.components[index];
+  if (!parsed_.parse(calendar_.text_of(component), component.line)) {
+    problems_->add(component.line, "event cannot be read; left out");
+    ++counts_->skipped;
+    return;
   }
-  return uids;
+  const Component& event = parsed_.root();
+  std::string uid = name_event(event);
+  if (const Property* occurrence = event.find("RECURRENCE-ID")) {
+    if (!take_change(event, uid, *occurrence)) return;
+    uids_.changes[uid].push_back(index);
+  } else if (take_version(event, uid, uids_)) {
+    uids_.masters[uid] = index;
+  } else {
+    ++counts_->skipped;
+    return;
+  }
+  uids_.of[index] = std::move(uid);
 }
 
 // Of several changes of one occurrence the later stands, unless its SEQUENCE is lower.

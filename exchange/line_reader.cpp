@@ -47,6 +47,7 @@ bool LineReader::refill() {
   in_.read(raw_.data(), static_cast<std::streamsize>(raw_.size()));
   raw_.resize(static_cast<std::size_t>(in_.gcount()));
   ended_ = raw_.size() < kPiece;
+  bytes_read_ += raw_.size();
   std::string_view bytes = raw_;
   if (encoding_ == Encoding::unknown) {
     const std::string_view two = bytes.substr(0, 2);

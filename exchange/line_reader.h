@@ -2,6 +2,7 @@
 // lines ended by LF, CR LF or a lone CR.
 #pragma once
 
+#include <cstdint>
 #include <istream>
 #include <string>
 #include <string_view>
@@ -17,6 +18,7 @@ class LineReader {
   int number() const { return number_; }     // of the line read last, from 1
   bool was_cut() const { return was_cut_; }  // that line was longer than allowed
   bool failed() const { return in_.bad(); }
+  std::uint64_t bytes_read() const { return bytes_read_; }  // of the file, as far as it was needed
 
  private:
   enum class Encoding { unknown, bytes, utf16_little, utf16_big };
@@ -35,6 +37,7 @@ class LineReader {
   bool ended_ = false;
   bool was_cut_ = false;
   int number_ = 0;
+  std::uint64_t bytes_read_ = 0;
 };
 
 }  // namespace orvello

@@ -20,6 +20,10 @@ class ProblemList {
     else if (problems_.size() == kMost)
       problems_.push_back({file_, line, "more problems from here on are not listed"});
   }
+  // Those from a place in the list on belong to what is left out.
+  void forget_from(std::size_t place) {
+    if (place < problems_.size()) problems_.resize(place);
+  }
   const std::vector<ImportProblem>& problems() const { return problems_; }
 
  private:

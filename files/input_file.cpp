@@ -62,6 +62,12 @@ InputFile::InputFile(const std::string& path, std::uint64_t most) : InputStream(
   }
 }
 
+std::uint64_t InputFile::size() const {
+  struct stat info {};
+  if (!buffer_.file || ::fstat(buffer_.file->number(), &info) != 0) return 0;
+  return static_cast<std::uint64_t>(info.st_size);
+}
+
 std::unique_ptr<InputStream> open_input_file(const std::string& path) {
   return std::make_unique<InputFile>(path, kLargestChosen);
 }

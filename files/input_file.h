@@ -24,6 +24,7 @@ class InputFile : public InputStream {
  public:
   InputFile(const std::string& path, std::uint64_t most);
   const std::string& problem() const override { return buffer_.problem; }
+  std::uint64_t size() const override;
 
  private:
   struct Buffer : std::streambuf {

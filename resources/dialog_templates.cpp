@@ -1,6 +1,7 @@
 #include "resources/dialog_templates.h"
 
 #include "resources/editor_templates.h"
+#include "resources/import_templates.h"
 #include "resources/notes_template.h"
 #include "resources/settings_templates.h"
 
@@ -127,37 +128,6 @@ DialogTemplate date_dialog(Language language) {
   return dialog;
 }
 
-DialogTemplate import_dialog(Language language) {
-  const auto text = [language](StringId id) { return load_string(id, language); };
-  constexpr int height = 291, top = height - kGap - kButton;
-  DialogTemplate dialog;
-  dialog.id = kDialogImport;
-  dialog.title = text(StringId::import_title);
-  dialog.size = {kWidth, height};
-  dialog.controls = {
-      {Kind::label, kControlImportText, {}, {kGap, kGap, kWidth - 2 * kGap, 36}, Across::stretch},
-      {Kind::list,
-       kControlImportFiles,
-       {},
-       {kGap, 44, kWidth - 2 * kGap, top - 44 - kGap},
-       Across::stretch,
-       Down::stretch},
-      {Kind::button,
-       kControlCancel,
-       text(StringId::cancel),
-       {kGap, top, 88, kButton},
-       Across::keep,
-       Down::bottom},
-      {Kind::default_button,
-       kControlOk,
-       text(StringId::import_ok),
-       {kWidth - kGap - 88, top, 88, kButton},
-       Across::right,
-       Down::bottom},
-  };
-  return dialog;
-}
-
 DialogTemplate greeting_dialog(Language language) {
   constexpr int height = 268, top = height - kGap - kButton, button = 112;
   DialogTemplate dialog;
@@ -229,27 +199,28 @@ DialogTemplate organizer_dialog(Language language) {
 
 std::vector<DialogTemplate> all_dialogs(Language language) {
   std::vector<DialogTemplate> all = settings_pages(language);
-  for (DialogTemplate& one :
-       std::vector<DialogTemplate>{day_view_dialog(language),
-                                   notes_dialog(language),
-                                   day_popup_dialog(language),
-                                   delete_dialog(language, DeleteChoices::none),
-                                   delete_dialog(language, DeleteChoices::two),
-                                   delete_dialog(language, DeleteChoices::with_following),
-                                   import_dialog(language),
-                                   date_dialog(language),
-                                   greeting_dialog(language),
-                                   organizer_dialog(language),
-                                   editor_dialog(language),
-                                   series_question_dialog(language, false),
-                                   series_question_dialog(language, true),
-                                   recurrence_dialog(language),
-                                   notes_pane_dialog(language, false),
-                                   notes_pane_dialog(language, true),
-                                   chooser_dialog(language, false),
-                                   chooser_dialog(language, true),
-                                   color_picker_dialog(language),
-                                   icon_choice_dialog(language)})
+  for (DialogTemplate& one : std::vector<DialogTemplate>{
+           day_view_dialog(language),
+           notes_dialog(language),
+           day_popup_dialog(language),
+           delete_dialog(language, DeleteChoices::none),
+           delete_dialog(language, DeleteChoices::two),
+           delete_dialog(language, DeleteChoices::with_following),
+           import_dialog(language),
+           progress_dialog(load_string(StringId::import_title_reading, language), language),
+           date_dialog(language),
+           greeting_dialog(language),
+           organizer_dialog(language),
+           editor_dialog(language),
+           series_question_dialog(language, false),
+           series_question_dialog(language, true),
+           recurrence_dialog(language),
+           notes_pane_dialog(language, false),
+           notes_pane_dialog(language, true),
+           chooser_dialog(language, false),
+           chooser_dialog(language, true),
+           color_picker_dialog(language),
+           icon_choice_dialog(language)})
     all.push_back(std::move(one));
   return all;
 }

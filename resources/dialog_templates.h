@@ -18,7 +18,6 @@ DialogTemplate chooser_dialog(Language language, bool attendees);  // 142
 // part them, or the series.
 enum class DeleteChoices { none, two, with_following };
 DialogTemplate delete_dialog(Language language, DeleteChoices choices);
-DialogTemplate import_dialog(Language language);        // 300
 DialogTemplate date_dialog(Language language);          // 310
 DialogTemplate greeting_dialog(Language language);      // 320
 DialogTemplate organizer_dialog(Language language);     // 330
