@@ -60,6 +60,7 @@ class Application : public MessageHandler,
   void set_current_date(const MonthDayYear& date) override;
   void show_day(const MonthDayYear& date, const RowKey& key = {}) override;
   void send_command(std::uint32_t command) override;
+  Canvas& measuring_canvas() override { return measuring_->canvas(); }
 
   // Runs a call that may open a dialog, in the order of the calls: from the message loop, once the
   // start-up has ended and nothing modal stands.
@@ -130,7 +131,6 @@ class Application : public MessageHandler,
   void appointments_changed(bool reconnect) override;
   void note_read(ReadOutcome outcome) override;
   bool is_free() const override { return modality_.free(); }
-  Canvas& measuring_canvas() override { return measuring_->canvas(); }
   Language language() const override { return language_of(host_.locale); }
 
   // SettingsCommands.

@@ -6,6 +6,7 @@
 #include "cli/agenda.h"
 #include "exchange/export.h"
 #include "exchange/import.h"
+#include "files/calendar_files.h"
 #include "files/input_file.h"
 #include "files/replace_file.h"
 
@@ -21,7 +22,12 @@ std::optional<Day> day_named(const std::optional<MonthDayYear>& date) {
 
 int run_import(const CommandLine& line, RecordStore& store, const Clock& clock, std::ostream& out,
                std::ostream& err) {
-  const ImportResult result = import_files(line.files, open_input_file, store, clock);
+  const auto files = calendar_files(line.files);
+  if (!files) {
+    err << "orvello: nothing was imported: " << files.reason() << "\n";
+    return kExitFailure;
+  }
+  const ImportResult result = import_files(*files, open_input_file, store, clock);
   for (const ImportProblem& problem : result.problems) err << problem_line(problem) << "\n";
   if (!result.done) {
     err << "orvello: nothing was imported: " << result.failure << "\n";

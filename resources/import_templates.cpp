@@ -13,30 +13,31 @@ using Across = ControlTemplate::Across;
 using Down = ControlTemplate::Down;
 
 constexpr int kGap = 4, kButton = 27, kRow = 27, kWidth = 240, kInner = kWidth - 2 * kGap;
-constexpr int kHeight = 291, kCounts = 36, kButtons = kHeight - kGap - kButton;
+constexpr int kHeight = 291, kLine = 17, kMostLines = 4, kButtons = kHeight - kGap - kButton;
 constexpr int kMostRows = 4, kMostRowsWhenLow = 2;
 
 }  // namespace
 
-ImportLists import_lists(int rows, bool low) {
+ImportPlaces import_places(int lines, int rows, bool low) {
+  const Rect counts{kGap, kGap, kInner, kLine * std::clamp(lines, 1, kMostLines) + 2};
   const int shown = std::clamp(rows, 1, low ? kMostRowsWhenLow : kMostRows);
-  const Rect files{kGap, kCounts + 2 * kGap, kInner, shown * kRow + 2};
+  const Rect files{kGap, counts.bottom() + kGap, kInner, shown * kRow + 2};
   const int top = rows > 0 ? files.bottom() + kGap : files.y;
-  return {files, {kGap, top, kInner, kButtons - kGap - top}};
+  return {counts, files, {kGap, top, kInner, kButtons - kGap - top}};
 }
 
 DialogTemplate import_dialog(Language language) {
   const auto text = [language](StringId id) { return load_string(id, language); };
-  const ImportLists lists = import_lists(kMostRowsWhenLow, true);
+  const ImportPlaces places = import_places(2, kMostRowsWhenLow, true);
   DialogTemplate dialog;
   dialog.id = kDialogImport;
   dialog.title = text(StringId::import_title);
   dialog.size = {kWidth, kHeight};
   dialog.controls = {
-      {Kind::label, kControlImportText, {}, {kGap, kGap, kInner, kCounts}, Across::stretch},
-      {Kind::report, kControlImportFiles, text(StringId::import_calendars), lists.files,
+      {Kind::label, kControlImportText, {}, places.counts, Across::stretch},
+      {Kind::report, kControlImportFiles, text(StringId::import_calendars), places.files,
        Across::stretch},
-      {Kind::report, kControlImportItems, text(StringId::import_items), lists.items,
+      {Kind::report, kControlImportItems, text(StringId::import_items), places.items,
        Across::stretch, Down::stretch},
       {Kind::button,
        kControlCancel,

@@ -9,11 +9,12 @@ namespace orvello {
 DialogTemplate import_dialog(Language language);                    // 300
 DialogTemplate progress_dialog(TextView title, Language language);  // 360
 
-// How the two lists of the import's form share it with so many rows in the first, `low` where the
-// form has little height: the places in the template.
-struct ImportLists {
-  Rect files, items;
+// How the import's form is shared, in the template's places: so many lines of counts, and so many
+// rows of calendars and problems, which have no list of their own without any. `low` where the form
+// has little height.
+struct ImportPlaces {
+  Rect counts, files, items;
 };
-ImportLists import_lists(int rows, bool low);
+ImportPlaces import_places(int lines, int rows, bool low);
 
 }  // namespace orvello

@@ -20,6 +20,7 @@
 #include "cli/imported_labels.h"
 #include "cli/meeting_sender.h"
 #include "exchange/export.h"
+#include "files/calendar_files.h"
 #include "files/replace_file.h"
 #include "hosts/linux/device_databases.h"
 #include "hosts/linux/device_path.h"
@@ -105,22 +106,40 @@ struct Session {
   Application application;
 };
 
+// The view that stands goes to what came.
+void show_imported(Session& session, const ImportOutcome& outcome) {
+  if (outcome.first_day) session.application.set_current_date(triple_of(*outcome.first_day));
+  session.host.window.post({kMessageRefresh, 0, {}, 0});
+}
+
 void import_files_here(Session& session, EmbeddedStore* store, const Paths& paths,
-                       const std::vector<std::string>& files) {
-  if (files.empty() || !store) return;
-  if (const auto own = own_file_among(paths, files); !own.empty()) {
-    session.application.host().boxes.show(to_utf16(own + " is one of the calendar's own files."),
-                                          u"Error", BoxIcon::error, BoxButtons::ok, true);
-    return;
-  }
-  const Language language = language_of(session.host.locale);
-  const Host& host = session.application.host();
+                       const std::vector<std::string>& named) {
+  if (named.empty() || !store) return;
+  Application& application = session.application;
+  const Host& host = application.host();
+  const auto refuse = [&host](const std::string& reason) {
+    host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
+  };
+  if (const auto own = own_file_among(paths, named); !own.empty())
+    return refuse(own + " is one of the calendar's own files.");
+  const auto files = calendar_files(named);
+  if (!files) return refuse(files.reason());
+  const SettingsRecord& settings = application.settings();
+  const ImportDesk desk{*store,
+                        application.history(),
+                        host.clock,
+                        host.dialogs,
+                        host.boxes,
+                        language_of(session.host.locale),
+                        settings.locale,
+                        settings.timeformat != 0,
+                        application.state().form_layout,
+                        application.measuring_canvas()};
   const ImportedLabels labels(*store);
-  if (import_after_preview(files, *store, session.application.history(), host.clock, host.dialogs,
-                           host.boxes, language)) {
-    session.application.color_labels(labels.fresh());
-    session.host.window.post({kMessageRefresh, 0, {}, 0});
-  }
+  const ImportOutcome outcome = import_after_preview(*files, desk);
+  if (outcome.imported) application.color_labels(labels.fresh());
+  if (outcome.begun) show_imported(session, outcome);
+  if (outcome.imported) tell_import(outcome.counts, desk);
 }
 
 // How appointments leave: beamed ones as a calendar file, of which is told where it went when

@@ -1,4 +1,4 @@
-// Importing from the window: counts first, and nothing comes in without OK.
+// Importing from the window: what would come first, and nothing comes in without OK.
 #include "cli/import_preview.h"
 
 #include <gtest/gtest.h>
@@ -8,8 +8,10 @@
 #include "hosts/headless/headless_dialogs.h"
 #include "hosts/headless/headless_ports.h"
 #include "hosts/headless/memory_store.h"
-#include "resources/dialog_templates.h"
+#include "hosts/headless/recording_canvas.h"
+#include "ports/messages.h"
 #include "resources/ids.h"
+#include "resources/import_ids.h"
 #include "tests/scratch.h"
 
 namespace orvello {
@@ -28,49 +30,154 @@ class ImportPreview : public ::testing::Test {
     return path;
   }
   bool import(const std::vector<std::string>& files) {
-    return import_after_preview(files, store, history, clock, dialogs, boxes, Language::english);
+    const ImportDesk desk{store,  history, clock,  dialogs, boxes,   Language::english,
+                          locale, true,    screen, measure, patience};
+    outcome = import_after_preview(files, desk);
+    if (outcome.imported) tell_import(outcome.counts, desk);
+    return outcome.imported;
+  }
+  // Cells with a bar between them, rows with a slash; a mark comes first.
+  static std::string told(HeadlessDialog& dialog, int list) {
+    std::string text;
+    for (const ReportRow& row : dialog.rows(list).content().rows) {
+      text += row.mark == ReportMark::none ? "" : row.mark == ReportMark::set ? "[x]" : "[ ]";
+      for (const Text& cell : row.cells) text += to_utf8(cell) + "|";
+      text += "/";
+    }
+    return text;
   }
 
   ScratchFolder folder;
   HeadlessClock clock;
   HeadlessDialogs dialogs;
+  LocaleData locale = english_locale();
+  ScreenLayout screen = layout_screen({240, 294}, 96, 96, true);
+  RecordingCanvas measure{{1, 1}};
+  std::chrono::milliseconds patience{60000};
+  ImportOutcome outcome;
   HeadlessBoxes boxes;
   MemoryStore store{clock};
   StoreSession session{store, boxes};
   EditHistory history{session};
 };
 
-TEST_F(ImportPreview, ShowsCountsAndProblemsAndImportsOnOk) {
+TEST_F(ImportPreview, ShowsWhatComesWithCountsAndProblemsAndImportsOnOk) {
   const std::string good =
-      write("good.ics", event("a", "20261106T090000") + event("b", "20261107T090000"));
+      write("good.ics", event("b", "20261107T090000") + event("", "20261106T130000"));
   const std::string mixed =
       write("mixed.ics", event("c", "20261108T090000") + event("bad", "20260231T090000"));
-  Text counts;
-  std::vector<Text> rows;
+  std::string counts, sources, items;
   dialogs.person = [&](HeadlessDialog& dialog) {
-    counts = dialog.text(kControlImportText);
-    rows = dialog.list(kControlImportFiles)->rows();
-    EXPECT_TRUE(dialog.controls[kControlOk].enabled);
+    counts = to_utf8(dialog.text(kControlImportText));
+    sources = told(dialog, kControlImportFiles);
+    items = told(dialog, kControlImportItems);
+    EXPECT_EQ(dialog.rows(kControlImportItems).content().rows[0].name,
+              u"New: Friday 6 November 2026, 13:00, No Subject");
     EXPECT_EQ(dialog.focused, kControlOk);
     EXPECT_TRUE(store.oids({}, {})->empty()) << "a preview only reads";
+    // The whole of a problem's line.
+    dialogs.person = nullptr;
+    dialog.tap_row(kControlImportFiles, 2);
     dialog.press(kControlOk);
   };
   EXPECT_TRUE(import({good, mixed}));
-  EXPECT_EQ(counts, u"New: 3, to update: 0, to skip: 1");
-  ASSERT_EQ(rows.size(), 3u);
-  EXPECT_EQ(rows[0], u"good.ics: 2");
-  EXPECT_EQ(rows[1], u"mixed.ics: 1");
-  EXPECT_TRUE(starts_with(rows[2], u"mixed.ics:")) << to_utf8(rows[2]);
+  EXPECT_EQ(counts, "New: 3, to update: 0, to skip: 1");
+  EXPECT_TRUE(sources.starts_with("[x]good.ics: 2|/[x]mixed.ics: 1|/mixed.ics:")) << sources;
+  EXPECT_EQ(items, "+|11/06/26|13:00|No Subject|/+|11/07/26|09:00|b|/+|11/08/26|09:00|c|/");
   EXPECT_EQ(store.oids({}, {})->size(), 3u);
-  ASSERT_EQ(boxes.shown.size(), 1u);
-  EXPECT_EQ(boxes.shown[0].text, u"3 imported, 0 updated, 1 skipped");
+  ASSERT_EQ(boxes.shown.size(), 2u);
+  EXPECT_TRUE(starts_with(boxes.shown[0].text, u"mixed.ics:"));
+  EXPECT_EQ(boxes.shown[1].text, u"3 imported, 0 updated, 1 skipped");
   dialogs.person = [&](HeadlessDialog& dialog) {
-    counts = dialog.text(kControlImportText);
+    counts = to_utf8(dialog.text(kControlImportText));
+    EXPECT_FALSE(dialog.seen(kControlImportFiles)) << "one calendar without problems";
+    items = told(dialog, kControlImportItems);
     dialog.press(kControlOk);
   };
-  EXPECT_TRUE(import({good}));
-  EXPECT_EQ(counts, u"New: 0, to update: 2, to skip: 0");
-  EXPECT_EQ(store.oids({}, {})->size(), 3u);
+  screen = layout_screen({320, 294}, 96, 96, true);
+  EXPECT_TRUE(
+      import({write("again.ics", event("c", "20261108T100000") + event("b", "20261107T090000"))}));
+  EXPECT_EQ(counts, "New: 0, to update: 2, to skip: 0\n* Changed 1   = Unchanged 1");
+  EXPECT_EQ(items, "=|11/07/26|09:00|b|/*|11/08/26|10:00|c|/");
+}
+
+TEST_F(ImportPreview, LeavesOutCalendarsThatAreCleared) {
+  const std::string one = write("one.ics", event("a", "20261106T090000"));
+  const std::string two =
+      write("two.ics", event("b", "20261107T090000") + event("a", "20261109T090000"));
+  dialogs.person = [&](HeadlessDialog& dialog) {
+    dialog.tap_row(kControlImportFiles, 0);
+    EXPECT_EQ(told(dialog, kControlImportFiles), "[ ]one.ics: 1|/[x]two.ics: 2|/");
+    EXPECT_EQ(dialog.text(kControlImportText), u"New: 2, to update: 0, to skip: 0");
+    dialog.key(kControlImportFiles, kKeyDown);
+    dialog.key(kControlImportFiles, kKeySpace);
+    EXPECT_EQ(told(dialog, kControlImportItems), "|||Nothing to import|/");
+    EXPECT_FALSE(dialog.controls[kControlOk].enabled);
+    dialog.key(kControlImportFiles, kKeySpace);
+    dialog.press(kControlOk);
+  };
+  EXPECT_TRUE(import({one, two}));
+  EXPECT_EQ(boxes.shown.back().text, u"2 imported, 0 updated, 0 skipped");
+  const auto record = *store.load(**store.oid_of_uid("a"));
+  EXPECT_EQ(day_of(record->start), day_of(2026, 11, 9));
+}
+
+// A thousand rows at a time.
+TEST_F(ImportPreview, ShowsTheRestOfALongListWhenItIsAskedFor) {
+  std::string events;
+  for (int i = 0; i < 2500; ++i) events += event("e" + std::to_string(i), "20261106T090000");
+  std::vector<std::size_t> rows;
+  dialogs.person = [&](HeadlessDialog& dialog) {
+    const auto& list = dialog.rows(kControlImportItems).content().rows;
+    for (int i = 0; i < 3; ++i) {
+      rows.push_back(list.size());
+      if (i == 0) EXPECT_EQ(list.back().cells.back(), u"And 1,500 more");
+      dialog.key(kControlImportItems, kKeyEnd);
+      dialog.key(kControlImportItems, kKeyReturn);
+    }
+  };
+  EXPECT_FALSE(import({write("many.ics", events)}));
+  EXPECT_EQ(rows, (std::vector<std::size_t>{1001, 2001, 2500}));
+}
+
+TEST_F(ImportPreview, TellsHowFarALongOneIsAndStopsWholly) {
+  patience = std::chrono::milliseconds(0);
+  std::string events;
+  for (int i = 0; i < 5000; ++i) events += event("e" + std::to_string(i), "20261106T090000");
+  const std::string file = write("many.ics", events);
+  std::vector<std::string> texts;
+  int stop_at = 0;  // the number of the form
+  const auto person = [&](HeadlessDialog& dialog) {
+    if (dialog.dialog.id == kDialogImport) return dialog.press(kControlOk);
+    while (!dialog.closed) {
+      texts.push_back(to_utf8(dialog.text(kControlProgressText)));
+      if (--stop_at == 0) return dialog.press(kControlCancel);
+      dialog.fire_timer(1);
+    }
+  };
+  dialogs.person = person;
+  stop_at = 3;
+  EXPECT_FALSE(import({file}));
+  EXPECT_EQ(dialogs.opened, std::vector<int>{kDialogProgress});
+  EXPECT_FALSE(outcome.begun);
+  EXPECT_TRUE(boxes.shown.empty());
+  // In the middle of the import itself.
+  dialogs.person = [&](HeadlessDialog& dialog) {
+    if (dialog.dialog.id == kDialogImport) stop_at = 3;
+    person(dialog);
+  };
+  EXPECT_FALSE(import({file}));
+  EXPECT_TRUE(outcome.begun);
+  EXPECT_TRUE(store.oids({}, {})->empty());
+  EXPECT_FALSE(history.can_undo());
+  EXPECT_EQ(boxes.shown.at(0).text, u"Stopped: nothing was imported.");
+  stop_at = 0;
+  dialogs.person = person;
+  texts.clear();
+  EXPECT_TRUE(import({file}));
+  EXPECT_EQ(store.oids({}, {})->size(), 5000u);
+  EXPECT_TRUE(std::any_of(texts.begin(), texts.end(),
+                          [](const std::string& text) { return text.ends_with(" of 5,000"); }));
 }
 
 // What an import made, changed, cancelled and put beside the calendar goes back as one step.
@@ -98,6 +205,7 @@ TEST_F(ImportPreview, IsTakenBackAsAWhole) {
       import({write("two.ics", event("a", "20261109T110000") + event("c", "20261110T090000") +
                                    "BEGIN:VTODO\r\nUID:t\r\nEND:VTODO\r\n"),
               cancel}));
+  EXPECT_EQ(outcome.first_day, day_of(2026, 11, 10)) << "a is not new";
   std::string after = looks();
   for (int round = 0; round < 2; ++round) {
     EXPECT_TRUE(history.undo(boxes));
@@ -148,7 +256,7 @@ TEST_F(ImportPreview, CancelAndClosingTheWindowLeaveTheStoreAlone) {
   EXPECT_TRUE(boxes.shown.empty());
 }
 
-TEST_F(ImportPreview, NothingUsableCannotBeAccepted) {
+TEST_F(ImportPreview, NothingUsableCannotBeAcceptedAndThePastCan) {
   const std::string file = write("empty.ics", event("bad", "20260231T090000"));
   bool enabled = true;
   int focused = 0;
@@ -160,6 +268,11 @@ TEST_F(ImportPreview, NothingUsableCannotBeAccepted) {
   EXPECT_FALSE(import({file}));
   EXPECT_FALSE(enabled);
   EXPECT_EQ(focused, kControlCancel);
+  // What lies in the past is better than nothing.
+  dialogs.person = [](HeadlessDialog& dialog) { dialog.press(kControlOk); };
+  EXPECT_TRUE(
+      import({write("past.ics", event("b", "20261003T090000") + event("a", "20261001T090000"))}));
+  EXPECT_EQ(outcome.first_day, day_of(2026, 10, 1));
 }
 
 TEST_F(ImportPreview, FailuresNameTheirReason) {
