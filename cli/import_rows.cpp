@@ -11,7 +11,7 @@
 namespace orvello {
 namespace {
 
-constexpr int kImportRow = 27, kImportPad = 4, kRoomForWords = 300;  // at 96 dpi
+constexpr int kImportRow = 27, kImportPad = 4, kRoomForDayNames = 300;  // at 96 dpi
 
 struct ChangeWord {
   TextView sign;
@@ -67,44 +67,34 @@ int room_beside(int taken, std::size_t rows, const ReportPlace& place, const Imp
 class ItemRows {
  public:
   ItemRows(const ReportPlace& place, const ImportDesk& desk)
-      : desk_(desk),
-        words_(place.size.width >= kRoomForWords * desk.screen.dpi_x / 96),
-        picture_((words_ ? u"ddd " : u"") + figures_picture(desk.locale)) {}
+      : desk_(desk), picture_(figures_picture(desk.locale)) {
+    if (place.size.width >= kRoomForDayNames * desk.screen.dpi_x / 96) picture_.insert(0, u"ddd ");
+  }
 
   ReportRow row(const ImportItem& item) const {
     using Change = ImportItem::Change;
     const auto text = [this](StringId id) { return load_string(id, desk_.language); };
     ReportRow row = empty_row(desk_, item.change >= Change::unchanged);
-    const Text subject = item.subject.empty() ? Text(kNoSubject) : item.subject;
+    Text subject = item.subject.empty() ? Text(kNoSubject) : item.subject;
+    if (item.recurring) subject = format(text(StringId::import_series), subject);
     const SystemTime start = civil_of(day_of(item.start));
-    Text date, time;
+    Text day, time, said = text(StringId::import_contact);
     if (item.contact) {
-      date = text(StringId::import_contact);
+      day = said;
     } else {
-      date = FormatDatePicture(picture_, start, desk_.locale);
-      time = item.all_day
-                 ? text(StringId::editor_all_day)
-                 : FormatTimeOfDay(to_calendar_date(item.start), desk_.clock24, desk_.locale);
+      day = FormatDatePicture(picture_, start, desk_.locale);
+      if (!item.all_day)
+        time = FormatTimeOfDay(to_calendar_date(item.start), desk_.clock24, desk_.locale);
+      said = FormatDatePicture(u"dddd d MMMM yyyy", start, desk_.locale) + u", " +
+             (item.all_day ? text(StringId::editor_all_day) : time);
     }
-    Text state = text(word_of(item).word);
-    if (item.recurring) state = format(text(StringId::import_series), state);
-    row.name = state + u": " +
-               (item.contact
-                    ? date
-                    : FormatDatePicture(u"dddd d MMMM yyyy", start, desk_.locale) + u", " + time) +
-               u", " + subject;
-    if (words_)
-      row.cells = {date, time, subject, state};
-    else
-      row.cells = {Text(word_of(item).sign), date, time, subject};
+    row.name = text(word_of(item).word) + u": " + said + u", " + subject;
+    row.cells = {Text(word_of(item).sign), day, time, subject};
     return row;
   }
 
-  std::size_t subject_column() const { return words_ ? 2 : 3; }
-
  private:
   const ImportDesk& desk_;
-  bool words_;
   Text picture_;
 };
 
@@ -126,15 +116,14 @@ ReportContent import_item_rows(const std::vector<ImportItem>& items, std::size_t
                                const ReportPlace& place, const ImportDesk& desk) {
   ReportContent content = empty_content(desk);
   const ItemRows rows(place, desk);
-  const std::size_t subject = rows.subject_column();
-  std::array<int, 4> widths{};
+  constexpr std::size_t subject = 3;
+  std::array<int, subject + 1> widths{};
   shown = std::min(shown, items.size());
   for (std::size_t i = 0; i < shown; ++i) {
     const ReportRow& row = content.rows.emplace_back(rows.row(items[i]));
-    for (std::size_t cell = 0; cell < widths.size(); ++cell)
-      if (cell != subject)
-        widths[cell] =
-            std::max(widths[cell], desk.measure.measure(row.cells[cell], content.font).width);
+    for (std::size_t cell = 0; cell < subject; ++cell)
+      widths[cell] =
+          std::max(widths[cell], desk.measure.measure(row.cells[cell], content.font).width);
   }
   if (shown < items.size() || items.empty()) {
     ReportRow& row = content.rows.emplace_back(empty_row(desk, true));
@@ -146,14 +135,13 @@ ReportContent import_item_rows(const std::vector<ImportItem>& items, std::size_t
                  grouped_number(static_cast<int>(items.size() - shown), desk.language));
   }
   int taken = 0;
-  for (std::size_t cell = 0; cell < widths.size(); ++cell) {
-    if (cell == subject) continue;
-    if (shown > 0) widths[cell] += 2 * content.padding;
-    widths[cell] = std::max(1, widths[cell]);
+  for (std::size_t cell = 0; cell < subject; ++cell) {
+    widths[cell] = widths[cell] > 0 ? widths[cell] + 2 * content.padding : 1;
     taken += widths[cell];
   }
   widths[subject] = room_beside(taken, content.rows.size(), place, desk);
-  for (const int width : widths) content.columns.push_back({width, Align::left, {}});
+  for (std::size_t cell = 0; cell < widths.size(); ++cell)
+    content.columns.push_back({widths[cell], cell == 2 ? Align::right : Align::left, {}});
   return content;
 }
 

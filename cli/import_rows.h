@@ -17,8 +17,8 @@ struct ImportSourceRow {
 ReportContent import_source_rows(const std::vector<ImportSourceRow>& rows, const ReportPlace& place,
                                  const ImportDesk& desk);
 
-// The first `shown` items, and a row for the others. Words say what an item is to the calendar
-// where there is room for them, else signs.
+// The first `shown` items, each with a sign for what it is to the calendar, and a row for the
+// others.
 ReportContent import_item_rows(const std::vector<ImportItem>& items, std::size_t shown,
                                const ReportPlace& place, const ImportDesk& desk);
 

@@ -83,7 +83,7 @@ TEST_F(ImportPreview, ShowsWhatComesWithCountsAndProblemsAndImportsOnOk) {
   EXPECT_TRUE(import({good, mixed}));
   EXPECT_EQ(counts, "New: 3, to update: 0, to skip: 1");
   EXPECT_TRUE(sources.starts_with("[x]good.ics: 2|/[x]mixed.ics: 1|/mixed.ics:")) << sources;
-  EXPECT_EQ(items, "+|11/06/26|13:00|No Subject|/+|11/07/26|09:00|b|/+|11/08/26|09:00|c|/");
+  EXPECT_EQ(items, "+|11/06/26|13:00|No Subject|/+|11/07/26|9:00|b|/+|11/08/26|9:00|c|/");
   EXPECT_EQ(store.oids({}, {})->size(), 3u);
   ASSERT_EQ(boxes.shown.size(), 2u);
   EXPECT_TRUE(starts_with(boxes.shown[0].text, u"mixed.ics:"));
@@ -98,7 +98,7 @@ TEST_F(ImportPreview, ShowsWhatComesWithCountsAndProblemsAndImportsOnOk) {
   EXPECT_TRUE(
       import({write("again.ics", event("c", "20261108T100000") + event("b", "20261107T090000"))}));
   EXPECT_EQ(counts, "New: 0, to update: 2, to skip: 0\n* Changed 1   = Unchanged 1");
-  EXPECT_EQ(items, "=|11/07/26|09:00|b|/*|11/08/26|10:00|c|/");
+  EXPECT_EQ(items, "=|11/07/26|9:00|b|/*|11/08/26|10:00|c|/");
 }
 
 TEST_F(ImportPreview, LeavesOutCalendarsThatAreCleared) {
@@ -131,7 +131,9 @@ TEST_F(ImportPreview, ShowsTheRestOfALongListWhenItIsAskedFor) {
     const auto& list = dialog.rows(kControlImportItems).content().rows;
     for (int i = 0; i < 3; ++i) {
       rows.push_back(list.size());
-      if (i == 0) EXPECT_EQ(list.back().cells.back(), u"And 1,500 more");
+      if (i == 0) {
+        EXPECT_EQ(list.back().cells.back(), u"And 1,500 more");
+      }
       dialog.key(kControlImportItems, kKeyEnd);
       dialog.key(kControlImportItems, kKeyReturn);
     }
