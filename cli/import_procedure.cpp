@@ -13,7 +13,7 @@ namespace {
 
 using Event = DialogEvent::Kind;
 
-constexpr std::size_t kItemsAtOnce = 1000;
+constexpr std::size_t kItemsAtOnce = 1000, kLongestCalendarName = 80;
 constexpr std::size_t kMostProblems = 1000;
 constexpr int kLowScreen = 300;  // at 96 dpi
 
@@ -53,7 +53,7 @@ void ImportProcedure::show(Dialog& dialog) {
   sources_ = source_rows();
   const Text summary = format(load_string(StringId::import_summary, desk_.language),
                               counts.imported, counts.updated, counts.skipped);
-  const Text legend = import_legend(preview_.items, desk_.language);
+  const Text legend = import_legend(preview_.items, desk_);
   lay_out(dialog, summary, legend);
   dialog.set_text(kControlImportText, legend.empty() ? summary : summary + u"\n" + legend);
   if (ReportList* list = dialog.report(kControlImportFiles)) {
@@ -103,9 +103,9 @@ std::vector<ImportSourceRow> ImportProcedure::source_rows() const {
     rows.push_back({to_utf16(problem_line(named))});
   }
   if (problems.size() > kMostProblems)
-    rows.push_back({format(
-        load_string(StringId::import_more, desk_.language),
-        grouped_number(static_cast<int>(problems.size() - kMostProblems), desk_.language))});
+    rows.push_back(
+        {format(load_string(StringId::import_more, desk_.language),
+                grouped_number(static_cast<int>(problems.size() - kMostProblems), desk_))});
   return rows;
 }
 
@@ -114,7 +114,8 @@ Text ImportProcedure::calendar_text(const ImportedCalendar& calendar) const {
   const auto text = [this](StringId id) { return load_string(id, desk_.language); };
   Text name = to_utf16(last_part(files_[calendar.source.file]));
   if (!calendar.source.name.empty())
-    name = format(text(StringId::import_named_calendar), to_utf16(calendar.source.name), name);
+    name = format(text(StringId::import_named_calendar),
+                  cut(to_utf16(calendar.source.name), kLongestCalendarName), name);
   return format(text(StringId::import_file), name,
                 calendar.counts.imported + calendar.counts.updated);
 }

@@ -24,21 +24,22 @@ bool run_for(ImportRun& run, std::chrono::milliseconds time) {
   return true;
 }
 
-Text progress_text(const ImportProgress& progress, Language language) {
-  const Text total = grouped_number(progress.total, language);
+Text progress_text(const ImportProgress& progress, const ImportDesk& desk) {
+  const Language language = desk.language;
+  const Text total = grouped_number(progress.total, desk);
   if (progress.done == 0) return format(load_string(StringId::import_found, language), total);
   const StringId text =
       progress.exact ? StringId::import_progress : StringId::import_progress_about;
-  return format(load_string(text, language), grouped_number(progress.done, language), total);
+  return format(load_string(text, language), grouped_number(progress.done, desk), total);
 }
 
 }  // namespace
 
-Text grouped_number(int number, Language language) {
+Text grouped_number(int number, const ImportDesk& desk) {
   Text digits = format(u"%d", number);
-  const Text group = load_string(StringId::digit_group, language);
+  const Text group = load_string(StringId::digit_group, desk.language);
   for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, group);
-  return digits;
+  return local_digits(digits, desk.locale);
 }
 
 void ProgressProcedure::handle(Dialog& dialog, const DialogEvent& event) {
@@ -63,12 +64,14 @@ void ProgressProcedure::handle(Dialog& dialog, const DialogEvent& event) {
 
 void ProgressProcedure::show(Dialog& dialog) {
   progress_ = run_.progress();
-  const Text text = progress_text(progress_, desk_.language);
+  const Text text = progress_text(progress_, desk_);
   if (dialog.text(kControlProgressText) != text) dialog.set_text(kControlProgressText, text);
   const int percent = static_cast<int>(std::lround(progress_.part * 100));
   const Rect place = dialog.place(kControlProgressBar);
   DrawnControl* bar = dialog.drawn(kControlProgressBar);
-  bar->set_parts({{format(u"%d%%", percent), {0, 0, place.width, place.height}, false}});
+  bar->set_parts({{local_digits(format(u"%d%%", percent), desk_.locale),
+                   {0, 0, place.width, place.height},
+                   false}});
   bar->invalidate();
 }
 

@@ -6,7 +6,7 @@
 #include "calendar/date_pictures.h"
 #include "calendar/date_text.h"
 #include "cli/import_progress.h"
-#include "editor/appointment_rules.h"
+#include "store/day_label.h"
 
 namespace orvello {
 namespace {
@@ -40,7 +40,6 @@ ReportContent empty_content(const ImportDesk& desk) {
   content.bold_font = desk.screen.fonts.bold9;
   content.padding = kImportPad * desk.screen.dpi_x / 96;
   content.background = colors.field;
-  content.line = colors.line;
   content.selected_background = colors.accent_tint;
   content.selected_text = colors.text;
   return content;
@@ -130,9 +129,8 @@ ReportContent import_item_rows(const std::vector<ImportItem>& items, std::size_t
     row.cells.resize(widths.size());
     row.cells[subject] = load_string(StringId::import_nothing, desk.language);
     if (!items.empty())
-      row.cells[subject] =
-          format(load_string(StringId::import_more, desk.language),
-                 grouped_number(static_cast<int>(items.size() - shown), desk.language));
+      row.cells[subject] = format(load_string(StringId::import_more, desk.language),
+                                  grouped_number(static_cast<int>(items.size() - shown), desk));
   }
   int taken = 0;
   for (std::size_t cell = 0; cell < subject; ++cell) {
@@ -145,7 +143,7 @@ ReportContent import_item_rows(const std::vector<ImportItem>& items, std::size_t
   return content;
 }
 
-Text import_legend(const std::vector<ImportItem>& items, Language language) {
+Text import_legend(const std::vector<ImportItem>& items, const ImportDesk& desk) {
   std::array<int, kChangeWords.size()> counts{};
   for (const ImportItem& item : items) ++counts[static_cast<std::size_t>(item.change)];
   if (std::count(counts.begin(), counts.end(), 0) >= 3) return {};
@@ -153,8 +151,8 @@ Text import_legend(const std::vector<ImportItem>& items, Language language) {
   for (std::size_t i = 0; i < counts.size(); ++i) {
     if (counts[i] == 0) continue;
     if (!legend.empty()) legend += u"   ";
-    legend += Text(kChangeWords[i].sign) + u" " + load_string(kChangeWords[i].word, language) +
-              u" " + grouped_number(counts[i], language);
+    legend += Text(kChangeWords[i].sign) + u" " + load_string(kChangeWords[i].word, desk.language) +
+              u" " + grouped_number(counts[i], desk);
   }
   return legend;
 }

@@ -23,7 +23,7 @@ ReportContent import_item_rows(const std::vector<ImportItem>& items, std::size_t
                                const ReportPlace& place, const ImportDesk& desk);
 
 // What the signs mean, with numbers; empty where all items have one.
-Text import_legend(const std::vector<ImportItem>& items, Language language);
+Text import_legend(const std::vector<ImportItem>& items, const ImportDesk& desk);
 
 // Lines that a text takes in so much room, nearly.
 int lines_of(TextView text, int width, const ImportDesk& desk);
