@@ -30,6 +30,10 @@ struct MessageTable {
       {kMessageButtonUp, &Application::on_pointer},
       {kMessageMouseMove, &Application::on_pointer},
       {kMessageMouseWheel, &Application::on_pointer},
+      {kMessageMouseSideWheel, &Application::on_pointer},
+      {kMessageContextMenu, &Application::on_pointer},
+      {kMessageSetFocus, &Application::on_focus},
+      {kMessageKillFocus, &Application::on_focus},
       {kMessageKeyDown, &Application::on_key_down},
       {kMessageSettingChange, &Application::on_setting_change},
       {kMessageSnapshot, &Application::on_snapshot},
@@ -147,6 +151,11 @@ bool Application::on_paint(const Message&) {
 
 bool Application::on_pointer(const Message& message) { return grid_.on_pointer(message); }
 
+bool Application::on_focus(const Message& message) {
+  grid_.show_focus(message.id == kMessageSetFocus);
+  return true;
+}
+
 bool Application::on_key_down(const Message& message) {
   const bool held = (message.detail & kControlHeld) != 0;
   if (held && message.wparam >= u'1' && message.wparam <= u'3')
@@ -183,6 +192,7 @@ bool Application::on_timer(const Message& message) {
   if (message.wparam == kTimerDayChange) check_day_change();
   if (message.wparam == kTimerReadAgain) read_again();
   if (message.wparam == kTimerHold) grid_.on_hold();
+  if (message.wparam == kTimerEdge) grid_.on_edge();
   return true;
 }
 

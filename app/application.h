@@ -93,6 +93,7 @@ class Application : public MessageHandler,
   bool on_close(const Message&);
   bool on_timer(const Message&);
   bool on_pointer(const Message&);
+  bool on_focus(const Message&);
   bool on_key_down(const Message&);
   bool on_setting_change(const Message&);
   bool on_refresh(const Message&);

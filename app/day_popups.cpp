@@ -139,57 +139,6 @@ void DayPopupProcedure::draw(Canvas& canvas) const {
   draw_report(content(size.width), {0, top, size.width, size.height - top}, canvas);
 }
 
-void DayPopupProcedure::handle(Dialog& dialog, const DialogEvent& event) {
-  switch (event.kind) {
-    case Event::init: {
-      ReportList* list = dialog.report(kControlDayList);
-      const int width = list ? list->place().size.width : 0;
-      if (list) list->set_content(content(width));
-      pointer_.set_view(input_.screen.work.width, input_.screen.dpi_x);
-      dialog.drawn(kControlDayHeader)
-          ->set_parts({{input_.date, {0, 0, width, header_height()}, false}});
-      dialog.focus(kControlDayList);
-      break;
-    }
-    case Event::paint:
-      paint_header(*event.canvas, event.size);
-      break;
-    case Event::focus_lost:
-      if (event.control == 0) dialog.close(kPopupClosed);
-      break;
-    case Event::close:
-      dialog.close(kPopupClosed);
-      break;
-    default:
-      if (event.control == kControlDayList) list_event(dialog, event);
-      break;
-  }
-}
-
-void DayPopupProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
-  ReportList* list = dialog.report(kControlDayList);
-  if (!list) return;
-  using Kind = ListPointer::Action::Kind;
-  ListPointer::Action action;
-  if (event.kind == Event::pointer_down || event.kind == Event::double_tap)
-    action = pointer_.press(event.point, list->row_at(event.point), event.time,
-                            list->gliding() ? ListPointer::Grip::list : ListPointer::Grip::row);
-  if (event.kind == Event::pointer_move) action = pointer_.move(event.point, event.time);
-  if (event.kind == Event::pointer_up) action = pointer_.release(event.point, event.time);
-  if (action.kind == Kind::select && action.row >= 0) list->select({row_ = action.row});
-  if (action.kind == Kind::scroll) list->scroll_by(action.value);
-  if (action.kind == Kind::glide) list->glide(action.value);
-  if (action.kind == Kind::tap && action.row >= 0) dialog.close(kPopupOpenDay);
-  if (event.kind != Event::key) return;
-  const int last = static_cast<int>(input_.rows.size()) - 1;
-  if (event.key == kKeyReturn) dialog.close(kPopupOpenDay);
-  if (event.key == kKeyDown || event.key == kKeyUp) {
-    row_ = std::clamp(row_ + (event.key == kKeyDown ? 1 : -1), 0, last);
-    list->select({row_});
-    list->show_row(row_);
-  }
-}
-
 void DateProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::init:

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "app/list_pointer.h"
+#include "app/row_carrier.h"
 #include "draw/screen_layout.h"
 #include "ports/dialog.h"
+#include "resources/strings.h"
 #include "settings/settings_record.h"
 #include "store/day_agenda.h"
 #include "views/notes_bubble.h"
@@ -11,8 +13,10 @@
 namespace orvello {
 
 inline constexpr int kPopupClosed = 0;
-inline constexpr int kPopupOpenDay = 2;
-inline constexpr int kPopupLeft = 3;  // by a press elsewhere, which goes on there
+inline constexpr int kPopupOpenDay = 2;  // at the row of key()
+inline constexpr int kPopupLeft = 3;     // by a press elsewhere, which goes on there
+inline constexpr int kPopupCommand = 4;  // command() was chosen for key()
+inline constexpr int kPopupMoved = 5;    // a row was carried to another day
 
 // The notes beside a row: closes when the pen is lifted over it or goes elsewhere, unless it is
 // held, which one such event ends.
@@ -30,7 +34,8 @@ class NotesProcedure : public DialogProcedure {
   bool hold_;
 };
 
-// A day's appointments over the Month view; kPopupOpenDay when one of them was tapped.
+// A day's appointments over the Month view. A tapped one opens its day, one that is held has the
+// day's menu, and one that is drawn out of the popup is carried to another day.
 class DayPopupProcedure : public DialogProcedure {
  public:
   struct Input {
@@ -39,9 +44,18 @@ class DayPopupProcedure : public DialogProcedure {
     const SettingsRecord& settings;
     const ScreenLayout& screen;
     Canvas& measure;
+    MonthDayYear day{};
+    Language language = Language::english;
+    bool can_paste = false;  // something was cut or copied
+    bool by_keys = false;    // it was opened by them
+    RowCarrier* carrier = nullptr;
   };
   explicit DayPopupProcedure(Input input) : input_(std::move(input)) {}
   void handle(Dialog& dialog, const DialogEvent& event) override;
+
+  // What the result is about; none: the day alone.
+  const RowKey& key() const { return key_; }
+  std::uint32_t command() const { return command_; }
 
   // All of it, where there is no dialog to show it.
   void draw(Canvas& canvas) const;
@@ -57,11 +71,30 @@ class DayPopupProcedure : public DialogProcedure {
   int time_width() const;
   int natural_width() const;
   void paint_header(Canvas& canvas, Size size) const;
+
+  void show(Dialog& dialog);
+  void select(Dialog& dialog, int row);
   void list_event(Dialog& dialog, const DialogEvent& event);
+  void take_key(Dialog& dialog, const DialogEvent& event);
+  void act(Dialog& dialog, const ListPointer::Action& action);
+  void open_day(Dialog& dialog, int row);
+  void open_menu(Dialog& dialog, int row, Point at);
+  void choose(Dialog& dialog, std::uint32_t command, const RowKey& key);
+  bool goes_out(Dialog& dialog, const DialogEvent& event) const;
+  bool scrolls(Dialog& dialog) const;
+  void carry(Dialog& dialog, Point at);
+  void let_go(Dialog& dialog, Point at);
+  RowKey key_of(int row) const;
+  Point beside(Dialog& dialog, int row) const;
+  Point in_window(Dialog& dialog, Point point) const;
 
   Input input_;
   ListPointer pointer_;
-  int row_ = -1;  // that the keyboard stands on
+  int row_ = -1;      // that the keyboard stands on
+  int pressed_ = -1;  // the row under the pen
+  bool carrying_ = false;
+  RowKey key_;
+  std::uint32_t command_ = 0;
 };
 
 // A month to choose a day from.

@@ -29,13 +29,14 @@ void GridView::fit() {
   const Size work = c_.state.layout.work;
   stands_ = false;
   worker_.set_surface(c_.host.surfaces.create(work), work);
-  pointer_ = {};
+  pointer_.forget();
   pointer_.set_view(work.width, c_.state.dpi_x);
 }
 
 void GridView::enter(ViewMode mode) {
   leave();
   page_ = mode == ViewMode::year ? static_cast<GridPage*>(&year_) : &month_;
+  pointer_.set_slides(!page_->habits().hold_opens_day);
   request_redraw();
   c_.host.window.invalidate();
 }
@@ -43,6 +44,9 @@ void GridView::enter(ViewMode mode) {
 void GridView::leave() {
   worker_.cancel();
   hide_label();
+  if (std::exchange(carried_, std::nullopt)) end_carrying();
+  pointer_.forget();
+  marked_ = {};
   redraw_pending_ = false;
   stands_ = false;
   page_ = nullptr;
@@ -69,11 +73,12 @@ void GridView::draw_requested() {
   {
     const WaitCursor waiting(c_.host.window);
     const auto outcome = page_->take(
-        {c_.state.layout, c_.state.current, c_.state.today, focus_visible_}, same_items);
+        {c_.state.layout, c_.state.current, c_.state.today, focus_visible_, marked_}, same_items);
     if (outcome) c_.commands.note_read(*outcome);
     stands_ = true;
     worker_.request(page_->drawing());
   }
+  if (carried_) carry_on(carried_->at);  // another day may have come under it
   c_.host.window.accessible_changed();
 }
 

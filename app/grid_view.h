@@ -10,6 +10,7 @@
 #include "app/appointment_operations.h"
 #include "app/drawing_worker.h"
 #include "app/grid_pointer.h"
+#include "app/row_carrier.h"
 #include "app/view_commands.h"
 #include "ports/host.h"
 #include "settings/settings_record.h"
@@ -20,7 +21,7 @@
 
 namespace orvello {
 
-class GridView : public AccessibleView {
+class GridView : public AccessibleView, private RowCarrier {
  public:
   struct Context {
     Host& host;
@@ -53,7 +54,9 @@ class GridView : public AccessibleView {
   // Messages; false: not for these views.
   bool on_pointer(const Message& message);
   bool on_key(const Message& message);
-  void on_hold();  // the hold time has passed
+  void on_hold();               // the hold time has passed
+  void on_edge();               // what is carried has stayed at an edge
+  void show_focus(bool shown);  // the keyboard came, or went elsewhere
 
   AccessibleGrid accessible_grid() override;
   std::vector<Text> accessible_items(int cell) override;
@@ -77,6 +80,28 @@ class GridView : public AccessibleView {
   void step_months(int months);
   GridTarget hit(Point point) const;
 
+  void press(const Message& message);
+  void move(const Message& message);
+  void release(const Message& message);
+  void slide(Point at);
+  void mark(const MonthDayYear& date);  // the day that the pointer is about
+
+  // What is carried, by the pen on the grid or out of a popup.
+  void take(const RowKey& key, const MonthDayYear& from, Point at) override;
+  void carry_on(Point at) override;
+  bool let_go(Point at) override;
+  void finish_carrying();
+  void put_back();
+  void end_carrying();
+  void show_carried();
+  void watch_edges(Point at);
+
+  void open_menu(const GridTarget& target, Point at);
+  void open_menu_by_keys();
+  void run_command(std::uint32_t command, const RowKey& key,
+                   const AppointmentOperations::Spot& spot);
+  AppointmentOperations::Spot selected_spot() const;
+
   void hover(const Message& message);
   void ask_for_day_popup(const MonthDayYear& date);
   Text date_text(const MonthDayYear& date, int showdaylabel) const;  // as popups are headed
@@ -94,6 +119,16 @@ class GridView : public AccessibleView {
   bool redraw_pending_ = false;
   bool items_wanted_ = false;  // by the pending redraw: not only the selection moved
   int redraw_requests_ = 0;
+  struct Carried {
+    RowKey key;
+    Text subject;
+    MonthDayYear from, shown_before;
+    MonthDayYear over;  // year 0: no day
+    Point at;
+    int edge = 0;  // -1 or 1: it stays at the one towards the page before or after
+  };
+  std::optional<Carried> carried_;
+  MonthDayYear marked_;   // year 0: none
   MonthDayYear hovered_;  // the day that the hover label names, year 0 without one
   DayCount day_count_;    // of the page with counted_for_; empty: not counted yet
   MonthDayYear counted_for_;

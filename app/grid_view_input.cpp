@@ -40,6 +40,10 @@ void GridView::step_months(int months) {
 
 bool GridView::on_key(const Message& message) {
   if (!page_) return false;
+  if (carried_) {  // the keys are not free
+    if (message.wparam == kKeyEscape) pointer_.forget(), put_back();
+    return true;
+  }
   const bool was_visible = std::exchange(focus_visible_, true);
   if (key(message)) return true;
   focus_visible_ = was_visible;
@@ -67,14 +71,42 @@ bool GridView::key(const Message& message) {
     case kKeyReturn:
       return c_.commands.show_day(c_.state.current), true;
     case kKeySpace:
-    case kKeyMenu:
       return ask_for_day_popup(c_.state.current), true;
+    case kKeyMenu:
+      return open_menu_by_keys(), true;
+    case kKeyF10:
+      if ((message.detail & kShiftHeld) == 0) return false;
+      return open_menu_by_keys(), true;
+    case u'V':
+      if ((message.detail & kControlHeld) == 0) return false;
+      return run_command(kCommandPaste, {}, selected_spot()), true;
+    case u'G':
+      if ((message.detail & kControlHeld) == 0) return false;
+      if (const auto date = c_.operations.ask_date(c_.state.current, selected_spot().at))
+        show_date(*date);
+      return true;
     case kKeyEscape:
       if (habits.escape == 0) return false;
       return c_.commands.send_command(habits.escape), true;
     default:
       return false;
   }
+}
+
+AppointmentOperations::Spot GridView::selected_spot() const {
+  const GridPage* page = standing();
+  const Rect cell = page ? page->place_of(c_.state.current) : Rect();
+  return {c_.state.current, {cell.x, cell.bottom()}};
+}
+
+void GridView::open_menu_by_keys() {
+  redraw_selection();  // with the focus on the day that it is about
+  const AppointmentOperations::Spot spot = selected_spot();
+  open_menu({GridTarget::Kind::day, 0, spot.day, {}}, spot.at);
+}
+
+void GridView::show_focus(bool shown) {
+  if (std::exchange(focus_visible_, shown) != shown) redraw_selection();
 }
 
 GridTarget GridView::hit(Point point) const {
@@ -84,23 +116,25 @@ GridTarget GridView::hit(Point point) const {
 
 bool GridView::on_pointer(const Message& message) {
   if (!page_) return false;
+  const int months = page_->habits().months;
   switch (message.id) {
     case kMessageButtonDown:
-      if (std::exchange(focus_visible_, false)) redraw_selection();
-      hover(message);
-      act(pointer_.press(message.point, hit(message.point)));
+      press(message);
       break;
     case kMessageMouseMove:
-      hover(message);
-      act(pointer_.move(message.point));
+      move(message);
       break;
     case kMessageButtonUp:
-      c_.host.window.stop_timer(kTimerHold);
-      hide_label();
-      act(pointer_.release(message.point, hit(message.point)));
+      release(message);
       break;
     case kMessageMouseWheel:
-      step_months(-page_->habits().months * message.detail);
+      step_months(-months * message.detail);
+      break;
+    case kMessageMouseSideWheel:
+      step_months(months * message.detail);
+      break;
+    case kMessageContextMenu:
+      open_menu(hit(message.point), message.point);
       break;
     default:
       return false;
@@ -108,18 +142,50 @@ bool GridView::on_pointer(const Message& message) {
   return true;
 }
 
+void GridView::press(const Message& message) {
+  put_back();  // of a press whose end was lost
+  if (std::exchange(focus_visible_, false)) redraw_selection();
+  hover(message);
+  act(pointer_.press(message.point, hit(message.point)));
+}
+
+void GridView::move(const Message& message) {
+  const bool lost = message.wparam == 0 && pointer_.is_down();
+  if (lost) {
+    pointer_.forget();
+    put_back();
+    mark({});
+  }
+  hover(message);
+  act(pointer_.move(message.point));
+}
+
+void GridView::release(const Message& message) {
+  c_.host.window.stop_timer(kTimerHold);
+  hide_label();
+  mark({});
+  act(pointer_.release(message.point, hit(message.point)));
+}
+
 void GridView::on_hold() {
   c_.host.window.stop_timer(kTimerHold);
   act(pointer_.hold(page_ && c_.host.window.pen_is_down() && c_.commands.is_free()));
+}
+
+void GridView::slide(Point at) {
+  const GridTarget under = hit(at);
+  mark(under.kind == GridTarget::Kind::day ? under.date : MonthDayYear());
 }
 
 void GridView::act(const GridPointer::Action& action) {
   using Kind = GridPointer::Action::Kind;
   switch (action.kind) {
     case Kind::none:
+    case Kind::end_slide:
       break;
     case Kind::start_hold:
-      if (page_->habits().hold_opens_day) c_.host.window.start_timer(kTimerHold, kHoldMilliseconds);
+      c_.host.window.start_timer(kTimerHold, kHoldMilliseconds);
+      if (!page_->habits().hold_opens_day) mark(action.date);
       break;
     case Kind::stop_hold:
       c_.host.window.stop_timer(kTimerHold);
@@ -134,14 +200,29 @@ void GridView::act(const GridPointer::Action& action) {
     case Kind::show_today:
       show_date(c_.state.today);
       break;
+    case Kind::drop:
+      put_back();
+      [[fallthrough]];
     case Kind::turn:
       step_months(page_->habits().months * action.value);
       break;
     case Kind::open_day:
-      c_.commands.show_day(action.date);
+      c_.commands.show_day(action.date, action.item);
       break;
     case Kind::popup:
       ask_for_day_popup(action.date);
+      break;
+    case Kind::slide:
+      slide(action.point);
+      break;
+    case Kind::carry:
+      take(action.item, action.date, action.point);
+      break;
+    case Kind::carry_on:
+      carry_on(action.point);
+      break;
+    case Kind::let_go:
+      if (let_go(action.point)) finish_carrying();
       break;
   }
 }

@@ -1,10 +1,8 @@
 // What the Month and Year views say of a day: the hover label, the popup, and the cells for a
 // screen reader.
 
-#include "app/day_popups.h"
 #include "app/grid_view.h"
 #include "calendar/date_pictures.h"
-#include "resources/dialog_templates.h"
 #include "settings/profiles.h"
 #include "views/year_label.h"
 
@@ -34,7 +32,7 @@ std::vector<CompactRow> GridView::compact_rows(const MonthDayYear& date) {
 
 // While the pointer rests or moves over a day of the year; a query a day, not a movement.
 void GridView::hover(const Message& message) {
-  if (!page_->habits().names_days) return;
+  if (!page_->habits().names_days || carried_) return;
   const GridTarget under = hit(message.point);
   if (under.kind != GridTarget::Kind::day) return hide_label();
   if (under.date == hovered_) return;
@@ -49,16 +47,6 @@ void GridView::hide_label() {
   if (hovered_.year == 0) return;
   hovered_ = {};
   c_.host.window.hide_label();
-}
-
-void GridView::ask_for_day_popup(const MonthDayYear& date) {
-  hide_label();
-  DayPopupProcedure procedure({date_text(date, c_.settings.showdaylabel), compact_rows(date),
-                               c_.settings, c_.state.layout, c_.commands.measuring_canvas()});
-  DialogTemplate dialog = day_popup_dialog(c_.commands.language());
-  const GridPage* page = standing();
-  dialog.place = procedure.place(page ? page->place_of(date) : Rect());
-  if (c_.host.dialogs.run_modal(dialog, procedure) == kPopupOpenDay) c_.commands.show_day(date);
 }
 
 // Counted when a screen reader asks, and kept until the appointments change.

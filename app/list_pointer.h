@@ -34,6 +34,7 @@ class ListPointer {
   Action hold();  // the hold time has passed
   bool is_down() const { return pressed_; }
   bool lifts() const { return pressed_ && way_ == Way::lifted; }
+  bool goes_aside() const { return pressed_ && way_ == Way::aside; }
   void let_go() { pressed_ = false; }
 
  private:

@@ -20,9 +20,11 @@ inline constexpr int kTimerHold = 3;   // a press in the month grid became a hol
 inline constexpr int kTimerNotes = 4;  // no second tap followed the first
 inline constexpr int kTimerDayChange = 5;
 inline constexpr int kTimerReadAgain = 6;  // the calendar could not be read
+inline constexpr int kTimerEdge = 7;       // what is carried stays at an edge of the month
 inline constexpr int kMenuMilliseconds = 300;
 inline constexpr int kHoldMilliseconds = 200;
 inline constexpr int kNotesMilliseconds = 170;  // most second taps have come by then
+inline constexpr int kEdgeMilliseconds = 700;
 inline constexpr int kDayChangeMilliseconds = 60000;
 inline constexpr int kReadAgainMilliseconds = 2000;
 

@@ -29,6 +29,7 @@ inline constexpr std::uint32_t kCommandUndo = 40101;
 inline constexpr std::uint32_t kCommandRedo = 40102;
 inline constexpr std::uint32_t kCommandSearch = 40104;
 inline constexpr std::uint32_t kCommandToday = 40105;
+inline constexpr std::uint32_t kCommandOpenDay = 40106;
 inline constexpr std::uint32_t kCommandFirstProfile = 60000;
 
 // Dialog templates.

@@ -43,6 +43,18 @@ std::vector<MenuItem> options_menu(Language language, const OptionsMenuState& st
           {kCommandRedo, text(StringId::redo), state.can_redo, false}};
 }
 
+std::vector<MenuItem> grid_menu(Language language, const GridMenuState& state) {
+  const auto text = [language](StringId id) { return load_string(id, language); };
+  std::vector<MenuItem> items = {{kCommandCreate, text(StringId::create)}};
+  if (state.has_source) items.push_back({kCommandPaste, text(StringId::paste)});
+  if (state.open_day) items.push_back({kCommandOpenDay, text(StringId::open_day)});
+  if (state.other_than_today) {
+    items.emplace_back();
+    items.push_back({kCommandToday, text(StringId::today)});
+  }
+  return items;
+}
+
 std::vector<MenuItem> day_menu(Language language, const DayMenuState& state) {
   const auto text = [language](StringId id) { return load_string(id, language); };
   return {

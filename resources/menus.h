@@ -23,6 +23,14 @@ struct DayMenuState {
   bool on_appointment = false;  // its row was pressed
   bool has_source = false;      // something was cut or copied
 };
+// What decides which commands a day of a grid offers.
+struct GridMenuState {
+  bool has_source = false;
+  bool open_day = true;           // from a grid
+  bool other_than_today = false;  // today is not on the page
+};
+std::vector<MenuItem> grid_menu(Language language, const GridMenuState& state);
+
 // Menu 111, for the Day view's list.
 std::vector<MenuItem> day_menu(Language language, const DayMenuState& state);
 

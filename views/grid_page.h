@@ -29,6 +29,7 @@ struct GridInput {
   MonthDayYear selected;  // its page is the one shown
   MonthDayYear today;
   bool focus_visible = false;
+  MonthDayYear marked{};  // under what the pointer does; year 0: none
 };
 
 class GridPage {

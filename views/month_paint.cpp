@@ -12,9 +12,9 @@ namespace {
 
 // Last, so that neither bars nor icons cover it.
 void draw_month_focus(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
-  if (!snapshot.focus_visible) return;
+  const MonthDayYear focused = snapshot.focus_visible ? snapshot.selected : MonthDayYear();
   for (const MonthCell& cell : layout.cells)
-    if (cell.drawn && cell.date == snapshot.selected)
+    if (cell.drawn && (cell.date == focused || cell.date == snapshot.marked))
       draw_focus_frame(cell.frame, 2 * layout.screen.scale, canvas);
 }
 

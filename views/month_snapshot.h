@@ -48,6 +48,7 @@ struct MonthSnapshot {
   MonthDayYear today;
   MonthDayYear selected;  // the day that the keyboard stands on
   bool focus_visible = false;
+  MonthDayYear marked;  // under what the pointer does; year 0: none
 
   int calendarcolorstyle = 0;
   int coloroffdays = 0;

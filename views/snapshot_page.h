@@ -30,6 +30,7 @@ class SnapshotPage : public GridPage {
     }
     next->selected = input.selected;
     next->focus_visible = input.focus_visible;
+    next->marked = input.marked;
     layout_ = Layout(*next);
     snapshot_ = next;
     return outcome;

@@ -23,7 +23,7 @@ class YearPainter {
 
   void draw_header();
   void draw_month(int month);
-  void draw_focus();
+  void draw_frame(const MonthDayYear& date);
 
  private:
   // Numbers of one size of cell: the font, and the room for two digits.
@@ -148,9 +148,9 @@ void YearPainter::draw_day(const MonthDayYear& date, bool shared) {
 }
 
 // Around the cell rather than inside it: the cell is filled by its number.
-void YearPainter::draw_focus() {
-  const Rect place = cell_place(layout_, snapshot_.selected);
-  if (!snapshot_.focus_visible || place.empty()) return;
+void YearPainter::draw_frame(const MonthDayYear& date) {
+  const Rect place = cell_place(layout_, date);
+  if (place.empty()) return;
   const Rect around = place.inset(-2 * screen_.scale, -2 * screen_.scale);
   const Rect work{0, 0, screen_.work.width, screen_.work.height};
   draw_focus_frame(intersection(around, work), screen_.scale, canvas_);
@@ -172,7 +172,8 @@ bool DrawYearView(const YearSnapshot& snapshot, Canvas& canvas, const std::atomi
     painter.draw_month(month);
     control.progress();
   }
-  painter.draw_focus();
+  if (snapshot.focus_visible) painter.draw_frame(snapshot.selected);
+  painter.draw_frame(snapshot.marked);
   return !control.stopped();
 }
 

@@ -22,6 +22,7 @@ struct YearSnapshot {
   MonthDayYear today;
   MonthDayYear selected;  // the day that the keyboard stands on
   bool focus_visible = false;
+  MonthDayYear marked;  // under what the pointer does; year 0: none
   int firstdayofweek = 0;
   int coloryearview = 0;
   ItemColors colors{};
