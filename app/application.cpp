@@ -120,8 +120,9 @@ void Application::send_command(std::uint32_t command) { run_command(command); }
 
 void Application::tell_unkept(Text reason) {
   when_free([this, reason = std::move(reason)] {
-    host_.boxes.show(u"What you choose lasts until Orvello ends: it cannot be kept.\n" + reason,
-                     u"Error", BoxIcon::error, BoxButtons::ok, true);
+    host_.boxes.show(load_string(StringId::box_unkept, language()) + u"\n" + reason,
+                     load_string(StringId::box_error, language()), BoxIcon::error, BoxButtons::ok,
+                     true);
   });
 }
 

@@ -167,7 +167,7 @@ void DeleteProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       dialog.set_checked(kControlOccurrence, true);
       dialog.enable(kControlSubject, false);  // it is only looked at: Return is for the buttons
       dialog.drawn(kControlSubject)->set_parts({{subject_, subject_place_, false}});
-      dialog.focus(kControlOk);
+      dialog.focus(kControlCancel);
       break;
     case Event::paint: {
       const Rect all{0, 0, event.size.width, event.size.height};

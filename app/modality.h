@@ -46,6 +46,7 @@ class Modality {
     BoxAnswer show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                    bool owned) override;
     void beep(Beep beep) override;
+    Text language() const override { return modality_.host_.boxes.language(); }
 
    private:
     Modality& modality_;

@@ -24,6 +24,7 @@ class OnceBoxes : public MessageBoxes {
     return boxes_.show(text, caption, icon, buttons, owned);
   }
   void beep(Beep beep) override { boxes_.beep(beep); }
+  Text language() const override { return boxes_.language(); }
   void started() {
     starting_ = false;
     said_.clear();

@@ -43,7 +43,8 @@ void OrganizerProcedure::handle(Dialog& dialog, const DialogEvent& event) {
     organizer_.name = trimmed(TextView(dialog.text(kControlOrganizerName)));
     organizer_.address = trimmed(TextView(dialog.text(kControlOrganizerAddress)));
     if (is_mail_address(organizer_.address)) return dialog.close(1);
-    boxes_.show(u"This is no address of e-mail.", u"Error", BoxIcon::warning);
+    boxes_.show(load_string(StringId::box_no_address, boxes_),
+                load_string(StringId::box_error, boxes_), BoxIcon::warning);
     dialog.focus(kControlOrganizerAddress, Caret::all);
   }
 }

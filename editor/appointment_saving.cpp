@@ -51,9 +51,9 @@ void AppointmentProcedure::store(Dialog& dialog) {
   }
   const bool gone = result == SaveResult::gone;
   const BoxAnswer go_on = context_.host.boxes.show(
-      gone ? u"Do you want to go on with what you typed, as a new appointment?"
-           : u"Do you want to go on editing this appointment?",
-      u"Warning", BoxIcon::warning, BoxButtons::yes_no);
+      load_string(gone ? StringId::box_go_on_new : StringId::box_go_on, context_.language()),
+      load_string(StringId::box_warning, context_.language()), BoxIcon::warning,
+      BoxButtons::yes_no);
   if (go_on != BoxAnswer::yes)
     dialog.close(kCancelled);
   else if (gone)

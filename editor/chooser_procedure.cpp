@@ -290,7 +290,8 @@ void ChooserProcedure::enable_label_buttons(Dialog& dialog, bool add, bool remov
 
 void ChooserProcedure::finish(Dialog& dialog) {
   if (labels_ && chosen_categories(rows_).size() > kCategoriesLength) {
-    context_.host.boxes.show(u"An appointment cannot carry so many categories!", u"Error Warning",
+    context_.host.boxes.show(load_string(StringId::box_many_categories, context_.language()),
+                             load_string(StringId::box_warning, context_.language()),
                              BoxIcon::warning);
     return;
   }

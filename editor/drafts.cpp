@@ -17,6 +17,7 @@ class NoBoxes : public MessageBoxes {
     return BoxAnswer::cancel;
   }
   void beep(Beep) override {}
+  Text language() const override { return {}; }
 };
 
 Text packed(std::string_view block) {

@@ -12,7 +12,8 @@ bool may_replace(const EditorContext& context, std::string_view rules) {
   const Text words = rule_words(rules, context.language());
   return context.host.boxes.show(
              format(load_string(StringId::recurrence_rule_question, context.language()), words),
-             u"Appointment - Recurring", BoxIcon::warning, BoxButtons::yes_no) == BoxAnswer::yes;
+             u"Appointment - Recurring", BoxIcon::warning,
+             BoxButtons::yes_no_losing) == BoxAnswer::yes;
 }
 
 }  // namespace

@@ -81,11 +81,9 @@ bool EditorForms::offer_draft() {
   if (!draft) return false;
   const Text& subject = draft->form.subject;
   const Text named = cut(shown_subject(subject), 80);
-  const BoxAnswer answer = context_.host.boxes.show(
-      format(u"\"%s\" was being edited when the program ended, and was not saved.\nDo you want to "
-             u"go on with it?",
-             named),
-      u"Appointment", BoxIcon::none, BoxButtons::yes_no_cancel);
+  const BoxAnswer answer =
+      context_.host.boxes.show(format(load_string(StringId::box_draft, context_.language()), named),
+                               u"Appointment", BoxIcon::none, BoxButtons::yes_no_cancel);
   if (answer == BoxAnswer::yes)
     run(std::move(*draft), true, true);
   else if (answer == BoxAnswer::no)

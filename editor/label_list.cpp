@@ -35,7 +35,8 @@ bool LabelList::add(TextView typed, std::vector<ChooserRow>& rows) {
   if (label.empty()) return false;
   MessageBoxes& boxes = context_.host.boxes;
   if (label.find(u',') != Text::npos) {
-    boxes.show(u"A category label cannot contain a comma!", u"Error", BoxIcon::warning);
+    boxes.show(load_string(StringId::box_comma, boxes), load_string(StringId::box_error, boxes),
+               BoxIcon::warning);
     return false;
   }
   const Text wanted = in_capitals(label);

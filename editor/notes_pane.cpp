@@ -99,11 +99,9 @@ void EditorNotes::look_at_tools(Dialog& dialog) {
 bool EditorNotes::may_change(Dialog& dialog) {
   if (!keeps_unknown_) return true;
   const bool agreed =
-      host_.boxes.show(
-          u"These notes hold more than their text, written in a way that is not "
-          u"known here. If you change them, only the text will be kept. Do you want "
-          u"to change them?",
-          u"Warning", BoxIcon::warning, BoxButtons::yes_no, true) == BoxAnswer::yes;
+      host_.boxes.show(load_string(StringId::box_unknown_notes, host_.boxes),
+                       load_string(StringId::box_warning, host_.boxes), BoxIcon::warning,
+                       BoxButtons::yes_no_losing, true) == BoxAnswer::yes;
   if (agreed)
     keeps_unknown_ = false;
   else

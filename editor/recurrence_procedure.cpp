@@ -122,7 +122,7 @@ void RecurrenceProcedure::show_step(Dialog& dialog, int step) {
 Text RecurrenceProcedure::summary() const {
   RecurrenceForm endless = form_;
   endless.end = SeriesEnd::none;
-  if (recurrence_fault(endless)) return {};
+  if (recurrence_fault(endless, context_.language())) return {};
   return pattern_words(recurrence_pattern(endless, {}), context_.language());
 }
 
@@ -164,7 +164,7 @@ void RecurrenceProcedure::finish(Dialog& dialog) {
   if (!take_times(dialog)) return;
   take_start_date(dialog);
   read_recurrence(dialog, form_);
-  if (const auto fault = recurrence_fault(form_)) {
+  if (const auto fault = recurrence_fault(form_, context_.language())) {
     context_.host.boxes.show(fault->message, u"Error Warning", BoxIcon::warning);
     show_step(dialog, fault->step == kStepRange ? 3 : 2);
     dialog.focus(fault->control, Caret::all);

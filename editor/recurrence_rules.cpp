@@ -160,36 +160,38 @@ void write_yearly(const RecurrenceForm& form, RecurrencePattern& pattern) {
   begin_on(NextYearlyDate(1, form.start_date, 0, 0, pattern.month_of_year, form.year_day), pattern);
 }
 
-RecurrenceFault interval_fault(int step, int control) {
-  return {u"The interval must be at least 1!", step, control};
+RecurrenceFault interval_fault(int step, int control, Language language) {
+  return {load_string(StringId::box_least_interval, language), step, control};
 }
 
-RecurrenceFault day_fault(int step, int control, int most) {
-  return {format(u"The day must be between 1 and %d!", most), step, control};
+RecurrenceFault day_fault(int step, int control, int most, Language language) {
+  return {format(load_string(StringId::box_day_range, language), most), step, control};
 }
 
-std::optional<RecurrenceFault> kind_fault(const RecurrenceForm& form) {
+std::optional<RecurrenceFault> kind_fault(const RecurrenceForm& form, Language language) {
   switch (form.kind) {
     case kRowDaily:
       if (!form.every_weekday && form.daily_interval < 1)
-        return interval_fault(kStepDaily, kControlDailyInterval);
+        return interval_fault(kStepDaily, kControlDailyInterval, language);
       break;
     case kRowWeekly:
-      if (form.weekly_interval < 1) return interval_fault(kStepWeekly, kControlWeeklyInterval);
+      if (form.weekly_interval < 1)
+        return interval_fault(kStepWeekly, kControlWeeklyInterval, language);
       break;
     case kRowMonthly:
       if (!form.month_nth && (form.month_day < 1 || form.month_day > 31))
-        return day_fault(kStepMonthly, kControlMonthDay, 31);
+        return day_fault(kStepMonthly, kControlMonthDay, 31, language);
       if (!form.month_nth && form.monthly_interval < 1)
-        return interval_fault(kStepMonthly, kControlMonthlyInterval);
+        return interval_fault(kStepMonthly, kControlMonthlyInterval, language);
       if (form.month_nth && form.nth_interval < 1)
-        return interval_fault(kStepMonthly, kControlNthInterval);
+        return interval_fault(kStepMonthly, kControlNthInterval, language);
       break;
     default: {
       const int most = longest_month(form.year_month + 1);
       if (!form.year_nth && (form.year_day < 1 || form.year_day > most))
-        return day_fault(kStepYearly, kControlYearDay, most);
-      if (form.yearly_interval < 1) return interval_fault(kStepYearly, kControlYearlyInterval);
+        return day_fault(kStepYearly, kControlYearDay, most, language);
+      if (form.yearly_interval < 1)
+        return interval_fault(kStepYearly, kControlYearlyInterval, language);
     }
   }
   return std::nullopt;
@@ -283,17 +285,17 @@ void choose_year_month(RecurrenceForm& form, int row) {
   form.year_day = std::min(form.year_day, longest_month(row + 1));
 }
 
-std::optional<RecurrenceFault> recurrence_fault(const RecurrenceForm& form) {
-  if (auto fault = kind_fault(form)) return fault;
+std::optional<RecurrenceFault> recurrence_fault(const RecurrenceForm& form, Language language) {
+  if (auto fault = kind_fault(form, language)) return fault;
   if (form.end == SeriesEnd::by_count && form.count < 1)
-    return RecurrenceFault{u"The number of occurrences must be at least 1!", kStepRange,
+    return RecurrenceFault{load_string(StringId::box_least_count, language), kStepRange,
                            kControlCount};
   if (form.end != SeriesEnd::by_date) return std::nullopt;
   if (form.end_date < form.start_date)
     return RecurrenceFault{u"The defined start date must be before the end date!", kStepRange,
                            kControlRangeEnd};
   if (to_calendar_date(first_day(recurrence_pattern(form, {}))) > form.end_date)
-    return RecurrenceFault{u"The series would end before its first day!", kStepRange,
+    return RecurrenceFault{load_string(StringId::box_before_first, language), kStepRange,
                            kControlRangeEnd};
   return std::nullopt;
 }

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "calendar/recurrence_pattern.h"
 #include "ports/files.h"
+#include "resources/strings.h"
 
 namespace orvello {
 
@@ -78,7 +79,7 @@ struct RecurrenceFault {
   int step = 0;
   int control = 0;
 };
-std::optional<RecurrenceFault> recurrence_fault(const RecurrenceForm& form);
+std::optional<RecurrenceFault> recurrence_fault(const RecurrenceForm& form, Language language);
 
 // Appends the pattern to the diagnostic log, a field a line. False when that failed.
 bool dump_pattern(Files& files, const RecurrencePattern& pattern);

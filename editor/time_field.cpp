@@ -1,6 +1,7 @@
 #include "editor/time_field.h"
 
 #include "calendar/typed_time.h"
+#include "resources/strings.h"
 
 namespace orvello {
 
@@ -35,9 +36,9 @@ TimeField::Typed TimeField::take(Dialog& dialog, MessageBoxes& boxes) {
   const Text typed(cut(trimmed(dialog.text(combo_)), 40));
   const Typed taken = take(dialog);
   if (taken == Typed::none)
-    boxes.show(typed.empty() ? format(u"Without a time it stays %s.", shown_)
-                             : format(u"\"%s\" is not a time of day. It stays %s.", typed, shown_),
-               u"Error Warning", BoxIcon::warning);
+    boxes.show(typed.empty() ? format(load_string(StringId::box_no_time, boxes), shown_)
+                             : format(load_string(StringId::box_not_a_time, boxes), typed, shown_),
+               load_string(StringId::box_warning, boxes), BoxIcon::warning);
   return taken;
 }
 

@@ -230,9 +230,10 @@ void CategoryPage::pressed(Dialog& dialog, int control) {
 
 // True after saying what is wrong with the name.
 bool CategoryPage::refuse(Dialog& dialog, const CategoryName& name, bool may_merge) {
-  const Text fault = fault_text(name, may_merge);
+  const Text fault = fault_text(name, may_merge, language_of(context_.host.boxes));
   if (fault.empty()) return name.fault == CategoryName::Fault::empty;
-  context_.host.boxes.show(fault, u"Error", BoxIcon::warning, BoxButtons::ok, true);
+  context_.host.boxes.show(fault, load_string(StringId::box_error, context_.host.boxes),
+                           BoxIcon::warning, BoxButtons::ok, true);
   dialog.focus(kCategoryPageName, Caret::all);
   return true;
 }
@@ -295,11 +296,10 @@ void CategoryPage::rename(Dialog& dialog) {
 }
 
 bool CategoryPage::person_merges(const Text& label, const Text& into) {
-  return context_.host.boxes.show(format(u"There is a category \"%s\" already. Put everything that "
-                                         u"is in \"%s\" into it?",
-                                         into, label),
-                                  u"Info", BoxIcon::warning, BoxButtons::yes_no,
-                                  true) == BoxAnswer::yes;
+  MessageBoxes& boxes = context_.host.boxes;
+  return boxes.show(format(load_string(StringId::box_merge, boxes), into, label),
+                    load_string(StringId::box_info, boxes), BoxIcon::warning,
+                    BoxButtons::yes_no_losing, true) == BoxAnswer::yes;
 }
 
 // Contacts are the device's own, and keep the label, which stays in its list with them.
@@ -307,8 +307,9 @@ void CategoryPage::tell_of_contacts(TextView label) {
   const auto folder = context_.session.folder(kFolderContacts);
   const auto labels = folder ? folder->category_text() : std::nullopt;
   if (labels && categoryTextHasLabel(*labels, label))
-    context_.host.boxes.show(format(u"Contacts carry \"%s\" as well, and keep it.", Text(label)),
-                             u"Info", BoxIcon::none, BoxButtons::ok, true);
+    context_.host.boxes.show(
+        format(load_string(StringId::box_contacts_keep, context_.host.boxes), Text(label)),
+        load_string(StringId::box_info, context_.host.boxes), BoxIcon::none, BoxButtons::ok, true);
 }
 
 void CategoryPage::recolor(Dialog& dialog) {

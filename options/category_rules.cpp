@@ -55,12 +55,12 @@ CategoryName category_name(const std::vector<CategoryRow>& rows, TextView typed,
   return name;
 }
 
-Text fault_text(const CategoryName& name, bool may_merge) {
+Text fault_text(const CategoryName& name, bool may_merge, Language language) {
   switch (name.fault) {
     case CategoryName::Fault::comma:
-      return u"A category label cannot contain a comma!";
+      return load_string(StringId::box_comma, language);
     case CategoryName::Fault::reserved:
-      return u"\"(None)\" stands for appointments without a category!";
+      return load_string(StringId::box_none_label, language);
     case CategoryName::Fault::taken:
       if (may_merge) break;
       return u"The category label you entered is already in the Category Database!";

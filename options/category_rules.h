@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "ports/locale.h"
+#include "resources/strings.h"
 #include "settings/category_text.h"
 
 namespace orvello {
@@ -38,6 +39,6 @@ struct CategoryName {
 // `renamed`: the row whose new name it would be, which may change the case of its letters; or -1.
 CategoryName category_name(const std::vector<CategoryRow>& rows, TextView typed, int renamed);
 // Empty where there is nothing to say, and where a row that has the name may take another one in.
-Text fault_text(const CategoryName& name, bool may_merge);
+Text fault_text(const CategoryName& name, bool may_merge, Language language);
 
 }  // namespace orvello

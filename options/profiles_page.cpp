@@ -164,8 +164,7 @@ class ProfilesPage : public DialogProcedure {
   void save(Dialog& dialog) {
     const Text name = name_in(dialog, kNewProfileLength);
     if (name.empty()) return refuse(dialog, u"Must enter a profile name!");
-    if (name == kAllProfile)
-      return refuse(dialog, u"Profile name cannot be \"All\"! Please use a different name.");
+    if (name == kAllProfile) return refuse(dialog, load_string(StringId::box_profile_all, boxes()));
     auto names = read_names();  // another program may have saved some
     if (!names) return;
     const bool there = row_of_text(*names, name) >= 0;
@@ -188,12 +187,10 @@ class ProfilesPage : public DialogProcedure {
   bool may_replace(const Text& name) const {
     const bool unread = unread_ && name == loaded_;
     if (!unread && labels_read_) return true;
-    const TextView question =
-        unread ? u"The profile \"%s\" could not be read. Replace it by what is selected?"
-               : u"The categories could not all be read. Replace the profile \"%s\" by what is "
-                 u"selected?";
-    return boxes().show(format(question, name), u"Warning", BoxIcon::warning, BoxButtons::yes_no,
-                        true) == BoxAnswer::yes;
+    const StringId question = unread ? StringId::box_profile_replace : StringId::box_profile_labels;
+    return boxes().show(format(load_string(question, boxes()), name),
+                        load_string(StringId::box_warning, boxes()), BoxIcon::warning,
+                        BoxButtons::yes_no_losing, true) == BoxAnswer::yes;
   }
 
   void erase(Dialog& dialog) {

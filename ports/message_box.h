@@ -6,7 +6,8 @@
 namespace orvello {
 
 enum class BoxIcon { none, warning, error };
-enum class BoxButtons { ok, ok_cancel, yes_no, yes_no_cancel };
+// Return presses the first one, unless that would lose something: then the last one.
+enum class BoxButtons { ok, ok_cancel, yes_no, yes_no_cancel, ok_cancel_losing, yes_no_losing };
 enum class BoxAnswer { ok, cancel, yes, no };
 // refused: something could not be done, and there is nothing to say about it. hand: what was asked
 // for is done, and nothing else shows it.
@@ -20,6 +21,8 @@ class MessageBoxes {
   virtual BoxAnswer show(TextView text, TextView caption, BoxIcon icon = BoxIcon::none,
                          BoxButtons buttons = BoxButtons::ok, bool owned = false) = 0;
   virtual void beep(Beep beep = Beep::refused) = 0;
+  // The code of the language of its buttons and of what it is given to say.
+  virtual Text language() const = 0;
 };
 
 }  // namespace orvello

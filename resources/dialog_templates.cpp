@@ -100,9 +100,10 @@ DialogTemplate delete_dialog(Language language, DeleteChoices choices) {
       top += kButton + kGap;
     }
   }
+  // Return takes nothing away.
   dialog.controls.push_back(
-      {Kind::button, kControlCancel, text(StringId::cancel), {kGap, top, 88, kButton}});
-  dialog.controls.push_back({Kind::default_button,
+      {Kind::default_button, kControlCancel, text(StringId::cancel), {kGap, top, 88, kButton}});
+  dialog.controls.push_back({Kind::button,
                              kControlOk,
                              text(StringId::ok),
                              {width - kGap - 88, top, 88, kButton},

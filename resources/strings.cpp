@@ -104,6 +104,14 @@ Language language_of(const Locale& locale) {
   return find_language(locale.language()).value_or(Language::english);
 }
 
+Language language_of(const MessageBoxes& boxes) {
+  return find_language(boxes.language()).value_or(Language::english);
+}
+
+Text load_string(StringId id, const MessageBoxes& boxes) {
+  return load_string(id, language_of(boxes));
+}
+
 Text load_string(StringId id, Language language) { return Text(text_of(id, language)); }
 
 Text load_count(StringId id, int count, Language language) {

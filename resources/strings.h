@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "ports/locale.h"
+#include "ports/message_box.h"
 #include "resources/ids.h"
 #include "resources/plurals.h"
 
@@ -40,7 +41,10 @@ std::optional<Language> find_language(TextView code);
 // English where there are no texts in the locale's.
 Language language_of(const Locale& locale);
 
+Language language_of(const MessageBoxes& boxes);
+
 Text load_string(StringId id, Language language);
+Text load_string(StringId id, const MessageBoxes& boxes);
 // A text that says a number (%d): the form of it that goes with `count`, with the number in it.
 Text load_count(StringId id, int count, Language language);
 // A text that is a list.

@@ -86,7 +86,7 @@ bool person_agrees(MessageBoxes& boxes) {
   return boxes.show(
              u"This category label is currently being referenced by an existing Appointment, Task, "
              u"or Contact entry on your device, so the label will be marked for removal",
-             u"Info", BoxIcon::warning, BoxButtons::ok_cancel, true) == BoxAnswer::ok;
+             u"Info", BoxIcon::warning, BoxButtons::ok_cancel_losing, true) == BoxAnswer::ok;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "resources/ids.h"
+#include "resources/strings.h"
 #include "settings/program_files.h"
 
 namespace orvello {
@@ -70,13 +71,11 @@ bool load_active_profile(const SettingsVolume& volume, SettingsRecord& settings)
   const bool there = names && std::find(names->begin(), names->end(), name) != names->end();
   if (there && loadProfile(volume, name, settings.profile_labels)) return true;
   settings.profile_unread = true;
-  volume.boxes.show(
-      format(names && !there ? u"The profile \"%s\" is not there any more. All appointments are "
-                               u"shown."
-                             : u"The profile \"%s\" could not be read. All appointments are "
-                               u"shown.",
-             name),
-      u"Error", BoxIcon::warning);
+  volume.boxes.show(format(load_string(names && !there ? StringId::box_profile_gone
+                                                       : StringId::box_profile_unread,
+                                       volume.boxes),
+                           name),
+                    load_string(StringId::box_error, volume.boxes), BoxIcon::warning);
   return false;
 }
 

@@ -93,7 +93,7 @@ bool EditHistory::undo(MessageBoxes& boxes) {
   }
   if (outcome != Outcome::failed) done_.pop_back();
   keep_within_limits();
-  return tell(boxes, outcome, u"Nothing was undone.");
+  return tell(boxes, outcome, StringId::box_not_undone);
 }
 
 bool EditHistory::redo(MessageBoxes& boxes) {
@@ -101,7 +101,7 @@ bool EditHistory::redo(MessageBoxes& boxes) {
   const Outcome outcome = bring(undone_.back(), true);
   if (outcome == Outcome::done) done_.push_back(std::move(undone_.back()));
   if (outcome != Outcome::failed) undone_.pop_back();
-  return tell(boxes, outcome, u"Nothing was redone.");
+  return tell(boxes, outcome, StringId::box_not_redone);
 }
 
 // Items go before others come back, which may need what was theirs.
@@ -136,14 +136,12 @@ EditHistory::Outcome EditHistory::bring(EditStep& step, bool after) {
   return standing == Standing::otherwise ? Outcome::changed_elsewhere : Outcome::failed;
 }
 
-bool EditHistory::tell(MessageBoxes& boxes, Outcome outcome, TextView failure) {
+bool EditHistory::tell(MessageBoxes& boxes, Outcome outcome, StringId failure) {
   if (outcome == Outcome::done) return true;
   boxes.beep();
-  boxes.show(outcome == Outcome::failed
-                 ? with_reason(session_, failure)
-                 : Text(u"This appointment was changed elsewhere since; what was done here before "
-                        u"that cannot be taken back."),
-             u"Error", BoxIcon::warning);
+  boxes.show(outcome == Outcome::failed ? with_reason(session_, load_string(failure, boxes))
+                                        : load_string(StringId::box_changed_since, boxes),
+             load_string(StringId::box_error, boxes), BoxIcon::warning);
   return false;
 }
 

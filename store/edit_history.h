@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "ports/message_box.h"
+#include "resources/strings.h"
 #include "store/store_session.h"
 
 namespace orvello {
@@ -86,7 +87,7 @@ class EditHistory {
  private:
   enum class Outcome { done, changed_elsewhere, failed };
   Outcome bring(EditStep& step, bool after);
-  bool tell(MessageBoxes& boxes, Outcome outcome, TextView failure);
+  bool tell(MessageBoxes& boxes, Outcome outcome, StringId failure);
   void keep_within_limits();
 
   StoreSession& session_;

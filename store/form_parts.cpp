@@ -11,11 +11,6 @@ namespace {
 constexpr std::int64_t kFormDayMinutes = 24 * 60;
 constexpr CalendarDate kFormDayEnd = (kFormDayMinutes - 1) / static_cast<double>(kFormDayMinutes);
 
-constexpr TextView kPartNames[] = {
-    u"the subject", u"the location", u"the times",      u"the recurrence", u"the reminder",
-    u"the privacy", u"the status",   u"the categories", u"the attendees",  u"the notes"};
-static_assert(std::size(kPartNames) == kFormParts);
-
 std::int64_t minute_of(CalendarDate time) { return second_of_day(to_seconds(time)) / 60; }
 CalendarDate at_minute(std::int64_t minute) {
   return to_calendar_date(LocalSeconds(floor_mod(minute, kFormDayMinutes) * 60));
@@ -83,10 +78,12 @@ FormPartSet differing_parts(const AppointmentForm& form, const AppointmentForm& 
   return parts;
 }
 
-Text names_of(FormPartSet parts) {
+Text names_of(FormPartSet parts, Language language) {
+  const std::vector<Text> all = load_list(StringId::box_parts, language);
   Text names;
   for (int part = 0; part < kFormParts; ++part)
-    if (parts.has(FormPart{part})) names += (names.empty() ? u"" : u", ") + Text(kPartNames[part]);
+    if (parts.has(FormPart{part}))
+      names += (names.empty() ? u"" : u", ") + all[static_cast<std::size_t>(part)];
   return names;
 }
 

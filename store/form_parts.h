@@ -2,6 +2,7 @@
 // of a form is written, what was changed elsewhere meanwhile, and how a box names it.
 #pragma once
 
+#include "resources/strings.h"
 #include "store/appointment_form.h"
 
 namespace orvello {
@@ -48,7 +49,7 @@ inline constexpr std::int32_t kPrivateSensitivity = 2;
 FormPartSet differing_parts(const AppointmentForm& form, const AppointmentForm& other);
 
 // "the subject, the times"; for a box.
-Text names_of(FormPartSet parts);
+Text names_of(FormPartSet parts, Language language);
 
 // The fields of these parts as the store has them; attendees and recurrence are no fields.
 AppointmentFieldSet fields_in(FormPartSet parts, const AppointmentForm& form);

@@ -3,14 +3,13 @@
 #include <functional>
 #include <optional>
 
+#include "resources/strings.h"
+
 namespace orvello {
 namespace {
 
 constexpr TextView kError = u"Error";
 constexpr TextView kNotObtained = u"Failure to Obtain Appointment Item";
-constexpr TextView kNotRead = u"The appointment cannot be read.";
-constexpr TextView kGone = u"This appointment is not there any more.";
-constexpr TextView kSeveral = u"This row stands for several appointments.";
 
 bool on_day(CalendarDate date, CalendarDate other) { return whole_day(date) == whole_day(other); }
 
@@ -20,9 +19,10 @@ AppointmentFields fields_of(const Appointment& item) {
   return fields;
 }
 
-void tell_failure(const StoreSession& session, MessageBoxes& boxes, TextView text) {
+void tell_failure(const StoreSession& session, MessageBoxes& boxes, StringId text) {
   boxes.beep();
-  boxes.show(with_reason(session, text), kError);
+  boxes.show(with_reason(session, load_string(text, boxes)),
+             load_string(StringId::box_error, boxes));
 }
 
 // The item itself, or the occurrence of its row, which `occurrence` keeps. Null after saying why.
@@ -33,9 +33,9 @@ Appointment* touched_one(StoreSession& session, MessageBoxes& boxes, Appointment
   occurrence = find_listed_occurrence(item, start, error);
   if (!occurrence)
     tell_failure(session, boxes,
-                 error == OccurrenceError::unreadable         ? kNotRead
-                 : error == OccurrenceError::invalid_argument ? kSeveral
-                                                              : kGone);
+                 error == OccurrenceError::unreadable         ? StringId::box_not_read
+                 : error == OccurrenceError::invalid_argument ? StringId::box_several
+                                                              : StringId::box_gone);
   return occurrence.get();
 }
 
@@ -45,7 +45,9 @@ Appointment* following_ones(StoreSession& session, MessageBoxes& boxes, Appointm
   OccurrenceError error = OccurrenceError::none;
   const auto pattern = item.pattern();
   if (pattern) part = pattern->following(start, error);
-  if (!part) tell_failure(session, boxes, error == OccurrenceError::not_found ? kGone : kNotRead);
+  if (!part)
+    tell_failure(session, boxes,
+                 error == OccurrenceError::not_found ? StringId::box_gone : StringId::box_not_read);
   return part.get();
 }
 
@@ -149,7 +151,7 @@ bool delete_appointment(const OperationContext& context, std::int32_t oid, int m
                                   ? following_ones(session, context.boxes, *item, start, part)
                                   : touched_one(session, context.boxes, *item, start, part);
   if (doomed && !in_one_step(context, *item, [&](EditStep&) { return doomed->remove(); }))
-    tell_failure(session, context.boxes, u"The appointment was not deleted.");
+    tell_failure(session, context.boxes, StringId::box_not_deleted);
   return false;
 }
 
@@ -160,7 +162,7 @@ bool move_appointment(const OperationContext& context, std::int32_t oid, Calenda
   const bool done =
       put_on_day(*touched.one, target_day) &&
       in_one_step(context, *touched.item, [&](EditStep&) { return touched.one->save(); });
-  if (!done) tell_failure(context.session, context.boxes, u"The appointment was not moved.");
+  if (!done) tell_failure(context.session, context.boxes, StringId::box_not_moved);
   return done;
 }
 
@@ -175,7 +177,7 @@ bool copy_appointment(const OperationContext& context, std::int32_t oid, Calenda
         step.made(copy->oid());
         return true;
       });
-  if (!done) tell_failure(context.session, context.boxes, u"The appointment was not copied.");
+  if (!done) tell_failure(context.session, context.boxes, StringId::box_not_copied);
   return done;
 }
 

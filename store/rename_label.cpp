@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "resources/strings.h"
 #include "settings/category_text.h"
 #include "store/item_operations.h"
 #include "store/wait_cursor.h"
@@ -174,8 +175,8 @@ std::optional<int> rename_label(const OperationContext& context, const LabelPlac
   StoreSession& session = context.session;
   const auto failed = [&]() -> std::optional<int> {
     context.boxes.beep();
-    context.boxes.show(with_reason(session, u"The category was not renamed."), u"Error",
-                       BoxIcon::warning);
+    context.boxes.show(with_reason(session, load_string(StringId::box_not_renamed, context.boxes)),
+                       load_string(StringId::box_error, context.boxes), BoxIcon::warning);
     return std::nullopt;
   };
   auto renamed = RenamedPlaces::look(places, label, name);

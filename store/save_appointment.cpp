@@ -21,6 +21,7 @@ class SilentBoxes : public MessageBoxes {
  public:
   BoxAnswer show(TextView, TextView, BoxIcon, BoxButtons, bool) override { return BoxAnswer::no; }
   void beep(Beep) override {}
+  Text language() const override { return {}; }
 };
 
 // One run of save_appointment. What is asked of the person is asked before the transaction, which
@@ -79,19 +80,20 @@ bool AppointmentSave::look(MeantAppointment& meant, AppointmentForm& stored, Mes
 
 SaveResult AppointmentSave::tell_failure() {
   c_.boxes.beep();
-  c_.boxes.show(with_reason(c_.session, u"The appointment was not saved."), kSaveError);
+  c_.boxes.show(with_reason(c_.session, load_string(StringId::box_not_saved, c_.boxes)),
+                load_string(StringId::box_error, c_.boxes));
   return SaveResult::not_saved;
 }
 
 SaveResult AppointmentSave::tell_lack(const MeantAppointment& meant) {
-  constexpr TextView kGoneReason = u"This appointment is not there any more.";
+  const Text gone = load_string(StringId::box_gone, c_.boxes);
   const bool known = c_.session.problem().empty() && c_.session.logged_on();
   if (meant.lack == MeantLack::item && known && !is_new()) {
-    c_.boxes.show(kGoneReason, kSaveError);
+    c_.boxes.show(gone, load_string(StringId::box_error, c_.boxes));
     return SaveResult::gone;
   }
   if (meant.lack == MeantLack::occurrence) {
-    c_.boxes.show(u"Failed getOccurrence()\n" + Text(kGoneReason), kSaveError, BoxIcon::warning);
+    c_.boxes.show(u"Failed getOccurrence()\n" + gone, kSaveError, BoxIcon::warning);
     return SaveResult::gone;
   }
   if (meant.lack == MeantLack::none || meant.lack == MeantLack::item) return tell_failure();
@@ -106,10 +108,10 @@ SaveResult AppointmentSave::tell_lack(const MeantAppointment& meant) {
 bool AppointmentSave::may_overwrite(const AppointmentForm& stored) {
   const auto both = differing_parts(opened_, stored) & parts_ & differing_parts(form_, stored);
   if (both.empty()) return true;
-  const Text question = u"While this appointment was open, it was changed elsewhere: " +
-                        names_of(both) + u".\nDo you want to save yours instead?";
-  return c_.boxes.show(question, u"Warning", BoxIcon::warning, BoxButtons::yes_no) ==
-         BoxAnswer::yes;
+  const Text question =
+      format(load_string(StringId::box_overwrite, c_.boxes), names_of(both, language_of(c_.boxes)));
+  return c_.boxes.show(question, load_string(StringId::box_warning, c_.boxes), BoxIcon::warning,
+                       BoxButtons::yes_no_losing) == BoxAnswer::yes;
 }
 
 // How many changed occurrences go with the recurrence that they have. Nothing: failure.
@@ -140,11 +142,9 @@ SaveResult AppointmentSave::prepare() {
   if (!lost) return tell_lack(meant);
   if (!is_new() && !may_overwrite(stored_)) return SaveResult::not_saved;
   if (*lost == 0) return SaveResult::saved;
-  const Text question =
-      (*lost == 1 ? Text(u"1 changed occurrence does not fit the new recurrence")
-                  : format(u"%d changed occurrences do not fit the new recurrence", *lost)) +
-      u" and would be lost. Do you want to save it all the same?";
-  return c_.boxes.show(question, u"Warning", BoxIcon::warning, BoxButtons::yes_no) == BoxAnswer::yes
+  const Text question = load_count(StringId::box_lost_changes, *lost, language_of(c_.boxes));
+  return c_.boxes.show(question, load_string(StringId::box_warning, c_.boxes), BoxIcon::warning,
+                       BoxButtons::yes_no_losing) == BoxAnswer::yes
              ? SaveResult::saved
              : SaveResult::not_saved;
 }
@@ -228,8 +228,8 @@ void AppointmentSave::send(const std::vector<std::int32_t>& oids) {
     const auto item = c_.session.ItemFromOid(oid);
     const auto result = item ? item->send() : SendResult::failed;
     if (result == SendResult::sent || result == SendResult::no_recipients) continue;
-    c_.boxes.show(with_reason(c_.session, u"The attendees were not informed."), kSaveError,
-                  BoxIcon::warning);
+    c_.boxes.show(with_reason(c_.session, load_string(StringId::box_not_informed, c_.boxes)),
+                  kSaveError, BoxIcon::warning);
     return;
   }
 }

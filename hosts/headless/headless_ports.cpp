@@ -103,8 +103,10 @@ std::vector<BoxAnswer> answers_of(BoxButtons buttons) {
     case BoxButtons::ok:
       break;
     case BoxButtons::ok_cancel:
+    case BoxButtons::ok_cancel_losing:
       return {BoxAnswer::ok, BoxAnswer::cancel};
     case BoxButtons::yes_no:
+    case BoxButtons::yes_no_losing:
       return {BoxAnswer::yes, BoxAnswer::no};
     case BoxButtons::yes_no_cancel:
       return {BoxAnswer::yes, BoxAnswer::no, BoxAnswer::cancel};
@@ -132,6 +134,9 @@ BoxAnswer HeadlessBoxes::show(TextView text, TextView caption, BoxIcon icon, Box
   }
   const std::vector<BoxAnswer> all = answers_of(buttons);
   // The last one is the careful one.
+  const bool loses =
+      buttons == BoxButtons::ok_cancel_losing || buttons == BoxButtons::yes_no_losing;
+  if (button == kReturn) return loses ? all.back() : all.front();
   return button < 0 ? all.back() : all.at(static_cast<std::size_t>(button));
 }
 

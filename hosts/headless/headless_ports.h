@@ -67,12 +67,15 @@ class HeadlessBoxes : public MessageBoxes {
  public:
   BoxAnswer show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                  bool owned) override;
+  Text language() const override { return spoken; }
   void beep(Beep beep) override { ++(beep == Beep::hand ? hands : beeps); }
+  static constexpr int kReturn = -2;
+  Text spoken = u"en";
   std::vector<ShownBox> shown;
   int beeps = 0, hands = 0;
   std::function<void()> meanwhile;  // while a box stands
   std::vector<BoxAnswer> answers;   // the next ones to give; then that of the
-  int button = 0;                   // button that is pressed, from 0; -1: left without one
+  int button = 0;                   // button that is pressed, from 0; -1: left without one; kReturn
 };
 
 class HeadlessShell : public DeviceShell {

@@ -2,6 +2,7 @@
 
 #include "exchange/mail_message.h"
 #include "hosts/linux/command.h"
+#include "resources/strings.h"
 #include "settings/setting_table.h"
 
 namespace orvello {
@@ -24,7 +25,7 @@ RecordCalendarStore::Sending MeetingDelivery::deliver(const MeetingRequest& requ
     std::string others;
     for (const std::string& address : handed->left_out)
       others += (others.empty() ? "" : ", ") + address;
-    boxes.show(to_utf16("The mail program was not told of " + others + ". Add them there."),
+    boxes.show(format(load_string(StringId::box_mail_left_out, boxes), to_utf16(others)),
                u"Orvello");
   }
   return {SendResult::sent, ""};

@@ -49,7 +49,7 @@ struct QtHost::Parts {
         files(options.paths),
         window(window_options(options)),
         menu_bar(window),
-        boxes(window),
+        boxes(window, locale.language()),
         dialogs(window, locale.data()),
         registry(r),
         databases(d),

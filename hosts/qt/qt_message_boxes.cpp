@@ -15,6 +15,7 @@
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
+#include "resources/strings.h"
 
 namespace orvello {
 namespace {
@@ -24,27 +25,36 @@ constexpr int kWideBoxWidth = 300;
 
 struct Choice {
   BoxAnswer answer;
-  const char* text;
+  StringId text;
 };
 
 std::vector<Choice> choices_of(BoxButtons buttons) {
   switch (buttons) {
     case BoxButtons::ok_cancel:
-      return {{BoxAnswer::ok, "OK"}, {BoxAnswer::cancel, "Cancel"}};
+    case BoxButtons::ok_cancel_losing:
+      return {{BoxAnswer::ok, StringId::ok}, {BoxAnswer::cancel, StringId::cancel}};
     case BoxButtons::yes_no:
-      return {{BoxAnswer::yes, "Yes"}, {BoxAnswer::no, "No"}};
+    case BoxButtons::yes_no_losing:
+      return {{BoxAnswer::yes, StringId::box_yes}, {BoxAnswer::no, StringId::box_no}};
     case BoxButtons::yes_no_cancel:
-      return {{BoxAnswer::yes, "Yes"}, {BoxAnswer::no, "No"}, {BoxAnswer::cancel, "Cancel"}};
+      return {{BoxAnswer::yes, StringId::box_yes},
+              {BoxAnswer::no, StringId::box_no},
+              {BoxAnswer::cancel, StringId::cancel}};
     case BoxButtons::ok:
       break;
   }
-  return {{BoxAnswer::ok, "OK"}};
+  return {{BoxAnswer::ok, StringId::ok}};
+}
+
+bool may_lose(BoxButtons buttons) {
+  return buttons == BoxButtons::ok_cancel_losing || buttons == BoxButtons::yes_no_losing;
 }
 
 // Closing a box without choosing is the careful answer.
 BoxAnswer careful_answer(BoxButtons buttons) {
   if (buttons == BoxButtons::ok) return BoxAnswer::ok;
-  return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::cancel;
+  const bool asks = buttons == BoxButtons::yes_no || buttons == BoxButtons::yes_no_losing;
+  return asks ? BoxAnswer::no : BoxAnswer::cancel;
 }
 
 class BoxSheet : public Guarded<QWidget> {
@@ -135,20 +145,20 @@ BoxAnswer QtMessageBoxes::show(TextView text, TextView caption, BoxIcon icon, Bo
   const QPointer<ModalLayer> layer = new ModalLayer(window_);
   auto* sheet = new BoxSheet(layer, density, text, caption, icon);
   BoxAnswer given = careful_answer(buttons);
-  QPushButton* first = nullptr;
+  QPushButton* pressed_by_return = nullptr;
   for (const Choice& choice : choices_of(buttons)) {
-    QPushButton* button = sheet->add_button(QString::fromLatin1(choice.text));
+    QPushButton* button = sheet->add_button(to_qt(load_string(choice.text, *this)));
     on_signal(button, &QPushButton::clicked, layer, [&given, layer, choice] {
       given = choice.answer;
       layer->end();
     });
-    if (!first) first = button;
+    if (!pressed_by_return || may_lose(buttons)) pressed_by_return = button;
   }
-  first->setDefault(true);
-  first->setFocus();
+  pressed_by_return->setDefault(true);
+  pressed_by_return->setFocus();
   layer->setWindowTitle(to_qt(caption));
   layer->close_wanted = [layer] { layer->end(); };
-  layer->accept_wanted = [first] { first->click(); };
+  layer->accept_wanted = [pressed_by_return] { pressed_by_return->click(); };
   const auto wanted = [&](int room) {
     const int most = density.scaled(kWideBoxWidth);
     return sheet->wanted(std::min(most, std::max(density.scaled(kBoxWidth), room * 3 / 4)));

@@ -11,10 +11,12 @@ namespace orvello {
 
 class QtMessageBoxes : public MessageBoxes {
  public:
-  explicit QtMessageBoxes(QtMainWindow& window) : window_(window) {}
+  QtMessageBoxes(QtMainWindow& window, Text language)
+      : window_(window), language_(std::move(language)) {}
   BoxAnswer show(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons,
                  bool owned) override;
   void beep(Beep beep) override;
+  Text language() const override { return language_; }
 
   // Answers in the person's place while it is set.
   std::function<BoxAnswer(TextView text, TextView caption, BoxIcon icon, BoxButtons buttons)>
@@ -22,6 +24,7 @@ class QtMessageBoxes : public MessageBoxes {
 
  private:
   QtMainWindow& window_;
+  Text language_;
 };
 
 }  // namespace orvello

@@ -28,7 +28,7 @@ void tell_start_fault(int argc, char** argv, const std::string& sentence) {
   if (::isatty(STDERR_FILENO) != 0 || !display_reachable()) return;
   const auto application = QtHost::make_application(argc, argv, false);
   QtMainWindow window({});
-  QtMessageBoxes boxes(window);
+  QtMessageBoxes boxes(window, u"en");
   if (started_by_launcher())
     boxes.show(to_utf16(sentence), u"Orvello", BoxIcon::error, BoxButtons::ok, false);
 }

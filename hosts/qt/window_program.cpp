@@ -117,13 +117,14 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
   if (named.empty() || !store) return;
   Application& application = session.application;
   const Host& host = application.host();
-  const auto refuse = [&host](const std::string& reason) {
-    host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
+  const auto refuse = [&host](const Text& reason) {
+    host.boxes.show(reason, load_string(StringId::box_error, host.boxes), BoxIcon::error,
+                    BoxButtons::ok, true);
   };
   if (const auto own = own_file_among(paths, named); !own.empty())
-    return refuse(own + " is one of the calendar's own files.");
+    return refuse(format(load_string(StringId::box_own_file, host.boxes), to_utf16(own)));
   const auto files = calendar_files(named);
-  if (!files) return refuse(files.reason());
+  if (!files) return refuse(to_utf16(files.reason()));
   const SettingsRecord& settings = application.settings();
   const ImportDesk desk{*store,
                         application.history(),
@@ -152,7 +153,9 @@ void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& part
     if (!text) return {text.reason()};
     const auto handed = outbox.hand_over(record.fields.subject, *text);
     if (handed && !handed->mailed)
-      session.application.host().boxes.show(u"Saved to " + to_utf16(handed->path), u"Orvello");
+      session.application.host().boxes.show(
+          format(load_string(StringId::box_saved_to, session.host.boxes), to_utf16(handed->path)),
+          u"Orvello");
     return {handed.reason()};
   };
   const auto send = [&session, &store, &parts, outbox](const AppointmentRecord& record) {

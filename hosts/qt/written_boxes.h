@@ -13,9 +13,11 @@ class WrittenBoxes : public MessageBoxes {
     if (icon != BoxIcon::none || buttons == BoxButtons::ok)
       std::cerr << "orvello: " << to_utf8(text) << "\n";
     if (buttons == BoxButtons::yes_no_cancel) return BoxAnswer::cancel;
-    return buttons == BoxButtons::yes_no ? BoxAnswer::no : BoxAnswer::ok;
+    const bool asks = buttons == BoxButtons::yes_no || buttons == BoxButtons::yes_no_losing;
+    return asks ? BoxAnswer::no : BoxAnswer::ok;
   }
   void beep(Beep) override {}
+  Text language() const override { return u"en"; }
 };
 
 }  // namespace orvello

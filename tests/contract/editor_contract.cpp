@@ -216,7 +216,7 @@ TEST_P(EditorContract, AsksAndChecksBeforeItSaves) {
 }
 
 TEST_P(EditorContract, WhatIsNoTimeIsToldAndTheOldOneStays) {
-  constexpr char kTold[] = "Error Warning: \"25:99\" is not a time of day. It stays 12:00.";
+  constexpr char kTold[] = "Warning: \"25:99\" is not a time of day. It stays 12:00.";
   desk->meet([&] {
     desk->type_into(kLineSubject, u"A");
     for (const bool by_key : {true, false}) {

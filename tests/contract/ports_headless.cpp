@@ -105,6 +105,7 @@ struct HeadlessBoxDevice : BoxDevice {
   MessageBoxes& boxes() override { return port; }
   void make_window() override {}
   void person(std::optional<int> button) override { port.button = button.value_or(-1); }
+  void press_return() override { port.button = HeadlessBoxes::kReturn; }
   HeadlessBoxes port;
 };
 INSTANTIATE_TEST_SUITE_P(Headless, MessageBoxesContract,

@@ -169,7 +169,7 @@ TEST(RecurrenceRules, WhatNobodyCanMeanIsNamed) {
   const auto fault_at = [](auto change) {
     RecurrenceForm form = recurrence_form(pattern_of(Type::daily, 1, 0, 0, 0, 0), false);
     change(form);
-    const auto fault = recurrence_fault(form);
+    const auto fault = recurrence_fault(form, Language::english);
     return fault ? fault->control : 0;
   };
   EXPECT_EQ(typed_count(u"12 days"), 12);

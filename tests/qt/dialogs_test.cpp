@@ -128,7 +128,7 @@ TEST(Dialog, WhatIsMadeBelowAModalOneGetsNothingUntilThatIsOver) {
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(bar)->state().disabled);
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(cover)->state().modal);
     // One more above it, and back.
-    QtMessageBoxes boxes(*test.window);
+    QtMessageBoxes boxes(*test.window, u"en");
     QTimer::singleShot(50, [&] {
       EXPECT_FALSE(cover->isEnabled());
       test.window->shell()->close();
@@ -150,7 +150,7 @@ TEST(Dialog, WhatIsMadeBelowAModalOneGetsNothingUntilThatIsOver) {
 TEST(Dialog, WhatOpensWhileABoxStandsAloneStandsAboveIt) {
   TestWindow test;
   ModalRun modal(test);
-  QtMessageBoxes boxes(*test.window);
+  QtMessageBoxes boxes(*test.window, u"en");
   modal.listener.act = [](Dialog& dialog, const DialogEvent& event) {
     if (event.kind == Event::command && event.control == 1) dialog.close(42);
   };
@@ -190,7 +190,7 @@ QPushButton* box_button(TestWindow& test, const char* text) {
 TEST(MessageBox, ALongTextFitsASmallScreenAndTheButtonsCanBeTapped) {
   TestWindow test({240, 320}, 96);
   test.show();
-  QtMessageBoxes boxes(*test.window);
+  QtMessageBoxes boxes(*test.window, u"en");
   Text text;
   for (int i = 0; i < 200; ++i) text += u"The calendar file could not be opened. ";
   QTimer::singleShot(80, [&] {

@@ -151,9 +151,17 @@ struct QtBoxDevice : BoxDevice {
       QTest::mouseClick(box->findChildren<QAbstractButton*>().at(*button), Qt::LeftButton);
     });
   }
+  void press_return() override {
+    QTimer::singleShot(50, [this] {
+      QWidget* box = window.shell() ? window.shell()->cover() : QApplication::activeModalWidget();
+      ASSERT_NE(box, nullptr);
+      QWidget* focused = box->window()->focusWidget();
+      QTest::keyClick(focused ? focused : box, Qt::Key_Return);
+    });
+  }
   Recorder recorder;
   QtMainWindow window{{}};
-  QtMessageBoxes port{window};
+  QtMessageBoxes port{window, u"en"};
 };
 INSTANTIATE_TEST_SUITE_P(Qt, MessageBoxesContract, (only<BoxCase, QtBoxDevice>("qt")));
 
