@@ -11,6 +11,7 @@
 #include "views/day_list.h"
 #include "views/month_paint.h"
 #include "views/notes_bubble.h"
+#include "views/row_colors.h"
 #include "views/year_paint.h"
 
 namespace orvello {
@@ -136,7 +137,8 @@ void draw_example_day(const PreviewInput& in, Canvas& canvas) {
                    screen.work.height - strip.strip.height};
   const ExampleDay day(in);
   DayAgenda agenda = day.agenda();
-  const DayListInput list{settings, screen, {{place.width, place.height}, 0, 0}, day.noon()};
+  const DayListInput list{
+      settings, screen, {{place.width, place.height}, 0, 0}, day.noon(), in.language};
   draw_report(day_list_content(agenda, list, canvas), place, canvas);
 }
 

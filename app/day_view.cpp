@@ -97,7 +97,8 @@ void DayView::show_list() {
   agenda_ = read_;
   CalendarDate now = 0;
   SystemTimeToVariantTime(c_.host.clock.local_time(), now);
-  const DayListInput input{c_.settings, c_.state.layout, list->place(), now};
+  const DayListInput input{c_.settings, c_.state.layout, list->place(), now,
+                           c_.commands.language()};
   ReportContent content = day_list_content(agenda_, input, c_.commands.measuring_canvas());
   icons_x_ = content.columns[0].width + content.columns[1].width / 2;
   list->set_content(std::move(content));

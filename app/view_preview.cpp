@@ -38,7 +38,8 @@ bool draw_day(const PreviewInput& in, const ScreenLayout& screen, Canvas& canvas
   if (!whole) agenda = unreadable_agenda(load_string(StringId::unreadable, in.language));
   CalendarDate now = 0;
   SystemTimeToVariantTime(in.clock.local_time(), now);
-  const DayListInput list{in.settings, screen, {{place.width, place.height}, 0, 0}, now};
+  const DayListInput list{
+      in.settings, screen, {{place.width, place.height}, 0, 0}, now, in.language};
   draw_report(day_list_content(agenda, list, canvas), place, canvas);
   return whole;
 }

@@ -39,7 +39,7 @@ void draw_row(const ReportContent& content, const ReportRow& row, const Rect& bo
     const Rect room = cell.inset(content.padding, 0);
     if (i >= row.cells.size() || row.cells[i].empty() || room.empty()) continue;
     canvas.draw_text(shortened(canvas, row.cells[i], font, room.width), room,
-                     {font, row.text, column.align});
+                     {font, i == 0 ? row.first_text.value_or(row.text) : row.text, column.align});
   }
 }
 

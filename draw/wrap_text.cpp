@@ -12,15 +12,29 @@ bool splits_a_pair(TextView text, std::size_t at) {
          text[at - 1] >= 0xD800 && text[at - 1] <= 0xDBFF;
 }
 
+bool is_joint(char16_t c) {
+  return TextView(u"-/\\_|,;\u2010\u2013\u2014").find(c) != TextView::npos;
+}
+
+bool is_ideograph(char16_t c) { return c >= 0x3040 && c <= 0x9FFF; }
+
+// Parts of a word on two lines have two letters each at least; numbers and times stay whole.
+bool breaks_word(TextView text, std::size_t at) {
+  constexpr std::size_t kLeast = 2;
+  if (is_ideograph(text[at]) && is_ideograph(text[at - 1])) return true;
+  if (!is_joint(text[at - 1]) || at <= kLeast || at + kLeast > text.size()) return false;
+  for (std::size_t i = at - 1 - kLeast; i < at + kLeast; ++i)
+    if (i != at - 1 &&
+        (text[i] == u' ' || is_joint(text[i]) || (text[i] >= u'0' && text[i] <= u'9')))
+      return false;
+  return true;
+}
+
 void wrap_paragraph(Canvas& canvas, TextView text, const FontSpec& font, int width,
                     std::vector<Text>& lines) {
   const TextView paragraph = text;
   do {
-    std::size_t take = fitting_units(canvas, text, font, width);
-    if (take < text.size()) {
-      const std::size_t blank = text.substr(0, take + 1).find_last_of(u' ');
-      if (blank != TextView::npos && blank > 0) take = blank;
-    }
+    const std::size_t take = line_units(text, fitting_units(canvas, text, font, width));
     lines.push_back(line_of(paragraph, text.substr(0, take)));
     text.remove_prefix(take);
     text.remove_prefix(std::min(text.find_first_not_of(u' '), text.size()));
@@ -50,6 +64,13 @@ std::size_t fitting_units(Canvas& canvas, TextView text, const FontSpec& font, i
   if (splits_a_pair(text, good)) --good;
   if (good > 0) return good;
   return splits_a_pair(text, 1) ? 2 : 1;
+}
+
+std::size_t line_units(TextView text, std::size_t fitting) {
+  if (fitting >= text.size()) return text.size();
+  for (std::size_t at = fitting; at > 0; --at)
+    if (text[at] == u' ' || breaks_word(text, at)) return at;
+  return fitting;
 }
 
 Text shortened(Canvas& canvas, TextView text, const FontSpec& font, int width) {

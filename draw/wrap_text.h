@@ -12,6 +12,11 @@ namespace orvello {
 // at least one character.
 std::size_t fitting_units(Canvas& canvas, TextView text, const FontSpec& font, int width);
 
+// How many of the `fitting` units at the text's start stay on a line: up to a blank, which then
+// begins the rest, else to behind a hyphen or the like, and all of them where a word has no such
+// place.
+std::size_t line_units(TextView text, std::size_t fitting);
+
 // The text, or as much of its start as leaves room for the "..." behind it.
 Text shortened(Canvas& canvas, TextView text, const FontSpec& font, int width);
 
@@ -28,7 +33,7 @@ class CharacterWidths {
   std::unordered_map<char16_t, int> widths_;
 };
 
-// Lines no wider than `width`, broken at blanks where there are any and at line ends always.
+// Lines no wider than `width`, broken as line_units says, and at line ends always.
 std::vector<Text> word_wrapped(Canvas& canvas, TextView text, const FontSpec& font, int width);
 
 }  // namespace orvello

@@ -30,6 +30,7 @@ struct ReportRow {
   int height = 0;
   Color background = kWhite;
   Color text = kBlack;
+  std::optional<Color> first_text;  // of the first cell, where that is another
   bool bold = false;
   ReportMark mark = ReportMark::none;
   std::optional<Color> line_above;  // a separator along the upper edge

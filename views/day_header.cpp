@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "calendar/date_pictures.h"
-#include "draw/fit_text.h"
 
 namespace orvello {
 namespace {
@@ -23,6 +22,47 @@ void draw_style_button(Canvas& canvas, const Rect& box, int gap) {
   }
 }
 
+int widest_of(Canvas& canvas, const std::vector<Text>& texts, const FontSpec& font) {
+  int width = 0;
+  for (const Text& text : texts) width = std::max(width, canvas.measure(text, font).width);
+  return width;
+}
+
+// Letters of these fonts do not move closer to their neighbours: what the widest month and the
+// widest weekday have more than others adds up.
+int longest_width(Canvas& canvas, const DayHeaderInput& input, const FontSpec& font) {
+  const int own = canvas.measure(input.date, font).width;
+  if (input.months.empty() || input.weekdays.empty()) return own;
+  const int month = widest_of(canvas, input.months, font);
+  // The first of the weekdays is the one that the months have.
+  const int usual_day = canvas.measure(input.weekdays.front(), font).width;
+  const int day = widest_of(canvas, input.weekdays, font);
+  return std::max(own, month + day - usual_day);
+}
+
+FontSpec date_font(Canvas& canvas, const DayHeaderInput& input, int width,
+                   const ScreenLayout& screen) {
+  constexpr int kLargest = 10, kSmallest = 5;
+  FontSpec font = screen.fonts.bold10;
+  for (int points = kLargest; points >= kSmallest; --points) {
+    font = font_of(points, 700, screen);
+    if (longest_width(canvas, input, font) <= width) break;
+  }
+  return font;
+}
+
+// A date of each month that is a Sunday, and of each weekday, all with two digits.
+void add_samples(TextView picture, const LocaleData& locale, DayHeaderInput& input) {
+  constexpr int kYear = 2028, kFirst = 20, kMay = 5;
+  const auto sample = [&](int month, int weekday) {
+    const int first = civil_of(day_of(kYear, month, kFirst)).day_of_week;
+    const Day day = day_of(kYear, month, kFirst) + (weekday - first + 7) % 7;
+    return FormatDatePicture(picture, civil_of(day), locale);
+  };
+  for (int month = 1; month <= 12; ++month) input.months.push_back(sample(month, 0));
+  for (int weekday = 0; weekday < 7; ++weekday) input.weekdays.push_back(sample(kMay, weekday));
+}
+
 }  // namespace
 
 DayHeaderInput day_header_input(const SettingsRecord& settings, const ScreenLayout& screen,
@@ -32,7 +72,9 @@ DayHeaderInput day_header_input(const SettingsRecord& settings, const ScreenLayo
   LongDatePicture(settings.dayviewheaderformat, picture);
   DayHeaderInput input;
   input.date = cut(FormatDatePicture(picture, day, settings.locale), kLongestDate);
-  if (settings.juliandate == 1) input.day_number = JulianDateText(day);
+  add_samples(picture, settings.locale, input);
+  if (settings.juliandate == 1)
+    input.day_number = local_digits(JulianDateText(day), settings.locale);
   input.day_number_font = font_of(std::min(settings.dvfontsize, kLargestNumber), 700, screen);
   return input;
 }
@@ -99,7 +141,7 @@ void draw_day_header(Canvas& canvas, const DayHeaderInput& input, const DayHeade
   const Color text = colors[static_cast<std::size_t>(ColorSlot::day_header_text)];
   canvas.fill_rect(layout.strip,
                    colors[static_cast<std::size_t>(ColorSlot::day_header_background)]);
-  TextStyle style{fitting_font(canvas, {input.date}, layout.date.width, 10, 700, screen), text};
+  TextStyle style{date_font(canvas, input, layout.date.width, screen), text};
   canvas.draw_text(input.date, layout.date, style);
   if (!input.day_number.empty()) {
     style.font = input.day_number_font;

@@ -2,6 +2,8 @@
 // day's number.
 #pragma once
 
+#include <vector>
+
 #include "base/image.h"
 #include "draw/screen_layout.h"
 #include "settings/settings_record.h"
@@ -26,6 +28,9 @@ struct DayHeaderInput {
   Text date;
   Text day_number;  // empty: not shown
   FontSpec day_number_font;
+  // Dates of the same format, one of each month, then one of each weekday: the date's size is that
+  // of the longest one, so that it is the same from day to day.
+  std::vector<Text> months{}, weekdays{};
 };
 
 // The strip's texts for a day, as the settings have them.

@@ -1,24 +1,21 @@
-// The day's list as its rows are drawn: columns, colours by style, icons, wrapped subjects.
+// The day's list as its rows are drawn: columns, colours by style, pictures, wrapped subjects.
 #pragma once
 
 #include "draw/screen_layout.h"
 #include "ports/report_list.h"
+#include "resources/strings.h"
 #include "settings/settings_record.h"
 #include "store/day_agenda.h"
 
 namespace orvello {
-
-enum class RowColorStyle { by_rows = 0, by_times = 1, by_category = 2, none = 3 };
 
 struct DayListInput {
   const SettingsRecord& settings;
   const ScreenLayout& screen;
   ReportPlace place;     // of the list
   CalendarDate now = 0;  // what has ended before is past
+  Language language{};   // of what a screen reader is told
 };
-
-// Of 256 parts, how far a row of the evening is from the rows' to the lines' colour.
-inline constexpr int kEveningShare = 170;
 
 // Row i shows the agenda's row i. Where `wrapsubject` asks for it, subjects wider than their column
 // are broken into rows below their own first: the agenda grows, and the arrays beside its rows too.

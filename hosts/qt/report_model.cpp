@@ -150,7 +150,8 @@ void ReportDelegate::paint_row(QPainter* painter, const QStyleOptionViewItem& op
     x += model_.column_width(i);
     if (cell.width() <= 0) continue;
     QRect box = turned(cell, all.width()).translated(left, 0);
-    const QRgb color = to_qt(selected ? content.selected_text : row.text);
+    const Color text = i == 0 ? row.first_text.value_or(row.text) : row.text;
+    const QRgb color = to_qt(selected ? content.selected_text : text);
     if (i == 0 && model_.mark_width() > 0) {
       draw_mark(*painter, row, box, color);
       box = turned(cell.adjusted(model_.mark_width(), 0, 0, 0), all.width()).translated(left, 0);

@@ -43,6 +43,24 @@ TEST_F(WrapTest, LinesBreakAtBlanksAndLineEnds) {
     EXPECT_LE(width(line), room);
 }
 
+// "What fits|the line": a word is broken behind a hyphen or the like, and else only when it is
+// wider than a line.
+TEST_F(WrapTest, WordsBreakWhereAPersonWouldBreakThem) {
+  const struct {
+    TextView text, line, expected;
+  } cases[] = {{u"with Anna-Maria", u"with Anna-Ma", u"with Anna-"},
+               {u"Anna/bird", u"Anna/b", u"Anna/"},
+               {u"read e-mail", u"read e-ma", u"read"},
+               {u"at 10:00-11:00 sharp", u"at 10:00-11", u"at"},
+               {u"go Donaudampfschiff", u"go Donau", u"go"},
+               {u"Donaudampfschiff", u"Donau", u"Donau"},
+               {u"\u4F1A\u8BAE \u4F1A\u8BAE\u5BA4", u"\u4F1A\u8BAE \u4F1A\u8BAE",
+                u"\u4F1A\u8BAE \u4F1A\u8BAE"},
+               {u" leading", u" lea", u" lea"}};
+  for (const auto& c : cases)
+    EXPECT_EQ(to_utf8(c.text.substr(0, line_units(c.text, c.line.size()))), to_utf8(c.expected));
+}
+
 // A line reads as its paragraph does, whatever letter it begins with.
 TEST_F(WrapTest, ALineThatBeginsInAnotherDirectionIsMarked) {
   const Text hebrew = u"טיסה London ועוד 9:30", english = u"see חיפה now";

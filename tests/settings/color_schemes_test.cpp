@@ -7,7 +7,7 @@
 #include "resources/strings.h"
 #include "settings/color_pairs.h"
 #include "settings/colors.h"
-#include "views/day_list.h"
+#include "views/row_colors.h"
 
 namespace orvello {
 namespace {

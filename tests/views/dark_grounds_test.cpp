@@ -8,6 +8,7 @@
 #include "views/day_list.h"
 #include "views/month_bars.h"
 #include "views/month_cells.h"
+#include "views/row_colors.h"
 
 namespace orvello {
 namespace {

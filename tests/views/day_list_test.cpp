@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "draw/readable.h"
 #include "hosts/headless/recording_canvas.h"
+#include "settings/color_schemes.h"
 #include "settings/colors.h"
 
 namespace orvello {
@@ -116,16 +118,86 @@ TEST_F(DayListTest, WrappedPiecesKeepColourOidEndAndPlace) {
   EXPECT_EQ(rows_of_appointment(agenda, 1).size(), second);
 }
 
-TEST_F(DayListTest, PicturesStandForLettersAndAreNeverCutOff) {
+// What a row does not have keeps its place, so that bells stand below bells.
+TEST_F(DayListTest, PicturesHaveTheirPlacesAndAreNeverCutOff) {
+  settings.usecategorycolorforbar = 1;
   add(u"9:00-10:00", u"All of them", 46347.4, u"nrc");
+  add(u"9:00-10:00", u"A bell", 46347.4, u"r");
+  agenda.row_colors[1] = kWhite;
   agenda.notes_seen = true;
   const ReportContent shown = content();
-  ASSERT_EQ(shown.rows[0].pictures, (std::vector<int>{0, 1, 2}));
-  EXPECT_EQ(shown.pictures[2].width, 9);
-  EXPECT_EQ(shown.columns[1].width, 8 + 2 + 8 + 2 + 9);
-  agenda.rows[0].icons.clear();
+  const auto place_of = [&](std::size_t row, std::size_t picture) {
+    int x = 0;
+    for (std::size_t i = 0; i < picture; ++i)
+      x += shown.pictures[static_cast<std::size_t>(shown.rows[row].pictures[i])].width + 2;
+    return x;
+  };
+  ASSERT_EQ(shown.rows[0].pictures.size(), 4u);
+  ASSERT_EQ(shown.rows[1].pictures.size(), 4u);
+  EXPECT_EQ(shown.rows[1].pictures[2], shown.rows[0].pictures[2]) << "the bell";
+  EXPECT_EQ(place_of(1, 2), place_of(0, 2));
+  EXPECT_EQ(place_of(1, 4), place_of(0, 4));
+  EXPECT_EQ(shown.columns[1].width, 3 + 2 + 8 + 2 + 8 + 2 + 9);
+  EXPECT_EQ(to_utf8(shown.rows[0].name), "9:00-10:00 All of them, Notes, Reminder, Work");
+  EXPECT_EQ(to_utf8(shown.rows[1].name), "9:00-10:00 A bell, Reminder");
+  for (DayRow& row : agenda.rows) row.icons.clear();
+  agenda.row_colors[0] = kWhite;
   agenda.notes_seen = false;
   EXPECT_EQ(content().columns[1].width, 1);
+}
+
+// Where a list is narrow, times that make way for subjects go on in the next row, in their colour.
+TEST_F(DayListTest, TimesMakeWayForSubjectsOnANarrowList) {
+  settings.wrapsubject = settings.showlocation = 1;
+  add(u"10:00a-10:30a", u"Piano lesson Anna", 46347.4, u"", u"[Music school]");
+  add(u"All Day", u"Fair", 46347.99);
+  const ReportContent shown = content();
+  ASSERT_EQ(shown.rows.size(), 3u);
+  EXPECT_EQ(shown.rows[0].cells[0], u"10:00a-");
+  EXPECT_EQ(shown.rows[1].cells[0], u"10:30a");
+  EXPECT_EQ(shown.rows[1].first_text, shown.rows[0].text);
+  EXPECT_EQ(agenda.rows[0].time, u"10:00a-10:30a");
+  EXPECT_EQ(to_utf8(shown.rows[0].name), "10:00a-10:30a Piano lesson Anna, [Music school]");
+  agenda = {};
+  add(u"10:00a-10:30a", u"Yoga", 46347.4);
+  EXPECT_EQ(content().rows[0].cells[0], u"10:00a-10:30a") << "it would only be higher";
+  place.size.width = 1000;
+  agenda = {};
+  add(u"9:00a-9:30a", u"Yoga", 46347.4);
+  const int subjects_begin = content().columns[0].width;
+  add(u"10:00a-10:30a", u"Yoga", 46347.4);
+  EXPECT_EQ(content().columns[0].width, subjects_begin) << "the same from day to day";
+}
+
+// Whatever the style, the scheme and the category's colour.
+TEST_F(DayListTest, EndedRowsLookEndedAndSeparatorsAreSeen) {
+  settings.colorexpired = 1;
+  add(u"9:00-10:00", u"Morning", 46347.4);
+  add(u"9:00-23:00", u"Evening", 46347.95);
+  for (const ColorScheme& scheme : color_schemes()) {
+    settings.item_colors = scheme.colors;
+    for (const Color category :
+         {kWhite, kBlack, rgb(128, 128, 128), rgb(200, 40, 40), rgb(255, 214, 57)}) {
+      agenda.row_colors = {category, category};
+      for (settings.rowcolorindex = 0; settings.rowcolorindex < 4; ++settings.rowcolorindex) {
+        SCOPED_TRACE(testing::Message() << to_utf8(load_string(scheme.name, Language::english))
+                                        << " style " << settings.rowcolorindex);
+        now = 46347;
+        const auto ahead = content().rows;
+        now = 46348;
+        const ReportContent shown = content();
+        for (std::size_t i = 0; i < 2; ++i) {
+          const ReportRow& row = shown.rows[i];
+          EXPECT_NE(row.text, ahead[i].text);
+          EXPECT_GE(contrast(row.text, row.background), 2.9);
+          EXPECT_NE(to_utf8(row.name).find("Ended"), std::string::npos);
+        }
+        EXPECT_GE(contrast(*shown.rows[1].line_above, shown.rows[1].background), 1.25);
+        EXPECT_GE(contrast(shown.selected_background, shown.background), 3);
+        EXPECT_GE(contrast(shown.selected_background, shown.selected_text), 4.5);
+      }
+    }
+  }
 }
 
 TEST_F(DayListTest, AnEmptyDaySaysSoAcrossTheList) {

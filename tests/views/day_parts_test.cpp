@@ -49,6 +49,30 @@ TEST(DayHeader, NothingIsCutOffOrCoveredOnAnyScreen) {
   }
 }
 
+// The heading is as large on the third of May as on the last of September.
+TEST(DayHeader, TheDateKeepsItsSizeFromDayToDay) {
+  const ScreenLayout screen = layout_screen({240, 291}, 96, 96, false);
+  SettingsRecord settings;
+  ResetItemColors(settings, 1000);
+  settings.dayviewheaderformat = 3;
+  for (const LocaleData& locale : {english_locale(), russian_locale()}) {
+    settings.locale = locale;
+    int size = 0;
+    for (int day = 0; day < 366; ++day) {
+      const SystemTime shown = civil_of(day_of(2026, 1, 1) + day);
+      RecordingCanvas canvas(screen.work);
+      const DayHeaderInput input =
+          day_header_input(settings, screen, {shown.month, shown.day, shown.year});
+      const DayHeaderLayout layout = lay_out_day_header(input, screen, {}, canvas);
+      draw_day_header(canvas, input, layout, screen, settings.item_colors, {}, {});
+      ASSERT_TRUE(canvas.clipped_texts().empty()) << to_utf8(input.date);
+      const int height = canvas.of_kind(DrawnOperation::Kind::text).front().style.font.height;
+      ASSERT_EQ(height, size == 0 ? height : size) << to_utf8(input.date);
+      size = height;
+    }
+  }
+}
+
 struct BubbleTest : testing::Test {
   NotesBubble lay_out(const Rect& row, TextView notes, int aim = 80) {
     return lay_out_notes_bubble({screen, 12, row, aim}, notes, canvas);
