@@ -220,10 +220,26 @@ template <typename Visit>
   return items && each_item(*items, TextView(), visit);
 }
 
+// What a search looks in: the texts of an appointment, of a series, or of a changed occurrence.
+struct StoreTexts {
+  // A series stands at the first of its occurrences that has not ended at the moment asked about,
+  // else at its last one; without any it has no dates. All-day items end at 23:59 of their last
+  // day, whatever the platform's form.
+  StoreItem item;
+  bool changed_occurrence = false;  // of the series that came before it
+  Text body;
+  std::vector<StoreRecipient> recipients;
+};
+
 class StoreFolder {
  public:
   virtual ~StoreFolder() = default;
   virtual std::unique_ptr<StoreItems> items() = 0;  // a fresh collection each time
+  // Some hundred of the calendar's appointments, in the order of their oids: the first of those
+  // behind `after`, of a series with its changed occurrences. Answers the last one's oid, from
+  // which to go on, or 0 where there was none any more. Nothing: failure.
+  virtual std::optional<std::int32_t> each_text(std::int32_t after, CalendarDate now,
+                                                const std::function<void(StoreTexts&)>& visit) = 0;
   // Of the contacts folder, in no order that a person would know: see sorted_contacts(). Nothing:
   // failure.
   virtual std::optional<std::vector<StoreContact>> contacts() = 0;

@@ -58,7 +58,7 @@ struct DialogEvent {
     double_tap,    // the second pointer_down at one place, instead of that
     context_menu,  // the pointer's other button went down on a custom or report control
     wheel,         // turned on one; on a report list only where it has nothing to scroll that way
-    key            // pressed on a custom or report control, a number of messages.h
+    key  // pressed on a custom or report control, a number of messages.h; on an edit Up and Down
   };
   Kind kind = Kind::init;
   int control = 0;           // or the timer's id

@@ -198,6 +198,34 @@ DialogTemplate organizer_dialog(Language language) {
   return dialog;
 }
 
+DialogTemplate search_dialog(Language language) {
+  constexpr int height = 291, button = 72, top = 2 * kGap + kButton;
+  DialogTemplate dialog;
+  dialog.id = kDialogSearch;
+  dialog.title = load_string(StringId::search_title, language);
+  dialog.size = {kWidth, height};
+  dialog.controls = {
+      {Kind::edit,
+       kControlSearchText,
+       {},
+       {kGap, kGap, kWidth - button - 3 * kGap, kButton},
+       Across::stretch},
+      {Kind::default_button,
+       kControlOk,
+       load_string(StringId::search_open, language),
+       {kWidth - button - kGap, kGap, button, kButton},
+       Across::right},
+      {Kind::report,
+       kControlSearchList,
+       {},
+       {0, top, kWidth, height - top},
+       Across::stretch,
+       Down::stretch},
+  };
+  dialog.controls[0].limit = kSearchLength;
+  return dialog;
+}
+
 std::vector<DialogTemplate> all_dialogs(Language language) {
   std::vector<DialogTemplate> all = settings_pages(language);
   for (DialogTemplate& one : std::vector<DialogTemplate>{
@@ -212,6 +240,7 @@ std::vector<DialogTemplate> all_dialogs(Language language) {
            date_dialog(language),
            greeting_dialog(language),
            organizer_dialog(language),
+           search_dialog(language),
            editor_dialog(language),
            series_question_dialog(language, false),
            series_question_dialog(language, true),

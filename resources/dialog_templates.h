@@ -22,6 +22,7 @@ DialogTemplate date_dialog(Language language);          // 310
 DialogTemplate greeting_dialog(Language language);      // 320
 DialogTemplate organizer_dialog(Language language);     // 330
 DialogTemplate color_picker_dialog(Language language);  // 340
+DialogTemplate search_dialog(Language language);        // 350
 
 // Every dialog in every variant, for the checks.
 std::vector<DialogTemplate> all_dialogs(Language language);

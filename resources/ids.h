@@ -40,6 +40,7 @@ inline constexpr int kDialogDelete = 149;
 inline constexpr int kDialogDate = 310;
 inline constexpr int kDialogGreeting = 320;
 inline constexpr int kDialogOrganizer = 330;
+inline constexpr int kDialogSearch = 350;
 
 // Controls.
 inline constexpr int kControlDayList = 222;
@@ -59,6 +60,11 @@ inline constexpr int kControlOrganizerAddress = 332;
 inline constexpr int kControlOrganizerText = 333;
 inline constexpr int kControlOrganizerNameLabel = 334;
 inline constexpr int kControlOrganizerAddressLabel = 335;
+inline constexpr int kControlSearchText = 351;
+inline constexpr int kControlSearchList = 352;
+
+// What can be typed to be searched for.
+inline constexpr int kSearchLength = 200;
 
 // Bitmaps that depend on the screen's density.
 inline constexpr int kBitmapMenuBarLow = 129;

@@ -38,6 +38,7 @@ MenuBarContent main_menu_bar(Language language, Image strip, int height) {
 std::vector<MenuItem> options_menu(Language language, const OptionsMenuState& state) {
   const auto text = [language](StringId id) { return load_string(id, language); };
   return {{kCommandSettings, text(StringId::settings), true, false},
+          {kCommandSearch, text(StringId::search), true, false},
           {},
           {kCommandUndo, text(StringId::undo), state.can_undo, false},
           {kCommandRedo, text(StringId::redo), state.can_redo, false}};

@@ -3,6 +3,7 @@
 #include "store/record_appointment.h"
 #include "store/record_items.h"
 #include "store/record_rules.h"
+#include "store/record_texts.h"
 
 namespace orvello {
 
@@ -50,6 +51,11 @@ bool RecordApplication::restore(const AppointmentState& state) {
 
 std::unique_ptr<StoreItems> RecordFolder::items() {
   return std::make_unique<RecordItems>(store_, folder_ == kFolderCalendar);
+}
+
+std::optional<std::int32_t> RecordFolder::each_text(std::int32_t after, CalendarDate now,
+                                                    const std::function<void(StoreTexts&)>& visit) {
+  return folder_ == kFolderCalendar ? each_record_text(store_, after, to_seconds(now), visit) : 0;
 }
 
 std::optional<std::vector<StoreContact>> RecordFolder::contacts() {

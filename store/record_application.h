@@ -38,6 +38,8 @@ class RecordFolder : public StoreFolder {
       : store_(store), application_(application), folder_(folder) {}
 
   std::unique_ptr<StoreItems> items() override;
+  std::optional<std::int32_t> each_text(std::int32_t after, CalendarDate now,
+                                        const std::function<void(StoreTexts&)>& visit) override;
   std::optional<std::vector<StoreContact>> contacts() override;
   std::optional<Text> category_text() override { return store_.category_text(folder_); }
   bool enable_notifications() override;

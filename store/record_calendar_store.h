@@ -103,6 +103,9 @@ class RecordCalendarStore : public RecordStore, public CalendarStore {
   virtual bool query(const ItemQuery& query, OccurrenceList& list) = 0;
   virtual bool folder_reachable(int folder) const;
   virtual bool allows_logon() { return true; }
+  // Some hundred records, in order of oid: the first of those behind `after`, without device-local
+  // times, ink and residue. None: there are no more.
+  virtual Result<std::vector<AppointmentRecord>> records_after(std::int32_t after) = 0;
   virtual Result<std::optional<AppointmentRecord>> fetch(std::int32_t oid) { return load(oid); }
   // The stored record; nothing, with the problem, when there is none as well.
   std::optional<AppointmentRecord> existing(std::int32_t oid);

@@ -260,6 +260,12 @@ bool HeadlessDialog::use_key(HeadlessControl& control, std::uint32_t code) {
   const int by = code == kKeyDown || code == kKeyRight ? 1
                  : code == kKeyUp || code == kKeyLeft  ? -1
                                                        : 0;
+  if (kind == Kind::edit && (code == kKeyUp || code == kKeyDown)) {
+    DialogEvent event{Event::key, control.made.id, nullptr, {}};
+    event.key = code;
+    tell(event);
+    return true;
+  }
   if (by != 0) {
     if (control.list || control.choice) move_row(control, by);
     if (kind == Kind::radio_button) choose_radio(control, by);

@@ -317,6 +317,20 @@ bool MemoryStore::query(const ItemQuery& query, OccurrenceList& list) {
   return true;
 }
 
+Result<std::vector<AppointmentRecord>> MemoryStore::records_after(std::int32_t after) {
+  constexpr std::size_t kAtOnce = 3;  // so that tests have to go on
+  using Records = Result<std::vector<AppointmentRecord>>;
+  problem_ = faults.fetch ? faults.reason : "";
+  if (faults.fetch || !read()) return Records::failure(problem_);
+  std::vector<AppointmentRecord> some;
+  for (auto at = contents_.records.upper_bound(after); at != contents_.records.end(); ++at) {
+    if (some.size() == kAtOnce) break;
+    if (!read_whole(at->second)) return Records::failure(problem_);
+    some.push_back(at->second);
+  }
+  return some;
+}
+
 bool MemoryStore::folder_reachable(int folder) const {
   return !faults.folder && RecordCalendarStore::folder_reachable(folder);
 }

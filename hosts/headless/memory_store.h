@@ -103,6 +103,7 @@ class MemoryStore : public RecordCalendarStore {
   Registration register_server() override;
 
   bool query(const ItemQuery& query, OccurrenceList& list) override;
+  Result<std::vector<AppointmentRecord>> records_after(std::int32_t after) override;
   bool folder_reachable(int folder) const override;
   bool allows_logon() override;
   Result<std::optional<AppointmentRecord>> fetch(std::int32_t oid) override;

@@ -1,6 +1,7 @@
 #include "hosts/qt/flat_edit.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTextCursor>
@@ -8,8 +9,10 @@
 
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/direction.h"
+#include "hosts/qt/qt_keys.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
+#include "ports/messages.h"
 
 namespace orvello {
 namespace {
@@ -46,6 +49,15 @@ void FlatEdit::set_text(const QString& text) {
 void FlatEdit::paintEvent(QPaintEvent* event) {
   QLineEdit::paintEvent(event);
   if (edge_) paint_field_edge(*this, density_, hasFocus());
+}
+
+void FlatEdit::keyPressEvent(QKeyEvent* event) {
+  const std::uint32_t key = virtual_key(*event);
+  const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  if (!key_left || !plain || (key != kKeyUp && key != kKeyDown))
+    return QLineEdit::keyPressEvent(event);
+  event->accept();
+  key_left(key);
 }
 
 void FlatEdit::changeEvent(QEvent* event) {

@@ -16,10 +16,13 @@ class FlatEdit : public Guarded<QLineEdit> {
   // A limit of 0 is none. Without an edge of its own it stands inside of another field.
   FlatEdit(QWidget* parent, const Density& density, int limit, bool edge = true);
 
+  std::function<void(std::uint32_t key)> key_left;  // Up and Down, for which a line has no use
+
   void set_text(const QString& text);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:

@@ -86,6 +86,11 @@ QWidget* Maker::edit() const {
   auto* edit = new FlatEdit(parent, density, control.limit);
   edit->set_text(to_qt(control.text));
   on_signal(edit, &QLineEdit::textEdited, parent, teller(Event::changed));
+  edit->key_left = [id = control.id, report = sink.report](std::uint32_t key) {
+    DialogEvent event{Event::key, id, nullptr, {}};
+    event.key = key;
+    report(event);
+  };
   return edit;
 }
 

@@ -208,22 +208,24 @@ bool EmbeddedStore::read_item(AppointmentRecord& record, bool& found) {
                        " WHERE oid = ?1");
   return rows->bind(1, record.oid).each([&](Statement& row) {
     found = true;
-    record.uid = row.string(0);
-    record.start = row.moment(1);
-    record.end = row.moment(2);
-    record.zone = row.string(3);
-    read_shared(row, 4, record.fields);
-    if (!row.is_null(13)) record.pattern = read_stored_pattern(row.bytes(13));
-    record.rules = row.string(14);
-    record.modified = UtcSeconds(row.number(15));
-    record.fields.body = row.text(16);
-    record.fields.body_ink = std::string(row.blob(17));
-    record.residue = row.string(18);
-    if ((!row.is_null(13) && !record.pattern) || row.flag(19) != record.recurring())
-      return damaged("the recurrence of appointment " + std::to_string(record.oid) +
-                     " cannot be read");
-    return true;
+    return read_item_row(row, record);
   });
+}
+
+bool EmbeddedStore::read_item_row(Statement& row, AppointmentRecord& record) {
+  record.uid = row.string(0);
+  record.start = row.moment(1);
+  record.end = row.moment(2);
+  record.zone = row.string(3);
+  read_shared(row, 4, record.fields);
+  if (!row.is_null(13)) record.pattern = read_stored_pattern(row.bytes(13));
+  record.rules = row.string(14);
+  record.modified = UtcSeconds(row.number(15));
+  record.fields.body = row.text(16);
+  record.fields.body_ink = std::string(row.blob(17));
+  record.residue = row.string(18);
+  return ((row.is_null(13) || record.pattern) && row.flag(19) == record.recurring()) ||
+         damaged("the recurrence of appointment " + std::to_string(record.oid) + " cannot be read");
 }
 
 bool EmbeddedStore::read_exceptions(AppointmentRecord& record) {
@@ -231,22 +233,26 @@ bool EmbeddedStore::read_exceptions(AppointmentRecord& record) {
                        ", body, body_ink, residue FROM exceptions WHERE oid = ?1"
                        " ORDER BY position");
   return rows->bind(1, record.oid).each([&](Statement& row) {
-    if (!record.recurring())
-      return damaged("appointment " + std::to_string(record.oid) +
-                     " has exceptions and no recurrence");
-    AppointmentException exception;
-    exception.original_start = row.moment(0);
-    exception.deleted = row.flag(1);
-    exception.start = row.moment(2);
-    exception.end = row.moment(3);
-    exception.zone = row.string(4);
-    read_shared(row, 5, exception.fields);
-    exception.fields.body = row.text(14);
-    exception.fields.body_ink = std::string(row.blob(15));
-    exception.residue = row.string(16);
-    record.exceptions.push_back(std::move(exception));
-    return true;
+    return read_exception_row(row, record);
   });
+}
+
+bool EmbeddedStore::read_exception_row(Statement& row, AppointmentRecord& record) {
+  if (!record.recurring())
+    return damaged("appointment " + std::to_string(record.oid) +
+                   " has exceptions and no recurrence");
+  AppointmentException exception;
+  exception.original_start = row.moment(0);
+  exception.deleted = row.flag(1);
+  exception.start = row.moment(2);
+  exception.end = row.moment(3);
+  exception.zone = row.string(4);
+  read_shared(row, 5, exception.fields);
+  exception.fields.body = row.text(14);
+  exception.fields.body_ink = std::string(row.blob(15));
+  exception.residue = row.string(16);
+  record.exceptions.push_back(std::move(exception));
+  return true;
 }
 
 bool EmbeddedStore::read_recipients(AppointmentRecord& record) {
@@ -254,14 +260,18 @@ bool EmbeddedStore::read_recipients(AppointmentRecord& record) {
       "SELECT exception, name, address FROM recipients WHERE oid = ?1"
       " ORDER BY exception, position");
   return rows->bind(1, record.oid).each([&](Statement& row) {
-    const auto owner = static_cast<std::size_t>(row.number(0));
-    if (owner > record.exceptions.size())
-      return damaged("a recipient of appointment " + std::to_string(record.oid) +
-                     " belongs to no exception");
-    auto& list = owner == 0 ? record.recipients : record.exceptions[owner - 1].recipients;
-    list.push_back({row.text(1), row.text(2)});
-    return true;
+    return read_recipient_row(row, record);
   });
+}
+
+bool EmbeddedStore::read_recipient_row(Statement& row, AppointmentRecord& record) {
+  const auto owner = static_cast<std::size_t>(row.number(0));
+  if (owner > record.exceptions.size())
+    return damaged("a recipient of appointment " + std::to_string(record.oid) +
+                   " belongs to no exception");
+  auto& list = owner == 0 ? record.recipients : record.exceptions[owner - 1].recipients;
+  list.push_back({row.text(1), row.text(2)});
+  return true;
 }
 
 }  // namespace orvello

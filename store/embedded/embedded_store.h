@@ -72,6 +72,7 @@ class EmbeddedStore : public RecordCalendarStore {
 
   bool poll() override;
   bool query(const ItemQuery& query, OccurrenceList& list) override;
+  Result<std::vector<AppointmentRecord>> records_after(std::int32_t after) override;
   bool restores() const override { return true; }
   bool restore(const AppointmentRecord& record) override;
 
@@ -107,8 +108,12 @@ class EmbeddedStore : public RecordCalendarStore {
   bool write_details(const AppointmentRecord& record);
   bool erase_details(std::int32_t oid);
   bool read_item(AppointmentRecord& record, bool& found);
+  bool read_item_row(Statement& row, AppointmentRecord& record);
   bool read_exceptions(AppointmentRecord& record);
+  bool read_exception_row(Statement& row, AppointmentRecord& record);
   bool read_recipients(AppointmentRecord& record);
+  bool read_recipient_row(Statement& row, AppointmentRecord& record);
+  bool read_details_of(std::vector<AppointmentRecord>& records);
   bool write_notes(std::int64_t& last);  // `last`: the number of the last one, 0 without
   bool is_logged(std::int64_t note);
   void count_category(int folder, const Text& text, int difference);

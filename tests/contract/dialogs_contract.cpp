@@ -246,6 +246,8 @@ TEST_P(DialogsContract, TypingStopsAtTheLimitAndGoesWhereTheCaretIs) {
   bench_->settle();
   EXPECT_EQ(after([&] { bench_->type(u"abc"); }), Told{id("changed", kEdit)});
   EXPECT_EQ(dialog_->text(kEdit), u"abc");
+  EXPECT_EQ(after([&] { bench_->key(kKeyDown); }), Told{id("key", kEdit)}) << "it has one line";
+  EXPECT_EQ(told_.last.key, kKeyDown);
   dialog_->focus(kEdit, Caret::end);
   EXPECT_EQ(after([&] { bench_->type(u"defghij"); }), Told{id("changed", kEdit)});
   EXPECT_EQ(dialog_->text(kEdit), u"abcdefgh");

@@ -129,6 +129,18 @@ Answer restricted(Store&, StoreApplication& app) {
   return text;
 }
 
+Answer texts(Store&, StoreApplication& app) {
+  const auto folder = app.default_folder(kFolderCalendar);
+  std::string text;
+  for (std::optional<std::int32_t> at = 0;;) {
+    at = folder->each_text(*at, kDay, [&](const StoreTexts& one) {
+      text += text_of(one.item) + std::to_string(one.body.size() + one.recipients.size());
+    });
+    if (!at) return std::nullopt;
+    if (*at == 0) return text;
+  }
+}
+
 Answer labels(Store&, StoreApplication& app) {
   const auto text = app.default_folder(kFolderContacts)->category_text();
   return text ? Answer(to_utf8(*text)) : std::nullopt;
@@ -208,6 +220,7 @@ Answer done(bool good) { return good ? Answer("done") : std::nullopt; }
 const Question kQuestions[] = {
     {"search", searched},
     {"restriction", restricted},
+    {"texts", texts},
     {"labels", labels},
     {"contacts", contacts},
     {"cards", cards},
