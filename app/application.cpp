@@ -67,6 +67,7 @@ struct CommandTable {
       {kCommandYearView, &Application::year_view},
       {kCommandUndo, &Application::undo},
       {kCommandRedo, &Application::redo},
+      {kCommandSearch, &Application::search},
   };
 };
 
@@ -137,6 +138,7 @@ bool Application::on_drawing_failed(const Message&) {
 }
 
 void Application::store_changed(std::uint32_t notification) {
+  ++state_.store_changes;
   host_.window.post({notification, 0, {}, 0});
 }
 
@@ -165,6 +167,7 @@ bool Application::on_key_down(const Message& message) {
     send_command((message.detail & kShiftHeld) != 0 ? kCommandRedo : kCommandUndo);
     return true;
   }
+  if (held && message.wparam == u'F') return send_command(kCommandSearch), true;
   if (message.wparam == kKeyInsert || message.wparam == u'N') {
     send_command(kCommandNew);  // on the selected day
     return true;

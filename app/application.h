@@ -107,6 +107,7 @@ class Application : public MessageHandler,
   void open_settings();
   void undo();
   void redo();
+  void search();
   void day_view();
   void month_view();
   void year_view();
@@ -159,6 +160,7 @@ class Application : public MessageHandler,
   DayView day_view_;
   std::unique_ptr<Surface> measuring_;
   Image today_button_;
+  Text search_text_;    // the last one typed
   RowKey row_to_show_;  // with the Day view that is opened next
   Rect place_;          // the window's, in the work area
   bool started_ = false;

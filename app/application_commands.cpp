@@ -5,11 +5,13 @@
 #include "app/application.h"
 #include "app/color_preview.h"
 #include "app/own_messages.h"
+#include "app/search_form.h"
 #include "app/view_preview.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
 #include "resources/menus.h"
 #include "settings/new_labels.h"
+#include "settings/profiles.h"
 #include "settings/registry_access.h"
 #include "store/wait_cursor.h"
 
@@ -92,6 +94,20 @@ void Application::redo() {
   }();
   if (redone) appointments_changed(false);
   show_options_menu();
+}
+
+// A search finds what the active profile hides as well: that must not stay hidden when it is
+// opened.
+void Application::search() {
+  const auto found = ask_search({host_, session_, settings_, state_.form_layout, language(),
+                                 measuring_canvas(), state_.store_changes},
+                                search_text_);
+  if (!found) return day_view_.focus_list();
+  if (!profileAllowsCategory(settings_, found->item.summary->categories))
+    profiles_.select(kCommandFirstProfile);
+  const SystemTime day = civil_of(whole_day(found->item.start));
+  if (day.year < kFirstYear || day.year > kLastYear) return day_view_.focus_list();
+  show_day({day.month, day.day, day.year}, found->key());
 }
 
 void Application::offer_draft() {

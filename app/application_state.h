@@ -20,7 +20,8 @@ struct ApplicationState {
   ViewMode previous_view_mode = ViewMode::month;  // from which the Day view was entered
   MonthDayYear current;                           // the date the views show
   MonthDayYear today;
-  EditorChoice to_edit;  // by the New command
+  EditorChoice to_edit;   // by the New command
+  int store_changes = 0;  // how many the store has told of
 
   bool landscape = false;
   int platform_generation = 0;

@@ -194,6 +194,7 @@ bool DayView::command_key(const DialogEvent& event) {
     return c_.commands.send_command(event.shift_held ? kCommandRedo : kCommandUndo), true;
   if (event.key == u'N') return run_command(kCommandCreate, {}), true;
   if (held && event.key == u'G') return choose_date(), true;
+  if (held && event.key == u'F') return c_.commands.send_command(kCommandSearch), true;
   if (event.key == kKeyEscape) {
     const bool to_year = c_.state.previous_view_mode == ViewMode::year;
     c_.commands.send_command(to_year ? kCommandYearView : kCommandMonthView);
