@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "calendar/iso_date.h"
 #include "resources/strings.h"
+#include "store/text_search.h"
 
 namespace orvello {
 namespace {
@@ -164,6 +165,7 @@ class Parser {
       if (word == "import") return set(Command::import_files);
       if (word == "export") return set(Command::export_file);
       if (word == "agenda") return set(Command::agenda);
+      if (word == "search") return set(Command::search);
       if (word == "render") return set(Command::render);
       if (word == "backup") return set(Command::backup);
       if (word == "restore") return set(Command::restore);
@@ -171,6 +173,10 @@ class Parser {
     }
     command_seen_ = true;
     if (line_.command == Command::settings) return settings_words_.push_back(word);
+    if (line_.command == Command::search) {
+      line_.search_text += (line_.search_text.empty() ? "" : " ") + word;
+      return;
+    }
     if (line_.command == Command::restore) {
       if (line_.from) return fail("restore takes one date at most");
       take(line_.from, parse_iso_date(word), "restore", "a date as YYYY-MM-DD");
@@ -211,14 +217,18 @@ class Parser {
       case Command::backup:
         if (files != 0) fail("backup needs no file");
         break;
+      case Command::search:
+        if (TextQuery(to_utf16(line_.search_text)).empty()) fail("search needs what to look for");
+        break;
       case Command::agenda:
         if (line_.from && !line_.to) line_.to = line_.from;
         break;
       default:
         break;
     }
-    if (line_.json && line_.command != Command::agenda && line_.command != Command::help)
-      fail("--json belongs to agenda");
+    if (line_.json && line_.command != Command::agenda && line_.command != Command::search &&
+        line_.command != Command::help)
+      fail("--json belongs to agenda and search");
     if (line_.new_appointment && line_.command != Command::window && line_.command != Command::help)
       fail("--new belongs to the window");
     if (line_.list && line_.command != Command::restore && line_.command != Command::help)
@@ -295,6 +305,9 @@ std::string usage_text() {
                                       write the calendar, or the appointments of some days
   orvello export FILE.vcf             write the contacts
   orvello agenda [FROM [TO]] [--json] list the appointments of the days (today without dates)
+  orvello search TEXT [--json]        list the appointments of all years with these words: in subject,
+                                      place, notes, categories and attendees, as parts of words;
+                                      words in quotes stay together
   orvello render day|month|year FILE.png
                                       draw a view into a picture; takes the window's options
   orvello settings list               list every setting with its value, default and meaning

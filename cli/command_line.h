@@ -18,6 +18,7 @@ struct CommandLine {
     import_files,
     export_file,
     agenda,
+    search,
     render,
     backup,
     restore,
@@ -29,6 +30,7 @@ struct CommandLine {
   enum class SettingsAction { list, get, set, export_file, import_file };
   SettingsAction settings_action = SettingsAction::list;
   std::string setting_name, setting_value;  // of get and set
+  std::string search_text;                  // the words of search, a blank between two
   std::vector<std::string> files;           // .ics files; the file to write for export and render
   std::string data_folder;                  // --data
   std::string language;                     // --language, a code that is known, or empty

@@ -5,7 +5,7 @@ _orvello() {
   COMPREPLY=()
   for one in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $one in
-      import | export | agenda | render | settings | backup | restore)
+      import | export | agenda | search | render | settings | backup | restore)
         [ -n "$command" ] || { command=$one; continue; } ;;
     esac
     if [ "$command" = settings ] && [ -z "$action" ] && [[ $one != -* ]]; then action=$one; fi
@@ -25,7 +25,7 @@ _orvello() {
       "" | render) options+=" --view --date --screen --dpi" ;;&
       "") options+=" --new --measure" ;;
       export) options+=" --from --to" ;;
-      agenda) options+=" --json" ;;
+      agenda | search) options+=" --json" ;;
       restore) options+=" --list" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
@@ -34,7 +34,7 @@ _orvello() {
 
   local words=""
   case $command in
-    "") words="import export agenda render settings backup restore" ;;
+    "") words="import export agenda search render settings backup restore" ;;
     render) [ "$before" = render ] && words="day month year" ;;
     settings)
       case $action in

@@ -134,6 +134,12 @@ run agenda 2026-11-06 2026-11-09 --json --data data
 expect_code "agenda as JSON" 0
 expect_is "agenda as JSON" "$(grep -o '"subject": "[^,]*' out.txt | cut -d'"' -f4 | tr '\n' ' ')" \
   'Fair Обед Standup moved Call '
+run search ОБЕД cafe --data data --language ru
+expect_is "a search over all years" "$out" 'пятница, 6 ноября 2026
+  13:00-14:00      Обед, "late" [Cafe]'
+run search moved --json --data data
+expect_is "a changed occurrence is found" "$(grep -o '"start": "[^"]*' out.txt)" \
+  '"start": "2026-11-09T11:30:00'
 run export all.ics --data data
 expect_code "export" 0
 run import all.ics --data copy
@@ -213,7 +219,7 @@ fi
 mkdir foreign
 cp noise.ics foreign/calendar.db
 before=$(checksum foreign/calendar.db)
-for words in "agenda" "import first.ics" "export x.ics" "render month x.png"; do
+for words in "agenda" "search fair" "import first.ics" "export x.ics" "render month x.png"; do
   # shellcheck disable=SC2086
   fails "a store that is no store: $words" "foreign/calendar.db" $words --data foreign
 done

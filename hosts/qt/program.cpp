@@ -9,6 +9,7 @@
 #include "cli/command_line.h"
 #include "cli/commands.h"
 #include "cli/imported_labels.h"
+#include "cli/search_command.h"
 #include "cli/settings_commands.h"
 #include "files/file_lock.h"
 #include "files/input_file.h"
@@ -137,7 +138,8 @@ void offer_way_back(int& argc, char** argv, const CommandLine& line, Opened& ope
   open_calendar(opened, !restored);
 }
 
-int agenda(const CommandLine& line, Opened& opened) {
+// The agenda, or a search.
+int print_appointments(const CommandLine& line, Opened& opened) {
   const QtLocale locale = QtLocale::of_environment(line.language);
   FileRegistry registry(opened.paths.config + "/registry");
   SqliteRecordDatabases databases(opened.paths.data + "/device.db", host_path);
@@ -145,7 +147,8 @@ int agenda(const CommandLine& line, Opened& opened) {
   WrittenBoxes boxes;
   SettingsRecord settings;
   load_agenda_settings(settings, registry, {databases, boxes, files}, locale.data());
-  return run_agenda(line, *opened.store, *opened.clock, settings, std::cout, std::cerr);
+  const auto run = line.command == Command::search ? run_search : run_agenda;
+  return run(line, *opened.store, *opened.clock, settings, std::cout, std::cerr);
 }
 
 int import(const CommandLine& line, Opened& opened) {
@@ -202,7 +205,7 @@ int command(const CommandLine& line, Opened& opened, std::ostream& content) {
     case Command::export_file:
       return run_export(line, *opened.store, *opened.clock, content, std::cerr);
     default:
-      return agenda(line, opened);
+      return print_appointments(line, opened);
   }
 }
 
@@ -215,7 +218,7 @@ int without_display(int argc, char** argv, CommandLine line, Opened& opened) {
   const WindowParts parts{line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
   const int drawn = run_render(argc, argv, parts);
   line.from = line.to = std::nullopt;
-  return std::max(drawn, agenda(line, opened));
+  return std::max(drawn, print_appointments(line, opened));
 }
 
 }  // namespace

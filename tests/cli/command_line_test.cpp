@@ -55,6 +55,11 @@ TEST(CommandLine, ACommandIsOnlyTheFirstPlainWord) {
   ASSERT_TRUE(line);
   EXPECT_EQ(line->command, Command::window);
   EXPECT_EQ(line->files, (std::vector<std::string>{"agenda", "--json"}));
+  line = parse_command_line({"search", "agenda", "--json", "--", "--new"});
+  ASSERT_TRUE(line);
+  EXPECT_EQ(line->command, Command::search);
+  EXPECT_TRUE(line->json);
+  EXPECT_EQ(line->search_text, "agenda --new");
   line = parse_command_line({"import", "--", "-odd.ics"});
   ASSERT_TRUE(line);
   EXPECT_EQ(line->command, Command::import_files);
@@ -121,6 +126,8 @@ TEST(CommandLine, WrongWordsAreNamed) {
       {{"render", "week", "x.png"}, "not week"},
       {{"render", "month"}, "render needs"},
       {{"render", "month", "a.png", "b.png"}, "render needs"},
+      {{"search"}, "search needs"},
+      {{"search", " ", "\"\""}, "search needs"},
       {{"--json"}, "--json belongs to agenda"},
       {{"import", "a.ics", "--json"}, "--json belongs to agenda"},
   };
@@ -135,9 +142,9 @@ TEST(CommandLine, WrongWordsAreNamed) {
 // Whoever adds a command or an option tells about it.
 TEST(CommandLine, TheHelpNamesEveryWord) {
   const std::string help = usage_text();
-  for (const char* word :
-       {"import", "export", "agenda", "render", "--data", "--view", "--date", "--now", "--screen",
-        "--dpi", "--language", "--measure", "--from", "--to", "--json", "--help", "--version"})
+  for (const char* word : {"import", "export", "agenda", "search", "render", "--data", "--view",
+                           "--date", "--now", "--screen", "--dpi", "--language", "--measure",
+                           "--from", "--to", "--json", "--help", "--version"})
     EXPECT_NE(help.find(word), std::string::npos) << word;
 }
 
