@@ -105,7 +105,10 @@ void SearchProcedure::read_some(Dialog& dialog) {
   search(dialog);
 }
 
+// The rows are as wide as the list was when they were made.
 void SearchProcedure::watch(Dialog& dialog) {
+  if (dialog.report(kControlSearchList)->place().size.width != width_ && !pointer_.is_down())
+    search(dialog);
   if (reading_ == Reading::under_way) return;
   if (reading_ == Reading::failed) dialog.set_timer(kTimerWatch, kWatchPause);
   if (reading_ == Reading::failed || seen_changes_ != c_.changes) begin_reading(dialog);
@@ -140,6 +143,7 @@ void SearchProcedure::search(Dialog& dialog) {
   row_hits_ = std::move(rows.hits);
   ReportList* list = dialog.report(kControlSearchList);
   const int top = list->row_place(0).y;
+  width_ = list->place().size.width;
   list->set_content(std::move(rows.content));
   const auto same = std::find_if(hits_.first.begin(), hits_.first.end(),
                                  [&](const TextHit& hit) { return before && hit.key() == before; });
@@ -182,11 +186,13 @@ void SearchProcedure::list_event(Dialog& dialog, const DialogEvent& event) {
   using Kind = ListPointer::Action::Kind;
   ListPointer::Action action;
   if (event.kind == Event::pointer_down || event.kind == Event::double_tap)
-    action = pointer_.press(event.point, list->row_at(event.point));
-  if (event.kind == Event::pointer_move) action = pointer_.move(event.point);
-  if (event.kind == Event::pointer_up) action = pointer_.release(event.point);
+    action = pointer_.press(event.point, list->row_at(event.point), event.time,
+                            list->gliding() ? ListPointer::Grip::list : ListPointer::Grip::row);
+  if (event.kind == Event::pointer_move) action = pointer_.move(event.point, event.time);
+  if (event.kind == Event::pointer_up) action = pointer_.release(event.point, event.time);
   if (action.kind == Kind::select && hit_of(action.row) >= 0) select(dialog, hit_of(action.row));
   if (action.kind == Kind::scroll) list->scroll_by(action.value);
+  if (action.kind == Kind::glide) list->glide(action.value);
   if (action.kind == Kind::tap) choose(dialog, hit_of(action.row));
 }
 

@@ -62,6 +62,7 @@ class SearchProcedure : public DialogProcedure {
   TextHits hits_;
   std::vector<int> row_hits_;
   int selected_ = -1;  // a hit
+  int width_ = 0;      // of the list when its rows were made
   ListPointer pointer_;
   std::optional<TextHit> chosen_;
 };

@@ -477,7 +477,8 @@ TEST_F(ApplicationTest, CommandsOpenTheForms) {
   NotedEditor editor;
   start({}, {.appointment = &editor});
   for (const MenuItem& item : device.menu_bar.menu(kCommandOptions))
-    EXPECT_EQ(item.enabled && item.command != 0, item.command == kCommandSettings);
+    EXPECT_EQ(item.enabled && item.command != 0,
+              item.command == kCommandSettings || item.command == kCommandSearch);
   application->state().to_edit.oid = 12;
   device.window.command(kCommandNew);
   device.window.command(kCommandNew);
