@@ -66,11 +66,11 @@ void draw_month(const PreviewInput& in, Canvas& canvas) {
 void draw_year(const PreviewInput& in, Canvas& canvas) {
   const SettingsRecord settings = showing_all(in.settings);
   const int year = in.state.current.year;
-  const MonthDayYear today{2, 11, year};
+  const MonthDayYear today{2, 12, year};  // not one of those that are marked
   YearSnapshot snapshot = year_snapshot_without_marks(
       settings, preview_screen(in, canvas.size(), false), year, today, today, false);
   for (int month = 1; month <= 12; ++month)
-    for (int day = 4 + month % 3; day <= 28; day += 5) snapshot.marks.set(month, day);
+    for (int day = 4 + month % 3; day <= 28; day += 5) snapshot.marks.add(month, day);
   const std::atomic<int> undisturbed{kDrawing};
   DrawYearView(snapshot, canvas, undisturbed, {});
 }

@@ -72,8 +72,9 @@ void GridView::draw_requested() {
   const bool same_items = !std::exchange(items_wanted_, false);
   {
     const WaitCursor waiting(c_.host.window);
-    const auto outcome = page_->take(
-        {c_.state.layout, c_.state.current, c_.state.today, focus_visible_, marked_}, same_items);
+    const auto outcome = page_->take({c_.state.layout, c_.state.current, c_.state.today,
+                                      focus_visible_, marked_, c_.commands.language()},
+                                     same_items);
     if (outcome) c_.commands.note_read(*outcome);
     stands_ = true;
     worker_.request(page_->drawing());

@@ -3,6 +3,7 @@
 
 #include "app/grid_view.h"
 #include "calendar/date_pictures.h"
+#include "ports/messages.h"
 #include "settings/profiles.h"
 #include "views/year_label.h"
 
@@ -32,7 +33,10 @@ std::vector<CompactRow> GridView::compact_rows(const MonthDayYear& date) {
 
 // While the pointer rests or moves over a day of the year; a query a day, not a movement.
 void GridView::hover(const Message& message) {
-  if (!page_->habits().names_days || carried_) return;
+  const GridHabits& habits = page_->habits();
+  if (!habits.names_days || carried_) return;
+  if (!habits.names_pressed && (message.id == kMessageButtonDown || c_.host.window.pen_is_down()))
+    return hide_label();
   const GridTarget under = hit(message.point);
   if (under.kind != GridTarget::Kind::day) return hide_label();
   if (under.date == hovered_) return;

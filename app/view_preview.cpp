@@ -16,7 +16,8 @@ namespace {
 template <typename Page>
 bool draw_page(const PreviewInput& in, const ScreenLayout& screen, Canvas& canvas) {
   Page page(in.session, in.settings);
-  const auto outcome = page.take({screen, in.state.current, in.state.today, false}, false);
+  const auto outcome =
+      page.take({screen, in.state.current, in.state.today, false, {}, in.language}, false);
   const std::atomic<int> undisturbed{kDrawing};
   page.drawing()(canvas, undisturbed, {});
   return outcome == ReadOutcome::whole;

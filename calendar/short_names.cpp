@@ -65,6 +65,12 @@ void add_if_differing(std::vector<WeekNames>& choices, const WeekNames& names) {
   if (differ(names)) choices.push_back(names);
 }
 
+// From Monday first to the first day of the week.
+WeekNames by_column(WeekNames names, int firstdayofweek) {
+  if (firstdayofweek == 0) std::rotate(names.begin(), names.end() - 1, names.end());
+  return names;
+}
+
 // What can stand in place of cut names that are alike.
 void add_abbreviations(std::vector<WeekNames>& choices, const LocaleData& locale) {
   add_if_differing(choices, locale.short_day_names);
@@ -88,9 +94,15 @@ std::vector<WeekNames> short_day_names(int firstdayofweek, const LocaleData& loc
   std::vector<WeekNames> choices;
   add_if_differing(choices, cut_to(locale.day_names, kCutNameLetters));
   if (choices.empty()) add_abbreviations(choices, locale);
-  if (firstdayofweek == 0)
-    for (WeekNames& names : choices) std::rotate(names.begin(), names.end() - 1, names.end());
+  for (WeekNames& names : choices) names = by_column(names, firstdayofweek);
   return choices;
+}
+
+WeekNames day_letters(int firstdayofweek, const LocaleData& locale) {
+  WeekNames names = locale.narrow_day_names;
+  if (std::any_of(names.begin(), names.end(), [](const Text& name) { return name.empty(); }))
+    names = cut_to(locale.day_names, 1);
+  return by_column(names, firstdayofweek);
 }
 
 std::vector<YearNames> short_month_names(const LocaleData& locale) {

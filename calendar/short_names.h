@@ -18,6 +18,9 @@ using YearNames = std::array<Text, 12>;
 std::vector<WeekNames> short_day_names(int firstdayofweek, const LocaleData& locale);  // by column
 // The same where names are abbreviated rather than cut, Monday first.
 std::vector<WeekNames> abbreviated_day_names(const LocaleData& locale);
+// One letter each, or as short as the locale has them, by column: above the days of a small grid,
+// where it does not matter that some are alike.
+WeekNames day_letters(int firstdayofweek, const LocaleData& locale);
 
 // In full, as a device's buffers hold them: cut after 19 letters where they differ by then.
 WeekNames full_day_names(const LocaleData& locale);  // Monday first

@@ -59,8 +59,8 @@ std::optional<MonthDayYear> accessible_year_date(const YearLayout& layout, int c
 AccessibleGrid accessible_month(const MonthLayout& layout, const DayCount& count,
                                 const AccessibleWords& words) {
   AccessibleGrid grid;
-  grid.name = format(u"%s %d", words.locale.month_names[static_cast<std::size_t>(layout.month - 1)],
-                     layout.year);
+  grid.name = format(u"%s %s", words.locale.month_names[static_cast<std::size_t>(layout.month - 1)],
+                     local_digits(format(u"%d", layout.year), words.locale));
   grid.columns = 7;
   for (std::size_t i = 0; i < layout.cells.size(); ++i) {
     const auto date = accessible_month_date(layout, static_cast<int>(i));
@@ -73,7 +73,7 @@ AccessibleGrid accessible_month(const MonthLayout& layout, const DayCount& count
 AccessibleGrid accessible_year(const YearLayout& layout, const DayCount& count,
                                const AccessibleWords& words) {
   AccessibleGrid grid;
-  grid.name = format(u"%d", layout.year);
+  grid.name = local_digits(format(u"%d", layout.year), words.locale);
   grid.columns = kDaysOfRow;
   for (int i = 0; i < 12 * kDaysOfRow; ++i) {
     const auto date = accessible_year_date(layout, i);

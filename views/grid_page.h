@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "draw/screen_layout.h"
+#include "resources/strings.h"
 #include "settings/settings_record.h"
 #include "store/store_session.h"
 #include "views/accessible_text.h"
@@ -21,6 +22,7 @@ struct GridHabits {
   int months = 1;               // of a page: what a turn of it steps
   bool hold_opens_day = false;  // a press that stays on a day asks for its popup
   bool names_days = false;      // the day under the pointer is named beside it
+  bool names_pressed = false;   // also while it is pressed
   std::uint32_t escape = 0;     // the command that Escape is; 0: none
 };
 
@@ -29,7 +31,8 @@ struct GridInput {
   MonthDayYear selected;  // its page is the one shown
   MonthDayYear today;
   bool focus_visible = false;
-  MonthDayYear marked{};  // under what the pointer does; year 0: none
+  MonthDayYear marked{};                  // under what the pointer does; year 0: none
+  Language language = Language::english;  // of what the page says in words
 };
 
 class GridPage {
@@ -59,6 +62,8 @@ class GridPage {
 
  protected:
   bool passes_profile(TextView categories) const;
+  // Why a page shows nothing although there are appointments.
+  Text profile_note(Language language) const;
   DayCount counted(Day from_day, Day to_day) const;
 
   StoreSession& session_;

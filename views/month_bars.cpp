@@ -17,6 +17,8 @@ std::uint64_t slot_bits(int first, int last) {
   return (~std::uint64_t{0} >> (64 - (last - first))) << first;
 }
 
+constexpr double kHairlineContrast = 1.5;
+
 // Half a minute in slots: dates are fractions of a day and never exact.
 constexpr double kSlack = 1.0 / 60;
 
@@ -112,7 +114,8 @@ std::vector<MonthBar> MonthBars::bars_of(int index) const {
   if (cell.lanes[0].taken != 0 && band.axis_height > 0) {
     bars.push_back(
         {{place.box.x + band.left, place.box.y + band.axis_top, band.width, band.axis_height},
-         snapshot_.color(ColorSlot::month_line)});
+         visible_on(cell_background(snapshot_, place), snapshot_.color(ColorSlot::month_line),
+                    kHairlineContrast)});
   }
   for (int lane = 0; lane < band.lanes; ++lane) append_lane(place, cell, lane, bars);
   return bars;

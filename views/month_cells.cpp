@@ -26,7 +26,7 @@ Color on_cell(const MonthSnapshot& snapshot, const MonthCell& cell, Color text) 
 void draw_number(const MonthSnapshot& snapshot, const MonthLayout& layout, const MonthCell& cell,
                  Canvas& canvas) {
   const Color color = on_cell(snapshot, cell, chosen_number_color(snapshot, cell));
-  canvas.draw_text(format(u"%d", cell.date.day), cell.number,
+  canvas.draw_text(local_digits(format(u"%d", cell.date.day), snapshot.locale), cell.number,
                    {layout.number_font, color, Align::right});
 }
 
@@ -59,12 +59,15 @@ void draw_week_numbers(const MonthSnapshot& snapshot, const MonthLayout& layout,
     const MonthCell& first = layout.cells[static_cast<std::size_t>(row) * 7];
     style.color = on_cell(snapshot, first, snapshot.color(ColorSlot::month_week_number_text));
     const int number = row_week_number(row, layout.month, layout.year, snapshot.weeks);
-    canvas.draw_text(format(u"%d", number), layout.week_numbers[row], style);
+    canvas.draw_text(local_digits(format(u"%d", number), snapshot.locale),
+                     layout.week_numbers[static_cast<std::size_t>(row)], style);
   }
 }
 
-Rect drawn_number_box(const MonthLayout& layout, const MonthCell& cell, Canvas& canvas) {
-  const int width = canvas.measure(format(u"%d", cell.date.day), layout.number_font).width;
+Rect drawn_number_box(const MonthSnapshot& snapshot, const MonthLayout& layout,
+                      const MonthCell& cell, Canvas& canvas) {
+  const Text number = local_digits(format(u"%d", cell.date.day), snapshot.locale);
+  const int width = canvas.measure(number, layout.number_font).width;
   return {cell.number.right() - width, cell.box.y, width, layout.number_font.height};
 }
 

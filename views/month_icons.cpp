@@ -49,7 +49,7 @@ void MonthIcons::draw(const Image& picture, const MonthCell& cell, int n) {
   const Point place = month_icon_place(layout_, cell.row, cell.column, n);
   // The second row of icons reaches the numbers of a low cell; there the date is more important.
   const Rect box{place.x, place.y, picture.width, picture.height};
-  const Rect number = drawn_number_box(layout_, cell, canvas_);
+  const Rect number = drawn_number_box(snapshot_, layout_, cell, canvas_);
   if (intersection(box, number).empty())
     canvas_.draw_image(picture, {0, 0, picture.width, picture.height}, place);
 }

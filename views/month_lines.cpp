@@ -64,7 +64,7 @@ int LinePainter::room_beside(const MonthCell& cell, const Rect& line, int icons)
 
 // "+3" at the line's end; what is left of it.
 int LinePainter::draw_more(int more, const Rect& line, int right, const TextStyle& style) {
-  const Text text = format(u"+%d", more);
+  const Text text = local_digits(format(u"+%d", more), snapshot_.locale);
   const int width = canvas_.measure(text, style.font).width;
   TextStyle at_end = style;
   at_end.align = Align::right;
@@ -113,6 +113,7 @@ MonthLineCollector::MonthLineCollector(const MonthLayout& layout, const Settings
     : layout_(layout),
       clock24_(settings.timeformat != 0),
       show_free_(settings.showfree == 1),
+      locale_(settings.locale),
       cells_(layout.cells.size()) {}
 
 void MonthLineCollector::add(const StoreItem& item, const PeriodItem& kept) {
@@ -147,7 +148,7 @@ void MonthLineCollector::add_to(std::size_t cell, const StoreItem& item, const P
   if (starts_here && !kept.all_day) {
     SystemTime time;
     VariantTimeToSystemTime(kept.start, time);
-    line.time = AppointmentTimeText(time.hour, time.minute, clock24_);
+    line.time = local_digits(AppointmentTimeText(time.hour, time.minute, clock24_), locale_);
   }
   line.subject = without_line_ends(shown_subject(item));
   lines.first.insert(place, std::move(line));

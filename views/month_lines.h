@@ -16,7 +16,7 @@ namespace orvello {
 // User-interface thread.
 class MonthLineCollector {
  public:
-  // `layout` outlives it. Its cells take no lines where its band has none.
+  // Both outlive it. Its cells take no lines where its band has none.
   MonthLineCollector(const MonthLayout& layout, const SettingsRecord& settings);
 
   void add(const StoreItem& item, const PeriodItem& kept);
@@ -28,6 +28,7 @@ class MonthLineCollector {
   const MonthLayout& layout_;
   bool clock24_;
   bool show_free_;
+  const LocaleData& locale_;
   MonthLines cells_;
 };
 

@@ -6,7 +6,7 @@
 namespace orvello {
 
 const GridHabits& MonthPage::habits() const {
-  static constexpr GridHabits kHabits{.months = 1, .hold_opens_day = true};
+  static constexpr GridHabits kHabits{.months = 1, .hold_opens_day = true, .names_days = true};
   return kHabits;
 }
 
@@ -25,11 +25,14 @@ bool MonthPage::read(const GridInput& in, MonthSnapshot& snapshot) {
   snapshot =
       taken ? std::move(*taken)
             : month_snapshot_without_items(settings_, in.screen, shown.month, shown.year, in.today);
+  if (snapshot.all_hidden) snapshot.note = profile_note(in.language);
   return taken.has_value();
 }
 
 void MonthPage::keep_read(MonthSnapshot& snapshot, const MonthSnapshot& earlier) const {
   snapshot.period = earlier.period;
+  snapshot.all_hidden = earlier.all_hidden;
+  snapshot.note = earlier.note;
   // Other cells have room for other lines.
   if (snapshot.screen == earlier.screen && snapshot.layout == earlier.layout)
     snapshot.lines = earlier.lines;
@@ -51,7 +54,9 @@ Rect MonthPage::place_of(const MonthDayYear& date) const {
 }
 
 AccessibleGrid MonthPage::accessible(const DayCount& count, const AccessibleWords& words) const {
-  return accessible_month(layout_, count, words);
+  AccessibleGrid grid = accessible_month(layout_, count, words);
+  if (snapshot_ && !snapshot_->note.empty()) grid.name += u", " + snapshot_->note;
+  return grid;
 }
 
 std::optional<MonthDayYear> MonthPage::date_of_cell(int cell) const {

@@ -1,10 +1,12 @@
 #include "views/month_paint.h"
 
+#include "draw/readable.h"
 #include "views/focus_frame.h"
 #include "views/month_bars.h"
 #include "views/month_cells.h"
 #include "views/month_icons.h"
 #include "views/month_lines.h"
+#include "views/period_note.h"
 
 namespace orvello {
 
@@ -18,6 +20,23 @@ void draw_month_focus(const MonthSnapshot& snapshot, const MonthLayout& layout, 
       draw_focus_frame(cell.frame, 2 * layout.screen.scale, canvas);
 }
 
+// Below the grid where it ends early, else over the empty lower part of its last row.
+void draw_month_note(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {
+  if (snapshot.note.empty()) return;
+  const ScreenLayout& screen = layout.screen;
+  const Color ground = snapshot.color(ColorSlot::month_date_background_1);
+  const int bottom = layout.cells.back().frame.bottom();
+  Rect place{0, bottom, screen.work.width, screen.work.height - bottom};
+  if (place.height < note_height(screen)) {
+    const int below_number = layout.cells.back().number.bottom();
+    place = {screen.left_margin + screen.scale, below_number,
+             7 * screen.column_width - screen.scale, bottom - below_number - screen.scale};
+    canvas.fill_rect(place, ground);
+  }
+  draw_note(snapshot.note, place, legible_on(ground, snapshot.color(ColorSlot::month_date_text)),
+            screen, canvas);
+}
+
 }  // namespace
 
 bool DrawMonthView(const MonthSnapshot& snapshot, Canvas& canvas,
@@ -29,6 +48,7 @@ bool DrawMonthView(const MonthSnapshot& snapshot, Canvas& canvas,
                    snapshot.color(ColorSlot::month_date_background_1));
   draw_month_header(snapshot, layout, canvas);
   const bool finished = DrawMonthGrid(snapshot, layout, canvas, control);
+  if (finished) draw_month_note(snapshot, layout, canvas);
   if (finished) draw_month_focus(snapshot, layout, canvas);
   return finished;
 }

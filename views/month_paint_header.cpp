@@ -61,7 +61,8 @@ void draw_title_band(const MonthSnapshot& snapshot, const MonthLayout& layout, C
   const Color color = snapshot.color(ColorSlot::month_header_text);
   canvas.fill_rect(layout.title_band, snapshot.color(ColorSlot::month_header_background));
 
-  const std::vector<Text> years = {format(u"%d", layout.year - 1), format(u"%d", layout.year + 1)};
+  const auto number = [&](int year) { return local_digits(format(u"%d", year), snapshot.locale); };
+  const std::vector<Text> years = {number(layout.year - 1), number(layout.year + 1)};
   const FontSpec font = fitting_font(canvas, years, layout.previous_year.width, 9, 400, screen);
   canvas.draw_text(years[0], layout.previous_year, {font, color, Align::left});
   canvas.draw_text(years[1], layout.next_year, {font, color, Align::right});
@@ -73,7 +74,7 @@ void draw_title_band(const MonthSnapshot& snapshot, const MonthLayout& layout, C
   draw_arrow(snapshot.arrows.next, next_start - gap - snapshot.arrows.next.width, layout.title_band,
              canvas);
 
-  const Text title = format(u"%s %d", snapshot.title_name, layout.year);
+  const Text title = format(u"%s %s", snapshot.title_name, number(layout.year));
   const FontSpec title_font = fitting_font(canvas, {title}, layout.title.width, 11, 700, screen);
   canvas.draw_text(title, layout.title, {title_font, color, Align::center});
 }

@@ -19,6 +19,20 @@ void copy_icons(MonthSnapshot& snapshot, const SettingsRecord& settings) {
   }
 }
 
+bool hides_all(const PeriodItems& period, const MonthLayout& layout) {
+  bool hidden = false;
+  for (const PeriodItem& item : period.items) {
+    const CellSpan span = cells_of(item, layout.grid);
+    for (int cell = span.first; cell <= span.last; ++cell) {
+      if (!layout.cells[static_cast<std::size_t>(cell)].drawn) continue;
+      if (item.passes_profile) return false;
+      hidden = true;
+      break;
+    }
+  }
+  return hidden;
+}
+
 }  // namespace
 
 MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
@@ -43,7 +57,10 @@ MonthSnapshot month_snapshot_without_items(const SettingsRecord& settings,
   snapshot.weeks = {settings.weeknumberformat, settings.firstdayofweek, settings.weekstartmonth,
                     settings.weekstartday};
   snapshot.colors = settings.item_colors;
+  snapshot.locale = settings.locale;
   snapshot.strip_names = short_month_names(settings.locale);
+  for (YearNames& names : snapshot.strip_names)
+    for (Text& name : names) name = local_digits(name, settings.locale);
   snapshot.title_name = settings.month_names[month - 1];
   snapshot.day_names = short_day_names(settings.firstdayofweek, settings.locale);
   snapshot.arrows =
@@ -73,6 +90,7 @@ std::optional<MonthSnapshot> take_month_snapshot(const ItemsSource& source,
       [&](TextView categories) { return profileAllowsCategory(settings, categories); }, visit);
   if (!period) return std::nullopt;
   snapshot.period = std::move(*period);
+  snapshot.all_hidden = hides_all(snapshot.period, layout);
   if (!marks) snapshot.period.items = {};
   if (names) snapshot.lines = std::move(collector).lines();
   return snapshot;

@@ -68,6 +68,10 @@ struct MonthSnapshot {
   PeriodItems period;                         // empty when no pass wants them
   MonthLines lines;                           // empty where the cells have no room for them
 
+  bool all_hidden = false;  // the days shown have appointments, but the profile lets none be seen
+  Text note;                // that in words, else empty
+  LocaleData locale;        // whose digits are shown
+
   Color color(ColorSlot slot) const { return colors[static_cast<std::size_t>(slot)]; }
 };
 

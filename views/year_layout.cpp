@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "calendar/dates.h"
+#include "views/period_note.h"
 
 namespace orvello {
 
@@ -52,18 +53,21 @@ int best_columns(Size area) {
 
 void place_grid(YearBlock& block, const YearLayout& layout, int strip_height) {
   block.strip = {block.box.x, block.box.y, block.box.width, strip_height};
+  block.names = {block.box.x, block.strip.bottom(), block.box.width, layout.names_height};
   const Size size{layout.cell.width * kYearColumns, layout.cell.height * kYearRows};
   // What a double cell needs below the grid stays there, the rest is shared with the top.
-  const int spare = block.box.height - strip_height - size.height;
+  const int spare = block.box.height - strip_height - layout.names_height - size.height;
   const int below = layout.double_height - layout.cell.height;
   const int top = std::max(0, spare - below) / 2;
-  block.grid = {block.box.x + (block.box.width - size.width) / 2, block.strip.bottom() + top,
+  block.grid = {block.box.x + (block.box.width - size.width) / 2, block.names.bottom() + top,
                 size.width, size.height};
+  if (layout.names_height > 0) block.names.x = block.grid.x, block.names.width = size.width;
 }
 
 void place_blocks(YearLayout& layout, int firstdayofweek) {
   const ScreenLayout& screen = layout.screen;
-  const Size area{screen.work.width, std::max(0, screen.work.height - layout.header.height)};
+  const Size area{screen.work.width,
+                  std::max(0, screen.work.height - layout.header.height - layout.note.height)};
   layout.block_columns = best_columns(area);
   const int columns = layout.block_columns, rows = 12 / columns;
 
@@ -72,8 +76,13 @@ void place_blocks(YearLayout& layout, int firstdayofweek) {
   const int strip = std::clamp(height * 2 / 11, screen.fonts.bold8.height * 6 / 5,
                                screen.fonts.bold11.height * 3 / 2);
   layout.cell.width = std::max(1, (width - 2 * screen.scale) / kYearColumns);
-  layout.cell.height = std::max(1, (height - strip) * 2 / kHalfRowsOfGrid);
-  const int below = height - strip - layout.cell.height * kYearRows;
+  // The days' letters stand over cells that stay high enough for numbers of an easy size.
+  const int letters = screen.fonts.normal8.height * 5 / 4;
+  const auto cell_height = [&](int above) { return (height - above) * 2 / kHalfRowsOfGrid; };
+  const bool roomy = cell_height(strip + letters) >= screen.fonts.normal8.height * 3 / 2;
+  layout.names_height = roomy ? letters : 0;
+  layout.cell.height = std::max(1, cell_height(strip + layout.names_height));
+  const int below = height - strip - layout.names_height - layout.cell.height * kYearRows;
   layout.double_height = layout.cell.height + std::clamp(below, 0, layout.cell.height);
   // The lower number gets what two digits of the cell's width need, at most half; the upper one
   // stays in its row where that leaves it there.
@@ -97,7 +106,7 @@ void place_blocks(YearLayout& layout, int firstdayofweek) {
 GridTarget hit_block(const YearLayout& layout, int month, Point point) {
   const YearBlock& block = layout.months[static_cast<std::size_t>(month - 1)];
   const GridTarget around{GridTarget::Kind::month, month, {}};
-  if (point.y < block.strip.bottom()) return around;
+  if (point.y < block.names.bottom()) return around;
   const int row = std::clamp((point.y - block.grid.y) / layout.cell.height, 0, kYearRows - 1);
   const int column = std::clamp((point.x - block.grid.x) / layout.cell.width, 0, kYearColumns - 1);
   int day = row * kYearColumns + column - block.first_column + 1;
@@ -110,9 +119,13 @@ GridTarget hit_block(const YearLayout& layout, int month, Point point) {
 
 }  // namespace
 
-YearLayout::YearLayout(const ScreenLayout& screen_layout, int shown_year, int firstdayofweek)
+YearLayout::YearLayout(const ScreenLayout& screen_layout, int shown_year, int firstdayofweek,
+                       bool with_note)
     : screen(screen_layout), year(shown_year) {
   place_header(*this);
+  const int height = with_note ? std::min(note_height(screen), screen.work.height) : 0;
+  note = {0, screen.work.height - height, screen.work.width, height};
+  weekend_edges = firstdayofweek != 0 ? std::vector<int>{5} : std::vector<int>{1, 6};
   place_blocks(*this, firstdayofweek);
 }
 

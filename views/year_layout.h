@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 #include "draw/screen_layout.h"
 #include "views/grid_target.h"
@@ -12,6 +13,7 @@ namespace orvello {
 struct YearBlock {
   Rect box;    // the blocks tile what lies below the header
   Rect strip;  // the month's name, across the top
+  Rect names;  // the days' letters over the grid; empty where there is no room for them
   Rect grid;   // seven by five cells, centred; the fifth row may reach into the margin below it
   int first_column = 0;
   int length = 0;  // days
@@ -21,7 +23,8 @@ struct YearSnapshot;
 
 struct YearLayout {
   YearLayout() = default;
-  YearLayout(const ScreenLayout& screen, int year, int firstdayofweek);
+  // `with_note`: the page says something, on a line below the blocks.
+  YearLayout(const ScreenLayout& screen, int year, int firstdayofweek, bool with_note = false);
   explicit YearLayout(const YearSnapshot& snapshot);
 
   ScreenLayout screen;
@@ -35,9 +38,12 @@ struct YearLayout {
 
   int block_columns = 3;
   Size cell;              // the same in all blocks
+  int names_height = 0;   // of the days' letters
   int double_height = 0;  // of a cell that holds two days above each other
   int double_split = 0;   // of its upper part
   std::array<YearBlock, 12> months;
+  Rect note;                       // empty without one
+  std::vector<int> weekend_edges;  // the columns at whose left a weekend begins or ends
 };
 
 // What a day covers, in a double cell one half of it. Empty for a date that the year lacks.

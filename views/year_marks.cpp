@@ -13,20 +13,24 @@ namespace {
 // is, so walking further sets no other flag.
 constexpr std::int32_t kAllDates = 2921;
 
-// The profile is asked only about items that would mark something new. Whether all the days are
-// marked now.
+// The profile is asked only about items that would mark something new. Whether more of the same
+// days would tell nothing new.
 bool mark_days(const DaySpan& span, const Text& categories, ProfileMemory& allowed,
                YearMarks& marks) {
   const Day last = std::min(span.last, span.first + kAllDates);
-  bool passed = false;
+  const bool repeats = span.last - span.first >= 365;
+  YearMarks counted;  // of a span that holds a date more than once
+  bool passed = false, all_busy = true;
   for (Day day = span.first; day <= last; ++day) {
     const SystemTime date = civil_of(day);
-    if (marks.at(date.month, date.day)) continue;
-    if (!passed && !allowed.passes(categories)) return false;
+    if (marks.busy(date.month, date.day) || counted.at(date.month, date.day)) continue;
+    if (repeats) counted.add(date.month, date.day);
+    if (!passed && !allowed.passes(categories)) return marks.hide_one(), false;
     passed = true;
-    marks.set(date.month, date.day);
+    marks.add(date.month, date.day);
+    all_busy &= marks.busy(date.month, date.day);
   }
-  return true;
+  return all_busy;
 }
 
 }  // namespace
@@ -50,7 +54,7 @@ MarksOutcome BuildYearMarks(int year, const ItemsSource& source, const ProfileTe
   const std::unique_ptr<StoreItems> items = all->restrict_to(year_restriction(year));
 
   ProfileMemory allowed(passes);
-  DaySpan known;  // as good as marked; a full calendar has hundreds in a row that add nothing
+  DaySpan known;  // busy days alone; a full calendar has hundreds in a row that add nothing
   const bool whole = each_item(items.get(), [&](const StoreItem& item) {
     if (!item.summary) return !stopped();
     const DaySpan span = days_of(item);

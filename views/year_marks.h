@@ -1,25 +1,38 @@
-// Which days of a year have appointments. User-interface thread, as all access to the store.
+// Which days of a year have appointments, and which have many. User-interface thread, as all access
+// to the store.
 #pragma once
 
 #include <array>
 #include <atomic>
+#include <cstdint>
 
 #include "views/period_query.h"
 
 namespace orvello {
 
-// A flag for each month and day, whatever the year.
+// So many appointments make a day a busy one.
+inline constexpr int kBusyDay = 4;
+
+// For each month and day, whatever the year: how many appointments, counted up to kBusyDay.
 class YearMarks {
  public:
-  bool at(int month, int day) const { return flags_[index(month, day)]; }
-  void set(int month, int day) { flags_[index(month, day)] = true; }
+  bool at(int month, int day) const { return counts_[index(month, day)] > 0; }
+  bool busy(int month, int day) const { return counts_[index(month, day)] == kBusyDay; }
+  void add(int month, int day) {
+    std::uint8_t& count = counts_[index(month, day)];
+    if (count < kBusyDay) ++count;
+  }
+  // There are appointments, and the profile lets none of them be seen.
+  bool all_hidden() const { return hides_some_ && counts_ == decltype(counts_){}; }
+  void hide_one() { hides_some_ = true; }
   friend bool operator==(const YearMarks&, const YearMarks&) = default;
 
  private:
   static std::size_t index(int month, int day) {
     return static_cast<std::size_t>(month * 31 + day - 32);
   }
-  std::array<bool, 12 * 31> flags_{};
+  std::array<std::uint8_t, 12 * 31> counts_{};
+  bool hides_some_ = false;
 };
 
 // The upper bound lies 365 days after 1 January also in a leap year.

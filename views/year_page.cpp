@@ -7,7 +7,7 @@ namespace orvello {
 
 const GridHabits& YearPage::habits() const {
   static constexpr GridHabits kHabits{
-      .months = 12, .names_days = true, .escape = kCommandMonthView};
+      .months = 12, .names_days = true, .names_pressed = true, .escape = kCommandMonthView};
   return kHabits;
 }
 
@@ -25,11 +25,13 @@ bool YearPage::read(const GridInput& in, YearSnapshot& snapshot) {
   snapshot = taken ? std::move(*taken)
                    : year_snapshot_without_marks(settings_, in.screen, in.selected.year, in.today,
                                                  in.selected, in.focus_visible);
+  if (snapshot.marks.all_hidden()) snapshot.note = profile_note(in.language);
   return taken.has_value();
 }
 
 void YearPage::keep_read(YearSnapshot& snapshot, const YearSnapshot& earlier) const {
   snapshot.marks = earlier.marks;
+  snapshot.note = earlier.note;
 }
 
 ViewDrawing YearPage::drawing() const { return drawing_by(DrawYearView); }
@@ -39,7 +41,9 @@ GridTarget YearPage::hit(Point point) const { return hit_year(layout_, point); }
 Rect YearPage::place_of(const MonthDayYear& date) const { return cell_place(layout_, date); }
 
 AccessibleGrid YearPage::accessible(const DayCount& count, const AccessibleWords& words) const {
-  return accessible_year(layout_, count, words);
+  AccessibleGrid grid = accessible_year(layout_, count, words);
+  if (snapshot_ && !snapshot_->note.empty()) grid.name += u", " + snapshot_->note;
+  return grid;
 }
 
 std::optional<MonthDayYear> YearPage::date_of_cell(int cell) const {

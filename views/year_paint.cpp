@@ -5,12 +5,15 @@
 #include "draw/fit_text.h"
 #include "draw/readable.h"
 #include "views/focus_frame.h"
+#include "views/period_note.h"
 
 namespace orvello {
 
 namespace {
 
 constexpr int kLargestNumber = 14;  // points
+constexpr int kQuiet = 104;         // of 256 parts towards the ground
+constexpr double kWeekendContrast = 1.35, kFineContrast = 1.2;
 
 // One drawing's fonts, and the drawing itself.
 class YearPainter {
@@ -18,12 +21,14 @@ class YearPainter {
   YearPainter(const YearSnapshot& snapshot, const YearLayout& layout, Canvas& canvas)
       : snapshot_(snapshot), layout_(layout), screen_(layout.screen), canvas_(canvas) {
     choose_names();
+    choose_letters();
     choose_numbers();
   }
 
   void draw_header();
   void draw_month(int month);
   void draw_frame(const MonthDayYear& date);
+  void draw_note_line();
 
  private:
   // Numbers of one size of cell: the font, and the room for two digits.
@@ -33,8 +38,12 @@ class YearPainter {
   };
 
   void choose_names();
+  void choose_letters();
   void choose_numbers();
   Numbers numbers_within(Size room);
+  Color ground_of(int month) const;
+  void draw_week(int month);
+  Color day_color(const MonthDayYear& date, Color ground) const;
   void draw_day(const MonthDayYear& date, bool shared);
 
   const YearSnapshot& snapshot_;
@@ -42,7 +51,7 @@ class YearPainter {
   const ScreenLayout& screen_;
   Canvas& canvas_;
   const std::array<Text, 12>* names_ = nullptr;
-  FontSpec name_font_;
+  FontSpec name_font_, letter_font_;
   Numbers single_, double_;
 };
 
@@ -70,15 +79,22 @@ void YearPainter::choose_names() {
   name_font_ = font_for(*names_);
 }
 
+void YearPainter::choose_letters() {
+  const std::vector<Text> letters(snapshot_.day_letters.begin(), snapshot_.day_letters.end());
+  letter_font_ =
+      fitting_font(canvas_, letters, layout_.cell.width - screen_.scale, 8, 400, screen_);
+}
+
 // The largest size in which two bold digits fit; a step of a point is too coarse for cells this
 // small.
 YearPainter::Numbers YearPainter::numbers_within(Size room) {
   FontSpec bold = font_of(kLargestNumber, 700, screen_);
   bold.height = std::min(bold.height, std::max(room.height, font_height(5, screen_.dpi_y)));
-  int width = canvas_.measure(u"30", bold).width;
+  const Text widest = local_digits(u"30", snapshot_.locale);
+  int width = canvas_.measure(widest, bold).width;
   while (width > room.width && bold.height > font_height(5, screen_.dpi_y)) {
     --bold.height;
-    width = canvas_.measure(u"30", bold).width;
+    width = canvas_.measure(widest, bold).width;
   }
   return {{bold.height, 400, bold.cleartype}, bold, width};
 }
@@ -94,7 +110,7 @@ void YearPainter::choose_numbers() {
 void YearPainter::draw_header() {
   const Color text = snapshot_.color(ColorSlot::year_header_text);
   canvas_.fill_rect(layout_.header, snapshot_.color(ColorSlot::year_header_background));
-  canvas_.draw_text(format(u"%d", layout_.year), layout_.title,
+  canvas_.draw_text(local_digits(format(u"%d", layout_.year), snapshot_.locale), layout_.title,
                     {layout_.title_font, text, Align::center});
   const auto arrow = [&](const Image& image, const Rect& place) {
     canvas_.draw_image(image, {0, 0, image.width, image.height}, {place.x, place.y});
@@ -106,16 +122,13 @@ void YearPainter::draw_header() {
 void YearPainter::draw_month(int month) {
   const auto index = static_cast<std::size_t>(month - 1);
   const YearBlock& block = layout_.months[index];
-  const int column = (month - 1) % layout_.block_columns;
-  const int row = (month - 1) / layout_.block_columns;
-  canvas_.fill_rect(block.box,
-                    snapshot_.color((row + column) % 2 == 0 ? ColorSlot::year_month_background_1
-                                                            : ColorSlot::year_month_background_2));
+  canvas_.fill_rect(block.box, ground_of(month));
   canvas_.fill_rect(block.strip, snapshot_.color(ColorSlot::year_month_header_background));
   canvas_.draw_text(
       (*names_)[index], block.strip,
       {name_font_, snapshot_.color(ColorSlot::year_month_header_text), Align::center});
 
+  draw_week(month);
   int day = 1;
   for (const std::int32_t value : snapshot_.grid.months[index]) {
     if (value == 0) continue;
@@ -126,13 +139,53 @@ void YearPainter::draw_month(int month) {
   }
 }
 
+Color YearPainter::ground_of(int month) const {
+  const int column = (month - 1) % layout_.block_columns;
+  const int row = (month - 1) / layout_.block_columns;
+  return snapshot_.color((row + column) % 2 == 0 ? ColorSlot::year_month_background_1
+                                                 : ColorSlot::year_month_background_2);
+}
+
+// The days' letters, and thin lines that set the weekend apart.
+void YearPainter::draw_week(int month) {
+  const YearBlock& block = layout_.months[static_cast<std::size_t>(month - 1)];
+  const Color ground = ground_of(month), text = snapshot_.color(ColorSlot::year_day_text);
+  const int bottom = block.grid.y + layout_.cell.height * (kYearRows - 1) + layout_.double_height;
+  // Fine where numbers stand close to each other.
+  const bool fine = layout_.names_height == 0;
+  const Color line = visible_on(ground, ground, fine ? kFineContrast : kWeekendContrast);
+  for (const int column : layout_.weekend_edges)
+    canvas_.fill_rect({block.grid.x + column * layout_.cell.width, block.names.y,
+                       fine ? 1 : screen_.scale, bottom - block.names.y},
+                      line);
+  if (layout_.names_height == 0) return;
+  const TextStyle style{letter_font_, legible_on(ground, mixed(text, ground, kQuiet)),
+                        Align::center};
+  for (int column = 0; column < kYearColumns; ++column)
+    canvas_.draw_text(snapshot_.day_letters[static_cast<std::size_t>(column)],
+                      {block.grid.x + column * layout_.cell.width, block.names.y,
+                       layout_.cell.width, layout_.names_height},
+                      style);
+}
+
+// Where days are marked the others step back, so that the two are told apart by more than a colour,
+// however many are marked.
+Color YearPainter::day_color(const MonthDayYear& date, Color ground) const {
+  const Color plain = snapshot_.color(ColorSlot::year_day_text);
+  if (snapshot_.coloryearview != 1) return plain;
+  if (snapshot_.marks.at(date.month, date.day))
+    return legible_on(ground, snapshot_.color(ColorSlot::year_appointment_day_text));
+  if (date == snapshot_.today) return plain;
+  return legible_on(ground, mixed(plain, ground, kQuiet));
+}
+
 void YearPainter::draw_day(const MonthDayYear& date, bool shared) {
   const Rect place = cell_place(layout_, date);
-  const bool marked = snapshot_.coloryearview == 1 && snapshot_.marks.at(date.month, date.day);
-  Color color =
-      snapshot_.color(marked ? ColorSlot::year_appointment_day_text : ColorSlot::year_day_text);
-  if (date == snapshot_.today) {
-    const Color ground = snapshot_.color(ColorSlot::year_today_background);
+  const bool is_today = date == snapshot_.today;
+  const Color ground =
+      is_today ? snapshot_.color(ColorSlot::year_today_background) : ground_of(date.month);
+  Color color = day_color(date, ground);
+  if (is_today) {
     canvas_.fill_rect(place, ground);
     color = readable_on(ground, color);
   }
@@ -143,8 +196,23 @@ void YearPainter::draw_day(const MonthDayYear& date, bool shared) {
   const int drop = screen_.scale, spill = 2 * screen_.scale;
   const Rect box{place.x + (place.width - numbers.width + 1) / 2, place.y + drop - spill,
                  numbers.width, place.height + 2 * spill};
-  canvas_.draw_text(format(u"%d", date.day), box,
-                    {marked ? numbers.bold : numbers.plain, color, Align::right});
+  const Text number = local_digits(format(u"%d", date.day), snapshot_.locale);
+  const FontSpec& font = is_today ? numbers.bold : numbers.plain;
+  canvas_.draw_text(number, box, {font, color, Align::right});
+  // A short line under the number of a day that has many appointments, where the cell has room.
+  const int height = screen_.scale;
+  if (snapshot_.coloryearview != 1 || !snapshot_.marks.busy(date.month, date.day)) return;
+  if (place.height < font.height + 12 * height) return;
+  const int width = canvas_.measure(number, font).width;
+  canvas_.fill_rect({box.right() - width, place.bottom() - 4 * height, width, height}, color);
+}
+
+void YearPainter::draw_note_line() {
+  if (layout_.note.empty()) return;
+  const Color ground = snapshot_.color(ColorSlot::year_month_background_1);
+  canvas_.fill_rect(layout_.note, ground);
+  draw_note(snapshot_.note, layout_.note,
+            legible_on(ground, snapshot_.color(ColorSlot::year_day_text)), screen_, canvas_);
 }
 
 // Around the cell rather than inside it: the cell is filled by its number.
@@ -172,6 +240,7 @@ bool DrawYearView(const YearSnapshot& snapshot, Canvas& canvas, const std::atomi
     painter.draw_month(month);
     control.progress();
   }
+  painter.draw_note_line();
   if (snapshot.focus_visible) painter.draw_frame(snapshot.selected);
   painter.draw_frame(snapshot.marked);
   return !control.stopped();

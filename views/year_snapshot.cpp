@@ -19,6 +19,8 @@ YearSnapshot year_snapshot_without_marks(const SettingsRecord& settings, const S
   snapshot.colors = settings.item_colors;
   snapshot.month_names = settings.month_names;
   snapshot.short_names = settings.locale.short_month_names;
+  snapshot.day_letters = day_letters(settings.firstdayofweek, settings.locale);
+  snapshot.locale = settings.locale;
   snapshot.arrows =
       turn_arrows(screen, settings.locale, snapshot.color(ColorSlot::year_header_background));
   snapshot.grid = BuildYearGrid(year, today, settings.firstdayofweek);
@@ -53,6 +55,6 @@ std::optional<YearSnapshot> take_year_snapshot(StoreSession& session,
 }
 
 YearLayout::YearLayout(const YearSnapshot& snapshot)
-    : YearLayout(snapshot.screen, snapshot.year, snapshot.firstdayofweek) {}
+    : YearLayout(snapshot.screen, snapshot.year, snapshot.firstdayofweek, !snapshot.note.empty()) {}
 
 }  // namespace orvello

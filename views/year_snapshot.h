@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "base/image.h"
+#include "calendar/short_names.h"
 #include "draw/screen_layout.h"
 #include "settings/settings_record.h"
 #include "store/store_session.h"
@@ -28,9 +29,13 @@ struct YearSnapshot {
   ItemColors colors{};
   MonthNames month_names;
   std::array<Text, 12> short_names;
+  WeekNames day_letters;  // by column
   TurnArrows arrows;
   YearGrid grid;
   YearMarks marks;  // empty unless coloryearview is 1
+
+  Text note;          // why no day is marked although there are appointments, else empty
+  LocaleData locale;  // whose digits are shown
 
   Color color(ColorSlot slot) const { return colors[static_cast<std::size_t>(slot)]; }
 };

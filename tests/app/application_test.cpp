@@ -379,6 +379,16 @@ TEST_F(ApplicationTest, TheYearNamesADayUnderThePointer) {
   device.window.hover(day);
   device.window.command(kCommandMonthView);
   EXPECT_FALSE(device.window.label);
+  // The Month view too, but there a press may be the beginning of a drag.
+  EXPECT_TRUE(idle());
+  const Point same = application->grid().month().place_of({11, 21, 2026}).center();
+  device.window.hover(same);
+  ASSERT_TRUE(device.window.label);
+  EXPECT_NE(device.window.label->text.find(u"9:00a-10:00a Dentist"), Text::npos);
+  device.window.press(same);
+  EXPECT_FALSE(device.window.label);
+  device.window.hover({same.x, same.y + 1});
+  EXPECT_FALSE(device.window.label);
 }
 
 // A drawing under way, and the paint of every moment.

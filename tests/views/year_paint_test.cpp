@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "draw/readable.h"
+#include "resources/strings.h"
+#include "settings/color_schemes.h"
 #include "tests/views/month_fixture.h"
 
 namespace orvello {
@@ -40,12 +43,13 @@ TEST_F(YearPaintTest, EveryTextFitsOnEveryScreenInBothLanguages) {
     for (const bool russian : {false, true}) {
       for (const int year : {2026, 2034}) {
         YearSnapshot all = snapshot(screen, russian, year);
-        for (int i = 0; i < 372; i += 2) all.marks.set(i / 31 + 1, i % 31 + 1);
+        for (int i = 0; i < 372; i += 2) all.marks.add(i / 31 + 1, i % 31 + 1);
         const RecordingCanvas canvas = drawn(all);
         const std::vector<Text> clipped = canvas.clipped_texts();
         EXPECT_TRUE(clipped.empty())
             << screen.work.width << " " << to_utf8(clipped.empty() ? u"" : clipped[0]);
-        EXPECT_EQ(canvas.of_kind(Operation::text).size(), 1u + 12u + 365u);
+        const std::size_t letters = screen.work.width < 1000 ? 0 : 12 * 7;
+        EXPECT_EQ(canvas.of_kind(Operation::text).size(), 1u + 12u + 365u + letters);
         for (const DrawnOperation& text : canvas.of_kind(Operation::text))  // numbers keep apart
           ASSERT_TRUE(text.text.size() > 2 || text.box.width <= YearLayout(all).cell.width);
       }
@@ -53,15 +57,59 @@ TEST_F(YearPaintTest, EveryTextFitsOnEveryScreenInBothLanguages) {
   }
 }
 
-TEST_F(YearPaintTest, AppointmentDaysDifferInColourAndWeight) {
-  YearSnapshot year = snapshot();
-  year.marks.set(3, 31);  // the later day of a double cell
-  EXPECT_EQ(number(year, {3, 31, 2026}).color, year.color(ColorSlot::year_appointment_day_text));
-  EXPECT_EQ(number(year, {3, 31, 2026}).style.font.weight, 700);
-  EXPECT_EQ(number(year, {3, 24, 2026}).color, year.color(ColorSlot::year_day_text));
-  EXPECT_EQ(number(year, {3, 24, 2026}).style.font.weight, 400);
-  year.coloryearview = 0;
-  EXPECT_EQ(number(year, {3, 31, 2026}).color, year.color(ColorSlot::year_day_text));
+// Marked days keep their colour, the others step back but stay readable, on every ground; busy days
+// have a line where there is room for one.
+TEST_F(YearPaintTest, MarkedDaysAreToldFromTheOthers) {
+  for (const ColorScheme& scheme : color_schemes()) {
+    SCOPED_TRACE(to_utf8(load_string(scheme.name, Language::english)));
+    YearSnapshot year = snapshot();
+    year.colors = scheme.colors;
+    year.marks.add(3, 31);  // the later day of a double cell
+    const Color ground = year.color(ColorSlot::year_month_background_1);
+    const Color plain = year.color(ColorSlot::year_day_text);
+    const Color marked = number(year, {3, 31, 2026}).color,
+                other = number(year, {3, 24, 2026}).color;
+    EXPECT_EQ(marked, legible_on(ground, year.color(ColorSlot::year_appointment_day_text)));
+    EXPECT_GE(contrast(ground, other), 4.5);
+    EXPECT_LT(contrast(ground, other), contrast(ground, plain));
+    year.coloryearview = 0;
+    for (const int day : {24, 31}) EXPECT_EQ(number(year, {3, day, 2026}).color, plain);
+  }
+  for (const bool large : {false, true}) {
+    YearSnapshot year = snapshot(kTestScreens[large ? 4 : 0]);
+    const std::size_t before = drawn(year).of_kind(Operation::fill).size();
+    for (int n = 0; n < kBusyDay; ++n) {
+      EXPECT_EQ(drawn(year).of_kind(Operation::fill).size(), before);
+      year.marks.add(3, 12);
+    }
+    EXPECT_EQ(drawn(year).of_kind(Operation::fill).size(), before + large);
+  }
+}
+
+// Of a large window, above the days; the weekend's columns are set apart on every screen.
+TEST_F(YearPaintTest, LettersAndWeekends) {
+  for (const TestScreen& screen : kTestScreens) {
+    for (const int monday : {0, 1}) {
+      MonthFixture parts(screen);
+      parts.settings.firstdayofweek = monday;
+      const YearSnapshot year =
+          year_snapshot_without_marks(parts.settings, parts.screen, 2026, {}, {}, false);
+      const YearLayout layout(year);
+      const RecordingCanvas canvas = drawn(year);
+      Text letters;
+      for (const DrawnOperation& text : canvas.of_kind(Operation::text))
+        if (layout.months[4].names.contains(text.box.center())) letters += text.text;
+      EXPECT_EQ(letters, screen.work.width < 1000 ? u"" : monday ? u"MTWTFSS" : u"SMTWTFS");
+      // The 2nd of May 2026 is a Saturday: a line stands before it, and none before the Friday.
+      const Rect saturday = cell_place(layout, {5, 2, 2026});
+      const Color ground = year.color(ColorSlot::year_month_background_1);
+      const auto at_left_of = [&](const Rect& place) {
+        return canvas.fill_at({place.x, place.y}).value_or(ground);
+      };
+      const Color beside = at_left_of(cell_place(layout, {5, 1, 2026}));
+      EXPECT_GE(contrast(beside, at_left_of(saturday)), 1.15) << screen.work.width;
+    }
+  }
 }
 
 TEST_F(YearPaintTest, BackgroundsOfMonthsAndOfToday) {
