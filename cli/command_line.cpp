@@ -289,8 +289,8 @@ bool names_contacts(const std::string& file) {
 std::string usage_text() {
   std::string text = R"(Orvello, a pocket calendar.
 
-  orvello [FILE...]                   open the window; calendar and contact files are shown first,
-                                      with counts, and imported on OK
+  orvello [FILE...]                   open the window; what calendar and contact files, or folders
+                                      of them, would bring is shown first, and imported on OK
       --view day|month|year           the view to open
       --date YYYY-MM-DD               the date to show
       --new                           write a new appointment, in the window that is open if one is
@@ -300,7 +300,7 @@ std::string usage_text() {
       --measure edit                  print how fast the editor opens and saves, and end; it makes
                                       appointments
   orvello import FILE...              import iCalendar (.ics) and vCalendar (.vcs) files, and
-                                      contacts as vCards (.vcf)
+                                      contacts as vCards (.vcf); of a folder, all of these in it
   orvello export FILE [--from D] [--to D]
                                       write the calendar, or the appointments of some days
   orvello export FILE.vcf             write the contacts

@@ -51,8 +51,9 @@ void ImportProcedure::handle(Dialog& dialog, const DialogEvent& event) {
 void ImportProcedure::show(Dialog& dialog) {
   const ImportCounts& counts = preview_.result.counts;
   sources_ = source_rows();
-  const Text summary = format(load_string(StringId::import_summary, desk_.language),
-                              counts.imported, counts.updated, counts.skipped);
+  const Text summary = local_digits(format(load_string(StringId::import_summary, desk_.language),
+                                           counts.imported, counts.updated, counts.skipped),
+                                    desk_.locale);
   const Text legend = import_legend(preview_.items, desk_);
   lay_out(dialog, summary, legend);
   dialog.set_text(kControlImportText, legend.empty() ? summary : summary + u"\n" + legend);

@@ -13,7 +13,8 @@ using Across = ControlTemplate::Across;
 using Down = ControlTemplate::Down;
 
 constexpr int kGap = 4, kButton = 27, kRow = 27, kWidth = 240, kInner = kWidth - 2 * kGap;
-constexpr int kHeight = 291, kLine = 17, kMostLines = 4, kButtons = kHeight - kGap - kButton;
+constexpr int kHeight = 291, kLine = 17, kMostLines = 4, kFrame = 6,
+              kButtons = kHeight - kGap - kButton;
 constexpr int kMostRows = 4, kMostRowsWhenLow = 2;
 
 }  // namespace
@@ -21,7 +22,7 @@ constexpr int kMostRows = 4, kMostRowsWhenLow = 2;
 ImportPlaces import_places(int lines, int rows, bool low) {
   const Rect counts{kGap, kGap, kInner, kLine * std::clamp(lines, 1, kMostLines) + 2};
   const int shown = std::clamp(rows, 1, low ? kMostRowsWhenLow : kMostRows);
-  const Rect files{kGap, counts.bottom() + kGap, kInner, shown * kRow + 2};
+  const Rect files{kGap, counts.bottom() + kGap, kInner, shown * kRow + kFrame};
   const int top = rows > 0 ? files.bottom() + kGap : files.y;
   return {counts, files, {kGap, top, kInner, kButtons - kGap - top}};
 }
