@@ -19,6 +19,12 @@ bool is_folder(const std::string& path) {
   return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+// Links may lead in circles.
+bool is_link(const std::string& path) {
+  struct stat info {};
+  return ::lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode);
+}
+
 bool is_calendar_name(std::string_view name) {
   std::string end(name.substr(std::min(name.size(), name.rfind('.'))));
   for (char& c : end)
@@ -46,7 +52,7 @@ int list_folder(const std::string& folder, int depth, std::vector<std::string>& 
     const std::string path = before + name;
     if (!is_folder(path)) {
       if (is_calendar_name(name)) files.push_back(path);
-    } else if (depth < kDeepestFolder) {
+    } else if (depth < kDeepestFolder && !is_link(path)) {
       if (const int fault = list_folder(path, depth + 1, files)) return fault;
     }
   }

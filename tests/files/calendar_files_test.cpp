@@ -17,6 +17,7 @@ TEST(CalendarFiles, OfAFolderAreThoseInItByName) {
   fs::create_directories(top + "/sub/.hidden");
   for (const char* name : {"b.ICS", "a.vcf", "notes.txt", "sub/c.vcs", "sub/.hidden/d.ics", "ics"})
     put_content(top + "/" + name, "");
+  fs::create_directory_symlink(top, top + "/sub/round");
   const auto files = calendar_files({"missing.ics", top + "/sub/c.vcs", top + "/sub/.hidden"});
   ASSERT_TRUE(files) << files.reason();
   EXPECT_EQ(*files, (std::vector<std::string>{"missing.ics", top + "/sub/c.vcs",
