@@ -19,9 +19,7 @@ constexpr std::chrono::milliseconds kSlice{15};
 // False when the run has ended.
 bool run_for(ImportRun& run, std::chrono::milliseconds time) {
   const auto end = SteadyClock::now() + time;
-  while (SteadyClock::now() < end)
-    if (!run.step()) return false;
-  return true;
+  return run.go_on([end] { return SteadyClock::now() >= end; });
 }
 
 Text progress_text(const ImportProgress& progress, const ImportDesk& desk) {

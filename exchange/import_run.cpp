@@ -20,9 +20,17 @@ bool ImportRun::step() {
   return importer_->step() || end_file();
 }
 
+bool ImportRun::go_on(const std::function<bool()>& enough) {
+  if (ended_) return false;
+  std::optional<StoreReading> reading;
+  if (!writes_ && !reading.emplace(store_)) return fail(store_.problem());
+  while (step())
+    if (enough()) return true;
+  return false;
+}
+
 ImportResult ImportRun::finish() {
-  while (step()) {
-  }
+  (void)go_on([] { return false; });
   return std::move(result_);
 }
 

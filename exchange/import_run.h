@@ -1,6 +1,7 @@
 // An import, or its preview, that goes on in small steps and can be given up between any two.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -37,6 +38,9 @@ class ImportRun {
   // Some milliseconds at most, but for the end, which makes the transaction durable. False: it has
   // ended, by itself or by a failure.
   bool step();
+  // Steps until it is enough, or until it has ended, which is false. A preview reads one state of
+  // the store meanwhile.
+  bool go_on(const std::function<bool()>& enough);
   ImportResult finish();  // all that is left
   ImportProgress progress();
 
