@@ -75,6 +75,15 @@ void AppointmentOperations::move_to(const RowKey& key, Day day) {
   c_.commands.appointments_changed(false);
 }
 
+bool AppointmentOperations::shift(const RowKey& key, CalendarDate start) {
+  const bool done = [&] {
+    const WaitCursor waiting(c_.host.window);
+    return shift_appointment(operation(), key.oid, key.start, start);
+  }();
+  c_.commands.appointments_changed(false);
+  return done;
+}
+
 std::optional<MonthDayYear> AppointmentOperations::ask_date(const MonthDayYear& shown, Point at) {
   DateProcedure procedure(shown, c_.state.today, c_.settings.firstdayofweek != 0);
   DialogTemplate dialog = date_dialog(c_.commands.language());

@@ -43,6 +43,8 @@ class AppointmentOperations {
   void run(std::uint32_t command, const RowKey& key, const Spot& spot);
   // Carries it on by whole days.
   void move_by(const RowKey& key, int days);
+  // To another start, of this occurrence alone. False when it was not moved, which is said.
+  bool shift(const RowKey& key, CalendarDate start);
   // From a month at a point of the window.
   std::optional<MonthDayYear> ask_date(const MonthDayYear& shown, Point at);
 

@@ -156,8 +156,8 @@ void draw_popup_notes(const PreviewInput& in, Canvas& canvas) {
   const Size size = screen.work;
   const NotesBubbleInput input{
       screen, in.settings.dvfontsize, {0, 0, size.width, size.height / 5}, size.width / 2};
-  const Text notes = load_string(StringId::sample_notes, in.language);
-  const NotesBubble bubble = lay_out_notes_bubble(input, notes, canvas);
+  const NotesBubbleText text{{}, {}, load_string(StringId::sample_notes, in.language)};
+  const NotesBubble bubble = lay_out_notes_bubble(input, text, canvas);
   draw_notes_bubble_at({bubble.place.x, bubble.place.y}, canvas, bubble, screen,
                        in.settings.item_colors);
 }

@@ -23,18 +23,11 @@ void NotesProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {
     case Event::init:
       dialog.drawn(kControlNotes)
-          ->set_parts({{[this] {
-                          Text all;
-                          for (const Text& line : bubble_.lines)
-                            all += (all.empty() ? u"" : u" ") + line;
-                          return all;
-                        }(),
-                        {0, 0, bubble_.place.width, bubble_.place.height},
-                        true}});
+          ->set_parts({{spoken_, {0, 0, bubble_.place.width, bubble_.place.height}, true}});
       dialog.focus(kControlNotes);
       break;
     case Event::paint:
-      draw_notes_bubble(*event.canvas, bubble_, screen_, colors_);
+      draw_notes_bubble_at({}, *event.canvas, bubble_, screen_, colors_);
       break;
     case Event::focus_lost:
     case Event::pointer_up:

@@ -22,13 +22,18 @@ inline constexpr int kPopupMoved = 5;    // a row was carried to another day
 // held, which one such event ends.
 class NotesProcedure : public DialogProcedure {
  public:
-  NotesProcedure(NotesBubble bubble, const ScreenLayout& screen, const ItemColors& colors,
-                 bool hold)
-      : bubble_(std::move(bubble)), screen_(screen), colors_(colors), hold_(hold) {}
+  NotesProcedure(NotesBubble bubble, Text spoken, const ScreenLayout& screen,
+                 const ItemColors& colors, bool hold)
+      : bubble_(std::move(bubble)),
+        spoken_(std::move(spoken)),
+        screen_(screen),
+        colors_(colors),
+        hold_(hold) {}
   void handle(Dialog& dialog, const DialogEvent& event) override;
 
  private:
   NotesBubble bubble_;
+  Text spoken_;
   const ScreenLayout& screen_;
   const ItemColors& colors_;
   bool hold_;

@@ -18,7 +18,8 @@ namespace {
 
 using Event = DialogEvent::Kind;
 
-constexpr DayHeaderZone kZones[] = {DayHeaderZone::date, DayHeaderZone::today,
+constexpr DayHeaderZone kZones[] = {DayHeaderZone::previous, DayHeaderZone::date,
+                                    DayHeaderZone::next, DayHeaderZone::today,
                                     DayHeaderZone::style};
 
 }  // namespace
@@ -32,6 +33,7 @@ void DayView::open(const RowKey& key) {
 void DayView::close() {
   dialog_ = nullptr;
   owned_ = nullptr;
+  stop_carrying();
   pointer_.let_go();
   pen_down_ = false;
 }
@@ -100,7 +102,8 @@ void DayView::show_list() {
   const DayListInput input{c_.settings, c_.state.layout, list->place(), now,
                            c_.commands.language()};
   ReportContent content = day_list_content(agenda_, input, c_.commands.measuring_canvas());
-  icons_x_ = content.columns[0].width + content.columns[1].width / 2;
+  times_width_ = content.columns[0].width;
+  icons_x_ = times_width_ + content.columns[1].width / 2;
   list->set_content(std::move(content));
 }
 
@@ -169,10 +172,14 @@ void DayView::tell_parts() {
     return AccessibleCell{std::move(name), zone_place(header_, zone), focused_zone_ == zone};
   };
   const Text number = input.day_number.empty() ? Text() : u", " + input.day_number;
-  dialog_->drawn(kControlDayHeader)
-      ->set_parts({part(input.date + number, DayHeaderZone::date),
-                   part(load_string(StringId::today, language), DayHeaderZone::today),
-                   part(load_string(StringId::row_colors, language), DayHeaderZone::style)});
+  std::vector<AccessibleCell> parts = {
+      part(load_string(StringId::day_before, language), DayHeaderZone::previous),
+      part(input.date + number, DayHeaderZone::date),
+      part(load_string(StringId::day_after, language), DayHeaderZone::next),
+      part(load_string(StringId::today, language), DayHeaderZone::today),
+      part(load_string(StringId::row_colors, language), DayHeaderZone::style)};
+  std::erase_if(parts, [](const AccessibleCell& one) { return one.place.empty(); });
+  dialog_->drawn(kControlDayHeader)->set_parts(parts);
 }
 
 void DayView::paint_header(const DialogEvent& event) {
@@ -180,13 +187,17 @@ void DayView::paint_header(const DialogEvent& event) {
                   c_.today_picture, focused_zone_);
 }
 
+void DayView::move_header_focus(int step) {
+  std::vector<DayHeaderZone> zones;
+  for (const DayHeaderZone zone : kZones)
+    if (!zone_place(header_, zone).empty()) zones.push_back(zone);
+  const auto at = std::find(zones.begin(), zones.end(), focused_zone_) - zones.begin();
+  const auto last = static_cast<std::ptrdiff_t>(zones.size()) - 1;
+  focused_zone_ = zones[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(at + step, 0, last))];
+  repaint_header();
+}
+
 void DayView::header_event(const DialogEvent& event) {
-  const auto move_focus = [this](int step) {
-    const int at = static_cast<int>(std::find(std::begin(kZones), std::end(kZones), focused_zone_) -
-                                    std::begin(kZones));
-    focused_zone_ = kZones[std::clamp(at + step, 0, 2)];
-    repaint_header();
-  };
   switch (event.kind) {
     case Event::paint:
       return paint_header(event);
@@ -214,8 +225,8 @@ void DayView::header_event(const DialogEvent& event) {
       repaint_header();
       break;
     case Event::key:
-      if (event.key == kKeyLeft) return move_focus(-1);
-      if (event.key == kKeyRight) return move_focus(1);
+      if (event.key == kKeyLeft) return move_header_focus(-1);
+      if (event.key == kKeyRight) return move_header_focus(1);
       if (event.key == kKeyDown) return focus_list();
       if (event.key == kKeyReturn || event.key == kKeySpace) return use_zone(focused_zone_);
       command_key(event);
@@ -226,6 +237,8 @@ void DayView::header_event(const DialogEvent& event) {
 }
 
 void DayView::use_zone(DayHeaderZone zone) {
+  if (zone == DayHeaderZone::previous) turn(-1);
+  if (zone == DayHeaderZone::next) turn(1);
   if (zone == DayHeaderZone::date) choose_date();
   if (zone == DayHeaderZone::today) go_to_today();
   if (zone == DayHeaderZone::style) next_color_style();

@@ -8,15 +8,18 @@
 #include "app/application_state.h"
 #include "app/appointment_operations.h"
 #include "app/list_pointer.h"
+#include "app/time_drag.h"
 #include "app/view_commands.h"
 #include "ports/host.h"
 #include "resources/strings.h"
 #include "settings/settings_record.h"
 #include "store/day_agenda.h"
+#include "store/notes_text.h"
 #include "store/row_key.h"
 #include "store/store_session.h"
 #include "views/day_header.h"
 #include "views/day_list.h"
+#include "views/notes_bubble.h"
 
 namespace orvello {
 
@@ -63,6 +66,7 @@ class DayView : public DialogProcedure {
   // Header.
   void paint_header(const DialogEvent& event);
   void header_event(const DialogEvent& event);
+  void move_header_focus(int step);
   void use_zone(DayHeaderZone zone);
   void tell_parts();
   void choose_date();
@@ -85,6 +89,11 @@ class DayView : public DialogProcedure {
   void show_date(const MonthDayYear& date);
   void open_menu(Point at, const RowKey& key);
   void open_notes(const RowKey& key);
+  NotesBubbleText bubble_text(const RowKey& key, const AppointmentNotes& notes) const;
+  std::optional<TimeDrag> drag_of(int row, Point at) const;
+  void carry(const ListPointer::Action& action);
+  void drop(const ListPointer::Action& action);
+  void stop_carrying();
   void edit(const RowKey& key);
 
   // Row commands.
@@ -102,15 +111,17 @@ class DayView : public DialogProcedure {
   DayAgenda agenda_;  // the same with its subjects wrapped: row by row what the list shows
   DayHeaderLayout header_;
   ListPointer pointer_;
-  Day built_day_;    // that the list shows
+  Day built_day_;  // that the list shows
+  int times_width_ = 0;
   int icons_x_ = 0;  // the middle of the icon column
   int row_ = kNoRow;
   RowKey pressed_;  // under the pen, also when the list is made anew meanwhile
   RowKey opened_at_;
-  RowKey tapped_;        // its notes open unless a second tap comes
-  RowKey closed_;        // whose bubble was closed by a press, which may come next
-  RowKey press_closed_;  // and which this press has closed
-  bool alone_ = false;   // no second tap can follow this press
+  RowKey tapped_;                 // its notes open unless a second tap comes
+  RowKey closed_;                 // whose bubble was closed by a press, which may come next
+  RowKey press_closed_;           // and which this press has closed
+  bool alone_ = false;            // no second tap can follow this press
+  std::optional<TimeDrag> drag_;  // what the pen carries to another time
   DayHeaderZone pressed_zone_ = DayHeaderZone::none;
   DayHeaderZone focused_zone_ = DayHeaderZone::none;  // none without the focus
   bool pen_down_ = false;

@@ -10,12 +10,29 @@
 #include "resources/dialog_templates.h"
 #include "resources/ids.h"
 #include "resources/menus.h"
+#include "store/day_label.h"
 #include "store/notes_text.h"
+#include "views/notes_bubble.h"
 
 namespace orvello {
 namespace {
 
 using Event = DialogEvent::Kind;
+
+// Over the point of the list at which the pen holds what is carried.
+HoverLabel carried_label(const Text& text, Point at, const ScreenLayout& screen, Canvas& measure) {
+  HoverLabel label;
+  label.text = text;
+  label.font = screen.fonts.bold9;
+  label.text_color = rgb(153, 0, 0);
+  const Size size = measure.measure(text, label.font);
+  const int margin = 4 * screen.scale;
+  const Size whole{size.width + 2 * margin, size.height + margin};
+  const int x = std::clamp(at.x - margin, 0, std::max(0, screen.work.width - whole.width));
+  const int y = std::max(0, at.y - whole.height - screen.dpi_y / 4);
+  label.place = {x, y, whole.width, whole.height};
+  return label;
+}
 
 }  // namespace
 
@@ -71,16 +88,20 @@ void DayView::press_list(ReportList& list, const DialogEvent& event) {
   }
   dialog_->set_timer(kTimerMenu, kMenuMilliseconds);
   pressed_ = key_of(row);
-  act(pointer_.press(event.point, row, event.time));
+  drag_ = drag_of(row, event.point);
+  act(pointer_.press(event.point, row, event.time,
+                     drag_ ? ListPointer::Grip::item : ListPointer::Grip::row));
 }
 
 void DayView::act(const ListPointer::Action& action) {
   using Kind = ListPointer::Action::Kind;
   switch (action.kind) {
     case Kind::none:
-    case Kind::lift:
-    case Kind::drop:
       break;
+    case Kind::lift:
+      return carry(action);
+    case Kind::drop:
+      return drop(action);
     case Kind::select:
       select_row(action.row);
       break;
@@ -111,6 +132,42 @@ void DayView::tap() {
   if (press_closed_ || alone_) return open_notes(pressed_);
   tapped_ = pressed_;
   dialog_->set_timer(kTimerNotes, kNotesMilliseconds);
+}
+
+// By the time of an appointment that is selected.
+std::optional<TimeDrag> DayView::drag_of(int row, Point at) const {
+  if (row < 0 || at.x >= times_width_ || key_of(row) != selected()) return std::nullopt;
+  const int first = rows_of_appointment(agenda_, row).front();
+  const auto index = static_cast<std::size_t>(first);
+  return TimeDrag::of(agenda_.rows[index], agenda_.row_ends[index], shown_day(), c_.state.dpi_y);
+}
+
+void DayView::carry(const ListPointer::Action& action) {
+  dialog_->set_timer(kTimerMenu, 0);
+  const Rect list = dialog_->place(kControlDayList);
+  const Point at{list.x + action.point.x, list.y + action.point.y};
+  if (!drag_ || !list.contains(at)) return c_.host.window.hide_label();
+  const Text time = drag_->label_at(action.value, c_.settings.timeformat == 1);
+  c_.host.window.show_label(
+      carried_label(time, at, c_.state.layout, c_.commands.measuring_canvas()));
+}
+
+// Beside the list it stays where it was.
+void DayView::drop(const ListPointer::Action& action) {
+  const auto drag = drag_;
+  const RowKey meant = pressed_;
+  stop_carrying();
+  const Rect list = dialog_->place(kControlDayList);
+  const Point at{list.x + action.point.x, list.y + action.point.y};
+  if (!drag || !meant || !list.contains(at) || !drag->moves(action.value)) return;
+  const CalendarDate start = drag->start_at(action.value);
+  if (c_.operations.shift(meant, start) && dialog_) stand_at({meant.oid, start});
+}
+
+void DayView::stop_carrying() {
+  if (!drag_) return;
+  drag_.reset();
+  c_.host.window.hide_label();
 }
 
 void DayView::select_row(int row) {
@@ -151,6 +208,10 @@ void DayView::stand_at(const RowKey& key) {
 }
 
 void DayView::list_key(const DialogEvent& event) {
+  if (event.key == kKeyEscape && pointer_.lifts()) {
+    pointer_.let_go();
+    return stop_carrying();
+  }
   switch (event.key) {
     case kKeyLeft:
       return turn(-1);
@@ -230,15 +291,27 @@ void DayView::open_menu(Point at, const RowKey& key) {
   if (command != 0 && dialog_) run_command(command, meant);
 }
 
+// What stands beside it in the list: the row's whole subject, also where the list has wrapped it.
+NotesBubbleText DayView::bubble_text(const RowKey& key, const AppointmentNotes& notes) const {
+  NotesBubbleText text{{}, notes.place, notes.text};
+  for (const DayRow& row : read_.rows) {
+    if (row.continues() || row.oid != key.oid || row.start != key.start) continue;
+    text.subject = shown_subject(row.subject);
+    text.when_and_where = notes.place.empty() ? row.time : row.time + u", " + notes.place;
+    break;
+  }
+  return text;
+}
+
 // The bubble points at the row's icons.
 void DayView::open_notes(const RowKey& key) {
   const RowKey meant = key;
   if (!dialog_ || !meant) return;
-  const Text notes = notes_text(c_.session, c_.host.boxes, meant.oid, meant.start);
+  const auto notes = notes_of(c_.session, c_.host.boxes, meant.oid, meant.start);
   // A failure was shown; the list may be another one since.
   const int row = row_of(meant);
   ReportList* list = dialog_ ? dialog_->report(kControlDayList) : nullptr;
-  if (notes.empty() || row < 0 || !list) return;
+  if (!notes || row < 0 || !list) return;
   const ScreenLayout& screen = c_.state.layout;
   Rect place = list->row_place(row);  // grows over all the appointment's rows
   for (const int one : rows_of_appointment(agenda_, row)) {
@@ -247,15 +320,16 @@ void DayView::open_notes(const RowKey& key) {
     place.y = std::min(place.y, part.y);
     place.height = bottom - place.y;
   }
+  const NotesBubbleText text = bubble_text(key_of(row), *notes);
   const NotesBubble bubble = lay_out_notes_bubble({screen, c_.settings.dvfontsize, place, icons_x_},
-                                                  notes, c_.commands.measuring_canvas());
+                                                  text, c_.commands.measuring_canvas());
   DialogTemplate dialog = notes_dialog(c_.commands.language());
   dialog.place = bubble.place;
   dialog.outline = bubble.outline;
   dialog.size = {(bubble.place.width * 96 + screen.dpi_x - 1) / screen.dpi_x,
                  (bubble.place.height * 96 + screen.dpi_y - 1) / screen.dpi_y};
   dialog.controls[0].place = {0, 0, dialog.size.width, dialog.size.height};
-  NotesProcedure procedure(bubble, screen, c_.settings.item_colors, pen_down_);
+  NotesProcedure procedure(bubble, text.spoken(), screen, c_.settings.item_colors, pen_down_);
   const int result = c_.host.dialogs.run_modal(dialog, procedure);
   focus_list();
   closed_ = result == kPopupLeft ? meant : RowKey();

@@ -58,17 +58,22 @@ std::vector<MenuItem> grid_menu(Language language, const GridMenuState& state) {
 
 std::vector<MenuItem> day_menu(Language language, const DayMenuState& state) {
   const auto text = [language](StringId id) { return load_string(id, language); };
+  const MenuItem paste{kCommandPaste, text(StringId::paste), state.has_source, false};
+  const MenuItem create{kCommandCreate, text(StringId::create), true, false};
+  // What is about an appointment is nothing to read where there is none.
+  if (!state.on_appointment)
+    return state.has_source ? std::vector<MenuItem>{paste, create} : std::vector<MenuItem>{create};
   return {
-      {kCommandCut, text(StringId::cut), state.on_appointment, false},
-      {kCommandCopy, text(StringId::copy), state.on_appointment, false},
-      {kCommandPaste, text(StringId::paste), state.has_source, false},
-      {kCommandMoveTo, text(StringId::move_to), state.on_appointment, false},
+      {kCommandCut, text(StringId::cut), true, false},
+      {kCommandCopy, text(StringId::copy), true, false},
+      paste,
+      {kCommandMoveTo, text(StringId::move_to), true, false},
       {},
-      {kCommandBeam, text(StringId::beam), state.on_appointment, false},
-      {kCommandDelete, text(StringId::erase), state.on_appointment, false},
+      {kCommandBeam, text(StringId::beam), true, false},
+      {kCommandDelete, text(StringId::erase), true, false},
       {},
-      {kCommandEditAppointment, text(StringId::edit), state.on_appointment, false},
-      {kCommandCreate, text(StringId::create), true, false},
+      {kCommandEditAppointment, text(StringId::edit), true, false},
+      create,
   };
 }
 

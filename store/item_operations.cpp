@@ -64,13 +64,17 @@ struct Touched {
   Appointment* one = nullptr;
 };
 
-// Writes, not saves, its times on that day.
-bool put_on_day(Appointment& item, Day day) {
-  AppointmentFields fields = fields_of(item);
-  const auto shift = (day - whole_day(fields.start)) * kSecondsPerDay;
+// Writes, not saves, its times so much later.
+bool put_off(Appointment& item, AppointmentFields fields, std::int64_t shift) {
   fields.start = to_calendar_date(to_seconds(fields.start) + shift);
   fields.end = to_calendar_date(to_seconds(fields.end) + shift);
   return item.write(fields, {AppointmentField::start, AppointmentField::end}).empty();
+}
+
+// On that day.
+bool put_on_day(Appointment& item, Day day) {
+  const AppointmentFields fields = fields_of(item);
+  return put_off(item, fields, (day - whole_day(fields.start)) * kSecondsPerDay);
 }
 
 // One transaction, and one step of the history.
@@ -84,6 +88,16 @@ bool in_one_step(const OperationContext& context, const Appointment& item,
     return true;
   });
   if (done) context.history.keep(std::move(step));
+  return done;
+}
+
+// After saying why not, false. `put` writes where it goes.
+bool save_moved(const OperationContext& context, const Touched& touched,
+                const std::function<bool()>& put) {
+  if (!touched.one) return false;
+  const bool done =
+      put() && in_one_step(context, *touched.item, [&](EditStep&) { return touched.one->save(); });
+  if (!done) tell_failure(context.session, context.boxes, StringId::box_not_moved);
   return done;
 }
 
@@ -158,12 +172,16 @@ bool delete_appointment(const OperationContext& context, std::int32_t oid, int m
 bool move_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
                       Day target_day) {
   Touched touched(context, oid, source_start);
-  if (!touched.one) return false;
-  const bool done =
-      put_on_day(*touched.one, target_day) &&
-      in_one_step(context, *touched.item, [&](EditStep&) { return touched.one->save(); });
-  if (!done) tell_failure(context.session, context.boxes, StringId::box_not_moved);
-  return done;
+  return save_moved(context, touched, [&] { return put_on_day(*touched.one, target_day); });
+}
+
+bool shift_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
+                       CalendarDate target_start) {
+  Touched touched(context, oid, source_start);
+  return save_moved(context, touched, [&] {
+    const AppointmentFields fields = fields_of(*touched.one);
+    return put_off(*touched.one, fields, to_seconds(target_start) - to_seconds(fields.start));
+  });
 }
 
 bool copy_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,

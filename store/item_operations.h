@@ -40,7 +40,10 @@ bool can_follow(Appointment& item, CalendarDate start);
 // else, and an occurrence becomes a changed one of its series. False when nothing was changed.
 bool move_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
                       Day target_day);
-// Likewise a copy, which keeps all but the recurrence.
+// Gives it another start of the same length; nothing else changes.
+bool shift_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
+                       CalendarDate target_start);
+// Likewise a copy on a day, which keeps all but the recurrence.
 bool copy_appointment(const OperationContext& context, std::int32_t oid, CalendarDate source_start,
                       Day target_day);
 

@@ -9,7 +9,8 @@ namespace orvello {
 namespace {
 
 constexpr std::size_t kLongestDate = 150;
-constexpr int kLargestNumber = 13;  // points; never higher than the strip
+constexpr int kLargestNumber = 13;                // points; never higher than the strip
+constexpr int kArrowWidth = 27, kLeastDate = 80;  // at 96 dpi
 constexpr Color kStyleSquares[4] = {rgb(255, 0, 0), rgb(0, 170, 0), rgb(255, 255, 0),
                                     rgb(0, 255, 255)};
 
@@ -76,6 +77,8 @@ DayHeaderInput day_header_input(const SettingsRecord& settings, const ScreenLayo
   if (settings.juliandate == 1)
     input.day_number = local_digits(JulianDateText(day), settings.locale);
   input.day_number_font = font_of(std::min(settings.dvfontsize, kLargestNumber), 700, screen);
+  const auto ground = settings.color(ColorSlot::day_header_background);
+  input.arrows = turn_arrows(screen, settings.locale, ground);
   return input;
 }
 
@@ -94,12 +97,19 @@ DayHeaderLayout lay_out_day_header(const ScreenLayout& screen, int width, Size t
                           today_picture.height};
   layout.style_button = {width - margin - square, (height - square) / 2, square, square};
   const int indent = bold10 / 4;
-  int end = layout.left;
+  int begin = 0, end = layout.left;
   if (day_number_width > 0) {
     layout.number = {end - day_number_width, 0, day_number_width, height};
     end = layout.number.x - indent;
   }
-  layout.date = {indent, 0, end - indent, height};
+  const int arrow = kArrowWidth * screen.dpi_x / 96;
+  if (end - 2 * arrow - indent >= kLeastDate * screen.dpi_x / 96) {
+    layout.previous = {0, 0, arrow, height};
+    layout.next = {end - arrow, 0, arrow, height};
+    begin = arrow;
+    end -= arrow;
+  }
+  layout.date = {begin + indent, 0, end - begin - indent, height};
   return layout;
 }
 
@@ -114,6 +124,8 @@ DayHeaderLayout lay_out_day_header(const DayHeaderInput& input, const ScreenLayo
 
 DayHeaderZone hit_day_header(const DayHeaderLayout& layout, Point point) {
   if (!layout.strip.contains(point)) return DayHeaderZone::none;
+  if (layout.previous.contains(point)) return DayHeaderZone::previous;
+  if (layout.next.contains(point)) return DayHeaderZone::next;
   if (point.x < layout.left) return DayHeaderZone::date;
   if (point.x > layout.right) return DayHeaderZone::style;
   return point.x > layout.left && point.x < layout.right ? DayHeaderZone::today
@@ -123,8 +135,14 @@ DayHeaderZone hit_day_header(const DayHeaderLayout& layout, Point point) {
 Rect zone_place(const DayHeaderLayout& layout, DayHeaderZone zone) {
   const int height = layout.strip.height;
   switch (zone) {
+    case DayHeaderZone::previous:
+      return layout.previous;
+    case DayHeaderZone::next:
+      return layout.next;
     case DayHeaderZone::date:
-      return {0, 0, layout.left, height};
+      return {layout.previous.right(), 0,
+              (layout.next.empty() ? layout.left : layout.next.x) - layout.previous.right(),
+              height};
     case DayHeaderZone::today:
       return {layout.left + 1, 0, layout.right - layout.left - 1, height};
     case DayHeaderZone::style:
@@ -148,6 +166,13 @@ void draw_day_header(Canvas& canvas, const DayHeaderInput& input, const DayHeade
     style.align = Align::right;
     canvas.draw_text(input.day_number, layout.number, style);
   }
+  const auto draw_arrow = [&](const Image& arrow, const Rect& place) {
+    if (!place.empty())
+      canvas.draw_image(arrow, {0, 0, arrow.width, arrow.height},
+                        {place.center().x - arrow.width / 2, place.center().y - arrow.height / 2});
+  };
+  draw_arrow(input.arrows.previous, layout.previous);
+  draw_arrow(input.arrows.next, layout.next);
   if (!today.empty())
     canvas.draw_image(today, {0, 0, today.width, today.height},
                       {layout.today_picture.x, layout.today_picture.y});

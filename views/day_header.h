@@ -1,5 +1,5 @@
-// The strip above the day's list: the date, the colour-style button, the button for today and the
-// day's number.
+// The strip above the day's list: the date between the ways to the day before and after, the day's
+// number, the button for today and the colour-style button.
 #pragma once
 
 #include <vector>
@@ -7,22 +7,24 @@
 #include "base/image.h"
 #include "draw/screen_layout.h"
 #include "settings/settings_record.h"
+#include "views/turn_arrows.h"
 
 namespace orvello {
 
 struct DayHeaderLayout {
   Rect strip;
   // Where a tap means something else: left of `left` the date, from there to `right` today, right
-  // of that the colour style.
+  // of that the colour style. The arrows take their places off the date's.
   int left = 0;
   int right = 0;
-  Rect date;           // the text's box, shortened by the day's number where that is shown
-  Rect number;         // of the day, right-aligned; empty without it
-  Rect today_picture;  // the bitmap
+  Rect previous, next;  // empty where the date needs their room
+  Rect date;            // the text's box, shortened by the day's number where that is shown
+  Rect number;          // of the day, right-aligned; empty without it
+  Rect today_picture;   // the bitmap
   Rect style_button;
 };
 
-enum class DayHeaderZone { none, date, today, style };
+enum class DayHeaderZone { none, previous, date, next, today, style };
 
 struct DayHeaderInput {
   Text date;
@@ -31,6 +33,7 @@ struct DayHeaderInput {
   // Dates of the same format, one of each month, then one of each weekday: the date's size is that
   // of the longest one, so that it is the same from day to day.
   std::vector<Text> months{}, weekdays{};
+  TurnArrows arrows{};
 };
 
 // The strip's texts for a day, as the settings have them.

@@ -1,4 +1,5 @@
-// The bubble that shows an appointment's notes beside its row: its text, its shape and its place.
+// The bubble that shows an appointment's notes beside its row, headed by what it is, when and
+// where: its texts, its shape and its place.
 #pragma once
 
 #include <vector>
@@ -16,9 +17,21 @@ struct NotesBubble {
   Rect place;                        // in the main window
   std::vector<Point> outline;        // from the place's corner
   Rect text;                         // likewise
-  FontSpec font;
-  std::vector<Text> lines;
+  struct Line {
+    Text text;
+    bool bold = false;
+    int top = 0;  // within the text
+  };
+  FontSpec font, bold_font;
+  std::vector<Line> lines;
   int line_height = 0;
+};
+
+struct NotesBubbleText {
+  Text subject;
+  Text when_and_where;
+  Text notes;
+  Text spoken() const;  // all of it
 };
 
 struct NotesBubbleInput {
@@ -28,12 +41,10 @@ struct NotesBubbleInput {
   int aim_x = 0;         // what the pointer points at, in the main window
 };
 
-NotesBubble lay_out_notes_bubble(const NotesBubbleInput& input, TextView notes, Canvas& measure);
+NotesBubble lay_out_notes_bubble(const NotesBubbleInput& input, const NotesBubbleText& text,
+                                 Canvas& measure);
 
-// In a window that has its outline.
-void draw_notes_bubble(Canvas& canvas, const NotesBubble& bubble, const ScreenLayout& screen,
-                       const ItemColors& colors);
-// Over something else.
+// Over what is seen around it.
 void draw_notes_bubble_at(Point corner, Canvas& canvas, const NotesBubble& bubble,
                           const ScreenLayout& screen, const ItemColors& colors);
 

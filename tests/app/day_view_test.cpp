@@ -44,6 +44,9 @@ struct DayViewTest : testing::Test {
     for (const DayRow& one : application->day().agenda().rows) texts.push_back(one.subject);
     return texts;
   }
+  CalendarDate list_start(std::size_t row) {
+    return application->day().agenda().rows.at(row).start;
+  }
   void tap_row(int index) { dialog().tap(kControlDayList, list().point_of(index)); }
   void tap_below() { dialog().tap(kControlDayList, {100, 260}); }
   void key(std::uint32_t code, bool held = false) { dialog().key(kControlDayList, code, held); }
@@ -117,7 +120,7 @@ TEST_F(DayViewTest, AListMadeAnewUnderThePenChangesNothingOfWhatIsMeant) {
     notes = bubble.controls.at(kControlNotes).drawn->parts.at(0).name;
   };
   ASSERT_TRUE(dialog().fire_timer(kTimerNotes));
-  EXPECT_EQ(notes, u"second floor");
+  EXPECT_EQ(notes, u"Second. 11:00a-12:00p. second floor");
   // A menu runs a loop of its own, in which changes arrive.
   device.dialogs.person = [](HeadlessDialog& question) { question.press(kControlOk); };
   dialog().menu_choice = [&](const std::vector<MenuItem>&) {
@@ -149,7 +152,7 @@ TEST_F(DayViewTest, ATapShowsTheNotesAndASecondOneEdits) {
   EXPECT_EQ(bubbles, 0);
   EXPECT_TRUE(dialog().fire_timer(kTimerNotes));
   EXPECT_EQ(bubbles, 1);
-  EXPECT_EQ(shown_notes, u"Bring the papers");
+  EXPECT_EQ(shown_notes, u"First. 9:00a-10:00a. Bring the papers");
   EXPECT_EQ(dialog().focused, kControlDayList);
 
   tap_row(0);
@@ -165,7 +168,7 @@ TEST_F(DayViewTest, ATapShowsTheNotesAndASecondOneEdits) {
 TEST_F(DayViewTest, AHeldBubbleOutlivesOneRelease) {
   const ScreenLayout screen = layout_screen({240, 290}, 96, 96, false);
   const ItemColors colors{};
-  NotesProcedure procedure(NotesBubble(), screen, colors, true);
+  NotesProcedure procedure(NotesBubble(), {}, screen, colors, true);
   device.dialogs.person = [](HeadlessDialog& bubble) {
     bubble.pen_up(kControlNotes, {1, 1});
     EXPECT_FALSE(bubble.closed);
@@ -261,15 +264,18 @@ TEST_F(DayViewTest, TheMenuOffersWhatTheRowAllows) {
   dialog().pen_down(kControlDayList, list().point_of(0));
   ASSERT_TRUE(dialog().fire_timer(kTimerMenu));
   key(kKeySpace);
+  const auto offered = [this] {
+    std::vector<std::uint32_t> commands;
+    for (const MenuItem& one : dialog().menu) commands.push_back(one.enabled ? one.command : 0);
+    return commands;
+  };
+  using Commands = std::vector<std::uint32_t>;
   dialog().pen_down(kControlDayList, {100, 260});
   ASSERT_TRUE(dialog().fire_timer(kTimerMenu));
-  const auto item = [this](std::uint32_t command) {
-    for (const MenuItem& one : dialog().menu)
-      if (one.command == command) return one.enabled;
-    return false;
-  };
-  EXPECT_TRUE(item(kCommandPaste));
-  EXPECT_FALSE(item(kCommandDelete));
+  EXPECT_EQ(offered(), (Commands{kCommandPaste, kCommandCreate}));
+  dialog().press_other_button(kControlDayList, list().point_of(0));
+  EXPECT_EQ(offered().size(), 10u);
+  EXPECT_EQ(application->day().selected_row(), 0);
 }
 
 TEST_F(DayViewTest, DeletingAsksWhichOccurrences) {
@@ -365,10 +371,121 @@ TEST_F(DayViewTest, HeaderTapsChooseTheDateTodayAndTheColours) {
     EXPECT_EQ(stored, expected);
   }
   // The same with keys: the three parts of the strip one after the other.
-  dialog().key(kControlDayHeader, kKeyRight);
-  dialog().key(kControlDayHeader, kKeyRight);
+  for (int i = 0; i < 5; ++i) dialog().key(kControlDayHeader, kKeyRight);
   dialog().key(kControlDayHeader, kKeyReturn);
   EXPECT_EQ(application->settings().rowcolorindex, 1);
+}
+
+TEST_F(DayViewTest, ArrowsAndWheelsLeadToTheDaysBeside) {
+  for (int hour = 0; hour < 20; ++hour) add(21, hour, u"Busy");
+  start();
+  const auto day_after = [&](const std::function<void()>& act) {
+    act();
+    return shown().day;
+  };
+  const DayHeaderLayout& header = application->day().header();
+  EXPECT_EQ(day_after([&] { dialog().tap(kControlDayHeader, header.next.center()); }), 22);
+  EXPECT_EQ(day_after([&] { dialog().tap(kControlDayHeader, header.previous.center()); }), 21);
+  const std::vector<AccessibleCell>& parts = dialog().controls.at(kControlDayHeader).drawn->parts;
+  ASSERT_EQ(parts.size(), 5u);
+  EXPECT_EQ(parts[0].name, u"Day before");
+  EXPECT_EQ(parts[2].place, header.next);
+  const auto turn = [&](int control, int notches, bool sideways) {
+    return day_after([&] { dialog().turn_wheel(control, {50, 5}, notches, sideways); });
+  };
+  EXPECT_EQ(turn(kControlDayList, -1, false), 21) << "its rows scroll";
+  EXPECT_EQ(turn(kControlDayList, -1, true), 22);
+  EXPECT_EQ(turn(kControlDayList, -1, false), 23) << "nothing to scroll";
+  EXPECT_EQ(turn(kControlDayHeader, 2, false), 21);
+}
+
+// A bubble keeps nobody waiting: the press that closes it is also one on what lies there.
+TEST_F(DayViewTest, ThePressThatClosesABubbleIsAPressBelow) {
+  NotedEditor noted;
+  editor = &noted;
+  add(21, 9, u"First");
+  add(21, 11, u"Second");
+  start();
+  std::vector<Text> bubbles;
+  std::vector<std::function<void()>> acts;
+  device.dialogs.person = [&](HeadlessDialog& bubble) {
+    bubbles.push_back(cut(bubble.controls.at(kControlNotes).drawn->parts.at(0).name, 6));
+    if (acts.empty()) return bubble.pen_up(kControlNotes, {5, 5});
+    const auto act = acts.front();
+    acts.erase(acts.begin());
+    act();
+    EXPECT_TRUE(bubble.closed);
+  };
+  using Bubbles = std::vector<Text>;
+  const auto open_first = [&] {
+    bubbles.clear();
+    tap_row(0);
+    EXPECT_TRUE(dialog().fire_timer(kTimerNotes));
+  };
+  acts = {[&] { tap_row(1); }, [&] { tap_row(0); }, [&] { tap_row(0); }};
+  open_first();
+  EXPECT_EQ(bubbles, (Bubbles{u"First.", u"Second", u"First."})) << "at once, and then away";
+  EXPECT_FALSE(dialog().fire_timer(kTimerNotes));
+  EXPECT_EQ(application->day().selected_row(), 0);
+
+  acts = {[&] { dialog().pen_down(kControlDayList, list().point_of(0), true); }};
+  open_first();
+  EXPECT_EQ(noted.edited.size(), 1u) << "the second tap of two";
+
+  acts = {[&] { dialog().pen_down(kControlDayList, list().point_of(1)); }};
+  open_first();
+  dialog().menu_choice = [](const std::vector<MenuItem>&) { return kCommandCopy; };
+  EXPECT_TRUE(dialog().fire_timer(kTimerMenu));
+  EXPECT_EQ(application->paste_source().start, list_start(1));
+
+  acts = {[&] { dialog().tap(kControlDayHeader, application->day().header().next.center()); }};
+  open_first();
+  EXPECT_EQ(shown().day, 22);
+  key(kKeyLeft);
+  bubbles.clear();
+  dialog().read_out_tap(kControlDayList, list().point_of(1));
+  EXPECT_EQ(bubbles, Bubbles{u"Second"}) << "a screen reader taps once";
+}
+
+TEST_F(DayViewTest, APenDrawsAnAppointmentToAnotherTimeOfItsDay) {
+  const std::int32_t oid = add(21, 9, u"Daily", u"", "RRULE:FREQ=DAILY;COUNT=3");
+  add(21, 14, u"Later");
+  start();
+  const auto times = [&] {
+    std::vector<Text> texts;
+    for (const DayRow& row : application->day().agenda().rows) texts.push_back(row.time);
+    return texts;
+  };
+  using Times = std::vector<Text>;
+  const Times before = times();
+  const Point on{10, list().point_of(0).y};
+  const auto draw = [&](int down) {
+    dialog().pen_down(kControlDayList, on);
+    dialog().pen_move(kControlDayList, {on.x, on.y + 8});
+    dialog().pen_move(kControlDayList, {on.x, on.y + down});
+  };
+  const auto lift = [&](Point at) { dialog().pen_up(kControlDayList, at); };
+  draw(40);
+  lift({on.x, on.y + 40});
+  EXPECT_EQ(times(), before) << "it was not selected: the list would scroll";
+  draw(40);
+  EXPECT_EQ(device.window.label.value_or(HoverLabel()).text, u"10:15a-11:15a");
+  key(kKeyEscape);
+  EXPECT_FALSE(device.window.label.has_value());
+  lift({on.x, on.y + 40});
+  draw(40);
+  lift({on.x, -30});
+  EXPECT_EQ(times(), before);
+  draw(60 * 8);
+  lift({on.x, on.y + 200});
+  EXPECT_EQ(times(), (Times{u"2:00p-3:00p", u"3:15p-4:15p"}));
+  EXPECT_EQ(application->day().selected_row(), 1);
+  key(kKeyRight);
+  EXPECT_EQ(times(), Times{u"9:00a-10:00a"}) << "the others stay";
+  key(kKeyLeft);
+  key(u'Z', true);
+  EXPECT_EQ(times(), before);
+  EXPECT_EQ(device.store.load(oid)->value_or(AppointmentRecord()).fields.subject, u"Daily");
 }
 
 TEST_F(DayViewTest, ThePopupOfAMonthDayLeadsIntoTheDay) {

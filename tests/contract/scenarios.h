@@ -280,7 +280,7 @@ TYPED_TEST_P(Scenarios, TheListBelowIsUsedAgainAfterATurnedScreen) {
   this->device.choose(kCommandDayView);
   this->settle();
   this->device.meanwhile([&] { this->device.turn({320, 240}); });
-  this->device.header_tap({5, 5});  // the calendar
+  this->device.header_tap(this->application->day().header().date.center());
   this->settle();
   EXPECT_EQ(this->count_opened(kDialogDate), 1);
   this->device.key_anywhere(kKeyRight);

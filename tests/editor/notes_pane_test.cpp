@@ -177,7 +177,7 @@ TEST_F(NotesPaneTest, WhatTheStoreKeepsIsWhatBubblesShowAndThePaneOpens) {
     EXPECT_EQ(save_appointment(context, before, form), SaveResult::saved);
     EXPECT_EQ(read_appointment(context, form), FormRead::read);
     notes.set(*dialog, form.ink, form.body);
-    return to_utf8(notes_text(session, device.boxes, form.choice.oid, kNoDate));
+    return to_utf8(notes_of(session, device.boxes, form.choice.oid, kNoDate)->text);
   };
   const auto page = [&] { return dialog->notes(kNotesPage)->content(); };
   dialog->type(u"words\nand more");

@@ -82,7 +82,7 @@ TEST(DialogTexts, OfMenusAndTabsFitTheSmallestScreenInEveryLanguage) {
           << to_utf8(info.code) << ": " << to_utf8(text);
     };
     for (const MenuItem& item : options_menu(info.language, {})) fits(item.text, menu_frame);
-    for (const MenuItem& item : day_menu(info.language, {})) fits(item.text, menu_frame);
+    for (const MenuItem& item : day_menu(info.language, {true, true})) fits(item.text, menu_frame);
     for (const DialogTemplate& page : settings_pages(info.language)) fits(page.title, arrows);
   }
 }

@@ -80,7 +80,7 @@ TEST(DayMenu, OffersWhatCanBeDone) {
   EXPECT_EQ(enabled({.on_appointment = true}),
             (Commands{kCommandCut, kCommandCopy, kCommandBeam, kCommandDelete, kCommandMoveTo,
                       kCommandEditAppointment, kCommandCreate}));
-  EXPECT_EQ(day_menu(Language::russian, {})[0].text, u"Вырезать");
+  EXPECT_EQ(day_menu(Language::russian, {true, false})[0].text, u"Вырезать");
 }
 
 TEST(MenuBar, ButtonsAreTheDevicesInTheirOrder) {

@@ -24,7 +24,8 @@ class ItemOperations : public StoreTest {
     EXPECT_TRUE(one->save());
   }
   std::string notes(std::int32_t oid, CalendarDate start) {
-    return to_utf8(notes_text(session, boxes, oid, start));
+    const auto shown = notes_of(session, boxes, oid, start);
+    return shown ? to_utf8(shown->text) : "";
   }
   std::int32_t standup() { return put_series(fields(u"Standup", at(2, 9), at(2, 10))); }
 };

@@ -16,7 +16,10 @@ TEST(DayHeader, ZonesFollowTheTodayButton) {
   EXPECT_EQ(layout.strip, (Rect{0, 0, 240, 19}));
   EXPECT_EQ(layout.left, 240 - 9 - 18 - 15 - 7);
   EXPECT_EQ(layout.right, layout.left + 30);
-  EXPECT_EQ(hit_day_header(layout, {layout.left - 1, 5}), DayHeaderZone::date);
+  EXPECT_EQ(hit_day_header(layout, {layout.left - 1, 5}), DayHeaderZone::next);
+  EXPECT_EQ(hit_day_header(layout, {layout.left - 28, 5}), DayHeaderZone::date);
+  EXPECT_EQ(hit_day_header(layout, {26, 5}), DayHeaderZone::previous);
+  EXPECT_TRUE(lay_out_day_header(screen, 240, {15, 13}, 70).next.empty()) << "the date needs it";
   EXPECT_EQ(hit_day_header(layout, layout.today_picture.center()), DayHeaderZone::today);
   EXPECT_EQ(hit_day_header(layout, layout.style_button.center()), DayHeaderZone::style);
   EXPECT_EQ(hit_day_header(layout, {20, 19}), DayHeaderZone::none);
@@ -75,10 +78,11 @@ TEST(DayHeader, TheDateKeepsItsSizeFromDayToDay) {
 
 struct BubbleTest : testing::Test {
   NotesBubble lay_out(const Rect& row, TextView notes, int aim = 80) {
-    return lay_out_notes_bubble({screen, 12, row, aim}, notes, canvas);
+    return lay_out_notes_bubble({screen, 12, row, aim}, {subject, when, Text(notes)}, canvas);
   }
   ScreenLayout screen = layout_screen({240, 291}, 96, 96, false);
   RecordingCanvas canvas{{240, 291}};
+  Text subject = Text(200, u'W'), when = u"9:00a-10:00a, Town hall";
 };
 
 TEST_F(BubbleTest, StandsAboveTheRowElseBelowElseAtTheBottom) {
@@ -112,14 +116,18 @@ TEST_F(BubbleTest, AllTextIsInsideTheShapeWhereverItPoints) {
         const Rect own{0, 0, bubble.place.width, bubble.place.height};
         for (const Point& point : bubble.outline) EXPECT_TRUE(own.contains(point));
         EXPECT_EQ(intersection(own, bubble.text), bubble.text);
-        EXPECT_LE(static_cast<int>(bubble.lines.size()) * bubble.line_height, bubble.text.height);
-        for (const Text& line : bubble.lines)
-          EXPECT_LE(canvas.measure(line, bubble.font).width, bubble.text.width);
+        EXPECT_LE(bubble.lines.back().top + bubble.line_height, bubble.text.height);
+        for (const NotesBubble::Line& line : bubble.lines)
+          EXPECT_LE(canvas.measure(line.text, line.bold ? bubble.bold_font : bubble.font).width,
+                    bubble.text.width);
       }
     }
   }
-  EXPECT_EQ(lay_out({0, 100, 240, 27}, u"a\r\nb\n\nc").lines,
-            (std::vector<Text>{u"a", u"b", u"", u"c"}));
+  subject = u"Dentist";
+  Text all;
+  for (const NotesBubble::Line& line : lay_out({0, 100, 240, 27}, u"a\r\nb\n\nc").lines)
+    all += line.text + (line.bold ? u"!|" : u"|");
+  EXPECT_EQ(all, u"Dentist!|9:00a-10:00a, Town hall|a|b||c|");
 }
 
 }  // namespace
