@@ -34,6 +34,7 @@ void NotesProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       if (!hold_) dialog.close(event.kind == Event::focus_lost ? kPopupLeft : kPopupClosed);
       hold_ = false;
       break;
+    case Event::context_menu:
     case Event::key:
     case Event::close:
       dialog.close(kPopupClosed);

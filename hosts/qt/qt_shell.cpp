@@ -149,8 +149,21 @@ void ContentArea::note_accessible_change() {
   if (QAccessible::isActive()) tell_accessible_change(*this);
 }
 
+bool ContentArea::is_below_sheet() const {
+  const auto covers = [](const QObject* child) {
+    const auto* sheet = qobject_cast<const QWidget*>(child);
+    return sheet && !sheet->isHidden();
+  };
+  return std::any_of(children().begin(), children().end(), covers);
+}
+
 void ContentArea::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
+  // Below a dialog there is nothing to see of it, nor to do.
+  if (is_tab(event->reason()) && is_below_sheet()) {
+    focusNextPrevChild(event->reason() == Qt::TabFocusReason);
+    return;
+  }
   if (is_tab(event->reason())) events_.send({kMessageSetFocus, 0, {}, 0});
   if (QAccessible::isActive()) tell_accessible_change(*this);
 }

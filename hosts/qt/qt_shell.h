@@ -50,6 +50,7 @@ class ContentArea : public Guarded<QWidget> {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
+  bool is_below_sheet() const;
   bool send_pointer(const QtPointer::Step& step);
   bool ask_for_menu(const QMouseEvent& event);
   Point turned_point(Point point) const;

@@ -1,5 +1,7 @@
-// Whole notches of a wheel or a touchpad, which turns by less than one at a time.
+// Whole notches of a wheel, which may turn by less than one at a time; a touchpad's swipe is one.
 #pragma once
+
+#include <QtGlobal>
 
 class QWheelEvent;
 
@@ -16,6 +18,8 @@ class WheelNotches {
 
  private:
   int rest_ = 0;
+  quint64 last_ = 0;    // when it was turned
+  bool spent_ = false;  // the swipe that goes on has been told
   bool sideways_ = false;
 };
 
