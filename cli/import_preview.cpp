@@ -15,7 +15,8 @@ namespace {
 
 void tell_import_failure(const std::string& reason, const ImportDesk& desk) {
   desk.boxes.show(format(load_string(StringId::import_failed, desk.language), to_utf16(reason)),
-                  u"Error", BoxIcon::error, BoxButtons::ok, true);
+                  load_string(StringId::box_error, desk.boxes), BoxIcon::error, BoxButtons::ok,
+                  true);
 }
 
 std::optional<ImportPreview> read_preview(const std::vector<std::string>& files,

@@ -25,11 +25,6 @@ struct ImportProblem {
   std::string text;
 };
 
-struct ImportedFile {
-  std::string path;
-  ImportCounts counts;
-};
-
 // A calendar of a file: all that has one name there, or none, as contacts have.
 struct ImportSource {
   std::size_t file = 0;  // its place among the paths
@@ -46,7 +41,6 @@ struct ImportResult {
   bool done = false;  // all files were looked at and, unless this is a preview, the store has them
   std::string failure;  // why not: a file that cannot be read, or the store's problem
   ImportCounts counts;
-  std::vector<ImportedFile> files;
   std::vector<ImportedCalendar> calendars;  // by file and name
   std::vector<ImportProblem> problems;
 };

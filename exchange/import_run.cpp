@@ -65,11 +65,6 @@ bool ImportRun::end_file() {
   const Importer::Progress now = importer_->progress();
   before_ = {before_.bytes + now.bytes, before_.found + now.found, before_.named + now.named,
              before_.done + now.done};
-  ImportedFile file{request_.paths[file_], {}};
-  for (const auto& [source, counts] : counts_)
-    if (source.file == file_) file.counts += counts;
-  result_.counts += file.counts;
-  result_.files.push_back(std::move(file));
   in_.reset();
   ++file_;
   return true;
@@ -78,7 +73,10 @@ bool ImportRun::end_file() {
 bool ImportRun::end() {
   if (!importer_->finish()) return fail(importer_->fault().reason());
   if (changes_ && !changes_->commit()) return fail(store_.problem());
-  for (auto& [source, counts] : counts_) result_.calendars.push_back({source, counts});
+  for (const auto& [source, counts] : counts_) {
+    result_.calendars.push_back({source, counts});
+    result_.counts += counts;
+  }
   result_.done = ended_ = true;
   return false;
 }
@@ -86,8 +84,6 @@ bool ImportRun::end() {
 bool ImportRun::fail(std::string reason) {
   ended_ = true;
   result_.failure = std::move(reason);
-  result_.counts = {};
-  result_.files.clear();
   changes_.reset();
   return false;
 }

@@ -139,6 +139,15 @@ TEST_F(ImportRuns, LeaveSingleCalendarsOut) {
   EXPECT_EQ(told(run({{0, "Home"}, {1, "Work"}}, true)), "0 1, 0Home 0, 0Work 2, 1Work 0, 3 2 2");
   EXPECT_TRUE(of_uid("w") && of_uid("w2"));
   EXPECT_EQ(count(), 2u);
+  // A change of a stored series is put at the file's end, behind a calendar that is left out.
+  import_text(calendar(event("UID:s\r\nDTSTART:20260105T090000\r\nRRULE:FREQ=DAILY\r\n")));
+  const std::string change = file_of(
+      calendar(event("UID:s\r\nRECURRENCE-ID:20260106T090000\r\nDTSTART:20260106T100000\r\n")) +
+      named("NAME:Home\r\n", "h"));
+  const ImportResult changed =
+      ImportRun({{change}, open_input_file, {{0, "Home"}}}, store, clock, true).finish();
+  EXPECT_EQ(changed.counts, (ImportCounts{0, 1, 0}));
+  EXPECT_EQ(of_uid("s")->exceptions.size(), 1u);
 }
 
 // The next day with something new, also of a series that began long ago.
