@@ -21,7 +21,7 @@ Color busy_color(BusyStatus status) {
 }
 
 // The colour kept for the whole categories text, else for its first label.
-std::optional<Color> category_color(TextView categories, const std::vector<CategoryProp>& props) {
+std::optional<Color> chosen_bar_color(TextView categories, const std::vector<CategoryProp>& props) {
   if (categories.empty()) return std::nullopt;
   if (find_category_prop(props, categories)) return used_category_color(props, categories);
   return used_category_color(props, categories.substr(0, categories.find(u',')));
@@ -32,7 +32,7 @@ std::optional<Color> category_color(TextView categories, const std::vector<Categ
 BarColors::BarColors(const MonthSnapshot& snapshot) {
   for (const Text& categories : snapshot.period.categories)
     by_categories_.push_back(snapshot.usecategorycolorforbar == 1
-                                 ? category_color(categories, snapshot.category_colors)
+                                 ? chosen_bar_color(categories, snapshot.category_colors)
                                  : std::nullopt);
 }
 

@@ -57,7 +57,7 @@ int LinePainter::room_beside(const MonthCell& cell, const Rect& line, int icons)
   for (int n = 1; n <= icons; ++n) {
     const Point place = month_icon_place(layout_, cell.row, cell.column, n);
     if (place.y < line.bottom() && place.y + layout_.icon.height > line.y)
-      right = std::min(right, place.x - layout_.screen.scale);
+      right = std::min(right, place.x - 2 * layout_.screen.scale);
   }
   return right;
 }

@@ -27,7 +27,7 @@ void draw_month_note(const MonthSnapshot& snapshot, const MonthLayout& layout, C
   const Color ground = snapshot.color(ColorSlot::month_date_background_1);
   const int bottom = layout.cells.back().frame.bottom();
   Rect place{0, bottom, screen.work.width, screen.work.height - bottom};
-  if (place.height < note_height(screen)) {
+  if (place.height < screen.fonts.normal9.height * 3 / 2) {
     const int below_number = layout.cells.back().number.bottom();
     place = {screen.left_margin + screen.scale, below_number,
              7 * screen.column_width - screen.scale, bottom - below_number - screen.scale};

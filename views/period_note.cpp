@@ -6,7 +6,11 @@
 
 namespace orvello {
 
-int note_height(const ScreenLayout& screen) { return screen.fonts.normal9.height * 3 / 2; }
+int note_height(const ScreenLayout& screen) {
+  constexpr int kEmsOfALine = 40;
+  const bool narrow = screen.work.width < kEmsOfALine * screen.fonts.normal8.height;
+  return narrow ? screen.fonts.normal8.height * 11 / 4 : screen.fonts.normal9.height * 3 / 2;
+}
 
 void draw_note(TextView text, const Rect& place, Color color, const ScreenLayout& screen,
                Canvas& canvas) {

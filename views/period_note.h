@@ -5,7 +5,7 @@
 
 namespace orvello {
 
-// So high is a line of a note with the room around it.
+// So high is a note with the room around it: two lines of a narrow page, else one.
 int note_height(const ScreenLayout& screen);
 
 // In the middle of the place, on as many lines as it has room for.

@@ -22,8 +22,9 @@ class YearMarks {
     std::uint8_t& count = counts_[index(month, day)];
     if (count < kBusyDay) ++count;
   }
+  bool none() const { return counts_ == decltype(counts_){}; }
   // There are appointments, and the profile lets none of them be seen.
-  bool all_hidden() const { return hides_some_ && counts_ == decltype(counts_){}; }
+  bool all_hidden() const { return hides_some_ && none(); }
   void hide_one() { hides_some_ = true; }
   friend bool operator==(const YearMarks&, const YearMarks&) = default;
 

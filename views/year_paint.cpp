@@ -172,7 +172,7 @@ void YearPainter::draw_week(int month) {
 // however many are marked.
 Color YearPainter::day_color(const MonthDayYear& date, Color ground) const {
   const Color plain = snapshot_.color(ColorSlot::year_day_text);
-  if (snapshot_.coloryearview != 1) return plain;
+  if (snapshot_.coloryearview != 1 || snapshot_.marks.none()) return plain;
   if (snapshot_.marks.at(date.month, date.day))
     return legible_on(ground, snapshot_.color(ColorSlot::year_appointment_day_text));
   if (date == snapshot_.today) return plain;

@@ -329,6 +329,22 @@ TEST_F(ApplicationTest, ReconnectOpensTheSessionAgain) {
   EXPECT_EQ(device.dialogs.opened.size(), 0u);  // no day list in the Month view
 }
 
+TEST_F(ApplicationTest, APageThatAProfileEmptiesSaysSo) {
+  add_profile(u"Sport", u"Sport");
+  add(21, 9, u"Meeting", u"Work");
+  EnsureSettingsKey(device.registry);
+  for (const TextView marks : {u"showindicator", u"coloryearview"})
+    WriteNumberSetting(device.registry, marks, 1);
+  WriteTextSetting(device.registry, u"activeprofilename", u"Sport");
+  start();
+  for (const std::uint32_t command : {kCommandMonthView, kCommandYearView}) {
+    device.window.command(command);
+    EXPECT_TRUE(idle());
+    EXPECT_NE(device.window.accessible_view->accessible_grid().name.find(u"“Sport” hides all"),
+              Text::npos);
+  }
+}
+
 TEST_F(ApplicationTest, AScreenReaderHearsTheGridsAndOpensDays) {
   add(21, 9, u"Dentist");
   add(9, 9, u"Early");

@@ -70,6 +70,18 @@ TEST_F(MonthLinesTest, WholeDaysComeFirstThenByStartAsManyAsFit) {
   EXPECT_TRUE(taken().lines.empty());  // a handheld keeps to the shape of the day
 }
 
+TEST_F(MonthLinesTest, AProfileThatHidesAllTheDaysShownIsTold) {
+  month.settings.activeprofilename = u"Work";
+  add(1, u"Next month", at(12, 1, 2026, 9), at(12, 1, 2026, 10));
+  EXPECT_FALSE(taken().all_hidden);
+  month.settings.showdays = 1;
+  EXPECT_TRUE(taken().all_hidden);
+  month.screen = layout_screen({240, 292}, 96, 96, false);
+  EXPECT_TRUE(taken().all_hidden);
+  month.settings.profile_labels = {u""};
+  EXPECT_FALSE(taken().all_hidden);
+}
+
 TEST_F(MonthLinesTest, TheyKeepOffNumbersBarsAndIconsAtEveryWindowSize) {
   month.settings.showholiday = 1;
   month.label_slots(6);

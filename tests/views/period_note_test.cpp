@@ -12,12 +12,12 @@ using Operation = DrawnOperation::Kind;
 constexpr TextView kHidden = u"Profile “A rather long name of a family’s profile” hides all";
 
 // The words, put together from their lines, and where they stand.
-struct Told {
+struct SaidNote {
   Text words;
   Rect place;
 };
-Told told_below(const RecordingCanvas& canvas, int y) {
-  Told told;
+SaidNote told_below(const RecordingCanvas& canvas, int y) {
+  SaidNote told;
   for (const DrawnOperation& text : canvas.of_kind(Operation::text)) {
     if (text.box.y < y || text.text.size() <= 2) continue;
     if (!told.words.empty()) told.words += u" ";
@@ -39,7 +39,7 @@ TEST(PeriodNote, IsSaidOnEveryPageAndCoversNoNumber) {
       const MonthLayout layout(snapshot);
       const DrawnMonth drawn = draw_month(snapshot);
       EXPECT_TRUE(drawn.canvas.clipped_texts().empty());
-      const Told told = told_below(drawn.canvas, layout.grid_top);
+      const SaidNote told = told_below(drawn.canvas, layout.grid_top);
       EXPECT_TRUE(told.words == kHidden || told.words.ends_with(u"..."));
       for (const MonthCell& cell : layout.cells)
         EXPECT_TRUE(!cell.drawn || intersection(told.place, cell.number).empty());
@@ -52,7 +52,7 @@ TEST(PeriodNote, IsSaidOnEveryPageAndCoversNoNumber) {
     RecordingCanvas canvas(screen.work);
     const std::atomic<int> undisturbed{kDrawing};
     ASSERT_TRUE(DrawYearView(year, canvas, undisturbed, {}));
-    const Told told = told_below(canvas, layout.months.back().strip.bottom());
+    const SaidNote told = told_below(canvas, layout.months.back().strip.bottom());
     EXPECT_TRUE(told.words == kHidden || told.words.ends_with(u"..."));
     EXPECT_GE(told.place.y, layout.months.back().box.bottom());
     EXPECT_LE(told.place.bottom(), screen.work.height);

@@ -88,6 +88,30 @@ TEST_F(YearMarksTest, OnlyWhatPassesTheProfile) {
   add(day(5, 4, 2026), day(5, 4, 2026, 1), u"Work");
   add(day(5, 6, 2026), day(5, 7, 2026), u"Work");
   EXPECT_EQ(marked(2026, work), "5/4 5/6 5/7 ");
+  const std::atomic<int> state{101};
+  YearMarks marks;
+  const auto hidden = [&](TextView only) {
+    BuildYearMarks(
+        2026, source(), [&](TextView text) { return text == only; }, state, marks);
+    return marks.all_hidden();
+  };
+  EXPECT_FALSE(hidden(u"Work"));
+  EXPECT_TRUE(hidden(u"Sport"));
+  items.clear();
+  EXPECT_FALSE(hidden(u"Sport"));
+}
+
+TEST_F(YearMarksTest, BusyDaysHaveSeveralAppointments) {
+  add(day(3, 1, 2016), day(3, 1, 2026));  // holds each date ten times, and is one
+  for (int n = 1; n < kBusyDay; ++n) {
+    add(day(5, 4, 2026, n), day(5, 4, 2026, n + 1));
+    add(day(5, 5, 2026, n), day(5, 6, 2026));
+  }
+  YearMarks marks;
+  const std::atomic<int> state{101};
+  BuildYearMarks(2026, source(), {}, state, marks);
+  for (const int of_may : {4, 5, 6}) EXPECT_TRUE(marks.busy(5, of_may));
+  EXPECT_TRUE(marks.at(5, 3) && !marks.busy(5, 3));
 }
 
 TEST_F(YearMarksTest, GivesUpForANewerRequest) {
