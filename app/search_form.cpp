@@ -153,10 +153,9 @@ void SearchProcedure::search(Dialog& dialog) {
                  : hits_.first.empty() ? -1
                                        : 0);
   dialog.enable(kControlOk, selected_ >= 0);
-  const Text count = to_utf16(std::to_string(hits_.count));
   dialog.set_text(0, hits_.count == 0 ? load_string(StringId::search_title, c_.language)
                                       : format(load_string(StringId::search_found, c_.language),
-                                               local_digits(count, c_.settings.locale)));
+                                               count_text(hits_.count, c_.settings.locale)));
 }
 
 int SearchProcedure::hit_of(int row) const {

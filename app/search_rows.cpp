@@ -11,18 +11,13 @@
 namespace orvello {
 namespace {
 
-constexpr int kPadding = 8, kLeastRow = 21, kTouchRow = 27;  // at 96 dpi
+constexpr int kHitPadding = 8, kHitLine = 21, kHitTouch = 27;  // at 96 dpi
 
-Text with_separators(std::size_t count) {
-  Text number = to_utf16(std::to_string(count));
-  for (std::size_t at = number.size(); at > 3; at -= 3) number.insert(at - 3, 1, u',');
-  return number;
-}
-
-// With the whole year: a search goes over all of them.
-TextView hit_date_picture(const LocaleData& locale) {
-  if (locale.short_date_order == u"0") return u"ddd MMM d, yyyy";
-  return locale.short_date_order == u"1" ? u"ddd d MMM yyyy" : u"yyyy MMM d, ddd";
+// A search goes over all years; of this one the number says nothing.
+TextView hit_date_picture(bool this_year, const LocaleData& locale) {
+  if (locale.short_date_order == u"0") return this_year ? u"ddd MMM d" : u"ddd MMM d, yyyy";
+  if (locale.short_date_order == u"1") return this_year ? u"ddd d MMM" : u"ddd d MMM yyyy";
+  return this_year ? u"MMM d, ddd" : u"yyyy MMM d, ddd";
 }
 
 class SearchRowsBuilder {
@@ -32,7 +27,7 @@ class SearchRowsBuilder {
     const ScreenLayout& screen = look.screen;
     content.font = screen.fonts.normal9;
     content.bold_font = screen.fonts.bold9;
-    content.padding = scaled(kPadding);
+    content.padding = scaled(kHitPadding);
     content.background = look.colors.field;
     content.line_width = std::max(1, scaled(1));
     content.selected_background = look.colors.accent_tint;
@@ -47,7 +42,7 @@ class SearchRowsBuilder {
   int text_width() const { return width() - 2 * made_.content.padding; }
   const FontSpec& font() const { return made_.content.font; }
 
-  ReportRow& add(Text text, int hit, int least = kLeastRow) {
+  ReportRow& add(Text text, int hit, int least = kHitLine) {
     ReportRow& row = made_.content.rows.emplace_back();
     row.cells = {std::move(text)};
     row.height = std::max(made_.content.font.height * 3 / 2, scaled(least));
@@ -59,9 +54,9 @@ class SearchRowsBuilder {
 
   void add_hit(const TextHit& hit, int number) {
     const AppointmentSummary& summary = *hit.item.summary;
-    const Text subject = shown_subject(summary.subject);
+    Text subject = shown_subject(summary.subject);
+    if (!summary.location.empty()) subject += u" " + location_label(summary.location);
     Text rest = hit_date(hit, look_.settings, look_.language);
-    if (!summary.location.empty()) rest += u", " + summary.location;
     if (!profileAllowsCategory(look_.settings, summary.categories))
       rest += u", " + format(load_string(StringId::search_hidden, look_.language),
                              look_.settings.activeprofilename);
@@ -75,7 +70,7 @@ class SearchRowsBuilder {
 
   void add_heading(Text words) {
     const bool first = made_.hits.empty();
-    ReportRow& row = add(std::move(words), -1, kTouchRow);
+    ReportRow& row = add(std::move(words), -1, kHitTouch);
     if (!first) row.line_above = look_.colors.line;
   }
 
@@ -90,14 +85,22 @@ class SearchRowsBuilder {
 
 }  // namespace
 
+Text count_text(std::size_t count, const LocaleData& locale) {
+  Text number = to_utf16(std::to_string(count));
+  for (std::size_t at = number.size(); at > 3; at -= 3) number.insert(at - 3, 1, u',');
+  return local_digits(number, locale);
+}
+
 Text hit_date(const TextHit& hit, const SettingsRecord& settings, Language language) {
   Text text;
   if (hit.item.start == kNoDate) {
     text = u"---";
   } else {
     const Day day = whole_day(hit.item.start);
-    text = FormatDatePicture(hit_date_picture(settings.locale), civil_of(day), settings.locale) +
-           u", " + day_label(hit.item, day, settings.timeformat == 1);
+    const SystemTime civil = civil_of(day);
+    const TextView picture = hit_date_picture(civil.year == settings.today.year, settings.locale);
+    text = FormatDatePicture(picture, civil, settings.locale) + u", " +
+           day_label(hit.item, day, settings.timeformat == 1);
   }
   if (hit.item.summary->recurring) text += u", " + load_string(StringId::search_repeats, language);
   return text;
@@ -114,7 +117,7 @@ SearchRows search_rows(const TextHits& found, const SearchLook& look) {
   }
   if (const std::size_t more = found.count - found.first.size(); more > 0)
     rows.add_heading(format(load_string(StringId::search_more, look.language),
-                            local_digits(with_separators(more), look.settings.locale)));
+                            count_text(more, look.settings.locale)));
   return rows.take();
 }
 

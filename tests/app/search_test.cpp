@@ -95,13 +95,13 @@ TEST_F(SearchTest, FindsAsOneTypesAndOpensTheDayAtItsRow) {
       EXPECT_FALSE(dialog.reachable(kControlOk));
       type(dialog, u"z");
       EXPECT_EQ(rows(dialog),
-                "Past|>Piano with Zoë|>Mon Oct 12, 2026, 10:00a-11:00a, repeats|Zahnärztin|"
+                "Past|>Piano with Zoë|>Mon Oct 12, 10:00a-11:00a, repeats|Zahnärztin|"
                 "Tue Mar 5, 2019, 9:00a-10:00a|");
       EXPECT_EQ(dialog.text(0), u"Found: 2");
       type(dialog, u"nothing such");
       EXPECT_EQ(rows(dialog), "Nothing found|");
       type(dialog, u"PIANO");
-      EXPECT_EQ(rows(dialog), ">Piano|>Mon Nov 23, 2026, 9:00a-10:00a, repeats|");
+      EXPECT_EQ(rows(dialog), ">Piano|>Mon Nov 23, 9:00a-10:00a, repeats|");
       type(dialog, u"arzt zahn");
       dialog.key(kKeyReturn);
       EXPECT_TRUE(dialog.closed);
@@ -167,7 +167,7 @@ TEST_F(SearchTest, ManyAreCountedAndSomeHundredShown) {
     type(dialog, u"x");
     EXPECT_EQ(dialog.rows(kControlSearchList).content().rows.size(), 401u);
     EXPECT_NE(rows(dialog).find("and 1,050 more|"), std::string::npos);
-    EXPECT_EQ(dialog.text(0), u"Found: 1250");
+    EXPECT_EQ(dialog.text(0), u"Found: 1,250");
     type(dialog, Text(200, u'x'));
     EXPECT_EQ(rows(dialog), "Nothing found|");
   });

@@ -7,7 +7,8 @@ namespace {
 
 constexpr CalendarDate kNow = 46200.5;
 
-StoreTexts texts(std::int32_t oid, TextView subject, CalendarDate start, bool recurring = false) {
+StoreTexts texts_for(std::int32_t oid, TextView subject, CalendarDate start,
+                     bool recurring = false) {
   auto summary = std::make_shared<AppointmentSummary>();
   summary->oid = oid;
   summary->subject = subject;
@@ -19,14 +20,14 @@ StoreTexts texts(std::int32_t oid, TextView subject, CalendarDate start, bool re
   return made;
 }
 
-StoreTexts changed(std::int32_t oid, TextView subject, CalendarDate start) {
-  StoreTexts made = texts(oid, subject, start, true);
+StoreTexts changed_texts(std::int32_t oid, TextView subject, CalendarDate start) {
+  StoreTexts made = texts_for(oid, subject, start, true);
   made.changed_occurrence = true;
   return made;
 }
 
 TEST(TextQuery, AllWordsMustBeThereAndQuotesKeepThemTogether) {
-  StoreTexts one = texts(1, u"Dîner chez Théo", kNow);
+  StoreTexts one = texts_for(1, u"Dîner chez Théo", kNow);
   auto summary = std::make_shared<AppointmentSummary>(*one.item.summary);
   summary->location = u"Lange Straße 5";
   summary->categories = u"Family,Friends";
@@ -55,7 +56,7 @@ TEST(TextQuery, AllWordsMustBeThereAndQuotesKeepThemTogether) {
 }
 
 // Their numbers in order, a star for what is past.
-std::string found(const TextIndex& index, TextView typed, std::size_t most = 100) {
+std::string found_order(const TextIndex& index, TextView typed, std::size_t most = 100) {
   std::string list;
   const TextHits hits = index.find(TextQuery(typed), kNow, most);
   for (const TextHit& hit : hits.first)
@@ -65,23 +66,23 @@ std::string found(const TextIndex& index, TextView typed, std::size_t most = 100
 
 TEST(TextIndex, ComingOnesComeFirstThenThePastTheLatestFirst) {
   TextIndex index;
-  EXPECT_EQ(found(index, u"a"), "0");
-  index.add(texts(1, u"aba past", kNow - 9));
-  index.add(texts(2, u"ab next week", kNow + 7));
-  index.add(texts(3, u"b tomorrow", kNow + 1));
-  index.add(texts(4, u"AB just now", kNow - 0.1));
-  index.add(texts(5, u"ab undated", kNoDate));
-  index.add(texts(6, u"yesterday ab", kNow - 1));
-  index.add(texts(7, u"", kNow));
-  index.add(texts(8, u"ab last", kNow + 100));
-  EXPECT_EQ(found(index, u"ab"), "4 2 8 6* 1* 5 6");
-  EXPECT_EQ(found(index, u"ab", 2), "4 2 6");
-  EXPECT_EQ(found(index, u"b"), "4 3 2 8 6* 1* 5 7");
-  EXPECT_EQ(found(index, u"next AB"), "2 1");
-  EXPECT_EQ(found(index, u"ba"), "1* 1") << "never from one appointment into the next";
-  EXPECT_EQ(found(index, u""), "0");
-  EXPECT_EQ(found(index, u"no"), "4 1");
-  EXPECT_EQ(found(index, u"abx"), "0");
+  EXPECT_EQ(found_order(index, u"a"), "0");
+  index.add(texts_for(1, u"aba past", kNow - 9));
+  index.add(texts_for(2, u"ab next week", kNow + 7));
+  index.add(texts_for(3, u"b tomorrow", kNow + 1));
+  index.add(texts_for(4, u"AB just now", kNow - 0.1));
+  index.add(texts_for(5, u"ab undated", kNoDate));
+  index.add(texts_for(6, u"yesterday ab", kNow - 1));
+  index.add(texts_for(7, u"", kNow));
+  index.add(texts_for(8, u"ab last", kNow + 100));
+  EXPECT_EQ(found_order(index, u"ab"), "4 2 8 6* 1* 5 6");
+  EXPECT_EQ(found_order(index, u"ab", 2), "4 2 6");
+  EXPECT_EQ(found_order(index, u"b"), "4 3 2 8 6* 1* 5 7");
+  EXPECT_EQ(found_order(index, u"next AB"), "2 1");
+  EXPECT_EQ(found_order(index, u"ba"), "1* 1") << "never from one appointment into the next";
+  EXPECT_EQ(found_order(index, u""), "0");
+  EXPECT_EQ(found_order(index, u"no"), "4 1");
+  EXPECT_EQ(found_order(index, u"abx"), "0");
   const TextHits hits = index.find(TextQuery(u"tomorrow"), kNow, 1);
   ASSERT_EQ(hits.first.size(), 1u);
   EXPECT_EQ(hits.first[0].item.summary->subject, u"b tomorrow");
@@ -90,13 +91,13 @@ TEST(TextIndex, ComingOnesComeFirstThenThePastTheLatestFirst) {
 
 TEST(TextIndex, ASeriesIsOneHitAndAChangedOccurrenceOneWhereItAloneHasTheWords) {
   TextIndex index;
-  index.add(texts(1, u"team", kNow + 1, true));
-  index.add(changed(1, u"team with guest", kNow + 8));
-  index.add(changed(1, u"team", kNow + 15));
-  index.add(changed(1, u"guest", kNow + 22));
-  index.add(texts(2, u"guest", kNow + 30));
-  EXPECT_EQ(found(index, u"team"), "1 1");
-  EXPECT_EQ(found(index, u"guest"), "1 1 2 3");
+  index.add(texts_for(1, u"team", kNow + 1, true));
+  index.add(changed_texts(1, u"team with guest", kNow + 8));
+  index.add(changed_texts(1, u"team", kNow + 15));
+  index.add(changed_texts(1, u"guest", kNow + 22));
+  index.add(texts_for(2, u"guest", kNow + 30));
+  EXPECT_EQ(found_order(index, u"team"), "1 1");
+  EXPECT_EQ(found_order(index, u"guest"), "1 1 2 3");
   EXPECT_EQ(index.find(TextQuery(u"with"), kNow, 9).first[0].key(), (RowKey{1, kNow + 8}));
 }
 
@@ -112,7 +113,7 @@ TEST(TextIndex, FindsWhatAPlainSearchFinds) {
     Text subject;
     for (unsigned letters = dice(12); letters > 0; --letters)
       subject += TextView(u"abcdéß ")[dice(7)];
-    const StoreTexts one = texts(i + 1, subject, kNow + i);
+    const StoreTexts one = texts_for(i + 1, subject, kNow + i);
     index.add(one);
     append_searched(all.emplace_back(), one);
   }
