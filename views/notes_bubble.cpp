@@ -20,7 +20,7 @@ constexpr double kHalfPi = 1.57079632679;
 // A quarter of a circle round `center`, from the angle `from` on, counted in quarters. Points are
 // whole pixels: too many of them would make it bumpy.
 void add_corner(std::vector<Point>& outline, Point center, int radius, int from) {
-  const int steps = std::max(3, radius / 4);
+  const int steps = std::max(3, radius / 3);
   for (int i = 0; i <= steps; ++i) {
     const double angle = kHalfPi * (from + static_cast<double>(i) / steps);
     outline.push_back({center.x + static_cast<int>(std::lround(radius * std::cos(angle))),

@@ -41,6 +41,29 @@ TEST_F(ListPointerTest, AsideItTurnsTheDayWhenFarAndStraightEnough) {
   EXPECT_EQ(drag(-80, 60).kind, Kind::none);
 }
 
+TEST_F(ListPointerTest, AQuickStrokeGoesOnAndOneThatRestedDoesNot) {
+  const auto stroke = [this](std::uint64_t rest, int step) {
+    pointer.press({100, 200}, 3, 1000);
+    for (int i = 1; i <= 8; ++i)
+      pointer.move({100, 200 - i * step}, 1000 + static_cast<std::uint64_t>(i) * 10);
+    return pointer.release({100, 200 - 8 * step}, 1080 + rest);
+  };
+  const auto quick = stroke(10, 10);
+  EXPECT_EQ(quick.kind, Kind::glide);
+  EXPECT_EQ(quick.value, 1000) << "ten pixels in ten milliseconds";
+  EXPECT_EQ(stroke(10, -10).value, -1000);
+  EXPECT_EQ(stroke(300, 10).kind, Kind::none);
+  EXPECT_EQ(stroke(10, 1).kind, Kind::none) << "too slow";
+  pointer.press({100, 200}, 3);
+  pointer.move({100, 150});
+  EXPECT_EQ(pointer.release({100, 100}).kind, Kind::none) << "nobody knows when";
+  // The press that stops it is no tap, and the list follows at once.
+  EXPECT_EQ(pointer.press({100, 200}, 3, 5000, ListPointer::Grip::list).kind, Kind::none);
+  EXPECT_EQ(pointer.hold().kind, Kind::none);
+  EXPECT_EQ(pointer.move({100, 198}, 5010).value, 2);
+  EXPECT_EQ(pointer.release({100, 198}, 5200).kind, Kind::none);
+}
+
 TEST_F(ListPointerTest, AHoldIsNoTap) {
   pointer.press({100, 100}, 3);
   EXPECT_EQ(pointer.hold().kind, Kind::menu);

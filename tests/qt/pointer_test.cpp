@@ -4,6 +4,7 @@
 #include <QWheelEvent>
 
 #include "hosts/qt/qt_keys.h"
+#include "hosts/qt/wheel_notches.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
@@ -118,6 +119,24 @@ TEST(Wheel, TurnsAddUpToNotchesAndTurningBackCountsAtOnce) {
   turn_wheel(test.content(), -120);
   ASSERT_EQ(test.recorder.count(kMessageMouseWheel), 2);
   EXPECT_EQ(test.recorder.of(kMessageMouseWheel)[1].detail, -1);
+}
+
+TEST(Wheel, ASwipeTurnsOnceHoweverFarItGlides) {
+  WheelNotches wheel;
+  quint64 time = 1000;
+  const auto swipe = [&](Qt::ScrollPhase phase, QPoint turned) {
+    QWheelEvent event({20, 30}, {20, 30}, {}, turned, Qt::NoButton, {}, phase, false);
+    event.setTimestamp(time += 10);
+    return wheel.take(event);
+  };
+  int turns = 0;
+  swipe(Qt::ScrollBegin, {0, 0});
+  for (int i = 0; i < 30; ++i) turns += swipe(Qt::ScrollUpdate, {-50, 8}).notches;
+  EXPECT_EQ(turns, -1);
+  EXPECT_EQ(swipe(Qt::ScrollMomentum, {-300, 0}).notches, 0);
+  swipe(Qt::ScrollBegin, {0, 0});
+  const WheelNotches::Turn next = swipe(Qt::ScrollUpdate, {-300, 0});
+  EXPECT_TRUE(next.notches == -1 && next.sideways);
 }
 
 TEST(Keys, ArriveAsVirtualKeysAndOthersNotAtAll) {
