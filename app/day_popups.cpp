@@ -44,23 +44,23 @@ void NotesProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   }
 }
 
-int DayPopupProcedure::row_height() const {
-  const int font = font_of(input_.settings.dvfontsize, 400, input_.screen).height;
-  return std::max(font * 13 / 10, 20 * input_.screen.dpi_y / 96);
-}
-
 int DayPopupProcedure::header_height() const { return kFinger * input_.screen.dpi_y / 96; }
+
+// On a large window a busy day needs less scrolling.
+int DayPopupProcedure::most_height() const {
+  const int height = input_.screen.work.height;
+  return std::min(height * 3 / 4, std::max(260 * input_.screen.dpi_y / 96, height / 2));
+}
 
 Rect DayPopupProcedure::place(const Rect& beside) const {
   const Size work = input_.screen.work;
   const int unit = input_.screen.dpi_y;
   const int gap = kPadding * unit / 96;
-  const int rows = static_cast<int>(input_.rows.size());
   // As wide as its rows are, within reason.
-  const int width =
-      std::min(work.width - 2 * gap, std::clamp(natural_width(), 200 * unit / 96, 420 * unit / 96));
-  const int height = std::min(
-      {work.height * 3 / 4, 260 * unit / 96, header_height() + rows * row_height() + 2 * gap});
+  const int width = std::min(
+      work.width - 2 * gap,
+      std::clamp(natural_popup_width(list(), input_.measure), 200 * unit / 96, 420 * unit / 96));
+  const int height = std::min(most_height(), header_height() + rows_height(content(width)));
   const int x = std::clamp(beside.center().x - width / 2, gap, work.width - gap - width);
   // Below the cell where there is room, else above it, else as low as the window allows.
   int y = beside.bottom() + gap;
@@ -69,50 +69,8 @@ Rect DayPopupProcedure::place(const Rect& beside) const {
   return {x, y, width, height};
 }
 
-int DayPopupProcedure::time_width() const {
-  const int points = input_.settings.dvfontsize;
-  int width = 0;
-  for (const CompactRow& row : input_.rows) {
-    const FontSpec font = font_of(points, row.is_appointment() ? 400 : 700, input_.screen);
-    width = std::max(width, input_.measure.measure(row.time, font).width);
-  }
-  return width + 2 * padding();
-}
-
-int DayPopupProcedure::natural_width() const {
-  const FontSpec font = font_of(input_.settings.dvfontsize, 400, input_.screen);
-  int width = 0;
-  for (const CompactRow& row : input_.rows)
-    width = std::max(width, input_.measure.measure(row.subject, font).width);
-  constexpr int kScrollBar = 20;
-  return time_width() + width + 2 * padding() + kScrollBar * input_.screen.dpi_x / 96;
-}
-
-int DayPopupProcedure::padding() const { return kPadding * input_.screen.dpi_x / 96; }
-
 ReportContent DayPopupProcedure::content(int width) const {
-  const SettingsRecord& settings = input_.settings;
-  const auto color = [&](ColorSlot slot) { return settings.color(slot); };
-  ReportContent content;
-  content.font = font_of(settings.dvfontsize, 400, input_.screen);
-  content.bold_font = font_of(settings.dvfontsize, 700, input_.screen);
-  content.padding = padding();
-  content.background = color(ColorSlot::popup_background);
-  content.selected_background = color(ColorSlot::popup_header_background);
-  content.selected_text =
-      readable_on(content.selected_background, color(ColorSlot::popup_header_text));
-  const int time = time_width();
-  content.columns = {{time, Align::right}, {std::max(0, width - time), Align::left}};
-  for (const CompactRow& row : input_.rows) {
-    ReportRow shown;
-    shown.cells = {row.time, row.subject};
-    shown.height = row_height();
-    shown.background = content.background;
-    shown.text = readable_on(content.background, color(ColorSlot::popup_text));
-    shown.bold = !row.is_appointment();
-    content.rows.push_back(std::move(shown));
-  }
-  return content;
+  return day_popup_content(list(), {width, most_height() - header_height()}, input_.measure);
 }
 
 void DayPopupProcedure::paint_header(Canvas& canvas, Size size) const {

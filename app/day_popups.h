@@ -8,6 +8,7 @@
 #include "resources/strings.h"
 #include "settings/settings_record.h"
 #include "store/day_agenda.h"
+#include "views/day_popup_list.h"
 #include "views/notes_bubble.h"
 
 namespace orvello {
@@ -70,11 +71,9 @@ class DayPopupProcedure : public DialogProcedure {
 
  private:
   ReportContent content(int width) const;
-  int row_height() const;
+  DayPopupList list() const { return {input_.rows, input_.settings, input_.screen}; }
   int header_height() const;
-  int padding() const;
-  int time_width() const;
-  int natural_width() const;
+  int most_height() const;
   void paint_header(Canvas& canvas, Size size) const;
 
   void show(Dialog& dialog);

@@ -1,5 +1,7 @@
 #include "draw/report_paint.h"
 
+#include <algorithm>
+
 #include "draw/wrap_text.h"
 
 namespace orvello {
@@ -22,6 +24,18 @@ void draw_pictures(const ReportContent& content, const ReportRow& row, const Rec
   }
 }
 
+// One below the other, the row's `count` in the middle of its height; each shortened to its width.
+void draw_lines(TextView text, int count, const Rect& room, const TextStyle& style,
+                Canvas& canvas) {
+  const int height = style.font.height * 12 / 10;
+  for (int y = room.y + (room.height - count * height) / 2; !text.empty(); y += height) {
+    const std::size_t end = std::min(text.find(u'\n'), text.size());
+    canvas.draw_text(shortened(canvas, text.substr(0, end), style.font, room.width),
+                     {room.x, y, room.width, height}, style);
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+}
+
 void draw_row(const ReportContent& content, const ReportRow& row, const Rect& box, Canvas& canvas) {
   canvas.fill_rect(box, row.background);
   if (row.line_above)
@@ -38,8 +52,12 @@ void draw_row(const ReportContent& content, const ReportRow& row, const Rect& bo
     }
     const Rect room = cell.inset(content.padding, 0);
     if (i >= row.cells.size() || row.cells[i].empty() || room.empty()) continue;
-    canvas.draw_text(shortened(canvas, row.cells[i], font, room.width), room,
-                     {font, i == 0 ? row.first_text.value_or(row.text) : row.text, column.align});
+    const Color text = i == 0 ? row.first_text.value_or(row.text) : row.text;
+    const TextStyle style{font, text, column.align};
+    if (row.lines)
+      draw_lines(row.cells[i], lines_of(row), room, style, canvas);
+    else
+      canvas.draw_text(shortened(canvas, row.cells[i], font, room.width), room, style);
   }
 }
 

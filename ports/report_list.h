@@ -3,6 +3,7 @@
 // pixels. User-interface thread.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -32,11 +33,22 @@ struct ReportRow {
   Color text = kBlack;
   std::optional<Color> first_text;  // of the first cell, where that is another
   bool bold = false;
+  // A line feed in a cell begins another line, and all cells begin on the same one; else it is a
+  // blank.
+  bool lines = false;
   ReportMark mark = ReportMark::none;
   std::optional<Color> line_above;  // a separator along the upper edge
   Text name;                        // for a screen reader; empty: the cells, one after the other
   friend bool operator==(const ReportRow&, const ReportRow&) = default;
 };
+
+// Of its highest cell, where that has several; else 1.
+inline int lines_of(const ReportRow& row) {
+  std::ptrdiff_t most = 0;
+  for (const Text& cell : row.cells)
+    if (row.lines) most = std::max(most, std::count(cell.begin(), cell.end(), u'\n'));
+  return static_cast<int>(most) + 1;
+}
 
 struct ReportContent {
   FontSpec font;

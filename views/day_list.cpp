@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "draw/fit_text.h"
 #include "draw/readable.h"
 #include "views/row_colors.h"
 #include "views/row_pictures.h"
@@ -238,6 +239,10 @@ ReportContent day_list_content(DayAgenda& agenda, const DayListInput& input, Can
   if (wraps) columns = wrap_subjects(agenda, input, columns, subjects, measure);
   const int time_room = wraps ? columns.time - 2 * padding_of(input.screen) : kAnyWidth;
   ReportContent content = list_frame(agenda, input, columns);
+  if (nothing_there(agenda))
+    content.bold_font =
+        fitting_font(measure, {agenda.rows.front().time}, columns.time - 2 * content.padding,
+                     input.settings.dvfontsize, 700, input.screen);
   RowColors colors(agenda, input.settings, input.now);
   content.rows.reserve(agenda.rows.size());
   auto name = names.begin();

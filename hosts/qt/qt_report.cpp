@@ -12,6 +12,7 @@
 #include "draw/mirrored.h"
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/direction.h"
+#include "hosts/qt/focus_edge.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/report_model.h"
@@ -27,6 +28,7 @@ ReportView::ReportView(QWidget* parent, const Density& density, const ControlTem
       input_(*viewport(), *this, density, control.id, std::move(report)),
       model_(new ReportModel(density, this)),
       titles_(new ReportTitles(this, *model_, density)),
+      focus_edge_(new FocusEdge(*this, density)),
       glide_(this, [this](double pixels) { return scroll_on(pixels); }) {
   setModel(model_);
   setItemDelegate(new ReportDelegate(*model_, density, this));
@@ -102,6 +104,7 @@ void ReportView::place_titles() {
 void ReportView::resizeEvent(QResizeEvent* event) {
   QListView::resizeEvent(event);
   lay_out_columns();
+  focus_edge_->setGeometry(rect());
 }
 
 void ReportView::set_mark(int row, ReportMark mark) { model_->set_mark(row, mark); }
@@ -194,6 +197,7 @@ void ReportView::show_row(int row) {
 
 // What the press does may end this list.
 bool ReportView::take_press(QEvent& event) {
+  use_keys(false);
   if (event.type() != QEvent::MouseButtonPress) setFocus(Qt::MouseFocusReason);
   glide_.halt();
   const QPointer<ReportView> alive(this);
@@ -237,6 +241,7 @@ bool ReportView::take_viewport_event(QEvent* event) {
 }
 
 void ReportView::keyPressEvent(QKeyEvent* event) {
+  use_keys(true);
   if (!input_.take_key(*event)) event->ignore();
 }
 
@@ -244,6 +249,20 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
 void ReportView::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
   viewport()->update();
+  const Qt::FocusReason reason = event->reason();
+  use_keys(keys_used_ || reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason);
+}
+
+void ReportView::focusOutEvent(QFocusEvent* event) {
+  QListView::focusOutEvent(event);
+  focus_edge_->hide();
+}
+
+// A list with an edge of its own shows the focus there; a pen needs no frame.
+void ReportView::use_keys(bool keys) {
+  keys_used_ = keys;
+  focus_edge_->setVisible(keys && hasFocus() && frameWidth() == 0);
+  if (focus_edge_->isVisible()) focus_edge_->raise();
 }
 
 }  // namespace orvello

@@ -10,6 +10,7 @@
 
 namespace orvello {
 
+class FocusEdge;
 class ReportModel;
 class ReportTitles;
 
@@ -38,6 +39,7 @@ class ReportView : public FlatArea<QListView> {
   bool take_viewport_event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   void selected_by_other(int row);
@@ -46,14 +48,17 @@ class ReportView : public FlatArea<QListView> {
   void place_titles();
   bool scroll_on(double logical_pixels);  // false: at an end
   bool take_press(QEvent& event);
+  void use_keys(bool keys);
   bool take_wheel(QWheelEvent& event);
 
   const Density& density_;
   ControlInput input_;
   ReportModel* model_;
   ReportTitles* titles_;
+  FocusEdge* focus_edge_;
   std::vector<int> selected_;
   bool selecting_ = false;
+  bool keys_used_ = false;  // last, and not the pointer
   double scroll_rest_ = 0;  // less than a logical pixel
   Glide glide_;
 };

@@ -170,9 +170,15 @@ void ReportDelegate::draw_cell(QPainter& painter, const ReportRow& row, std::siz
   const ReportContent& content = model_.content();
   painter.setFont(model_.font(row.bold));
   painter.setPen(QColor(color));
-  draw_cell_text(painter, single_line(row.cells[column]),
-                 box.adjusted(content.padding, 0, -content.padding, 0),
-                 content.columns[column].align);
+  const QRect room = box.adjusted(content.padding, 0, -content.padding, 0);
+  const Align align = content.columns[column].align;
+  if (!row.lines) return draw_cell_text(painter, single_line(row.cells[column]), room, align);
+  const int height = content.font.height * 12 / 10;
+  int y = room.top() + (room.height() - lines_of(row) * height) / 2;
+  for (const QString& line : to_qt(row.cells[column]).split(u'\n')) {
+    draw_cell_text(painter, line, QRect(room.left(), y, room.width(), height), align);
+    y += height;
+  }
 }
 
 // In the row's own colours, so that it can be seen on any of them.

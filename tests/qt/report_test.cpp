@@ -206,6 +206,46 @@ TEST(Report, TellsThePointerAndKeysAndSelectsNothingByItself) {
       << "nothing goes through to the window";
 }
 
+// A list over the whole form has no edge that could show it.
+TEST(Report, ShowsTheFocusWhileKeysAreUsed) {
+  DayForm form;
+  form.report->set_content(content_of(30));
+  form.dialog->focus(21);
+  const auto edge = [&] {
+    settle();
+    return form.view()->grab().toImage().pixel(0, 100);
+  };
+  const QRgb before = edge();
+  QTest::keyClick(form.view(), Qt::Key_PageDown);
+  EXPECT_NE(edge(), before);
+  QTest::mouseClick(form.view()->viewport(), Qt::LeftButton, {}, QPoint(50, 65));
+  EXPECT_EQ(edge(), before);
+}
+
+TEST(Report, DrawsSeveralLinesOfACell) {
+  DayForm form;
+  ReportContent content = content_of(1);
+  content.rows[0].height = 60;
+  content.rows[0].pictures.clear();
+  const auto inked_lines = [&] {
+    form.report->set_content(content);
+    const QImage picture = form.picture();
+    int lines = 0;
+    bool inked = false;
+    for (int y = 0; y < 60; ++y) {
+      bool any = false;
+      for (int x = 100; x < 225; ++x) any = any || picture.pixel(x, y) != qRgb(255, 255, 255);
+      lines += any && !inked ? 1 : 0;
+      inked = any;
+    }
+    return lines;
+  };
+  content.rows[0].cells[2] = u"MMM\nMMM\nMMM";
+  EXPECT_EQ(inked_lines(), 1);
+  content.rows[0].lines = true;
+  EXPECT_EQ(inked_lines(), 3);
+}
+
 TEST(Report, AFingerIsThePointer) {
   static QPointingDevice* const screen = QTest::createTouchDevice();
   DayForm form;
