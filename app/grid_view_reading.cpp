@@ -85,7 +85,14 @@ std::vector<Text> GridView::accessible_items(int cell) {
 
 void GridView::choose_accessible(int cell) {
   const GridPage* page = standing();
-  if (const auto date = page ? page->date_of_cell(cell) : std::nullopt) c_.commands.show_day(*date);
+  if (!page) return;
+  if (const auto date = page->date_of_cell(cell)) return c_.commands.show_day(*date);
+  const auto cells = accessible_grid().cells;
+  const auto at = static_cast<std::size_t>(cell);
+  if (cell < 0 || at >= cells.size() || cells[at].place.empty()) return;
+  const Point middle = cells[at].place.center();
+  pointer_.press(middle, hit(middle));
+  act(pointer_.release(middle, hit(middle)));
 }
 
 }  // namespace orvello

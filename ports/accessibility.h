@@ -20,6 +20,7 @@ struct AccessibleGrid {
   Text name;
   int columns = 1;  // cells run row by row
   std::vector<AccessibleCell> cells;
+  int buttons = 0;  // how many of the last cells are none of the grid's, but stand beside it
 };
 
 // The view that the main window shows.

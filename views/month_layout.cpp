@@ -216,7 +216,7 @@ GridTarget hit_month(const MonthLayout& layout, Point point) {
     hit.kind = Kind::previous_year;
   } else if (layout.next_tap.contains(point)) {
     hit.kind = Kind::next_year;
-  } else if (point.y < layout.title_band.bottom()) {
+  } else if (point.y < layout.grid_top) {
     hit.kind = Kind::title;
   }
   for (const MonthCell& cell : layout.cells)

@@ -1,5 +1,6 @@
 #include "views/month_page.h"
 
+#include "views/accessible_buttons.h"
 #include "views/month_lines.h"
 #include "views/month_paint.h"
 
@@ -56,6 +57,7 @@ Rect MonthPage::place_of(const MonthDayYear& date) const {
 AccessibleGrid MonthPage::accessible(const DayCount& count, const AccessibleWords& words) const {
   AccessibleGrid grid = accessible_month(layout_, count, words);
   if (snapshot_ && !snapshot_->note.empty()) grid.name += u", " + snapshot_->note;
+  add_month_buttons(grid, layout_, words);
   return grid;
 }
 

@@ -75,8 +75,10 @@ void draw_title_band(const MonthSnapshot& snapshot, const MonthLayout& layout, C
              canvas);
 
   const Text title = format(u"%s %s", snapshot.title_name, number(layout.year));
-  const FontSpec title_font = fitting_font(canvas, {title}, layout.title.width, 11, 700, screen);
-  canvas.draw_text(title, layout.title, {title_font, color, Align::center});
+  const MonthDayYear& today = snapshot.today;
+  const bool here = today.month == layout.month && today.year == layout.year;
+  draw_title(title, layout.title, here ? Image() : snapshot.arrows.today, 11, color, screen,
+             canvas);
 }
 
 void draw_day_names(const MonthSnapshot& snapshot, const MonthLayout& layout, Canvas& canvas) {

@@ -20,8 +20,7 @@ int smallest_target(const ScreenLayout& screen) { return (screen.dpi_x * 7 * 10 
 void place_header(YearLayout& layout) {
   const ScreenLayout& screen = layout.screen;
   const int width = screen.work.width;
-  layout.title_font = screen.fonts.bold12;
-  layout.header = {0, 0, width, static_cast<int>(1.15 * layout.title_font.height)};
+  layout.header = {0, 0, width, static_cast<int>(1.15 * screen.fonts.bold12.height)};
   const int height = layout.header.height;
   // As wide as the Month view's years; the year in the middle keeps room on a narrow window.
   const int tap = std::min(std::max(width / 4, smallest_target(screen)), width / 2);

@@ -30,7 +30,6 @@ struct YearLayout {
   ScreenLayout screen;
   int year = 0;
 
-  FontSpec title_font;
   Rect header;
   Rect title;
   Rect previous_tap, next_tap;  // an arrow stands in the outer part of each

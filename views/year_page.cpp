@@ -1,6 +1,7 @@
 #include "views/year_page.h"
 
 #include "resources/ids.h"
+#include "views/accessible_buttons.h"
 #include "views/year_paint.h"
 
 namespace orvello {
@@ -43,6 +44,7 @@ Rect YearPage::place_of(const MonthDayYear& date) const { return cell_place(layo
 AccessibleGrid YearPage::accessible(const DayCount& count, const AccessibleWords& words) const {
   AccessibleGrid grid = accessible_year(layout_, count, words);
   if (snapshot_ && !snapshot_->note.empty()) grid.name += u", " + snapshot_->note;
+  add_year_buttons(grid, layout_, words);
   return grid;
 }
 

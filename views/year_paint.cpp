@@ -110,8 +110,9 @@ void YearPainter::choose_numbers() {
 void YearPainter::draw_header() {
   const Color text = snapshot_.color(ColorSlot::year_header_text);
   canvas_.fill_rect(layout_.header, snapshot_.color(ColorSlot::year_header_background));
-  canvas_.draw_text(local_digits(format(u"%d", layout_.year), snapshot_.locale), layout_.title,
-                    {layout_.title_font, text, Align::center});
+  draw_title(local_digits(format(u"%d", layout_.year), snapshot_.locale), layout_.title,
+             snapshot_.today.year == layout_.year ? Image() : snapshot_.arrows.today, 12, text,
+             screen_, canvas_);
   const auto arrow = [&](const Image& image, const Rect& place) {
     canvas_.draw_image(image, {0, 0, image.width, image.height}, {place.x, place.y});
   };

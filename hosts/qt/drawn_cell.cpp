@@ -44,7 +44,7 @@ QRect DrawnCell::rect() const {
 }
 
 QAccessible::Role DrawnCell::role() const {
-  return item_ < 0 ? owner_.cell_role() : QAccessible::ListItem;
+  return item_ < 0 ? owner_.cell_role(cell_) : QAccessible::ListItem;
 }
 
 QAccessible::State DrawnCell::state() const {
@@ -66,7 +66,7 @@ QAccessible::State DrawnCell::state() const {
 void* DrawnCell::interface_cast(QAccessible::InterfaceType type) {
   if (item_ >= 0) return nullptr;
   if (type == QAccessible::ActionInterface) return static_cast<QAccessibleActionInterface*>(this);
-  if (type == QAccessible::TableCellInterface && owner_.cell_role() == QAccessible::Cell)
+  if (type == QAccessible::TableCellInterface && owner_.cell_role(cell_) == QAccessible::Cell)
     return static_cast<QAccessibleTableCellInterface*>(this);
   return nullptr;
 }

@@ -67,7 +67,7 @@ class DrawnOwner : public QAccessibleWidget {
   virtual std::vector<Text> items(int cell) const = 0;
   virtual void press(int cell) = 0;
   virtual QRect on_screen(const Rect& place) const = 0;
-  virtual QAccessible::Role cell_role() const = 0;
+  virtual QAccessible::Role cell_role(int cell) const = 0;
 
   QWidget* drawn_on() const { return widget(); }
   int cell_count() const { return static_cast<int>(grid().cells.size()); }

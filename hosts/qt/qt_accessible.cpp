@@ -41,7 +41,7 @@ class AccessibleDrawing : public DrawnOwner {
   QRect on_screen(const Rect& place) const override {
     return place_on_screen(*drawn_on(), parts_.parts_density(), place);
   }
-  QAccessible::Role cell_role() const override { return QAccessible::Button; }
+  QAccessible::Role cell_role(int) const override { return QAccessible::Button; }
 
  private:
   AccessibleParts& parts_;
@@ -79,7 +79,10 @@ class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
     return place_on_screen(content_, content_.density(),
                            is_right_to_left() ? mirrored(place, width) : place);
   }
-  QAccessible::Role cell_role() const override { return QAccessible::Cell; }
+  QAccessible::Role cell_role(int cell) const override {
+    return cell < days() ? QAccessible::Cell : QAccessible::Button;
+  }
+  int days() const { return cell_count() - grid().buttons; }
 
   // A dialog that fills the area stands in the view's place, and nothing to tell is no table.
   bool shows_view() const {
@@ -121,7 +124,8 @@ class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
   QAccessibleInterface* summary() const override { return nullptr; }
   QAccessibleInterface* cellAt(int row, int column) const override {
     const bool inside = row >= 0 && column >= 0 && column < columnCount();
-    return inside ? DrawnOwner::child(row * columnCount() + column) : nullptr;
+    const int cell = row * columnCount() + column;
+    return inside && cell < days() ? DrawnOwner::child(cell) : nullptr;
   }
   int selectedCellCount() const override { return selected_cell() >= 0 ? 1 : 0; }
   QList<QAccessibleInterface*> selectedCells() const override {
@@ -134,7 +138,7 @@ class DrawnView : public DrawnOwner, public QAccessibleTableInterface {
   int selectedColumnCount() const override { return 0; }
   int selectedRowCount() const override { return 0; }
   int columnCount() const override { return std::max(1, grid().columns); }
-  int rowCount() const override { return (cell_count() + columnCount() - 1) / columnCount(); }
+  int rowCount() const override { return (days() + columnCount() - 1) / columnCount(); }
   QList<int> selectedColumns() const override { return {}; }
   QList<int> selectedRows() const override { return {}; }
   bool isColumnSelected(int) const override { return false; }

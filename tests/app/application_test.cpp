@@ -159,7 +159,8 @@ TEST_F(ApplicationTest, TheGridsKeepTheirLastGoodPicture) {
   ASSERT_TRUE(device.window.notice);
   EXPECT_EQ(device.window.notice->text.find(u"Shown as it was"), 0u);
   EXPECT_EQ(device.window.timers().count(kTimerReadAgain), 1u);
-  const AccessibleGrid grid = application->grid().accessible_grid();
+  AccessibleGrid grid = application->grid().accessible_grid();
+  grid.cells.resize(grid.cells.size() - static_cast<std::size_t>(grid.buttons));
   for (const AccessibleCell& cell : grid.cells)
     EXPECT_TRUE(cell.name.empty() || cell.name.find(u"cannot be read") != Text::npos);
   EXPECT_EQ(application->grid().accessible_items(20), std::vector<Text>{u"Cannot be read"});
@@ -376,6 +377,20 @@ TEST_F(ApplicationTest, AScreenReaderHearsTheGridsAndOpensDays) {
   EXPECT_EQ(mode(), ViewMode::day);
   EXPECT_EQ(shown(), (MonthDayYear{11, 8, 2026}));
   EXPECT_TRUE(view->accessible_grid().cells.empty());  // the list speaks for itself
+  for (const std::uint32_t command : {kCommandMonthView, kCommandYearView}) {
+    device.window.command(command);
+    EXPECT_TRUE(idle());
+    EXPECT_EQ(view->accessible_grid().buttons, 15);
+    view->choose_accessible(cell_of(u"Next year: 2027"));
+    EXPECT_EQ(shown().year, 2027);
+    EXPECT_TRUE(idle());
+    view->choose_accessible(cell_of(u"Today"));
+    EXPECT_EQ(shown(), application->state().today);
+    EXPECT_TRUE(idle());
+    view->choose_accessible(cell_of(u"March"));
+    EXPECT_EQ(shown().month, 3);
+    EXPECT_EQ(mode(), ViewMode::month);
+  }
 }
 
 TEST_F(ApplicationTest, TheYearNamesADayUnderThePointer) {

@@ -59,12 +59,15 @@ TEST(MonthPaint, HeaderNamesTheMonthAndItsNeighbours) {
   // The arrows lie between the years and the title, and touch neither.
   const MonthLayout layout(month.snapshot(12, 2026));
   const std::vector<DrawnOperation> arrows = drawn.canvas.of_kind(Kind::image);
-  ASSERT_EQ(arrows.size(), 2u);
+  ASSERT_EQ(arrows.size(), 3u) << "and today, which is elsewhere";
+  EXPECT_GE(arrows[2].box.x, find_text(texts, u"Декабрь 2026")->box.right());
+  EXPECT_LE(arrows[2].box.right(), layout.title.right());
   EXPECT_GT(arrows[0].box.x, layout.previous_year.x + find_text(texts, u"2025")->text_size.width);
   EXPECT_LE(arrows[0].box.right(), layout.title.x);
   EXPECT_LT(arrows[1].box.right(),
             layout.next_year.right() - find_text(texts, u"2027")->text_size.width);
   EXPECT_GE(arrows[1].box.x, layout.title.right());
+  EXPECT_EQ(draw_month(month.snapshot(11, 2026)).canvas.of_kind(Kind::image).size(), 2u);
 }
 
 TEST(MonthPaint, BackgroundsFollowRowsOrWeekends) {
