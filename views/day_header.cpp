@@ -29,39 +29,63 @@ int widest_of(Canvas& canvas, const std::vector<Text>& texts, const FontSpec& fo
   return width;
 }
 
+struct Heading {
+  const Text& date;
+  const std::vector<Text>& months;
+  const std::vector<Text>& weekdays;
+};
+
 // Letters of these fonts do not move closer to their neighbours: what the widest month and the
 // widest weekday have more than others adds up.
-int longest_width(Canvas& canvas, const DayHeaderInput& input, const FontSpec& font) {
-  const int own = canvas.measure(input.date, font).width;
-  if (input.months.empty() || input.weekdays.empty()) return own;
-  const int month = widest_of(canvas, input.months, font);
+int longest_width(Canvas& canvas, const Heading& heading, const FontSpec& font) {
+  const int own = canvas.measure(heading.date, font).width;
+  if (heading.months.empty() || heading.weekdays.empty()) return own;
+  const int month = widest_of(canvas, heading.months, font);
   // The first of the weekdays is the one that the months have.
-  const int usual_day = canvas.measure(input.weekdays.front(), font).width;
-  const int day = widest_of(canvas, input.weekdays, font);
+  const int usual_day = canvas.measure(heading.weekdays.front(), font).width;
+  const int day = widest_of(canvas, heading.weekdays, font);
   return std::max(own, month + day - usual_day);
 }
 
-FontSpec date_font(Canvas& canvas, const DayHeaderInput& input, int width,
-                   const ScreenLayout& screen) {
+// The largest size in points that it fits in.
+int fitting_points(Canvas& canvas, const Heading& heading, int width, const ScreenLayout& screen) {
   constexpr int kLargest = 10, kSmallest = 5;
-  FontSpec font = screen.fonts.bold10;
-  for (int points = kLargest; points >= kSmallest; --points) {
-    font = font_of(points, 700, screen);
-    if (longest_width(canvas, input, font) <= width) break;
-  }
-  return font;
+  int points = kLargest;
+  while (points > kSmallest && longest_width(canvas, heading, font_of(points, 700, screen)) > width)
+    --points;
+  return points;
+}
+
+void draw_date(Canvas& canvas, const DayHeaderInput& input, const Rect& place,
+               const ScreenLayout& screen, Color color) {
+  constexpr int kLegible = 8;
+  const Heading whole{input.date, input.months, input.weekdays};
+  const Heading brief{input.short_date, input.short_months, input.short_weekdays};
+  int points = fitting_points(canvas, whole, place.width, screen);
+  const bool in_short = points < kLegible && !input.short_date.empty();
+  if (in_short) points = fitting_points(canvas, brief, place.width, screen);
+  canvas.draw_text(in_short ? input.short_date : input.date, place,
+                   {font_of(points, 700, screen), color});
 }
 
 // A date of each month that is a Sunday, and of each weekday, all with two digits.
-void add_samples(TextView picture, const LocaleData& locale, DayHeaderInput& input) {
+void add_samples(TextView picture, const LocaleData& locale, std::vector<Text>& months,
+                 std::vector<Text>& weekdays) {
   constexpr int kYear = 2028, kFirst = 20, kMay = 5;
   const auto sample = [&](int month, int weekday) {
     const int first = civil_of(day_of(kYear, month, kFirst)).day_of_week;
     const Day day = day_of(kYear, month, kFirst) + (weekday - first + 7) % 7;
     return FormatDatePicture(picture, civil_of(day), locale);
   };
-  for (int month = 1; month <= 12; ++month) input.months.push_back(sample(month, 0));
-  for (int weekday = 0; weekday < 7; ++weekday) input.weekdays.push_back(sample(kMay, weekday));
+  for (int month = 1; month <= 12; ++month) months.push_back(sample(month, 0));
+  for (int weekday = 0; weekday < 7; ++weekday) weekdays.push_back(sample(kMay, weekday));
+}
+
+// Short names in place of whole ones.
+Text short_picture(Text picture) {
+  for (const TextView whole : {TextView(u"dddd"), TextView(u"MMMM")})
+    if (const std::size_t at = picture.find(whole); at != Text::npos) picture.erase(at, 1);
+  return picture;
 }
 
 }  // namespace
@@ -73,7 +97,10 @@ DayHeaderInput day_header_input(const SettingsRecord& settings, const ScreenLayo
   LongDatePicture(settings.dayviewheaderformat, picture);
   DayHeaderInput input;
   input.date = cut(FormatDatePicture(picture, day, settings.locale), kLongestDate);
-  add_samples(picture, settings.locale, input);
+  add_samples(picture, settings.locale, input.months, input.weekdays);
+  const Text brief = short_picture(picture);
+  input.short_date = cut(FormatDatePicture(brief, day, settings.locale), kLongestDate);
+  add_samples(brief, settings.locale, input.short_months, input.short_weekdays);
   if (settings.juliandate == 1)
     input.day_number = local_digits(JulianDateText(day), settings.locale);
   input.day_number_font = font_of(std::min(settings.dvfontsize, kLargestNumber), 700, screen);
@@ -159,12 +186,9 @@ void draw_day_header(Canvas& canvas, const DayHeaderInput& input, const DayHeade
   const Color text = colors[static_cast<std::size_t>(ColorSlot::day_header_text)];
   canvas.fill_rect(layout.strip,
                    colors[static_cast<std::size_t>(ColorSlot::day_header_background)]);
-  TextStyle style{date_font(canvas, input, layout.date.width, screen), text};
-  canvas.draw_text(input.date, layout.date, style);
+  draw_date(canvas, input, layout.date, screen, text);
   if (!input.day_number.empty()) {
-    style.font = input.day_number_font;
-    style.align = Align::right;
-    canvas.draw_text(input.day_number, layout.number, style);
+    canvas.draw_text(input.day_number, layout.number, {input.day_number_font, text, Align::right});
   }
   const auto draw_arrow = [&](const Image& arrow, const Rect& place) {
     if (!place.empty())

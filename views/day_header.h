@@ -33,6 +33,9 @@ struct DayHeaderInput {
   // Dates of the same format, one of each month, then one of each weekday: the date's size is that
   // of the longest one, so that it is the same from day to day.
   std::vector<Text> months{}, weekdays{};
+  // The same with short names, for a strip on which the date would be hard to read; empty: none.
+  Text short_date{};
+  std::vector<Text> short_months{}, short_weekdays{};
   TurnArrows arrows{};
 };
 
