@@ -11,6 +11,7 @@ namespace {
 constexpr std::size_t kLongestDate = 150;
 constexpr int kLargestNumber = 13;                // points; never higher than the strip
 constexpr int kArrowWidth = 27, kLeastDate = 80;  // at 96 dpi
+constexpr int kArrowPicture = 9;                  // at single density
 constexpr Color kStyleSquares[4] = {rgb(255, 0, 0), rgb(0, 170, 0), rgb(255, 255, 0),
                                     rgb(0, 255, 255)};
 
@@ -133,8 +134,9 @@ DayHeaderLayout lay_out_day_header(const ScreenLayout& screen, int width, Size t
   if (end - 2 * arrow - indent >= kLeastDate * screen.dpi_x / 96) {
     layout.previous = {0, 0, arrow, height};
     layout.next = {end - arrow, 0, arrow, height};
-    begin = arrow;
-    end -= arrow;
+    // The pictures stand at the outer edges: the date may reach into the places that are tapped.
+    begin = indent + kArrowPicture * screen.scale;
+    end -= begin + indent;
   }
   layout.date = {begin + indent, 0, end - begin - indent, height};
   return layout;
@@ -190,13 +192,15 @@ void draw_day_header(Canvas& canvas, const DayHeaderInput& input, const DayHeade
   if (!input.day_number.empty()) {
     canvas.draw_text(input.day_number, layout.number, {input.day_number_font, text, Align::right});
   }
-  const auto draw_arrow = [&](const Image& arrow, const Rect& place) {
+  const int indent = screen.fonts.bold10.height / 4;
+  const auto draw_arrow = [&](const Image& arrow, const Rect& place, int x) {
     if (!place.empty())
       canvas.draw_image(arrow, {0, 0, arrow.width, arrow.height},
-                        {place.center().x - arrow.width / 2, place.center().y - arrow.height / 2});
+                        {x, place.center().y - arrow.height / 2});
   };
-  draw_arrow(input.arrows.previous, layout.previous);
-  draw_arrow(input.arrows.next, layout.next);
+  const Image &previous = input.arrows.previous, &next = input.arrows.next;
+  draw_arrow(previous, layout.previous, layout.previous.x + indent);
+  draw_arrow(next, layout.next, layout.next.right() - indent - next.width);
   if (!today.empty())
     canvas.draw_image(today, {0, 0, today.width, today.height},
                       {layout.today_picture.x, layout.today_picture.y});
