@@ -43,7 +43,8 @@ void GridView::show_carried() {
                   date_text(carried.over, 1));
   const int hand = kHand * screen.dpi_x / 96;
   const Rect around{carried.at.x - hand, carried.at.y - hand, 2 * hand, 2 * hand};
-  const YearLabel label = year_label(text, {}, around, screen, c_.commands.measuring_canvas());
+  const YearLabel label =
+      year_label(text, {}, around, screen, c_.settings.locale, c_.commands.measuring_canvas());
   c_.host.window.show_label({label.place, label.text, label.font, kCarriedText, kWhite});
 }
 

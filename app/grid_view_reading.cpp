@@ -43,7 +43,7 @@ void GridView::hover(const Message& message) {
   hovered_ = under.date;
   const YearLabel label =
       year_label(date_text(under.date, 0), compact_rows(under.date), page_->place_of(under.date),
-                 c_.state.layout, c_.commands.measuring_canvas());
+                 c_.state.layout, c_.settings.locale, c_.commands.measuring_canvas());
   c_.host.window.show_label({label.place, label.text, label.font, kLabelText, kWhite});
 }
 

@@ -15,15 +15,17 @@ Text one_line(Text text) {
   return text;
 }
 
-std::vector<Text> label_lines(TextView date_text, const std::vector<CompactRow>& rows) {
+std::vector<Text> label_lines(TextView date_text, const std::vector<CompactRow>& rows,
+                              const LocaleData& locale) {
   std::vector<Text> lines{Text(date_text)};
   for (const CompactRow& row : rows) {
     const auto left = static_cast<int>(&rows.back() - &row) + 1;
     if (static_cast<int>(lines.size()) == kLabelLines - 1 && left > 1) {
-      lines.push_back(format(u"+%d", left));
+      lines.push_back(local_digits(format(u"+%d", left), locale));
       break;
     }
-    lines.push_back(row.subject.empty() ? row.time : row.time + u" " + row.subject);
+    const Text time = local_digits(row.time, locale);
+    lines.push_back(row.subject.empty() ? time : time + u" " + row.subject);
   }
   return lines;
 }
@@ -44,13 +46,13 @@ Rect place_beside(const Rect& cell, Size size, Size work, int gap) {
 }
 
 YearLabel year_label(TextView date_text, const std::vector<CompactRow>& rows, const Rect& cell,
-                     const ScreenLayout& screen, Canvas& canvas) {
+                     const ScreenLayout& screen, const LocaleData& locale, Canvas& canvas) {
   YearLabel label;
   label.font = screen.fonts.normal8;
   const int margin = 4 * screen.scale;
   const int widest = std::min(screen.work.width * 3 / 4, 3 * screen.dpi_x);
   Size size{0, 2 * screen.scale + 2};
-  for (const Text& line : label_lines(date_text, rows)) {
+  for (const Text& line : label_lines(date_text, rows, locale)) {
     const Text shown = shortened(canvas, one_line(line), label.font, widest - 2 * margin);
     if (!label.text.empty()) label.text += u'\n';
     label.text += shown;

@@ -3,6 +3,7 @@
 
 #include "tests/views/month_fixture.h"
 #include "views/month_lines.h"
+#include "views/year_label.h"
 #include "views/year_paint.h"
 
 namespace orvello {
@@ -74,6 +75,9 @@ TEST(PeriodNote, NumbersAreInTheDigitsOfTheLocale) {
   EXPECT_GT(canvas.of_kind(Operation::text).size(), 42u + 42 + 6 + 365);
   for (const DrawnOperation& text : canvas.of_kind(Operation::text))
     EXPECT_EQ(text.text.find_first_of(u"0123456789"), Text::npos) << to_utf8(text.text);
+  const std::vector<CompactRow> rows(9, {u"9:00-10:00", u"Yoga"});
+  const YearLabel label = year_label(u"-", rows, {}, month.screen, month.settings.locale, canvas);
+  EXPECT_EQ(label.text.find_first_of(u"0123456789"), Text::npos) << to_utf8(label.text);
 }
 
 }  // namespace

@@ -128,7 +128,8 @@ TEST(YearLabel, HoldsFourLinesBesideEveryCell) {
       MonthDayYear date{1, 1, 2026};
       AddDays(date.month, date.day, date.year, i);
       const Rect cell = cell_place(layout, date);
-      const YearLabel label = year_label(u"Sat, 21 Nov", rows, cell, screen, canvas);
+      const YearLabel label =
+          year_label(u"Sat, 21 Nov", rows, cell, screen, english_locale(), canvas);
       ASSERT_TRUE(intersection(label.place, cell).empty());
       ASSERT_EQ(intersection(label.place, work), label.place);
       const std::vector<Text> lines = split(label.text, u'\n');
@@ -140,7 +141,8 @@ TEST(YearLabel, HoldsFourLinesBesideEveryCell) {
         EXPECT_LT(canvas.measure(line, label.font).width, label.place.width);
     }
     rows.resize(3);  // those fit without a count
-    EXPECT_NE(split(year_label(u"d", rows, {}, screen, canvas).text, u'\n')[3], u"+1");
+    EXPECT_NE(split(year_label(u"d", rows, {}, screen, english_locale(), canvas).text, u'\n')[3],
+              u"+1");
     rows.resize(5, rows[0]);
   }
 }
