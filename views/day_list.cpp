@@ -149,7 +149,7 @@ DayAgenda wrapped(const DayAgenda& agenda, const DayListInput& input, const DayC
   return rows.broken(agenda, beside_bar, columns.time - 2 * padding);
 }
 
-// On a narrow list times are broken, too, if that makes it no higher: subjects gain what they lose.
+// On a narrow list times are broken, too, if that makes it lower: subjects gain what they lose.
 DayColumns wrap_subjects(DayAgenda& agenda, const DayListInput& input, DayColumns columns,
                          SubjectRows& rows, Canvas& measure) {
   const int whole = input.place.size.width, share = columns.subject(input) * 100 / whole;
@@ -158,7 +158,7 @@ DayColumns wrap_subjects(DayAgenda& agenda, const DayListInput& input, DayColumn
     DayColumns broken{time_column_width(agenda, input, true, measure), columns.icons};
     DayAgenda other = wrapped(agenda, input, broken, rows);
     if (share < kLeastSubject ||
-        total_height(other.rows, input) <= total_height(shown.rows, input)) {
+        total_height(other.rows, input) < total_height(shown.rows, input)) {
       shown = std::move(other);
       columns = broken;
     }

@@ -134,7 +134,7 @@ ReportContent day_popup_content(const DayPopupList& list, Size room, Canvas& mea
   const int share = (room.width - whole_time) * 100 / std::max(1, room.width);
   if (share < kNarrowShare && list.settings.wrapsubject == 1) {
     PopupColumns other = columns_of(made, std::min(made.time_width(true), most_time), room);
-    if (share < kLeastShare || sum_of_rows(other.rows) <= sum_of_rows(shown.rows))
+    if (share < kLeastShare || sum_of_rows(other.rows) < sum_of_rows(shown.rows))
       shown = std::move(other);
   }
   ReportContent content;
