@@ -125,7 +125,7 @@ TEST_F(CategoryListTest, ALabelInUseIsOnlyMarkedWhenThePersonAgrees) {
   ASSERT_EQ(boxes.shown.size(), 2u);
   const ShownBox& asked = boxes.shown[0];
   EXPECT_TRUE(asked.owned && asked.caption == u"Info" && asked.icon == BoxIcon::warning &&
-              asked.buttons == BoxButtons::ok_cancel);
+              asked.buttons == BoxButtons::ok_cancel_losing);
   EXPECT_TRUE(starts_with(asked.text, u"This category label is currently being referenced"));
 }
 
