@@ -14,6 +14,7 @@ namespace {
 constexpr int kFilteredWidth = 140;  // of the first column when all rows were filtered away
 constexpr int kFinger = 27;          // a row's least height at 96 dpi, a little over 7 mm
 constexpr int kPadding = 3;
+constexpr int kManyTogether = 1000;  // rows that are as low as any
 constexpr int kBarMargin = 2;
 constexpr int kAnyWidth = 1 << 20;  // of times that are not to be broken
 // Where subjects get less of the list's width than this, times may be broken; below the least they
@@ -45,12 +46,15 @@ int rows_together(const std::vector<DayRow>& rows, std::size_t first) {
   return static_cast<int>(end - first);
 }
 
-int total_height(const std::vector<DayRow>& rows, const DayListInput& input) {
-  int height = 0;
-  for (std::size_t first = 0; first < rows.size();) {
-    const int together = rows_together(rows, first);
-    height += together * row_height(input, together);
-    first += static_cast<std::size_t>(together);
+int total_height(const DayAgenda& agenda, const std::vector<SubjectPiece>& pieces,
+                 const DayListInput& input) {
+  int height = 0, together = 0;
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    ++together;
+    const bool ends = i + 1 == pieces.size() ||
+                      (pieces[i + 1].first && !agenda.rows[pieces[i + 1].row].continues());
+    if (ends) height += together * row_height(input, together);
+    if (ends) together = 0;
   }
   return height;
 }
@@ -131,39 +135,40 @@ bool is_continued(const DayAgenda& agenda, std::size_t row) {
 
 // The agenda as the columns show it. What the scroll bar takes is kept from the subjects once, and
 // only where there is one: they reach to the edge of their column's text.
-DayAgenda wrapped(const DayAgenda& agenda, const DayListInput& input, const DayColumns& columns,
-                  SubjectRows& rows) {
+std::vector<SubjectPiece> wrapped(const DayAgenda& agenda, const DayListInput& input,
+                                  const DayColumns& columns, SubjectRows& rows) {
   const ReportPlace& place = input.place;
   const int padding = padding_of(input.screen), column = columns.subject(input);
   const int free = column - std::max(2 * place.border, 2 * padding);
   const int beside_bar =
       column - place.scroll_bar_width - std::max(4 * place.border + 3, 2 * padding);
-  if (beside_bar <= 0) return agenda;  // a column of nothing would wrap for ever
-  const auto fits = [&](const DayAgenda& shown) {
-    return total_height(shown.rows, input) <= place.size.height;
-  };
-  if (fits(agenda)) {
-    DayAgenda all = rows.broken(agenda, free, columns.time - 2 * padding);
-    if (fits(all)) return all;
+  // A column of nothing would wrap for ever.
+  if (beside_bar <= 0) return rows.pieces(agenda, kAnyWidth, kAnyWidth);
+  const int time = columns.time - 2 * padding;
+  // A long day is too high before anything is broken.
+  const int rows_at_least = static_cast<int>(agenda.rows.size());
+  if (rows_at_least * row_height(input, kManyTogether) <= place.size.height) {
+    auto all = rows.pieces(agenda, free, time);
+    if (total_height(agenda, all, input) <= place.size.height) return all;
   }
-  return rows.broken(agenda, beside_bar, columns.time - 2 * padding);
+  return rows.pieces(agenda, beside_bar, time);
 }
 
 // On a narrow list times are broken, too, if that makes it lower: subjects gain what they lose.
 DayColumns wrap_subjects(DayAgenda& agenda, const DayListInput& input, DayColumns columns,
                          SubjectRows& rows, Canvas& measure) {
   const int whole = input.place.size.width, share = columns.subject(input) * 100 / whole;
-  DayAgenda shown = wrapped(agenda, input, columns, rows);
+  auto shown = wrapped(agenda, input, columns, rows);
   if (share < kNarrowSubject) {
     DayColumns broken{time_column_width(agenda, input, true, measure), columns.icons};
-    DayAgenda other = wrapped(agenda, input, broken, rows);
+    auto other = wrapped(agenda, input, broken, rows);
     if (share < kLeastSubject ||
-        total_height(other.rows, input) < total_height(shown.rows, input)) {
+        total_height(agenda, other, input) < total_height(agenda, shown, input)) {
       shown = std::move(other);
       columns = broken;
     }
   }
-  agenda = std::move(shown);
+  agenda = in_pieces(agenda, shown);
   return columns;
 }
 
