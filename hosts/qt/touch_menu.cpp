@@ -19,12 +19,16 @@ std::uint32_t run_touch_menu(const Density& on, const std::vector<MenuItem>& ite
   const int missing = density.scaled(kTouchHeight) - menu.fontMetrics().height();
   const QString sheet = QStringLiteral(
       "QMenu::item{padding:%1px %2px %1px %3px}"
+      // A sheet with items forgets the palette's own mark of the one that keys stand on.
+      "QMenu::item:selected{background:%6;color:%7}"
       "QMenu::indicator{width:%4px;height:%4px;left:%5px}");
   menu.setStyleSheet(sheet.arg(std::max(density.scaled(kGrid), (missing + 1) / 2))
                          .arg(density.scaled(3 * kGrid))
                          .arg(density.scaled(18))
                          .arg(density.scaled(12))
-                         .arg(density.scaled(3)));
+                         .arg(density.scaled(3))
+                         .arg(qt_color(density.colors->accent).name())
+                         .arg(qt_color(density.colors->accent_text).name()));
   for (const MenuItem& item : items) {
     if (item.command == 0) {
       menu.addSeparator();

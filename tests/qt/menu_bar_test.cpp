@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QMenu>
+#include <QTimer>
+
 #include "hosts/qt/bar_button.h"
 #include "hosts/qt/qt_menu_bar.h"
 #include "resources/ids.h"
@@ -99,6 +103,24 @@ TEST(MenuBar, HasNamesForThoseWhoCannotSeeIt) {
             test.button(kCommandYearView)->toolTip());
   EXPECT_NE(test.button(kCommandYearView)->accessibleName(), QStringLiteral("New Appt"));
   EXPECT_FALSE(test.content()->accessibleName().isEmpty());
+}
+
+TEST(MenuBar, TheRowOfAMenuThatKeysStandOnIsSeen) {
+  TestBar test({240, 320}, 96, Language::english);
+  QTimer::singleShot(50, [] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    const auto ground = [menu](const QAction* row) {
+      const QRect place = menu->actionGeometry(const_cast<QAction*>(row));
+      return menu->grab().toImage().pixelColor(place.left() + 4, place.center().y());
+    };
+    const QColor before = ground(menu->actions()[0]);
+    QTest::keyClick(menu, Qt::Key_Down);
+    ASSERT_EQ(menu->activeAction(), menu->actions()[0]);
+    EXPECT_NE(ground(menu->actions()[0]), before);
+    menu->close();
+  });
+  QTest::mouseClick(test.button(kCommandOptions), Qt::LeftButton);
 }
 
 }  // namespace
