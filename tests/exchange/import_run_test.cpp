@@ -169,6 +169,11 @@ TEST_F(ImportRuns, FindTheFirstDayWithSomethingNew) {
   EXPECT_EQ(
       first(event("UID:long\r\nDTSTART;VALUE=DATE:20260520\r\nDTEND;VALUE=DATE:20260610\r\n")),
       day_of(2026, 6, 1));
+  for (int day = 2; day < 30; ++day) {
+    const std::string digits = (day < 10 ? "0" : "") + std::to_string(day);
+    EXPECT_EQ(first(event("UID:d" + digits + "\r\nDTSTART:202606" + digits + "T090000\r\n")),
+              day_of(2026, 6, day));
+  }
 }
 
 }  // namespace
