@@ -27,6 +27,8 @@ struct ImportDesk {
   Canvas& measure;
   // How long the window may stand still before a form tells how far it is.
   std::chrono::milliseconds patience{150};
+  // And at a time from then on; one step at least.
+  std::chrono::milliseconds slice{15};
 };
 
 }  // namespace orvello

@@ -14,7 +14,6 @@ using Event = DialogEvent::Kind;
 using SteadyClock = std::chrono::steady_clock;
 
 constexpr int kTimer = 1;
-constexpr std::chrono::milliseconds kSlice{15};
 
 // False when the run has ended.
 bool run_for(ImportRun& run, std::chrono::milliseconds time) {
@@ -48,7 +47,7 @@ void ProgressProcedure::handle(Dialog& dialog, const DialogEvent& event) {
       dialog.focus(kControlCancel);
       return show(dialog);
     case Event::timer:
-      if (!run_for(run_, kSlice)) return dialog.close(1);
+      if (!run_for(run_, desk_.slice)) return dialog.close(1);
       return show(dialog);
     case Event::paint:
       return paint(*event.canvas, event.size);

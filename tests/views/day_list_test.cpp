@@ -151,8 +151,11 @@ TEST_F(DayListTest, TimesMakeWayForSubjectsOnANarrowList) {
   settings.wrapsubject = settings.showlocation = 1;
   add(u"10:00a-10:30a", u"Piano lesson Anna", 46347.4, u"", u"[Music school]");
   add(u"All Day", u"Fair", 46347.99);
+  add(u"11:00a-11:30a", u"Yoga", 46347.5);
   const ReportContent shown = content();
-  ASSERT_EQ(shown.rows.size(), 3u);
+  ASSERT_EQ(shown.rows.size(), 5u);
+  EXPECT_EQ(shown.rows[3].cells[0], u"11:00a-");
+  EXPECT_EQ(shown.rows[4].cells[0], u"11:30a");
   EXPECT_EQ(shown.rows[0].cells[0], u"10:00a-");
   EXPECT_EQ(shown.rows[1].cells[0], u"10:30a");
   EXPECT_EQ(shown.rows[1].first_text, shown.rows[0].text);
