@@ -52,6 +52,7 @@ class ImportProcedure : public DialogProcedure {
   std::vector<ImportSourceRow> source_rows() const;
   Text calendar_text(const ImportedCalendar& calendar) const;
   bool is_calendar(int row) const;
+  int taken_row(Dialog& dialog, const DialogEvent& event, int rows, int& at, ReportPen& pen);
   void source_event(Dialog& dialog, const DialogEvent& event);
   void item_event(Dialog& dialog, const DialogEvent& event);
   void take_source(Dialog& dialog, int row);

@@ -125,22 +125,28 @@ bool ImportProcedure::is_calendar(int row) const {
   return row >= 0 && static_cast<std::size_t>(row) < calendars_.size();
 }
 
-void ImportProcedure::source_event(Dialog& dialog, const DialogEvent& event) {
-  ReportList* list = dialog.report(kControlImportFiles);
-  const int rows = static_cast<int>(sources_.size());
+// The row that a key or the pen takes, -1: none. The one that keys stand on, `at`, goes along.
+int ImportProcedure::taken_row(Dialog& dialog, const DialogEvent& event, int rows, int& at,
+                               ReportPen& pen) {
+  ReportList* list = dialog.report(event.control);
   if (event.kind == Event::key) {
-    if (event.key == kKeySpace || event.key == kKeyReturn) return take_source(dialog, source_row_);
-    const int high = std::max(1, list->row_place(source_row_).height);
-    const int in_sight = dialog.place(kControlImportFiles).height / high;
-    const auto to = walked_row(event.key, source_row_, rows, in_sight);
-    if (!to) return;
-    list->select({source_row_ = *to});
-    return list->show_row(*to);
+    if (event.key == kKeySpace || event.key == kKeyReturn) return at;
+    const int high = std::max(1, list->row_place(at).height);
+    const auto to = walked_row(event.key, at, rows, dialog.place(event.control).height / high);
+    if (!to) return -1;
+    list->select({at = *to});
+    list->show_row(at);
+    return -1;
   }
-  const int row = source_pen_.tapped(*list, event, desk_.screen.dpi_y);
-  if (row < 0 || row >= rows) return;
-  list->select({source_row_ = row});
-  take_source(dialog, row);
+  const int row = pen.tapped(*list, event, desk_.screen.dpi_y);
+  if (row < 0 || row >= rows) return -1;
+  list->select({at = row});
+  return row;
+}
+
+void ImportProcedure::source_event(Dialog& dialog, const DialogEvent& event) {
+  const int rows = static_cast<int>(sources_.size());
+  take_source(dialog, taken_row(dialog, event, rows, source_row_, source_pen_));
 }
 
 // A calendar is left out or comes again; of a problem the whole line is told.
@@ -168,22 +174,9 @@ void ImportProcedure::take_source(Dialog& dialog, int row) {
 }
 
 void ImportProcedure::item_event(Dialog& dialog, const DialogEvent& event) {
-  ReportList* list = dialog.report(kControlImportItems);
   const bool more = shown_ < preview_.items.size();
   const int rows = static_cast<int>(std::min(shown_, preview_.items.size())) + more;
-  if (event.kind == Event::key) {
-    if (event.key == kKeySpace || event.key == kKeyReturn) return take_item(dialog, item_row_);
-    const int high = std::max(1, list->row_place(item_row_).height);
-    const int in_sight = dialog.place(kControlImportItems).height / high;
-    const auto to = walked_row(event.key, item_row_, rows, in_sight);
-    if (!to) return;
-    list->select({item_row_ = *to});
-    return list->show_row(*to);
-  }
-  const int row = item_pen_.tapped(*list, event, desk_.screen.dpi_y);
-  if (row < 0 || row >= rows) return;
-  list->select({item_row_ = row});
-  take_item(dialog, row);
+  take_item(dialog, taken_row(dialog, event, rows, item_row_, item_pen_));
 }
 
 // The row behind the shown ones shows more of them.

@@ -1,5 +1,5 @@
-// The part of the dialog contract that is about what runs: modal dialogs, timers, popups, sheets
-// and boxes.
+// The part of the dialog contract that is about what runs: modal dialogs, timers, popups, sheets,
+// boxes, wheels and lists that glide.
 #include <algorithm>
 #include <utility>
 
@@ -196,6 +196,89 @@ TEST_P(DialogsContract, ACancelledSheetTellsEveryPageAndAPageCanEndIt) {
   }),
             9);
   EXPECT_EQ(sheet.take(), Told{id("1:command", kPageButton)});
+}
+
+TEST_P(DialogsContract, APopupThatIsNotSeenKeepsThePointerThatWasPressedOnIt) {
+  DialogTemplate popup;
+  popup.id = 540;
+  popup.popup = true;
+  popup.size = {100, 60};
+  popup.place = {40, 50, 100, 60};
+  popup.controls = {{ControlTemplate::Kind::custom, kCustom, u"", {0, 0, 100, 60}}};
+  Dialog* shown = nullptr;
+  told_.act = [&](Dialog& dialog, const DialogEvent&) { shown = &dialog; };
+  run(popup, [&] {
+    Dialog& dialog = *shown;
+    bench_->pen_down(kCustom, {20, 10});
+    const Rect place = dialog.place(kCustom);
+    dialog.set_seen(false);
+    EXPECT_FALSE(bench_->seen(kCustom));
+    EXPECT_EQ(dialog.place(kCustom), place);
+    bench_->pen_move(kCustom, {-30, 90});
+    EXPECT_TRUE(told_.last.kind == Event::pointer_move && told_.last.point == (Point{-30, 90}));
+    told_.take();
+    bench_->pen_up(kCustom, {-30, 90});
+    EXPECT_EQ(told_.take(), Told{id("pointer_up", kCustom)});
+    bench_->pen_down(kCustom, {20, 10});
+    EXPECT_NE(told_.last.kind, Event::pointer_down);
+    dialog.set_seen(true);
+    EXPECT_TRUE(bench_->seen(kCustom));
+    told_.take();
+    bench_->pen_down(kCustom, {70, 50});
+    EXPECT_EQ(told_.take(), Told{id("pointer_down", kCustom)});
+    bench_->pen_up(kCustom, {70, 50});
+  });
+}
+
+TEST_P(DialogsContract, AWheelThatNothingScrollsWithAndTheOtherButtonAreTold) {
+  open();
+  ReportList& report = *dialog_->report(kReport);
+  report.set_content(report_rows(1));
+  for (const int control : {kCustom, kReport}) {
+    bench_->tap(control);
+    EXPECT_EQ(after([&] {
+                bench_->press_other_button(control, {20, 30});
+              }),
+              Told{id("context_menu", control)});
+    EXPECT_EQ(told_.last.point, (Point{20, 30}));
+    EXPECT_EQ(after([&] {
+                bench_->turn_wheel(control, {20, 30}, -1, false);
+              }),
+              Told{id("wheel", control)});
+    EXPECT_TRUE(told_.last.notches == -1 && !told_.last.sideways);
+  }
+  bench_->turn_wheel(kCustom, {20, 10}, 1, true);
+  EXPECT_TRUE(told_.last.notches == 1 && told_.last.sideways);
+  report.set_content(report_rows(30));
+  bench_->tap(kReport);
+  const int top = report.row_place(0).y;
+  EXPECT_EQ(after([&] { bench_->turn_wheel(kReport, {20, 30}, -1, false); }), Told());
+  EXPECT_LT(report.row_place(0).y, top);
+}
+
+TEST_P(DialogsContract, AGlidingListIsStoppedByThePressThatIsToldOfIt) {
+  open();
+  ReportList& report = *dialog_->report(kReport);
+  report.set_content(report_rows(30));
+  EXPECT_FALSE(report.gliding());
+  bool glided = false;
+  told_.act = [&](Dialog&, const DialogEvent& event) {
+    if (event.kind == Event::pointer_down) glided = report.gliding();
+  };
+  report.glide(900);
+  EXPECT_TRUE(report.gliding());
+  bench_->pen_down(kReport, {20, 40});
+  EXPECT_TRUE(glided);
+  EXPECT_FALSE(report.gliding());
+  bench_->pen_up(kReport, {20, 40});
+  for (const auto& end : {std::function<void()>([&] { report.scroll_by(10); }),
+                          std::function<void()>([&] { report.show_row(29); }),
+                          std::function<void()>([&] { report.set_content(report_rows(30)); }),
+                          std::function<void()>([&] { report.glide(0); })}) {
+    report.glide(-900);
+    end();
+    EXPECT_FALSE(report.gliding());
+  }
 }
 
 }  // namespace orvello::test

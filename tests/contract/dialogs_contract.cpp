@@ -14,6 +14,10 @@ namespace {
 
 const std::vector<Text> kRows = {u"one", u"two", u"three"};
 
+bool near(float a, int b) { return a > static_cast<float>(b) - 2 && a < static_cast<float>(b) + 2; }
+
+}  // namespace
+
 ReportContent report_rows(int count) {
   ReportContent content;
   content.columns = {{0, Align::left, u"Name"}, {400, Align::left, u"Address"}};
@@ -26,10 +30,6 @@ ReportContent report_rows(int count) {
   }
   return content;
 }
-
-bool near(float a, int b) { return a > static_cast<float>(b) - 2 && a < static_cast<float>(b) + 2; }
-
-}  // namespace
 
 void DialogsContract::fill(Dialog& dialog) {
   dialog.choice(kDropList)->set_rows(kRows);
@@ -432,89 +432,6 @@ TEST_P(DialogsContract, WhatIsDrawnTakesThePointerAndKeysAndOpensMenus) {
   dialog_->enable(kCustom, false);
   bench_->settle();
   EXPECT_EQ(after([&] { bench_->tap(kCustom); }), Told()) << "it is only looked at";
-}
-
-TEST_P(DialogsContract, APopupThatIsNotSeenKeepsThePointerThatWasPressedOnIt) {
-  DialogTemplate popup;
-  popup.id = 540;
-  popup.popup = true;
-  popup.size = {100, 60};
-  popup.place = {40, 50, 100, 60};
-  popup.controls = {{ControlTemplate::Kind::custom, kCustom, u"", {0, 0, 100, 60}}};
-  Dialog* shown = nullptr;
-  told_.act = [&](Dialog& dialog, const DialogEvent&) { shown = &dialog; };
-  run(popup, [&] {
-    Dialog& dialog = *shown;
-    bench_->pen_down(kCustom, {20, 10});
-    const Rect place = dialog.place(kCustom);
-    dialog.set_seen(false);
-    EXPECT_FALSE(bench_->seen(kCustom));
-    EXPECT_EQ(dialog.place(kCustom), place);
-    bench_->pen_move(kCustom, {-30, 90});
-    EXPECT_TRUE(told_.last.kind == Event::pointer_move && told_.last.point == (Point{-30, 90}));
-    told_.take();
-    bench_->pen_up(kCustom, {-30, 90});
-    EXPECT_EQ(told_.take(), Told{id("pointer_up", kCustom)});
-    bench_->pen_down(kCustom, {20, 10});
-    EXPECT_NE(told_.last.kind, Event::pointer_down);
-    dialog.set_seen(true);
-    EXPECT_TRUE(bench_->seen(kCustom));
-    told_.take();
-    bench_->pen_down(kCustom, {70, 50});
-    EXPECT_EQ(told_.take(), Told{id("pointer_down", kCustom)});
-    bench_->pen_up(kCustom, {70, 50});
-  });
-}
-
-TEST_P(DialogsContract, AWheelThatNothingScrollsWithAndTheOtherButtonAreTold) {
-  open();
-  ReportList& report = *dialog_->report(kReport);
-  report.set_content(report_rows(1));
-  for (const int control : {kCustom, kReport}) {
-    bench_->tap(control);
-    EXPECT_EQ(after([&] {
-                bench_->press_other_button(control, {20, 30});
-              }),
-              Told{id("context_menu", control)});
-    EXPECT_EQ(told_.last.point, (Point{20, 30}));
-    EXPECT_EQ(after([&] {
-                bench_->turn_wheel(control, {20, 30}, -1, false);
-              }),
-              Told{id("wheel", control)});
-    EXPECT_TRUE(told_.last.notches == -1 && !told_.last.sideways);
-  }
-  bench_->turn_wheel(kCustom, {20, 10}, 1, true);
-  EXPECT_TRUE(told_.last.notches == 1 && told_.last.sideways);
-  report.set_content(report_rows(30));
-  bench_->tap(kReport);
-  const int top = report.row_place(0).y;
-  EXPECT_EQ(after([&] { bench_->turn_wheel(kReport, {20, 30}, -1, false); }), Told());
-  EXPECT_LT(report.row_place(0).y, top);
-}
-
-TEST_P(DialogsContract, AGlidingListIsStoppedByThePressThatIsToldOfIt) {
-  open();
-  ReportList& report = *dialog_->report(kReport);
-  report.set_content(report_rows(30));
-  EXPECT_FALSE(report.gliding());
-  bool glided = false;
-  told_.act = [&](Dialog&, const DialogEvent& event) {
-    if (event.kind == Event::pointer_down) glided = report.gliding();
-  };
-  report.glide(900);
-  EXPECT_TRUE(report.gliding());
-  bench_->pen_down(kReport, {20, 40});
-  EXPECT_TRUE(glided);
-  EXPECT_FALSE(report.gliding());
-  bench_->pen_up(kReport, {20, 40});
-  for (const auto& end : {std::function<void()>([&] { report.scroll_by(10); }),
-                          std::function<void()>([&] { report.show_row(29); }),
-                          std::function<void()>([&] { report.set_content(report_rows(30)); }),
-                          std::function<void()>([&] { report.glide(0); })}) {
-    report.glide(-900);
-    end();
-    EXPECT_FALSE(report.gliding());
-  }
 }
 
 TEST_P(DialogsContract, ARowOfAReportIsWhereItSaysAndItsMarkIsTheProcedures) {

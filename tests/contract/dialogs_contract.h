@@ -19,6 +19,8 @@ inline std::string id(const char* event, int control) {
   return event + (" " + std::to_string(control));
 }
 
+ReportContent report_rows(int count);  // of two columns, the second a wide one
+
 class DialogsContract : public testing::TestWithParam<MakeBench> {
  protected:
   void SetUp() override { bench_ = GetParam()(); }
