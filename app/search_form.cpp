@@ -6,6 +6,7 @@
 #include "app/own_messages.h"
 #include "ports/messages.h"
 #include "resources/dialog_templates.h"
+#include "resources/grouped_number.h"
 #include "resources/ids.h"
 
 namespace orvello {
@@ -153,9 +154,11 @@ void SearchProcedure::search(Dialog& dialog) {
                  : hits_.first.empty() ? -1
                                        : 0);
   dialog.enable(kControlOk, selected_ >= 0);
-  dialog.set_text(0, hits_.count == 0 ? load_string(StringId::search_title, c_.language)
-                                      : format(load_string(StringId::search_found, c_.language),
-                                               count_text(hits_.count, c_.settings.locale)));
+  dialog.set_text(0, hits_.count == 0
+                         ? load_string(StringId::search_title, c_.language)
+                         : format(load_string(StringId::search_found, c_.language),
+                                  grouped_number(static_cast<std::int64_t>(hits_.count),
+                                                 c_.language, c_.settings.locale)));
 }
 
 int SearchProcedure::hit_of(int row) const {

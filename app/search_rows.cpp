@@ -5,6 +5,7 @@
 
 #include "calendar/date_pictures.h"
 #include "draw/wrap_text.h"
+#include "resources/grouped_number.h"
 #include "settings/profiles.h"
 #include "store/day_label.h"
 
@@ -85,12 +86,6 @@ class SearchRowsBuilder {
 
 }  // namespace
 
-Text count_text(std::size_t count, const LocaleData& locale) {
-  Text number = to_utf16(std::to_string(count));
-  for (std::size_t at = number.size(); at > 3; at -= 3) number.insert(at - 3, 1, u',');
-  return local_digits(number, locale);
-}
-
 Text hit_date(const TextHit& hit, const SettingsRecord& settings, Language language) {
   Text text;
   if (hit.item.start == kNoDate) {
@@ -116,8 +111,9 @@ SearchRows search_rows(const TextHits& found, const SearchLook& look) {
     rows.add_hit(hit, static_cast<int>(i));
   }
   if (const std::size_t more = found.count - found.first.size(); more > 0)
-    rows.add_heading(format(load_string(StringId::search_more, look.language),
-                            count_text(more, look.settings.locale)));
+    rows.add_heading(format(
+        load_string(StringId::search_more, look.language),
+        grouped_number(static_cast<std::int64_t>(more), look.language, look.settings.locale)));
   return rows.take();
 }
 

@@ -29,9 +29,6 @@ SearchRows search_rows(const TextHits& found, const SearchLook& look);
 // The words, in as many rows as they need.
 SearchRows search_notice(const Text& words, const SearchLook& look, Canvas& measure);
 
-// "1,050", in the locale's digits.
-Text count_text(std::size_t count, const LocaleData& locale);
-
 // "Fri Nov 6, 2026, 9:00-10:00, repeats", without the number of this year.
 Text hit_date(const TextHit& hit, const SettingsRecord& settings, Language language);
 

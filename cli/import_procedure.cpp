@@ -4,6 +4,7 @@
 #include "cli/import_preview.h"
 #include "cli/import_progress.h"
 #include "ports/messages.h"
+#include "resources/grouped_number.h"
 #include "resources/ids.h"
 #include "resources/import_ids.h"
 #include "resources/import_templates.h"
@@ -104,9 +105,9 @@ std::vector<ImportSourceRow> ImportProcedure::source_rows() const {
     rows.push_back({to_utf16(problem_line(named))});
   }
   if (problems.size() > kMostProblems)
-    rows.push_back(
-        {format(load_string(StringId::import_more, desk_.language),
-                grouped_number(static_cast<int>(problems.size() - kMostProblems), desk_))});
+    rows.push_back({format(load_string(StringId::import_more, desk_.language),
+                           grouped_number(static_cast<int>(problems.size() - kMostProblems),
+                                          desk_.language, desk_.locale))});
   return rows;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "resources/grouped_number.h"
 #include "resources/ids.h"
 #include "resources/import_ids.h"
 #include "resources/import_templates.h"
@@ -23,21 +24,15 @@ bool run_for(ImportRun& run, std::chrono::milliseconds time) {
 
 Text progress_text(const ImportProgress& progress, const ImportDesk& desk) {
   const Language language = desk.language;
-  const Text total = grouped_number(progress.total, desk);
+  const Text total = grouped_number(progress.total, language, desk.locale);
   if (progress.done == 0) return format(load_string(StringId::import_found, language), total);
   const StringId text =
       progress.exact ? StringId::import_progress : StringId::import_progress_about;
-  return format(load_string(text, language), grouped_number(progress.done, desk), total);
+  return format(load_string(text, language), grouped_number(progress.done, language, desk.locale),
+                total);
 }
 
 }  // namespace
-
-Text grouped_number(int number, const ImportDesk& desk) {
-  Text digits = format(u"%d", number);
-  const Text group = load_string(StringId::digit_group, desk.language);
-  for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, group);
-  return local_digits(digits, desk.locale);
-}
 
 void ProgressProcedure::handle(Dialog& dialog, const DialogEvent& event) {
   switch (event.kind) {

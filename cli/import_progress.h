@@ -25,7 +25,4 @@ class ProgressProcedure : public DialogProcedure {
 // stopped it.
 bool run_with_progress(ImportRun& run, const ImportDesk& desk, StringId title);
 
-// "1,234" as the language groups digits, in the locale's own.
-Text grouped_number(int number, const ImportDesk& desk);
-
 }  // namespace orvello

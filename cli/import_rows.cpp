@@ -5,7 +5,7 @@
 
 #include "calendar/date_pictures.h"
 #include "calendar/date_text.h"
-#include "cli/import_progress.h"
+#include "resources/grouped_number.h"
 #include "store/day_label.h"
 
 namespace orvello {
@@ -129,8 +129,9 @@ ReportContent import_item_rows(const std::vector<ImportItem>& items, std::size_t
     row.cells.resize(widths.size());
     row.cells[subject] = load_string(StringId::import_nothing, desk.language);
     if (!items.empty())
-      row.cells[subject] = format(load_string(StringId::import_more, desk.language),
-                                  grouped_number(static_cast<int>(items.size() - shown), desk));
+      row.cells[subject] = format(
+          load_string(StringId::import_more, desk.language),
+          grouped_number(static_cast<int>(items.size() - shown), desk.language, desk.locale));
   }
   int taken = 0;
   for (std::size_t cell = 0; cell < subject; ++cell) {
@@ -152,7 +153,7 @@ Text import_legend(const std::vector<ImportItem>& items, const ImportDesk& desk)
     if (counts[i] == 0) continue;
     if (!legend.empty()) legend += u"   ";
     legend += Text(kChangeWords[i].sign) + u" " + load_string(kChangeWords[i].word, desk.language) +
-              u" " + grouped_number(counts[i], desk);
+              u" " + grouped_number(counts[i], desk.language, desk.locale);
   }
   return legend;
 }
