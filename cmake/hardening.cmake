@@ -1,5 +1,9 @@
 # What a release is built with to withstand faults in itself; tools/check_hardening.sh looks for it in
 # the program. Checked library functions need the optimiser, which the tests go without.
+if(WIN32)
+  # Its programs move in memory and keep data from being run by the linker's own choice.
+  return()
+endif()
 include(CheckCXXCompilerFlag)
 set(release $<CONFIG:Release>)
 target_compile_options(orvello_flags INTERFACE $<${release}:-fPIE> $<${release}:-fstack-protector-strong>)

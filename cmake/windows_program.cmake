@@ -1,0 +1,26 @@
+# The program for Windows: its own host and stores beside the folders that every host shares.
+find_path(ORVELLO_WINDOWS_INCLUDE libical/ical.h REQUIRED)
+find_library(ORVELLO_SQLITE sqlite3 REQUIRED)
+find_library(ORVELLO_ICAL ical REQUIRED)
+foreach(part SQLITE ICAL)
+  add_library(orvello_windows_${part} INTERFACE)
+  target_include_directories(orvello_windows_${part} SYSTEM INTERFACE ${ORVELLO_WINDOWS_INCLUDE})
+  target_link_libraries(orvello_windows_${part} INTERFACE ${ORVELLO_${part}})
+endforeach()
+
+orvello_library(files orvello_base)
+orvello_library(store/embedded/sqlite orvello_calendar orvello_files orvello_windows_SQLITE)
+orvello_library(store/embedded orvello_store orvello_store_embedded_sqlite)
+orvello_library(exchange orvello_store orvello_windows_ICAL)
+orvello_library(cli orvello_app orvello_exchange orvello_files)
+orvello_library(store/pim orvello_store ole32 oleaut32 uuid)
+orvello_library(store/cedb orvello_ports)
+orvello_library(hosts/shared orvello_cli orvello_store_embedded orvello_hosts_headless)
+orvello_library(hosts/win32 orvello_app orvello_hosts_headless user32 gdi32 comctl32 comdlg32
+  advapi32 shell32 ole32 oleaut32 oleacc shlwapi msimg32 uuid)
+orvello_library(hosts/win32/program orvello_hosts_win32 orvello_hosts_shared orvello_store_pim
+  orvello_store_cedb)
+if(EXISTS ${CMAKE_SOURCE_DIR}/hosts/win32/program/main.cpp)
+  add_executable(orvello WIN32 hosts/win32/program/main.cpp)
+  target_link_libraries(orvello PRIVATE orvello_hosts_win32_program)
+endif()
