@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "base/geometry.h"
-#include "hosts/qt/look_colors.h"
+#include "draw/look_colors.h"
 
 namespace orvello {
 
