@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QCoreApplication>
 
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_text.h"
@@ -29,6 +30,11 @@ bool is_input(Event kind) {
 }
 
 }  // namespace
+
+std::shared_ptr<EventQueue> make_event_queue() {
+  return std::make_shared<EventQueue>(
+      [](EventQueue::Action action) { later(QCoreApplication::instance(), std::move(action)); });
+}
 
 QtDialog::QtDialog(FormWidget* form, const Density& density, DialogProcedure& procedure,
                    std::shared_ptr<EventQueue> queue)

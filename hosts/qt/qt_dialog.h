@@ -8,11 +8,13 @@
 #include <memory>
 #include <set>
 
-#include "hosts/qt/event_queue.h"
 #include "hosts/qt/form_widget.h"
 #include "hosts/qt/qt_controls.h"
+#include "hosts/shared/event_queue.h"
 
 namespace orvello {
+
+std::shared_ptr<EventQueue> make_event_queue();  // posted by the toolkit
 
 class QtDialog : public Dialog {
  public:

@@ -74,7 +74,7 @@ int QtDialogs::run_modal(const DialogTemplate& dialog, DialogProcedure& procedur
     if (layer->isWindow()) return QRect(QPoint(0, 0), whole);
     return modal_place(dialog, *form, whole);
   };
-  QtDialog controls(form, density, procedure, std::make_shared<EventQueue>());
+  QtDialog controls(form, density, procedure, make_event_queue());
   controls.closed = [layer](int) {
     if (layer) layer->end();
   };
@@ -105,7 +105,7 @@ std::unique_ptr<Dialog> QtDialogs::open_modeless(const DialogTemplate& dialog,
   if (!shell) return nullptr;
   auto* form = new FormWidget(&shell->content(), window_.density(), locale_, dialog, false);
   form->painted = [this] { window_.note_first_paint(); };
-  const auto queue = std::make_shared<EventQueue>();
+  const auto queue = make_event_queue();
   auto controls = std::make_unique<QtDialog>(form, window_.density(), procedure, queue);
   shell->add_sheet(form);
   form->lay_out();

@@ -38,7 +38,7 @@ class QtSheet {
   QPointer<ModalLayer> layer_;
   QPointer<SheetWidget> sheet_;
   const std::vector<SheetPage>& pages_;
-  std::shared_ptr<EventQueue> queue_ = std::make_shared<EventQueue>();
+  std::shared_ptr<EventQueue> queue_ = make_event_queue();
   std::vector<QPointer<FormWidget>> forms_;
   std::vector<std::unique_ptr<QtDialog>> dialogs_;
   int shown_ = 0;

@@ -1,0 +1,52 @@
+#include "hosts/win32/form_look.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvello {
+
+FormLook::FormLook(const Settings& settings, const LocaleData& locale)
+    : settings_(settings), locale_(locale) {}
+
+bool FormLook::set(const Settings& settings) {
+  if (settings == settings_) return false;
+  settings_ = settings;
+  fonts_.clear();
+  brushes_.clear();
+  return true;
+}
+
+int FormLook::scaled(double design) const {
+  return static_cast<int>(std::lround(design * settings_.unit));
+}
+
+HFONT FormLook::font(bool bold) const {
+  return font(std::max(6, static_cast<int>(kTextSize * settings_.unit)), bold);
+}
+
+HFONT FormLook::font(int height, bool bold) const {
+  OwnedGdi& font = fonts_[{height, bold}];
+  if (!font)
+    font.reset(CreateFontW(-height, 0, 0, 0, bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
+                           DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                           DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Tahoma"));
+  return static_cast<HFONT>(font.get());
+}
+
+int FormLook::line_height(bool bold) const {
+  const HDC screen = GetDC(nullptr);
+  const HGDIOBJ before = SelectObject(screen, font(bold));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(screen, &metrics);
+  SelectObject(screen, before);
+  ReleaseDC(nullptr, screen);
+  return metrics.tmHeight;
+}
+
+HBRUSH FormLook::brush(Color color) const {
+  OwnedGdi& brush = brushes_[color_ref(color)];
+  if (!brush) brush.reset(CreateSolidBrush(color_ref(color)));
+  return static_cast<HBRUSH>(brush.get());
+}
+
+}  // namespace orvello
