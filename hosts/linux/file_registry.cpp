@@ -89,6 +89,11 @@ FileRegistry::FileRegistry(std::string path)
 
 FileRegistry::~FileRegistry() { flush(); }
 
+bool FileRegistry::is_new() const {
+  std::error_code fault;
+  return !std::filesystem::exists(path_, fault) && !fault;
+}
+
 std::unique_ptr<RegistryKey> FileRegistry::open(RegistryRoot root, TextView path) {
   if (!current().has_key(root, path)) return nullptr;
   return std::make_unique<Key>(*this, root, path);

@@ -8,10 +8,11 @@
 #include <vector>
 
 #include "hosts/linux/registry_text.h"
+#include "hosts/shared/stored_registry.h"
 
 namespace orvello {
 
-class FileRegistry : public Registry {
+class FileRegistry : public StoredRegistry {
  public:
   explicit FileRegistry(std::string path);
   ~FileRegistry() override;  // writes what was not flushed
@@ -19,10 +20,9 @@ class FileRegistry : public Registry {
   FileRegistry& operator=(const FileRegistry&) = delete;
 
   Text trouble() const override { return to_utf16(trouble_); }
-  // Whether another process has written to it since this was asked last.
-  bool changed_outside();
-  // What was set and not written will not be written any more.
-  void forget_changes();
+  bool is_new() const override;
+  bool changed_outside() override;
+  void forget_changes() override;
   std::unique_ptr<RegistryKey> open(RegistryRoot root, TextView path) override;
   std::unique_ptr<RegistryKey> create(RegistryRoot root, TextView path) override;
 

@@ -17,6 +17,7 @@
 #include "files/input_file.h"
 #include "files/replace_file.h"
 #include "hosts/linux/command.h"
+#include "hosts/linux/mail_identity.h"
 
 namespace orvello {
 namespace {
@@ -206,5 +207,15 @@ Result<HandedOver> Outbox::hand_over(TextView subject, const std::string& calend
   if (!path) return Result<HandedOver>::failure(path.reason());
   return HandedOver{false, *path, {}};
 }
+
+std::string Outbox::run_mailer(std::string_view command, const std::vector<std::string>& more,
+                               std::string_view input, std::chrono::milliseconds limit,
+                               const std::function<void()>& meanwhile) const {
+  auto words = command_words(command);
+  words.insert(words.end(), more.begin(), more.end());
+  return run_command(words, input, limit, meanwhile);
+}
+
+StoreRecipient Outbox::identity() const { return mail_identity(); }
 
 }  // namespace orvello

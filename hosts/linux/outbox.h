@@ -7,26 +7,22 @@
 
 #include "base/result.h"
 #include "base/text.h"
-#include "ports/calendar_store.h"
+#include "hosts/shared/departures.h"
 
 namespace orvello {
 
-struct HandedOver {
-  bool mailed = false;                // the mail program was started with it
-  std::string path;                   // the file
-  std::vector<std::string> left_out;  // to whom the mail program could not be told to send it
-};
-
-class Outbox {
+class Outbox : public Departures {
  public:
   // `folder` takes all files and no mail program is started; empty: the desktop's way, in which
   // the files go to "Orvello" in the documents folder when there is no mail program.
   explicit Outbox(std::string folder) : folder_(std::move(folder)) {}
 
-  // The file is named after the subject and never replaces another one. Fails with the reason. With
-  // `to`, the mail program is told whom to send it to, and what about.
   Result<HandedOver> hand_over(TextView subject, const std::string& calendar,
-                               const std::vector<StoreRecipient>& to = {}) const;
+                               const std::vector<StoreRecipient>& to = {}) const override;
+  std::string run_mailer(std::string_view command, const std::vector<std::string>& more,
+                         std::string_view input, std::chrono::milliseconds limit,
+                         const std::function<void()>& meanwhile) const override;
+  StoreRecipient identity() const override;
 
  private:
   std::string folder_;

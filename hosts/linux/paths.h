@@ -1,19 +1,13 @@
-// Where the program's files live: the three folders of the desktop's base-directory rules, or one
-// folder for everything.
+// The three folders of the desktop's base-directory rules, or one folder for everything.
 #pragma once
 
 #include <optional>
 #include <string>
 
 #include "base/result.h"
+#include "hosts/shared/paths.h"
 
 namespace orvello {
-
-struct Paths {
-  std::string data;    // settings.vol, calendar.db, icons.bmp
-  std::string config;  // the registry file, the window's place
-  std::string state;   // diag.txt
-};
 
 // `data_option` puts everything under that one folder. Relative values in the environment are
 // ignored, as the rules want. Fails when there is no home folder to start from.

@@ -9,7 +9,9 @@
 #include "hosts/linux/linux_files.h"
 #include "hosts/linux/system_clock.h"
 #include "hosts/qt/direction.h"
+#include "hosts/qt/edit_measure.h"
 #include "hosts/qt/guarded_application.h"
+#include "hosts/qt/loop_timer.h"
 #include "hosts/qt/qt_dialogs.h"
 #include "hosts/qt/qt_locale.h"
 #include "hosts/qt/qt_main_window.h"
@@ -24,7 +26,7 @@ namespace {
 
 constexpr int kExitFailed = 1;
 
-QtWindowOptions window_options(const QtHostOptions& options) {
+QtWindowOptions window_options(const WindowHostOptions& options) {
   QtWindowOptions result;
   result.data_folder = options.paths.data;
   result.place_file = options.paths.config.empty() ? "" : options.paths.config + "/window";
@@ -43,7 +45,7 @@ QtWindowOptions window_options(const QtHostOptions& options) {
 }  // namespace
 
 struct QtHost::Parts {
-  Parts(const QtHostOptions& options, Registry& r, RecordDatabases& d, CalendarStore& s)
+  Parts(const WindowHostOptions& options, Registry& r, RecordDatabases& d, CalendarStore& s)
       : clock(options.now),
         locale(QtLocale::of_environment(options.language)),
         files(options.paths),
@@ -86,7 +88,7 @@ std::unique_ptr<GuardedApplication> QtHost::make_application(int& argc, char** a
   return application;
 }
 
-QtHost::QtHost(int& argc, char** argv, QtHostOptions options, Registry& registry,
+QtHost::QtHost(int& argc, char** argv, WindowHostOptions options, Registry& registry,
                RecordDatabases& databases, CalendarStore& store)
     : application_(make_application(argc, argv, options.offscreen)),
       parts_(std::make_unique<Parts>(options, registry, databases, store)) {
@@ -143,6 +145,18 @@ std::string QtHost::window_picture() {
   QBuffer buffer(&bytes);
   if (!shell || !shell->grab().toImage().save(&buffer, "PNG")) return {};
   return bytes.toStdString();
+}
+
+std::unique_ptr<LoopTimer> QtHost::once(int milliseconds, std::function<void()> action) {
+  return std::make_unique<QtLoopTimer>(milliseconds, true, std::move(action));
+}
+
+std::unique_ptr<LoopTimer> QtHost::every(int milliseconds, std::function<void()> action) {
+  return std::make_unique<QtLoopTimer>(milliseconds, false, std::move(action));
+}
+
+void QtHost::draw_meanwhile() {
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 }  // namespace orvello

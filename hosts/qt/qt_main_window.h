@@ -16,14 +16,12 @@
 #include "hosts/linux/single_instance.h"
 #include "hosts/qt/desktop_look.h"
 #include "hosts/qt/qt_shell.h"
+#include "hosts/shared/window_host.h"
 #include "ports/main_window.h"
 
 class QSocketNotifier;
 
 namespace orvello {
-
-// Stands among the files that another launch asks for: a new appointment. No file's absolute path.
-inline constexpr const char* kNewAppointmentCall = "--new";
 
 struct QtWindowOptions {
   std::string data_folder;

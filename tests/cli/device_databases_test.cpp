@@ -1,5 +1,5 @@
 // The device's category list follows the calendar, in memory and in a file.
-#include "hosts/linux/device_databases.h"
+#include "hosts/shared/device_databases.h"
 
 #include <gtest/gtest.h>
 

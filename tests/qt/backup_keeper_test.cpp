@@ -1,4 +1,4 @@
-#include "hosts/qt/backup_keeper.h"
+#include "hosts/shared/backup_keeper.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -7,10 +7,22 @@
 
 #include "calendar/rule_text.h"
 #include "hosts/linux/system_clock.h"
+#include "hosts/qt/loop_timer.h"
+#include "hosts/qt/qt_own_runs.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
 namespace {
+
+struct PlainLoop : ProgramLoop {
+  std::unique_ptr<LoopTimer> once(int milliseconds, std::function<void()> action) override {
+    return std::make_unique<QtLoopTimer>(milliseconds, true, std::move(action));
+  }
+  std::unique_ptr<LoopTimer> every(int milliseconds, std::function<void()> action) override {
+    return std::make_unique<QtLoopTimer>(milliseconds, false, std::move(action));
+  }
+  void draw_meanwhile() override {}
+};
 
 TEST(BackupKeeper, StartsTheProgramWhenACopyIsDueAndTellsOneFailure) {
   need_application();
@@ -25,8 +37,10 @@ TEST(BackupKeeper, StartsTheProgramWhenACopyIsDueAndTellsOneFailure) {
   const SystemClock clock(parse_moment("20261121T093000").value());
   const WindowParts parts{line, {folder.path(), folder.path(), folder.path()}, clock, nullptr, ""};
   std::vector<std::string> told;
-  BackupKeeper keeper(
-      parts, [&](const std::string& reason) { told.push_back(reason); }, program);
+  QtOwnRuns runs(program);
+  PlainLoop loop;
+  BackupKeeper keeper(parts, loop, runs,
+                      [&](const std::string& reason) { told.push_back(reason); });
   keeper.begin(1, 20);
   const auto lines = [&] {
     std::ifstream file(calls);

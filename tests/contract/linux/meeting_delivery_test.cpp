@@ -1,5 +1,5 @@
 // Meeting requests on their way: a sendmail command, the mail program, or a file.
-#include "hosts/qt/meeting_delivery.h"
+#include "hosts/shared/meeting_delivery.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 #include "hosts/headless/memory_registry.h"
 #include "hosts/linux/command.h"
 #include "hosts/linux/mail_identity.h"
+#include "hosts/linux/outbox.h"
 #include "settings/registry_access.h"
 #include "tests/scratch.h"
 

@@ -26,7 +26,7 @@ class QtDevice : public ScenarioDevice {
   explicit QtDevice(const LocaleData& locale = english_locale())
       : language_("LC_ALL", to_utf8(locale.name)) {
     put_content(folder_ / "settings.vol", "");  // not the first use: nobody answers its note
-    QtHostOptions options;
+    WindowHostOptions options;
     options.paths = {folder_.path(), folder_.path(), folder_.path()};
     options.now = midnight_of(day_of(2026, 11, 21)) + 36000;
     if (!locale.right_to_left) options.language = "en";

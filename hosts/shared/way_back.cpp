@@ -1,7 +1,4 @@
-#include "hosts/qt/way_back.h"
-
-#include <sys/stat.h>
-#include <unistd.h>
+#include "hosts/shared/way_back.h"
 
 #include <ostream>
 
@@ -12,6 +9,7 @@
 #include "files/file_lock.h"
 #include "files/input_file.h"
 #include "files/replace_file.h"
+#include "hosts/shared/host_path.h"
 #include "store/embedded/calendar_restore.h"
 #include "store/embedded/embedded_store.h"
 #include "store/embedded/salvage.h"
@@ -22,11 +20,6 @@ namespace {
 // Read in some milliseconds; of a larger calendar each page is checked when it is met.
 constexpr std::int64_t kGlance = 16 << 20;
 constexpr int kMostNames = 1000;
-
-std::int64_t size_of(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 ? static_cast<std::int64_t>(info.st_size) : -1;
-}
 
 // Set when a copy turned out damaged, which is noticed long after the start.
 std::string damage_mark(const Paths& paths) { return paths.data + "/backups/damaged"; }
@@ -52,7 +45,7 @@ Result<CalendarCopy> chosen_copy(const CalendarCopies& copies, std::optional<Mon
 class ScratchFile {
  public:
   explicit ScratchFile(const std::string& beside) : name_(beside) {
-    if (name_.exists()) ::unlink(name_.path().c_str());
+    if (name_.exists()) remove_at(name_.path());
   }
   bool exists() const { return name_.exists(); }
   const std::string& path() const { return name_.path(); }
@@ -127,17 +120,17 @@ std::string calendar_lock(const Paths& paths) { return paths.data + "/calendar.l
 
 CalendarCheck look_at_calendar(const Paths& paths, MonthDayYear today) {
   const std::string path = calendar_file(paths);
-  const std::int64_t size = size_of(path);
-  if (size <= 0 && size_of(path + "-journal") <= 0) {
+  const std::int64_t size = size_of_file(path);
+  if (size <= 0 && size_of_file(path + "-journal") <= 0) {
     if (CalendarCopies(path).list(today).empty()) return {CalendarHealth::good, "", 0};
     return {CalendarHealth::missing,
             path + (size < 0 ? " is missing" : " is empty") + ", but there are copies of it.", 0};
   }
-  const bool marked = size_of(damage_mark(paths)) >= 0;
+  const bool marked = size_of_file(damage_mark(paths)) >= 0;
   CalendarCheck check = glance_at_calendar(path, marked ? size : kGlance);
   if (!marked) return check;
   check = check_calendar(path);
-  if (check.health == CalendarHealth::good) ::unlink(damage_mark(paths).c_str());
+  if (check.health == CalendarHealth::good) remove_at(damage_mark(paths));
   return check;
 }
 
@@ -168,7 +161,7 @@ Result<Restored> restore_calendar(const Paths& paths, std::optional<MonthDayYear
                          : make_anew(paths, clock, restored, keep_as);
   if (!kept) return Answer::failure(kept.reason());
   restored.kept = *kept;
-  ::unlink(damage_mark(paths).c_str());
+  remove_at(damage_mark(paths));
   return restored;
 }
 

@@ -1,17 +1,8 @@
-#include "hosts/qt/window_program.h"
+#include "hosts/shared/window_program.h"
 
-#include <unistd.h>
-
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QTimer>
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <ctime>
-#include <fstream>
 #include <iostream>
-#include <sstream>
 
 #include "app/application.h"
 #include "app/own_messages.h"
@@ -22,23 +13,13 @@
 #include "exchange/export.h"
 #include "files/calendar_files.h"
 #include "files/replace_file.h"
-#include "hosts/linux/device_databases.h"
-#include "hosts/linux/device_path.h"
-#include "hosts/linux/file_registry.h"
-#include "hosts/linux/mail_identity.h"
-#include "hosts/linux/outbox.h"
-#include "hosts/linux/own_files.h"
-#include "hosts/qt/backup_keeper.h"
-#include "hosts/qt/callbacks.h"
-#include "hosts/qt/meeting_delivery.h"
-#include "hosts/qt/qt_host.h"
-#include "hosts/qt/qt_main_window.h"
-#include "hosts/qt/start_fault.h"
-#include "hosts/qt/written_boxes.h"
+#include "hosts/shared/backup_keeper.h"
+#include "hosts/shared/device_databases.h"
+#include "hosts/shared/meeting_delivery.h"
+#include "hosts/shared/written_boxes.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
 #include "settings/registry_access.h"
-#include "store/embedded/sqlite_record_databases.h"
 #include "store/unavailable_store.h"
 
 namespace orvello {
@@ -51,33 +32,25 @@ constexpr int kNextBackupMilliseconds = 3600 * 1000;
 constexpr std::size_t kNamedFiles = 5;               // of those that were not opened
 constexpr int kTurns = 50, kRestMilliseconds = 200;  // after the start, before the first turn
 
-// Milliseconds since the system started this process; its own record counts in clock ticks.
-long milliseconds_since_start() {
-  std::ifstream stat("/proc/self/stat");
-  std::string text((std::istreambuf_iterator<char>(stat)), std::istreambuf_iterator<char>());
-  std::istringstream fields(text.substr(text.rfind(')') + 2));
-  std::string skipped;
-  for (int field = 3; field < 22; ++field) fields >> skipped;
-  double ticks = 0;
-  fields >> ticks;
-  timespec now{};
-  clock_gettime(CLOCK_BOOTTIME, &now);
-  const double seconds = static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
-  return std::lround((seconds - ticks / static_cast<double>(sysconf(_SC_CLK_TCK))) * 1000);
-}
-
 // Everything that a window stands on, in the order in which it must go away again.
 struct Session {
-  Session(int& argc, char** argv, const WindowParts& parts, bool unattended)
-      : registry(parts.paths.config + "/registry"),
-        files(parts.paths.data + "/device.db", host_path),
-        databases(files, parts.store),
+  Session(ProgramSystem& with, const WindowParts& parts, bool unattended)
+      : system(with),
+        registry(system.registry(parts.paths)),
+        volumes(system.databases(parts.paths.data + "/device.db")),
+        databases(*volumes, parts.store),
         unavailable(parts.reason),
-        store(parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable),
-        qt(argc, argv, host_options(parts, parts.line.command == CommandLine::Command::render),
-           registry, databases, store),
-        host(qt.host()),
+        store(store_of(parts)),
+        window(
+            system.window(host_options(parts, parts.line.command == CommandLine::Command::render),
+                          *registry, parts.device ? *volumes : databases, store)),
+        host(window->host()),
         application(attended_host(unattended), start_options(parts)) {}
+
+  CalendarStore& store_of(const WindowParts& parts) {
+    if (parts.device) return *parts.device;
+    return parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable;
+  }
 
   Host attended_host(bool unattended) {
     MessageBoxes& boxes = unattended ? static_cast<MessageBoxes&>(written) : host.boxes;
@@ -95,15 +68,17 @@ struct Session {
     return options;
   }
 
-  FileRegistry registry;
-  SqliteRecordDatabases files;
-  DeviceDatabases databases;
+  ProgramSystem& system;
+  std::unique_ptr<StoredRegistry> registry;
+  std::unique_ptr<RecordDatabases> volumes;
+  DeviceDatabases databases;  // a device's own store keeps its list of labels by itself
   UnavailableStore unavailable;
   CalendarStore& store;
   WrittenBoxes written;
-  QtHost qt;
+  std::unique_ptr<WindowHost> window;
   Host host;
   Application application;
+  std::unique_ptr<LoopTimer> poll, wake, rest;
 };
 
 // The view that stands goes to what came.
@@ -121,7 +96,7 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
     host.boxes.show(reason, load_string(StringId::box_error, host.boxes), BoxIcon::error,
                     BoxButtons::ok, true);
   };
-  if (const auto own = own_file_among(paths, named); !own.empty())
+  if (const auto own = session.system.own_file_among(paths, named); !own.empty())
     return refuse(format(load_string(StringId::box_own_file, host.boxes), to_utf16(own)));
   const auto files = calendar_files(named);
   if (!files) return refuse(to_utf16(files.reason()));
@@ -146,12 +121,13 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
 // How appointments leave: beamed ones as a calendar file, of which is told where it went when
 // nothing else shows it, and meetings as requests.
 void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& parts) {
-  const Outbox outbox(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
+  const std::shared_ptr<const Departures> outbox =
+      session.system.departures(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
   using Sending = RecordCalendarStore::Sending;
   const auto beam = [&session, &store, &parts, outbox](const AppointmentRecord& record) -> Sending {
     const auto text = export_appointments(store, {record}, parts.clock);
     if (!text) return {text.reason()};
-    const auto handed = outbox.hand_over(record.fields.subject, *text);
+    const auto handed = outbox->hand_over(record.fields.subject, *text);
     if (handed && !handed->mailed)
       session.application.host().boxes.show(
           format(load_string(StringId::box_saved_to, session.host.boxes), to_utf16(handed->path)),
@@ -161,12 +137,12 @@ void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& part
   const auto send = [&session, &store, &parts, outbox](const AppointmentRecord& record) {
     const Host& host = session.application.host();
     // Nothing that a person does comes in meanwhile, but the window is drawn.
-    const auto draw = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
-    const MeetingDelivery ways{outbox, host.registry, host.boxes, parts.clock, draw};
-    return send_meeting(
-        {store, parts.clock, host.registry, host.dialogs, host.boxes, language_of(host.locale),
-         mail_identity, [&ways](const auto&... said) { return ways.deliver(said...); }},
-        record);
+    const auto draw = [&session] { session.window->draw_meanwhile(); };
+    const MeetingDelivery ways{*outbox, host.registry, host.boxes, parts.clock, draw};
+    return send_meeting({store, parts.clock, host.registry, host.dialogs, host.boxes,
+                         language_of(host.locale), [&outbox] { return outbox->identity(); },
+                         [&ways](const auto&... said) { return ways.deliver(said...); }},
+                        record);
   };
   store.set_transport(send, beam);
 }
@@ -177,7 +153,7 @@ int tell_unanswered(Session& session, const std::vector<std::string>& files) {
     sentence += files.size() > 1 ? " The files were not opened." : " The file was not opened.";
   for (std::size_t i = 0; i < files.size() && i < kNamedFiles; ++i) sentence += "\n" + files[i];
   if (files.size() > kNamedFiles) sentence += "\n...";
-  tell_start_fault(session.host.boxes, sentence);
+  session.system.tell_start_fault(session.host.boxes, sentence);
   return kExitFailure;
 }
 
@@ -186,9 +162,10 @@ bool print_times(const char* what, std::vector<double> times) {
   const bool all = static_cast<int>(times.size()) == kTurns;
   if (all) {
     std::sort(times.begin(), times.end());
-    std::printf("%s: median %.1f ms, maximum %.1f ms\n", what, times[times.size() / 2],
-                times.back());
-    std::fflush(stdout);
+    char line[100];
+    std::snprintf(line, sizeof line, "%s: median %.1f ms, maximum %.1f ms", what,
+                  times[times.size() / 2], times.back());
+    std::cout << line << std::endl;
   } else {
     std::cerr << "orvello: " << what << " was done " << times.size() << " of " << kTurns
               << " times\n";
@@ -200,9 +177,9 @@ bool print_times(const char* what, std::vector<double> times) {
 bool print_measure(Session& session, CommandLine::Measure measure) {
   bool all = false;
   if (measure == CommandLine::Measure::turn) {
-    all = print_times("turn", session.qt.measure_turns(kTurns));
+    all = print_times("turn", session.window->measure_turns(kTurns));
   } else {
-    const EditTimes times = session.qt.measure_edits(kTurns);
+    const EditTimes times = session.window->measure_edits(kTurns);
     all = print_times("open", times.opened);
     all = print_times("save", times.saved) && all;
   }
@@ -210,10 +187,65 @@ bool print_measure(Session& session, CommandLine::Measure measure) {
   return all;
 }
 
+void import_later(Session& session, const WindowParts& parts, std::vector<std::string> files) {
+  session.application.when_free([&session, &parts, files = std::move(files)] {
+    import_files_here(session, parts.store, parts.paths, files);
+  });
+}
+
+void write_later(Session& session) {
+  session.host.window.post({kMessageCommand, kCommandNew, {}, 0});
+}
+
+// What other starts ask for while this window is open.
+void take_calls(Session& session, const WindowParts& parts) {
+  session.window->on_files([&session, &parts](std::vector<std::string> files) {
+    const bool wanted = std::erase(files, kNewAppointmentCall) > 0;
+    import_later(session, parts, std::move(files));
+    if (wanted) write_later(session);
+  });
+}
+
+void measure_after_first_paint(Session& session, CommandLine::Measure measure, bool& measured) {
+  using Measure = CommandLine::Measure;
+  if (measure == Measure::start) {
+    session.window->on_first_paint([&session] {
+      std::cout << "first paint: " << session.system.milliseconds_since_start() << " ms"
+                << std::endl;
+      session.host.window.post({kMessageClose, 0, {}, 0});
+    });
+  } else if (measure != Measure::nothing) {
+    session.window->on_first_paint([&session, measure, &measured] {
+      session.rest = session.window->once(kRestMilliseconds, [&session, measure, &measured] {
+        measured = print_measure(session, measure);
+      });
+    });
+  }
+}
+
+// What other processes change in the calendar and in the settings is seen here in a moment.
+void watch_others(Session& session, EmbeddedStore* store) {
+  session.poll = session.window->every(kPollMilliseconds, [&session, store] {
+    if (store) store->poll();
+    if (session.registry->changed_outside())
+      session.application.when_free([&session] { session.application.load_settings_again(); });
+  });
+  if (!store) return;
+  store->set_wake(
+      [&session, store] { session.wake = session.window->once(0, [store] { store->poll(); }); });
+}
+
 }  // namespace
 
-QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
-  QtHostOptions options;
+std::optional<LocalSeconds> fixed_time(const CommandLine& line) {
+  if (!line.now) return std::nullopt;
+  CalendarDate date = 0;
+  SystemTimeToVariantTime(*line.now, date);
+  return to_seconds(date);
+}
+
+WindowHostOptions host_options(const WindowParts& parts, bool offscreen) {
+  WindowHostOptions options;
   options.paths = parts.paths;
   options.now = fixed_time(parts.line);
   options.language = parts.line.language;
@@ -227,68 +259,37 @@ QtHostOptions host_options(const WindowParts& parts, bool offscreen) {
   return options;
 }
 
-int run_window(int argc, char** argv, const WindowParts& parts) {
+int run_window(ProgramSystem& system, const WindowParts& parts) {
   const CommandLine::Measure measure = parts.line.measure;
   const bool watched = measure == CommandLine::Measure::nothing;
-  Session session(argc, argv, parts, !watched);
+  Session session(system, parts, !watched);
   EmbeddedStore* store = parts.store;
-  const auto import_later = [&session, &parts](std::vector<std::string> files) {
-    session.application.when_free([&session, &parts, files = std::move(files)] {
-      import_files_here(session, parts.store, parts.paths, files);
-    });
-  };
-  const auto write_later = [&session] {
-    session.host.window.post({kMessageCommand, kCommandNew, {}, 0});
-  };
-  session.qt.on_files([=](std::vector<std::string> files) {
-    const bool wanted = std::erase(files, kNewAppointmentCall) > 0;
-    import_later(std::move(files));
-    if (wanted) write_later();
-  });
-  if (measure == CommandLine::Measure::start) {
-    session.qt.on_first_paint([&] {
-      std::printf("first paint: %ld ms\n", milliseconds_since_start());
-      std::fflush(stdout);
-      session.host.window.post({kMessageClose, 0, {}, 0});
-    });
-  }
-  QTimer poll;
+  take_calls(session, parts);
   bool measured = true;
-  if (measure == CommandLine::Measure::turn || measure == CommandLine::Measure::edit) {
-    session.qt.on_first_paint([&] {
-      after(kRestMilliseconds, &poll, [&] { measured = print_measure(session, measure); });
-    });
-  }
+  measure_after_first_paint(session, measure, measured);
   if (store) store->limit_wait(kLockWait);
   EnsureShellCalendarKey(session.host.registry);
   StartResult started = StartResult::no_window;
-  if (!session.qt.guard([&] { started = session.application.start_up(); })) return kExitFailure;
-  if (started == StartResult::other_instance && !session.qt.call_answered())
+  if (!session.window->guard([&] { started = session.application.start_up(); }))
+    return kExitFailure;
+  if (started == StartResult::other_instance && !session.window->call_answered())
     return tell_unanswered(session, parts.line.files);
   if (started != StartResult::running) return kExitNoWindow;
-  if (store) {
-    open_outbox(session, *store, parts);
-    on_signal(&poll, &QTimer::timeout, &poll, [store, &session] {
-      store->poll();
-      if (session.registry.changed_outside())
-        session.application.when_free([&session] { session.application.load_settings_again(); });
-    });
-    store->set_wake([store, &poll] { after(0, &poll, [store] { store->poll(); }); });
-    poll.start(kPollMilliseconds);
-  }
+  if (store) open_outbox(session, *store, parts);
+  if (store || parts.device) watch_others(session, store);
   if (!parts.line.files.empty())
-    import_later(parts.line.files);
+    import_later(session, parts, parts.line.files);
   else if (watched && !parts.line.new_appointment)
     session.application.when_free([&session] { session.application.greet(); });
   if (watched) session.application.when_free([&session] { session.application.offer_draft(); });
-  if (watched && parts.line.new_appointment) write_later();
-  BackupKeeper backups(parts, [&session](const std::string& reason) {
+  if (watched && parts.line.new_appointment) write_later(session);
+  BackupKeeper backups(parts, *session.window, system, [&session](const std::string& reason) {
     session.application.when_free([&session, reason] {
       session.host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
     });
   });
   if (store && watched) backups.begin(kFirstBackupMilliseconds, kNextBackupMilliseconds);
-  const int code = session.qt.run();
+  const int code = session.window->run();
   if (store) {
     store->set_wake({});
     store->set_transport({}, {});
@@ -298,10 +299,10 @@ int run_window(int argc, char** argv, const WindowParts& parts) {
   return measured && read ? code : kExitFailure;
 }
 
-int run_render(int argc, char** argv, const WindowParts& given) {
+int run_render(ProgramSystem& system, const WindowParts& given) {
   WindowParts parts = given;
   parts.line.command = CommandLine::Command::render;
-  Session session(argc, argv, parts, true);
+  Session session(system, parts, true);
   if (session.application.start_up() != StartResult::running) {
     std::cerr << "orvello: no window could be made to draw in\n";
     return kExitFailure;
@@ -314,9 +315,9 @@ int run_render(int argc, char** argv, const WindowParts& given) {
     std::cerr << "orvello: " << to_utf8(trouble.reason()) << "\n";
     return kExitFailure;
   }
-  const std::string picture = drawn ? session.qt.window_picture() : "";
+  const std::string picture = drawn ? session.window->window_picture() : "";
   // A picture with gaps looks like a calendar with room.
-  if (const auto fault = parts.store->any_failure(); !fault.empty()) {
+  if (const auto fault = parts.store ? parts.store->any_failure() : ""; !fault.empty()) {
     std::cerr << "orvello: " << fault << "\n";
     return kExitFailure;
   }

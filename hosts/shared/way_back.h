@@ -7,7 +7,7 @@
 
 #include "base/result.h"
 #include "cli/command_line.h"
-#include "hosts/linux/paths.h"
+#include "hosts/shared/paths.h"
 #include "ports/clock.h"
 #include "store/embedded/calendar_check.h"
 #include "store/embedded/calendar_copies.h"

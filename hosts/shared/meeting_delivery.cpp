@@ -1,7 +1,6 @@
-#include "hosts/qt/meeting_delivery.h"
+#include "hosts/shared/meeting_delivery.h"
 
 #include "exchange/mail_message.h"
-#include "hosts/linux/command.h"
 #include "resources/strings.h"
 #include "settings/setting_table.h"
 
@@ -10,12 +9,11 @@ namespace orvello {
 RecordCalendarStore::Sending MeetingDelivery::deliver(const MeetingRequest& request,
                                                       const AppointmentRecord& record,
                                                       const StoreRecipient& organizer) const {
-  const Text command = stored_text(registry, u"sendmailcommand");
-  if (auto words = command_words(to_utf8(command)); !words.empty()) {
-    words.insert(words.end(), {"-t", "-i"});
-    return {
-        run_command(words, meeting_mail(request, record, organizer, clock), patience, meanwhile)};
-  }
+  const std::string command = to_utf8(stored_text(registry, u"sendmailcommand"));
+  if (command.find_first_not_of(" \t") != std::string::npos)
+    return {outbox.run_mailer(command, {"-t", "-i"},
+                              meeting_mail(request, record, organizer, clock), patience,
+                              meanwhile)};
   const auto handed = outbox.hand_over(record.fields.subject, request.calendar, request.attendees);
   if (!handed) return {handed.reason()};
   if (!handed->mailed)

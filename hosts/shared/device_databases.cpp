@@ -1,4 +1,4 @@
-#include "hosts/linux/device_databases.h"
+#include "hosts/shared/device_databases.h"
 
 #include <algorithm>
 #include <map>

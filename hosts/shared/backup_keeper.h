@@ -3,22 +3,20 @@
 // takes as long as the calendar is large, and cannot be done in pieces between two events.
 #pragma once
 
-#include <QProcess>
-#include <QTimer>
 #include <functional>
 
-#include "hosts/qt/window_program.h"
+#include "hosts/shared/program_loop.h"
+#include "hosts/shared/program_system.h"
+#include "hosts/shared/window_program.h"
 #include "store/embedded/calendar_copies.h"
 
 namespace orvello {
 
 class BackupKeeper {
  public:
-  // `tell` gets the first reason why a copy could not be made, and no other. `program` is this one.
-  BackupKeeper(const WindowParts& parts, std::function<void(const std::string&)> tell,
-               std::string program = "/proc/self/exe");
-
-  ~BackupKeeper();  // ends a process that is under way; what it left half done nobody sees
+  // `tell` gets the first reason why a copy could not be made, and no other.
+  BackupKeeper(const WindowParts& parts, ProgramLoop& loop, OwnRuns& runs,
+               std::function<void(const std::string&)> tell);
   BackupKeeper(const BackupKeeper&) = delete;
   BackupKeeper& operator=(const BackupKeeper&) = delete;
 
@@ -27,16 +25,17 @@ class BackupKeeper {
 
  private:
   void look();
-  void finished();
+  void finished(int code, std::string said);
 
   const Clock& clock_;
   CalendarCopies copies_;
-  QString program_;
-  QStringList words_;
+  ProgramLoop& loop_;
+  OwnRuns& runs_;
+  std::vector<std::string> words_;
   std::function<void(const std::string&)> tell_;
-  bool told_ = false;
-  QTimer timer_;
-  QProcess process_;
+  bool told_ = false, running_ = false;
+  std::unique_ptr<LoopTimer> first_, then_;
+  std::unique_ptr<OwnRun> run_;  // what it left half done nobody sees
 };
 
 }  // namespace orvello

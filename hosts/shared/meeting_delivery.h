@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "exchange/meeting_request.h"
-#include "hosts/linux/outbox.h"
+#include "hosts/shared/departures.h"
 #include "ports/message_box.h"
 #include "ports/registry.h"
 #include "store/record_calendar_store.h"
@@ -14,7 +14,7 @@
 namespace orvello {
 
 struct MeetingDelivery {
-  const Outbox& outbox;
+  const Departures& outbox;
   Registry& registry;
   MessageBoxes& boxes;
   const Clock& clock;

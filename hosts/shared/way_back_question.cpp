@@ -1,12 +1,8 @@
-#include "hosts/qt/way_back_question.h"
+#include "hosts/shared/way_back_question.h"
 
 #include "calendar/iso_date.h"
-#include "hosts/linux/device_path.h"
-#include "hosts/linux/file_registry.h"
-#include "hosts/qt/qt_host.h"
-#include "hosts/qt/way_back.h"
+#include "hosts/shared/way_back.h"
 #include "resources/strings.h"
-#include "store/embedded/sqlite_record_databases.h"
 #include "store/unavailable_store.h"
 
 namespace orvello {
@@ -29,15 +25,15 @@ Text answer_text(const Restored& restored, Language language) {
 
 }  // namespace
 
-bool ask_for_way_back(int& argc, char** argv, const WindowParts& parts) {
+bool ask_for_way_back(ProgramSystem& system, const WindowParts& parts) {
   const auto copy =
       CalendarCopies(calendar_file(parts.paths)).newest_good(TodayTriple(parts.clock.local_time()));
-  FileRegistry registry(parts.paths.config + "/registry");
-  SqliteRecordDatabases databases(parts.paths.data + "/device.db", host_path);
+  const auto registry = system.registry(parts.paths);
+  const auto databases = system.databases(parts.paths.data + "/device.db");
   UnavailableStore store(parts.reason);
-  QtHost qt(argc, argv, host_options(parts, false), registry, databases, store);
-  MessageBoxes& boxes = qt.host().boxes;
-  const Language language = language_of(qt.host().locale);
+  const auto window = system.window(host_options(parts, false), *registry, *databases, store);
+  MessageBoxes& boxes = window->host().boxes;
+  const Language language = language_of(window->host().locale);
   const Text reason = to_utf16(parts.reason);
   const Text question = copy ? format(load_string(StringId::restore_question, language), reason,
                                       to_utf16(iso_text(copy->day)))

@@ -1,8 +1,5 @@
-#include "hosts/qt/program.h"
+#include "hosts/shared/program.h"
 
-#include <unistd.h>
-
-#include <filesystem>
 #include <iostream>
 
 #include "cli/agenda.h"
@@ -14,25 +11,14 @@
 #include "files/file_lock.h"
 #include "files/input_file.h"
 #include "files/replace_file.h"
-#include "hosts/linux/device_path.h"
-#include "hosts/linux/display.h"
-#include "hosts/linux/file_registry.h"
-#include "hosts/linux/linux_files.h"
-#include "hosts/linux/own_files.h"
-#include "hosts/linux/paths.h"
-#include "hosts/linux/standard_streams.h"
-#include "hosts/linux/system_clock.h"
-#include "hosts/qt/qt_locale.h"
-#include "hosts/qt/start_fault.h"
-#include "hosts/qt/way_back.h"
-#include "hosts/qt/way_back_question.h"
-#include "hosts/qt/window_program.h"
-#include "hosts/qt/written_boxes.h"
+#include "hosts/shared/way_back.h"
+#include "hosts/shared/way_back_question.h"
+#include "hosts/shared/window_program.h"
+#include "hosts/shared/written_boxes.h"
 #include "settings/new_labels.h"
 #include "settings/registry_access.h"
 #include "settings/setting_table.h"
 #include "store/embedded/embedded_store.h"
-#include "store/embedded/sqlite_record_databases.h"
 
 namespace orvello {
 namespace {
@@ -43,13 +29,16 @@ constexpr std::size_t kLargestSettingsFile = 1 << 20;
 
 // What the program's parts share, opened once.
 struct Opened {
+  explicit Opened(ProgramSystem& with) : system(with) {}
+  ProgramSystem& system;
   Paths paths;
   std::unique_ptr<FileLock> use;
-  std::unique_ptr<SystemClock> clock;
+  std::unique_ptr<Clock> clock;
   bool windowed = false;
   std::unique_ptr<EmbeddedStore> store;  // null: see the reason
   CalendarHealth health = CalendarHealth::good;
   std::string reason;
+  std::unique_ptr<CalendarStore> device;  // wanted in place of the calendar file
 };
 
 // A desktop's month has room for its appointments, and its first user should see them at once: a
@@ -57,10 +46,8 @@ struct Opened {
 // subjects and places switched on.
 // The end of new appointments is stored, too: the settings' page takes a missing one for noon.
 // All of that is one write, so that a process that dies leaves it to the next start.
-void prepare_first_start(const Paths& paths) {
-  std::error_code error;
-  if (std::filesystem::exists(paths.config + "/registry", error) || error) return;
-  FileRegistry registry(paths.config + "/registry");
+void prepare_first_start(StoredRegistry& registry) {
+  if (!registry.is_new()) return;
   const auto key = registry.create(RegistryRoot::classes_root, kSettingsKey);
   if (!key) return;
   for (const TextView name : {u"showindicator", u"usecategorycolorforbar", u"coloryearview",
@@ -78,14 +65,11 @@ int failed(const std::string& reason) {
 
 // Nothing when it worked, else the sentence that says why not.
 std::optional<std::string> open_files(const CommandLine& line, Opened& opened) {
-  keep_files_private();
-  const auto chosen = choose_paths(
-      line.data_folder.empty() ? std::nullopt : std::optional<std::string>(line.data_folder));
-  const auto prepared = chosen ? prepare_folders(*chosen) : chosen;
-  if (!prepared) return prepared.reason();
-  opened.paths = *prepared;
-  prepare_first_start(opened.paths);
-  opened.clock = std::make_unique<SystemClock>(fixed_time(line));
+  const auto folders = opened.system.open_folders(line.data_folder);
+  if (!folders) return folders.reason();
+  opened.paths = *folders;
+  prepare_first_start(*opened.system.registry(opened.paths));
+  opened.clock = opened.system.clock(fixed_time(line));
   return std::nullopt;
 }
 
@@ -104,9 +88,9 @@ void open_calendar(Opened& opened, bool start_afresh) {
   if (look.health == CalendarHealth::damaged) return;
   if (look.health == CalendarHealth::missing && !start_afresh) return;
   // On a medium that cannot be written it is read all the same; changes fail with the reason.
-  const bool only_read =
-      ::access(path.c_str(), F_OK) == 0 &&
-      (::access(path.c_str(), W_OK) != 0 || ::access(opened.paths.data.c_str(), W_OK) != 0);
+  ProgramSystem& system = opened.system;
+  const bool only_read = system.is_there(path) &&
+                         !(system.can_be_written(path) && system.can_be_written(opened.paths.data));
   auto store = only_read         ? EmbeddedStore::open_to_read(path, *opened.clock)
                : opened.windowed ? EmbeddedStore::open_for_window(path, *opened.clock, kLockWait)
                                  : EmbeddedStore::open(path, *opened.clock);
@@ -131,22 +115,33 @@ int refused(const Opened& opened) {
 }
 
 // The window asks; what is said there may be answered by no.
-void offer_way_back(int& argc, char** argv, const CommandLine& line, Opened& opened) {
+void offer_way_back(const CommandLine& line, Opened& opened) {
   opened.use.reset();
   const WindowParts parts{line, opened.paths, *opened.clock, nullptr, opened.reason};
-  const bool restored = ask_for_way_back(argc, argv, parts);
+  const bool restored = ask_for_way_back(opened.system, parts);
   open_calendar(opened, !restored);
 }
 
+// What commands need besides the calendar.
+struct Shared {
+  Shared(const CommandLine& line, const Opened& opened)
+      : locale(opened.system.locale(line.language)),
+        registry(opened.system.registry(opened.paths)),
+        databases(opened.system.databases(opened.paths.data + "/device.db")),
+        files(opened.system.files(opened.paths)) {}
+  std::unique_ptr<Locale> locale;
+  std::unique_ptr<StoredRegistry> registry;
+  std::unique_ptr<RecordDatabases> databases;
+  std::unique_ptr<Files> files;
+};
+
 // The agenda, or a search.
 int print_appointments(const CommandLine& line, Opened& opened) {
-  const QtLocale locale = QtLocale::of_environment(line.language);
-  FileRegistry registry(opened.paths.config + "/registry");
-  SqliteRecordDatabases databases(opened.paths.data + "/device.db", host_path);
-  const LinuxFiles files(opened.paths);
+  const Shared with(line, opened);
   WrittenBoxes boxes;
   SettingsRecord settings;
-  load_agenda_settings(settings, registry, {databases, boxes, files}, locale.data());
+  load_agenda_settings(settings, *with.registry, {*with.databases, boxes, *with.files},
+                       with.locale->data());
   const auto run = line.command == Command::search ? run_search : run_agenda;
   return run(line, *opened.store, *opened.clock, settings, std::cout, std::cerr);
 }
@@ -155,20 +150,16 @@ int import(const CommandLine& line, Opened& opened) {
   if (!copy_before_change(opened.paths, *opened.clock, std::cerr)) return kExitFailure;
   const ImportedLabels labels(*opened.store);
   const int code = run_import(line, *opened.store, *opened.clock, std::cout, std::cerr);
-  SqliteRecordDatabases databases(opened.paths.data + "/device.db", host_path);
-  const LinuxFiles files(opened.paths);
+  const Shared with(line, opened);
   WrittenBoxes boxes;
   std::vector<CategoryProp> props;
-  give_label_colors({databases, boxes, files}, props, labels.fresh());
+  give_label_colors({*with.databases, boxes, *with.files}, props, labels.fresh());
   return code;
 }
 
 // Needs no calendar, so that one that cannot be opened is not in the way.
 int settings(const CommandLine& line, const Opened& opened, std::ostream& content) {
-  const QtLocale locale = QtLocale::of_environment(line.language);
-  FileRegistry registry(opened.paths.config + "/registry");
-  SqliteRecordDatabases databases(opened.paths.data + "/device.db", host_path);
-  const LinuxFiles files(opened.paths);
+  const Shared with(line, opened);
   const auto read = [](const std::string& path) -> Result<std::string> {
     if (path != "-") return read_whole_file(path, kLargestSettingsFile);
     std::string all(kLargestSettingsFile, '\0');
@@ -184,14 +175,15 @@ int settings(const CommandLine& line, const Opened& opened, std::ostream& conten
     content.write(text.data(), static_cast<std::streamsize>(text.size()));
     return text.size();
   };
-  const int code = run_settings(line, {registry,
-                                       {databases, files, opened.paths.data + "/settings.vol"},
-                                       locale.data(),
-                                       read,
-                                       write,
-                                       std::cout,
-                                       std::cerr});
-  if (code != kExitSuccess) registry.forget_changes();
+  const int code =
+      run_settings(line, {*with.registry,
+                          {*with.databases, *with.files, opened.paths.data + "/settings.vol"},
+                          with.locale->data(),
+                          read,
+                          write,
+                          std::cout,
+                          std::cerr});
+  if (code != kExitSuccess) with.registry->forget_changes();
   return code;
 }
 
@@ -210,30 +202,22 @@ int command(const CommandLine& line, Opened& opened, std::ostream& content) {
 }
 
 // A person who starts the program where no window can open still gets to see the day.
-int without_display(int argc, char** argv, CommandLine line, Opened& opened) {
+int without_display(CommandLine line, Opened& opened) {
   std::cerr << "orvello: there is no display to open a window on. The start view is drawn into "
                "orvello.png; today's agenda follows.\n";
   if (!opened.store) return refused(opened);
   line.files = {"orvello.png"};
   const WindowParts parts{line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
-  const int drawn = run_render(argc, argv, parts);
+  const int drawn = run_render(opened.system, parts);
   line.from = line.to = std::nullopt;
   return std::max(drawn, print_appointments(line, opened));
 }
 
 }  // namespace
 
-std::optional<LocalSeconds> fixed_time(const CommandLine& line) {
-  if (!line.now) return std::nullopt;
-  CalendarDate date = 0;
-  SystemTimeToVariantTime(*line.now, date);
-  return to_seconds(date);
-}
-
-namespace {
-
-int run(int argc, char** argv, StandardStreams& streams) {
-  const auto line = parse_command_line({argv + 1, argv + argc});
+int run_program(const std::vector<std::string>& words, ProgramSystem& system,
+                std::ostream& content) {
+  const auto line = parse_command_line(words);
   if (!line) {
     std::cerr << "orvello: " << line.reason() << "\nTry orvello --help.\n";
     return kExitUsage;
@@ -246,40 +230,30 @@ int run(int argc, char** argv, StandardStreams& streams) {
     std::cout << "orvello 0.1.0\n";
     return kExitSuccess;
   }
-  Opened opened;
+  Opened opened(system);
   if (const auto fault = open_files(*line, opened)) {
     if (line->command != Command::window) return failed(*fault);
-    tell_start_fault(argc, argv, *fault);
+    system.tell_start_fault(*fault);
     return kExitFailure;
   }
   // Also for reading: closing a database's file by another way would drop the locks on it.
-  if (const auto own = own_file_among(opened.paths, line->files); !own.empty())
+  if (const auto own = system.own_file_among(opened.paths, line->files); !own.empty())
     return failed(own + " is one of the calendar's own files.");
-  if (line->command == Command::settings) return settings(*line, opened, streams.content());
+  if (line->command == Command::settings) return settings(*line, opened, content);
   if (line->command == Command::restore)
     return run_restore(*line, opened.paths, *opened.clock, std::cout, std::cerr);
-  opened.windowed = line->command == Command::window && display_reachable();
+  opened.windowed = line->command == Command::window && system.can_show_windows();
   open_calendar(opened, false);
   const bool attended = opened.windowed && line->measure == CommandLine::Measure::nothing;
-  if (attended && needs_way_back(opened)) offer_way_back(argc, argv, *line, opened);
+  if (attended && needs_way_back(opened)) offer_way_back(*line, opened);
   const WindowParts parts{*line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
   if (line->command == Command::render) {
     if (!opened.store) return refused(opened);
-    return run_render(argc, argv, parts);
+    return run_render(opened.system, parts);
   }
-  if (line->command != Command::window) return command(*line, opened, streams.content());
-  if (!opened.windowed) return without_display(argc, argv, *line, opened);
-  return run_window(argc, argv, parts);
-}
-
-}  // namespace
-
-int run_program(int argc, char** argv) {
-  StandardStreams streams;
-  const int code = run(argc, argv, streams);
-  const auto unwritten = streams.finish();
-  if (!unwritten) return code;
-  return failed(*unwritten);
+  if (line->command != Command::window) return command(*line, opened, content);
+  if (!opened.windowed) return without_display(*line, opened);
+  return run_window(system, parts);
 }
 
 }  // namespace orvello

@@ -5,9 +5,7 @@
 #include <string>
 
 #include "cli/command_line.h"
-#include "hosts/linux/paths.h"
-#include "hosts/qt/qt_host.h"
-#include "ports/clock.h"
+#include "hosts/shared/program_system.h"
 #include "store/embedded/embedded_store.h"
 
 namespace orvello {
@@ -19,19 +17,20 @@ struct WindowParts {
   CommandLine line;
   Paths paths;
   const Clock& clock;
-  EmbeddedStore* store = nullptr;  // null: could not be opened,
-  std::string reason;              // because of this
+  EmbeddedStore* store = nullptr;   // null: could not be opened,
+  std::string reason;               // because of this
+  CalendarStore* device = nullptr;  // the device's own store in its place; no records come of it
 };
 
 // The local time of --now.
 std::optional<LocalSeconds> fixed_time(const CommandLine& line);
 
 // `offscreen` needs no display.
-QtHostOptions host_options(const WindowParts& parts, bool offscreen);
+WindowHostOptions host_options(const WindowParts& parts, bool offscreen);
 
-int run_window(int argc, char** argv, const WindowParts& parts);
+int run_window(ProgramSystem& system, const WindowParts& parts);
 
 // Draws the window that the options ask for into the first of the line's files.
-int run_render(int argc, char** argv, const WindowParts& parts);
+int run_render(ProgramSystem& system, const WindowParts& parts);
 
 }  // namespace orvello

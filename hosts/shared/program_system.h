@@ -1,0 +1,76 @@
+// What the program needs of the system that it runs on, besides the ports: each system's program
+// brings one. User-interface thread; it lives as long as all that it gives.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/result.h"
+#include "calendar/seconds.h"
+#include "hosts/shared/departures.h"
+#include "hosts/shared/paths.h"
+#include "hosts/shared/stored_registry.h"
+#include "hosts/shared/window_host.h"
+#include "ports/calendar_store.h"
+#include "ports/clock.h"
+#include "ports/files.h"
+#include "ports/locale.h"
+#include "ports/message_box.h"
+#include "ports/record_databases.h"
+
+namespace orvello {
+
+// Another run of this program, of the lowest priority; it is ended when this goes.
+class OwnRun {
+ public:
+  virtual ~OwnRun() = default;
+};
+
+class OwnRuns {
+ public:
+  virtual ~OwnRuns() = default;
+  // Starts the program with these words. `ended`, from the message loop and never before this has
+  // returned: the exit code, other than 0 also for a run that was cut short, and what it wrote to
+  // standard error. Null when it could not be started.
+  using Ended = std::function<void(int code, const std::string& said)>;
+  virtual std::unique_ptr<OwnRun> start(const std::vector<std::string>& words, Ended ended) = 0;
+};
+
+class ProgramSystem : public OwnRuns {
+ public:
+  // Folders that exist and that nobody but the person can look into: everything below `chosen`, or
+  // the system's own where that is empty. The reason names the folder.
+  virtual Result<Paths> open_folders(const std::string& chosen) = 0;
+  virtual std::unique_ptr<Clock> clock(std::optional<LocalSeconds> fixed) = 0;
+  virtual std::unique_ptr<Locale> locale(const std::string& language) = 0;
+  virtual std::unique_ptr<StoredRegistry> registry(const Paths& paths) = 0;
+  virtual std::unique_ptr<Files> files(const Paths& paths) = 0;
+  // The device's volumes with records; the object store is kept at `object_store`.
+  virtual std::unique_ptr<RecordDatabases> databases(const std::string& object_store) = 0;
+  // The device's own store, for who asks for it; null where devices have none.
+  virtual std::unique_ptr<CalendarStore> device_store() { return nullptr; }
+  virtual bool has_device_store() const { return false; }
+  // `--data`'s folder, or empty: what leaves goes there then, and nobody's mail program is started.
+  virtual std::unique_ptr<Departures> departures(const std::string& folder) = 0;
+
+  virtual bool is_there(const std::string& path) = 0;
+  virtual bool can_be_written(const std::string& path) = 0;  // a file or folder that is there
+  // The first of the files that belongs to the program itself, whatever it is called here; or
+  // empty.
+  virtual std::string own_file_among(const Paths& paths, const std::vector<std::string>& files) = 0;
+
+  virtual bool can_show_windows() = 0;
+  // One at a time in a process.
+  virtual std::unique_ptr<WindowHost> window(const WindowHostOptions& options, Registry& registry,
+                                             RecordDatabases& databases, CalendarStore& store) = 0;
+  // What keeps the program from starting, on standard error and, where nobody looks at that, in a
+  // box: before there is a host, and with one's boxes.
+  virtual void tell_start_fault(const std::string& sentence) = 0;
+  virtual void tell_start_fault(MessageBoxes& boxes, const std::string& sentence) = 0;
+  virtual long milliseconds_since_start() = 0;  // of this process, as the system knows
+};
+
+}  // namespace orvello
