@@ -8,7 +8,7 @@ foreach(part SQLITE ICAL)
   target_link_libraries(orvello_windows_${part} INTERFACE ${ORVELLO_${part}})
 endforeach()
 
-orvello_library(files orvello_base)
+orvello_library(files orvello_base advapi32)
 orvello_library(store/embedded/sqlite orvello_calendar orvello_files orvello_windows_SQLITE)
 orvello_library(store/embedded orvello_store orvello_store_embedded_sqlite)
 orvello_library(exchange orvello_store orvello_windows_ICAL)

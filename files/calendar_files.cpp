@@ -1,13 +1,11 @@
 #include "files/calendar_files.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <string_view>
 
 #include "files/file_reasons.h"
+#include "files/system_files.h"
 
 namespace orvello {
 namespace {
@@ -15,14 +13,14 @@ namespace {
 constexpr int kDeepestFolder = 8;
 
 bool is_folder(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+  const auto status = status_of_file(path);
+  return status && status->kind == FileKind::folder;
 }
 
 // Links may lead in circles.
-bool is_link(const std::string& path) {
-  struct stat info {};
-  return ::lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode);
+bool may_be_entered(const std::string& path) {
+  const auto status = status_of_file(path, FileLinks::look_at);
+  return status && !status->is_link && !status->is_hidden;
 }
 
 bool is_calendar_name(std::string_view name) {
@@ -34,25 +32,15 @@ bool is_calendar_name(std::string_view name) {
 
 // 0, or why not. What is hidden stays so.
 int list_folder(const std::string& folder, int depth, std::vector<std::string>& files) {
-  DIR* listing = ::opendir(folder.c_str());
-  if (!listing) return errno;
-  std::vector<std::string> names;
-  const auto next = [listing] {
-    errno = 0;
-    return ::readdir(listing);
-  };
-  while (const dirent* entry = next())
-    if (entry->d_name[0] != '.') names.push_back(entry->d_name);
-  const int broken = errno;  // of the last one
-  ::closedir(listing);
-  if (broken != 0) return broken;
-  std::sort(names.begin(), names.end());
-  const std::string before = folder.ends_with('/') ? folder : folder + "/";
-  for (const std::string& name : names) {
-    const std::string path = before + name;
+  auto names = names_in_folder(folder);
+  if (!names) return errno;
+  std::erase_if(*names, [](const std::string& name) { return name.starts_with('.'); });
+  std::sort(names->begin(), names->end());
+  for (const std::string& name : *names) {
+    const std::string path = path_in(folder, name);
     if (!is_folder(path)) {
       if (is_calendar_name(name)) files.push_back(path);
-    } else if (depth < kDeepestFolder && !is_link(path)) {
+    } else if (depth < kDeepestFolder && may_be_entered(path)) {
       if (const int fault = list_folder(path, depth + 1, files)) return fault;
     }
   }

@@ -1,11 +1,9 @@
 // An open file's number, closed when it goes.
 #pragma once
 
-#include <unistd.h>
-
-#include <cerrno>
-#include <string_view>
 #include <utility>
+
+#include "files/system_files.h"
 
 namespace orvello {
 
@@ -23,23 +21,12 @@ class Descriptor {
   int number() const { return number_; }
   bool close() {
     const int number = std::exchange(number_, -1);
-    return number < 0 || ::close(number) == 0;
+    return number < 0 || close_descriptor(number);
   }
   int release() { return std::exchange(number_, -1); }
 
  private:
   int number_ = -1;
 };
-
-// All of the bytes; false with `errno`.
-inline bool write_all(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t count = ::write(file, bytes.data(), bytes.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return true;
-}
 
 }  // namespace orvello

@@ -1,28 +1,28 @@
 #include "files/file_lock.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
+#include <cerrno>
+#include <chrono>
+#include <thread>
 
 namespace orvello {
 namespace {
 
-constexpr int kTries = 20;
-constexpr useconds_t kPause = 20000;  // microseconds: 400 ms in all
+constexpr int kLockTries = 20;
+constexpr std::chrono::milliseconds kLockPause{20};  // 400 in all
 
 }  // namespace
 
-FileLock::FileLock(const std::string& path, Kind kind) {
-  constexpr int kFlags = O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW;
-  file_ = Descriptor(::open(path.c_str(), O_RDWR | O_CREAT | kFlags, 0600));
-  if (!file_) file_ = Descriptor(::open(path.c_str(), O_RDONLY | kFlags));
+FileLock::FileLock(const std::string& path, Kind kind)
+    : file_(open_or_make_file(path, FileLinks::look_at)) {
+  if (!file_) file_ = Descriptor(open_file_to_read(path, FileLinks::look_at));
   if (!file_) {
     granted_ = kind == Kind::shared;
     return;
   }
-  for (int i = 0; i < kTries && !granted_; ++i) {
-    if (i > 0) ::usleep(kPause);
-    granted_ = ::flock(file_.number(), (kind == Kind::alone ? LOCK_EX : LOCK_SH) | LOCK_NB) == 0;
-    if (!granted_ && errno != EWOULDBLOCK && errno != EINTR) granted_ = kind == Kind::shared;
+  for (int i = 0; i < kLockTries && !granted_; ++i) {
+    if (i > 0) std::this_thread::sleep_for(kLockPause);
+    granted_ = hold_file(file_.number(), kind);
+    if (!granted_ && errno != EWOULDBLOCK) granted_ = kind == Kind::shared;
   }
 }
 

@@ -10,7 +10,7 @@ namespace orvello {
 
 class FileLock {
  public:
-  enum class Kind { shared, alone };
+  using Kind = FileHold;
   // Does not wait longer than a moment. Makes the lock's file where there is none; where none can
   // be made, on a disk that is read-only, nobody can replace anything either and it is granted.
   FileLock(const std::string& path, Kind kind);

@@ -8,7 +8,9 @@ namespace orvello {
 std::string reason_of(int error) {
   switch (error) {
     case ENOSPC:
+#ifdef EDQUOT
     case EDQUOT:
+#endif
     case EFBIG:  // a limit on the file's size
       return "the disk is full";
     case EACCES:

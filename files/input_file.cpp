@@ -1,8 +1,6 @@
 #include "files/input_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
+#include <cerrno>
 #include <stdexcept>
 
 #include "files/file_reasons.h"
@@ -13,6 +11,10 @@ namespace {
 constexpr std::size_t kPiece = 1 << 16;
 constexpr std::uint64_t kLargestChosen = std::uint64_t{1} << 30;
 
+std::string no_file(const std::string& path) {
+  return path + " cannot be read: it is a pipe or a device, not a file.";
+}
+
 }  // namespace
 
 Result<std::shared_ptr<Descriptor>> open_regular_file(const std::string& path, std::uint64_t most) {
@@ -21,16 +23,15 @@ Result<std::shared_ptr<Descriptor>> open_regular_file(const std::string& path, s
     errno = error;
     return Opened::failure(std::move(reason));
   };
-  auto file = std::make_shared<Descriptor>(
-      ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  auto file = std::make_shared<Descriptor>(open_file_to_read(path));
+  if (!*file && errno == EINVAL) return refuse(errno, no_file(path));
   if (!*file) return refuse(errno, cannot_be_read(path, errno));
-  struct stat info {};
-  if (::fstat(file->number(), &info) != 0) return refuse(errno, cannot_be_read(path, errno));
-  if (S_ISDIR(info.st_mode)) return refuse(EISDIR, cannot_be_read(path, EISDIR));
-  if (!S_ISREG(info.st_mode))
-    return refuse(EINVAL, path + " cannot be read: it is a pipe or a device, not a file.");
-  if (static_cast<std::uint64_t>(info.st_size) > most)
-    return refuse(EFBIG, path + " cannot be read: with " + std::to_string(info.st_size >> 20) +
+  const auto status = status_of_file(file->number());
+  if (!status) return refuse(errno, cannot_be_read(path, errno));
+  if (status->kind == FileKind::folder) return refuse(EISDIR, cannot_be_read(path, EISDIR));
+  if (status->kind != FileKind::file) return refuse(EINVAL, no_file(path));
+  if (status->size > most)
+    return refuse(EFBIG, path + " cannot be read: with " + std::to_string(status->size >> 20) +
                              " MiB it is too large.");
   return file;
 }
@@ -41,8 +42,7 @@ Result<std::string> read_whole_file(const std::string& path, std::uint64_t most)
   std::string content;
   char block[kPiece];
   for (;;) {
-    const ssize_t count = ::read((*file)->number(), block, sizeof block);
-    if (count < 0 && errno == EINTR) continue;
+    const std::int64_t count = read_bytes((*file)->number(), block, sizeof block);
     if (count < 0) return Result<std::string>::failure(cannot_be_read(path, errno));
     if (count == 0) return content;
     content.append(block, static_cast<std::size_t>(count));
@@ -63,9 +63,9 @@ InputFile::InputFile(const std::string& path, std::uint64_t most) : InputStream(
 }
 
 std::uint64_t InputFile::size() const {
-  struct stat info {};
-  if (!buffer_.file || ::fstat(buffer_.file->number(), &info) != 0) return 0;
-  return static_cast<std::uint64_t>(info.st_size);
+  const auto status =
+      buffer_.file ? status_of_file(buffer_.file->number()) : std::optional<FileStatus>();
+  return status ? status->size : 0;
 }
 
 std::unique_ptr<InputStream> open_input_file(const std::string& path) {
@@ -73,9 +73,7 @@ std::unique_ptr<InputStream> open_input_file(const std::string& path) {
 }
 
 InputFile::Buffer::int_type InputFile::Buffer::underflow() {
-  ssize_t count = 0;
-  do count = ::read(file->number(), bytes.data(), bytes.size());
-  while (count < 0 && errno == EINTR);
+  const std::int64_t count = read_bytes(file->number(), bytes.data(), bytes.size());
   if (count < 0) {
     problem = cannot_be_read(path, errno);
     throw std::runtime_error(problem);  // the stream around it turns this into bad()

@@ -1,13 +1,8 @@
 #include "files/replace_file.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-
-#include <cstdio>
-#include <cstdlib>
-#include <ctime>
+#include <cerrno>
+#include <chrono>
+#include <random>
 
 #include "files/descriptor.h"
 #include "files/file_reasons.h"
@@ -17,7 +12,8 @@ namespace {
 
 constexpr std::string_view kPrefix = ".orvello-", kSuffix = ".part";
 constexpr std::size_t kRandomLetters = 6;
-constexpr std::time_t kLeftBehind = 3600;  // seconds
+constexpr std::chrono::hours kLeftBehind{1};
+constexpr int kMostNames = 100;
 
 // Also what a database in the making had beside it.
 bool is_ours(std::string_view name) {
@@ -30,96 +26,64 @@ bool is_ours(std::string_view name) {
 // The name, the owner and the age say that it is one of this program's, and the lock that the
 // process which made it is gone.
 void remove_left_behind(const std::string& folder) {
-  DIR* listing = ::opendir(folder.c_str());
-  if (!listing) return;
-  while (const dirent* entry = ::readdir(listing)) {
-    if (!is_ours(entry->d_name)) continue;
-    const std::string path = folder + "/" + entry->d_name;
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    struct stat info {};
-    if (!file || ::fstat(file.number(), &info) != 0 || !S_ISREG(info.st_mode) ||
-        info.st_uid != ::geteuid() || info.st_nlink != 1 ||
-        std::time(nullptr) - info.st_mtime < kLeftBehind)
+  const auto names = names_in_folder(folder);
+  if (!names) return;
+  using std::chrono::system_clock;
+  const auto now = system_clock::now().time_since_epoch();
+  for (const std::string& name : *names) {
+    if (!is_ours(name)) continue;
+    const std::string path = path_in(folder, name);
+    const Descriptor file(open_file_to_read(path, FileLinks::look_at));
+    const auto status = file ? status_of_file(file.number()) : std::nullopt;
+    if (!status || status->kind != FileKind::file || !status->is_own || status->names != 1 ||
+        now - std::chrono::nanoseconds(status->changed) < kLeftBehind)
       continue;
-    if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0) ::unlink(path.c_str());
+    if (hold_file(file.number(), FileHold::alone)) remove_file(path);
   }
-  ::closedir(listing);
 }
 
-// The file itself where the path is a link to it; empty with `errno` for one that leads nowhere.
-std::string followed(const std::string& path) {
-  char* real = ::realpath(path.c_str(), nullptr);
-  if (!real) return {};
-  std::string result(real);
-  std::free(real);
-  return result;
-}
-
-// An existing target's mode, and its owner where this process may give it away.
-bool take_over_mode(int file, const struct stat& target) {
-  if (target.st_uid != ::geteuid() || target.st_gid != ::getegid()) {
-    const int given = ::fchown(file, target.st_uid, target.st_gid);
-    // Not ours to give: the file is the writer's from now on, for the same people.
-    if (given != 0 && ::fchown(file, static_cast<uid_t>(-1), target.st_gid) != 0)
-      return ::fchmod(file, target.st_mode & 0700) == 0;
-  }
-  return ::fchmod(file, target.st_mode & 0777) == 0;
+std::string random_name() {
+  constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  std::random_device chance;
+  std::string name(kPrefix);
+  for (std::size_t i = 0; i < kRandomLetters; ++i) name += kLetters[chance() % kLetters.size()];
+  return name.append(kSuffix);
 }
 
 Result<std::size_t> write_plainly(const std::string& path, std::string_view content) {
   const auto failure = [&path](int error) {
     return Result<std::size_t>::failure(cannot_be_written(path, error));
   };
-  Descriptor file(::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  Descriptor file(open_channel_to_write(path));
   if (!file && errno == ENXIO)
     return Result<std::size_t>::failure(path + " cannot be written: nobody reads from it.");
   if (!file) return failure(errno);
-  ::fcntl(file.number(), F_SETFL, 0);  // now that it is open, slow readers are waited for
   if (!write_all(file.number(), content) || !file.close()) return failure(errno);
   return content.size();
 }
 
 }  // namespace
 
-std::string folder_of(const std::string& path) {
-  const std::size_t slash = path.rfind('/');
-  return slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
-}
-
-bool sync_folder(const std::string& folder) {
-  const Descriptor file(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!file) return false;
-  // Some file systems have nothing to sync in a folder, and say so in this way.
-  return ::fsync(file.number()) == 0 || errno == EINVAL || errno == ENOTSUP;
-}
-
-FileInTheMaking::FileInTheMaking(const std::string& target)
-    : target_(target),
-      path_(folder_of(target) + "/" + std::string(kPrefix) + "XXXXXX" + std::string(kSuffix)) {
-  remove_left_behind(folder_of(target));
-  // Creates with O_EXCL and 0600, and so follows no link.
-  file_ = ::mkostemps(path_.data(), static_cast<int>(kSuffix.size()), O_CLOEXEC);
-  if (file_ >= 0) ::flock(file_, LOCK_EX | LOCK_NB);
+FileInTheMaking::FileInTheMaking(const std::string& target) : target_(target) {
+  const std::string folder = folder_of(target);
+  remove_left_behind(folder);
+  for (int i = 0; i < kMostNames && !exists(); ++i) {
+    path_ = path_in(folder, random_name());
+    file_ = Descriptor(make_new_file(path_));
+    if (!exists() && errno != EEXIST) return;
+  }
+  if (exists()) hold_file(file_.number(), FileHold::alone);
 }
 
 FileInTheMaking::~FileInTheMaking() {
   const int error = errno;
-  if (!path_.empty() && file_ >= 0) ::unlink(path_.c_str());
-  if (file_ >= 0) ::close(file_);
+  if (!path_.empty() && exists()) remove_file(path_);
+  file_.close();
   errno = error;
 }
 
-bool FileInTheMaking::put_in_place(Taken taken) {
-  if (file_ < 0 || ::fsync(file_) != 0) return false;
-  if (taken == Taken::replace) {
-    if (::rename(path_.c_str(), target_.c_str()) != 0) return false;
-  } else if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target_.c_str(), RENAME_NOREPLACE) !=
-             0) {
-    if (errno != EINVAL && errno != ENOSYS) return false;
-    // A file system that cannot do so: the name is taken with an empty file first.
-    Descriptor claim(::open(target_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (!claim || ::rename(path_.c_str(), target_.c_str()) != 0) return false;
-  }
+bool FileInTheMaking::put_in_place(TakenName taken) {
+  if (!exists() || !sync_file(file_.number()) || !rename_file(path_, target_, taken)) return false;
   path_.clear();
   return true;
 }
@@ -128,25 +92,24 @@ Result<std::size_t> replace_file(const std::string& path, std::string_view conte
   const auto failure = [&path](int error) {
     return Result<std::size_t>::failure(cannot_be_written(path, error));
   };
-  struct stat info {};
-  const bool exists = ::lstat(path.c_str(), &info) == 0;
-  if (!exists && errno != ENOENT) return failure(errno);
-  const bool link = exists && S_ISLNK(info.st_mode);
-  if (link && ::stat(path.c_str(), &info) != 0)
+  auto status = status_of_file(path, FileLinks::look_at);
+  if (!status && errno != ENOENT) return failure(errno);
+  const bool exists = status.has_value(), link = exists && status->is_link;
+  if (link) status = status_of_file(path);
+  if (link && !status)
     return Result<std::size_t>::failure(path + " cannot be written: it is a link that leads to " +
                                         "no file.");
-  if (exists && S_ISDIR(info.st_mode)) return failure(EISDIR);
-  if (exists && (S_ISFIFO(info.st_mode) || S_ISCHR(info.st_mode)))
-    return write_plainly(path, content);
-  if (exists && !S_ISREG(info.st_mode))
+  if (exists && status->kind == FileKind::folder) return failure(EISDIR);
+  if (exists && status->kind == FileKind::channel) return write_plainly(path, content);
+  if (exists && status->kind != FileKind::file)
     return Result<std::size_t>::failure(path + " cannot be written: it is no file.");
   // Replacing needs the folder's permission only; a file that is write-protected is meant to stay.
-  if (exists && ::access(path.c_str(), W_OK) != 0) return failure(errno);
-  const std::string target = link ? followed(path) : path;
+  if (exists && !may_write_file(path)) return failure(errno);
+  const std::string target = link ? real_path(path) : path;
   if (target.empty()) return failure(errno);
   FileInTheMaking made(target);
-  if (!made.exists() || (exists && !take_over_mode(made.descriptor(), info)) ||
-      !write_all(made.descriptor(), content) || !made.put_in_place(FileInTheMaking::Taken::replace))
+  if (!made.exists() || (exists && !take_over_rights(made.descriptor(), target)) ||
+      !write_all(made.descriptor(), content) || !made.put_in_place(TakenName::replace))
     return failure(errno);
   if (!sync_folder(folder_of(target)))
     return Result<std::size_t>::failure(
@@ -155,11 +118,10 @@ Result<std::size_t> replace_file(const std::string& path, std::string_view conte
 }
 
 Result<bool> create_whole_file(const std::string& path, std::string_view content) {
-  struct stat info {};
-  if (::lstat(path.c_str(), &info) == 0) return false;
+  if (status_of_file(path, FileLinks::look_at)) return false;
   FileInTheMaking made(path);
   if (made.exists() && write_all(made.descriptor(), content) &&
-      made.put_in_place(FileInTheMaking::Taken::keep) && sync_folder(folder_of(path)))
+      made.put_in_place(TakenName::keep) && sync_folder(folder_of(path)))
     return true;
   if (errno == EEXIST) return false;
   return Result<bool>::failure(cannot_be_written(path, errno));

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "base/result.h"
+#include "files/descriptor.h"
 
 namespace orvello {
 
@@ -34,19 +35,15 @@ class FileInTheMaking {
   FileInTheMaking(const FileInTheMaking&) = delete;
   FileInTheMaking& operator=(const FileInTheMaking&) = delete;
 
-  bool exists() const { return file_ >= 0; }
-  int descriptor() const { return file_; }
+  bool exists() const { return static_cast<bool>(file_); }
+  int descriptor() const { return file_.number(); }
   const std::string& path() const { return path_; }
-  enum class Taken { replace, keep };
   // False with `errno` (EEXIST: the name is taken and is to be kept).
-  bool put_in_place(Taken taken);
+  bool put_in_place(TakenName taken);
 
  private:
   std::string target_, path_;
-  int file_ = -1;
+  Descriptor file_;
 };
-
-std::string folder_of(const std::string& path);
-bool sync_folder(const std::string& folder);  // false with `errno`
 
 }  // namespace orvello

@@ -1,9 +1,7 @@
 #include "store/embedded/calendar_check.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <vector>
 
@@ -29,14 +27,15 @@ CalendarCheck finding(CalendarHealth health, std::string reason) {
 // Of the pages that begin in the first `most` bytes. True for a file without checksums.
 bool page_sums_agree(int file, std::int64_t size, std::int64_t most) {
   unsigned char header[kHeaderSize] = {};
-  if (::pread(file, header, sizeof header, 0) != static_cast<ssize_t>(sizeof header)) return false;
+  if (read_bytes_at(file, header, sizeof header, 0) != std::int64_t{sizeof header}) return false;
   const std::int64_t stored = header[16] << 8 | header[17];
   const std::int64_t page = stored == 1 ? 65536 : stored;
   if (header[20] != kCheckedBytes) return true;  // a file without sums
   if (page < 512 || size % page != 0 || big_endian(header + 28) != size / page) return false;
   std::vector<char> bytes(static_cast<std::size_t>(page));
   for (std::int64_t at = 0; at < std::min(size, most); at += page) {
-    if (::pread(file, bytes.data(), bytes.size(), at) != page) return false;
+    if (read_bytes_at(file, bytes.data(), bytes.size(), static_cast<std::uint64_t>(at)) != page)
+      return false;
     std::uint64_t sum = 0;
     std::memcpy(&sum, bytes.data() + page - kCheckedBytes, sizeof sum);
     if (sum != page_checksum(static_cast<std::uint32_t>(at / page + 1),
@@ -52,16 +51,16 @@ CalendarCheck check_header(const std::string& path) {
   if (!file && errno == ENOENT) return finding(CalendarHealth::missing, path + " is missing.");
   if (!file) return finding(CalendarHealth::unreadable, file.reason());
   unsigned char header[kHeaderSize] = {};
-  const auto length = ::pread((*file)->number(), header, sizeof header, 0);
+  const auto length = read_bytes_at((*file)->number(), header, sizeof header, 0);
   if (length < 0) return finding(CalendarHealth::unreadable, cannot_be_read(path, errno));
   if (length == 0) return finding(CalendarHealth::missing, path + " is empty.");
-  const bool newer = length == static_cast<ssize_t>(kHeaderSize) &&
+  const bool newer = length == std::int64_t{kHeaderSize} &&
                      std::memcmp(header, "SQLite format 3", 16) == 0 &&
                      big_endian(header + 68) == kApplicationId && big_endian(header + 60) > kFormat;
   // The number may be what is damaged: its page tells.
-  struct stat info {};
-  if (newer && ::fstat((*file)->number(), &info) == 0 &&
-      page_sums_agree((*file)->number(), info.st_size, 1))
+  const auto status = status_of_file((*file)->number());
+  if (newer && status &&
+      page_sums_agree((*file)->number(), static_cast<std::int64_t>(status->size), 1))
     return finding(CalendarHealth::newer, path + " was written by a newer version of Orvello.");
   std::string fault = newer ? path + " was written by a newer version of Orvello, or it is damaged."
                             : fault_in_calendar_file(path);
@@ -89,7 +88,7 @@ CalendarCheck check_calendar(const std::string& path, std::chrono::milliseconds 
   const CalendarCheck header = check_header(path);
   if (header.health != CalendarHealth::good) return header;
   // What a killed process left half done is taken back by whoever opens the file for writing.
-  const bool writable = ::access(path.c_str(), W_OK) == 0;
+  const bool writable = may_write_file(path);
   using Access = SqliteConnection::Access;
   SqliteConnection connection(path, writable ? Access::read_write : Access::read_only,
                               SqliteConnection::PageChecks::on, patience);
@@ -112,10 +111,9 @@ CalendarCheck glance_at_calendar(const std::string& path, std::int64_t most) {
   {
     const auto file = open_regular_file(path, kAnySize);
     if (!file) return finding(CalendarHealth::unreadable, file.reason());
-    struct stat info {};
-    if (::fstat((*file)->number(), &info) != 0 || info.st_size > most ||
-        page_sums_agree((*file)->number(), info.st_size, most))
-      return header;
+    const auto status = status_of_file((*file)->number());
+    const auto size = static_cast<std::int64_t>(status ? status->size : 0);
+    if (!status || size > most || page_sums_agree((*file)->number(), size, most)) return header;
   }
   // Another process may be writing at this moment: only who holds the lock can tell.
   return check_calendar(path, kMoment);

@@ -1,10 +1,7 @@
 #include "store/embedded/calendar_copies.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
+#include <cerrno>
 #include <set>
 #include <string_view>
 
@@ -29,11 +26,9 @@ std::optional<MonthDayYear> day_of_name(std::string_view name) {
 }
 
 // A copy keeps the time of change of what it was made from: so it says of which state it is.
-bool time_of_change(const std::string& path, timespec& time) {
-  struct stat info {};
-  if (::stat(path.c_str(), &info) != 0) return false;
-  time = info.st_mtim;
-  return true;
+std::optional<FileTime> time_of_change(const std::string& path) {
+  const auto status = status_of_file(path);
+  return status ? std::optional(status->changed) : std::nullopt;
 }
 
 std::string failed_step(const std::string& calendar, const std::string& folder,
@@ -85,16 +80,14 @@ std::vector<bool> copies_to_keep(const std::vector<MonthDayYear>& days) {
 }
 
 CalendarCopies::CalendarCopies(std::string calendar)
-    : calendar_(std::move(calendar)), folder_(folder_of(calendar_) + "/backups") {}
+    : calendar_(std::move(calendar)), folder_(path_in(folder_of(calendar_), "backups")) {}
 
 std::vector<CalendarCopy> CalendarCopies::list(MonthDayYear today) const {
   std::vector<CalendarCopy> copies;
-  DIR* listing = ::opendir(folder_.c_str());
-  if (!listing) return copies;
-  while (const dirent* entry = ::readdir(listing))
-    if (const auto day = day_of_name(entry->d_name))
-      copies.push_back({folder_ + "/" + entry->d_name, *day});
-  ::closedir(listing);
+  const auto names = names_in_folder(folder_);
+  if (!names) return copies;
+  for (const std::string& name : *names)
+    if (const auto day = day_of_name(name)) copies.push_back({path_in(folder_, name), *day});
   const Day now = day_of(today);
   std::sort(copies.begin(), copies.end(), [now](const auto& a, const auto& b) {
     const Day first = day_of(a.day), second = day_of(b.day);
@@ -104,22 +97,21 @@ std::vector<CalendarCopy> CalendarCopies::list(MonthDayYear today) const {
 }
 
 bool CalendarCopies::is_due(MonthDayYear today) const {
-  timespec changed{}, copied{};
-  if (!time_of_change(calendar_, changed)) return false;
+  const auto changed = time_of_change(calendar_);
+  if (!changed) return false;
   const auto copies = list(today);
   if (copies.empty() || day_of(copies[0].day) > day_of(today)) return true;
   if (copies[0].day == today) return false;
-  return !time_of_change(copies[0].path, copied) || copied.tv_sec != changed.tv_sec ||
-         copied.tv_nsec != changed.tv_nsec;
+  return time_of_change(copies[0].path) != changed;
 }
 
 Result<std::optional<CalendarCopy>> CalendarCopies::take(MonthDayYear today) const {
   using Taken = Result<std::optional<CalendarCopy>>;
-  timespec changed{};
-  if (!is_due(today) || !time_of_change(calendar_, changed)) return Taken(std::nullopt);
-  if (::mkdir(folder_.c_str(), 0700) != 0 && errno != EEXIST)
+  const auto changed = time_of_change(calendar_);
+  if (!changed || !is_due(today)) return Taken(std::nullopt);
+  if (!make_folder(folder_) && errno != EEXIST)
     return Taken::failure(cannot_be_written(folder_, errno));
-  const CalendarCopy copy{folder_ + "/calendar-" + iso_text(today) + ".db", today};
+  const CalendarCopy copy{path_in(folder_, "calendar-" + iso_text(today) + ".db"), today};
   FileInTheMaking made(copy.path);
   if (!made.exists()) return Taken::failure(cannot_be_written(folder_, errno));
   if (auto fault = copy_to(made.path(), calendar_, folder_); !fault.empty())
@@ -128,10 +120,8 @@ Result<std::optional<CalendarCopy>> CalendarCopies::take(MonthDayYear today) con
   if (check.health == CalendarHealth::damaged) return Taken::failure(calendar_ + " is damaged.");
   if (check.health != CalendarHealth::good) return Taken::failure(check.reason);
   if (check.appointments == 0) return Taken(std::nullopt);  // nothing to lose yet
-  const timespec times[2] = {changed, changed};
-  if (::futimens(made.descriptor(), times) != 0 ||
-      (!made.put_in_place(FileInTheMaking::Taken::keep) && errno != EEXIST) ||
-      !sync_folder(folder_))
+  if (!set_time_of_change(made.descriptor(), *changed) ||
+      (!made.put_in_place(TakenName::keep) && errno != EEXIST) || !sync_folder(folder_))
     return Taken::failure(cannot_be_written(folder_, errno));
   thin_out(today);
   return Taken(copy);
@@ -151,7 +141,7 @@ void CalendarCopies::thin_out(MonthDayYear today) const {
   for (const CalendarCopy& copy : copies) days.push_back(copy.day);
   const auto keep = copies_to_keep(days);
   for (std::size_t i = 0; i < copies.size(); ++i)
-    if (!keep[i]) ::unlink(copies[i].path.c_str());
+    if (!keep[i]) remove_file(copies[i].path);
 }
 
 }  // namespace orvello

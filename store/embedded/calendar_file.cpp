@@ -1,13 +1,11 @@
 #include "store/embedded/calendar_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
 
+#include "files/descriptor.h"
+#include "files/file_reasons.h"
 #include "store/embedded/embedded_schema.h"
 #include "store/embedded/fresh_calendar.h"
 #include "store/embedded/sqlite/checked_pages.h"
@@ -17,7 +15,7 @@ namespace {
 
 struct FileHead {
   unsigned char bytes[100] = {};
-  struct stat status = {};
+  std::uint64_t size = 0;  // of the file
   std::uint32_t word(int at) const { return big_endian(bytes + at); }
   int format() const { return static_cast<int>(word(60)); }
   int reserved_bytes() const { return bytes[20]; }
@@ -26,17 +24,15 @@ struct FileHead {
 // The file's own words, looked at before SQLite does, since that might recover or rewrite a file
 // that is none of ours.
 std::string read_head(const std::string& path, FileHead& head) {
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) return path + ": " + std::strerror(errno) + ".";
-  const bool known = ::fstat(file, &head.status) == 0;
-  const bool regular = known && S_ISREG(head.status.st_mode);
-  const auto length = regular ? ::pread(file, head.bytes, sizeof head.bytes, 0) : 0;
-  const int error = errno;
-  ::close(file);
-  if (known && !regular) return path + " is not a file.";
-  if (!known || length < 0) return path + " cannot be read: " + std::strerror(error) + ".";
+  const Descriptor file(open_file_to_read(path));
+  const auto status = file ? status_of_file(file.number()) : std::nullopt;
+  if (!status) return cannot_be_read(path, errno);
+  if (status->kind != FileKind::file) return path + " is not a file.";
+  head.size = status->size;
+  const auto length = read_bytes_at(file.number(), head.bytes, sizeof head.bytes, 0);
+  if (length < 0) return cannot_be_read(path, errno);
   if (length == 0) return path + " is damaged: it is empty.";
-  if (length < static_cast<ssize_t>(sizeof head.bytes) ||
+  if (length < std::int64_t{sizeof head.bytes} ||
       std::memcmp(head.bytes, "SQLite format 3", 16) != 0)
     return path + " is not an Orvello calendar, or it is damaged.";
   return "";
@@ -54,14 +50,12 @@ std::string fault_in_head(const std::string& path, FileHead& head) {
   if (head.format() < kFormatWithoutChecksums || head.reserved_bytes() != expected)
     return path + " is damaged: its header contradicts itself.";
   // A rollback journal may still hold what the file lacks.
-  struct stat journal = {};
-  const bool has_journal = ::stat((path + "-journal").c_str(), &journal) == 0;
-  if (has_journal && !S_ISREG(journal.st_mode)) return path + "-journal is not a file.";
-  if (has_journal && journal.st_size > 0) return "";
+  const auto journal = status_of_file(path + "-journal");
+  if (journal && journal->kind != FileKind::file) return path + "-journal is not a file.";
+  if (journal && journal->size > 0) return "";
   const std::uint32_t stored = head.word(16) >> 16;
-  const std::int64_t page = stored == 1 ? 65536 : stored;
-  if (static_cast<std::int64_t>(head.word(28)) * page > head.status.st_size)
-    return path + " is damaged: its end is missing.";
+  const std::uint64_t page = stored == 1 ? 65536 : stored;
+  if (head.word(28) * page > head.size) return path + " is damaged: its end is missing.";
   return "";
 }
 
@@ -73,9 +67,8 @@ std::string fault_in_calendar_file(const std::string& path) {
 }
 
 std::string make_calendar_file_ready(const std::string& path) {
-  struct stat status = {};
-  if (::stat(path.c_str(), &status) != 0) {
-    if (errno != ENOENT) return path + " cannot be opened: " + std::strerror(errno) + ".";
+  if (!status_of_file(path)) {
+    if (errno != ENOENT) return path + " cannot be opened: " + reason_of(errno) + ".";
     if (auto fault = create_calendar_file(path); !fault.empty()) return fault;
   }
   FileHead head;

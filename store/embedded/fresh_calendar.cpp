@@ -1,8 +1,8 @@
 #include "store/embedded/fresh_calendar.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "files/file_reasons.h"
@@ -79,7 +79,7 @@ std::string create_calendar_file(const std::string& path) {
       return sentence(path, kNot, reason_of(db.failure()));
   }
   // Another process may have been quicker.
-  if (!fresh.put_in_place(FileInTheMaking::Taken::keep))
+  if (!fresh.put_in_place(TakenName::keep))
     return errno == EEXIST ? "" : sentence(path, kNot, reason_of(errno));
   return sync_folder(folder_of(path)) ? "" : sentence(path, kNot, reason_of(errno));
 }
@@ -87,18 +87,17 @@ std::string create_calendar_file(const std::string& path) {
 std::string upgrade_calendar_file(const std::string& name) {
   constexpr const char* kNot = " cannot be brought to this version: ";
   // The file itself, where the name is a link: the link stays.
-  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(name.c_str(), nullptr),
-                                                         std::free);
-  const std::string path = real ? real.get() : name;
-  SqliteConnection old(path, Access::read_write, PageChecks::off, kPatience);
+  const std::string real = real_path(name), path = real.empty() ? name : real;
+  std::optional<SqliteConnection> before;
+  SqliteConnection& old = before.emplace(path, Access::read_write, PageChecks::off, kPatience);
   const auto failed = [&](const SqliteFailure& why) {
     return why.fault == SqliteFault::busy || is_damage(why.fault)
                ? sentence_of(why, path)
                : sentence(path, kNot, reason_of(why));
   };
   if (!old.good()) return failed(old.failure());
-  const SqliteTransaction alone(old, SqliteTransaction::Kind::alone);
-  if (!alone) return failed(old.failure());
+  std::optional<SqliteTransaction> alone;
+  if (!alone.emplace(old, SqliteTransaction::Kind::alone)) return failed(old.failure());
   // Another process may have been quicker: then this is the file that it has put aside.
   if (old.has_moved()) return "";
   if (old.finds_sound("PRAGMA quick_check(1)") != true) return path + " is damaged.";
@@ -110,7 +109,16 @@ std::string upgrade_calendar_file(const std::string& name) {
     if (!make_tables(db) || !copy_everything(old, db))
       return failed(db.failure().fault == SqliteFault::none ? old.failure() : db.failure());
   }
-  if (!fresh.put_in_place(FileInTheMaking::Taken::replace) || !sync_folder(folder_of(path)))
+  if (!open_files_can_move()) {
+    // Then who has it open keeps it from being replaced; who had it for this moment has left a
+    // mark.
+    const auto held = status_of_file(path);
+    alone.reset(), before.reset();
+    const auto now = status_of_file(path);
+    if (!held || !now || held->changed != now->changed || held->size != now->size)
+      return sentence(path, kNot, reason_of(EWOULDBLOCK));
+  }
+  if (!fresh.put_in_place(TakenName::replace) || !sync_folder(folder_of(path)))
     return sentence(path, kNot, reason_of(errno));
   return "";
 }

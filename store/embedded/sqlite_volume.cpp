@@ -1,14 +1,10 @@
 #include "store/embedded/sqlite_volume.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/statvfs.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstring>
 #include <thread>
 
+#include "files/descriptor.h"
 #include "store/embedded/sqlite/checked_pages.h"
 #include "store/embedded/sqlite/transaction.h"
 
@@ -33,8 +29,12 @@ static_assert(kApplicationId == 1332893267 && kFormat == 1);
 DatabaseError reason_of_errno() {
   switch (errno) {
     case ENOSPC:
+#ifdef EDQUOT
     case EDQUOT:
+#endif
       return DatabaseError::disk_full;
+    case EWOULDBLOCK:
+      return DatabaseError::sharing_violation;
     case EACCES:
     case EPERM:
     case EROFS:
@@ -46,18 +46,16 @@ DatabaseError reason_of_errno() {
 
 // Looks at the file's head without opening it as a database, which alone could change it.
 DatabaseError look_at_head(const std::string& path) {
-  struct stat info {};
+  const auto status = status_of_file(path);
   // A folder, or a pipe that would be waited for.
-  if (::stat(path.c_str(), &info) == 0 && !S_ISREG(info.st_mode))
-    return DatabaseError::invalid_parameter;
+  if (status && status->kind != FileKind::file) return DatabaseError::invalid_parameter;
   // A journal means that a writer died: only the database itself can tell what the head was.
-  if (::stat((path + "-journal").c_str(), &info) == 0 && info.st_size > 0)
-    return DatabaseError::none;
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) return errno == ENOENT ? DatabaseError::none : reason_of_errno();
+  const auto journal = status_of_file(path + "-journal");
+  if (journal && journal->size > 0) return DatabaseError::none;
+  const Descriptor file(open_file_to_read(path));
+  if (!file) return errno == ENOENT ? DatabaseError::none : reason_of_errno();
   unsigned char head[100];
-  const ssize_t count = ::read(file, head, sizeof head);
-  ::close(file);
+  const auto count = read_bytes_at(file.number(), head, sizeof head, 0);
   if (count < 0) return DatabaseError::damaged;
   if (count == 0) return DatabaseError::none;  // created, and the creator died
   const bool ours = count == sizeof head && std::memcmp(head, "SQLite format 3", 16) == 0 &&
@@ -67,9 +65,8 @@ DatabaseError look_at_head(const std::string& path) {
 
 // A file that may only be read will do when it is there.
 bool have_private_file(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-  if (file < 0) return (errno == EACCES || errno == EROFS) && ::access(path.c_str(), R_OK) == 0;
-  return ::close(file) == 0;
+  if (Descriptor file(open_or_make_file(path)); file) return file.close();
+  return (errno == EACCES || errno == EROFS) && may_read_file(path);
 }
 
 }  // namespace
@@ -92,7 +89,7 @@ std::unique_ptr<SqliteVolume> SqliteVolume::open(const std::string& path, LockPa
     error = reason_of_errno();
     return nullptr;
   }
-  const bool writable = ::access(path.c_str(), W_OK) == 0;
+  const bool writable = may_write_file(path);
   std::unique_ptr<SqliteVolume> volume(new SqliteVolume(
       path, writable ? SqliteConnection::Access::read_write : SqliteConnection::Access::read_only,
       patience));
@@ -130,13 +127,13 @@ bool SqliteVolume::prepare_format() {
 bool SqliteVolume::out_of_room() const {
   switch (connection_.failure().system_error) {
     case ENOSPC:
+#ifdef EDQUOT
     case EDQUOT:
+#endif
     case EFBIG:  // the process's own limit
       return true;
   }
-  struct statvfs room {};
-  return ::statvfs(path_.c_str(), &room) == 0 &&
-         (room.f_bavail == 0 || (room.f_files > 0 && room.f_favail == 0));
+  return disk_is_full(folder_of(path_));
 }
 
 DatabaseError SqliteVolume::reason() const {

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "files/file_reasons.h"
+#include "files/system_files.h"
 
 namespace orvello {
 namespace {
@@ -63,7 +64,7 @@ SqliteFailure failure_of(int code, int system_error, std::string words) {
   const SqliteFault fault = fault_of(code);
   if (fault == SqliteFault::page_damaged) words = "a page is not as it was written";
   if (fault == SqliteFault::damaged) words.clear();
-  return {fault, system_error, std::move(words)};
+  return {fault, errno_of_system(system_error), std::move(words)};
 }
 
 bool is_damage(SqliteFault fault) {
