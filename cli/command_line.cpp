@@ -57,7 +57,8 @@ std::string language_codes(const char* between) {
 // Reads words one after the other into a command line; keeps the first fault.
 class Parser {
  public:
-  explicit Parser(const std::vector<std::string>& words) : words_(words) {}
+  Parser(const std::vector<std::string>& words, bool device_store)
+      : words_(words), device_store_(device_store) {}
 
   Result<CommandLine> parse() {
     while (fault_.empty() && at_ < words_.size()) {
@@ -97,6 +98,8 @@ class Parser {
       line_.command = Command::version;
     } else if (name == "--new") {
       line_.new_appointment = true;
+    } else if (device_store_ && name == "--device-store") {
+      line_.device_store = true;
     } else if (name == "--json") {
       line_.json = true;
     } else if (name == "--list") {
@@ -269,6 +272,7 @@ class Parser {
   }
 
   const std::vector<std::string>& words_;
+  const bool device_store_;
   CommandLine line_;
   std::vector<std::string> settings_words_;  // behind that command
   std::string fault_, inline_;
@@ -278,15 +282,15 @@ class Parser {
 
 }  // namespace
 
-Result<CommandLine> parse_command_line(const std::vector<std::string>& words) {
-  return Parser(words).parse();
+Result<CommandLine> parse_command_line(const std::vector<std::string>& words, bool device_store) {
+  return Parser(words, device_store).parse();
 }
 
 bool names_contacts(const std::string& file) {
   return file.size() > 4 && upper_ascii(to_utf16(file.substr(file.size() - 4))) == u".VCF";
 }
 
-std::string usage_text() {
+std::string usage_text(bool device_store) {
   std::string text = R"(Orvello, a pocket calendar.
 
   orvello [FILE...]                   open the window; what calendar and contact files, or folders
@@ -327,6 +331,9 @@ Every command takes:
       --now YYYY-MM-DDTHH:MM          the time it is said to be
       --language CODE                 the language of menus and dates: )";
   text += language_codes(", ");
+  if (device_store)
+    text += R"(
+      --device-store                  take the device's own store in place of the calendar file)";
   return text += R"(
       --help, --version
 

@@ -41,18 +41,21 @@ struct CommandLine {
   std::optional<Size> screen;               // --screen
   int dpi = 0;                              // --dpi, 0: not given
   bool new_appointment = false;             // --new
+  bool device_store = false;                // --device-store, where there can be one
   bool json = false;
   bool list = false;  // of restore
   enum class Measure { nothing, start, turn, edit };
   Measure measure = Measure::nothing;
 };
 
-// `words` are the arguments after the program's name. Fails with a sentence for a person.
-Result<CommandLine> parse_command_line(const std::vector<std::string>& words);
+// `words` are the arguments after the program's name; `device_store`: this system's devices have a
+// store of their own to ask for. Fails with a sentence for a person.
+Result<CommandLine> parse_command_line(const std::vector<std::string>& words,
+                                       bool device_store = false);
 
 // Whether a file of that name holds contacts: "FILE.vcf".
 bool names_contacts(const std::string& file);
 
-std::string usage_text();
+std::string usage_text(bool device_store = false);
 
 }  // namespace orvello

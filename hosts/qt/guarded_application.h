@@ -1,40 +1,21 @@
-// Where a fault of the program's own ends up that nothing else has caught: it is written to
-// standard error and to the log and told to the person, each fault once, and the calendar goes on.
-// Without memory it ends when that has been told.
+// The toolkit's application, with the way that faults take which nothing else has caught.
 #pragma once
 
 #include <QApplication>
-#include <functional>
-#include <set>
-#include <string>
+
+#include "hosts/shared/fault_teller.h"
 
 namespace orvello {
 
-// What to tell a person about what is being caught; `ends`: and the program cannot go on.
-std::string caught_sentence(bool ends);
-
-class GuardedApplication : public QApplication {
+class GuardedApplication : public QApplication, public FaultTeller {
  public:
-  using QApplication::QApplication;
+  GuardedApplication(int& argc, char** argv);
 
-  std::function<void(const std::string& sentence)> log;
-  // From the message loop, once the events that are under way have returned.
-  std::function<void(const std::string& sentence, bool ends)> tell;
-
-  // Does something from outside the message loop. False when something came out of it: that has
-  // been told by then, as the end of the program.
-  bool guard(const std::function<void()>& action);
-  // In a catch block.
-  void take_caught() noexcept;
   // The last resort: counts what no callback has caught, and takes it.
   bool notify(QObject* receiver, QEvent* event) override;
   int uncaught() const { return uncaught_; }
 
  private:
-  bool note(const std::string& sentence);  // false for what is known already
-  void tell_now(const std::string& sentence, bool ends);
-  std::set<std::string> known_;
-  bool telling_ = false, ending_ = false;
   int uncaught_ = 0;
 };
 

@@ -1,8 +1,8 @@
 #include <iostream>
 
 #include "hosts/linux/standard_streams.h"
-#include "hosts/qt/guarded_application.h"
 #include "hosts/qt/qt_system.h"
+#include "hosts/shared/fault_teller.h"
 #include "hosts/shared/program.h"
 
 namespace orvello {

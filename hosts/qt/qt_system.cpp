@@ -53,10 +53,6 @@ std::unique_ptr<Departures> QtSystem::departures(const std::string& folder) {
   return std::make_unique<Outbox>(folder);
 }
 
-bool QtSystem::is_there(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
-
-bool QtSystem::can_be_written(const std::string& path) { return ::access(path.c_str(), W_OK) == 0; }
-
 std::string QtSystem::own_file_among(const Paths& paths, const std::vector<std::string>& files) {
   return orvello::own_file_among(paths, files);
 }

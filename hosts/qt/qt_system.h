@@ -19,8 +19,6 @@ class QtSystem : public ProgramSystem {
   std::unique_ptr<RecordDatabases> databases(const std::string& object_store) override;
   std::unique_ptr<Departures> departures(const std::string& folder) override;
 
-  bool is_there(const std::string& path) override;
-  bool can_be_written(const std::string& path) override;
   std::string own_file_among(const Paths& paths, const std::vector<std::string>& files) override;
 
   bool can_show_windows() override;

@@ -11,6 +11,7 @@
 #include "files/file_lock.h"
 #include "files/input_file.h"
 #include "files/replace_file.h"
+#include "files/system_files.h"
 #include "hosts/shared/way_back.h"
 #include "hosts/shared/way_back_question.h"
 #include "hosts/shared/window_program.h"
@@ -38,7 +39,6 @@ struct Opened {
   std::unique_ptr<EmbeddedStore> store;  // null: see the reason
   CalendarHealth health = CalendarHealth::good;
   std::string reason;
-  std::unique_ptr<CalendarStore> device;  // wanted in place of the calendar file
 };
 
 // A desktop's month has room for its appointments, and its first user should see them at once: a
@@ -88,9 +88,8 @@ void open_calendar(Opened& opened, bool start_afresh) {
   if (look.health == CalendarHealth::damaged) return;
   if (look.health == CalendarHealth::missing && !start_afresh) return;
   // On a medium that cannot be written it is read all the same; changes fail with the reason.
-  ProgramSystem& system = opened.system;
-  const bool only_read = system.is_there(path) &&
-                         !(system.can_be_written(path) && system.can_be_written(opened.paths.data));
+  const bool only_read =
+      status_of_file(path) && !(may_write_file(path) && may_write_file(opened.paths.data));
   auto store = only_read         ? EmbeddedStore::open_to_read(path, *opened.clock)
                : opened.windowed ? EmbeddedStore::open_for_window(path, *opened.clock, kLockWait)
                                  : EmbeddedStore::open(path, *opened.clock);
@@ -213,17 +212,30 @@ int without_display(CommandLine line, Opened& opened) {
   return std::max(drawn, print_appointments(line, opened));
 }
 
+// The device's own store in place of the calendar file.
+int run_with_device_store(const CommandLine& line, Opened& opened) {
+  if (line.command != Command::window && line.command != Command::render)
+    return failed(
+        "this works on the records of a calendar file, and the device's own store has none.");
+  if (line.command == Command::window && !opened.system.can_show_windows())
+    return failed("there is no display to open a window on.");
+  const auto store = opened.system.device_store();
+  const WindowParts parts{line, opened.paths, *opened.clock, nullptr, "", store.get()};
+  return line.command == Command::render ? run_render(opened.system, parts)
+                                         : run_window(opened.system, parts);
+}
+
 }  // namespace
 
 int run_program(const std::vector<std::string>& words, ProgramSystem& system,
                 std::ostream& content) {
-  const auto line = parse_command_line(words);
+  const auto line = parse_command_line(words, system.has_device_store());
   if (!line) {
     std::cerr << "orvello: " << line.reason() << "\nTry orvello --help.\n";
     return kExitUsage;
   }
   if (line->command == Command::help) {
-    std::cout << usage_text();
+    std::cout << usage_text(system.has_device_store());
     return kExitSuccess;
   }
   if (line->command == Command::version) {
@@ -240,6 +252,8 @@ int run_program(const std::vector<std::string>& words, ProgramSystem& system,
   if (const auto own = system.own_file_among(opened.paths, line->files); !own.empty())
     return failed(own + " is one of the calendar's own files.");
   if (line->command == Command::settings) return settings(*line, opened, content);
+  if (line->device_store || (system.is_device() && line->data_folder.empty()))
+    return run_with_device_store(*line, opened);
   if (line->command == Command::restore)
     return run_restore(*line, opened.paths, *opened.clock, std::cout, std::cerr);
   opened.windowed = line->command == Command::window && system.can_show_windows();

@@ -50,14 +50,14 @@ class ProgramSystem : public OwnRuns {
   virtual std::unique_ptr<Files> files(const Paths& paths) = 0;
   // The device's volumes with records; the object store is kept at `object_store`.
   virtual std::unique_ptr<RecordDatabases> databases(const std::string& object_store) = 0;
-  // The device's own store, for who asks for it; null where devices have none.
-  virtual std::unique_ptr<CalendarStore> device_store() { return nullptr; }
+  // Whether this system's devices have a store of their own, to be asked for; whether this is such
+  // a device, which takes it unasked; and that store.
   virtual bool has_device_store() const { return false; }
+  virtual bool is_device() const { return false; }
+  virtual std::unique_ptr<CalendarStore> device_store() { return nullptr; }
   // `--data`'s folder, or empty: what leaves goes there then, and nobody's mail program is started.
   virtual std::unique_ptr<Departures> departures(const std::string& folder) = 0;
 
-  virtual bool is_there(const std::string& path) = 0;
-  virtual bool can_be_written(const std::string& path) = 0;  // a file or folder that is there
   // The first of the files that belongs to the program itself, whatever it is called here; or
   // empty.
   virtual std::string own_file_among(const Paths& paths, const std::vector<std::string>& files) = 0;

@@ -9,7 +9,7 @@
 #include "files/file_lock.h"
 #include "files/input_file.h"
 #include "files/replace_file.h"
-#include "hosts/shared/host_path.h"
+#include "files/system_files.h"
 #include "store/embedded/calendar_restore.h"
 #include "store/embedded/embedded_store.h"
 #include "store/embedded/salvage.h"
@@ -23,6 +23,12 @@ constexpr int kMostNames = 1000;
 
 // Set when a copy turned out damaged, which is noticed long after the start.
 std::string damage_mark(const Paths& paths) { return paths.data + "/backups/damaged"; }
+
+// -1: there is none.
+std::int64_t size_of_file(const std::string& path) {
+  const auto status = status_of_file(path);
+  return status ? static_cast<std::int64_t>(status->size) : -1;
+}
 
 std::string counted(std::int64_t count) {
   return std::to_string(count) + (count == 1 ? " appointment" : " appointments");
@@ -45,7 +51,7 @@ Result<CalendarCopy> chosen_copy(const CalendarCopies& copies, std::optional<Mon
 class ScratchFile {
  public:
   explicit ScratchFile(const std::string& beside) : name_(beside) {
-    if (name_.exists()) remove_at(name_.path());
+    if (name_.exists()) remove_file(name_.path());
   }
   bool exists() const { return name_.exists(); }
   const std::string& path() const { return name_.path(); }
@@ -130,7 +136,7 @@ CalendarCheck look_at_calendar(const Paths& paths, MonthDayYear today) {
   CalendarCheck check = glance_at_calendar(path, marked ? size : kGlance);
   if (!marked) return check;
   check = check_calendar(path);
-  if (check.health == CalendarHealth::good) remove_at(damage_mark(paths));
+  if (check.health == CalendarHealth::good) remove_file(damage_mark(paths));
   return check;
 }
 
@@ -161,7 +167,7 @@ Result<Restored> restore_calendar(const Paths& paths, std::optional<MonthDayYear
                          : make_anew(paths, clock, restored, keep_as);
   if (!kept) return Answer::failure(kept.reason());
   restored.kept = *kept;
-  remove_at(damage_mark(paths));
+  remove_file(damage_mark(paths));
   return restored;
 }
 
