@@ -5,6 +5,8 @@
 #include <QTimer>
 #include <functional>
 
+#include "hosts/shared/glide_motion.h"
+
 namespace orvello {
 
 class Glide {
@@ -15,16 +17,14 @@ class Glide {
   void start(double pixels_per_second);  // 0 ends it
   void halt() { timer_.stop(); }         // it stands, and has not ended yet
   void end();
-  bool goes() const { return goes_; }
+  bool goes() const { return motion_.goes(); }
 
  private:
   void step();
 
   QTimer timer_;
   QElapsedTimer since_step_;
-  std::function<bool(double)> scroll_;
-  double speed_ = 0;
-  bool goes_ = false;
+  GlideMotion motion_;
 };
 
 }  // namespace orvello

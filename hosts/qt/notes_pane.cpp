@@ -10,6 +10,7 @@
 
 #include "draw/readable.h"
 #include "hosts/qt/callbacks.h"
+#include "hosts/qt/ink_paint.h"
 #include "hosts/qt/notes_document.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
@@ -160,7 +161,7 @@ void NotesPane::lay_out_page() {
   const bool drawn = tool_ != NotesTool::text || now_.width > 0;
   setVerticalScrollBarPolicy(drawn ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
   const double unit = density_.unit();
-  const QPointF extent = extent_of(*now_.ink) * unit;
+  const QPointF extent = to_qt(extent_of(*now_.ink)) * unit;
   const int edge = density_.scaled(kPageEdge), room = viewport()->width();
   const int wrap = now_.width > 0 ? density_.scaled(now_.width) : room;
   const int width = std::max({room, wrap, static_cast<int>(extent.x()) + edge});
@@ -198,7 +199,7 @@ void NotesPane::paintEvent(QPaintEvent* event) {
     paint_stroke(painter, stroke, seen, legible_on(density_.colors->field, stroke.color));
   };
   for (const NotesStroke& stroke : *now_.ink)
-    if (bounds_of(stroke).intersects(seen)) paint(stroke);
+    if (to_qt(bounds_of(stroke)).intersects(seen)) paint(stroke);
   if (drawing_) paint(*drawing_);
 }
 

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "hosts/qt/flat_field.h"
-#include "hosts/qt/notes_history.h"
 #include "hosts/qt/qt_pointer.h"
+#include "hosts/shared/notes_history.h"
 
 namespace orvello {
 

@@ -3,12 +3,11 @@
 #include <QTabletEvent>
 #include <QTouchEvent>
 
+#include "hosts/qt/ink_paint.h"
 #include "hosts/qt/notes_pane.h"
 
 namespace orvello {
 namespace {
-
-constexpr double kEraserReach = 5;  // pixels at 96 dpi around its middle
 
 // 1 where the device does not know.
 double pressure_of(const QEvent& event) {
@@ -88,8 +87,8 @@ void NotesPane::press(QPointF at, double pressure) {
 
 void NotesPane::drag(QPointF at, double pressure) {
   if (erasing_) return erase(std::exchange(last_, at), at);
-  if (!drawing_ || !add_point(*drawing_, at, pressure)) return;
-  const QRectF drawn = bounds_of_end(*drawing_);
+  if (!drawing_ || !add_point(*drawing_, page_point(at), pressure)) return;
+  const QRectF drawn = to_qt(bounds_of_end(*drawing_));
   const double unit = density_.unit();
   const QPointF corner = drawn.topLeft() * unit -
                          QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value());
@@ -116,7 +115,7 @@ void NotesPane::lift() {
 void NotesPane::erase(QPointF from, QPointF to) {
   std::vector<NotesStroke> ink = *now_.ink;
   const auto gone = [&](const NotesStroke& stroke) {
-    return touches(stroke, from, to, kEraserReach);
+    return touches(stroke, page_point(from), page_point(to), kEraserReach);
   };
   if (std::erase_if(ink, gone) > 0) set_ink(std::move(ink));
 }

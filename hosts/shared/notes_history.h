@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "hosts/qt/notes_ink.h"
+#include "hosts/shared/notes_ink.h"
 
 namespace orvello {
 

@@ -1,4 +1,4 @@
-#include "hosts/qt/notes_history.h"
+#include "hosts/shared/notes_history.h"
 
 #include <algorithm>
 #include <utility>
