@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace orvello {
 
-FormLook::FormLook(const Settings& settings, const LocaleData& locale)
-    : settings_(settings), locale_(locale) {}
+FormLook::FormLook(const Settings& settings, const LocaleData& locale,
+                   std::shared_ptr<Win32Fonts> canvas_fonts)
+    : settings_(settings),
+      locale_(locale),
+      canvas_fonts_(canvas_fonts ? std::move(canvas_fonts) : std::make_shared<Win32Fonts>()) {}
 
 bool FormLook::set(const Settings& settings) {
   if (settings == settings_) return false;

@@ -10,6 +10,7 @@
 
 #include "calendar/locale_data.h"
 #include "draw/look_colors.h"
+#include "hosts/win32/win32_fonts.h"
 
 namespace orvello {
 
@@ -34,8 +35,9 @@ class FormLook {
     LookColors colors = kLightColors;
     friend bool operator==(const Settings&, const Settings&) = default;
   };
-  // `locale` outlives the look.
-  FormLook(const Settings& settings, const LocaleData& locale);
+  // `locale` outlives the look. `canvas_fonts`: of what is drawn on a canvas; null: its own.
+  FormLook(const Settings& settings, const LocaleData& locale,
+           std::shared_ptr<Win32Fonts> canvas_fonts = nullptr);
 
   // True when anything is another than before: fonts and brushes are new then.
   bool set(const Settings& settings);
@@ -45,6 +47,7 @@ class FormLook {
   bool right_to_left() const { return settings_.right_to_left; }
   const LookColors& colors() const { return settings_.colors; }
   const LocaleData& locale() const { return locale_; }
+  const std::shared_ptr<Win32Fonts>& canvas_fonts() const { return canvas_fonts_; }
   HFONT font(bool bold = false) const;
   HFONT font(int height, bool bold) const;  // in device pixels
   int line_height(bool bold = false) const;
@@ -53,6 +56,7 @@ class FormLook {
  private:
   Settings settings_;
   const LocaleData& locale_;
+  std::shared_ptr<Win32Fonts> canvas_fonts_;
   mutable std::map<std::pair<int, bool>, OwnedGdi> fonts_;
   mutable std::map<COLORREF, OwnedGdi> brushes_;
 };
