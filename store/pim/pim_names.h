@@ -35,6 +35,7 @@ inline constexpr wchar_t kPimServer[] = L"pimstore.dll";
 inline constexpr char kPimRegister[] = "DllRegisterServer";  // HRESULT (), 0 is success
 
 inline constexpr std::int32_t kPimAppointmentItem = 1;  // CreateItem, AddItemToInfraredFolder
+inline constexpr std::int32_t kPimContactItem = 2;
 inline constexpr double kPimNoDate = 949998.0;
 
 // The kinds of object, each with its own numbers for the names.
@@ -49,8 +50,9 @@ enum class PimKind {
   recipients,
   recipient,
   contact,
+  task,
 };
-inline constexpr int kPimKinds = 10;
+inline constexpr int kPimKinds = 11;
 
 // Properties are read by DISPATCH_PROPERTYGET and written by DISPATCH_PROPERTYPUT (the one argument
 // named DISPID_PROPERTYPUT), methods called by DISPATCH_METHOD.
@@ -122,7 +124,7 @@ enum class PimName {
   // recipient
   name,     // get VT_BSTR
   address,  // get, put VT_BSTR
-  // contact: get VT_BSTR
+  // contact: get, put VT_BSTR
   file_as,
   first_name,
   middle_name,

@@ -1,0 +1,52 @@
+// A folder's items as the platform finds, sorts and restricts them: its texts are passed on as they
+// stand, each item is an object that is asked for what is wanted, and nothing else.
+#pragma once
+
+#include "store/pim/pim_fields.h"
+#include "store/pim/pim_numbers.h"
+
+namespace orvello {
+
+class PimItems : public StoreItems {
+ public:
+  // A collection that is null holds nothing. `cannot_read` is told of failures; both go after this.
+  PimItems(PimObject items, const PimForm& form, PimNumbers& numbers,
+           std::function<void()> cannot_read)
+      : items_(std::move(items)),
+        form_(form),
+        numbers_(numbers),
+        cannot_read_(std::move(cannot_read)) {}
+
+  void set_include_recurrences(bool include) override;
+  void sort(TextView property, bool descending) override;
+  void want(AppointmentFieldSet fields) override { wanted_ = fields; }
+  void stop_when(std::function<bool()> stop) override { stop_ = std::move(stop); }
+  std::unique_ptr<StoreItems> restrict_to(TextView restriction) override;
+  std::optional<StoreItem> find(TextView restriction) override;
+  std::optional<StoreItem> find_next() override;
+  bool failed() const override { return failed_; }
+  bool given_up() const override { return given_up_; }
+  AllDayEnd all_day_end() const override { return form_.all_day_end; }
+
+ private:
+  enum class Walk { ended, found, counted };
+  bool begin();
+  bool stopped();
+  std::optional<StoreItem> fail();
+  std::optional<StoreItem> answer(std::optional<PimObject> item);
+  std::optional<StoreItem> item_of(const PimObject& item);
+
+  PimObject items_;
+  const PimForm& form_;
+  PimNumbers& numbers_;
+  std::function<void()> cannot_read_;
+  AppointmentFieldSet wanted_ = AppointmentFieldSet::all();
+  std::function<bool()> stop_;
+  bool set_up_ = true;  // it took what it was told before it was asked
+  bool failed_ = false;
+  bool given_up_ = false;
+  Walk walk_ = Walk::ended;
+  std::int32_t index_ = 0, count_ = 0;  // of a walk that counts
+};
+
+}  // namespace orvello

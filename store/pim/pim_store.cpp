@@ -1,0 +1,281 @@
+#include "store/pim/pim_store.h"
+
+#include <algorithm>
+
+#include "store/pim/pim_application.h"
+#include "store/pim/pim_folder.h"
+#include "store/record_rules.h"
+
+namespace orvello {
+namespace {
+
+std::string no_appointment(std::int32_t oid) {
+  return "There is no appointment with the number " + std::to_string(oid) + ".";
+}
+
+}  // namespace
+
+PimStore::PimStore(const Clock& clock, PimPlatform platform)
+    : RecordCalendarStore(clock), platform_(std::move(platform)) {
+  if (platform_.generation == 3) form_.all_day_end = AllDayEnd::next_midnight;
+  set_posts_unasked(platform_.generation != 3);
+  set_transport([this](const AppointmentRecord& record) { return send_item(record); }, {});
+}
+
+PimStore::~PimStore() = default;
+
+// What the platform answered is told to nobody: to a person its numbers say nothing.
+void PimStore::cannot_read() { fail("The device's calendar store could not be read."); }
+
+bool PimStore::cannot_write() {
+  return refused_write("The device's calendar store could not be written.");
+}
+
+bool PimStore::refused_write(std::string reason) {
+  spoilt_ = spoilt_ || writing_;
+  return refuse(std::move(reason));
+}
+
+bool PimStore::busy() const {
+  const HRESULT last = caller_.last();
+  return !problem_.empty() && (last == HRESULT_FROM_WIN32(ERROR_SHARING_VIOLATION) ||
+                               last == HRESULT_FROM_WIN32(ERROR_LOCK_VIOLATION) ||
+                               last == HRESULT_FROM_WIN32(ERROR_BUSY));
+}
+
+std::optional<PimObject> PimStore::folder(int number) {
+  auto folder = open_.empty()
+                    ? std::nullopt
+                    : open_.front()->object().made_by(PimName::get_default_folder, PimKind::folder,
+                                                      PimValue::number(number));
+  if (folder && *folder) return folder;
+  cannot_read();
+  return std::nullopt;
+}
+
+std::optional<PimObject> PimStore::folder_items(int number) {
+  const auto from = folder(number);
+  auto items = from ? from->part(PimName::items, PimKind::items) : std::nullopt;
+  if (!items) cannot_read();
+  return items;
+}
+
+std::unique_ptr<StoreItems> PimStore::items_of(const PimObject& folder) {
+  problem_.clear();
+  auto items = folder.part(PimName::items, PimKind::items);
+  if (!items) return cannot_read(), nullptr;
+  return std::make_unique<PimItems>(std::move(*items), form_, numbers_, [this] { cannot_read(); });
+}
+
+std::optional<PimObject> PimStore::item(std::int32_t oid) {
+  auto found = open_.empty() ? std::nullopt
+                             : open_.front()->object().made_by(
+                                   PimName::get_item_from_oid, PimKind::appointment,
+                                   PimValue::number(numbers_.of_platform(oid)));
+  if (found && *found && form_.ink && !found->knows(PimName::body_ink))
+    form_.ink = found->last_result() != DISP_E_UNKNOWNNAME;
+  if (found || (!open_.empty() && caller_.last() == E_INVALIDARG))
+    return found ? std::move(found) : std::optional<PimObject>(std::in_place);
+  cannot_read();
+  return std::nullopt;
+}
+
+std::optional<AppointmentRecord> PimStore::record_of(const PimObject& item, std::int32_t oid,
+                                                     bool ink) {
+  auto record = read_record(item, oid, numbers_.uid_of(oid), ink, form_, time_);
+  if (!record) cannot_read();
+  return record;
+}
+
+Result<std::optional<AppointmentRecord>> PimStore::load(std::int32_t oid) {
+  using Loaded = Result<std::optional<AppointmentRecord>>;
+  problem_.clear();
+  const auto found = item(oid);
+  if (!found) return Loaded::failure(problem_);
+  if (!*found) return std::nullopt;
+  auto record = record_of(*found, oid, true);
+  if (!record) return Loaded::failure(problem_);
+  return record;
+}
+
+Result<std::optional<std::int32_t>> PimStore::oid_of_uid(std::string_view uid) {
+  problem_.clear();
+  const std::int32_t oid = numbers_.number_of(uid);
+  if (oid == 0) return std::nullopt;
+  const auto found = item(oid);
+  if (!found) return Result<std::optional<std::int32_t>>::failure(problem_);
+  return *found ? std::optional(oid) : std::nullopt;
+}
+
+void PimStore::note(StoreChange change) {
+  next_state();
+  if (window_) return;  // the platform tells
+  if (writing_)
+    changes_.push_back(change);
+  else
+    note_change(change, false);
+}
+
+bool PimStore::begin() {
+  if (writing_ || open_.empty()) return refuse(open_.empty() ? "The store is not open." : "");
+  problem_.clear();
+  written_.clear();
+  changes_.clear();
+  spoilt_ = false;
+  writing_ = true;
+  return true;
+}
+
+bool PimStore::commit() {
+  if (!writing_) return false;
+  if (spoilt_) {
+    rollback();
+    return false;
+  }
+  writing_ = false;
+  written_.clear();
+  for (const StoreChange change : changes_) note_change(change, false);
+  return true;
+}
+
+// The reason for which it is taken back is what a person is told, unless it cannot be.
+void PimStore::rollback() {
+  if (!writing_) return;
+  writing_ = false;
+  const std::string reason = problem_;
+  bool whole = true;
+  for (auto one = written_.rbegin(); one != written_.rend(); ++one)
+    whole = take_back(*one) && whole;
+  written_.clear();
+  next_state();
+  fail(whole ? reason : "The device's calendar store could not be brought back to what it was.");
+}
+
+bool PimStore::take_back(const Written& written) {
+  if (!written.before) return remove(written.oid);
+  const auto found = item(written.oid);
+  if (!found) return false;
+  if (!*found) return bring_back(*written.before);
+  const auto now = record_of(*found, written.oid, true);
+  int saves = 0;
+  return now && write_record(*found, &*now, *written.before, form_, saves);
+}
+
+bool PimStore::fits(const AppointmentRecord& record) {
+  if (!record.rules.empty())
+    return refuse("The device's calendar store has no pattern that holds this recurrence.");
+  const std::int32_t named = numbers_.number_of(record.uid);
+  if (named == 0 || named == record.oid) return true;
+  const auto other = item(named);
+  return other && (!*other || refuse("An appointment with the UID " + record.uid +
+                                     " is already in the store."));
+}
+
+std::int32_t PimStore::put(const AppointmentRecord& record) {
+  problem_.clear();
+  AppointmentRecord stored = record;
+  const bool fit = complete_record(stored, time_) && simplify(stored) && fits(stored);
+  const std::int32_t oid = !fit ? 0 : stored.oid == 0 ? put_new(stored) : put_existing(stored);
+  if (oid == 0) refused_write(problem_);
+  return oid;
+}
+
+std::optional<PimObject> PimStore::made_item(PimKind kind, std::int32_t type) {
+  if (open_.empty()) return std::nullopt;
+  return open_.front()->object().made_by(PimName::create_item, kind, PimValue::number(type));
+}
+
+std::optional<PimObject> PimStore::contact_item(std::int32_t oid) {
+  if (oid == 0) return made_item(PimKind::contact, kPimContactItem);
+  if (open_.empty()) return std::nullopt;
+  return open_.front()->object().made_by(PimName::get_item_from_oid, PimKind::contact,
+                                         PimValue::number(oid));
+}
+
+// With the number that it had, when it had one.
+std::int32_t PimStore::put_new(const AppointmentRecord& record) {
+  const auto made = made_item(PimKind::appointment, kPimAppointmentItem);
+  int saves = 0;
+  const bool saved = made && *made && write_record(*made, nullptr, record, form_, saves);
+  const auto platform = saved ? made->number(PimName::oid) : std::nullopt;
+  if (!platform || *platform == 0) {
+    if (saves > 0) made->call(PimName::remove);
+    return cannot_write(), 0;
+  }
+  const std::int32_t oid =
+      record.oid == 0 ? numbers_.known(*platform) : numbers_.note(record.oid, *platform);
+  numbers_.name(oid, record.uid);
+  if (writing_) written_.push_back({oid, std::nullopt});
+  note(StoreChange::created);
+  return oid;
+}
+
+std::int32_t PimStore::put_existing(const AppointmentRecord& record) {
+  const auto found = item(record.oid);
+  if (!found) return 0;
+  if (!*found) return refuse(no_appointment(record.oid)), 0;
+  auto before = record_of(*found, record.oid, true);
+  if (!before) return 0;
+  int saves = 0;
+  Written written{record.oid, std::move(before)};
+  if (!write_record(*found, &*written.before, record, form_, saves)) {
+    if (saves > 0) take_back(written);
+    next_state();
+    return cannot_write(), 0;
+  }
+  if (writing_) written_.push_back(std::move(written));
+  numbers_.name(record.oid, record.uid);
+  note(StoreChange::changed);
+  return record.oid;
+}
+
+bool PimStore::bring_back(const AppointmentRecord& before) { return put_new(before) != 0; }
+
+bool PimStore::restore(const AppointmentRecord& record) {
+  problem_.clear();
+  const auto found = item(record.oid);
+  const bool done = found && (*found ? put_existing(record) != 0 : bring_back(record));
+  return done || refused_write(problem_);
+}
+
+bool PimStore::remove(std::int32_t oid) {
+  const auto found = item(oid);
+  if (!found) return false;
+  if (!*found) return refuse(no_appointment(oid));
+  if (!found->call(PimName::remove)) return cannot_write();
+  numbers_.forget(oid);
+  note(StoreChange::deleted);
+  return true;
+}
+
+bool PimStore::erase(std::int32_t oid) {
+  problem_.clear();
+  Written written{oid, std::nullopt};
+  if (writing_) {
+    auto before = existing(oid);
+    if (!before) return refused_write(problem_);
+    written.before = std::move(before);
+  }
+  if (!remove(oid)) return refused_write(problem_);
+  if (writing_) written_.push_back(std::move(written));
+  return true;
+}
+
+RecordCalendarStore::Sending PimStore::send_item(const AppointmentRecord& record) {
+  const auto found = record.oid == 0 ? std::nullopt : item(record.oid);
+  if (found && *found && found->call(PimName::send)) return Sending(std::string());
+  return {caller_.last() == E_NOTIMPL ? SendResult::no_way : SendResult::failed,
+          "The device could not send the meeting request."};
+}
+
+bool PimStore::beam(const PimObject& item) {
+  problem_.clear();
+  const auto infrared = folder(kFolderInfrared);
+  return infrared &&
+         ((infrared->call(PimName::add_to_infrared, PimValue::number(kPimAppointmentItem),
+                          PimValue::object(item.get())) &&
+           infrared->call(PimName::send_to_infrared)) ||
+          refuse("The device could not send the appointment by infrared."));
+}
+
+}  // namespace orvello
