@@ -13,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/linux/window_place.h"
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/desktop_settings.h"
 #include "hosts/qt/modal_layer.h"
@@ -22,6 +21,7 @@
 #include "hosts/qt/qt_surface.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/touch_menu.h"
+#include "hosts/shared/window_place.h"
 #include "ports/messages.h"
 
 namespace orvello {

@@ -5,8 +5,8 @@
 #include <thread>
 
 #include "app/own_messages.h"
-#include "hosts/linux/window_place.h"
 #include "hosts/qt/qt_surface.h"
+#include "hosts/shared/window_place.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {

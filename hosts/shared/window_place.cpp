@@ -1,4 +1,4 @@
-#include "hosts/linux/window_place.h"
+#include "hosts/shared/window_place.h"
 
 #include <algorithm>
 #include <sstream>
