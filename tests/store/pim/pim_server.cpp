@@ -1,0 +1,38 @@
+#include "tests/store/pim/pim_server.h"
+
+#include <objbase.h>
+
+namespace orvello::test {
+
+std::wstring library_folder(const wchar_t* library) {
+  wchar_t path[MAX_PATH];
+  std::wstring program(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+  return program.substr(0, program.find_last_of(L'\\') + 1) + library;
+}
+
+StandinControl& standin() {
+  static StandinControl* const loaded = [] {
+    const std::wstring folder = library_folder(L"pimstore");
+    SetDllDirectoryW(folder.c_str());
+    const HMODULE library = LoadLibraryW((folder + L"\\pimstore.dll").c_str());
+    const auto function = [&](const char* name) {
+      return library ? reinterpret_cast<void*>(GetProcAddress(library, name)) : nullptr;
+    };
+    const auto enter = reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(function("DllRegisterServer"));
+    const auto control = reinterpret_cast<StandinControlFunction>(function("standin_control"));
+    if (!enter || !control || FAILED(enter())) {
+      ADD_FAILURE() << "pimstore.dll does not stand beside the tests";
+      std::abort();
+    }
+    return control();
+  }();
+  return *loaded;
+}
+
+void PimServerTest::expect_nothing_left() {
+  EXPECT_EQ(standin().references(), 0) << standin().report();
+  EXPECT_EQ(standin().strings(), 0) << standin().report();
+  EXPECT_EQ(standin().faults(), 0) << standin().report();
+}
+
+}  // namespace orvello::test
