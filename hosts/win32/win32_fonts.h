@@ -17,7 +17,7 @@ class Win32Fonts {
   Win32Fonts(const Win32Fonts&) = delete;
   Win32Fonts& operator=(const Win32Fonts&) = delete;
 
-  // Lives as long as this does; "Tahoma", or what the platform has in its place.
+  // Lives as long as this does; "Tahoma", or the nearest one in width that covers Cyrillic.
   HFONT font(const FontSpec& spec);
 
  private:
@@ -26,6 +26,7 @@ class Win32Fonts {
     HFONT font = nullptr;
   };
   std::mutex lock_;
+  const wchar_t* family_ = nullptr;  // once it has been looked for
   std::vector<Made> made_;
 };
 

@@ -4,15 +4,19 @@
 #pragma once
 
 #include <windows.h>
+// After it.
+#include <shellapi.h>
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include "hosts/win32/message_loop.h"
 #include "hosts/win32/modal_covers.h"
+#include "hosts/win32/native_window.h"
+#include "hosts/win32/other_instance.h"
+#include "hosts/win32/system_look.h"
 #include "hosts/win32/win32_density.h"
 #include "hosts/win32/win32_fonts.h"
 #include "ports/main_window.h"
@@ -21,15 +25,8 @@ namespace orvello {
 
 class FrameWindow;
 class HoverWindow;
-class OtherInstance;
 class ViewWindow;
 class WindowPost;
-
-// What another launch hands over to this one.
-struct InstanceCall {
-  std::vector<Text> files;  // absolute paths
-  bool new_appointment = false;
-};
 
 struct Win32WindowOptions {
   Text identity;  // of the calendar: windows with the same one are one program's; empty: alone
@@ -86,8 +83,9 @@ class Win32Window : public MainWindow {
   ModalCovers& covers() { return covers_; }
   const std::shared_ptr<Win32Fonts>& fonts() const { return fonts_; }
   bool right_to_left() const { return options_.right_to_left; }
-  HWND frame() const;       // the parent of all forms; null: none was created
-  HWND view() const;        // a child of it
+  HWND frame() const;  // the parent of all forms; null: none was created
+  HWND view() const;   // a child of it
+  HWND label_window() const, notice_window() const;  // in front of the view
   Rect whole_area() const;  // of the frame's client area, for what is modal
   Rect content_area()
       const;  // above the menu bar, for modeless forms; where the port's points begin
@@ -99,9 +97,9 @@ class Win32Window : public MainWindow {
   void drop_form(HWND window);
   // The Tab key leaves a modeless form: on to the menu bar, or round. False: nowhere to go.
   bool tab_out(HWND form, bool backwards);
-  // The menu bar's window, a child of the frame; null: none.
-  void set_bar(HWND bar, int height);
-  // The system or its colours, texts and density have changed: asked by the menu bar.
+  // The menu bar's window, a child of the frame, and how the Tab key comes into it; null: none.
+  void set_bar(HWND bar, int height, std::function<bool(bool backwards)> take_tab = {});
+  // The desktop's colours or texts, or the density, are others: for the menu bar.
   std::function<void()> on_look;
   bool let_pointer_go();  // whether it was down
   int run() { return loop_.run(); }
@@ -116,29 +114,54 @@ class Win32Window : public MainWindow {
   friend class FrameWindow;
   friend class ViewWindow;
   bool send(const Message& message);
+  void listen();
+  bool make_windows(TextView window_class, TextView title);
+  bool take_input(MSG& message);
+  LRESULT answer_object(WPARAM wparam, LPARAM lparam);
+  // What the frame tells.
   void close_wanted();
   void resized();
+  void changed_size();
+  void changed_density(const RECT& suggested);
+  void activated(bool active);
+  void take_focus();
+  void take_bar_by_key();
+  void dropped(HDROP drop);
+  bool sets_cursor() const;
+
   void lay_out();
-  void take_look();
-  Rect first_place() const;
+  void read_look();
+  bool take_scale();
+  double fitting_scale(int width) const;
+  void show_text(std::unique_ptr<HoverWindow>& window, const HoverLabel& label);
+  void note_first_paint();
+  void remember_place();
   void come_forward();
 
   Win32WindowOptions options_;
   MessageLoop loop_;
   ModalCovers covers_;
-  std::shared_ptr<Win32Fonts> fonts_;
+  std::shared_ptr<Win32Fonts> fonts_ = std::make_shared<Win32Fonts>();
+  SystemLook look_;
   Win32Density density_, forms_;
   std::unique_ptr<WindowPost> posted_;
+  std::unique_ptr<OtherInstance> instance_;
   std::unique_ptr<FrameWindow> frame_;
   std::unique_ptr<ViewWindow> view_;
   std::unique_ptr<HoverWindow> label_, notice_;
-  std::unique_ptr<OtherInstance> instance_;
+  std::vector<std::unique_ptr<NativeWindow>>
+      left_;  // destroyed, until their messages have returned
   MessageHandler* handler_ = nullptr;
-  std::vector<FormSlot> forms_standing_;
+  AccessibleView* accessible_ = nullptr;
+  std::vector<FormSlot> slots_;
   HWND bar_ = nullptr;
+  std::function<bool(bool)> bar_takes_tab_;
   int bar_height_ = 0;
+  HWND last_focus_ = nullptr;  // while another program's window is active
   Rect content_;
+  Rect first_place_;  // of the client area
   Size reported_;
+  int reported_dpi_ = 0;
   int wait_cursors_ = 0;
   bool painted_ = false;
   bool call_answered_ = true;

@@ -1,6 +1,7 @@
 // The canvas contract on memory bitmaps.
 #include "hosts/win32/win32_surface.h"
 #include "tests/contract/canvas_contract.h"
+#include "tests/contract/win32/native_objects.h"
 
 namespace orvello {
 namespace {
@@ -18,8 +19,6 @@ const auto kBitmaps =
 INSTANTIATE_TEST_SUITE_P(Win32, SurfacesContract, kBitmaps);
 INSTANTIATE_TEST_SUITE_P(Win32, CanvasContract, kBitmaps);
 
-DWORD drawing_objects() { return GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS); }
-
 TEST(Win32Canvas, GivesBackAllThatItTakesOfThePlatform) {
   const auto draw = [] {
     const auto fonts = std::make_shared<Win32Fonts>();
@@ -33,7 +32,8 @@ TEST(Win32Canvas, GivesBackAllThatItTakesOfThePlatform) {
     }
   };
   draw();
-  const DWORD before = drawing_objects();
+  const int before = drawing_objects();
+  ASSERT_GT(before, 0);
   draw();
   EXPECT_LE(drawing_objects(), before);
 }
