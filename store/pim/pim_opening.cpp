@@ -22,6 +22,8 @@ class LoadedLibrary {
   HMODULE module_;
 };
 
+constexpr std::uint32_t kDeliver = 0x81FF;  // the window's own, beside the platform's
+
 using RegisterServer = HRESULT(STDAPICALLTYPE*)();
 
 }  // namespace
@@ -61,7 +63,13 @@ std::intptr_t PimStore::notified_window() {
   return window_ ? window_->handle() : 0;
 }
 
+// Of a burst of changes, such as a synchronisation's, the program hears once for each kind.
 void PimStore::told(std::uint32_t message) {
+  if (message == kDeliver) {
+    delivery_posted_ = false;
+    poll();
+    return;
+  }
   const bool remote = message >= kItemCreatedRemote;
   const std::uint32_t first = remote ? kItemCreatedRemote : kItemCreatedLocal;
   if (message < first || message > first + 2) return;
@@ -70,6 +78,8 @@ void PimStore::told(std::uint32_t message) {
               : message == first + 1 ? StoreChange::deleted
                                      : StoreChange::changed,
               remote);
+  if (!delivery_posted_) window_->post(kDeliver);
+  delivery_posted_ = true;
 }
 
 void PimStore::opened(PimApplication& application) {

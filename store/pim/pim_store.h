@@ -23,13 +23,16 @@ class PimWindow {
  public:
   virtual ~PimWindow() = default;
   virtual std::intptr_t handle() const = 0;
+  // Sends it a message behind those that wait already.
+  virtual void post(std::uint32_t message) = 0;
 };
 using MakePimWindow =
     std::function<std::unique_ptr<PimWindow>(std::function<void(std::uint32_t)> told)>;
 
 struct PimPlatform {
   int generation = 0;  // as the program counts them; 3 stores whole days to the next midnight
-  // Without a window nobody hears of other programs' changes.
+  // With a window changes are told from the message loop, without poll(); without one nobody hears
+  // of other programs' changes.
   MakePimWindow make_window{};
 };
 
@@ -115,6 +118,7 @@ class PimStore : public RecordCalendarStore {
   PimCaller caller_;
   PimNumbers numbers_;
   std::unique_ptr<PimWindow> window_;
+  bool delivery_posted_ = false;
   std::vector<PimApplication*> open_;  // logged on, in that order
   bool writing_ = false;
   bool spoilt_ = false;  // a write of the transaction failed: it cannot be committed
