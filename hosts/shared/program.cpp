@@ -20,6 +20,7 @@
 #include "settings/registry_access.h"
 #include "settings/setting_table.h"
 #include "store/embedded/embedded_store.h"
+#include "store/store_session.h"
 
 namespace orvello {
 namespace {
@@ -36,7 +37,8 @@ struct Opened {
   std::unique_ptr<FileLock> use;
   std::unique_ptr<Clock> clock;
   bool windowed = false;
-  std::unique_ptr<EmbeddedStore> store;  // null: see the reason
+  std::unique_ptr<RecordCalendarStore> store;  // null: see the reason
+  EmbeddedStore* file = nullptr;               // what that is when it is no device's own
   CalendarHealth health = CalendarHealth::good;
   std::string reason;
 };
@@ -94,6 +96,7 @@ void open_calendar(Opened& opened, bool start_afresh) {
                : opened.windowed ? EmbeddedStore::open_for_window(path, *opened.clock, kLockWait)
                                  : EmbeddedStore::open(path, *opened.clock);
   if (store) {
+    opened.file = store->get();
     opened.store = std::move(*store);
     return;
   }
@@ -146,7 +149,8 @@ int print_appointments(const CommandLine& line, Opened& opened) {
 }
 
 int import(const CommandLine& line, Opened& opened) {
-  if (!copy_before_change(opened.paths, *opened.clock, std::cerr)) return kExitFailure;
+  if (opened.file && !copy_before_change(opened.paths, *opened.clock, std::cerr))
+    return kExitFailure;
   const ImportedLabels labels(*opened.store);
   const int code = run_import(line, *opened.store, *opened.clock, std::cout, std::cerr);
   const Shared with(line, opened);
@@ -206,23 +210,26 @@ int without_display(CommandLine line, Opened& opened) {
                "orvello.png; today's agenda follows.\n";
   if (!opened.store) return refused(opened);
   line.files = {"orvello.png"};
-  const WindowParts parts{line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
+  const WindowParts parts{line,          opened.paths, *opened.clock, opened.store.get(),
+                          opened.reason, opened.file};
   const int drawn = run_render(opened.system, parts);
   line.from = line.to = std::nullopt;
   return std::max(drawn, print_appointments(line, opened));
 }
 
 // The device's own store in place of the calendar file.
-int run_with_device_store(const CommandLine& line, Opened& opened) {
-  if (line.command != Command::window && line.command != Command::render)
-    return failed(
-        "this works on the records of a calendar file, and the device's own store has none.");
+int run_with_device_store(const CommandLine& line, Opened& opened, std::ostream& content) {
+  if (line.command == Command::backup || line.command == Command::restore)
+    return failed("the device's own store is not this program's to copy.");
   if (line.command == Command::window && !opened.system.can_show_windows())
     return failed("there is no display to open a window on.");
-  const auto store = opened.system.device_store();
-  const WindowParts parts{line, opened.paths, *opened.clock, nullptr, "", store.get()};
-  return line.command == Command::render ? run_render(opened.system, parts)
-                                         : run_window(opened.system, parts);
+  opened.store = opened.system.device_store(*opened.clock);
+  const WindowParts parts{line, opened.paths, *opened.clock, opened.store.get(), ""};
+  if (line.command == Command::render) return run_render(opened.system, parts);
+  if (line.command == Command::window) return run_window(opened.system, parts);
+  WrittenBoxes boxes;  // which say why it cannot be opened
+  StoreSession session(*opened.store, boxes);
+  return session.Open(nullptr) ? command(line, opened, content) : kExitFailure;
 }
 
 }  // namespace
@@ -253,14 +260,15 @@ int run_program(const std::vector<std::string>& words, ProgramSystem& system,
     return failed(own + " is one of the calendar's own files.");
   if (line->command == Command::settings) return settings(*line, opened, content);
   if (line->device_store || (system.is_device() && line->data_folder.empty()))
-    return run_with_device_store(*line, opened);
+    return run_with_device_store(*line, opened, content);
   if (line->command == Command::restore)
     return run_restore(*line, opened.paths, *opened.clock, std::cout, std::cerr);
   opened.windowed = line->command == Command::window && system.can_show_windows();
   open_calendar(opened, false);
   const bool attended = opened.windowed && line->measure == CommandLine::Measure::nothing;
   if (attended && needs_way_back(opened)) offer_way_back(*line, opened);
-  const WindowParts parts{*line, opened.paths, *opened.clock, opened.store.get(), opened.reason};
+  const WindowParts parts{*line,         opened.paths, *opened.clock, opened.store.get(),
+                          opened.reason, opened.file};
   if (line->command == Command::render) {
     if (!opened.store) return refused(opened);
     return run_render(opened.system, parts);

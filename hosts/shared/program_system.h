@@ -14,12 +14,12 @@
 #include "hosts/shared/paths.h"
 #include "hosts/shared/stored_registry.h"
 #include "hosts/shared/window_host.h"
-#include "ports/calendar_store.h"
 #include "ports/clock.h"
 #include "ports/files.h"
 #include "ports/locale.h"
 #include "ports/message_box.h"
 #include "ports/record_databases.h"
+#include "store/record_calendar_store.h"
 
 namespace orvello {
 
@@ -54,7 +54,7 @@ class ProgramSystem : public OwnRuns {
   // a device, which takes it unasked; and that store.
   virtual bool has_device_store() const { return false; }
   virtual bool is_device() const { return false; }
-  virtual std::unique_ptr<CalendarStore> device_store() { return nullptr; }
+  virtual std::unique_ptr<RecordCalendarStore> device_store(const Clock&) { return nullptr; }
   // `--data`'s folder, or empty: what leaves goes there then, and nobody's mail program is started.
   virtual std::unique_ptr<Departures> departures(const std::string& folder) = 0;
 

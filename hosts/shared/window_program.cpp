@@ -40,17 +40,12 @@ struct Session {
         volumes(system.databases(parts.paths.data + "/device.db")),
         databases(*volumes, parts.store),
         unavailable(parts.reason),
-        store(store_of(parts)),
+        store(parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable),
         window(
             system.window(host_options(parts, parts.line.command == CommandLine::Command::render),
-                          *registry, parts.device ? *volumes : databases, store)),
+                          *registry, system.is_device() ? *volumes : databases, store)),
         host(window->host()),
         application(attended_host(unattended), start_options(parts)) {}
-
-  CalendarStore& store_of(const WindowParts& parts) {
-    if (parts.device) return *parts.device;
-    return parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable;
-  }
 
   Host attended_host(bool unattended) {
     MessageBoxes& boxes = unattended ? static_cast<MessageBoxes&>(written) : host.boxes;
@@ -71,7 +66,7 @@ struct Session {
   ProgramSystem& system;
   std::unique_ptr<StoredRegistry> registry;
   std::unique_ptr<RecordDatabases> volumes;
-  DeviceDatabases databases;  // a device's own store keeps its list of labels by itself
+  DeviceDatabases databases;  // a device's own programs do its work
   UnavailableStore unavailable;
   CalendarStore& store;
   WrittenBoxes written;
@@ -87,7 +82,7 @@ void show_imported(Session& session, const ImportOutcome& outcome) {
   session.host.window.post({kMessageRefresh, 0, {}, 0});
 }
 
-void import_files_here(Session& session, EmbeddedStore* store, const Paths& paths,
+void import_files_here(Session& session, RecordCalendarStore* store, const Paths& paths,
                        const std::vector<std::string>& named) {
   if (named.empty() || !store) return;
   Application& application = session.application;
@@ -120,7 +115,7 @@ void import_files_here(Session& session, EmbeddedStore* store, const Paths& path
 
 // How appointments leave: beamed ones as a calendar file, of which is told where it went when
 // nothing else shows it, and meetings as requests.
-void open_outbox(Session& session, EmbeddedStore& store, const WindowParts& parts) {
+void open_outbox(Session& session, RecordCalendarStore& store, const WindowParts& parts) {
   const std::shared_ptr<const Departures> outbox =
       session.system.departures(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
   using Sending = RecordCalendarStore::Sending;
@@ -224,15 +219,14 @@ void measure_after_first_paint(Session& session, CommandLine::Measure measure, b
 }
 
 // What other processes change in the calendar and in the settings is seen here in a moment.
-void watch_others(Session& session, EmbeddedStore* store) {
-  session.poll = session.window->every(kPollMilliseconds, [&session, store] {
-    if (store) store->poll();
+void watch_others(Session& session, RecordCalendarStore& store) {
+  session.poll = session.window->every(kPollMilliseconds, [&session, &store] {
+    store.poll();
     if (session.registry->changed_outside())
       session.application.when_free([&session] { session.application.load_settings_again(); });
   });
-  if (!store) return;
-  store->set_wake(
-      [&session, store] { session.wake = session.window->once(0, [store] { store->poll(); }); });
+  store.set_wake(
+      [&session, &store] { session.wake = session.window->once(0, [&store] { store.poll(); }); });
 }
 
 }  // namespace
@@ -263,11 +257,11 @@ int run_window(ProgramSystem& system, const WindowParts& parts) {
   const CommandLine::Measure measure = parts.line.measure;
   const bool watched = measure == CommandLine::Measure::nothing;
   Session session(system, parts, !watched);
-  EmbeddedStore* store = parts.store;
+  RecordCalendarStore* store = parts.store;
   take_calls(session, parts);
   bool measured = true;
   measure_after_first_paint(session, measure, measured);
-  if (store) store->limit_wait(kLockWait);
+  if (parts.file) parts.file->limit_wait(kLockWait);
   EnsureShellCalendarKey(session.host.registry);
   StartResult started = StartResult::no_window;
   if (!session.window->guard([&] { started = session.application.start_up(); }))
@@ -275,8 +269,8 @@ int run_window(ProgramSystem& system, const WindowParts& parts) {
   if (started == StartResult::other_instance && !session.window->call_answered())
     return tell_unanswered(session, parts.line.files);
   if (started != StartResult::running) return kExitNoWindow;
-  if (store) open_outbox(session, *store, parts);
-  if (store || parts.device) watch_others(session, store);
+  if (parts.file) open_outbox(session, *store, parts);  // a device has ways of its own
+  if (store) watch_others(session, *store);
   if (!parts.line.files.empty())
     import_later(session, parts, parts.line.files);
   else if (watched && !parts.line.new_appointment)
@@ -288,7 +282,7 @@ int run_window(ProgramSystem& system, const WindowParts& parts) {
       session.host.boxes.show(to_utf16(reason), u"Error", BoxIcon::error, BoxButtons::ok, true);
     });
   });
-  if (store && watched) backups.begin(kFirstBackupMilliseconds, kNextBackupMilliseconds);
+  if (parts.file && watched) backups.begin(kFirstBackupMilliseconds, kNextBackupMilliseconds);
   const int code = session.window->run();
   if (store) {
     store->set_wake({});
@@ -317,7 +311,7 @@ int run_render(ProgramSystem& system, const WindowParts& given) {
   }
   const std::string picture = drawn ? session.window->window_picture() : "";
   // A picture with gaps looks like a calendar with room.
-  if (const auto fault = parts.store ? parts.store->any_failure() : ""; !fault.empty()) {
+  if (const auto fault = parts.file ? parts.file->any_failure() : ""; !fault.empty()) {
     std::cerr << "orvello: " << fault << "\n";
     return kExitFailure;
   }

@@ -17,9 +17,9 @@ struct WindowParts {
   CommandLine line;
   Paths paths;
   const Clock& clock;
-  EmbeddedStore* store = nullptr;   // null: could not be opened,
-  std::string reason;               // because of this
-  CalendarStore* device = nullptr;  // the device's own store in its place; no records come of it
+  RecordCalendarStore* store = nullptr;  // null: could not be opened,
+  std::string reason;                    // because of this
+  EmbeddedStore* file = nullptr;         // what that is when it is no device's own
 };
 
 // The local time of --now.
