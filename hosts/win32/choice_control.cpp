@@ -338,7 +338,8 @@ std::optional<LRESULT> ChoiceBoxControl::reflected(UINT message, WPARAM wparam, 
 LRESULT ChoiceBoxControl::control_message(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_PAINT:
-      paint();
+    case WM_PRINTCLIENT:
+      paint(reinterpret_cast<HDC>(wparam));
       return 0;
     case WM_ERASEBKGND:
       return 1;
@@ -391,8 +392,8 @@ LRESULT ChoiceBoxControl::control_message(UINT message, WPARAM wparam, LPARAM lp
   return by_default(message, wparam, lparam);
 }
 
-void ChoiceBoxControl::paint() {
-  const BufferedPaint paint(window());
+void ChoiceBoxControl::paint(HDC given) {
+  const BufferedPaint paint(window(), given);
   const RECT whole = paint.room();
   const LookColors& colors = look().colors();
   const bool enabled = IsWindowEnabled(window());

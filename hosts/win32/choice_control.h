@@ -63,7 +63,7 @@ class ChoiceBoxControl : public FormControl, private ChoiceControl {
   bool take_letter(WPARAM letter);
   void place_edit();
   void measure_rows();
-  void paint();
+  void paint(HDC given);
 
   ComboEdit edit_;
   std::vector<Text> rows_;

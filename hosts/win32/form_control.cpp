@@ -49,8 +49,12 @@ std::optional<LRESULT> FormControl::form_message(UINT message, WPARAM wparam, LP
     case WM_KEYDOWN: {
       const auto key = static_cast<UINT>(wparam);
       // What the control does with it, or the form, may end both: nothing of this is touched then.
-      key_done_ = !uses_key(key) && (key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE);
-      if (!uses_key(key) && sink_.key_left(id(), key)) return 0;
+      const bool used = uses_key(key);
+      key_done_ = !used && (key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE);
+      // A sheet's pages are turned wherever the focus is.
+      const bool turns =
+          is_key_held(VK_CONTROL) && (key == VK_TAB || key == VK_PRIOR || key == VK_NEXT);
+      if ((!used || turns) && sink_.key_left(id(), key)) return 0;
       return {};
     }
     case WM_CHAR:

@@ -31,8 +31,6 @@ struct ControlSink {
   std::function<bool(int control, wchar_t letter)> letter_left;
   // A press or the wheel must not reach the control: something modal stands above its form.
   std::function<bool()> covered;
-  // A pointer that was pressed on the control is let go while something modal stands above.
-  std::function<void(POINT screen)> released_below_cover;
   // Runs a menu at a point of the screen and waits for the choice; 0: none.
   std::function<std::uint32_t(const std::vector<MenuItem>&, POINT screen)> track_menu;
   // A press or turn of the wheel that the control has no use for scrolls the form.
@@ -84,6 +82,9 @@ class FormControl : public NativeWindow {
   virtual ReportList* report() { return nullptr; }
   virtual DrawnControl* drawn() { return nullptr; }
 
+  // A pointer that was pressed elsewhere, before this stood there, lets go at a place of the
+  // screen: the end of a drag that opened a popup.
+  virtual void release_at(POINT) {}
   // As if it were pressed: a default button by Return.
   virtual void press() {}
   // Whether it has a use of its own for a key, which then is not the form's: Return, Escape, Tab,

@@ -35,8 +35,8 @@ int length(TextView text) { return static_cast<int>(text.size()); }
 
 }  // namespace
 
-BufferedPaint::BufferedPaint(HWND window) : window_(window) {
-  const HDC screen = BeginPaint(window, &paint_);
+BufferedPaint::BufferedPaint(HWND window, HDC given) : window_(window), given_(given) {
+  const HDC screen = given ? given : BeginPaint(window, &paint_);
   GetClientRect(window, &room_);
   dc_ = CreateCompatibleDC(screen);
   bitmap_.reset(CreateCompatibleBitmap(screen, std::max<LONG>(1, room_.right),
@@ -46,10 +46,10 @@ BufferedPaint::BufferedPaint(HWND window) : window_(window) {
 }
 
 BufferedPaint::~BufferedPaint() {
-  BitBlt(paint_.hdc, 0, 0, room_.right, room_.bottom, dc_, 0, 0, SRCCOPY);
+  BitBlt(given_ ? given_ : paint_.hdc, 0, 0, room_.right, room_.bottom, dc_, 0, 0, SRCCOPY);
   SelectObject(dc_, before_);
   DeleteDC(dc_);
-  EndPaint(window_, &paint_);
+  if (!given_) EndPaint(window_, &paint_);
 }
 
 RECT shrunk(RECT room, int x, int y) {

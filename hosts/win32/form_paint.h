@@ -10,10 +10,10 @@
 
 namespace orvello {
 
-// Between BeginPaint and EndPaint of a window.
+// Of a window: between BeginPaint and EndPaint, or into a context that WM_PRINTCLIENT gives.
 class BufferedPaint {
  public:
-  explicit BufferedPaint(HWND window);
+  explicit BufferedPaint(HWND window, HDC given = nullptr);
   ~BufferedPaint();
   BufferedPaint(const BufferedPaint&) = delete;
   BufferedPaint& operator=(const BufferedPaint&) = delete;
@@ -23,6 +23,7 @@ class BufferedPaint {
 
  private:
   HWND window_;
+  HDC given_;
   PAINTSTRUCT paint_{};
   RECT room_{};
   HDC dc_ = nullptr;

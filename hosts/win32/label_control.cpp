@@ -24,8 +24,8 @@ void LabelControl::set_text(TextView text) {
   InvalidateRect(window(), nullptr, FALSE);
 }
 
-void LabelControl::paint() {
-  const BufferedPaint paint(window());
+void LabelControl::paint(HDC given) {
+  const BufferedPaint paint(window(), given);
   const LookColors& colors = look().colors();
   fill_room(paint.dc(), paint.room(), colors.ground);
   TextPaint how;
@@ -40,7 +40,8 @@ void LabelControl::paint() {
 LRESULT LabelControl::control_message(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_PAINT:
-      paint();
+    case WM_PRINTCLIENT:
+      paint(reinterpret_cast<HDC>(wparam));
       return 0;
     case WM_ERASEBKGND:
       return 1;

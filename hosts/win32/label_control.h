@@ -17,7 +17,7 @@ class LabelControl : public FormControl {
   LRESULT control_message(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
-  void paint();
+  void paint(HDC given);
 
   Text text_;
 };

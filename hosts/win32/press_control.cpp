@@ -151,7 +151,8 @@ bool PressControl::take_letter(WPARAM letter) {
 LRESULT PressControl::control_message(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_PAINT:
-      paint();
+    case WM_PRINTCLIENT:
+      paint(reinterpret_cast<HDC>(wparam));
       return 0;
     case WM_ERASEBKGND:
       return 1;
@@ -203,8 +204,8 @@ LRESULT PressControl::control_message(UINT message, WPARAM wparam, LPARAM lparam
   }
 }
 
-void PressControl::paint() {
-  const BufferedPaint paint(window());
+void PressControl::paint(HDC given) {
+  const BufferedPaint paint(window(), given);
   fill_room(paint.dc(), paint.room(), look().colors().ground);
   if (is_choice())
     paint_choice(paint.dc(), paint.room());

@@ -35,7 +35,7 @@ class PressControl : public FormControl, private DrawnControl {
   bool is_marked() const;  // a default button, a toggle that is down
   void write_title();
   void set_down(bool down);
-  void paint();
+  void paint(HDC given);
   void paint_button(HDC dc, const RECT& room);
   void paint_choice(HDC dc, const RECT& room);
   void paint_line(HDC dc, const RECT& room);
