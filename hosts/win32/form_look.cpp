@@ -15,6 +15,7 @@ FormLook::FormLook(const Settings& settings, const LocaleData& locale,
 bool FormLook::set(const Settings& settings) {
   if (settings == settings_) return false;
   settings_ = settings;
+  ++generation_;
   fonts_.clear();
   brushes_.clear();
   return true;

@@ -41,6 +41,7 @@ class FormLook {
 
   // True when anything is another than before: fonts and brushes are new then.
   bool set(const Settings& settings);
+  int generation() const { return generation_; }  // another with each such change
 
   double unit() const { return settings_.unit; }
   int scaled(double design) const;
@@ -55,6 +56,7 @@ class FormLook {
 
  private:
   Settings settings_;
+  int generation_ = 0;
   const LocaleData& locale_;
   std::shared_ptr<Win32Fonts> canvas_fonts_;
   mutable std::map<std::pair<int, bool>, OwnedGdi> fonts_;

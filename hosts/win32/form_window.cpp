@@ -73,6 +73,7 @@ FormWindow::FormWindow(const FormLook& look, const DialogTemplate& dialog, bool 
     : look_(look),
       template_(dialog),
       titled_(titled),
+      generation_(look.generation()),
       view_(*this, look),
       body_(*this, look),
       bar_(look),
@@ -192,6 +193,9 @@ bool FormWindow::press_default() {
 
 void FormWindow::put(const Rect& place, bool framed) {
   framed_ = framed;
+  if (std::exchange(generation_, look_.generation()) != look_.generation())
+    for (const Made& made : made_)
+      if (made.control) made.control->look_changed();
   SetWindowPos(window(), nullptr, place.x, place.y, place.width, place.height,
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   lay_out();
@@ -261,11 +265,6 @@ void FormWindow::set_place(int id, const Rect& place) {
   if (at < 0) return;
   template_.controls[static_cast<std::size_t>(at)].place = place;
   lay_out();
-}
-
-void FormWindow::look_changed() {
-  for (const Made& made : made_)
-    if (made.control) made.control->look_changed();
 }
 
 void FormWindow::show() {

@@ -72,7 +72,6 @@ class FormWindow : public NativeWindow {
   void put(const Rect& place, bool framed);   // in the parent's client area
   void show();
   void hide();
-  void look_changed();
   // Nothing for a control that cannot take it; 0: none has it.
   void focus(int id, Caret caret = Caret::unchanged);
   int focused() const { return focus_.control(); }
@@ -128,6 +127,7 @@ class FormWindow : public NativeWindow {
   DialogTemplate template_;
   bool titled_;
   bool framed_ = false;
+  int generation_;  // of the look that the controls have
   bool seen_ = true;
   bool shown_ = false;
   int step_ = 0;

@@ -104,16 +104,15 @@ LRESULT PointedControl::release(LPARAM client) {
   if (!pressed_) return 0;
   pressed_ = false;
   const DialogEvent told = pointer_event(Event::pointer_up, client);
-  const bool covered = sink().covered();
-  POINT screen{GET_X_LPARAM(client), GET_Y_LPARAM(client)};
-  ClientToScreen(window(), &screen);
-  const ControlSink& sink = this->sink();
   if (GetCapture() == window()) ReleaseCapture();
-  if (covered)
-    sink.released_below_cover(screen);
-  else
-    sink.report(told);
+  // One below something modal is heard of by that (ModalCover::released).
+  if (!sink().covered()) sink().report(told);
   return 0;
+}
+
+void PointedControl::release_at(POINT screen) {
+  ScreenToClient(window(), &screen);
+  sink().report(pointer_event(Event::pointer_up, MAKELPARAM(screen.x, screen.y)));
 }
 
 LRESULT PointedControl::press_other_button(LPARAM client) {

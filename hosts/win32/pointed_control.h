@@ -31,6 +31,7 @@ class PointedControl : public FormControl, public DrawnControl {
 
   bool uses_key(UINT key) const override { return key != VK_TAB && key != VK_ESCAPE; }
   DrawnControl* drawn() override { return this; }
+  void release_at(POINT screen) override;
 
   void invalidate() override { InvalidateRect(window(), nullptr, FALSE); }
   void set_image(const Image&) override {}
