@@ -37,10 +37,10 @@ std::shared_ptr<EventQueue> make_event_queue(Win32Window& window) {
 Win32Dialog::Win32Dialog(Win32Window& window, std::shared_ptr<FormWindow> form,
                          DialogProcedure& procedure, std::shared_ptr<EventQueue> queue)
     : window_(window), form_(std::move(form)), procedure_(procedure), queue_(std::move(queue)) {
-  connect();
+  listen_to_form();
 }
 
-void Win32Dialog::connect() {
+void Win32Dialog::listen_to_form() {
   form_->tell = [this](Event kind, int control) { tell({kind, control, nullptr, {}}); };
   form_->report = [this](const DialogEvent& event) {
     // What goes away may still be painted.

@@ -59,7 +59,7 @@ class Win32Dialog : public Dialog {
   void close(int result) override;
 
  private:
-  void connect();
+  void listen_to_form();
   void stop_timers();
   void tick(int id);
   void add(std::function<void()> action);
