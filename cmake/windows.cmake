@@ -17,3 +17,5 @@ endif()
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 add_compile_definitions(UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX
   WIN32_LEAN_AND_MEAN __USE_MINGW_ANSI_STDIO=1)
+# Tests, and only they, are run by Wine.
+set(CMAKE_CROSSCOMPILING_EMULATOR wine)
