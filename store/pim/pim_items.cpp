@@ -41,6 +41,7 @@ std::unique_ptr<StoreItems> PimItems::restrict_to(TextView restriction) {
   std::optional<PimObject> part(std::in_place);
   if (items_)
     part = items_.made_by(PimName::restrict_to, PimKind::items, PimValue::text(restriction));
+  if (!part && items_.last_result() == E_INVALIDARG) part.emplace();
   if (!part) return fail(), nullptr;
   auto items = std::make_unique<PimItems>(std::move(*part), form_, numbers_, cannot_read_);
   items->wanted_ = wanted_;
@@ -73,7 +74,9 @@ std::optional<StoreItem> PimItems::find_next() {
   return std::nullopt;
 }
 
+// A text that the platform cannot read selects nothing.
 std::optional<StoreItem> PimItems::answer(std::optional<PimObject> item) {
+  if (!item && walk_ == Walk::found && items_.last_result() == E_INVALIDARG) item.emplace();
   if (!item) return fail();
   if (!*item) {
     if (walk_ == Walk::counted) return fail();

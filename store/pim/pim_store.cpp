@@ -5,6 +5,7 @@
 #include "store/pim/pim_application.h"
 #include "store/pim/pim_folder.h"
 #include "store/record_rules.h"
+#include "store/series_halves.h"
 
 namespace orvello {
 namespace {
@@ -161,7 +162,15 @@ bool PimStore::take_back(const Written& written) {
   return now && write_record(*found, &*now, *written.before, form_, saves);
 }
 
-bool PimStore::fits(const AppointmentRecord& record) {
+// Makes the record what the platform has a place for.
+bool PimStore::fit(AppointmentRecord& record) {
+  if (!complete_record(record, time_)) return false;
+  if (!record.rules.empty()) {
+    const auto zone = time_.zone(record.zone);
+    if (!zone) return false;
+    set_recurrence_of(record, recurrence_of(record, *zone));
+  }
+  if (!simplify(record) || !complete_record(record, time_)) return false;
   if (!record.rules.empty())
     return refuse("The device's calendar store has no pattern that holds this recurrence.");
   const std::int32_t named = numbers_.number_of(record.uid);
@@ -174,8 +183,9 @@ bool PimStore::fits(const AppointmentRecord& record) {
 std::int32_t PimStore::put(const AppointmentRecord& record) {
   problem_.clear();
   AppointmentRecord stored = record;
-  const bool fit = complete_record(stored, time_) && simplify(stored) && fits(stored);
-  const std::int32_t oid = !fit ? 0 : stored.oid == 0 ? put_new(stored) : put_existing(stored);
+  const std::int32_t oid = !fit(stored)      ? 0
+                           : stored.oid == 0 ? put_new(stored)
+                                             : put_existing(stored);
   if (oid == 0) refused_write(problem_);
   return oid;
 }

@@ -103,7 +103,7 @@ class PimStore : public RecordCalendarStore {
   std::optional<AppointmentRecord> record_of(const PimObject& item, std::int32_t oid, bool ink);
   std::optional<PimObject> made_item(PimKind kind, std::int32_t type);
   std::optional<PimObject> contact_item(std::int32_t oid);  // 0: a new one
-  bool fits(const AppointmentRecord& record);
+  bool fit(AppointmentRecord& record);
   std::int32_t put_new(const AppointmentRecord& record);
   std::int32_t put_existing(const AppointmentRecord& record);
   bool bring_back(const AppointmentRecord& before);
