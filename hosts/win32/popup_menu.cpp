@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "hosts/win32/form_look.h"
 #include "hosts/win32/native_window.h"
 #include "hosts/win32/painting.h"
 #include "hosts/win32/wide_text.h"
@@ -95,22 +96,20 @@ class MenuOwner : public NativeWindow {
   }
 
  private:
-  FontSpec font() const {
-    return {static_cast<int>(kWin32TextSize * density_.form_dpi() / 72), 400, false};
-  }
+  FontSpec font() const { return {density_.scaled(kTextSize), 400, false}; }
 
   void measure(MEASUREITEMSTRUCT& wanted) const {
     const auto& row = *reinterpret_cast<const MenuRow*>(wanted.itemData);
     Win32Canvas canvas(window_.fonts(), {1, 1});
     const Size text = canvas.measure(row.item.text, font());
     // The platform adds room for a mark of its own.
-    const int edges = density_.scaled(kMarkWidth + 4 * kWin32Grid);
+    const int edges = density_.scaled(kMarkWidth + 4 * kGrid);
     wanted.itemWidth = static_cast<UINT>(std::max(
-        density_.scaled(kWin32Touch), text.width + edges - GetSystemMetrics(SM_CXMENUCHECK)));
+        density_.scaled(kTouchHeight), text.width + edges - GetSystemMetrics(SM_CXMENUCHECK)));
     wanted.itemHeight = static_cast<UINT>(
-        row.item.command == 0 ? density_.scaled(kSeparatorHeight)
-                              : std::max(density_.scaled(kWin32Touch),
-                                         text.height + 2 * density_.scaled(kWin32Grid)));
+        row.item.command == 0
+            ? density_.scaled(kSeparatorHeight)
+            : std::max(density_.scaled(kTouchHeight), text.height + 2 * density_.scaled(kGrid)));
   }
 
   void draw(const DRAWITEMSTRUCT& place) const {
@@ -122,7 +121,7 @@ class MenuOwner : public NativeWindow {
     const Rect all{0, 0, on.width, on.height};
     const bool chosen = (place.itemState & ODS_SELECTED) != 0 && row.item.enabled;
     canvas.fill_rect(all, chosen ? look.accent : look.field);
-    const int edge = density_.scaled(kWin32Grid), mark = density_.scaled(kMarkWidth);
+    const int edge = density_.scaled(kGrid), mark = density_.scaled(kMarkWidth);
     if (row.item.command == 0) {
       canvas.fill_rect({edge, on.height / 2, on.width - 2 * edge, std::max(1, density_.scaled(1))},
                        look.line);

@@ -19,8 +19,4 @@ struct Win32Density {
   int form_dpi() const { return static_cast<int>(std::lround(dpi * text)); }
 };
 
-// Of everything that the host makes by itself.
-inline constexpr int kWin32Grid = 4, kWin32Touch = 27;  // design units; a finger needs 7 mm
-inline constexpr double kWin32TextSize = 9, kWin32HeadingSize = 11;  // points
-
 }  // namespace orvello
