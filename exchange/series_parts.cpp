@@ -24,7 +24,8 @@ std::string_view shown_component(std::string_view residue) {
   ParsedComponent first;
   if (!first.parse(text, 1)) return {};
   std::string_view rest = text.substr(first.root().raw.size());
-  return rest.substr(std::min(rest.find('B'), rest.size()));
+  while (!rest.empty() && rest.front() != 'B') rest.remove_prefix(1);
+  return rest;
 }
 
 std::vector<PartName> parts_of(std::string_view residue, const std::string& uid) {
