@@ -11,7 +11,7 @@ set(alone
   exchange/recurrence_reader.cpp
   exchange/zone_names.cpp
   hosts/linux/outbox.cpp
-  hosts/linux/registry_text.cpp
+  hosts/shared/registry_text.cpp
   hosts/linux/single_instance.cpp
   hosts/linux/zone_files.cpp
   hosts/qt/bar_button.cpp

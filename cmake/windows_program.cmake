@@ -18,6 +18,17 @@ orvello_library(store/cedb orvello_ports)
 orvello_library(hosts/shared orvello_cli orvello_store_embedded orvello_hosts_headless)
 orvello_library(hosts/win32 orvello_app orvello_hosts_headless user32 gdi32 comctl32 comdlg32
   advapi32 shell32 ole32 oleaut32 oleacc shlwapi msimg32 uuid)
+# The system has no time-zone database of the kind that calendars are written in.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+find_program(ORVELLO_ZIC zic PATHS /usr/sbin /sbin REQUIRED)
+set(zoneinfo /usr/share/zoneinfo)
+set(zones ${CMAKE_BINARY_DIR}/generated/builtin_zones_data.cpp)
+add_custom_command(OUTPUT ${zones}
+  COMMAND Python3::Interpreter ${CMAKE_SOURCE_DIR}/tools/pack_zones.py ${zoneinfo} ${ORVELLO_ZIC} ${zones}
+  DEPENDS ${CMAKE_SOURCE_DIR}/tools/pack_zones.py ${zoneinfo}/tzdata.zi ${zoneinfo}/zone.tab)
+target_sources(orvello_hosts_win32 PRIVATE ${zones})
+set_source_files_properties(${zones} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON
+  SKIP_PRECOMPILE_HEADERS ON)
 orvello_library(hosts/win32/program orvello_hosts_win32 orvello_hosts_shared orvello_store_pim
   orvello_store_cedb)
 if(EXISTS ${CMAKE_SOURCE_DIR}/hosts/win32/program/main.cpp)

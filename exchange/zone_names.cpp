@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "calendar/zone_file.h"
-#include "exchange/zone_aliases.h"
+#include "calendar/zone_aliases.h"
 
 namespace orvello {
 namespace {

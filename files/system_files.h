@@ -48,6 +48,8 @@ int open_file_to_read(const std::string& path, FileLinks links = FileLinks::foll
 int open_or_make_file(const std::string& path, FileLinks links = FileLinks::follow);
 // For reading as well, for its owner alone; never takes a name that is taken (EEXIST).
 int make_new_file(const std::string& path);
+// Whatever is written goes behind what is there; made for its owner alone where there is none.
+int open_file_to_append(const std::string& path);
 // A pipe or a device, whose slow readers are waited for. ENXIO: nobody reads.
 int open_channel_to_write(const std::string& path);
 bool close_descriptor(int file);
@@ -74,6 +76,8 @@ bool rename_file(const std::string& from, const std::string& to, TakenName taken
 bool name_file_twice(const std::string& path, const std::string& other);
 // For its owner alone.
 bool make_folder(const std::string& path);
+// With all above it, as far as they are missing; true when it is there in the end.
+bool make_folders(const std::string& path);
 // The names in a folder, without its own and its parent's; nothing when the list breaks off.
 std::optional<std::vector<std::string>> names_in_folder(const std::string& folder);
 // The file itself where the path leads over links; empty for one that leads nowhere.
@@ -82,6 +86,9 @@ bool disk_is_full(const std::string& folder);
 
 std::string folder_of(const std::string& path);
 std::string path_in(const std::string& folder, std::string_view name);
+std::string name_in_path(const std::string& path);  // behind its folder
+// The same for two names that mean one file here: capitals may not count.
+std::string folded_name(std::string name);
 bool is_absolute_path(std::string_view path);
 
 // The `errno` for a number that a library got from the system.

@@ -66,6 +66,10 @@ int make_new_file(const std::string& path) {
   return ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
 }
 
+int open_file_to_append(const std::string& path) {
+  return ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, 0600);
+}
+
 int open_channel_to_write(const std::string& path) {
   const int file = ::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   if (file >= 0) ::fcntl(file, F_SETFL, 0);
@@ -190,6 +194,10 @@ std::string path_in(const std::string& folder, std::string_view name) {
   if (!path.ends_with('/')) path += '/';
   return path.append(name);
 }
+
+std::string name_in_path(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+
+std::string folded_name(std::string name) { return name; }
 
 bool is_absolute_path(std::string_view path) { return path.starts_with('/'); }
 

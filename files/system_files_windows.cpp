@@ -179,6 +179,13 @@ int make_new_file(const std::string& path) {
                     FileLinks::look_at);
 }
 
+int open_file_to_append(const std::string& path) {
+  PrivateRights rights(PrivateRights::Of::file);
+  return number_for(open_handle(system_path(path), FILE_APPEND_DATA | SYNCHRONIZE, OPEN_ALWAYS,
+                                FileLinks::follow, rights.attributes()),
+                    FileLinks::follow);
+}
+
 int open_channel_to_write(const std::string&) {
   errno = EINVAL;
   return -1;

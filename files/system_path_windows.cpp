@@ -60,6 +60,16 @@ std::string path_in(const std::string& folder, std::string_view name) {
   return path.append(name);
 }
 
+std::string name_in_path(const std::string& path) {
+  return path.substr(path.find_last_of("/\\:") + 1);
+}
+
+std::string folded_name(std::string name) {
+  for (char& c : name)
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
+  return name;
+}
+
 bool is_absolute_path(std::string_view path) {
   return root_size(path) == 3 ||
          (path.size() > 2 && is_separator(path[0]) && is_separator(path[1]));

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <random>
 #include <string>
 
 namespace orvello {
@@ -14,8 +15,12 @@ namespace orvello {
 class ScratchFolder {
  public:
   ScratchFolder() {
-    std::string pattern = std::filesystem::temp_directory_path() / "orvello-XXXXXX";
-    path_ = ::mkdtemp(pattern.data());
+    std::random_device chance;
+    std::filesystem::path made;
+    do made = std::filesystem::temp_directory_path() / ("orvello-" + std::to_string(chance()));
+    while (!std::filesystem::create_directory(made));
+    std::filesystem::permissions(made, std::filesystem::perms::owner_all);
+    path_ = made.string();
   }
   ~ScratchFolder() {
     std::error_code ignored;
@@ -33,18 +38,22 @@ class ScratchFolder {
   std::string path_;
 };
 
+// Null: without one.
+inline void set_variable(const char* name, const char* value) {
+#ifdef _WIN32
+  ::_putenv_s(name, value ? value : "");
+#else
+  value ? ::setenv(name, value, 1) : ::unsetenv(name);
+#endif
+}
+
 class VariableGuard {
  public:
   VariableGuard(const char* name, const std::string& value) : name_(name) {
     if (const char* old = std::getenv(name)) old_ = old;
-    ::setenv(name, value.c_str(), 1);
+    set_variable(name, value.c_str());
   }
-  ~VariableGuard() {
-    if (old_)
-      ::setenv(name_, old_->c_str(), 1);
-    else
-      ::unsetenv(name_);
-  }
+  ~VariableGuard() { set_variable(name_, old_ ? old_->c_str() : nullptr); }
   VariableGuard(const VariableGuard&) = delete;
   VariableGuard& operator=(const VariableGuard&) = delete;
 

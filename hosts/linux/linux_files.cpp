@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "files/input_file.h"
-#include "hosts/linux/bitmap_file.h"
+#include "hosts/shared/bitmap_file.h"
 #include "hosts/linux/device_path.h"
 
 namespace orvello {

@@ -9,10 +9,10 @@
 
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/display.h"
-#include "hosts/linux/file_registry.h"
+#include "hosts/shared/file_registry.h"
 #include "hosts/linux/linux_files.h"
 #include "hosts/linux/outbox.h"
-#include "hosts/linux/own_files.h"
+#include "hosts/shared/own_files.h"
 #include "hosts/linux/paths.h"
 #include "hosts/linux/system_clock.h"
 #include "hosts/qt/qt_host.h"

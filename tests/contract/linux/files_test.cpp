@@ -2,10 +2,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "hosts/linux/bitmap_file.h"
+#include "hosts/shared/bitmap_file.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/linux_files.h"
-#include "hosts/linux/own_files.h"
+#include "hosts/shared/own_files.h"
 #include "tests/scratch.h"
 
 namespace orvello {

@@ -3,7 +3,7 @@
 
 #include <set>
 
-#include "hosts/linux/file_registry.h"
+#include "hosts/shared/file_registry.h"
 #include "tests/contract/registry_contract.h"
 #include "tests/processes.h"
 #include "tests/scratch.h"

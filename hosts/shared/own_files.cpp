@@ -1,20 +1,11 @@
-#include "hosts/linux/own_files.h"
+#include "hosts/shared/own_files.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
-
-#include <cstdlib>
-#include <functional>
 #include <string_view>
 
-#include "files/replace_file.h"
+#include "files/system_files.h"
 
 namespace orvello {
 namespace {
-
-bool same_file(const struct stat& a, const struct stat& b) {
-  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
 
 bool is_own_data(std::string_view name) {
   for (const std::string_view database : {"calendar.db", "settings.vol", "device.db"}) {
@@ -40,19 +31,14 @@ struct OwnFolder {
 };
 
 // Whether a file that this folder holds is the one: another name may lead to it.
-bool holds_same(const OwnFolder& folder, const struct stat& wanted) {
-  DIR* listing = ::opendir(folder.path.c_str());
-  if (!listing) return false;
-  bool found = false;
-  while (const dirent* entry = found ? nullptr : ::readdir(listing)) {
-    struct stat info {};
-    found = folder.holds(entry->d_name) && std::string_view(entry->d_name) != "." &&
-            std::string_view(entry->d_name) != ".." &&
-            ::stat((folder.path + "/" + entry->d_name).c_str(), &info) == 0 &&
-            same_file(info, wanted);
+bool holds_same(const OwnFolder& folder, const FileStatus& wanted) {
+  for (const std::string& name :
+       names_in_folder(folder.path).value_or(std::vector<std::string>())) {
+    if (!folder.holds(folded_name(name))) continue;
+    const auto status = status_of_file(path_in(folder.path, name));
+    if (status && status->same_file(wanted)) return true;
   }
-  ::closedir(listing);
-  return found;
+  return false;
 }
 
 }  // namespace
@@ -61,16 +47,14 @@ bool is_own_file(const Paths& paths, const std::string& path) {
   const OwnFolder folders[] = {{paths.data, is_own_data},
                                {paths.config, is_own_config},
                                {paths.state, is_own_state},
-                               {paths.data + "/backups", is_any}};
-  struct stat file {
-  }, parent{}, own{};
-  const bool exists = ::stat(path.c_str(), &file) == 0;
-  const bool has_parent = ::stat(folder_of(path).c_str(), &parent) == 0;
-  const std::string name = path.substr(path.rfind('/') + 1);  // the whole text without a slash
+                               {path_in(paths.data, "backups"), is_any}};
+  const auto file = status_of_file(path), parent = status_of_file(folder_of(path));
+  const std::string name = folded_name(name_in_path(path));
   for (const OwnFolder& folder : folders) {
-    if (::stat(folder.path.c_str(), &own) != 0) continue;
-    if (has_parent && same_file(parent, own) && folder.holds(name)) return true;
-    if (exists && S_ISREG(file.st_mode) && holds_same(folder, file)) return true;
+    const auto own = status_of_file(folder.path);
+    if (!own) continue;
+    if (parent && parent->same_file(*own) && folder.holds(name)) return true;
+    if (file && file->kind == FileKind::file && holds_same(folder, *file)) return true;
   }
   return false;
 }

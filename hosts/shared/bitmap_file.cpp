@@ -1,4 +1,4 @@
-#include "hosts/linux/bitmap_file.h"
+#include "hosts/shared/bitmap_file.h"
 
 #include <cstdint>
 

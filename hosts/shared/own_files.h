@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/linux/paths.h"
+#include "hosts/shared/paths.h"
 
 namespace orvello {
 

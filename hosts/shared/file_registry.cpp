@@ -1,14 +1,9 @@
-#include "hosts/linux/file_registry.h"
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "hosts/shared/file_registry.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
-#include <filesystem>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 #include "files/descriptor.h"
@@ -20,7 +15,7 @@ namespace orvello {
 namespace {
 
 constexpr int kLockTries = 100;
-constexpr useconds_t kLockPause = 20000;  // microseconds: two seconds in all
+constexpr std::chrono::milliseconds kLockPause{20};  // two seconds in all
 
 constexpr std::uint64_t kLargestRegistry = 16 << 20;
 
@@ -32,35 +27,25 @@ Result<std::string> read_file(const std::string& path) {
 
 // The folder of the file itself where the path is a link to it.
 std::string real_folder_of(const std::string& path) {
-  char* real = ::realpath(path.c_str(), nullptr);
-  const std::string result = folder_of(real ? real : path);
-  std::free(real);
-  return result;
-}
-
-bool create_private_folder(const std::string& folder) {
-  std::error_code fault;
-  if (std::filesystem::is_directory(folder, fault)) return true;
-  return create_private_folder(folder_of(folder)) &&
-         (::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST);
+  const std::string real = real_path(path);
+  return folder_of(real.empty() ? path : real);
 }
 
 bool lock(const Descriptor& file) {
   for (int i = 0; file && i < kLockTries; ++i) {
-    if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0) return true;
-    if (errno != EWOULDBLOCK && errno != EINTR) return false;
-    ::usleep(kLockPause);
+    if (hold_file(file.number(), FileHold::alone)) return true;
+    if (errno != EWOULDBLOCK) return false;
+    std::this_thread::sleep_for(kLockPause);
   }
   return false;
 }
 
 // Changes whenever the file is replaced or written to.
 std::string stamp_of(const std::string& path) {
-  struct stat info {};
-  if (::stat(path.c_str(), &info) != 0) return "-";
-  return std::to_string(info.st_dev) + ' ' + std::to_string(info.st_ino) + ' ' +
-         std::to_string(info.st_size) + ' ' + std::to_string(info.st_mtim.tv_sec) + ' ' +
-         std::to_string(info.st_mtim.tv_nsec);
+  const auto status = status_of_file(path);
+  if (!status) return "-";
+  return std::to_string(status->disk) + ' ' + std::to_string(status->number) + ' ' +
+         std::to_string(status->size) + ' ' + std::to_string(status->changed);
 }
 
 }  // namespace
@@ -89,10 +74,7 @@ FileRegistry::FileRegistry(std::string path)
 
 FileRegistry::~FileRegistry() { flush(); }
 
-bool FileRegistry::is_new() const {
-  std::error_code fault;
-  return !std::filesystem::exists(path_, fault) && !fault;
-}
+bool FileRegistry::is_new() const { return !status_of_file(path_) && errno == ENOENT; }
 
 std::unique_ptr<RegistryKey> FileRegistry::open(RegistryRoot root, TextView path) {
   if (!current().has_key(root, path)) return nullptr;
@@ -152,9 +134,8 @@ bool FileRegistry::flush() {
 
 std::string FileRegistry::write() {
   const std::string folder = real_folder_of(path_);
-  if (!create_private_folder(folder)) return cannot_be_written(folder, errno);
-  const Descriptor lock_file(
-      ::open((path_ + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600));
+  if (!make_folders(folder)) return cannot_be_written(folder, errno);
+  const Descriptor lock_file(open_or_make_file(path_ + ".lock"));
   if (!lock_file) return cannot_be_written(path_, errno);
   if (!lock(lock_file)) return path_ + " cannot be written: another Orvello holds it.";
   const auto content = read_file(path_);

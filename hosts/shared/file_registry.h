@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/linux/registry_text.h"
+#include "hosts/shared/registry_text.h"
 #include "hosts/shared/stored_registry.h"
 
 namespace orvello {

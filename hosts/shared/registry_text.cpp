@@ -1,4 +1,4 @@
-#include "hosts/linux/registry_text.h"
+#include "hosts/shared/registry_text.h"
 
 #include <algorithm>
 #include <charconv>
