@@ -9,6 +9,7 @@ set(alone
   exchange/event_writer.cpp
   exchange/importer_messages.cpp
   exchange/recurrence_reader.cpp
+  exchange/charset_windows.cpp
   exchange/zone_names.cpp
   hosts/linux/outbox.cpp
   hosts/shared/registry_text.cpp

@@ -16,7 +16,7 @@ orvello_library(cli orvello_app orvello_exchange orvello_files)
 orvello_library(store/pim orvello_store ole32 oleaut32 uuid)
 orvello_library(store/cedb orvello_ports)
 orvello_library(hosts/shared orvello_cli orvello_store_embedded orvello_hosts_headless)
-orvello_library(hosts/win32 orvello_app orvello_hosts_headless user32 gdi32 comctl32 comdlg32
+orvello_library(hosts/win32 orvello_app orvello_hosts_headless orvello_hosts_shared user32 gdi32 comctl32 comdlg32
   advapi32 shell32 ole32 oleaut32 oleacc shlwapi msimg32 uuid)
 # The system has no time-zone database of the kind that calendars are written in.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)

@@ -1,9 +1,6 @@
 #include "exchange/charset.h"
 
-#include <iconv.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -54,8 +51,6 @@ std::size_t valid_length(std::string_view text) {
   return i;
 }
 
-int close_conversion(void* conversion) { return ::iconv_close(conversion); }
-
 // Names as iconv has them: "cp-1251", "WIN1251", "x-sjis" and "ansi_1252" are in use as well.
 std::vector<std::string> charset_names(std::string_view charset) {
   std::string name;
@@ -92,11 +87,8 @@ Utf8Look utf8_look(std::string_view bytes) {
 
 std::optional<TextDecoder> TextDecoder::of(std::string_view charset) {
   for (const std::string& name : charset_names(charset)) {
-    if (name == "UTF-8" || name == "UTF8")
-      return TextDecoder(Conversion(nullptr, close_conversion));
-    const iconv_t opened = ::iconv_open("UTF-8", name.c_str());
-    if (opened != reinterpret_cast<iconv_t>(-1))
-      return TextDecoder(Conversion(opened, close_conversion));
+    if (name == "UTF-8" || name == "UTF8") return TextDecoder(nullptr);
+    if (auto conversion = CharsetConversion::of(name)) return TextDecoder(std::move(conversion));
   }
   return std::nullopt;
 }
@@ -121,21 +113,15 @@ std::size_t TextDecoder::decode_utf8(std::string_view bytes, std::string& out) {
 }
 
 std::size_t TextDecoder::convert(std::string_view bytes, std::string& out) {
-  char* from = const_cast<char*>(bytes.data());  // iconv's way to say "read only"
-  std::size_t left = bytes.size();
-  while (left > 0) {
-    char buffer[512];
-    char* to = buffer;
-    std::size_t room = sizeof buffer;
-    const std::size_t done = ::iconv(conversion_.get(), &from, &left, &to, &room);
-    const int error = errno;
-    out.append(buffer, sizeof buffer - room);
-    if (done != static_cast<std::size_t>(-1) || error == E2BIG) continue;
-    if (error == EINVAL) break;
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const auto taken = conversion_->convert(bytes.substr(done), out);
+    done += taken.bytes;
+    if (taken.unfinished || done == bytes.size()) break;
     damage(out);
-    ++from, --left;
+    ++done;
   }
-  return bytes.size() - left;
+  return done;
 }
 
 void TextDecoder::decode(std::string_view piece, std::string& out) {
@@ -147,7 +133,7 @@ void TextDecoder::decode(std::string_view piece, std::string& out) {
 void TextDecoder::finish(std::string& out) {
   for (std::size_t i = 0; i < rest_.size(); ++i) damage(out);
   rest_.clear();
-  if (conversion_) ::iconv(conversion_.get(), nullptr, nullptr, nullptr, nullptr);
+  if (conversion_) conversion_->finish();
 }
 
 std::string text_from(std::string_view bytes, std::string_view declared) {

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "exchange/charset_conversion.h"
+
 namespace orvello {
 
 bool is_utf8(std::string_view text);
@@ -29,13 +31,13 @@ class TextDecoder {
   int damaged() const { return damaged_; }  // bytes so far
 
  private:
-  using Conversion = std::unique_ptr<void, int (*)(void*)>;
-  explicit TextDecoder(Conversion conversion) : conversion_(std::move(conversion)) {}
+  explicit TextDecoder(std::unique_ptr<CharsetConversion> conversion)
+      : conversion_(std::move(conversion)) {}
   std::size_t decode_utf8(std::string_view bytes, std::string& out);
   std::size_t convert(std::string_view bytes, std::string& out);
   void damage(std::string& out);
 
-  Conversion conversion_;  // null: from UTF-8
+  std::unique_ptr<CharsetConversion> conversion_;  // null: from UTF-8
   std::string rest_;
   int damaged_ = 0;
 };

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "calendar/zone_file.h"
 #include "calendar/zone_aliases.h"
+#include "calendar/zone_file.h"
 
 namespace orvello {
 namespace {

@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include "files/input_file.h"
-#include "hosts/shared/bitmap_file.h"
 #include "hosts/linux/device_path.h"
+#include "hosts/shared/bitmap_file.h"
 
 namespace orvello {
 namespace {

@@ -9,15 +9,15 @@
 
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/display.h"
-#include "hosts/shared/file_registry.h"
 #include "hosts/linux/linux_files.h"
 #include "hosts/linux/outbox.h"
-#include "hosts/shared/own_files.h"
 #include "hosts/linux/paths.h"
 #include "hosts/linux/system_clock.h"
 #include "hosts/qt/qt_host.h"
 #include "hosts/qt/qt_locale.h"
 #include "hosts/qt/start_fault.h"
+#include "hosts/shared/file_registry.h"
+#include "hosts/shared/own_files.h"
 #include "store/embedded/sqlite_record_databases.h"
 
 namespace orvello {

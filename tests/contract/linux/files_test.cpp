@@ -2,9 +2,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "hosts/shared/bitmap_file.h"
 #include "hosts/linux/device_path.h"
 #include "hosts/linux/linux_files.h"
+#include "hosts/shared/bitmap_file.h"
 #include "hosts/shared/own_files.h"
 #include "tests/scratch.h"
 
