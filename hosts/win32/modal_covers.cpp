@@ -70,6 +70,9 @@ void ModalCovers::drop(HWND window) {
 
 void ModalCovers::keep_order() {
   std::erase_if(covers_, [](const ModalCover& one) { return !IsWindow(one.window); });
+  for (const ModalCover& one : covers_)
+    if (!frame_ || !IsChild(frame_, one.window))
+      EnableWindow(one.window, pointer_over(one.window) == nullptr);
   if (!frame_) return;
   for (const ModalCover& one : covers_)
     if (IsChild(frame_, one.window))
@@ -80,8 +83,6 @@ void ModalCovers::keep_order() {
   }
   const bool own_window = !covers_.empty() && !IsChild(frame_, covers_.back().window);
   if ((IsWindowEnabled(frame_) != FALSE) == own_window) EnableWindow(frame_, !own_window);
-  for (const ModalCover& one : covers_)
-    if (!IsChild(frame_, one.window)) EnableWindow(one.window, pointer_over(one.window) == nullptr);
 }
 
 HWND ModalCovers::over(HWND window) const {
