@@ -201,38 +201,59 @@ TEST_F(CedbTest, KeepsWhatFitsThePlatformAndRefusesTheRest) {
   EXPECT_EQ(databases.last_error(), DatabaseError::invalid_parameter);
 }
 
-// What people are told when a call of an operation on the volume fails.
+// What people are told when a call of an operation fails.
 TEST_F(CedbTest, FailuresAreToldInTheOperationsOwnWords) {
+  std::vector<Text> texts;
+  const auto save = [&] { savePreTextToDB(volume, u"x", kLocationPretexts); };
+  const auto save_first = [&] { savePreTextToDB(volume, u"x", kSubjectPretexts); };
+  const auto load_profile = [&] { EXPECT_FALSE(loadProfile(volume, u"Work", texts)); };
+  const auto drop_profile = [&] { deleteSettingsDatabase(volume, u"pfile-Work"); };
+  const auto read_list = [&] { EXPECT_FALSE(readCategoryList(volume, 1, nullptr, texts)); };
+  const auto add_to = [&] { addCategory(volume, u"Home"); };
   struct Fault {
+    std::function<void()> operation;
     const char* call;
     DWORD error;
     Messages boxes;
   };
   const std::string saver = "Error: savePreTextToDB(): Error in call to OpenCreateDB";
   const Fault faults[] = {
-      {"CeMountDBVol", 112, {"Error: Database mount failed: Disk Full"}},
-      {"CeMountDBVol", ERROR_OUTOFMEMORY, {"Error: Database mount failed: Not Enough Memory"}},
-      {"CeMountDBVol", ERROR_FILE_CORRUPT, {"Error: Database mount failed: Invalid Parameter"}},
-      {"CeMountDBVol", 32, {"Error: Database mount failed: In Use By Another Program"}},
-      {"CeMountDBVol", ERROR_WRITE_PROTECT, {"Error: Database mount failed: Access Denied"}},
-      {"CeMountDBVol", 0x2000, {}},
-      {"CeOpenDatabaseEx", 8, {"Error: Not enough memory!", saver}},
-      {"CeOpenDatabaseEx", 1392, {saver}},
-      {"CeCreateDatabaseEx", 112, {"Error: Database creation failed", saver}},
-      {"CeOidGetInfoEx", 1392, {"Error: Database mount failed: Invalid Parameter"}},
-      {"CeReadRecordPropsEx", 1018, {"error: savePreTextToDB(): Failed to read record"}},
-      {"CeWriteRecordProps", 8, {"Error: Not enough memory"}},
-      {"CeWriteRecordProps", ERROR_HANDLE_DISK_FULL, {"Error: Disk Full"}},
-      {"CeFlushDBVol", 1392, {"Error: Unknown Error"}},
+      {save, "CeMountDBVol", 112, {"Error: Database mount failed: Disk Full"}},
+      {save, "CeMountDBVol", 14, {"Error: Database mount failed: Not Enough Memory"}},
+      {save, "CeMountDBVol", 1392, {"Error: Database mount failed: Invalid Parameter"}},
+      {save, "CeMountDBVol", 32, {"Error: Database mount failed: In Use By Another Program"}},
+      {save, "CeMountDBVol", 19, {"Error: Database mount failed: Access Denied"}},
+      {save, "CeMountDBVol", 0x2000, {}},
+      {save, "CeOidGetInfoEx", 1392, {"Error: Database mount failed: Invalid Parameter"}},
+      {save, "CeOpenDatabaseEx", 8, {"Error: Not enough memory!", saver}},
+      {save, "CeOpenDatabaseEx", 1392, {saver}},
+      {save_first, "CeCreateDatabaseEx", 112, {"Error: Database creation failed", saver}},
+      {save, "CeReadRecordPropsEx", 1018, {"error: savePreTextToDB(): Failed to read record"}},
+      {save, "CeWriteRecordProps", 8, {"Error: Not enough memory"}},
+      {save, "CeWriteRecordProps", 39, {"Error: Disk Full"}},
+      {save, "CeFlushDBVol", 1392, {"Error: Unknown Error"}},
+      {load_profile, "CeOpenDatabaseEx", 8, {"Error: OpenCreateDB_profile: Not enough memory!"}},
+      {load_profile, "CeReadRecordPropsEx", 1392, {"error: Failed to read record 1"}},
+      {drop_profile, "CeDeleteDatabaseEx", 32, {"Error: error in CeDeleteDatabaseEx!"}},
+      {read_list, "CeOpenDatabaseEx", 14, {"Error: Not enough memory"}},
+      {read_list, "CeOpenDatabaseEx", 2, {"Error: The database doesn't exist"}},
+      {read_list, "CeReadRecordPropsEx", 1392, {"Error: Handle Read Failure"}},
+      {add_to, "CeReadRecordPropsEx", 1392, {"Error: Handle Read Failure"}},
+      {add_to, "CeWriteRecordProps", 112, {"Error: Disk Full"}},
   };
-  savePreTextToDB(volume, u"kept", kLocationPretexts);
+  ASSERT_TRUE(databases.create(kObjectStore, kCategoriesDatabase, 0));
+  addCategory(volume, u"Work");
+  save();
+  saveProfileInfoToDatabase(volume, u"pfile-Work", {{u"Work"}, {0}});
   for (const Fault& fault : faults) {
-    // The list of locations is there, that of subjects is not.
-    const bool creates = fault.call == std::string("CeCreateDatabaseEx");
+    savePreTextToDB(volume, u"x", kLocationPretexts);
+    deletePreTextFromDB(volume, u"x", kLocationPretexts);
+    place.device.clock += 3000;
     place.device.fault = [&](const std::string& call) {
       return call == fault.call ? fault.error : 0;
     };
-    EXPECT_EQ(savePreTextToDB(volume, u"x", creates ? kSubjectPretexts : kLocationPretexts), 0);
+    fault.operation();
+    place.device.fault = nullptr;
     EXPECT_EQ(boxes_shown(), fault.boxes) << fault.call << " " << fault.error;
     EXPECT_TRUE(place.device.nothing_left()) << fault.call;
   }
