@@ -3,16 +3,32 @@
 #include "store/series.h"
 
 namespace orvello {
+namespace {
+
+constexpr TextView kByStart = u"[Start]";
+
+}  // namespace
 
 void PimItems::set_include_recurrences(bool include) {
-  if (items_)
-    set_up_ = items_.put(PimName::include_recurrences, PimValue::flag(include)) && set_up_;
+  occurrences_ = include;
+  prepared_ = false;
 }
 
 void PimItems::sort(TextView property, bool descending) {
-  if (items_)
-    set_up_ =
-        items_.call(PimName::sort, PimValue::text(property), PimValue::flag(descending)) && set_up_;
+  if (property != kByStart) return;
+  sorted_ = true;
+  descending_ = descending;
+  prepared_ = false;
+}
+
+// Of a collection in order of start alone the platform shows occurrences.
+bool PimItems::prepare() {
+  if (prepared_ || !items_) return true;
+  prepared_ =
+      items_.put(PimName::include_recurrences, PimValue::flag(occurrences_)) &&
+      (!(sorted_ || occurrences_) || items_.call(PimName::sort, PimValue::text(kByStart),
+                                                 PimValue::flag(descending_ && !occurrences_)));
+  return prepared_;
 }
 
 std::optional<StoreItem> PimItems::fail() {
@@ -25,8 +41,9 @@ std::optional<StoreItem> PimItems::fail() {
 bool PimItems::begin() {
   failed_ = given_up_ = false;
   walk_ = Walk::ended;
-  if (!set_up_) fail();
-  return !failed_ && !stopped();
+  if (stopped()) return false;
+  if (!prepare()) fail();
+  return !failed_;
 }
 
 bool PimItems::stopped() {
@@ -36,29 +53,46 @@ bool PimItems::stopped() {
   return true;
 }
 
+// Null: nothing passes, as with a text that the platform cannot read. Without a value: failure.
+std::optional<PimObject> PimItems::restricted(TextView restriction) {
+  if (!items_) return std::optional<PimObject>(std::in_place);
+  auto part = items_.made_by(PimName::restrict_to, PimKind::items, PimValue::text(restriction));
+  if (!part && items_.last_result() == E_INVALIDARG) part.emplace();
+  return part;
+}
+
 std::unique_ptr<StoreItems> PimItems::restrict_to(TextView restriction) {
   if (!begin()) return nullptr;
-  std::optional<PimObject> part(std::in_place);
-  if (items_)
-    part = items_.made_by(PimName::restrict_to, PimKind::items, PimValue::text(restriction));
-  if (!part && items_.last_result() == E_INVALIDARG) part.emplace();
+  auto part = restricted(restriction);
   if (!part) return fail(), nullptr;
   auto items = std::make_unique<PimItems>(std::move(*part), form_, numbers_, cannot_read_);
   items->wanted_ = wanted_;
   items->stop_ = stop_;
+  items->occurrences_ = occurrences_;
+  items->sorted_ = sorted_;
+  items->descending_ = descending_;
+  items->prepared_ = true;
   return items;
 }
 
-// The platform has no text that selects everything: then the items are counted.
 std::optional<StoreItem> PimItems::find(TextView restriction) {
   if (!begin() || !items_) return std::nullopt;
-  if (!restriction.empty()) {
+  if (restriction.empty()) return count_from(items_);  // the platform has no such text
+  if (!backwards()) {
     walk_ = Walk::found;
     return answer(items_.made_by(PimName::find, PimKind::appointment, PimValue::text(restriction)));
   }
-  const auto count = items_.number(PimName::count);
+  auto part = restricted(restriction);
+  if (!part) return fail();
+  part_ = std::move(*part);
+  return part_ ? count_from(part_) : std::nullopt;
+}
+
+std::optional<StoreItem> PimItems::count_from(const PimObject& collection) {
+  const auto count = collection.number(PimName::count);
   if (!count) return fail();
   walk_ = Walk::counted;
+  counted_ = &collection;
   index_ = 0;
   count_ = *count;
   return find_next();
@@ -68,13 +102,15 @@ std::optional<StoreItem> PimItems::find(TextView restriction) {
 std::optional<StoreItem> PimItems::find_next() {
   if (walk_ == Walk::ended || stopped()) return std::nullopt;
   if (walk_ == Walk::found) return answer(items_.made_by(PimName::find_next, PimKind::appointment));
-  if (index_ < count_)
-    return answer(items_.made_by(PimName::item, PimKind::appointment, PimValue::number(++index_)));
+  if (index_ < count_) {
+    const std::int32_t place = backwards() ? count_ - index_ : index_ + 1;
+    ++index_;
+    return answer(counted_->made_by(PimName::item, PimKind::appointment, PimValue::number(place)));
+  }
   walk_ = Walk::ended;
   return std::nullopt;
 }
 
-// A text that the platform cannot read selects nothing.
 std::optional<StoreItem> PimItems::answer(std::optional<PimObject> item) {
   if (!item && walk_ == Walk::found && items_.last_result() == E_INVALIDARG) item.emplace();
   if (!item) return fail();

@@ -18,7 +18,7 @@ class PimItems : public StoreItems {
         cannot_read_(std::move(cannot_read)) {}
 
   void set_include_recurrences(bool include) override;
-  void sort(TextView property, bool descending) override;
+  void sort(TextView property, bool descending) override;  // nothing else than [Start]
   void want(AppointmentFieldSet fields) override { wanted_ = fields; }
   void stop_when(std::function<bool()> stop) override { stop_ = std::move(stop); }
   std::unique_ptr<StoreItems> restrict_to(TextView restriction) override;
@@ -31,10 +31,15 @@ class PimItems : public StoreItems {
  private:
   enum class Walk { ended, found, counted };
   bool begin();
+  bool prepare();
   bool stopped();
   std::optional<StoreItem> fail();
+  std::optional<PimObject> restricted(TextView restriction);
+  std::optional<StoreItem> count_from(const PimObject& collection);
   std::optional<StoreItem> answer(std::optional<PimObject> item);
   std::optional<StoreItem> item_of(const PimObject& item);
+  // The platform shows occurrences from the first to the last alone.
+  bool backwards() const { return occurrences_ && descending_; }
 
   PimObject items_;
   const PimForm& form_;
@@ -42,11 +47,14 @@ class PimItems : public StoreItems {
   std::function<void()> cannot_read_;
   AppointmentFieldSet wanted_ = AppointmentFieldSet::all();
   std::function<bool()> stop_;
-  bool set_up_ = true;  // it took what it was told before it was asked
+  bool occurrences_ = false, sorted_ = false, descending_ = false;
+  bool prepared_ = false;  // the platform was told these
   bool failed_ = false;
   bool given_up_ = false;
   Walk walk_ = Walk::ended;
-  std::int32_t index_ = 0, count_ = 0;  // of a walk that counts
+  PimObject part_;                      // what a walk backwards was restricted to
+  const PimObject* counted_ = nullptr;  // that a walk counts, so far to its end
+  std::int32_t index_ = 0, count_ = 0;
 };
 
 }  // namespace orvello
