@@ -65,6 +65,7 @@ std::unique_ptr<StoreItems> PimItems::restrict_to(TextView restriction) {
   if (!begin()) return nullptr;
   auto part = restricted(restriction);
   if (!part) return fail(), nullptr;
+  if (stopped()) return nullptr;  // it may have taken long
   auto items = std::make_unique<PimItems>(std::move(*part), form_, numbers_, cannot_read_);
   items->wanted_ = wanted_;
   items->stop_ = stop_;
@@ -100,7 +101,7 @@ std::optional<StoreItem> PimItems::count_from(const PimObject& collection) {
 
 // Beyond its end a collection must not be asked.
 std::optional<StoreItem> PimItems::find_next() {
-  if (walk_ == Walk::ended || stopped()) return std::nullopt;
+  if (walk_ == Walk::ended) return std::nullopt;
   if (walk_ == Walk::found) return answer(items_.made_by(PimName::find_next, PimKind::appointment));
   if (index_ < count_) {
     const std::int32_t place = backwards() ? count_ - index_ : index_ + 1;
@@ -119,6 +120,7 @@ std::optional<StoreItem> PimItems::answer(std::optional<PimObject> item) {
     walk_ = Walk::ended;
     return std::nullopt;
   }
+  if (stopped()) return std::nullopt;
   auto read = item_of(*item);
   return read ? std::move(read) : fail();
 }
