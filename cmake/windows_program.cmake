@@ -17,7 +17,7 @@ orvello_library(store/pim orvello_store ole32 oleaut32 uuid)
 orvello_library(store/cedb orvello_ports)
 orvello_library(hosts/shared orvello_cli orvello_store_embedded orvello_hosts_headless)
 orvello_library(hosts/win32 orvello_app orvello_hosts_headless orvello_hosts_shared user32 gdi32 comctl32 comdlg32
-  advapi32 shell32 ole32 oleaut32 oleacc shlwapi msimg32 uuid)
+  advapi32 shell32 ole32 oleaut32 uuid oleacc shlwapi msimg32)
 # The system has no time-zone database of the kind that calendars are written in.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 find_program(ORVELLO_ZIC zic PATHS /usr/sbin /sbin REQUIRED)

@@ -10,22 +10,16 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <optional>
 #include <sstream>
 
 #include "files/input_file.h"
-#include "files/replace_file.h"
 #include "hosts/linux/command.h"
 #include "hosts/linux/mail_identity.h"
+#include "hosts/shared/saved_files.h"
 
 namespace orvello {
 namespace {
-
-namespace fs = std::filesystem;
-
-constexpr std::size_t kLongestName = 60;
-constexpr auto kKeptForMail = std::chrono::hours(24 * 7);  // the mail program reads it when it will
 
 std::string variable(const char* name) {
   const char* value = std::getenv(name);
@@ -76,51 +70,11 @@ bool start_detached(const std::vector<std::string>& words) {
   return child > 0 && got == 0;
 }
 
-Result<std::string> save_in(const std::string& folder, const std::string& name,
-                            const std::string& text) {
-  const auto failure = [&folder] {
-    return Result<std::string>::failure(folder + ": " + std::strerror(errno));
-  };
-  std::error_code error;
-  fs::create_directories(fs::path(folder).parent_path(), error);
-  if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return failure();
-  for (int number = 1; number < 10000; ++number) {
-    const std::string suffix = number > 1 ? "-" + std::to_string(number) : "";
-    const std::string path = folder + "/" + name + suffix + ".ics";
-    const auto created = create_whole_file(path, text);
-    if (!created) return Result<std::string>::failure(created.reason());
-    if (*created) return path;
-  }
-  errno = EEXIST;
-  return failure();
-}
-
-void forget_old_files(const std::string& folder) {
-  std::error_code error;
-  const auto now = fs::file_time_type::clock::now();
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
-    if (now - entry.last_write_time(error) > kKeptForMail) fs::remove(entry.path(), error);
-}
-
 // The folder's name is not ours to choose.
 bool passes_as_argument(const std::string& folder) {
   return std::none_of(folder.begin(), folder.end(), [](unsigned char c) {
     return c < 0x20 || c == 0x7F || std::strchr("'\"\\,%`$&;?#<>|*", c);
   });
-}
-
-// The program that starts mail programs writes the path into an argument that each of them takes
-// apart in its own way, at commas, quotes or percent signs: of ASCII only what nobody gives a
-// meaning. Nor what cannot be seen, or turns the text around it.
-bool is_plain(char16_t unit) {
-  if (unit < 0x80)
-    return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') ||
-           (unit >= u'a' && unit <= u'z') || TextView(u" ._-").find(unit) != TextView::npos;
-  const auto within = [unit](char16_t first, char16_t last) {
-    return unit >= first && unit <= last;
-  };
-  return !within(0x80, 0xA0) && !within(0x200B, 0x200F) && !within(0x2028, 0x202F) &&
-         !within(0x2060, 0x206F) && unit != 0xFEFF;
 }
 
 // What a mail program may take apart in its own way, too.
@@ -140,7 +94,7 @@ static std::optional<HandedOver> mail(TextView subject, const std::string& calen
   const std::string folder = cache + "/orvello";
   if (!passes_as_argument(folder)) return std::nullopt;
   forget_old_files(folder);
-  const auto path = save_in(folder, safe_file_name(subject), calendar);
+  const auto path = save_under_free_name(folder, safe_file_name(subject), ".ics", calendar);
   if (!path) return std::nullopt;
   HandedOver handed{true, *path, {}};
   std::vector<std::string> words{program};
@@ -153,23 +107,6 @@ static std::optional<HandedOver> mail(TextView subject, const std::string& calen
   if (start_detached(words)) return handed;
   ::unlink(path->c_str());
   return std::nullopt;
-}
-
-std::string safe_file_name(TextView subject) {
-  Text name;
-  for (const char16_t unit : subject) {
-    const char16_t safe = is_plain(unit) ? unit : u' ';
-    // No blanks at the start, none twice; a first dot would hide the file, a dash be an option.
-    const bool leading = name.empty() && (safe == u' ' || safe == u'.' || safe == u'-');
-    if (leading || (safe == u' ' && name.back() == u' ')) continue;
-    name += safe;
-  }
-  if (name.size() > kLongestName) {
-    const bool splits_a_pair = name[kLongestName] >= 0xDC00 && name[kLongestName] < 0xE000;
-    name.resize(splits_a_pair ? kLongestName - 1 : kLongestName);
-  }
-  while (!name.empty() && (name.back() == u' ' || name.back() == u'.')) name.pop_back();
-  return name.empty() ? "appointment" : to_utf8(name);
 }
 
 std::string documents_folder() {
@@ -203,7 +140,7 @@ Result<HandedOver> Outbox::hand_over(TextView subject, const std::string& calend
       return Result<HandedOver>::failure("There is no home folder to save the appointment in.");
     folder = documents + "/Orvello";
   }
-  const auto path = save_in(folder, safe_file_name(subject), calendar);
+  const auto path = save_under_free_name(folder, safe_file_name(subject), ".ics", calendar);
   if (!path) return Result<HandedOver>::failure(path.reason());
   return HandedOver{false, *path, {}};
 }

@@ -28,10 +28,6 @@ class Outbox : public Departures {
   std::string folder_;
 };
 
-// A file name without its ending: 60 characters at most, never empty, nothing that a file system,
-// a shell, a mail program's argument or another platform would trip over.
-std::string safe_file_name(TextView subject);
-
 // The documents folder as the desktop's configuration, or else the home folder, has it; empty
 // without a home.
 std::string documents_folder();

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "hosts/linux/outbox.h"
+#include "hosts/shared/saved_files.h"
 #include "tests/scratch.h"
 
 namespace orvello {
