@@ -34,6 +34,7 @@ END:VCALENDAR
 SETTINGS_PAGES = 8
 SIZES = [("240x320", 96), ("320x240", 96), ("480x640", 192), ("1000x700", 96)]
 # On the screen that the story is told on.
+STORY_SIZE = (480, 640)
 EDITOR_OK, OCCURS = (50, 90), (280, 371)
 OPTIONS, EXIT = (137, 615), (232, 615)
 FIRST_COLOR, HEX_FIELD, SHEET_OK, PICKER_OK = (150, 209), (385, 90), (370, 30), (404, 611)
@@ -102,7 +103,13 @@ class Window:
         self.settle()
 
     def press(self, point):
-        self.tool("mousemove", "--window", self.id, str(point[0]), str(point[1]), "click", "1")
+        """`point` counts from the content, around which a system may draw a frame of its own."""
+        lines = self.tool("getwindowgeometry", "--shell", self.id).split()
+        place = dict(line.split("=") for line in lines)
+        side = (int(place["WIDTH"]) - STORY_SIZE[0]) // 2
+        top = int(place["HEIGHT"]) - STORY_SIZE[1] - side
+        self.tool("mousemove", "--window", self.id, str(point[0] + side), str(point[1] + top),
+                  "click", "1")
         self.settle()
 
     def picture(self, name):
@@ -131,7 +138,7 @@ class Story:
         self.data = os.path.join(folder, "data")
         self.passed = self.failed = 0
 
-    def options(self, screen="480x640", dpi=192, language="en"):
+    def options(self, screen="%dx%d" % STORY_SIZE, dpi=192, language="en"):
         return ["--data", self.data, "--now", NOW, "--screen", screen, "--dpi", str(dpi),
                 "--language", language]
 
