@@ -29,9 +29,26 @@ class TestClock : public Clock {
 
 using MakeStore = std::function<std::unique_ptr<RecordCalendarStore>(const Clock&)>;
 
-class CalendarStoreContract : public testing::TestWithParam<MakeStore> {
+// What not every store can do.
+struct StoreTraits {
+  // Zones, UIDs, residue, recurrences that no pattern holds; without them put() says so.
+  bool whole_records = true;
+  // Categories and recipients of its own for an occurrence; else they are its series'.
+  bool rich_occurrences = true;
+  // Its changes are told by poll(); else by the platform's messages.
+  bool tells_by_poll = true;
+};
+
+struct StoreKind {
+  StoreKind(MakeStore makes, StoreTraits has = {}) : make(std::move(makes)), traits(has) {}
+  MakeStore make;
+  StoreTraits traits;
+};
+
+class CalendarStoreContract : public testing::TestWithParam<StoreKind> {
  protected:
   void SetUp() override;
+  const StoreTraits& traits() const { return GetParam().traits; }
 
   std::int32_t add(TextView subject, CalendarDate start, CalendarDate end, bool all_day = false);
   std::int32_t add_series(TextView subject, const RecurrencePattern& pattern);

@@ -394,7 +394,7 @@ TEST_P(CalendarStoreContract, EditsAtRandomLeaveWhatAPlainListLeaves) {
   for (int seed = 1; seed <= scripts; ++seed) {
     app_.reset();
     store_.reset();
-    store_ = GetParam()(clock_);
+    store_ = GetParam().make(clock_);
     EditScript script(*store_, seed);
     ASSERT_TRUE(script.run(seed % 10 == 0)) << "script " << seed << ": " << script.trouble;
   }

@@ -55,7 +55,7 @@ TEST_P(CalendarStoreContract, OnlyWhatIsNamedIsWritten) {
     EXPECT_EQ(fields.location, u"elsewhere");
     EXPECT_EQ(fields.busy_status, BusyStatus::free);
     EXPECT_EQ(fields.categories, u"");
-    EXPECT_EQ(now->recipients()->size(), 1u);
+    EXPECT_EQ(now->recipients()->size(), occurrence && !traits().rich_occurrences ? 0u : 1u);
   }
 }
 
@@ -135,6 +135,10 @@ TEST_P(CalendarStoreContract, ASeriesMovesWholeOrNotAtAll) {
     filed.fields.subject = u"filed";
     record.exceptions = {gone, changed, filed};
     const auto oid = store_->put(record);
+    if (oid == 0 && c.rules && !traits().whole_records) {
+      EXPECT_FALSE(app_->problem().empty());
+      continue;
+    }
     ASSERT_NE(oid, 0);
     const auto item = app_->item_from_oid(oid);
     const auto before = found(u"[Start] >= <46200");
@@ -170,6 +174,7 @@ TEST_P(CalendarStoreContract, ASeriesMovesWholeOrNotAtAll) {
 
 // Thursday evening in New York is Friday morning in Berlin.
 TEST_P(CalendarStoreContract, APatternIsGivenAndSetInTheDevicesDays) {
+  if (!traits().whole_records) GTEST_SKIP() << "it keeps no zones and no rules";
   ASSERT_TRUE(store_->put_zone(new_york()));
   AppointmentRecord record;
   record.zone = "America/New_York";
@@ -256,14 +261,14 @@ TEST_P(CalendarStoreContract, WhatIsWantedIsThere) {
 
 namespace {
 
-AppointmentRecord rich_series() {
+AppointmentRecord rich_series(bool whole) {
   AppointmentRecord record;
   record.uid = "kept@test";
   record.fields.subject = u"s";
   record.fields.categories = u"Kept";
   record.fields.body = u"words";
   record.fields.body_ink = std::string("i\0k", 3);
-  record.zone = "America/New_York";
+  if (whole) record.zone = "America/New_York";
   record.start = midnight_of(Day(kThursday)) + 20 * 3600;
   record.end = record.start + 3600;
   record.pattern = weekly(kThursday, 1 << 4, 9);
@@ -307,14 +312,15 @@ void expect_same(const AppointmentRecord& a, const AppointmentRecord& b) {
 
 TEST_P(CalendarStoreContract, AStateBringsAllOfASeriesBack) {
   ASSERT_TRUE(store_->put_zone(new_york()));
-  const auto oid = store_->put(rich_series());
+  const auto oid = store_->put(rich_series(traits().whole_records));
   ASSERT_NE(oid, 0);
   const auto before = **store_->load(oid);
   const auto shown = found(u"");
   auto item = app_->item_from_oid(oid);
   OccurrenceError error;
   auto state = item->state();
-  const auto same = item->pattern()->occurrence(kThursday + 1 + 3 / 24.0, error)->state();
+  const double first = kThursday + (traits().whole_records ? 1 + 3 / 24.0 : 20 / 24.0);
+  const auto same = item->pattern()->occurrence(first, error)->state();
   ASSERT_TRUE(state && same);
   ASSERT_TRUE(item->remove());
   item.reset();
@@ -332,12 +338,13 @@ TEST_P(CalendarStoreContract, AStateBringsAllOfASeriesBack) {
   ASSERT_TRUE(store_->erase(oid));
   EXPECT_FALSE(app_->all_or_nothing([&] { return app_->restore(*state) && false; }));
   EXPECT_FALSE(app_->item_from_oid(oid));
+  EXPECT_FALSE(app_->create_appointment()->state());
+  if (!traits().whole_records) return;
   AppointmentRecord other;
   other.uid = before.uid;
   ASSERT_NE(store_->put(other), 0);
   EXPECT_FALSE(app_->restore(*state));
   EXPECT_NE(to_utf8(app_->problem()).find(before.uid), std::string::npos);
-  EXPECT_FALSE(app_->create_appointment()->state());
 }
 
 TEST_P(CalendarStoreContract, SendingSaysWhyNot) {

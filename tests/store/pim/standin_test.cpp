@@ -51,6 +51,7 @@ class Standin : public testing::Test {
   void TearDown() override {
     application_->Release();
     CoUninitialize();
+    standin().reset();  // what it saw was meant
   }
   // A new appointment called "Name".
   IDispatch* appointment() {

@@ -81,6 +81,7 @@ bool StandinAppointment::apply(AppointmentRecord& record) const {
     for (AppointmentException& one : record.exceptions) {
       one.fields.categories = record.fields.categories;
       one.fields.sensitivity = record.fields.sensitivity;
+      one.fields.all_day = record.fields.all_day;
     }
     const bool times = is_new() || written_.has(Field::start) || written_.has(Field::end) ||
                        written_.has(Field::all_day);
