@@ -41,6 +41,7 @@ set(alone
   tests/contract/store_on_demand_test.cpp
   tests/qt/dialogs_test.cpp
   tests/qt/locale_names_test.cpp
+  tests/store/pim/pim_contract.cpp
   tests/views/mirrored_month_test.cpp
   tests/views/month_paint_test.cpp
   tests/views/year_layout_test.cpp

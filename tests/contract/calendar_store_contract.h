@@ -35,6 +35,8 @@ struct StoreTraits {
   bool whole_records = true;
   // Categories and recipients of its own for an occurrence; else they are its series'.
   bool rich_occurrences = true;
+  // A search fetches all that it will answer; else one item after the other.
+  bool fetches_whole = true;
   // Its changes are told by poll(); else by the platform's messages.
   bool tells_by_poll = true;
 };

@@ -2,7 +2,6 @@
 // The suites themselves, as this is another test program; first, as windows.h takes names.
 #include "tests/contract/calendar_store_contract.cpp"  // NOLINT
 #include "tests/contract/edit_scripts_contract.cpp"    // NOLINT
-#include "tests/contract/failing_reads_contract.cpp"   // NOLINT
 #include "tests/contract/pattern_days_contract.cpp"    // NOLINT
 #include "tests/contract/plain_calendar.cpp"           // NOLINT
 #include "tests/contract/series_edits_contract.cpp"    // NOLINT
@@ -34,7 +33,8 @@ StoreKind on_generation(int generation, bool exceptions) {
     return std::make_unique<ReadyPimStore>(clock, generation);
   };
   StoreTraits traits;
-  traits.whole_records = traits.rich_occurrences = traits.tells_by_poll = false;
+  traits.whole_records = traits.rich_occurrences = traits.fetches_whole = false;
+  traits.tells_by_poll = false;
   return {make, traits};
 }
 

@@ -47,6 +47,7 @@ StandinControl& standin() {
         ADD_FAILURE() << "pimstore.dll does not stand beside the tests";
         std::abort();
       }
+      control()->reset();
       return control();
     }();
   return *loaded_standin;
