@@ -29,16 +29,6 @@ std::uint32_t known_key(UINT key) {
 
 }  // namespace
 
-int WheelRest::take(int delta, bool sideways) {
-  const bool turns_back = (delta > 0) != (rest_ > 0) || sideways != sideways_;
-  if (turns_back) rest_ = 0;
-  sideways_ = sideways;
-  rest_ += delta;
-  const int notches = rest_ / WHEEL_DELTA;
-  rest_ %= WHEEL_DELTA;
-  return notches;
-}
-
 Rect place_on_screen(HWND window, const Rect& part) {
   POINT corner{part.x, part.y};
   ClientToScreen(window, &corner);

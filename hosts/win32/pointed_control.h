@@ -7,19 +7,9 @@
 
 #include "hosts/win32/accessible_object.h"
 #include "hosts/win32/form_control.h"
+#include "hosts/win32/wheel_turns.h"
 
 namespace orvello {
-
-// Whole notches of a wheel, which may turn by less than one at a time.
-class WheelRest {
- public:
-  // 0: they are not whole yet. What is left of a turn in another direction is dropped.
-  int take(int delta, bool sideways);
-
- private:
-  int rest_ = 0;
-  bool sideways_ = false;
-};
 
 // Where a part of a window stands in the main window, counted from where lines begin.
 Rect place_in_main_window(HWND window, const Rect& part, bool right_to_left);
@@ -69,7 +59,7 @@ class PointedControl : public FormControl, public DrawnControl {
   bool tapped_ = false;  // once, at this moment and place
   DWORD tap_time_ = 0;
   POINT tap_place_{};
-  WheelRest wheel_;
+  WheelTurns wheel_;
   std::shared_ptr<char> alive_ = std::make_shared<char>();
 };
 

@@ -122,6 +122,8 @@ std::unique_ptr<Dialog> Win32Dialogs::open_modeless(const DialogTemplate& dialog
   slot.take_tab = [raw](bool backwards) { return raw->focus_end(backwards); };
   window_.add_form(std::move(slot));
   controls->start();
+  // Above the view and what stands there, below what is modal.
+  SetWindowPos(raw->window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   raw->show();
   window_.covers().keep_order();
   raw->come(false);

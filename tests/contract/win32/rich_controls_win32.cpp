@@ -1,0 +1,234 @@
+// What the controls of forms that are more than a platform's own do beyond the dialogs' contract.
+#include <objbase.h>
+#include <oleacc.h>
+
+#include "hosts/win32/win32_dialogs.h"
+#include "tests/contract/every_kind.cpp"  // NOLINT
+#include "tests/contract/win32/native_objects.h"
+#include "tests/contract/win32/window_bench.h"
+
+namespace orvello::test {
+namespace {
+
+using Kind = ControlTemplate::Kind;
+using Event = DialogEvent::Kind;
+
+constexpr Color kPale = rgb(240, 250, 240), kRed = rgb(200, 0, 0), kBlue = rgb(0, 0, 160);
+
+// One control over the whole form.
+DialogTemplate form_of(Kind kind, int id) {
+  DialogTemplate form;
+  form.id = 595;
+  form.size = {240, 268};
+  ControlTemplate control{kind, id, u"", {0, 0, 240, 268}};
+  control.across = ControlTemplate::Across::stretch;
+  control.down = ControlTemplate::Down::stretch;
+  form.controls = {control};
+  return form;
+}
+
+HWND find_child(HWND parent, const wchar_t* window_class) {
+  struct Search {
+    const wchar_t* name;
+    HWND found;
+  } search{window_class, nullptr};
+  EnumChildWindows(
+      parent,
+      [](HWND child, LPARAM asked) -> BOOL {
+        auto& looks = *reinterpret_cast<Search*>(asked);
+        wchar_t name[64] = {};
+        GetClassNameW(child, name, 64);
+        if (lstrcmpiW(name, looks.name) == 0) looks.found = child;
+        return looks.found == nullptr;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+struct Stage {
+  explicit Stage(Kind kind, int id, Win32WindowOptions options = small_screen())
+      : window(std::move(options)), dialogs(window) {
+    EXPECT_TRUE(window.create(u"OrvelloRichTest", u"", 320, handler));
+    window.show();
+    dialog = dialogs.open_modeless(form_of(kind, id), told);
+    settle(window);
+  }
+  HWND child(const wchar_t* window_class) { return find_child(window.frame(), window_class); }
+  // What the screen shows of a control, after what is to be painted.
+  Color pixel(HWND of, Point at) {
+    settle(window);
+    const HDC dc = GetDC(of);
+    const COLORREF color = GetPixel(dc, at.x, at.y);
+    ReleaseDC(of, dc);
+    return color;
+  }
+
+  Recorder handler;
+  Win32Window window;
+  Win32Dialogs dialogs;
+  RecordingProcedure told;
+  std::unique_ptr<Dialog> dialog;
+};
+
+ReportContent colored_rows(int rows) {
+  ReportContent content;
+  content.columns = {{60, Align::right}, {40, Align::left}, {140, Align::left}};
+  content.padding = 3;
+  content.picture_column = 1;
+  content.picture_gap = 2;
+  content.pictures = {{8, 8, std::vector<Color>(64, kRed)}};
+  content.background = kPale;
+  content.selected_background = kBlue;
+  for (int i = 0; i < rows; ++i) {
+    ReportRow row;
+    row.cells = {u"10:00", u"", u"Row " + to_utf16(std::to_string(i))};
+    row.height = i == 1 ? 40 : 20;
+    if (i == 1) row.line_above = kBlue;
+    if (i == 0) row.pictures = {0, 0};
+    content.rows.push_back(std::move(row));
+  }
+  return content;
+}
+
+TEST(RichControls, AReportShowsItsRowsAndTellsAScreenReaderOfThem) {
+  Stage stage(Kind::report, 21);
+  ReportList& report = *stage.dialog->report(21);
+  ReportContent content = colored_rows(3);
+  content.rows[1].name = u"Lunch, from noon";
+  report.set_content(content);
+  report.select({2});
+  const HWND list = stage.child(L"OrvelloReport");
+  EXPECT_EQ(stage.pixel(list, {5, 200}), kPale) << "below the rows";
+  EXPECT_EQ(stage.pixel(list, {5, 20}), kBlue) << "the line above the second row";
+  EXPECT_EQ(stage.pixel(list, {5, 21}), kWhite);
+  EXPECT_EQ(stage.pixel(list, {239, 70}), kBlue) << "a selected row";
+  EXPECT_EQ(stage.pixel(list, {60, 6}), kRed);
+  EXPECT_EQ(stage.pixel(list, {69, 10}), kWhite) << "between two pictures";
+  EXPECT_EQ(stage.pixel(list, {70, 10}), kRed);
+
+  ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+
+  IAccessible* rows = nullptr;
+  ASSERT_EQ(AccessibleObjectFromWindow(list, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                       reinterpret_cast<void**>(&rows)),
+            S_OK);
+  long count = 0;
+  rows->get_accChildCount(&count);
+  EXPECT_EQ(count, 3);
+  VARIANT child{};
+  child.vt = VT_I4;
+  child.lVal = 2;
+  BSTR name = nullptr;
+  ASSERT_EQ(rows->get_accName(child, &name), S_OK);
+  EXPECT_STREQ(name, L"Lunch, from noon");
+  SysFreeString(name);
+  VARIANT state{};
+  child.lVal = 3;
+  rows->get_accState(child, &state);
+  EXPECT_TRUE(state.lVal & STATE_SYSTEM_SELECTED);
+  int tapped = -1;
+  stage.told.act = [&](Dialog&, const DialogEvent& event) {
+    if (event.kind == Event::pointer_down) tapped = report.row_at(event.point);
+  };
+  child.lVal = 1;
+  EXPECT_EQ(rows->accDoDefaultAction(child), S_OK);
+  settle(stage.window);
+  EXPECT_EQ(tapped, 0);
+  stage.dialog.reset();
+  settle(stage.window);
+  EXPECT_EQ(rows->get_accChildCount(&count), CO_E_OBJNOTCONNECTED) << "it outlives the list";
+  EXPECT_EQ(rows->Release(), 0u);
+}
+
+TEST(RichControls, ALongReportScrollsByPixelsAndShowsItsRows) {
+  Stage stage(Kind::report, 21);
+  ReportList& report = *stage.dialog->report(21);
+  report.set_content(colored_rows(60000));
+  const Rect place = stage.dialog->place(21);
+  EXPECT_EQ(report.row_place(2).y, place.y + 60);
+  report.scroll_by(25);
+  EXPECT_EQ(report.row_place(2).y, place.y + 35);
+  report.show_row(40000);
+  EXPECT_EQ(report.row_place(40000).bottom(), place.bottom());
+  report.scroll_by(100000000);
+  EXPECT_EQ(report.row_place(59999).bottom(), place.bottom());
+  const HWND bar = stage.child(L"SCROLLBAR");
+  SCROLLINFO info{sizeof(SCROLLINFO), SIF_ALL, 0, 0, 0, 0, 0};
+  GetScrollInfo(bar, SB_CTL, &info);
+  EXPECT_EQ(info.nPos, 60000 * 20 + 20 - place.height);
+  SendMessageW(GetParent(bar), WM_VSCROLL, SB_TOP, reinterpret_cast<LPARAM>(bar));
+  EXPECT_EQ(report.row_place(0).y, place.y);
+}
+
+TEST(RichControls, NotesAreTypedPastedAndTakenBackWithTheirInk) {
+  Stage stage(Kind::notes, 21);
+  NotesControl& notes = *stage.dialog->notes(21);
+  stage.dialog->focus(21);
+  settle(stage.window);
+  const HWND edit = GetFocus();
+  const auto type = [&](TextView text) {
+    for (const char16_t unit : text) SendMessageW(edit, WM_CHAR, unit, 0);
+    settle(stage.window);
+  };
+  const auto press = [&](WPARAM key, int held = 0) {
+    const HeldKeys keys(held);
+    SendMessageW(edit, WM_KEYDOWN, key, 0);
+    SendMessageW(edit, WM_KEYUP, key, 0);
+  };
+  type(u"{\\rtf1 one");
+  EXPECT_EQ(notes.content().text, u"{\\rtf1 one") << "letters, not a format";
+  NotesContent page;
+  page.text = u"{\\rtf1 \\b x}\nsecond\nthird";
+  page.runs = {{13, 6, {false, false, false, true}}};
+  page.strokes = {{kRed, 6, {{100, 200, 1}, {160, 200, 1}}}};
+  page.width = 200;
+  notes.set_content(page);
+  EXPECT_EQ(stage.pixel(stage.child(L"OrvelloNotesView"), {130, 200}), kRed);
+
+  press('A', kControlHeld);
+  press('B', kControlHeld);
+  EXPECT_EQ(notes.content().text, page.text);
+  EXPECT_EQ(notes.content().runs, (std::vector<NotesRun>{{0, 25, {true}}}));
+  press('Z', kControlHeld);
+  EXPECT_EQ(notes.content().runs, page.runs);
+  EXPECT_EQ(notes.content().strokes, page.strokes);
+  // Backspace joins a bulleted paragraph with a plain one, which says what both are.
+  notes.set_tool(NotesTool::text);
+  SendMessageW(edit, EM_SETSEL, 13, 13);
+  press(VK_BACK);
+  EXPECT_TRUE(notes.content().runs.empty()) << "first it leaves the list";
+  EXPECT_EQ(notes.content().text, page.text);
+  press(VK_BACK);
+  EXPECT_EQ(notes.content().text, u"{\\rtf1 \\b x}second\nthird");
+  EXPECT_TRUE(notes.undo() && notes.undo());
+  EXPECT_EQ(notes.content().runs, page.runs);
+}
+
+TEST(RichControls, NoneKeepsAnythingOfThePlatform) {
+  Win32Window window(small_screen());
+  Win32Dialogs dialogs(window);
+  Recorder handler;
+  ASSERT_TRUE(window.create(u"OrvelloRichTest", u"", 320, handler));
+  window.show();
+  const auto open_and_close = [&](int times) {
+    for (int i = 0; i < times; ++i) {
+      RecordingProcedure told;
+      const auto dialog = dialogs.open_modeless(every_kind_form(), told);
+      dialog->report(kReport)->set_content(colored_rows(50));
+      NotesContent page;
+      page.text = u"text";
+      page.strokes = {{kRed, 2, {{10, 10, 1}, {60, 20, 1}}}};
+      page.width = 180;
+      dialog->notes(kNotes)->set_content(page);
+      window.loop().deliver();
+    }
+    settle(window);
+  };
+  open_and_close(2);
+  const int windows = thread_windows();
+  open_and_close(10);
+  EXPECT_EQ(thread_windows(), windows);
+}
+
+}  // namespace
+}  // namespace orvello::test
