@@ -156,6 +156,7 @@ void ChoiceBoxControl::set_text(TextView text) {
   set_edit_text(edit_.window(), text, made().limit);
   if (made().limit > 0)
     SendMessageW(edit_.window(), EM_SETLIMITTEXT, static_cast<WPARAM>(made().limit), 0);
+  last_ = this->text();
   setting_ = before;
 }
 
@@ -200,6 +201,16 @@ void ChoiceBoxControl::drop(bool down) { SendMessageW(window(), CB_SHOWDROPDOWN,
 void ChoiceBoxControl::close_drop() {
   wanted_ = -1;
   if (is_dropped_down()) drop(false);
+}
+
+// All of it drops the list down, not the platform's narrow button alone.
+void ChoiceBoxControl::press() {
+  if (sink().covered()) return;
+  take_focus();
+  if (is_dropped_down())
+    close_drop();
+  else
+    drop(true);
 }
 
 void ChoiceBoxControl::open() {
@@ -327,6 +338,9 @@ std::optional<LRESULT> ChoiceBoxControl::reflected(UINT message, WPARAM wparam, 
       closed();
       return 0;
     case CBN_EDITCHANGE:
+      // The platform also calls what did not fit a change.
+      if (text() == last_) return 0;
+      last_ = text();
       typed_ = true;
       tell(Event::changed);
       return 0;
@@ -345,9 +359,10 @@ LRESULT ChoiceBoxControl::control_message(UINT message, WPARAM wparam, LPARAM lp
       return 1;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-      if (sink().covered()) return 0;
-      take_focus();
-      break;
+      press();
+      return 0;
+    case WM_LBUTTONUP:
+      return 0;
     case WM_KEYDOWN:
       if (take_key(wparam)) return 0;
       break;

@@ -35,6 +35,7 @@ class ChoiceBoxControl : public FormControl, private ChoiceControl {
   bool is_dropped_down() const override;
   void close_drop() override;
   ChoiceControl* choice() override { return this; }
+  void press() override;
   bool uses_key(UINT key) const override;
   std::optional<LRESULT> reflected(UINT message, WPARAM wparam, LPARAM lparam) override;
 
@@ -68,6 +69,7 @@ class ChoiceBoxControl : public FormControl, private ChoiceControl {
   ComboEdit edit_;
   std::vector<Text> rows_;
   int selected_ = -1;  // of a drop list
+  Text last_;          // of a combo, as it was told
   Rect place_;
   bool typed_ = false;
   bool setting_ = false;

@@ -1,6 +1,7 @@
 #include "hosts/win32/edit_control.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "hosts/win32/form_paint.h"
 #include "hosts/win32/wide_text.h"
@@ -87,6 +88,7 @@ void EditControl::set_text(TextView text) {
   SendMessageW(window(), EM_SETLIMITTEXT, kNoLimit, 0);
   set_edit_text(window(), text, made().limit);
   keep_limit();
+  last_ = edit_text(window());
   setting_ = false;
 }
 
@@ -117,6 +119,9 @@ std::optional<LRESULT> EditControl::reflected(UINT message, WPARAM wparam, LPARA
   if (message != WM_COMMAND || HIWORD(wparam) != EN_CHANGE || setting_) return {};
   (void)lparam;
   if (several()) keep_limit();
+  Text now = text();
+  if (now == last_) return 0;
+  last_ = std::move(now);
   tell(Event::changed);
   return 0;
 }

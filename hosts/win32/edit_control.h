@@ -33,6 +33,7 @@ class EditControl : public FormControl {
   void keep_limit();  // lines of a text of several cost the platform one more
 
   FieldFrame frame_;
+  Text last_;  // as it was told: the platform also calls what did not fit a change
   bool setting_ = false;
 };
 

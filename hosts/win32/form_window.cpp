@@ -332,6 +332,10 @@ LRESULT FormWindow::ground_message(FormGround& ground, UINT message, WPARAM wpar
     case WM_KEYDOWN:
       if (is_body) take_key(0, static_cast<UINT>(wparam));
       return 0;
+    case WM_LBUTTONDOWN:
+      for (const Made& made : made_)
+        if (made.control) made.control->close_drop();
+      return 0;
     case WM_MOUSEWHEEL: {
       const int turned = static_cast<short>(HIWORD(wparam));
       scroll_to(scrolled_.x, scrolled_.y - MulDiv(turned, 3 * look_.line_height(), WHEEL_DELTA));

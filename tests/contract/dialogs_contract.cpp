@@ -14,7 +14,9 @@ namespace {
 
 const std::vector<Text> kRows = {u"one", u"two", u"three"};
 
-bool near(float a, int b) { return a > static_cast<float>(b) - 2 && a < static_cast<float>(b) + 2; }
+bool lies_at(float a, int b) {
+  return a > static_cast<float>(b) - 2 && a < static_cast<float>(b) + 2;
+}
 
 }  // namespace
 
@@ -503,12 +505,12 @@ TEST_P(DialogsContract, NotesAreTextStylesAndStrokes) {
   EXPECT_EQ(after([&] { bench_->type(u"?"); }), (Told{id("changed", kNotes)})) << "keys write on";
   EXPECT_TRUE(notes.undo());
   const std::vector<StrokePoint> drawn = notes.content().strokes[1].points;
-  EXPECT_TRUE(near(drawn.front().x, 40) && near(drawn.front().y, 20));
-  EXPECT_TRUE(near(drawn.back().x, 80) && near(drawn.back().y, 40));
+  EXPECT_TRUE(lies_at(drawn.front().x, 40) && lies_at(drawn.front().y, 20));
+  EXPECT_TRUE(lies_at(drawn.back().x, 80) && lies_at(drawn.back().y, 40));
   notes.set_tool(NotesTool::eraser);
   EXPECT_EQ(after([&] { bench_->draw(kNotes, {{30, 30}}); }), Told{id("changed", kNotes)});
   ASSERT_EQ(notes.content().strokes.size(), 1u) << "the stroke that it touched, as a whole";
-  EXPECT_TRUE(near(notes.content().strokes[0].points.front().x, 40));
+  EXPECT_TRUE(lies_at(notes.content().strokes[0].points.front().x, 40));
 
   EXPECT_EQ(after([&] {
               EXPECT_TRUE(notes.undo());

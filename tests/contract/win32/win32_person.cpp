@@ -1,0 +1,385 @@
+#include "tests/contract/win32/win32_person.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "hosts/win32/sheet_tab_bar.h"
+
+namespace orvello::test {
+namespace {
+
+constexpr int kTries = 100;
+constexpr UINT kPause = 10;  // milliseconds
+
+std::wstring class_of(HWND window) {
+  wchar_t name[64] = {};
+  GetClassNameW(window, name, 64);
+  return name;
+}
+
+std::wstring title_of(HWND window) {
+  wchar_t title[200] = {};
+  GetWindowTextW(window, title, 200);
+  return title;
+}
+
+// The object that a window of the host belongs to.
+template <typename Kind>
+Kind* object_of(HWND window) {
+  return dynamic_cast<Kind*>(static_cast<NativeWindow*>(GetPropW(window, L"OrvelloNativeWindow")));
+}
+
+// The first seen one, the window itself or below it, that something is true of.
+HWND find_window(HWND window, const std::function<bool(HWND)>& wanted) {
+  if (!window || !IsWindowVisible(window)) return nullptr;
+  if (wanted(window)) return window;
+  for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+    if (const HWND found = find_window(child, wanted)) return found;
+  return nullptr;
+}
+
+POINT middle(const RECT& place) {
+  return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
+
+RECT on_screen(HWND window, RECT place) {
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
+}  // namespace
+
+Win32Person::Win32Person(Win32WindowOptions options, const LocaleData& locale)
+    : window_(std::move(options)), dialogs_(window_, locale) {
+  window_.create(u"OrvelloTest", u"Test", 320, told_);
+  window_.show();
+  settle();
+}
+
+HWND Win32Person::top() {
+  const ModalCover* cover = window_.covers().top();
+  return cover ? cover->window : window_.frame();
+}
+
+FormWindow* Win32Person::form() {
+  const HWND found = find_window(top(), [](HWND one) { return class_of(one) == L"OrvelloForm"; });
+  return found ? object_of<FormWindow>(found) : nullptr;
+}
+
+void Win32Person::in_front(std::function<void()> person) {
+  const ModalCover* below = window_.covers().top();
+  in_front_of(below ? below->window : nullptr, std::move(person), kTries);
+}
+
+void Win32Person::in_front_of(HWND below, std::function<void()> person, int tries) {
+  soon_.in(kPause, [this, below, person, tries] {
+    const ModalCover* cover = window_.covers().top();
+    if (!cover || cover->window == below || !form()) {
+      if (tries > 0) in_front_of(below, person, tries - 1);
+      return;
+    }
+    const HWND mine = cover->window;
+    settle();
+    person();
+    settle();
+    const ModalCover* now = window_.covers().top();
+    if (now && now->window == mine) press_close();
+  });
+}
+
+bool Win32Person::seen(int control) {
+  FormWindow* shown = form();
+  if (!shown || !shown->is_seen(control)) return false;
+  RECT box{};
+  return GetWindowRgnBox(shown->window(), &box) != NULLREGION;
+}
+
+FormWindow* Win32Person::reach(int control) {
+  settle();
+  FormWindow* shown = form();
+  if (!shown || !shown->is_seen(control) || !shown->is_enabled(control)) return nullptr;
+  shown->bring_in_sight(control);
+  return shown;
+}
+
+// As the platform does: to what holds the pointer, else to what lies under it.
+void Win32Person::mouse(UINT id, POINT screen) {
+  const HWND holder = GetCapture();
+  const HWND target = holder ? holder : WindowFromPoint(screen);
+  if (!target) return;
+  POINT at = screen;
+  ScreenToClient(target, &at);
+  const WPARAM keys = id == WM_LBUTTONDOWN || (id == WM_MOUSEMOVE && holder) ? MK_LBUTTON : 0;
+  PostMessageW(target, id, keys, MAKELPARAM(at.x, at.y));
+  window_.loop().deliver();
+}
+
+void Win32Person::click(POINT screen) {
+  mouse(WM_LBUTTONDOWN, screen);
+  mouse(WM_LBUTTONUP, screen);
+  settle();
+}
+
+void Win32Person::tap(int control) {
+  if (FormWindow* shown = reach(control)) click(middle(shown->place_on_screen(control)));
+}
+
+void Win32Person::tap_row(int control, int row) {
+  FormWindow* shown = reach(control);
+  if (!shown) return;
+  FormControl* list = shown->control(control);
+  RECT place{};
+  if (ReportList* report = list->report()) {
+    report->show_row(row);
+    const Rect at = report->row_place(row);
+    const Rect content = window_.content_area();
+    const RECT whole = shown->place_on_screen(control);
+    RECT room{at.x + content.x, at.y + content.y, at.right() + content.x, at.bottom() + content.y};
+    room = on_screen(window_.frame(), room);
+    IntersectRect(&place, &room, &whole);
+  } else {
+    list->list()->show_row(row);
+    SendMessageW(list->window(), LB_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&place));
+    place = on_screen(list->window(), place);
+  }
+  click(middle(place));
+}
+
+void Win32Person::choose_row(int control, int row) {
+  FormWindow* shown = reach(control);
+  if (!shown) return;
+  if (dropped_down() != control) {
+    const RECT place = shown->place_on_screen(control);
+    click({place.right - 8, (place.top + place.bottom) / 2});
+  }
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  if (!GetComboBoxInfo(shown->control(control)->window(), &parts)) return;
+  SendMessageW(parts.hwndList, LB_SETTOPINDEX, static_cast<WPARAM>(row), 0);
+  RECT place{};
+  SendMessageW(parts.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(row),
+               reinterpret_cast<LPARAM>(&place));
+  const POINT at = middle(on_screen(parts.hwndList, place));
+  mouse(WM_MOUSEMOVE, at);
+  click(at);
+}
+
+void Win32Person::type(TextView text) {
+  settle();
+  for (const char16_t letter : text) {
+    PostMessageW(GetFocus(), WM_CHAR, letter, 1);
+    window_.loop().deliver();
+  }
+  settle();
+}
+
+void Win32Person::key(std::uint32_t code, bool control_held, bool shift_held) {
+  settle();
+  const HeldKeys held((control_held ? kControlHeld : 0) | (shift_held ? kShiftHeld : 0));
+  const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC)) << 16;
+  for (const UINT id : {static_cast<UINT>(WM_KEYDOWN), static_cast<UINT>(WM_KEYUP)}) {
+    PostMessageW(GetFocus(), id, code, scan | (id == WM_KEYUP ? 0xC0000001 : 1));
+    window_.loop().deliver();
+  }
+  settle();
+}
+
+// Turns by the calendar's own keys' way and taps the day.
+void Win32Person::pick_in(HWND calendar, const MonthDayYear& date) {
+  SYSTEMTIME shown{};
+  const auto month_of = [](int year, int month) { return year * 12 + month; };
+  for (int turns = 0; turns < 60; ++turns) {
+    MCHITTESTINFO part{};
+    SYSTEMTIME range[2]{};
+    SendMessageW(calendar, MCM_GETMONTHRANGE, GMR_VISIBLE, reinterpret_cast<LPARAM>(range));
+    shown = range[0];
+    const int by = month_of(date.year, date.month) - month_of(shown.wYear, shown.wMonth);
+    if (by == 0) break;
+    RECT room{};
+    GetClientRect(calendar, &room);
+    // The arrow of that side, wherever the platform has put it.
+    bool found = false;
+    for (LONG y = 0; y < room.bottom / 3 && !found; y += 3)
+      for (LONG x = 0; x < room.right && !found; x += 3) {
+        part = {};
+        part.cbSize = sizeof part;
+        part.pt = {x, y};
+        SendMessageW(calendar, MCM_HITTEST, 0, reinterpret_cast<LPARAM>(&part));
+        found = part.uHit == (by > 0 ? MCHT_TITLEBTNNEXT : MCHT_TITLEBTNPREV);
+      }
+    if (!found) return;
+    POINT at = part.pt;
+    ClientToScreen(calendar, &at);
+    click(at);
+  }
+  RECT room{};
+  GetClientRect(calendar, &room);
+  for (LONG y = 0; y < room.bottom; y += 3)
+    for (LONG x = 0; x < room.right; x += 3) {
+      MCHITTESTINFO part{};
+      part.cbSize = sizeof part;
+      part.pt = {x, y};
+      SendMessageW(calendar, MCM_HITTEST, 0, reinterpret_cast<LPARAM>(&part));
+      if (part.uHit != MCHT_CALENDARDATE || part.st.wDay != date.day ||
+          part.st.wMonth != date.month)
+        continue;
+      POINT at = part.pt;
+      ClientToScreen(calendar, &at);
+      return click(at);
+    }
+}
+
+void Win32Person::pick_date(int control, const MonthDayYear& date) {
+  FormWindow* shown = reach(control);
+  if (!shown) return;
+  const HWND window = shown->control(control)->window();
+  if (class_of(window) == MONTHCAL_CLASSW) return pick_in(window, date);
+  const RECT place = shown->place_on_screen(control);
+  click({place.right - 8, (place.top + place.bottom) / 2});
+  if (const auto calendar = SendMessageW(window, DTM_GETMONTHCAL, 0, 0))
+    pick_in(reinterpret_cast<HWND>(calendar), date);
+}
+
+void Win32Person::slide(int control, int position) {
+  FormWindow* shown = reach(control);
+  if (!shown) return;
+  FormControl* slider = shown->control(control);
+  RECT thumb{}, room{};
+  SendMessageW(slider->window(), TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&thumb));
+  GetClientRect(slider->window(), &room);
+  thumb = on_screen(slider->window(), thumb);
+  room = on_screen(slider->window(), room);
+  POINT at = middle(thumb);
+  mouse(WM_LBUTTONDOWN, at);
+  for (at.x = room.left; at.x < room.right && slider->range()->position() != position; ++at.x)
+    mouse(WM_MOUSEMOVE, at);
+  mouse(WM_LBUTTONUP, at);
+  settle();
+}
+
+void Win32Person::pen(UINT id, int control, Point point) {
+  FormWindow* shown = form();
+  if (!shown || (!shown->is_seen(control) && !GetCapture())) return;
+  const RECT place = shown->place_on_screen(control);
+  mouse(id, {place.left + point.x, place.top + point.y});
+  settle();
+}
+
+void Win32Person::pen_down(int control, Point point) {
+  if (reach(control)) pen(WM_LBUTTONDOWN, control, point);
+}
+
+void Win32Person::press_other_button(int control, Point point) {
+  if (!reach(control)) return;
+  pen(WM_RBUTTONDOWN, control, point);
+  pen(WM_RBUTTONUP, control, point);
+}
+
+void Win32Person::turn_wheel(int control, Point point, int notches, bool sideways) {
+  FormWindow* shown = reach(control);
+  if (!shown) return;
+  const RECT place = shown->place_on_screen(control);
+  const POINT at{place.left + point.x, place.top + point.y};
+  const int turned = (sideways ? -WHEEL_DELTA : WHEEL_DELTA) * notches;
+  PostMessageW(WindowFromPoint(at), sideways ? WM_MOUSEHWHEEL : WM_MOUSEWHEEL,
+               MAKEWPARAM(0, static_cast<WORD>(turned)), MAKELPARAM(at.x, at.y));
+  settle();
+}
+
+void Win32Person::draw(int notes, const std::vector<Point>& stroke) {
+  FormWindow* shown = reach(notes);
+  if (!shown) return;
+  POINT corner{};
+  ClientToScreen(shown->control(notes)->focus_target(), &corner);
+  const auto at = [&](Point point) { return POINT{corner.x + point.x, corner.y + point.y}; };
+  mouse(WM_LBUTTONDOWN, at(stroke.front()));
+  for (const Point& point : stroke) mouse(WM_MOUSEMOVE, at(point));
+  mouse(WM_LBUTTONUP, at(stroke.back()));
+  settle();
+}
+
+void Win32Person::select_text(int notes, int start, int length) {
+  if (FormWindow* shown = form())
+    SendMessageW(shown->control(notes)->focus_target(), EM_SETSEL, static_cast<WPARAM>(start),
+                 start + length);
+  settle();
+}
+
+void Win32Person::press_beside() {
+  POINT corner{2, 2};
+  ClientToScreen(window_.frame(), &corner);
+  // What lies below is off: the platform would give the press to the frame.
+  const HWND target = WindowFromPoint(corner);
+  ScreenToClient(target, &corner);
+  PostMessageW(target, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(corner.x, corner.y));
+  PostMessageW(target, WM_LBUTTONUP, 0, MAKELPARAM(corner.x, corner.y));
+  settle();
+}
+
+bool Win32Person::press(const wchar_t* title) {
+  settle();
+  const HWND button = find_window(top(), [title](HWND one) {
+    return class_of(one) == L"Button" && title_of(one) == title &&
+           object_of<FrameButton>(one) != nullptr;
+  });
+  if (button) {
+    RECT place{};
+    GetWindowRect(button, &place);
+    click(middle(place));
+  } else if (std::wstring(title) == L"Cancel") {
+    return press(L"Close");  // a handheld's sheet is cancelled by the button in its title
+  }
+  return button != nullptr;
+}
+
+void Win32Person::press_close() {
+  if (!press(L"Close")) key(VK_ESCAPE, false, false);
+}
+
+void Win32Person::show_page(int page) {
+  settle();
+  const HWND bar =
+      find_window(top(), [](HWND one) { return class_of(one) == L"OrvelloSheetTabs"; });
+  auto* tabs = bar ? object_of<SheetTabBar>(bar) : nullptr;
+  if (!tabs) return;
+  const auto tab = [&] { return middle(on_screen(tabs->tabs(), tabs->tab_place(page))); };
+  // One that is out of sight comes with the arrow at that end.
+  for (int taps = 0; taps < 8 && WindowFromPoint(tab()) != tabs->tabs(); ++taps) {
+    RECT whole{};
+    GetWindowRect(bar, &whole);
+    press(tab().x < middle(whole).x ? L"Previous tabs" : L"Next tabs");
+  }
+  click(tab());
+}
+
+int Win32Person::focused() {
+  FormWindow* shown = form();
+  const HWND focus = GetFocus();
+  if (!shown || !focus) return 0;
+  for (const ControlTemplate& made : shown->shown_template().controls) {
+    const FormControl* control = shown->control(made.id);
+    if (control && (control->window() == focus || IsChild(control->window(), focus)))
+      return made.id;
+  }
+  return 0;
+}
+
+Text Win32Person::title() {
+  const HWND sheet = find_window(top(), [](HWND one) { return class_of(one) == L"OrvelloSheet"; });
+  if (sheet) return from_wide(title_of(sheet));
+  return form() ? form()->title() : Text();
+}
+
+int Win32Person::dropped_down() {
+  FormWindow* shown = form();
+  if (!shown) return 0;
+  for (const ControlTemplate& made : shown->shown_template().controls) {
+    const FormControl* control = shown->control(made.id);
+    if (control && control->is_dropped_down()) return made.id;
+  }
+  return 0;
+}
+
+}  // namespace orvello::test
