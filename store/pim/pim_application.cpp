@@ -5,7 +5,9 @@
 
 namespace orvello {
 
+// What opening says of a failure is all that a person is told of it.
 bool PimApplication::logon(StoreListener* listener) {
+  store_.forget_problem();
   const auto window = static_cast<std::int32_t>(store_.notified_window());
   if (!object_.call(PimName::logon, PimValue::number(window))) return false;
   logged_on_ = true;
@@ -22,6 +24,7 @@ void PimApplication::logoff() {
 }
 
 std::unique_ptr<StoreFolder> PimApplication::default_folder(int folder) {
+  store_.forget_problem();
   auto object =
       object_.made_by(PimName::get_default_folder, PimKind::folder, PimValue::number(folder));
   if (!object || !*object) return nullptr;

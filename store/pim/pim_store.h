@@ -85,6 +85,7 @@ class PimStore : public RecordCalendarStore {
   // Null where there is none; without a value: failure.
   std::optional<PimObject> item(std::int32_t oid);
   void cannot_read();
+  void forget_problem() { problem_.clear(); }
 
  protected:
   bool in_transaction() const override { return writing_; }
