@@ -1,4 +1,7 @@
 # The program for Windows: its own host and stores beside the folders that every host shares.
+# What nothing reaches stays out of the program, which is one small file.
+target_compile_options(orvello_flags INTERFACE
+  $<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
 find_path(ORVELLO_WINDOWS_INCLUDE libical/ical.h REQUIRED)
 find_library(ORVELLO_SQLITE sqlite3 REQUIRED)
 find_library(ORVELLO_ICAL ical REQUIRED)
@@ -34,4 +37,5 @@ orvello_library(hosts/win32/program orvello_hosts_win32 orvello_hosts_shared orv
 if(EXISTS ${CMAKE_SOURCE_DIR}/hosts/win32/program/main.cpp)
   add_executable(orvello WIN32 hosts/win32/program/main.cpp)
   target_link_libraries(orvello PRIVATE orvello_hosts_win32_program)
+  target_link_options(orvello PRIVATE $<$<CONFIG:Release>:LINKER:--gc-sections> $<$<CONFIG:Release>:-s>)
 endif()
