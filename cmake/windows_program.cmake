@@ -34,8 +34,11 @@ set_source_files_properties(${zones} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON
   SKIP_PRECOMPILE_HEADERS ON)
 orvello_library(hosts/win32/program orvello_hosts_win32 orvello_hosts_shared orvello_store_pim
   orvello_store_cedb)
+# Two of the platform's libraries have this name: the one that has others, too, comes first.
+target_link_options(orvello_hosts_win32 INTERFACE LINKER:-u,IID_IAccessible,-luuid)
 if(EXISTS ${CMAKE_SOURCE_DIR}/hosts/win32/program/main.cpp)
-  add_executable(orvello WIN32 hosts/win32/program/main.cpp)
+  include(packaging/windows/resources.cmake)
+  add_executable(orvello WIN32 hosts/win32/program/main.cpp ${windows_parts}/orvello.rc)
   target_link_libraries(orvello PRIVATE orvello_hosts_win32_program)
   target_link_options(orvello PRIVATE $<$<CONFIG:Release>:LINKER:--gc-sections> $<$<CONFIG:Release>:-s>)
 endif()

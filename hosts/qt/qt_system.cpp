@@ -17,7 +17,6 @@
 #include "hosts/qt/qt_locale.h"
 #include "hosts/qt/start_fault.h"
 #include "hosts/shared/file_registry.h"
-#include "hosts/shared/own_files.h"
 #include "store/embedded/sqlite_record_databases.h"
 
 namespace orvello {
@@ -51,10 +50,6 @@ std::unique_ptr<RecordDatabases> QtSystem::databases(const std::string& object_s
 
 std::unique_ptr<Departures> QtSystem::departures(const std::string& folder) {
   return std::make_unique<Outbox>(folder);
-}
-
-std::string QtSystem::own_file_among(const Paths& paths, const std::vector<std::string>& files) {
-  return orvello::own_file_among(paths, files);
 }
 
 bool QtSystem::can_show_windows() { return display_reachable(); }

@@ -19,8 +19,6 @@ class QtSystem : public ProgramSystem {
   std::unique_ptr<RecordDatabases> databases(const std::string& object_store) override;
   std::unique_ptr<Departures> departures(const std::string& folder) override;
 
-  std::string own_file_among(const Paths& paths, const std::vector<std::string>& files) override;
-
   bool can_show_windows() override;
   std::unique_ptr<WindowHost> window(const WindowHostOptions& options, Registry& registry,
                                      RecordDatabases& databases, CalendarStore& store) override;

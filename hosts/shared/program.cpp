@@ -12,6 +12,7 @@
 #include "files/input_file.h"
 #include "files/replace_file.h"
 #include "files/system_files.h"
+#include "hosts/shared/own_files.h"
 #include "hosts/shared/way_back.h"
 #include "hosts/shared/way_back_question.h"
 #include "hosts/shared/window_program.h"
@@ -129,7 +130,7 @@ struct Shared {
   Shared(const CommandLine& line, const Opened& opened)
       : locale(opened.system.locale(line.language)),
         registry(opened.system.registry(opened.paths)),
-        databases(opened.system.databases(opened.paths.data + "/device.db")),
+        databases(opened.system.databases(path_in(opened.paths.data, "device.db"))),
         files(opened.system.files(opened.paths)) {}
   std::unique_ptr<Locale> locale;
   std::unique_ptr<StoredRegistry> registry;
@@ -178,14 +179,14 @@ int settings(const CommandLine& line, const Opened& opened, std::ostream& conten
     content.write(text.data(), static_cast<std::streamsize>(text.size()));
     return text.size();
   };
-  const int code =
-      run_settings(line, {*with.registry,
-                          {*with.databases, *with.files, opened.paths.data + "/settings.vol"},
-                          with.locale->data(),
-                          read,
-                          write,
-                          std::cout,
-                          std::cerr});
+  const int code = run_settings(
+      line, {*with.registry,
+             {*with.databases, *with.files, path_in(opened.paths.data, "settings.vol")},
+             with.locale->data(),
+             read,
+             write,
+             std::cout,
+             std::cerr});
   if (code != kExitSuccess) with.registry->forget_changes();
   return code;
 }
@@ -256,7 +257,7 @@ int run_program(const std::vector<std::string>& words, ProgramSystem& system,
     return kExitFailure;
   }
   // Also for reading: closing a database's file by another way would drop the locks on it.
-  if (const auto own = system.own_file_among(opened.paths, line->files); !own.empty())
+  if (const auto own = own_file_among(opened.paths, line->files); !own.empty())
     return failed(own + " is one of the calendar's own files.");
   if (line->command == Command::settings) return settings(*line, opened, content);
   if (line->device_store || (system.is_device() && line->data_folder.empty()))

@@ -58,10 +58,6 @@ class ProgramSystem : public OwnRuns {
   // `--data`'s folder, or empty: what leaves goes there then, and nobody's mail program is started.
   virtual std::unique_ptr<Departures> departures(const std::string& folder) = 0;
 
-  // The first of the files that belongs to the program itself, whatever it is called here; or
-  // empty.
-  virtual std::string own_file_among(const Paths& paths, const std::vector<std::string>& files) = 0;
-
   virtual bool can_show_windows() = 0;
   // One at a time in a process.
   virtual std::unique_ptr<WindowHost> window(const WindowHostOptions& options, Registry& registry,

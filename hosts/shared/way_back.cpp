@@ -22,7 +22,9 @@ constexpr std::int64_t kGlance = 16 << 20;
 constexpr int kMostNames = 1000;
 
 // Set when a copy turned out damaged, which is noticed long after the start.
-std::string damage_mark(const Paths& paths) { return paths.data + "/backups/damaged"; }
+std::string damage_mark(const Paths& paths) {
+  return path_in(path_in(paths.data, "backups"), "damaged");
+}
 
 // -1: there is none.
 std::int64_t size_of_file(const std::string& path) {
@@ -64,7 +66,7 @@ class ScratchFile {
 Result<std::string> save_text(const Paths& paths, MonthDayYear today, const char* ending,
                               const std::string& text) {
   for (int number = 1; number <= kMostNames; ++number) {
-    const std::string path = paths.data + "/calendar-saved-" + iso_text(today) +
+    const std::string path = path_in(paths.data, "calendar-saved-") + iso_text(today) +
                              (number > 1 ? "-" + std::to_string(number) : "") + ending;
     const auto created = create_whole_file(path, text);
     if (!created) return Result<std::string>::failure(created.reason());
@@ -121,8 +123,8 @@ Result<std::string> make_anew(const Paths& paths, const Clock& clock, const Rest
 
 }  // namespace
 
-std::string calendar_file(const Paths& paths) { return paths.data + "/calendar.db"; }
-std::string calendar_lock(const Paths& paths) { return paths.data + "/calendar.lock"; }
+std::string calendar_file(const Paths& paths) { return path_in(paths.data, "calendar.db"); }
+std::string calendar_lock(const Paths& paths) { return path_in(paths.data, "calendar.lock"); }
 
 CalendarCheck look_at_calendar(const Paths& paths, MonthDayYear today) {
   const std::string path = calendar_file(paths);
@@ -162,7 +164,7 @@ Result<Restored> restore_calendar(const Paths& paths, std::optional<MonthDayYear
   }
   if (!copy && restored.saved.empty() && restored.saved_contacts.empty())
     return Answer::failure(copy.reason() + " Nothing can be read of " + calendar + ".");
-  const std::string keep_as = paths.data + "/calendar-replaced-" + iso_text(today);
+  const std::string keep_as = path_in(paths.data, "calendar-replaced-") + iso_text(today);
   const auto kept = copy ? replace_calendar(calendar, copy->path, keep_as)
                          : make_anew(paths, clock, restored, keep_as);
   if (!kept) return Answer::failure(kept.reason());

@@ -1,6 +1,7 @@
 #include "hosts/shared/way_back_question.h"
 
 #include "calendar/iso_date.h"
+#include "files/system_files.h"
 #include "hosts/shared/way_back.h"
 #include "resources/strings.h"
 #include "store/unavailable_store.h"
@@ -29,7 +30,7 @@ bool ask_for_way_back(ProgramSystem& system, const WindowParts& parts) {
   const auto copy =
       CalendarCopies(calendar_file(parts.paths)).newest_good(TodayTriple(parts.clock.local_time()));
   const auto registry = system.registry(parts.paths);
-  const auto databases = system.databases(parts.paths.data + "/device.db");
+  const auto databases = system.databases(path_in(parts.paths.data, "device.db"));
   UnavailableStore store(parts.reason);
   const auto window = system.window(host_options(parts, false), *registry, *databases, store);
   MessageBoxes& boxes = window->host().boxes;

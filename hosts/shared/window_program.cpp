@@ -13,9 +13,11 @@
 #include "exchange/export.h"
 #include "files/calendar_files.h"
 #include "files/replace_file.h"
+#include "files/system_files.h"
 #include "hosts/shared/backup_keeper.h"
 #include "hosts/shared/device_databases.h"
 #include "hosts/shared/meeting_delivery.h"
+#include "hosts/shared/own_files.h"
 #include "hosts/shared/written_boxes.h"
 #include "ports/messages.h"
 #include "resources/ids.h"
@@ -37,7 +39,7 @@ struct Session {
   Session(ProgramSystem& with, const WindowParts& parts, bool unattended)
       : system(with),
         registry(system.registry(parts.paths)),
-        volumes(system.databases(parts.paths.data + "/device.db")),
+        volumes(system.databases(path_in(parts.paths.data, "device.db"))),
         databases(*volumes, parts.store),
         unavailable(parts.reason),
         store(parts.store ? static_cast<CalendarStore&>(*parts.store) : unavailable),
@@ -91,7 +93,7 @@ void import_files_here(Session& session, RecordCalendarStore* store, const Paths
     host.boxes.show(reason, load_string(StringId::box_error, host.boxes), BoxIcon::error,
                     BoxButtons::ok, true);
   };
-  if (const auto own = session.system.own_file_among(paths, named); !own.empty())
+  if (const auto own = own_file_among(paths, named); !own.empty())
     return refuse(format(load_string(StringId::box_own_file, host.boxes), to_utf16(own)));
   const auto files = calendar_files(named);
   if (!files) return refuse(to_utf16(files.reason()));
@@ -116,8 +118,8 @@ void import_files_here(Session& session, RecordCalendarStore* store, const Paths
 // How appointments leave: beamed ones as a calendar file, of which is told where it went when
 // nothing else shows it, and meetings as requests.
 void open_outbox(Session& session, RecordCalendarStore& store, const WindowParts& parts) {
-  const std::shared_ptr<const Departures> outbox =
-      session.system.departures(parts.line.data_folder.empty() ? "" : parts.paths.data + "/outbox");
+  const std::shared_ptr<const Departures> outbox = session.system.departures(
+      parts.line.data_folder.empty() ? "" : path_in(parts.paths.data, "outbox"));
   using Sending = RecordCalendarStore::Sending;
   const auto beam = [&session, &store, &parts, outbox](const AppointmentRecord& record) -> Sending {
     const auto text = export_appointments(store, {record}, parts.clock);
