@@ -150,6 +150,10 @@ bool may_read_file(const std::string& path) { return may_open(path, GENERIC_READ
 bool may_write_file(const std::string& path) {
   const auto status = status_of_file(path);
   if (!status) return false;
+  // Some who may do anything could write to it all the same.
+  const DWORD marks = GetFileAttributesW(system_path(path).c_str());
+  if (status->kind == FileKind::file && (marks & FILE_ATTRIBUTE_READONLY) != 0)
+    return errno = EACCES, false;
   // To an open folder, writing is making a file in it.
   return may_open(path, status->kind == FileKind::folder ? FILE_ADD_FILE : GENERIC_WRITE) ||
          errno == EWOULDBLOCK;  // later

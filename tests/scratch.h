@@ -29,7 +29,9 @@ class ScratchFolder {
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
   const std::string& path() const { return path_; }
-  std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+  std::string operator/(const std::string& name) const {
+    return (std::filesystem::path(path_) / name).make_preferred().string();
+  }
   std::size_t files() const {
     return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
   }

@@ -24,7 +24,7 @@ class ImportRuns : public ExchangeTest {
   static std::vector<std::string> samples() {
     std::vector<std::string> files;
     for (const auto& one : std::filesystem::directory_iterator(data_file("")))
-      files.push_back(one.path());
+      files.push_back(one.path().string());
     std::sort(files.begin(), files.end());
     return files;
   }

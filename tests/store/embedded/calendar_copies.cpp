@@ -1,6 +1,7 @@
 // Copies of good days, what is left of bad ones, and how the one replaces the other.
 #include "store/embedded/calendar_copies.h"
 #include "calendar/iso_date.h"
+#include "files/system_files.h"
 #include "store/embedded/calendar_check.h"
 #include "store/embedded/calendar_restore.h"
 #include "store/embedded/salvage.h"
@@ -56,7 +57,9 @@ TEST_F(CalendarCopiesTest, OneIsMadeADayWhenSomethingChanged) {
   ASSERT_TRUE(*copies().take(november(1)));
   EXPECT_EQ(check_calendar(directory / "backups/calendar-2026-11-01.db").appointments,
             kAppointments);
-  EXPECT_EQ(fs::status(directory / "backups").permissions(), fs::perms::owner_all);
+  if (open_files_can_move()) {  // where rights are three groups of three
+    EXPECT_EQ(fs::status(directory / "backups").permissions(), fs::perms::owner_all);
+  }
   add("second", 1);
   EXPECT_FALSE(*copies().take(november(1))) << "one a day";
   ASSERT_TRUE(*copies().take(november(2)));
@@ -202,13 +205,20 @@ TEST_F(CalendarCopiesTest, ACopyTakesTheCalendarsPlaceAndTheFileBeforeIsKept) {
   EXPECT_EQ(contents(), before);
 }
 
+PROCESS_WORK(replace_by_copy) {
+  std::istringstream lines(argument);
+  std::string path, copy, kept;
+  std::getline(lines, path), std::getline(lines, copy), std::getline(lines, kept);
+  return replace_calendar(path, copy, kept) ? 0 : 1;
+}
+
 TEST_F(CalendarCopiesTest, AProcessThatDiesWhileReplacingLeavesOneOrTheOther) {
   const auto copy = *copies().take(november(1));
   damage({2});
   const std::string bad = contents();
   for (int delay = 0; delay < 12; ++delay) {
     write(bad);
-    killed_after(delay * 400, [&] { (void)replace_calendar(path, copy->path, kept()); });
+    killed_after(delay * 400, replace_by_copy, path + '\n' + copy->path + '\n' + kept());
     const bool restored = check_calendar(path).health == CalendarHealth::good;
     EXPECT_TRUE(restored || contents() == bad) << delay;
   }

@@ -14,7 +14,7 @@
 namespace orvello::test {
 
 class StoreFile : public testing::Test {
- protected:
+ public:
   std::unique_ptr<EmbeddedStore> open() {
     auto store = EmbeddedStore::open(path, clock);
     EXPECT_TRUE(store) << store.reason();

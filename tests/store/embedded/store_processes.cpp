@@ -9,25 +9,27 @@ namespace {
 
 using StoreProcesses = StoreFile;
 
-TEST_F(StoreProcesses, TheFileIsItsOwnersAlone) {
-  auto store = open();
-  ASSERT_NE(store->put(record("a")), 0);
-  EXPECT_EQ(mode_of(path), 0600u);
-  store.reset();
-  EXPECT_EQ(files(), 1u);
+PROCESS_WORK(put_tens) {
+  HeadlessClock clock;
+  auto store = EmbeddedStore::open(argument, clock);
+  for (int i = 0; store && i < 1000; ++i) {
+    (*store)->begin();
+    for (int k = 0; k < 10; ++k) (*store)->put(StoreFile::record(""));
+    (*store)->commit();
+  }
+  return 0;
+}
+
+PROCESS_WORK(make_file_and_put) {
+  HeadlessClock clock;
+  auto store = EmbeddedStore::open(argument, clock);
+  return store && (*store)->put(StoreFile::record("")) != 0 ? 0 : 1;
 }
 
 // Whenever the process dies, its transactions of ten are there whole or not at all.
 TEST_F(StoreProcesses, KilledAtAnyMomentLeavesBeforeOrAfter) {
   for (int round = 0; round < 25; ++round) {
-    killed_after(1500 * round, [&] {
-      auto store = EmbeddedStore::open(path, clock);
-      for (int i = 0; store && i < 1000; ++i) {
-        (*store)->begin();
-        for (int k = 0; k < 10; ++k) (*store)->put(record(""));
-        (*store)->commit();
-      }
-    });
+    killed_after(1500 * round, put_tens, path);
     auto store = open();
     ASSERT_TRUE(store);
     const auto oids = *store->oids({}, {});
@@ -36,49 +38,6 @@ TEST_F(StoreProcesses, KilledAtAnyMomentLeavesBeforeOrAfter) {
     EXPECT_EQ(uses.empty() ? 0 : uses[0].appointments, static_cast<int>(oids.size()));
     EXPECT_TRUE(oids.empty() || *store->load(oids.back()));
   }
-}
-
-TEST_F(StoreProcesses, AFullDiskFailsTheChangeAndKeepsTheRest) {
-  open()->put(record("before"));
-  EXPECT_EQ(end_of(start_process([&] {
-              auto store = EmbeddedStore::open(path, clock);
-              if (!store) return 1;
-              limit_files(200000);
-              if (!(*store)->begin()) return 2;
-              for (int i = 0; i < 5000; ++i)
-                if ((*store)->put(record(std::to_string(i))) == 0) break;
-              if ((*store)->commit()) return 3;
-              if ((*store)->problem().find(path) == std::string::npos) return 4;
-              if ((*store)->oids({}, {})->size() != 1) return 5;
-              return (*store)->put(record("small")) != 0 ? 0 : 6;  // there is room for this one
-            })),
-            0);
-  EXPECT_EQ(open()->oids({}, {})->size(), 2u);
-}
-
-int open_no_folder(const char*, int* descriptor) {
-  *descriptor = -1;
-  return SQLITE_OK;
-}
-
-// The last step of a transaction syncs the folder, when the file has everything already.
-TEST_F(StoreProcesses, WhatTheFileHasWasNotLostBecauseItsFolderCouldNotBeSynced) {
-  auto store = open();
-  auto series = record("series");
-  series.rules = "RRULE:FREQ=DAILY";
-  ASSERT_NE(store->put(series), 0);
-  sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
-  system->xSetSystemCall(system, "openDirectory",
-                         reinterpret_cast<sqlite3_syscall_ptr>(open_no_folder));
-  const auto oid = store->put(record("told as written"));
-  const bool kept = store->put_foreign({"task", "BEGIN:VTODO\r\nEND:VTODO\r\n"});
-  system->xSetSystemCall(system, "openDirectory", nullptr);
-  EXPECT_NE(oid, 0);
-  EXPECT_TRUE(kept);
-  EXPECT_EQ(store->oids(Day(46200), Day(46200))->size(), 2u);
-  EXPECT_NE(store->put(record("after")), 0);
-  EXPECT_EQ(open()->oids({}, {})->size(), 3u);
-  EXPECT_EQ(open()->foreign()->size(), 1u);
 }
 
 TEST_F(StoreProcesses, AnotherProcessesChangesAreSeenAndPostedAsRemote) {
@@ -123,13 +82,9 @@ TEST_F(StoreProcesses, SeveralMayMakeTheFileAtOnce) {
   constexpr int kProcesses = 4;
   for (int round = 0; round < 5; ++round) {
     std::filesystem::remove(path);
-    pid_t children[kProcesses];
-    for (pid_t& child : children)
-      child = start_process([&] {
-        auto store = EmbeddedStore::open(path, clock);
-        return store && (*store)->put(record("")) != 0 ? 0 : 1;
-      });
-    for (const pid_t child : children) EXPECT_EQ(end_of(child), 0);
+    ChildProcess children[kProcesses];
+    for (ChildProcess& child : children) child = start_work(make_file_and_put, path);
+    for (const ChildProcess child : children) EXPECT_EQ(end_of(child), 0);
     EXPECT_EQ(open()->oids({}, {})->size(), 4u);
     EXPECT_EQ(files(), 1u);
   }
