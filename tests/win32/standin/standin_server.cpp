@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "store/record_rules.h"
 #include "tests/win32/standin/standin_object.h"
 
 namespace orvello::test {
@@ -74,6 +75,7 @@ HRESULT StandinServer::enter(const wchar_t* name) {
   if (slow_ > 0) Sleep(static_cast<DWORD>(slow_));
   if (fail_at_ > 0 && --fail_at_ == 0) {
     reached_ = true;
+    what_ += "failed at " + to_utf8(Text(name, name + lstrlenW(name))) + "\n";
     return failure_;
   }
   const auto named = named_faults_.find(std::wstring_view(name));
@@ -158,7 +160,9 @@ const char* StandinServer::report() {
   return report_.c_str();
 }
 
+// Beside the store's own ways, which look for a UID among all items each time.
 void StandinServer::fill(int items, int series) {
+  MemoryStore::Contents contents = store_->contents();
   constexpr std::int64_t kFirst = 45292;  // 2024
   constexpr std::int64_t kDays = 5 * 365;
   for (int i = 0; i < items; ++i) {
@@ -184,8 +188,11 @@ void StandinServer::fill(int items, int series) {
       record.pattern = pattern;
       record.start = record.end = LocalSeconds();
     }
-    store_->put(record);
+    if (!complete_record(record, time())) continue;
+    record.oid = contents.next_oid++;
+    contents.records.emplace(record.oid, std::move(record));
   }
+  store_->put_back(std::move(contents));
 }
 
 int StandinServer::exceptions_of(int oid) const {
