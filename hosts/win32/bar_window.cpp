@@ -35,15 +35,15 @@ BarWindow::~BarWindow() {
   if (hints_ && IsWindow(hints_)) DestroyWindow(hints_);
 }
 
-bool BarWindow::make(int height) {
+bool BarWindow::make(HWND parent, int height) {
   INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_BAR_CLASSES};
   InitCommonControlsEx(&wanted);
-  const Rect whole = owner_.whole_area();
+  const Rect whole = client_rect(parent);
   Creation creation;
   creation.window_class = L"OrvelloMenuBar";
   creation.style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
   creation.place = native_rect({0, whole.height - height, whole.width, height});
-  creation.parent = owner_.frame();
+  creation.parent = parent;
   if (!create_own(creation)) return false;
   hints_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                            WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, window(), nullptr,
@@ -186,6 +186,16 @@ void BarWindow::activate(int button) {
     InvalidateRect(window(), nullptr, FALSE);
   }
   if (command) owner_.post({kMessageCommand, command, {}, 0});
+}
+
+void BarWindow::press_text_button(int number) {
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    const Button& button = buttons_[i];
+    if (button.content.kind == Kind::separator || shows_image(button.content)) continue;
+    if (number-- > 0) continue;
+    if (button.enabled) activate(static_cast<int>(i));
+    return;
+  }
 }
 
 void BarWindow::focus_on(int button) {

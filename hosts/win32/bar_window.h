@@ -36,12 +36,13 @@ class BarWindow : public NativeWindow,
   };
   BarWindow(Win32Window& owner, const MenuBarContent& content);
   ~BarWindow() override;
-  bool make(int height);
+  bool make(HWND parent, int height);  // at its bottom edge
 
   std::vector<Button>& buttons() { return buttons_; }
   Button* button_of(std::uint32_t command);
   void lay_out();  // and draws it anew, after anything has changed
   bool take_tab(bool backwards);
+  void press_text_button(int number);              // from 0
   Rect place_on_window(std::size_t button) const;  // device pixels of this window
 
   AccessiblePart accessible_self() override;

@@ -50,22 +50,27 @@ Rect fitted_to_screen(const Rect& place) {
   return fitted;
 }
 
-bool FrameWindow::make(const Text& window_class, const Text& title, const Rect& inside,
-                       bool sizable) {
-  sizable_ = sizable;
+bool FrameWindow::make(const Text& window_class, const Text& title, const Rect& inside, Kind kind) {
+  kind_ = kind;
   Creation creation;
   creation.window_class = wide(window_class);
   creation.title = wide(title);
   creation.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-  if (!sizable) creation.style &= ~static_cast<DWORD>(WS_THICKFRAME | WS_MAXIMIZEBOX);
+  if (kind == Kind::fixed) creation.style &= ~static_cast<DWORD>(WS_THICKFRAME | WS_MAXIMIZEBOX);
   creation.extended_style = WS_EX_APPWINDOW;
+  if (kind == Kind::whole_screen) {
+    creation.style = WS_CLIPCHILDREN;
+    creation.extended_style = 0;
+    creation.place = {CW_USEDEFAULT, 0, CW_USEDEFAULT, 0};
+    return create_own(creation) != nullptr;
+  }
   RECT around = native_rect(inside);
   AdjustWindowRectEx(&around, creation.style, FALSE, creation.extended_style);
-  creation.place =
-      native_rect(sizable ? fitted_to_screen(from_native(around)) : from_native(around));
+  creation.place = native_rect(kind == Kind::sizable ? fitted_to_screen(from_native(around))
+                                                     : from_native(around));
   if (!create_own(creation)) return false;
   DragAcceptFiles(window(), TRUE);
-  if (sizable) return true;
+  if (kind == Kind::sizable) return true;
   // A screen of a given size has it whatever the frame takes, as far as the platform goes along.
   const Rect made = client_rect(window());
   const Rect all = from_native(creation.place);
@@ -93,7 +98,7 @@ void FrameWindow::set_dark_title(bool dark) {
 void FrameWindow::limit(MINMAXINFO& limits) const {
   // A screen that was asked for may be larger than the one that there is.
   constexpr LONG kAnySize = 30000;
-  if (!sizable_) {
+  if (kind_ != Kind::sizable) {
     limits.ptMaxTrackSize = {kAnySize, kAnySize};
     return;
   }
@@ -118,6 +123,8 @@ bool FrameWindow::take_change(UINT id, WPARAM wparam, LPARAM lparam) {
       owner_.changed_density(*reinterpret_cast<const RECT*>(lparam));
       return true;
     case WM_SETTINGCHANGE:
+      owner_.setting_changed(wparam, lparam);
+      return true;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
       owner_.read_look();
@@ -140,7 +147,7 @@ LRESULT FrameWindow::message(UINT id, WPARAM wparam, LPARAM lparam) {
       limit(*reinterpret_cast<MINMAXINFO*>(lparam));
       return 0;
     case WM_ACTIVATE:
-      owner_.activated(LOWORD(wparam) != WA_INACTIVE);
+      owner_.activated(wparam, lparam);
       break;  // which gives it the focus
     case WM_SETFOCUS:
       owner_.take_focus();

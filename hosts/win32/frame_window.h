@@ -13,8 +13,10 @@ class Win32Window;
 class FrameWindow : public NativeWindow {
  public:
   explicit FrameWindow(Win32Window& owner) : owner_(owner) {}
-  // `inside` is the client area's place on the screen; one that is not sizable keeps its size.
-  bool make(const Text& window_class, const Text& title, const Rect& inside, bool sizable);
+  // fixed: the client area keeps its size. whole_screen: what a handheld's shell gives it.
+  enum class Kind { sizable, fixed, whole_screen };
+  // `inside` is the client area's place on the screen.
+  bool make(const Text& window_class, const Text& title, const Rect& inside, Kind kind);
   Rect outside(const Rect& inside) const;  // the window's place around a client area
   void set_dark_title(bool dark);
 
@@ -26,7 +28,7 @@ class FrameWindow : public NativeWindow {
   bool take_change(UINT id, WPARAM wparam, LPARAM lparam);
 
   Win32Window& owner_;
-  bool sizable_ = true;
+  Kind kind_ = Kind::sizable;
 };
 
 // The pixels in an inch of the screen that a window stands on, or of the first one.

@@ -125,6 +125,7 @@ void ViewWindow::take_tab() {
 void ViewWindow::told_focus(UINT id) {
   if (id == WM_SETFOCUS) {
     if (by_tab_) owner_.send({kMessageSetFocus, 0, {}, 0});
+    owner_.accessible_.tell_focus();
   } else if (std::exchange(by_tab_, false)) {
     owner_.send({kMessageKillFocus, 0, {}, 0});
   }
@@ -180,7 +181,7 @@ LRESULT ViewWindow::message(UINT id, WPARAM wparam, LPARAM lparam) {
     case kPenGestures:
       return kNoPenGestures;
     case WM_GETOBJECT:
-      if (const LRESULT answer = owner_.answer_object(wparam, lparam)) return answer;
+      if (const auto answer = owner_.accessible_.answer(wparam, lparam)) return *answer;
       break;
     default:
       break;

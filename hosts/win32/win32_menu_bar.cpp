@@ -26,7 +26,9 @@ bool Win32MenuBar::create(const MenuBarContent& content) {
   if (!window_.frame() || bar_) return false;
   const auto bar = std::make_shared<BarWindow>(window_, content);
   wanted_height_ = content.height / window_.form_density().unit();
-  if (!bar->make(std::max(1, content.height))) return false;
+  shell_bar_ = window_.handheld().create_menu_bar(window_.frame());
+  if (!bar->make(shell_bar_ ? shell_bar_ : window_.frame(), std::max(1, content.height)))
+    return false;
   bar_ = bar;
   take_height();
   return true;
@@ -37,10 +39,16 @@ void Win32MenuBar::take_height() {
   height_ = std::max(static_cast<int>(std::lround(wanted_height_ * unit)),
                      static_cast<int>(std::ceil(kTouchHeight * unit)));
   const std::weak_ptr<BarWindow> bar = bar_;
-  window_.set_bar(bar_->window(), height_, [bar](bool backwards) {
+  BarSlot slot{bar_->window(), height_, {}, {}};
+  slot.take_tab = [bar](bool backwards) {
     const auto alive = bar.lock();
     return alive && alive->window() && alive->take_tab(backwards);
-  });
+  };
+  slot.press = [bar](int soft_key) {
+    const auto alive = bar.lock();
+    if (alive && alive->window()) alive->press_text_button(soft_key);
+  };
+  window_.set_bar(std::move(slot));
 }
 
 void Win32MenuBar::destroy() {
@@ -50,8 +58,8 @@ void Win32MenuBar::destroy() {
   const HWND window = bar->window();
   if (!window) return;  // the main window has taken it along
   const bool had_focus = GetFocus() == window;
-  window_.set_bar(nullptr, 0);
-  DestroyWindow(window);
+  window_.set_bar({});
+  DestroyWindow(shell_bar_ ? std::exchange(shell_bar_, nullptr) : window);
   if (had_focus && window_.frame()) SetFocus(window_.frame());
 }
 

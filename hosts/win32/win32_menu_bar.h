@@ -34,6 +34,7 @@ class Win32MenuBar : public MenuBar {
   std::shared_ptr<BarWindow> bar_;
   double wanted_height_ = 0;  // design units
   int height_ = 0;
+  HWND shell_bar_ = nullptr;  // of a handheld, around ours
 };
 
 }  // namespace orvello

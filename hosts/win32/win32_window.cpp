@@ -83,6 +83,15 @@ ScreenInfo Win32Window::screen() const {
     info.resolution = reported_;
   }
   info.work_area = {0, 0, info.resolution.width, info.resolution.height};
+  if (const auto left = handheld().visible_desktop(); left && frame()) {
+    POINT corner{left->x, left->y};
+    ScreenToClient(frame(), &corner);
+    info.work_area = intersection(
+        info.work_area,
+        {static_cast<int>(corner.x), static_cast<int>(corner.y), left->width, left->height});
+  }
+  info.os_major = handheld().version().major;
+  info.os_minor = handheld().version().minor;
   info.dpi_x = info.dpi_y = density_.dpi;
   info.form_dpi =
       static_cast<int>(std::lround(density_.dpi * fitting_scale(info.resolution.width)));
@@ -118,8 +127,10 @@ void Win32Window::come_forward() {
 bool Win32Window::make_windows(TextView window_class, TextView title) {
   frame_ = std::make_unique<FrameWindow>(*this);
   view_ = std::make_unique<ViewWindow>(*this);
-  const bool sizable = !options_.screen;
-  if (!frame_->make(Text(window_class), Text(title), first_place_, sizable)) return false;
+  const auto kind = handheld().is_here() ? FrameWindow::Kind::whole_screen
+                    : options_.screen    ? FrameWindow::Kind::fixed
+                                         : FrameWindow::Kind::sizable;
+  if (!frame_->make(Text(window_class), Text(title), first_place_, kind)) return false;
   if (!view_->make(frame())) return false;
   SetWindowTextW(view(), wide(Text(title)));
   label_ = std::make_unique<HoverWindow>(frame(), fonts_);
@@ -153,10 +164,10 @@ void Win32Window::destroy() {
   if (!frame_) return;
   handler_ = nullptr;
   posted_->stop_timers();
-  accessible_ = nullptr;
+  accessible_.set_view(nullptr);
   covers_.set_frame(nullptr);
   slots_.clear();
-  set_bar(nullptr, 0);
+  bar_ = {};
   const HWND window = frame();
   // This may be called from one of their messages.
   left_.push_back(std::move(label_)), left_.push_back(std::move(notice_));
@@ -180,7 +191,7 @@ void Win32Window::remember_place() {
 void Win32Window::move(const Rect& place) {
   if (!frame()) return;
   const Rect whole = whole_area();
-  const Rect inside{0, 0, whole.width, whole.height - bar_height_};
+  const Rect inside{0, 0, whole.width, whole.height - bar_.height};
   content_ = intersection(right_to_left() ? mirrored(place, inside.width) : place, inside);
   SetWindowPos(view(), nullptr, content_.x, content_.y, content_.width, content_.height,
                SWP_NOZORDER | SWP_NOACTIVATE);
@@ -192,10 +203,10 @@ void Win32Window::move(const Rect& place) {
 void Win32Window::lay_out() {
   if (!view()) return;
   const Rect whole = whole_area();
-  if (bar_)
-    SetWindowPos(bar_, nullptr, 0, whole.height - bar_height_, whole.width, bar_height_,
+  if (bar_.window && GetParent(bar_.window) == frame())
+    SetWindowPos(bar_.window, nullptr, 0, whole.height - bar_.height, whole.width, bar_.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
-  move({0, 0, whole.width, whole.height - bar_height_});
+  move({0, 0, whole.width, whole.height - bar_.height});
   covers_.resized();
 }
 
@@ -207,6 +218,7 @@ void Win32Window::show() {
 }
 
 bool Win32Window::is_active() const {
+  if (handheld().is_here() && GetActiveWindow() != frame()) return false;
   return frame() && IsWindowVisible(frame()) && !IsIconic(frame());
 }
 

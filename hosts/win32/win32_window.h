@@ -12,11 +12,13 @@
 #include <optional>
 #include <vector>
 
+#include "hosts/win32/handheld.h"
 #include "hosts/win32/message_loop.h"
 #include "hosts/win32/modal_covers.h"
 #include "hosts/win32/native_window.h"
 #include "hosts/win32/other_instance.h"
 #include "hosts/win32/system_look.h"
+#include "hosts/win32/view_accessible.h"
 #include "hosts/win32/win32_density.h"
 #include "hosts/win32/win32_fonts.h"
 #include "ports/main_window.h"
@@ -35,6 +37,7 @@ struct Win32WindowOptions {
   int dpi = 0;                 // instead of the monitor's
   bool right_to_left = false;
   bool fixed_look = false;  // light and of the usual size, whatever the desktop has
+  Handheld handheld;        // what the system has of one
   // The window's place on the desktop, kept from start to start; without them it is forgotten.
   std::function<std::optional<Rect>()> load_place;
   std::function<void(const Rect&)> save_place;
@@ -46,6 +49,14 @@ struct FormSlot {
   std::function<void(const Rect&)> place;  // where it stands in the frame; the look may be new
   // The Tab key comes into it, at its first or its last control; false: none takes the keyboard.
   std::function<bool(bool backwards)> take_tab;
+};
+
+// The menu bar.
+struct BarSlot {
+  HWND window = nullptr;  // a child of the frame, or of the bar that a handheld's shell has made
+  int height = 0;
+  std::function<bool(bool backwards)> take_tab;  // as a form's
+  std::function<void(int)> press;                // by a soft key, from 0
 };
 
 class Win32Window : public MainWindow {
@@ -82,6 +93,7 @@ class Win32Window : public MainWindow {
   MessageLoop& loop() { return loop_; }
   ModalCovers& covers() { return covers_; }
   const std::shared_ptr<Win32Fonts>& fonts() const { return fonts_; }
+  const Handheld& handheld() const { return options_.handheld; }
   bool right_to_left() const { return options_.right_to_left; }
   HWND frame() const;  // the parent of all forms; null: none was created
   HWND view() const;   // a child of it
@@ -97,11 +109,11 @@ class Win32Window : public MainWindow {
   void drop_form(HWND window);
   // The Tab key leaves a modeless form: on to the menu bar, or round. False: nowhere to go.
   bool tab_out(HWND form, bool backwards);
-  // The menu bar's window, a child of the frame, and how the Tab key comes into it; null: none.
-  void set_bar(HWND bar, int height, std::function<bool(bool backwards)> take_tab = {});
+  void set_bar(BarSlot bar);  // without a window: none
   // The desktop's colours or texts, or the density, are others: for the menu bar.
   std::function<void()> on_look;
-  bool let_pointer_go();  // whether it was down
+  bool let_pointer_go();         // whether it was down
+  bool view_is_covered() const;  // by a form, or something modal
   int run() { return loop_.run(); }
   bool call_answered() const { return call_answered_; }
 
@@ -117,13 +129,13 @@ class Win32Window : public MainWindow {
   void listen();
   bool make_windows(TextView window_class, TextView title);
   bool take_input(MSG& message);
-  LRESULT answer_object(WPARAM wparam, LPARAM lparam);
   // What the frame tells.
   void close_wanted();
   void resized();
   void changed_size();
   void changed_density(const RECT& suggested);
-  void activated(bool active);
+  void activated(WPARAM wparam, LPARAM lparam);
+  void setting_changed(WPARAM wparam, LPARAM lparam);
   void take_focus();
   void take_bar_by_key();
   void dropped(HDROP drop);
@@ -152,11 +164,9 @@ class Win32Window : public MainWindow {
   std::vector<std::unique_ptr<NativeWindow>>
       left_;  // destroyed, until their messages have returned
   MessageHandler* handler_ = nullptr;
-  AccessibleView* accessible_ = nullptr;
+  ViewAccessible accessible_{*this};
   std::vector<FormSlot> slots_;
-  HWND bar_ = nullptr;
-  std::function<bool(bool)> bar_takes_tab_;
-  int bar_height_ = 0;
+  BarSlot bar_;
   HWND last_focus_ = nullptr;  // while another program's window is active
   Rect content_;
   Rect first_place_;  // of the client area

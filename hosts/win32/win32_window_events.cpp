@@ -1,6 +1,4 @@
 // What happens to the window: sizes, density, focus, the look of the desktop.
-#include <oleacc.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -85,7 +83,9 @@ void Win32Window::read_look() {
   if (scaled) send({kMessageSettingChange, kScreenRotated, {}, 0});
 }
 
-void Win32Window::activated(bool active) {
+void Win32Window::activated(WPARAM wparam, LPARAM lparam) {
+  options_.handheld.tell_activation(frame(), wparam, lparam);
+  const bool active = LOWORD(wparam) != WA_INACTIVE;
   if (!active && is_inside(GetFocus(), frame())) last_focus_ = GetFocus();
   send({kMessageActivate, active ? 1u : 0u, {}, 0});
   if (!active) post({kMessageDeactivated, 0, {}, 0});
@@ -101,7 +101,20 @@ void Win32Window::take_focus() {
   if (wanted) SetFocus(wanted);
 }
 
+// An input panel that comes up takes room, as does a screen that is turned.
+void Win32Window::setting_changed(WPARAM wparam, LPARAM lparam) {
+  read_look();
+  if (!handheld().is_here()) return;
+  options_.handheld.tell_setting_change(frame(), wparam, lparam);
+  send({kMessageSettingChange, static_cast<std::uint32_t>(wparam), {}, 0});
+}
+
 bool Win32Window::take_input(MSG& message) {
+  const int soft_key = message.message == WM_KEYDOWN ? handheld().soft_key(message.wParam) : -1;
+  if (soft_key >= 0 && covers_.empty() && bar_.press) {
+    bar_.press(soft_key);
+    return true;
+  }
   if (message.message == WM_MOUSEWHEEL || message.message == WM_MOUSEHWHEEL) {
     // What lies below the pointer is turned, wherever the keyboard is.
     const Point at = pointer_of(message.lParam);
@@ -124,8 +137,8 @@ void Win32Window::drop_form(HWND window) {
 }
 
 bool Win32Window::tab_out(HWND from, bool backwards) {
-  const bool from_bar = is_inside(from, bar_);
-  if (!from_bar) return bar_takes_tab_ && bar_takes_tab_(backwards);
+  const bool from_bar = is_inside(from, bar_.window);
+  if (!from_bar) return bar_.take_tab && bar_.take_tab(backwards);
   if (!slots_.empty() && slots_.back().take_tab) return slots_.back().take_tab(backwards);
   if (!view_) return false;
   view_->take_tab();
@@ -133,13 +146,15 @@ bool Win32Window::tab_out(HWND from, bool backwards) {
 }
 
 void Win32Window::take_bar_by_key() {
-  if (covers_.empty() && bar_takes_tab_) bar_takes_tab_(false);
+  if (covers_.empty() && bar_.take_tab) bar_.take_tab(false);
 }
 
-void Win32Window::set_bar(HWND bar, int height, std::function<bool(bool)> take_tab) {
-  bar_ = bar;
-  bar_height_ = bar ? height : 0;
-  bar_takes_tab_ = std::move(take_tab);
+bool Win32Window::view_is_covered() const {
+  return !slots_.empty() || covers_.over(view()) != nullptr;
+}
+
+void Win32Window::set_bar(BarSlot bar) {
+  bar_ = std::move(bar);
   if (!frame()) return;
   lay_out();
   covers_.keep_order();
@@ -158,13 +173,8 @@ void Win32Window::dropped(HDROP drop) {
   if (on_files_dropped && !files.empty()) later([this, files] { on_files_dropped(files); });
 }
 
-void Win32Window::set_accessible_view(AccessibleView* view) {
-  accessible_ = view;
-  accessible_changed();
-}
+void Win32Window::set_accessible_view(AccessibleView* view) { accessible_.set_view(view); }
 
-void Win32Window::accessible_changed() {}
-
-LRESULT Win32Window::answer_object(WPARAM, LPARAM) { return 0; }
+void Win32Window::accessible_changed() { accessible_.changed(); }
 
 }  // namespace orvello
