@@ -10,6 +10,9 @@
 namespace orvello {
 namespace {
 
+// Not the name that the platform's library exports: linked, that is the place of a jump.
+const IID& accessible_id() { return __uuidof(IAccessible); }
+
 BSTR new_string(const Text& text) {
   return SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.data()),
                            static_cast<UINT>(text.size()));
@@ -95,7 +98,7 @@ class AccessibleObject : public IAccessible {
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** answer) override {
     if (!answer) return E_POINTER;
     *answer = nullptr;
-    if (wanted != IID_IUnknown && wanted != IID_IDispatch && wanted != IID_IAccessible)
+    if (wanted != IID_IUnknown && wanted != IID_IDispatch && wanted != accessible_id())
       return E_NOINTERFACE;
     *answer = static_cast<IAccessible*>(this);
     AddRef();
@@ -321,7 +324,7 @@ std::optional<LRESULT> AccessibleWindow::answer(HWND window, WPARAM wparam, LPAR
   // Of the number's 32 bits alone: the platform widens them as it likes.
   if (static_cast<LONG>(lparam) != OBJID_CLIENT) return {};
   if (!object_) object_ = new AccessibleObject(source_, window);
-  return LresultFromObject(IID_IAccessible, wparam, object_);
+  return LresultFromObject(accessible_id(), wparam, object_);
 }
 
 void AccessibleWindow::tell(HWND window, DWORD event, int part) {

@@ -46,7 +46,9 @@ bool ModalStage::create(const Text& title, Size own) {
   const HWND frame = window_.frame();
   if (frame && IsWindowVisible(frame)) return true;
   lone_ = std::make_unique<LoneWindow>();
-  return lone_->create(title, own);
+  if (!lone_->create(title, own)) return false;
+  window_.handheld().fill_screen(lone_->window());
+  return true;
 }
 
 HWND ModalStage::parent() const { return lone_ ? lone_->window() : window_.frame(); }

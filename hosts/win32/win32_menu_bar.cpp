@@ -55,11 +55,11 @@ void Win32MenuBar::destroy() {
   const std::shared_ptr<BarWindow> bar = std::exchange(bar_, nullptr);
   if (!bar) return;
   height_ = 0;
-  const HWND window = bar->window();
+  const HWND window = bar->window(), shell_bar = std::exchange(shell_bar_, nullptr);
   if (!window) return;  // the main window has taken it along
   const bool had_focus = GetFocus() == window;
   window_.set_bar({});
-  DestroyWindow(shell_bar_ ? std::exchange(shell_bar_, nullptr) : window);
+  DestroyWindow(shell_bar ? shell_bar : window);
   if (had_focus && window_.frame()) SetFocus(window_.frame());
 }
 

@@ -12,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+#include "hosts/win32/com_apartment.h"
 #include "hosts/win32/handheld.h"
 #include "hosts/win32/message_loop.h"
 #include "hosts/win32/modal_covers.h"
@@ -150,6 +151,7 @@ class Win32Window : public MainWindow {
   void remember_place();
   void come_forward();
 
+  ComApartment com_;  // goes last
   Win32WindowOptions options_;
   MessageLoop loop_;
   ModalCovers covers_;
