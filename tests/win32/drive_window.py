@@ -102,21 +102,27 @@ class Window:
         self.tool("type", "--clearmodifiers", "--delay", "30", text)
         self.settle()
 
-    def press(self, point):
-        """`point` counts from the content, around which a system may draw a frame of its own."""
+    def place(self):
         lines = self.tool("getwindowgeometry", "--shell", self.id).split()
         place = dict(line.split("=") for line in lines)
-        side = (int(place["WIDTH"]) - STORY_SIZE[0]) // 2
-        top = int(place["HEIGHT"]) - STORY_SIZE[1] - side
-        self.tool("mousemove", "--window", self.id, str(point[0] + side), str(point[1] + top),
-                  "click", "1")
+        return [int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")]
+
+    def press(self, point):
+        """`point` counts from the content, around which a system may draw a frame of its own."""
+        left, top, width, height = self.place()
+        side = (width - STORY_SIZE[0]) // 2
+        left, top = left + side, top + height - STORY_SIZE[1] - side
+        self.tool("mousemove", str(left + point[0]), str(top + point[1]), "click", "1")
         self.settle()
 
     def picture(self, name):
+        """With the boxes over the window, which may be windows of their own."""
         if not self.pictures:
             return
+        left, top, width, height = self.place()
         path = os.path.join(self.pictures, name + ".png")
-        subprocess.run(("import", "-window", self.id, path), check=False, capture_output=True)
+        subprocess.run(("import", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}",
+                        "+repage", path), check=False, capture_output=True)
 
     def wait_for_end(self):
         try:
