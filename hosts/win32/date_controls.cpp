@@ -72,28 +72,42 @@ bool CalendarControl::create(HWND parent) {
 
 void CalendarControl::look_changed() {
   color_calendar(window(), look().colors());
+  letters_ = 0;
   put(place_);
 }
 
 // As large as it can be in its place, in whose middle it stands: in more room the platform would
 // show more months.
 void CalendarControl::put(const Rect& place) {
+  if (Size{place.width, place.height} != Size{place_.width, place_.height} || letters_ == 0)
+    fit_letters({place.width, place.height});
   place_ = place;
-  const Size size = fit_letters();
-  FormControl::put({place.x + (place.width - size.width) / 2,
-                    place.y + (place.height - size.height) / 2, size.width, size.height});
+  const int width = std::min(needed_.width, place.width);
+  const int height = std::min(needed_.height, place.height);
+  FormControl::put(
+      {place.x + (place.width - width) / 2, place.y + (place.height - height) / 2, width, height});
 }
 
-Size CalendarControl::fit_letters() const {
+void CalendarControl::write_letters(int height) {
+  letters_ = height;
+  SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(look().font(height, false)), FALSE);
   RECT needed{};
-  for (int letters = kMostLetters; letters >= kLeastLetters; --letters) {
-    const HFONT font = look().font(look().scaled(letters), false);
-    SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    SendMessageW(window(), MCM_GETMINREQRECT, 0, reinterpret_cast<LPARAM>(&needed));
-    if (needed.right <= place_.width && needed.bottom <= place_.height) break;
-  }
-  return {std::min(static_cast<int>(needed.right), place_.width),
-          std::min(static_cast<int>(needed.bottom), place_.height)};
+  SendMessageW(window(), MCM_GETMINREQRECT, 0, reinterpret_cast<LPARAM>(&needed));
+  needed_ = {static_cast<int>(needed.right), static_cast<int>(needed.bottom)};
+}
+
+// What it needs grows with its letters: from one size the right one is nearly known. Each change of
+// its font costs some versions of the platform one that they never give back.
+void CalendarControl::fit_letters(Size room) {
+  if (room.width <= 0 || room.height <= 0) return;
+  const int least = look().scaled(kLeastLetters), most = look().scaled(kMostLetters);
+  if (letters_ == 0) write_letters(look().scaled(kTextSize));
+  const double share = std::min(1.0 * room.width / std::max(1, needed_.width),
+                                1.0 * room.height / std::max(1, needed_.height));
+  const int wanted = std::clamp(static_cast<int>(letters_ * share), least, most);
+  if (wanted != letters_) write_letters(wanted);
+  while (letters_ > least && (needed_.width > room.width || needed_.height > room.height))
+    write_letters(letters_ - 1);
 }
 
 void CalendarControl::date_is_set() {

@@ -57,9 +57,12 @@ class CalendarControl : public DatedControl {
 
  private:
   bool move_to(const MonthDayYear& date);  // false: it is there
-  Size fit_letters() const;
+  void fit_letters(Size room);
+  void write_letters(int height);
 
   Rect place_;
+  int letters_ = 0;  // their height; 0: not written yet
+  Size needed_;      // with them
   bool setting_ = false;
 };
 

@@ -291,8 +291,9 @@ void Win32Person::turn_wheel(int control, Point point, int notches, bool sideway
 void Win32Person::draw(int notes, const std::vector<Point>& stroke) {
   FormWindow* shown = reach(notes);
   if (!shown) return;
+  // The letters stand in a view of the page, inside of its margin.
   POINT corner{};
-  ClientToScreen(shown->control(notes)->focus_target(), &corner);
+  ClientToScreen(GetParent(shown->control(notes)->focus_target()), &corner);
   const auto at = [&](Point point) { return POINT{corner.x + point.x, corner.y + point.y}; };
   mouse(WM_LBUTTONDOWN, at(stroke.front()));
   for (const Point& point : stroke) mouse(WM_MOUSEMOVE, at(point));
