@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <thread>
+
+#include "files/system_files.h"
 #include "settings/category_props.h"
 #include "settings/pretexts.h"
 #include "settings/profiles.h"
@@ -38,25 +41,32 @@ class BadVolume : public ::testing::Test {
   const SettingsVolume volume{databases, boxes, files};
 };
 
-// Killed as soon as there is a file, and a little later each time: the next start does it again.
-TEST_F(BadVolume, AFirstStartThatIsKilledLosesNoReadyMadeText) {
+// The settings of a folder's volume, as the program's start reads or makes them.
+PROCESS_WORK(first_start) {
+  const std::string path = path_in(argument, "settings.vol");
+  SqliteRecordDatabases databases(path_in(argument, "device.db"), [&](TextView) { return path; });
+  HeadlessBoxes boxes;
+  MemoryFiles files;
   HeadlessClock clock;
   MemoryRegistry registry;
   EnsureSettingsKey(registry);
-  const auto first_start = [&] {
-    if (std::filesystem::exists(path)) files.present.insert(settings_volume_path(files));
-    SettingsRecord settings;
-    LoadSettings(settings, registry, volume, clock, english_locale(), true);
-  };
+  if (std::filesystem::exists(path)) files.present.insert(settings_volume_path(files));
+  SettingsRecord settings;
+  LoadSettings(settings, registry, {databases, boxes, files}, clock, english_locale(), true);
+  return static_cast<int>(take_messages(boxes).size());
+}
+
+// Killed as soon as there is a file, and a little later each time: the next start does it again.
+TEST_F(BadVolume, AFirstStartThatIsKilledLosesNoReadyMadeText) {
+  using std::chrono::milliseconds;
   for (int i = 0; i < 8; ++i) {
     for (const char* name : {"settings.vol", "settings.vol-journal"})
       std::filesystem::remove(folder / name);
-    files.present.clear();
-    const pid_t child = start_process([&] { return first_start(), 0; });
-    while (!std::filesystem::exists(path)) ::usleep(100);
-    ::usleep(static_cast<useconds_t>(i * 2000));
+    const ChildProcess child = start_work(first_start, folder.path());
+    while (!std::filesystem::exists(path)) std::this_thread::sleep_for(milliseconds(1));
+    std::this_thread::sleep_for(milliseconds(i * 2));
     kill_process(child);
-    first_start();
+    EXPECT_EQ(first_start(folder.path()), 0) << "boxes";
     std::vector<Text> texts;
     EXPECT_TRUE(loadPreTextToLB(volume, texts, kSubjectPretexts));
     EXPECT_EQ(texts.size(), 20u) << "round " << i;

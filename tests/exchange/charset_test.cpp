@@ -55,8 +55,14 @@ TEST_F(CharsetImport, DeclaredGuessedAndDamagedTexts) {
       {"2.0", ":Встр\xFFеча", u"Встр\uFFFDеча", kBad},
       {"2.0", ":Встреча\xD0", u"Встреча\uFFFD", kBad},
       {"2.0", ":Встр\xD0\r\n \xB5ча", u"Встреча", ""},
-      {"1.0", ";CHARSET=SHIFT_JIS:" + "\x95\x5C\x8E\xA6\x82\xB7\x82\xE9", u"表示する", ""},
-      {"2.0", ";CHARSET=ISO-2022-JP:" + "\x1B$BI=<($9$k\x1B(B", u"表示する", ""},
+      {"1.0",
+       ";CHARSET=SHIFT_JIS:"
+       "\x95\x5C\x8E\xA6\x82\xB7\x82\xE9",
+       u"表示する", ""},
+      {"2.0",
+       ";CHARSET=ISO-2022-JP:"
+       "\x1B$BI=<($9$k\x1B(B",
+       u"表示する", ""},
       {"1.0", ";ENCODING=QUOTED-PRINTABLE;CHARSET=KOI8-R:=F7=D3=D4=D2=C5=DE=C1", u"Встреча", ""},
       {"1.0", ";ENCODING=QUOTED-PRINTABLE:=C2=F1=F2=F0=E5=F7=E0", u"Встреча", ""},
       {"1.0", ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=D0=92=D1=\r\n=81=D1= \r\n=82=D1=80",

@@ -10,7 +10,7 @@ namespace {
 using EmbeddedRoundTrip = ExchangeTest;
 
 TEST_F(EmbeddedRoundTrip, ANulCutsNoText) {
-  const auto disk = EmbeddedStore::open(folder / "nul.db", clock);
+  const auto disk = EmbeddedStore::open(folder / "zero.db", clock);
   ASSERT_TRUE(disk) << disk.reason();
   AppointmentRecord record;
   record.fields.subject = record.fields.body = Text(u"a\0b", 3);
