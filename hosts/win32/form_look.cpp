@@ -16,7 +16,6 @@ bool FormLook::set(const Settings& settings) {
   if (settings == settings_) return false;
   settings_ = settings;
   ++generation_;
-  fonts_.clear();
   brushes_.clear();
   return true;
 }
@@ -30,12 +29,7 @@ HFONT FormLook::font(bool bold) const {
 }
 
 HFONT FormLook::font(int height, bool bold) const {
-  OwnedGdi& font = fonts_[{height, bold}];
-  if (!font)
-    font.reset(CreateFontW(-height, 0, 0, 0, bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
-                           DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                           DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Tahoma"));
-  return static_cast<HFONT>(font.get());
+  return canvas_fonts_->font({height, bold ? 700 : 400, false});
 }
 
 int FormLook::line_height(bool bold) const {

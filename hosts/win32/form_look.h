@@ -35,7 +35,7 @@ class FormLook {
     LookColors colors = kLightColors;
     friend bool operator==(const Settings&, const Settings&) = default;
   };
-  // `locale` outlives the look. `canvas_fonts`: of what is drawn on a canvas; null: its own.
+  // `locale` outlives the look. `canvas_fonts`: of all texts; null: its own.
   FormLook(const Settings& settings, const LocaleData& locale,
            std::shared_ptr<Win32Fonts> canvas_fonts = nullptr);
 
@@ -59,7 +59,6 @@ class FormLook {
   int generation_ = 0;
   const LocaleData& locale_;
   std::shared_ptr<Win32Fonts> canvas_fonts_;
-  mutable std::map<std::pair<int, bool>, OwnedGdi> fonts_;
   mutable std::map<COLORREF, OwnedGdi> brushes_;
 };
 

@@ -66,8 +66,12 @@ bool FrameWindow::make(const Text& window_class, const Text& title, const Rect& 
   }
   RECT around = native_rect(inside);
   AdjustWindowRectEx(&around, creation.style, FALSE, creation.extended_style);
-  creation.place = native_rect(kind == Kind::sizable ? fitted_to_screen(from_native(around))
-                                                     : from_native(around));
+  Rect place = fitted_to_screen(from_native(around));
+  if (kind == Kind::fixed) {  // with its title in reach, whatever of it does not fit
+    place.width = around.right - around.left;
+    place.height = around.bottom - around.top;
+  }
+  creation.place = native_rect(place);
   if (!create_own(creation)) return false;
   DragAcceptFiles(window(), TRUE);
   if (kind == Kind::sizable) return true;

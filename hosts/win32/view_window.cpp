@@ -13,7 +13,14 @@ namespace {
 
 // A pen's own gestures would keep a press back until they are told from it.
 constexpr UINT kPenGestures = 0x02CC;
-constexpr LRESULT kNoPenGestures = 0x0001 | 0x0008 | 0x0100 | 0x0200 | 0x10000;
+constexpr LRESULT kNoPenGestures = 0x0001 | 0x0008 | 0x0010 | 0x10000;  // no hold, rings, flicks
+
+// One finger is the pointer: what it draws is for the program to read.
+void take_no_gestures(HWND window) {
+  GESTURECONFIG none{};
+  none.dwBlock = GC_ALLGESTURES;
+  SetGestureConfig(window, 0, 1, &none, sizeof none);
+}
 
 int held_keys() {
   int held = 0;
@@ -178,6 +185,9 @@ LRESULT ViewWindow::message(UINT id, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_ERASEBKGND:
       return 1;
+    case WM_GESTURENOTIFY:
+      take_no_gestures(window());
+      break;
     case kPenGestures:
       return kNoPenGestures;
     case WM_GETOBJECT:

@@ -47,7 +47,10 @@ Win32Window::Win32Window(Win32WindowOptions options) : options_(std::move(option
 
 Win32Window::~Win32Window() {
   handler_ = nullptr;  // it may be gone already
-  if (frame_) covers_.set_frame(nullptr);
+  on_look = nullptr;
+  if (!frame()) return;
+  covers_.set_frame(nullptr);
+  DestroyWindow(frame());  // while all that its last messages ask is there
 }
 
 void Win32Window::listen() {

@@ -1,4 +1,6 @@
 // The menu bar's contract on the platform's window.
+#include <oleacc.h>
+
 #include "hosts/win32/bar_window.h"
 #include "hosts/win32/win32_menu_bar.h"
 #include "tests/contract/menu_bar_contract.h"
@@ -42,6 +44,41 @@ struct NativeBarDevice : MenuBarDevice {
 INSTANTIATE_TEST_SUITE_P(Win32, MenuBarContract,
                          ::testing::Values(MenuBarCase{
                              "win32", [] { return std::make_unique<NativeBarDevice>(); }}));
+
+// Tab and F10 bring the keyboard from the view to the bar, Escape brings it back.
+TEST(Win32MenuBar, IsReachedByKeysAndToldToAScreenReader) {
+  NativeBarDevice device;
+  using Kind = MenuBarButton::Kind;
+  MenuBarContent content;
+  content.buttons = {{Kind::text, 1, u"New", -1, {}, {}},
+                     {Kind::separator, 0, {}, -1, {}, {}},
+                     {Kind::image_menu, 2, u"All", 0, {{7, u"One"}}, u"Profiles"}};
+  content.strip = {16, 16, std::vector<Color>(256, kBlack)};
+  content.height = 30;
+  ASSERT_TRUE(device.port.create(content));
+  const HWND bar = device.port.bar()->window(), view = device.window.view();
+  SendMessageW(view, WM_KEYDOWN, VK_TAB, 0);
+  EXPECT_EQ(GetFocus(), bar);
+  EXPECT_EQ(device.port.bar()->accessible_focus(), 0);
+  SendMessageW(bar, WM_KEYDOWN, VK_TAB, 0);
+  EXPECT_EQ(device.port.bar()->accessible_focus(), 1);
+  test::choose_in_next_menu(device.person, 7);
+  SendMessageW(bar, WM_KEYDOWN, VK_UP, 0);
+  device.deliver();
+  EXPECT_EQ(device.heard.of(kMessageCommand).at(0).wparam, 7u);
+  SendMessageW(bar, WM_KEYDOWN, VK_TAB, 0);
+  EXPECT_EQ(GetFocus(), view);
+  EXPECT_EQ(device.heard.count(kMessageSetFocus), 1);
+  SendMessageW(device.window.frame(), WM_SYSCOMMAND, SC_KEYMENU, 0);
+  EXPECT_EQ(GetFocus(), bar);
+  SendMessageW(bar, WM_KEYDOWN, VK_ESCAPE, 0);
+  EXPECT_EQ(GetFocus(), view);
+  device.port.enable_button(1, false);
+  const AccessiblePart off = device.port.bar()->accessible_part(0);
+  EXPECT_TRUE(off.name == u"New" && off.state & STATE_SYSTEM_UNAVAILABLE && off.action.empty());
+  device.port.highlight_button(2, true, u"Profile: All");
+  EXPECT_EQ(device.port.bar()->accessible_part(1).name, u"Profile: All");
+}
 
 }  // namespace
 }  // namespace orvello
