@@ -112,6 +112,7 @@ std::unique_ptr<Dialog> Win32Dialogs::open_modeless(const DialogTemplate& dialog
   auto controls =
       std::make_unique<Win32Dialog>(window_, form, procedure, make_event_queue(window_));
   FormWindow* raw = form.get();
+  raw->painted = [this] { window_.note_first_paint(); };
   raw->tab_left = [this, raw](bool back) { return window_.tab_out(raw->window(), back); };
   FormSlot slot;
   slot.window = raw->window();

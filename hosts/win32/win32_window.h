@@ -118,6 +118,9 @@ class Win32Window : public MainWindow {
   int run() { return loop_.run(); }
   bool call_answered() const { return call_answered_; }
 
+  // Something that a person waits for has been painted: a view, a modeless form.
+  void note_first_paint();
+
   // Another launch asked while this one runs; the window has come forward.
   std::function<void(InstanceCall)> on_call;
   std::function<void(std::vector<Text>)> on_files_dropped;
@@ -147,7 +150,6 @@ class Win32Window : public MainWindow {
   bool take_scale();
   double fitting_scale(int width) const;
   void show_text(std::unique_ptr<HoverWindow>& window, const HoverLabel& label);
-  void note_first_paint();
   void remember_place();
   void come_forward();
 
