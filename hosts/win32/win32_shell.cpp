@@ -12,7 +12,7 @@ namespace {
 constexpr TextView kOwnType = u"Orvello.Calendar";
 constexpr TextView kEnding = u"\\.ics";
 constexpr wchar_t kBefore[] = L"before";  // what opened calendars before, in our type's key
-constexpr DWORD kMostBytes = 65536;
+constexpr DWORD kLongestShellText = 65536;
 
 class ShellKey {
  public:
@@ -28,8 +28,8 @@ Win32Shell::Answer Win32Shell::text_at(const Text& key, const wchar_t* name) con
   ShellKey open;
   const LONG opened = RegOpenKeyExW(top_, wide(key), 0, KEY_READ, &open.key);
   if (opened != ERROR_SUCCESS) return {opened == ERROR_FILE_NOT_FOUND, std::nullopt};
-  std::vector<wchar_t> text(kMostBytes / sizeof(wchar_t) + 1);
-  DWORD size = kMostBytes, type = 0;
+  std::vector<wchar_t> text(kLongestShellText / sizeof(wchar_t) + 1);
+  DWORD size = kLongestShellText, type = 0;
   const LONG read =
       RegQueryValueExW(open.key, name, nullptr, &type, reinterpret_cast<BYTE*>(text.data()), &size);
   if (read != ERROR_SUCCESS) return {read == ERROR_FILE_NOT_FOUND, std::nullopt};

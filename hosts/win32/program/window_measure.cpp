@@ -10,6 +10,7 @@ namespace orvello {
 namespace {
 
 constexpr double kLongestMilliseconds = 5000;
+constexpr double kPauseMilliseconds = 50;  // of a person, in which what a press began comes about
 
 class StopWatch {
  public:
@@ -116,14 +117,18 @@ class MeasuringPerson {
   }
   // With the message after each: what it led to is over by then.
   void act() {
-    if (acting_) return;
+    const bool pausing =
+        next_ != Next::subject && pause_.milliseconds() < kPauseMilliseconds;
+    if (acting_ || pausing) return;
     acting_ = true;
     if (next_ == Next::subject && opened < 0) {
       opened = timer_.milliseconds();
+      pause_.restart();
       click(control_below(frame_, kLineSubject));
       next_ = Next::letter;
     } else if (next_ == Next::letter) {
       if (const HWND focus = GetFocus()) SendMessageW(focus, WM_CHAR, L'M', 1);
+      pause_.restart();
       next_ = Next::save;
     } else if (next_ == Next::save) {
       next_ = Next::list;
@@ -134,7 +139,7 @@ class MeasuringPerson {
   }
 
   HWND frame_;
-  StopWatch timer_;
+  StopWatch timer_, pause_;
   Next next_ = Next::form;
   bool list_painting_ = false, acting_ = false;
   PaintWatch watch_;
