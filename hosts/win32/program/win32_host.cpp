@@ -1,9 +1,9 @@
 #include "hosts/win32/program/win32_host.h"
 
 #include "files/system_files.h"
-#include "hosts/headless/headless_ports.h"
 #include "hosts/shared/png_picture.h"
 #include "hosts/shared/window_place.h"
+#include "hosts/win32/input_panel.h"
 #include "hosts/win32/program/loop_timers.h"
 #include "hosts/win32/program/window_measure.h"
 #include "hosts/win32/program/window_picture.h"
@@ -69,7 +69,7 @@ struct Win32Host::Parts {
   Win32Clock clock;
   Win32Locale locale;
   Win32Files files;
-  HeadlessInput input;
+  Win32InputPanel input;
   Win32Shell shell{from_wide(own_program())};
   LoopTimers timers;
   Win32Window window;

@@ -117,8 +117,7 @@ class MeasuringPerson {
   }
   // With the message after each: what it led to is over by then.
   void act() {
-    const bool pausing =
-        next_ != Next::subject && pause_.milliseconds() < kPauseMilliseconds;
+    const bool pausing = next_ != Next::subject && pause_.milliseconds() < kPauseMilliseconds;
     if (acting_ || pausing) return;
     acting_ = true;
     if (next_ == Next::subject && opened < 0) {
