@@ -54,7 +54,7 @@ std::string safe_file_name(TextView subject) {
     name.resize(splits_a_pair ? kLongestFileName - 1 : kLongestFileName);
   }
   while (!name.empty() && (name.back() == u' ' || name.back() == u'.')) name.pop_back();
-  if (names_a_device(name)) name = Text(1, u'_') + name;
+  if (names_a_device(name)) return "_" + to_utf8(name);
   return name.empty() ? "appointment" : to_utf8(name);
 }
 
