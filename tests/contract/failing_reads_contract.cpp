@@ -104,7 +104,9 @@ std::string text_of(const StoreItem& item) {
 }
 
 std::unique_ptr<StoreItems> items_of(StoreApplication& app) {
-  auto items = app.default_folder(kFolderCalendar)->items();
+  const auto folder = app.default_folder(kFolderCalendar);
+  auto items = folder ? folder->items() : nullptr;
+  if (!items) return nullptr;
   items->set_include_recurrences(true);
   items->sort(u"[Start]", false);
   return items;
@@ -113,14 +115,15 @@ std::unique_ptr<StoreItems> items_of(StoreApplication& app) {
 Answer searched(Store&, StoreApplication& app) {
   const auto items = items_of(app);
   std::string text;
-  if (!each_item(*items, u"[Start] >= <46200",
-                 [&](const StoreItem& item) { text += text_of(item); }))
+  if (!items || !each_item(*items, u"[Start] >= <46200",
+                           [&](const StoreItem& item) { text += text_of(item); }))
     return std::nullopt;
   return text;
 }
 
 Answer restricted(Store&, StoreApplication& app) {
   const auto all = items_of(app);
+  if (!all) return std::nullopt;
   const auto items = all->restrict_to(u"[Start] >= <46200");
   EXPECT_EQ(items == nullptr, all->failed());
   std::string text;
@@ -131,6 +134,7 @@ Answer restricted(Store&, StoreApplication& app) {
 
 Answer texts(Store&, StoreApplication& app) {
   const auto folder = app.default_folder(kFolderCalendar);
+  if (!folder) return std::nullopt;
   std::string text;
   for (std::optional<std::int32_t> at = 0;;) {
     at = folder->each_text(*at, kDay, [&](const StoreTexts& one) {
@@ -142,12 +146,14 @@ Answer texts(Store&, StoreApplication& app) {
 }
 
 Answer labels(Store&, StoreApplication& app) {
-  const auto text = app.default_folder(kFolderContacts)->category_text();
+  const auto folder = app.default_folder(kFolderContacts);
+  const auto text = folder ? folder->category_text() : std::nullopt;
   return text ? Answer(to_utf8(*text)) : std::nullopt;
 }
 
 Answer contacts(Store&, StoreApplication& app) {
-  const auto list = app.default_folder(kFolderContacts)->contacts();
+  const auto folder = app.default_folder(kFolderContacts);
+  const auto list = folder ? folder->contacts() : std::nullopt;
   if (!list) return std::nullopt;
   std::string text;
   for (const StoreContact& one : *list) text += to_utf8(one.file_as + one.categories);
@@ -403,7 +409,7 @@ TEST_P(FailingReads, AreToldWhereverTheyFailAndNothingIsSavedFromThem) {
       const Answer answer = question.ask(*store, *app);
       const bool reached = place->reached(*store);
       if (!answer) {
-        EXPECT_FALSE(store->problem().empty());
+        EXPECT_TRUE(!store->problem().empty() || place->is_silent(number)) << number;
         EXPECT_TRUE(reached);
         ++told;
       }
@@ -423,7 +429,7 @@ TEST_P(FailingReads, AreToldWhereverTheyFailAndNothingIsSavedFromThem) {
       EXPECT_EQ(*there, answer ? after : before) << number;
       if (!reached || HasFailure()) break;
     }
-    EXPECT_GT(told, 0) << "no read was made to fail";
+    EXPECT_TRUE(told > 0 || !place->reads(question.name)) << "no read was made to fail";
   }
 }
 

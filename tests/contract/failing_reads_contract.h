@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 
 #include "store/record_calendar_store.h"
 
@@ -23,6 +24,10 @@ class FailingStore {
                                                      const Clock& clock) = 0;
   // The so-manieth read of that store from now on fails; 0: none.
   virtual void fail_read(RecordCalendarStore& store, int number) = 0;
+  // Whether a question by that name needs a read: not of what this store has no place for.
+  virtual bool reads(std::string_view) const { return true; }
+  // Whether that read fails without words: where a session's own box says it all.
+  virtual bool is_silent(int) const { return false; }
   // Whether it has been reached.
   virtual bool reached(RecordCalendarStore& store) const = 0;
 };

@@ -42,6 +42,9 @@ class StandinControl {
   // `series` of `items` recur weekly; the others lie in the years 2024 to 2028.
   virtual void fill(int items, int series) = 0;
   virtual int items() const = 0;
+  // Keeps what is stored, and brings it back after a reset.
+  virtual void remember() = 0;
+  virtual void bring_back() = 0;
   virtual int exceptions_of(int oid) const = 0;
   // Everything that is stored, as one number: the same while nothing was changed.
   virtual unsigned long long fingerprint() const = 0;

@@ -81,6 +81,8 @@ class StandinServer final : public StandinControl {
   const char* report() override;
   void fill(int items, int series) override;
   int items() const override { return static_cast<int>(store_->contents().records.size()); }
+  void remember() override { remembered_ = store_->contents(); }
+  void bring_back() override { store_->put_back(remembered_); }
   int exceptions_of(int oid) const override;
   unsigned long long fingerprint() const override;
   int add_contact(const wchar_t* file_as, const wchar_t* email, const wchar_t* categories) override;
@@ -101,6 +103,7 @@ class StandinServer final : public StandinControl {
 
   StandinClock clock_;
   std::unique_ptr<MemoryStore> store_;
+  MemoryStore::Contents remembered_;
   StringWatch watch_;
   std::map<const void*, Listener> listeners_;
   int generation_ = 2;
