@@ -48,6 +48,12 @@ Text name_of(const ControlTemplate& control, const Text& label, const Text& titl
 
 }  // namespace
 
+Rect edged_place(const Rect& place, const FormLook& look, Size room) {
+  const int edge = std::max(1, look.scaled(1));
+  return popup_place(
+      {place.x - edge, place.y - edge, place.width + 2 * edge, place.height + 2 * edge}, room);
+}
+
 bool FormGround::create(HWND parent) {
   Creation creation;
   creation.window_class = L"OrvelloFormGround";
@@ -227,7 +233,8 @@ void FormWindow::lay_out() {
   }
   if (titled_) {
     const int x = rtl ? edge : whole.right - top;
-    close_.put({x, edge, top - edge, std::max(0, top - std::max(1, look_.scaled(1)))}, true);
+    const int high = std::max(0, top - edge - std::max(1, look_.scaled(1)));
+    close_.put({x, edge, top - edge, high}, true);
   }
   scroll_to(scrolled_.x, scrolled_.y);
 }

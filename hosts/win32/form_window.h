@@ -18,6 +18,9 @@ namespace orvello {
 
 class FormWindow;
 
+// A form's or a sheet's place in a room that it does not fill, with the line around it.
+Rect edged_place(const Rect& place, const FormLook& look, Size room);
+
 // The part that is seen of the body, and the body.
 class FormGround : public NativeWindow {
  public:
@@ -43,11 +46,11 @@ class FormWindow : public NativeWindow {
   // What the person does. `report` tells paints at once, other input behind what waits.
   std::function<void(DialogEvent::Kind, int control)> tell;
   std::function<void(const DialogEvent&)> report;
-  std::function<void(std::function<void()>)> behind;  // when all that waits has been told
-  std::function<void()> close_wanted;                 // none: it is modeless
-  std::function<void()> accept_wanted;                // Return, without a default button to press
-  std::function<bool(bool back)> tab_left;            // Tab behind the last control; false: round
-  std::function<void(int by)> turn_wanted;            // to another page of a sheet
+  std::function<void(const std::function<void()>&)> behind;  // when all that waits has been told
+  std::function<void()> close_wanted;                        // none: it is modeless
+  std::function<void()> accept_wanted;      // Return, without a default button to press
+  std::function<bool(bool back)> tab_left;  // Tab behind the last control; false: round
+  std::function<void(int by)> turn_wanted;  // to another page of a sheet
   std::function<void(int timer)> ticked;
   std::function<void()> painted;
   std::function<bool()> covered;

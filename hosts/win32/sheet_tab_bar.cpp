@@ -186,6 +186,9 @@ void SheetTabBar::move_to(int left) {
   const int wide = moves ? all : static_cast<int>(room.right), begin = moves ? arrow - left_ : 0;
   const int x = look_.right_to_left() ? room.right - begin - wide : begin;
   SetWindowPos(tabs_.window(), HWND_BOTTOM, x, 0, wide, room.bottom, SWP_NOACTIVATE);
+  // Narrow enough for the platform to have no arrows of its own; what is drawn is as wide as it is.
+  const int least = count() > 0 ? std::max(1, wide / count() - look_.scaled(kGrid)) : 1;
+  SendMessageW(tabs_.window(), TCM_SETITEMSIZE, 0, MAKELPARAM(least, room.bottom));
   back_.put({0, 0, arrow, static_cast<int>(room.bottom)}, moves);
   forward_.put({static_cast<int>(room.right) - arrow, 0, arrow, static_cast<int>(room.bottom)},
                moves);

@@ -49,7 +49,14 @@ void Win32Dialog::listen_to_form() {
     tell(event);
     if (is_input(event.kind)) waiting->flush();
   };
-  form_->behind = [this](std::function<void()> action) { add(std::move(action)); };
+  // What the first of the events brings about is told before.
+  form_->behind = [this](const std::function<void()>& action) {
+    add([this, action] {
+      window_.later([alive = std::weak_ptr<bool>(alive_), action] {
+        if (!alive.expired()) action();
+      });
+    });
+  };
   form_->ticked = [this](int id) { tick(id); };
   const HWND whole = form_->window();
   form_->covered = [this, whole] { return window_.covers().pointer_over(whole) != nullptr; };

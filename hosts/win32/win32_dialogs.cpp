@@ -53,7 +53,8 @@ void Win32Dialogs::put(FormWindow& form, const ModalStage& stage) {
   const FormLook& look = form.look();
   if (!dialog.popup) {
     const Rect place = sheet_place(dialog, look.unit(), form.title_height(), room);
-    return form.put(place, place.width < room.width || place.height < room.height);
+    const bool framed = place.width < room.width || place.height < room.height;
+    return form.put(framed ? edged_place(place, look, room) : place, framed);
   }
   const Size design = design_size(dialog);
   Rect place = dialog.place;

@@ -75,12 +75,12 @@ void Win32Sheet::put() {
   const bool roomy = whole.width != room.width || whole.height != room.height;
   Rect place = place_with(roomy);
   // Tabs need not move where there is room for all of them.
-  const int wider = std::min(room.width, sheet_->tabs_width() + 2) - place.width;
+  const int wider = std::min(room.width, sheet_->tabs_width()) - place.width;
   if (wider > 0) {
     place.x -= wider / 2;
     place.width += wider;
   }
-  sheet_->put(place, roomy, roomy);
+  sheet_->put(roomy ? edged_place(place, look_, room) : place, roomy, roomy);
 }
 
 int Win32Sheet::run() {

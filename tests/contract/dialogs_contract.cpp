@@ -307,6 +307,8 @@ TEST_P(DialogsContract, ALineGivesItsPlaceToAnEditAndGetsTheTextBack) {
   told_.act = [](Dialog& dialog, const DialogEvent& event) {
     const bool opens = event.kind == Event::command && event.control == kLine;
     const bool gives_back = event.kind == Event::focus_lost && event.control == kLineEdit;
+    const bool opened = event.kind == Event::focus_gained && event.control == kLineEdit;
+    if (opened) dialog.focus(kLineEdit, Caret::all);
     if (!opens && !gives_back) return;
     dialog.show(kLine, gives_back);
     dialog.show(kLineEdit, opens);
