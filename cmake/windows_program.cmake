@@ -36,6 +36,9 @@ orvello_library(hosts/win32/program orvello_hosts_win32 orvello_hosts_shared orv
   orvello_store_cedb)
 # Two of the platform's libraries have this name: the one that has others, too, comes first.
 target_link_options(orvello_hosts_win32 INTERFACE LINKER:-u,IID_IAccessible,-luuid)
+# The platform's headers have a TEXT, too, which would be in the way of the file that comes next.
+set_target_properties(orvello_hosts_win32 orvello_hosts_win32_program PROPERTIES
+  UNITY_BUILD_CODE_AFTER_INCLUDE "#undef TEXT")
 if(EXISTS ${CMAKE_SOURCE_DIR}/hosts/win32/program/main.cpp)
   include(packaging/windows/resources.cmake)
   add_executable(orvello WIN32 hosts/win32/program/main.cpp ${windows_parts}/orvello.rc)
