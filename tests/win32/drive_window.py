@@ -148,8 +148,9 @@ class Story:
         return ["--data", self.data, "--now", NOW, "--screen", screen, "--dpi", str(dpi),
                 "--language", language]
 
-    def ask(self, *arguments):
-        done = subprocess.run(self.command + list(arguments) + ["--data", self.data, "--now", NOW],
+    def ask(self, *arguments, data=None):
+        done = subprocess.run(self.command + list(arguments) +
+                              ["--data", data or self.data, "--now", NOW],
                               capture_output=True, timeout=PATIENCE, check=False)
         if done.returncode != 0:
             raise Failed(f"{arguments[0]} ended with {done.returncode}: {done.stderr.decode()}")
@@ -200,9 +201,11 @@ class Story:
         self.expect("the moved occurrence in the export",
                     lambda: "RECURRENCE-ID:20261113T143000" in self.ask("export", "-"), True)
         self.expect("the color after the end", self.color, "#1e4a7a")
+        other = os.path.join(self.folder, "other")
+        self.expect("the color of another folder", lambda: self.color(other), "#5a5a5a")
 
-    def color(self):
-        return self.ask("settings", "get", "itemcolor0").strip().lower()
+    def color(self, data=None):
+        return self.ask("settings", "get", "itemcolor0", data=data).strip().lower()
 
     dentist = ("2026-11-06T09:00", "Dentist")
     weekly = [("2026-11-06T14:30", "Team"), ("2026-11-13T14:30", "Team"),

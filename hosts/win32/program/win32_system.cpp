@@ -68,7 +68,9 @@ std::unique_ptr<Locale> Win32System::locale(const std::string& language) {
 }
 
 std::unique_ptr<StoredRegistry> Win32System::registry(const Paths& paths) {
-  (void)paths;
+  // Everything under the folder that was named means the settings, too.
+  if (all_in_one_folder(paths))
+    return std::make_unique<FileRegistry>(path_in(paths.config, "registry"));
   return std::make_unique<Win32Registry>();
 }
 
