@@ -3,6 +3,7 @@
 
 #include "cli/import_preview.h"
 #include "cli/import_progress.h"
+#include "files/system_files.h"
 #include "ports/messages.h"
 #include "resources/grouped_number.h"
 #include "resources/ids.h"
@@ -17,10 +18,6 @@ using Event = DialogEvent::Kind;
 constexpr std::size_t kItemsAtOnce = 1000, kLongestCalendarName = 80;
 constexpr std::size_t kMostProblems = 1000;
 constexpr int kLowScreen = 300;  // at 96 dpi
-
-std::string last_part(const std::string& path) {
-  return path.substr(path.find_last_of('/') + 1);  // the whole text when there is no slash
-}
 
 }  // namespace
 
@@ -101,7 +98,7 @@ std::vector<ImportSourceRow> ImportProcedure::source_rows() const {
   }
   for (std::size_t i = 0; i < std::min(problems.size(), kMostProblems); ++i) {
     ImportProblem named = problems[i];
-    named.file = last_part(named.file);
+    named.file = name_in_path(named.file);
     rows.push_back({to_utf16(problem_line(named))});
   }
   if (problems.size() > kMostProblems)
@@ -114,7 +111,7 @@ std::vector<ImportSourceRow> ImportProcedure::source_rows() const {
 // "family.ics: 12", and with a name of its own "Family (family.ics): 12".
 Text ImportProcedure::calendar_text(const ImportedCalendar& calendar) const {
   const auto text = [this](StringId id) { return load_string(id, desk_.language); };
-  Text name = to_utf16(last_part(files_[calendar.source.file]));
+  Text name = to_utf16(name_in_path(files_[calendar.source.file]));
   if (!calendar.source.name.empty())
     name = format(text(StringId::import_named_calendar),
                   cut(to_utf16(calendar.source.name), kLongestCalendarName), name);
