@@ -9,14 +9,14 @@
 #include <vector>
 
 #include "store/edit_history.h"
-#include "store/record_store.h"
+#include "store/record_limits.h"
 
 namespace orvello {
 
 // Hands every call on to `store`, which outlives the step. Of new appointments it keeps the number
 // and the time of their last change, so that a large import costs nothing; of those that it updates
 // what they were. Zones stay when an import is taken back: they show nothing by themselves.
-class ImportRecorder : public RecordStore {
+class ImportRecorder : public RecordStore, public RecordLimits {
  public:
   // Of more than so many items nothing is kept, and neither of many updated ones.
   explicit ImportRecorder(RecordStore& store, std::size_t most = EditHistory::kMostItems)
@@ -53,6 +53,9 @@ class ImportRecorder : public RecordStore {
   Result<std::vector<ContactCard>> card_names() override { return store_.card_names(); }
   Result<std::string> card_text(std::int32_t oid) override { return store_.card_text(oid); }
   std::string problem() const override { return store_.problem(); }
+  bool has_place_for(const AppointmentRecord& record) override {
+    return orvello::has_place_for(store_, record);
+  }
 
   // Before and after; of a text empty, of a contact nothing: there is none.
   struct Foreign {

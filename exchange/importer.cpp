@@ -7,10 +7,13 @@
 #include "base/hash.h"
 #include "exchange/calendar_keys.h"
 #include "exchange/vcalendar1.h"
+#include "store/record_limits.h"
 #include "store/record_rules.h"
 
 namespace orvello {
 namespace {
+
+constexpr std::size_t kLongestTold = 60;  // of a subject, in a sentence about it
 
 std::string fingerprint(std::string_view a, std::string_view b) {
   return StableHash().add(a).add(b).text();
@@ -207,6 +210,13 @@ void Importer::put(AppointmentRecord& record, bool known) {
   if (record.oid == 0) record.oid = oid_of(record.uid);
   known = known || record.oid != 0;
   if (failed_) return;
+  if (!has_place_for(store_, record)) {
+    ++counts_->skipped;
+    const std::string name = to_utf8(cut(record.fields.subject, kLongestTold));
+    return problems_->add(parsed_.root().line,
+                          (name.empty() ? "event" : "\"" + name + "\"") +
+                              " is nothing that this device's calendar has a place for; left out");
+  }
   if (writes_) {
     record.oid = store_.put(record);
     if (record.oid == 0) {

@@ -73,6 +73,7 @@ void PimStore::told(std::uint32_t message) {
   const bool remote = message >= kItemCreatedRemote;
   const std::uint32_t first = remote ? kItemCreatedRemote : kItemCreatedLocal;
   if (message < first || message > first + 2) return;
+  if (remote) modified_.clear();  // whatever it was that somebody else has changed
   next_state();
   note_change(message == first       ? StoreChange::created
               : message == first + 1 ? StoreChange::deleted

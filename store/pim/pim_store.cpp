@@ -10,6 +10,11 @@
 namespace orvello {
 namespace {
 
+// What the platform's documentation allows: years 1900 to 2999, and so many units of text.
+constexpr Day kFirstKnownDay{2};
+constexpr Day kAfterKnownDays{401769};
+constexpr std::size_t kMostSubject = 4096, kMostLocation = 1023;
+
 std::string no_appointment(std::int32_t oid) {
   return "There is no appointment with the number " + std::to_string(oid) + ".";
 }
@@ -84,7 +89,9 @@ std::optional<PimObject> PimStore::item(std::int32_t oid) {
 std::optional<AppointmentRecord> PimStore::record_of(const PimObject& item, std::int32_t oid,
                                                      bool ink) {
   auto record = read_record(item, oid, numbers_.uid_of(oid), ink, form_, time_);
-  if (!record) cannot_read();
+  if (!record) return cannot_read(), std::nullopt;
+  const auto written = modified_.find(oid);
+  if (written != modified_.end()) record->modified = written->second;
   return record;
 }
 
@@ -163,7 +170,7 @@ bool PimStore::take_back(const Written& written) {
 }
 
 // Makes the record what the platform has a place for.
-bool PimStore::fit(AppointmentRecord& record) {
+bool PimStore::simplify_all(AppointmentRecord& record) {
   if (!complete_record(record, time_)) return false;
   if (!record.rules.empty()) {
     const auto zone = time_.zone(record.zone);
@@ -171,8 +178,29 @@ bool PimStore::fit(AppointmentRecord& record) {
     set_recurrence_of(record, recurrence_of(record, *zone));
   }
   if (!simplify(record) || !complete_record(record, time_)) return false;
-  if (!record.rules.empty())
-    return refuse("The device's calendar store has no pattern that holds this recurrence.");
+  record.fields.subject = cut(record.fields.subject, kMostSubject);
+  record.fields.location = cut(record.fields.location, kMostLocation);
+  for (AppointmentException& one : record.exceptions) {
+    one.fields.subject = cut(one.fields.subject, kMostSubject);
+    one.fields.location = cut(one.fields.location, kMostLocation);
+  }
+  return record.rules.empty() ||
+         refuse("The device's calendar store has no pattern that holds this recurrence.");
+}
+
+bool PimStore::has_place_for(const AppointmentRecord& record) {
+  AppointmentRecord stored = record;
+  const auto known = [](LocalSeconds moment) {
+    return (day_of(moment) >= kFirstKnownDay && day_of(moment) < kAfterKnownDays) ||
+           moment == to_seconds(kNoDate);
+  };
+  const bool fits = simplify_all(stored) && known(stored.start) && known(stored.end);
+  problem_.clear();
+  return fits;
+}
+
+bool PimStore::fit(AppointmentRecord& record) {
+  if (!simplify_all(record)) return false;
   const std::int32_t named = numbers_.number_of(record.uid);
   if (named == 0 || named == record.oid) return true;
   const auto other = item(named);
@@ -215,6 +243,7 @@ std::int32_t PimStore::put_new(const AppointmentRecord& record) {
   const std::int32_t oid =
       record.oid == 0 ? numbers_.known(*platform) : numbers_.note(record.oid, *platform);
   numbers_.name(oid, record.uid);
+  modified_[oid] = record.modified;
   if (writing_) written_.push_back({oid, std::nullopt});
   note(StoreChange::created);
   return oid;
@@ -235,6 +264,7 @@ std::int32_t PimStore::put_existing(const AppointmentRecord& record) {
   }
   if (writing_) written_.push_back(std::move(written));
   numbers_.name(record.oid, record.uid);
+  modified_[record.oid] = record.modified;
   note(StoreChange::changed);
   return record.oid;
 }
@@ -254,6 +284,7 @@ bool PimStore::remove(std::int32_t oid) {
   if (!*found) return refuse(no_appointment(oid));
   if (!found->call(PimName::remove)) return cannot_write();
   numbers_.forget(oid);
+  modified_.erase(oid);
   note(StoreChange::deleted);
   return true;
 }

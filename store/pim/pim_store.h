@@ -10,11 +10,13 @@
 #pragma once
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "store/pim/pim_items.h"
 #include "store/pim/pim_record.h"
 #include "store/record_calendar_store.h"
+#include "store/record_limits.h"
 
 namespace orvello {
 
@@ -38,7 +40,7 @@ struct PimPlatform {
 
 class PimApplication;
 
-class PimStore : public RecordCalendarStore {
+class PimStore : public RecordCalendarStore, public RecordLimits {
  public:
   PimStore(const Clock& clock, PimPlatform platform);
   ~PimStore() override;
@@ -74,6 +76,8 @@ class PimStore : public RecordCalendarStore {
   AllDayEnd all_day_end() const override { return form_.all_day_end; }
   bool restores() const override { return true; }
   bool restore(const AppointmentRecord& record) override;
+  // Of recurrences patterns, and the dates that the platform knows.
+  bool has_place_for(const AppointmentRecord& record) override;
 
   // For its applications and folders.
   PimCaller& caller() { return caller_; }
@@ -104,6 +108,7 @@ class PimStore : public RecordCalendarStore {
   std::optional<AppointmentRecord> record_of(const PimObject& item, std::int32_t oid, bool ink);
   std::optional<PimObject> made_item(PimKind kind, std::int32_t type);
   std::optional<PimObject> contact_item(std::int32_t oid);  // 0: a new one
+  bool simplify_all(AppointmentRecord& record);
   bool fit(AppointmentRecord& record);
   std::int32_t put_new(const AppointmentRecord& record);
   std::int32_t put_existing(const AppointmentRecord& record);
@@ -120,7 +125,8 @@ class PimStore : public RecordCalendarStore {
   PimNumbers numbers_;
   std::unique_ptr<PimWindow> window_;
   bool delivery_posted_ = false;
-  std::vector<PimApplication*> open_;  // logged on, in that order
+  std::vector<PimApplication*> open_;                      // logged on, in that order
+  std::unordered_map<std::int32_t, UtcSeconds> modified_;  // what this program wrote, and when
   bool writing_ = false;
   bool spoilt_ = false;  // a write of the transaction failed: it cannot be committed
   std::vector<Written> written_;

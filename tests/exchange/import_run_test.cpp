@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "exchange/import_list.h"
+#include "exchange/import_recorder.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace orvello {
@@ -174,6 +175,30 @@ TEST_F(ImportRuns, FindTheFirstDayWithSomethingNew) {
     EXPECT_EQ(first(event("UID:d" + digits + "\r\nDTSTART:202606" + digits + "T090000\r\n")),
               day_of(2026, 6, day));
   }
+}
+
+// As a device's own store, which knows patterns alone.
+struct PatternsOnly : MemoryStore, RecordLimits {
+  using MemoryStore::MemoryStore;
+  bool has_place_for(const AppointmentRecord& record) override { return record.rules.empty(); }
+};
+
+TEST_F(ImportRuns, LeaveOutWhatTheStoreHasNoPlaceFor) {
+  PatternsOnly narrow(clock);
+  ImportRecorder recorder(narrow);
+  const auto result = import_files(
+      {file_of(calendar(
+          event("UID:a\r\nDTSTART:20260605T090000\r\nSUMMARY:Fits\r\n") +
+          event("UID:b\r\nDTSTART:20260131T090000\r\nRRULE:FREQ=MONTHLY\r\nSUMMARY:Odd\r\n") +
+          event("UID:b\r\nRECURRENCE-ID:20260331T090000\r\nDTSTART:20260331T100000\r\n") +
+          event("UID:c\r\nDTSTART:20260605T090000\r\nRRULE:FREQ=DAILY\r\n")))},
+      open_input_file, recorder, clock);
+  EXPECT_TRUE(result.done) << result.failure;
+  EXPECT_EQ(result.counts, (ImportCounts{2, 0, 1}));
+  EXPECT_EQ(narrow.contents().records.size(), 2u);
+  EXPECT_NE(problems_of(result).find("\"Odd\" is nothing that this device's calendar"),
+            std::string::npos)
+      << problems_of(result);
 }
 
 }  // namespace
