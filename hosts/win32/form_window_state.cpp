@@ -244,9 +244,9 @@ bool FormWindow::take_letter(int id, wchar_t letter) {
   FormControl* line = control(id);
   if (!line || !behind) return false;
   line->press();
-  behind([this, id, letter] {
+  behind([this, letter] {
     const FormControl* edit = control(focus_.control());
-    if (edit && edit->id() != id && edit->kind() == Kind::edit)
+    if (edit && (edit->kind() == Kind::edit || edit->kind() == Kind::combo))
       SendMessageW(edit->focus_target(), WM_CHAR, letter, 0);
   });
   return true;
