@@ -41,7 +41,7 @@ check "the zip holds the program, its license and what to know" is \
   "Orvello-$version/ Orvello-$version/LICENSE.txt Orvello-$version/README.txt Orvello-$version/orvello.exe "
 
 # Installed without a question, started, and removed without the calendar.
-reg() { wine reg query "$1" ${2:+"$2" "$3"} 2>/dev/null | tr -d '\r' | sed -nE 's/.*REG_SZ +//p'; }
+reg() { wine reg query "$@" 2>/dev/null | tr -d '\r' | sed -nE 's/.*REG_SZ +//p'; }
 ics='HKCU\Software\Classes\.ics'
 wine reg add "$ics" /ve /d Other.Calendar /f >/dev/null 2>&1
 check "it can be installed" wine "$setup" /S
@@ -49,7 +49,7 @@ home=$(wine cmd /c 'echo %LOCALAPPDATA%' 2>/dev/null | tr -d '\r')
 installed=$(winepath -u "$home\\Programs\\Orvello" 2>/dev/null)
 check "it runs where it was installed" is \
   "$(wine "$installed/orvello.exe" --version 2>/dev/null | tr -d '\r')" "orvello $version"
-check "calendar files open with it" is "$(reg "$ics" /ve '')" "Orvello.Calendar"
+check "calendar files open with it" is "$(reg "$ics" /ve)" "Orvello.Calendar"
 check "the system can list it" is \
   "$(reg 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvello' /v DisplayVersion)" \
   "$version"
@@ -61,7 +61,7 @@ before=$(find "$data" -type f | sort)
 check "it can be removed" wine "$installed/uninstall.exe" /S "_?=$home\\Programs\\Orvello"
 check "nothing but the uninstaller, which was kept from it, stays" is \
   "$(ls "$installed" 2>/dev/null | grep -v '^uninstall.exe$')" ""
-check "what opened calendars before does so again" is "$(reg "$ics" /ve '')" "Other.Calendar"
+check "what opened calendars before does so again" is "$(reg "$ics" /ve)" "Other.Calendar"
 check "the calendar stays" is "$(find "$data" -type f | sort)" "$before"
 
 echo "windows package: $passed passed, $failed failed"

@@ -1,6 +1,7 @@
 ; The installer: for one person, without an administrator's rights. The calendar is never touched.
 ; tools/package_windows.sh says what VERSION, BEFORE, ICON, PROGRAM, LICENSE, README and OUTPUT are.
 Unicode true
+Target amd64-unicode ; as the program: it cannot be installed where that does not run
 !include MUI2.nsh
 !include LogicLib.nsh
 !include FileFunc.nsh
