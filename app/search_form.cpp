@@ -89,8 +89,9 @@ void SearchProcedure::read_some(Dialog& dialog) {
         !folder ? std::nullopt : folder->each_text(read_to_, now, [this](const StoreTexts& texts) {
           next_.add(texts);
         });
-    if (last && *last != 0)
-      read_to_ = *last;
+    const int reached = last.value_or(0);
+    if (reached != 0)
+      read_to_ = reached;
     else
       reading_ = last ? Reading::done : Reading::failed;
   }
