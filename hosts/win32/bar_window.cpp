@@ -170,8 +170,16 @@ bool BarWindow::pointer(UINT id, LPARAM lparam) {
   return true;
 }
 
+// The letter of the key that opens a menu would choose in it, and close it; who opens one by a key
+// goes on by keys, from its first row.
+void BarWindow::begin_menu_by_key() {
+  MSG letter;
+  while (PeekMessageW(&letter, window(), WM_CHAR, WM_DEADCHAR, PM_REMOVE)) continue;
+  PostMessageW(window(), WM_KEYDOWN, VK_DOWN, 0);
+}
+
 // Posted, as a command may destroy the bar and this button with it.
-void BarWindow::activate(int button) {
+void BarWindow::activate(int button, bool by_key) {
   const auto index = static_cast<std::size_t>(button);
   std::uint32_t command = buttons_[index].content.command;
   if (drops_menu(buttons_[index].content)) {
@@ -180,6 +188,7 @@ void BarWindow::activate(int button) {
     open_ = button;
     InvalidateRect(window(), nullptr, FALSE);
     const std::vector<MenuItem> items = buttons_[index].content.menu;
+    if (by_key) begin_menu_by_key();
     command = run_popup_menu_above(owner_, items, place);
     if (!window()) return;
     open_ = -1;
@@ -193,7 +202,7 @@ void BarWindow::press_text_button(int number) {
     const Button& button = buttons_[i];
     if (button.content.kind == Kind::separator || shows_image(button.content)) continue;
     if (number-- > 0) continue;
-    if (button.enabled) activate(static_cast<int>(i));
+    if (button.enabled) activate(static_cast<int>(i), true);
     return;
   }
 }
@@ -237,7 +246,7 @@ bool BarWindow::key(WPARAM code) {
     const Button& button = buttons_[static_cast<std::size_t>(focused_)];
     const bool opens = drops_menu(button.content) && (code == VK_UP || code == VK_DOWN);
     if (code != VK_RETURN && code != VK_SPACE && !opens) return false;
-    if (button.enabled) activate(focused_);
+    if (button.enabled) activate(focused_, true);
   } else {
     return false;
   }

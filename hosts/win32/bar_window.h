@@ -58,7 +58,8 @@ class BarWindow : public NativeWindow,
   std::vector<std::size_t> shown() const;  // all but separators
   bool pointer(UINT id, LPARAM lparam);
   bool key(WPARAM code);
-  void activate(int button);
+  void activate(int button, bool by_key = false);
+  void begin_menu_by_key();
   int button_at(Point point) const;
   void hover(int button);
   void focus_on(int button);
