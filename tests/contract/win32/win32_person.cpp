@@ -50,6 +50,11 @@ RECT on_screen(HWND window, RECT place) {
 
 }  // namespace
 
+FormWindow* form_in(HWND window) {
+  const HWND found = find_window(window, [](HWND one) { return class_of(one) == L"OrvelloForm"; });
+  return found ? object_of<FormWindow>(found) : nullptr;
+}
+
 Win32Person::Win32Person(Win32WindowOptions options, const LocaleData& locale)
     : window_(std::move(options)), dialogs_(window_, locale) {
   window_.create(u"OrvelloTest", u"Test", 320, told_);
@@ -62,10 +67,7 @@ HWND Win32Person::top() {
   return cover ? cover->window : window_.frame();
 }
 
-FormWindow* Win32Person::form() {
-  const HWND found = find_window(top(), [](HWND one) { return class_of(one) == L"OrvelloForm"; });
-  return found ? object_of<FormWindow>(found) : nullptr;
-}
+FormWindow* Win32Person::form() { return form_in(top()); }
 
 void Win32Person::in_front(std::function<void()> person) {
   const ModalCover* below = window_.covers().top();

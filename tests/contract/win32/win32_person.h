@@ -8,6 +8,9 @@
 
 namespace orvello::test {
 
+// The first form that is seen, the window itself or below it; null: none.
+FormWindow* form_in(HWND window);
+
 class Win32Person : public DialogsBench {
  public:
   explicit Win32Person(Win32WindowOptions options = small_screen(),

@@ -103,22 +103,28 @@ inline std::vector<Text> menu_texts(HMENU menu) {
   return texts;
 }
 
-// Goes to an item of the next menu by the keys and takes it; one that is off, or not there, leaves
-// the menu open, which is closed then. `seen` is told the texts.
+// Goes to an item of the open menu by the keys and takes it; false: it is not there.
+inline bool choose_in_menu(HMENU menu, std::uint32_t command) {
+  int steps = 0;
+  bool found = false;
+  for (int i = 0; i < GetMenuItemCount(menu) && !found; ++i) {
+    const UINT id = GetMenuItemID(menu, i);
+    if (id != 0) ++steps;
+    found = id == command && command != 0;
+  }
+  for (int i = 0; found && i < steps; ++i) PostMessageW(GetFocus(), WM_KEYDOWN, VK_DOWN, 0);
+  if (found) PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
+  return found;
+}
+
+// The same in the next menu; an item that is off, or not there, leaves the menu open, which is
+// closed then. `seen` is told the texts.
 inline void choose_in_next_menu(Soon& person, std::uint32_t command,
                                 const std::function<void(std::vector<Text>)>& seen = {}) {
   person.in(60, [&person, command, seen] {
     const HMENU menu = open_menu();
     if (seen) seen(menu_texts(menu));
-    int steps = 0;
-    bool found = false;
-    for (int i = 0; i < GetMenuItemCount(menu) && !found; ++i) {
-      const UINT id = GetMenuItemID(menu, i);
-      if (id != 0) ++steps;
-      found = id == command && command != 0;
-    }
-    for (int i = 0; found && i < steps; ++i) PostMessageW(GetFocus(), WM_KEYDOWN, VK_DOWN, 0);
-    if (found) PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
+    choose_in_menu(menu, command);
     person.in(60, [] { EndMenu(); });
   });
 }
