@@ -157,7 +157,8 @@ int check_file(const std::filesystem::path& path) {
   const HeadlessClock clock = eastern_clock();
   MemoryStore store(clock);
   ProblemList problems(path.string());
-  if (!import_text(store, text, problems)) return std::printf("%s: failed\n", path.c_str());
+  if (!import_text(store, text, problems))
+    return std::printf("%s: failed\n", path.string().c_str());
   const std::string first = export_text(store);
   int lost = 0;
   // The older form comes out in the newer one: its properties are others.
@@ -175,7 +176,8 @@ int check_file(const std::filesystem::path& path) {
   lost += report_missing(path.string() + " (once more)", read_all(first), read_all(same), none);
   const std::size_t before = store.oids({}, {})->size(), after = again.oids({}, {})->size();
   if (before != after)
-    lost += std::printf("%s: %zu appointments, then %zu\n", path.c_str(), before, after) > 0;
+    lost +=
+        std::printf("%s: %zu appointments, then %zu\n", path.string().c_str(), before, after) > 0;
   return lost;
 }
 

@@ -30,7 +30,8 @@ class ScratchFolder {
   ScratchFolder& operator=(const ScratchFolder&) = delete;
   const std::string& path() const { return path_; }
   std::string operator/(const std::string& name) const {
-    return (std::filesystem::path(path_) / name).make_preferred().string();
+    // Also of a name that begins like a whole path.
+    return std::filesystem::path(path_ + "/" + name).make_preferred().string();
   }
   std::size_t files() const {
     return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
