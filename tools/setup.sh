@@ -32,8 +32,7 @@ test_packages=(ccache python3 libgtest-dev libbenchmark-dev clang-format xvfb xa
 # The program for Windows: its compiler, what its libraries are made with, what it runs in, is driven
 # by and is packed with.
 windows_packages=(g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix python3 tcl make wine wine64
-  fonts-wine xdotool
-  imagemagick x11-utils nsis zip)
+  fonts-wine xdotool imagemagick x11-utils nsis zip)
 
 # configure PRESET [CMAKE OPTION...]: once; the build files keep themselves up to date after that.
 configure() {

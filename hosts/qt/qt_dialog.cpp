@@ -7,27 +7,12 @@
 #include "hosts/qt/callbacks.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/window_place.h"
+#include "hosts/shared/dialog_input.h"
 
 namespace orvello {
 namespace {
 
 using Event = DialogEvent::Kind;
-
-// What the message loop hands over: it is told at once, behind what waits.
-bool is_input(Event kind) {
-  switch (kind) {
-    case Event::pointer_down:
-    case Event::pointer_move:
-    case Event::pointer_up:
-    case Event::double_tap:
-    case Event::context_menu:
-    case Event::wheel:
-    case Event::key:
-      return true;
-    default:
-      return false;
-  }
-}
 
 }  // namespace
 

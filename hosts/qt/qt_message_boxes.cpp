@@ -15,6 +15,7 @@
 #include "hosts/qt/modal_layer.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
+#include "hosts/shared/box_choices.h"
 #include "resources/strings.h"
 
 namespace orvello {
@@ -22,40 +23,6 @@ namespace {
 
 constexpr int kBoxWidth = 216;  // fits a 240-pixel screen with a margin
 constexpr int kWideBoxWidth = 300;
-
-struct Choice {
-  BoxAnswer answer;
-  StringId text;
-};
-
-std::vector<Choice> choices_of(BoxButtons buttons) {
-  switch (buttons) {
-    case BoxButtons::ok_cancel:
-    case BoxButtons::ok_cancel_losing:
-      return {{BoxAnswer::ok, StringId::ok}, {BoxAnswer::cancel, StringId::cancel}};
-    case BoxButtons::yes_no:
-    case BoxButtons::yes_no_losing:
-      return {{BoxAnswer::yes, StringId::box_yes}, {BoxAnswer::no, StringId::box_no}};
-    case BoxButtons::yes_no_cancel:
-      return {{BoxAnswer::yes, StringId::box_yes},
-              {BoxAnswer::no, StringId::box_no},
-              {BoxAnswer::cancel, StringId::cancel}};
-    case BoxButtons::ok:
-      break;
-  }
-  return {{BoxAnswer::ok, StringId::ok}};
-}
-
-bool may_lose(BoxButtons buttons) {
-  return buttons == BoxButtons::ok_cancel_losing || buttons == BoxButtons::yes_no_losing;
-}
-
-// Closing a box without choosing is the careful answer.
-BoxAnswer careful_answer(BoxButtons buttons) {
-  if (buttons == BoxButtons::ok) return BoxAnswer::ok;
-  const bool asks = buttons == BoxButtons::yes_no || buttons == BoxButtons::yes_no_losing;
-  return asks ? BoxAnswer::no : BoxAnswer::cancel;
-}
 
 class BoxSheet : public Guarded<QWidget> {
  public:
@@ -144,9 +111,10 @@ BoxAnswer QtMessageBoxes::show(TextView text, TextView caption, BoxIcon icon, Bo
   const Density& density = window_.form_density();
   const QPointer<ModalLayer> layer = new ModalLayer(window_);
   auto* sheet = new BoxSheet(layer, density, text, caption, icon);
-  BoxAnswer given = careful_answer(buttons);
+  const auto choices = box_choices(buttons);
+  BoxAnswer given = choices.back().answer;
   QPushButton* pressed_by_return = nullptr;
-  for (const Choice& choice : choices_of(buttons)) {
+  for (const BoxChoice& choice : choices) {
     QPushButton* button = sheet->add_button(to_qt(load_string(choice.text, *this)));
     on_signal(button, &QPushButton::clicked, layer, [&given, layer, choice] {
       given = choice.answer;

@@ -1,4 +1,5 @@
-// First: the platform's headers keep a name that this uses in passing.
+// First: the platform's headers keep a name that these use in passing.
+#include "hosts/shared/box_choices.h"
 #include "resources/strings.h"
 
 #include "hosts/win32/win32_boxes.h"
@@ -8,30 +9,6 @@
 
 namespace orvello {
 namespace {
-
-using Answers = std::vector<std::pair<BoxAnswer, StringId>>;
-
-Answers answers_of(BoxButtons buttons) {
-  switch (buttons) {
-    case BoxButtons::ok_cancel:
-    case BoxButtons::ok_cancel_losing:
-      return {{BoxAnswer::ok, StringId::ok}, {BoxAnswer::cancel, StringId::cancel}};
-    case BoxButtons::yes_no:
-    case BoxButtons::yes_no_losing:
-      return {{BoxAnswer::yes, StringId::box_yes}, {BoxAnswer::no, StringId::box_no}};
-    case BoxButtons::yes_no_cancel:
-      return {{BoxAnswer::yes, StringId::box_yes},
-              {BoxAnswer::no, StringId::box_no},
-              {BoxAnswer::cancel, StringId::cancel}};
-    case BoxButtons::ok:
-      break;
-  }
-  return {{BoxAnswer::ok, StringId::ok}};
-}
-
-bool would_lose(BoxButtons buttons) {
-  return buttons == BoxButtons::ok_cancel_losing || buttons == BoxButtons::yes_no_losing;
-}
 
 UINT sound_of(BoxIcon icon) {
   if (icon == BoxIcon::error) return MB_ICONERROR;
@@ -52,10 +29,9 @@ BoxAnswer Win32Boxes::show(TextView text, TextView caption, BoxIcon icon, BoxBut
                            bool) {
   if (answer) return answer(text, caption, icon, buttons);
   BoxWindow::Content content{Text(text), Text(caption), icon, {}, 0, BoxAnswer::ok};
-  for (const auto& [given, id] : answers_of(buttons))
-    content.choices.push_back({given, load_string(id, *this)});
-  if (would_lose(buttons)) content.by_return = content.choices.size() - 1;
-  // Closing a box without choosing is the careful answer.
+  for (const BoxChoice& choice : box_choices(buttons))
+    content.choices.push_back({choice.answer, load_string(choice.text, *this)});
+  if (may_lose(buttons)) content.by_return = content.choices.size() - 1;
   content.when_left = content.choices.back().answer;
 
   const FormLook look(

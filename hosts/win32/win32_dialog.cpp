@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "draw/mirrored.h"
+#include "hosts/shared/dialog_input.h"
 #include "hosts/win32/form_paint.h"
 #include "hosts/win32/popup_menu.h"
 
@@ -10,22 +11,6 @@ namespace orvello {
 namespace {
 
 using Event = DialogEvent::Kind;
-
-// What the message loop hands over: it is told at once, behind what waits.
-bool is_input(Event kind) {
-  switch (kind) {
-    case Event::pointer_down:
-    case Event::pointer_move:
-    case Event::pointer_up:
-    case Event::double_tap:
-    case Event::context_menu:
-    case Event::wheel:
-    case Event::key:
-      return true;
-    default:
-      return false;
-  }
-}
 
 }  // namespace
 
