@@ -43,6 +43,36 @@ auto text_in(Record& settings, const SettingField& field, int slot)
   return nullptr;
 }
 
+// The settings key opened once for all that is read from it: opening may be slow.
+class OpenedSettings : public Registry {
+ public:
+  explicit OpenedSettings(Registry& registry)
+      : registry_(registry), key_(registry.open(RegistryRoot::classes_root, kSettingsKey)) {}
+  Text trouble() const override { return registry_.trouble(); }
+  std::unique_ptr<RegistryKey> open(RegistryRoot root, TextView path) override {
+    if (root != RegistryRoot::classes_root || path != kSettingsKey)
+      return registry_.open(root, path);
+    return key_ ? std::make_unique<Lent>(*key_) : nullptr;
+  }
+  std::unique_ptr<RegistryKey> create(RegistryRoot root, TextView path) override {
+    return registry_.create(root, path);
+  }
+
+ private:
+  class Lent : public RegistryKey {
+   public:
+    explicit Lent(RegistryKey& key) : key_(key) {}
+    std::optional<RegistryValue> query(TextView name) const override { return key_.query(name); }
+    bool set(TextView name, const RegistryValue& value) override { return key_.set(name, value); }
+    bool flush() override { return key_.flush(); }
+
+   private:
+    RegistryKey& key_;
+  };
+  Registry& registry_;
+  std::unique_ptr<RegistryKey> key_;
+};
+
 }  // namespace
 
 std::int32_t stored_number_of(Registry& registry, const SettingRow& row, int slot,
@@ -77,9 +107,10 @@ void load_settings_of(LoadStep step, Registry& registry, const LocaleData& local
   int slots = 0;
   for (const SettingRow& row : setting_table())
     if (row.step == step) slots = std::max(slots, row.count);
+  OpenedSettings opened(registry);
   for (int slot = 0; slot < slots; ++slot)
     for (const SettingRow& row : setting_table())
-      if (row.step == step && slot < row.count) load_setting(registry, row, slot, locale, settings);
+      if (row.step == step && slot < row.count) load_setting(opened, row, slot, locale, settings);
 }
 
 bool save_setting(Registry& registry, const SettingsRecord& settings, TextView name, int slot) {

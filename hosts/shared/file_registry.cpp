@@ -55,7 +55,7 @@ class FileRegistry::Key : public RegistryKey {
   Key(FileRegistry& registry, RegistryRoot root, TextView path)
       : registry_(registry), root_(root), path_(path) {}
   std::optional<RegistryValue> query(TextView name) const override {
-    return registry_.current().query(root_, path_, name);
+    return registry_.known().query(root_, path_, name);
   }
   bool set(TextView name, const RegistryValue& value) override {
     registry_.hold({root_, path_, Text(name), value});
@@ -105,6 +105,9 @@ const RegistryText& FileRegistry::current() {
   stamp_ = std::move(stamp);
   return text_;
 }
+
+// An open key shows what stood there when one was opened last: a file may be slow to look at.
+const RegistryText& FileRegistry::known() { return stamp_.empty() ? current() : text_; }
 
 void FileRegistry::hold(Change change) {
   current();

@@ -36,6 +36,7 @@ class FileRegistry : public StoredRegistry {
   };
   void apply_changes(RegistryText& text) const;
   const RegistryText& current();
+  const RegistryText& known();  // as it was when it was looked at last
   void hold(Change change);
   bool flush();
   std::string write();  // why not; empty: written

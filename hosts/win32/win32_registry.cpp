@@ -43,6 +43,30 @@ std::optional<RegistryValue> value_of_bytes(DWORD type, const std::vector<BYTE>&
   return value;
 }
 
+std::optional<RegistryValue> stored_value_in(HKEY key, TextView name) {
+  const Text asked(name);
+  DWORD type = 0, size = 256;
+  std::vector<BYTE> bytes(size);
+  LONG result = ERROR_MORE_DATA;
+  // It may grow between two looks at it.
+  while (result == ERROR_MORE_DATA && size <= kMostBytes) {
+    bytes.resize(size);
+    result = RegQueryValueExW(key, wide(asked), nullptr, &type, bytes.data(), &size);
+  }
+  if (result != ERROR_SUCCESS) return std::nullopt;
+  bytes.resize(size);
+  return value_of_bytes(type, bytes);
+}
+
+// 0: no key.
+std::uint64_t time_of_last_write(HKEY key) {
+  FILETIME time{};
+  if (!key || RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                               nullptr, nullptr, nullptr, &time) != ERROR_SUCCESS)
+    return 0;
+  return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
 LONG set_value(HKEY key, const Text& name, const RegistryValue& value) {
   if (!value.is_text)
     return RegSetValueExW(key, wide(name), 0, REG_DWORD,
@@ -56,10 +80,18 @@ LONG set_value(HKEY key, const Text& name, const RegistryValue& value) {
 
 class Win32Registry::Key : public RegistryKey {
  public:
-  Key(Win32Registry& registry, RegistryRoot root, TextView path)
-      : registry_(registry), root_(root), path_(path) {}
+  Key(Win32Registry& registry, RegistryRoot root, TextView path, HKEY key)
+      : registry_(registry), root_(root), path_(path), key_(key) {}
+  ~Key() override {
+    if (key_) RegCloseKey(key_);
+  }
+  Key(const Key&) = delete;
+  Key& operator=(const Key&) = delete;
   std::optional<RegistryValue> query(TextView name) const override {
-    return registry_.query(root_, path_, name);
+    if (const RegistryValue* held = registry_.held_value(root_, path_, name)) return *held;
+    if (key_) return stored_value_in(key_, name);
+    const OpenRegistryKey made(registry_.open_key(root_, path_));  // by a flush, meanwhile
+    return made ? stored_value_in(made.get(), name) : std::nullopt;
   }
   bool set(TextView name, const RegistryValue& value) override {
     registry_.hold(root_, path_, name, value);
@@ -71,6 +103,7 @@ class Win32Registry::Key : public RegistryKey {
   Win32Registry& registry_;
   RegistryRoot root_;
   Text path_;
+  HKEY key_;
 };
 
 RegistryPlaces registry_of_person() {
@@ -87,10 +120,10 @@ std::pair<HKEY, Text> Win32Registry::whole_path(RegistryRoot root, TextView path
   return {classes ? places_.classes : places_.machine, whole.append(path)};
 }
 
-HKEY Win32Registry::open_key(RegistryRoot root, TextView path, REGSAM rights) const {
+HKEY Win32Registry::open_key(RegistryRoot root, TextView path) const {
   const auto [top, whole] = whole_path(root, path);
   HKEY key = nullptr;
-  return RegOpenKeyExW(top, wide(whole), 0, rights, &key) == ERROR_SUCCESS ? key : nullptr;
+  return RegOpenKeyExW(top, wide(whole), 0, KEY_READ, &key) == ERROR_SUCCESS ? key : nullptr;
 }
 
 bool Win32Registry::is_new() const {
@@ -102,17 +135,12 @@ bool Win32Registry::is_new() const {
 }
 
 std::uint64_t Win32Registry::last_write(const Place& place) const {
-  const OpenRegistryKey key(open_key(place.first, place.second, KEY_READ));
-  FILETIME time{};
-  if (!key || RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                               nullptr, nullptr, nullptr, nullptr, &time) != ERROR_SUCCESS)
-    return 0;
-  return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+  return time_of_last_write(OpenRegistryKey(open_key(place.first, place.second)).get());
 }
 
-void Win32Registry::watch(RegistryRoot root, TextView path) {
+void Win32Registry::watch(RegistryRoot root, TextView path, HKEY key) {
   const Place place{root, upper_ascii(path)};
-  if (!seen_.contains(place)) seen_[place] = last_write(place);
+  if (!seen_.contains(place)) seen_[place] = time_of_last_write(key);
 }
 
 bool Win32Registry::changed_outside() {
@@ -125,40 +153,27 @@ bool Win32Registry::changed_outside() {
 }
 
 std::unique_ptr<RegistryKey> Win32Registry::open(RegistryRoot root, TextView path) {
-  if (!held_.contains({root, upper_ascii(path)}) &&
-      !OpenRegistryKey(open_key(root, path, KEY_READ)))
-    return nullptr;
-  watch(root, path);
-  return std::make_unique<Key>(*this, root, path);
+  const HKEY key = open_key(root, path);
+  if (!key && !held_.contains({root, upper_ascii(path)})) return nullptr;
+  auto opened = std::make_unique<Key>(*this, root, path, key);
+  watch(root, path, key);
+  return opened;
 }
 
 std::unique_ptr<RegistryKey> Win32Registry::create(RegistryRoot root, TextView path) {
-  watch(root, path);
-  if (!OpenRegistryKey(open_key(root, path, KEY_READ)))
-    held_[{root, upper_ascii(path)}].path = Text(path);
-  return std::make_unique<Key>(*this, root, path);
+  const HKEY key = open_key(root, path);
+  auto opened = std::make_unique<Key>(*this, root, path, key);
+  watch(root, path, key);
+  if (!key) held_[{root, upper_ascii(path)}].path = Text(path);
+  return opened;
 }
 
-std::optional<RegistryValue> Win32Registry::query(RegistryRoot root, TextView path,
-                                                  TextView name) const {
-  if (const auto held = held_.find({root, upper_ascii(path)}); held != held_.end())
-    if (const auto value = held->second.values.find(upper_ascii(name));
-        value != held->second.values.end())
-      return value->second.value;
-  const OpenRegistryKey key(open_key(root, path, KEY_READ));
-  if (!key) return std::nullopt;
-  const Text asked(name);
-  DWORD type = 0, size = 256;
-  std::vector<BYTE> bytes(size);
-  LONG result = ERROR_MORE_DATA;
-  // It may grow between two looks at it.
-  while (result == ERROR_MORE_DATA && size <= kMostBytes) {
-    bytes.resize(size);
-    result = RegQueryValueExW(key.get(), wide(asked), nullptr, &type, bytes.data(), &size);
-  }
-  if (result != ERROR_SUCCESS) return std::nullopt;
-  bytes.resize(size);
-  return value_of_bytes(type, bytes);
+const RegistryValue* Win32Registry::held_value(RegistryRoot root, TextView path,
+                                               TextView name) const {
+  const auto held = held_.find({root, upper_ascii(path)});
+  if (held == held_.end()) return nullptr;
+  const auto value = held->second.values.find(upper_ascii(name));
+  return value == held->second.values.end() ? nullptr : &value->second.value;
 }
 
 void Win32Registry::hold(RegistryRoot root, TextView path, TextView name,

@@ -51,11 +51,11 @@ class Win32Registry : public StoredRegistry {
     std::map<Text, HeldValue> values;  // by name in capitals
   };
   std::pair<HKEY, Text> whole_path(RegistryRoot root, TextView path) const;
-  HKEY open_key(RegistryRoot root, TextView path, REGSAM rights) const;  // null: it is not there
-  std::optional<RegistryValue> query(RegistryRoot root, TextView path, TextView name) const;
+  HKEY open_key(RegistryRoot root, TextView path) const;  // null: it is not there
+  const RegistryValue* held_value(RegistryRoot root, TextView path, TextView name) const;
   void hold(RegistryRoot root, TextView path, TextView name, const RegistryValue& value);
   std::uint64_t last_write(const Place& place) const;  // 0: no key
-  void watch(RegistryRoot root, TextView path);
+  void watch(RegistryRoot root, TextView path, HKEY key);
   bool flush();
   LONG write(RegistryRoot root, const HeldKey& key) const;
 

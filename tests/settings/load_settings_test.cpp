@@ -1,5 +1,6 @@
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include "settings/category_props.h"
 #include "settings/color_schemes.h"
@@ -305,6 +306,23 @@ TEST(SettingTable, ReferencePageIsUpToDate) {
   if (page == made) return;
   std::ofstream("settings.md", std::ios::binary) << made;
   FAIL() << "docs/settings.md differs from the table; the new page is in settings.md here";
+}
+
+// Where opening a key is a look at a file, the values would each wait for one.
+TEST_F(SettingsTest, LoadingOpensTheKeyAFewTimesOnly) {
+  struct Counting : MemoryRegistry {
+    std::unique_ptr<RegistryKey> open(RegistryRoot root, TextView path) override {
+      return ++opened, MemoryRegistry::open(root, path);
+    }
+    int opened = 0;
+  } counting;
+  SettingsRecord settings;
+  EnsureSettingsKey(counting);
+  LoadSettings(settings, counting, volume, clock, english_locale(), false, false);
+  const int first = std::exchange(counting.opened, 0);
+  LoadSettings(settings, counting, volume, clock, english_locale(), false, false);
+  EXPECT_LE(counting.opened, 10);
+  EXPECT_LE(first, 20);
 }
 
 TEST_F(SettingsTest, WindowsReadTheirOwnSettings) {
