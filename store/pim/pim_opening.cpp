@@ -28,11 +28,20 @@ using RegisterServer = HRESULT(STDAPICALLTYPE*)();
 
 }  // namespace
 
-bool PimStore::initialize() { return SUCCEEDED(CoInitializeEx(nullptr, 0)); }
+// Where a window stands its host has made the thread ready already, for an apartment of its own:
+// the objects work there too, and it stays the host's.
+bool PimStore::initialize() {
+  const HRESULT result = CoInitializeEx(nullptr, 0);
+  if (result == RPC_E_CHANGED_MODE) ++hosts_apartments_;
+  return SUCCEEDED(result) || result == RPC_E_CHANGED_MODE;
+}
 
 void PimStore::uninitialize() {
   caller_.forget_numbers();
-  CoUninitialize();
+  if (hosts_apartments_ > 0)
+    --hosts_apartments_;
+  else
+    CoUninitialize();
 }
 
 std::unique_ptr<StoreApplication> PimStore::create_application(bool notify) {

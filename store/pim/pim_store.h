@@ -125,7 +125,8 @@ class PimStore : public RecordCalendarStore, public RecordLimits {
   PimNumbers numbers_;
   std::unique_ptr<PimWindow> window_;
   bool delivery_posted_ = false;
-  std::vector<PimApplication*> open_;                      // logged on, in that order
+  int hosts_apartments_ = 0;           // initializations that found the thread ready
+  std::vector<PimApplication*> open_;  // logged on, in that order
   std::unordered_map<std::int32_t, UtcSeconds> modified_;  // what this program wrote, and when
   bool writing_ = false;
   bool spoilt_ = false;  // a write of the transaction failed: it cannot be committed

@@ -178,10 +178,14 @@ HRESULT StandinContact::put(int member, const VARIANT& value) {
 }
 
 HRESULT StandinContact::call(int member, const VARIANT*, VARIANT&) {
-  if (member != kSaveContact) return server().store().erase_contact(contact_.oid) ? S_OK : E_FAIL;
-  const std::int32_t oid = server().store().put_contact(contact_);
-  if (oid == 0) return E_FAIL;
-  contact_.oid = oid;
+  if (member != kSaveContact) {
+    if (!server().store().erase_contact(contact_.oid)) return E_FAIL;
+  } else {
+    const std::int32_t oid = server().store().put_contact(contact_);
+    if (oid == 0) return E_FAIL;
+    contact_.oid = oid;
+  }
+  server().keep();
   return S_OK;
 }
 

@@ -1,8 +1,10 @@
 #include "tests/win32/standin/standin_server.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "store/record_rules.h"
+#include "tests/win32/standin/standin_file.h"
 #include "tests/win32/standin/standin_object.h"
 
 namespace orvello::test {
@@ -51,6 +53,26 @@ StandinServer& StandinServer::of_process() {
 StandinServer::StandinServer() {
   watch_.begin();
   reset();
+  obey_environment();
+}
+
+// For a program that knows nothing of tests: where the store is kept from one start to the next,
+// the call that fails, and how slow all are.
+void StandinServer::obey_environment() {
+  if (const char* file = std::getenv("PIMSTORE_FILE")) {
+    file_ = file;
+    MemoryStore::Contents contents;
+    if (load_standin(file_, contents)) store_->put_back(std::move(contents));
+    keep_released(false);
+  }
+  if (const char* slow = std::getenv("PIMSTORE_SLOW")) be_slow(std::atoi(slow));
+  if (const char* name = std::getenv("PIMSTORE_FAIL"))
+    fail_name(std::wstring(name, name + std::string_view(name).size()).c_str(), E_FAIL, -1);
+}
+
+void StandinServer::keep() {
+  if (!file_.empty() && !save_standin(file_, store_->contents()))
+    add_fault(file_ + " cannot be written");
 }
 
 void StandinServer::reset() {
@@ -117,12 +139,15 @@ void StandinServer::tell(StandinChange change, bool remote) {
 
 std::int32_t StandinServer::put(const AppointmentRecord& record, bool remote) {
   const std::int32_t oid = store_->put(record);
-  if (oid != 0) tell(record.oid == 0 ? StandinChange::created : StandinChange::changed, remote);
+  if (oid == 0) return 0;
+  keep();
+  tell(record.oid == 0 ? StandinChange::created : StandinChange::changed, remote);
   return oid;
 }
 
 bool StandinServer::erase(std::int32_t oid, bool remote) {
   if (!store_->erase(oid)) return false;
+  keep();
   tell(StandinChange::deleted, remote);
   return true;
 }

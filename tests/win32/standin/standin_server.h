@@ -61,6 +61,8 @@ class StandinServer final : public StandinControl {
   // Stored, with the message to those who listen. 0: the store takes no such item.
   std::int32_t put(const AppointmentRecord& record, bool remote = false);
   bool erase(std::int32_t oid, bool remote = false);
+  // Into the file that the environment names, if it names one.
+  void keep();
   void note_beamed() { ++beamed_; }
   void note_sent() { ++sent_; }
 
@@ -99,11 +101,13 @@ class StandinServer final : public StandinControl {
   };
 
   StandinServer();
+  void obey_environment();
   void bury();
 
   StandinClock clock_;
   std::unique_ptr<MemoryStore> store_;
   MemoryStore::Contents remembered_;
+  std::string file_;
   StringWatch watch_;
   std::map<const void*, Listener> listeners_;
   int generation_ = 2;
