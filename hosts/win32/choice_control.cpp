@@ -39,23 +39,42 @@ LRESULT ComboEdit::message(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_LBUTTONDBLCLK:
       if (combo_.sink().covered()) return 0;
       break;
-    case WM_MOUSEWHEEL:  // it scrolls the form: a choice that is passed on the way is not meant
-      return SendMessageW(GetParent(combo_.window()), message, wparam, lparam);
+    case WM_MOUSEWHEEL:
+      return SendMessageW(combo_.window(), message, wparam, lparam);
     case WM_SETFOCUS:
-    case WM_KILLFOCUS:
       InvalidateRect(combo_.window(), nullptr, FALSE);
       break;
+    case WM_KILLFOCUS: {
+      // The platform would go on showing what is selected.
+      DWORD end = 0;
+      SendMessageW(window(), EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
+      SendMessageW(window(), EM_SETSEL, end, static_cast<LPARAM>(end));
+      InvalidateRect(combo_.window(), nullptr, FALSE);
+      break;
+    }
     default:
       break;
   }
   return by_default(message, wparam, lparam);
 }
 
+LRESULT DroppedRows::message(UINT message, WPARAM wparam, LPARAM lparam) {
+  const LRESULT answer = scroll_.take(window(), message, wparam, lparam);
+  if (message != WM_NCPAINT) return answer;
+  RECT whole{};
+  GetWindowRect(window(), &whole);
+  OffsetRect(&whole, -whole.left, -whole.top);
+  const HDC dc = GetWindowDC(window());
+  FrameRect(dc, &whole, look_.brush(look_.colors().edge));
+  ReleaseDC(window(), dc);
+  return answer;
+}
+
 bool ChoiceBoxControl::create(HWND parent) {
   Creation creation;
   creation.window_class = L"COMBOBOX";
-  creation.style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | CBS_HASSTRINGS | CBS_NOINTEGRALHEIGHT |
-                   CBS_OWNERDRAWVARIABLE;
+  creation.style =
+      WS_CHILD | WS_TABSTOP | CBS_HASSTRINGS | CBS_NOINTEGRALHEIGHT | CBS_OWNERDRAWVARIABLE;
   creation.style |= editable() ? CBS_DROPDOWN | CBS_AUTOHSCROLL : CBS_DROPDOWNLIST;
   creation.place = {0, 0, 100, 100};
   creation.parent = parent;
@@ -66,6 +85,9 @@ bool ChoiceBoxControl::create(HWND parent) {
     if (!edit) return false;
     edit_.adopt(edit);
   }
+  const HWND rows = parts_of(window()).hwndList;
+  if (!rows) return false;
+  rows_below_.adopt(rows);
   look_changed();
   if (editable()) set_text(made().text);
   return true;
@@ -93,15 +115,14 @@ RECT ChoiceBoxControl::field_room() const {
 void ChoiceBoxControl::put(const Rect& place) {
   place_ = place;
   RECT whole{};
-  const int row = look().scaled(kTouchHeight);
   SendMessageW(window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(1, place.height - 6));
-  FormControl::put({place.x, place.y, place.width, place.height + row * kRowsAtOnce});
+  FormControl::put({place.x, place.y, place.width, place.height});
   GetWindowRect(window(), &whole);
   const int missing = place.height - (whole.bottom - whole.top);
   if (missing != 0) {
     SendMessageW(window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
                  std::max(1, place.height - 6 + missing));
-    FormControl::put({place.x, place.y, place.width, place.height + row * kRowsAtOnce});
+    FormControl::put({place.x, place.y, place.width, place.height});
   }
   place_edit();
   measure_rows();
@@ -119,18 +140,34 @@ void ChoiceBoxControl::place_edit() {
                MAKELPARAM(std::max(0, side), std::max(0, side)));
 }
 
-// As wide as its rows need, within limits; what is longer wraps.
+// Of all rows in that width, as far as so many are shown at once.
+int ChoiceBoxControl::dropped_height(int width) const {
+  const int most = kRowsAtOnce * look().scaled(kTouchHeight);
+  int high = 0;
+  for (std::size_t row = 0; row < rows_.size() && high <= most; ++row)
+    high += list_row_height(rows_[row], width, look());
+  return high;
+}
+
+// As wide as its rows need, within limits and the form; what is longer wraps. As high as they are.
 void ChoiceBoxControl::measure_rows() {
   int wide = place_.width;
   for (const Text& row : rows_)
     wide = std::max(wide, measured_text(look().font(), row).width + look().scaled(3 * kGrid));
-  wide = std::min(wide, std::max(place_.width, look().scaled(kWideList)));
-  if (static_cast<int>(rows_.size()) > kRowsAtOnce) wide += GetSystemMetrics(SM_CXVSCROLL);
+  wide = std::min(wide, look().scaled(kWideList));
+  RECT form{};
+  GetClientRect(GetParent(window()), &form);
+  const int most = kRowsAtOnce * look().scaled(kTouchHeight), edges = 2;
+  const bool scrolls = dropped_height(wide - edges) > most;
+  if (scrolls) wide += rows_below_.scroll().width();
+  wide = std::max(place_.width, std::min<int>(wide, form.right - place_.x));
   SendMessageW(window(), CB_SETDROPPEDWIDTH, static_cast<WPARAM>(wide), 0);
-  const int bar = static_cast<int>(rows_.size()) > kRowsAtOnce ? GetSystemMetrics(SM_CXVSCROLL) : 0;
+  const int room = wide - edges - (scrolls ? rows_below_.scroll().width() : 0);
   for (std::size_t row = 0; row < rows_.size(); ++row)
-    SendMessageW(window(), CB_SETITEMHEIGHT, row,
-                 list_row_height(rows_[row], wide - bar - 2, look()));
+    SendMessageW(window(), CB_SETITEMHEIGHT, row, list_row_height(rows_[row], room, look()));
+  const int high = std::clamp(dropped_height(room), look().scaled(kTouchHeight), most) + edges;
+  FormControl::put({place_.x, place_.y, place_.width, place_.height + high});
+  rows_below_.scroll().show(rows_below_.window(), scrolls);
 }
 
 void ChoiceBoxControl::put_caret(Caret caret) {
@@ -377,7 +414,10 @@ LRESULT ChoiceBoxControl::control_message(UINT message, WPARAM wparam, LPARAM lp
       if (take_letter(wparam)) return 0;
       break;
     case WM_MOUSEWHEEL:
-      return SendMessageW(GetParent(window()), message, wparam, lparam);
+      // It scrolls the form: a choice that is passed on the way is not meant.
+      if (!is_dropped_down()) return SendMessageW(GetParent(window()), message, wparam, lparam);
+      rows_below_.scroll().turn_wheel(rows_below_.window(), GET_WHEEL_DELTA_WPARAM(wparam));
+      return 0;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORLISTBOX: {

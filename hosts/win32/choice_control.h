@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/win32/form_control.h"
+#include "hosts/win32/list_scroll.h"
 
 namespace orvello {
 
@@ -20,10 +21,27 @@ class ComboEdit : public NativeWindow {
   ChoiceBoxControl& combo_;
 };
 
+// The list that drops down, a window of the platform's own.
+class DroppedRows : public NativeWindow {
+ public:
+  explicit DroppedRows(const FormLook& look)
+      : look_(look),
+        scroll_(look, [this](UINT id, WPARAM w, LPARAM l) { return by_default(id, w, l); }) {}
+  using NativeWindow::adopt;
+  ListScroll& scroll() { return scroll_; }
+
+ protected:
+  LRESULT message(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  const FormLook& look_;
+  ListScroll scroll_;
+};
+
 class ChoiceBoxControl : public FormControl, private ChoiceControl {
  public:
   ChoiceBoxControl(const ControlTemplate& made, const FormLook& look, const ControlSink& sink)
-      : FormControl(made, look, sink), edit_(*this) {}
+      : FormControl(made, look, sink), edit_(*this), rows_below_(look) {}
   bool create(HWND parent) override;
   void put(const Rect& place) override;
   void put_caret(Caret caret) override;
@@ -63,10 +81,12 @@ class ChoiceBoxControl : public FormControl, private ChoiceControl {
   bool take_key(WPARAM key);
   bool take_letter(WPARAM letter);
   void place_edit();
+  int dropped_height(int width) const;
   void measure_rows();
   void paint(HDC given);
 
   ComboEdit edit_;
+  DroppedRows rows_below_;
   std::vector<Text> rows_;
   int selected_ = -1;  // of a drop list
   Text last_;          // of a combo, as it was told

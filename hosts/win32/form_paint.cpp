@@ -4,6 +4,7 @@
 
 #include "draw/readable.h"
 #include "draw/text_direction.h"
+#include "hosts/win32/pixel_shapes.h"
 #include "hosts/win32/wide_text.h"
 
 namespace orvello {
@@ -82,12 +83,38 @@ void paint_round_box(HDC dc, const RECT& room, Color ground, Color edge, int wid
   RoundRect(dc, room.left, room.top, room.right, room.bottom, 2 * corner, 2 * corner);
 }
 
+// Smooth, which the platform's lines are not: over what is there, in a patch of its own.
 void paint_strokes(HDC dc, const POINT* points, int count, Color color, int width) {
-  const LOGBRUSH brush{BS_SOLID, color_ref(color), 0};
-  const OwnedGdi pen(ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND,
-                                  static_cast<DWORD>(width), &brush, 0, nullptr));
-  const Chosen with_pen(dc, pen.get());
-  Polyline(dc, points, count);
+  if (count == 0) return;
+  RECT around{points[0].x, points[0].y, points[0].x + 1, points[0].y + 1};
+  for (int i = 1; i < count; ++i) {
+    const RECT one{points[i].x, points[i].y, points[i].x + 1, points[i].y + 1};
+    UnionRect(&around, &around, &one);
+  }
+  InflateRect(&around, width, width);
+  const Size size{static_cast<int>(around.right - around.left),
+                  static_cast<int>(around.bottom - around.top)};
+  BITMAPINFO info{};
+  info.bmiHeader = {
+      sizeof(BITMAPINFOHEADER), size.width, -size.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* pixels = nullptr;
+  const HDC patch = CreateCompatibleDC(dc);
+  {
+    const OwnedGdi bitmap(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
+    if (bitmap && pixels) {
+      const Chosen with_bitmap(patch, bitmap.get());
+      BitBlt(patch, 0, 0, size.width, size.height, dc, around.left, around.top, SRCCOPY);
+      GdiFlush();
+      std::vector<Point> line;
+      for (int i = 0; i < count; ++i)
+        line.push_back({static_cast<int>(points[i].x - around.left),
+                        static_cast<int>(points[i].y - around.top)});
+      fill_shapes({static_cast<std::uint32_t*>(pixels), size}, {0, 0, size.width, size.height},
+                  line_shapes(line, width), color);
+      BitBlt(dc, around.left, around.top, size.width, size.height, patch, 0, 0, SRCCOPY);
+    }
+  }
+  DeleteDC(patch);
 }
 
 void paint_text(HDC dc, const RECT& room, TextView text, const TextPaint& paint,

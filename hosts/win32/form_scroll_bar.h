@@ -1,34 +1,33 @@
-// A flat scroll bar without arrows, wide enough for a pen.
+// A flat scroll bar in a window of its own, beside what it scrolls.
 #pragma once
 
 #include <functional>
 
-#include "hosts/win32/form_look.h"
+#include "base/geometry.h"
 #include "hosts/win32/native_window.h"
+#include "hosts/win32/scroll_track.h"
 
 namespace orvello {
 
 class FormScrollBar : public NativeWindow {
  public:
-  explicit FormScrollBar(const FormLook& look) : look_(look) {}
-  bool create(HWND parent);
+  explicit FormScrollBar(const FormLook& look, bool vertical = true) : track_(look, vertical) {}
+  bool create(HWND parent);  // hidden
 
   std::function<void(int position)> moved;  // by the person
-  // Of `whole` pixels `page` are seen from `position` on.
-  void set(int whole, int page, int position);
+  // `place` in the parent; without one, or where all of it is seen, it is hidden.
+  void put(const Rect& place, int whole, int page, int position);
 
  protected:
   LRESULT message(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
-  RECT thumb() const;
-  void press(int y);
-  void drag(int y);
-  void paint(HDC given);
+  RECT room() const;
+  void go_on(std::optional<int> position);
 
-  const FormLook& look_;
-  int whole_ = 1, page_ = 1, position_ = 0;
-  int grip_ = -1;  // where in the thumb it is held; -1: it is not
+  ScrollTrack track_;
+  Rect place_;
+  bool seen_ = false;
 };
 
 }  // namespace orvello

@@ -222,9 +222,7 @@ void FormWindow::lay_out() {
   const int room = inside.width - (scrolls ? bar : 0);
   SetWindowPos(view_.window(), nullptr, rtl && scrolls ? inside.x + bar : inside.x, inside.y, room,
                inside.height, SWP_NOZORDER | SWP_NOACTIVATE);
-  SetWindowPos(bar_.window(), nullptr, rtl ? inside.x : inside.right() - bar, inside.y, bar,
-               inside.height,
-               SWP_NOZORDER | SWP_NOACTIVATE | (scrolls ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+  bar_place_ = {rtl ? inside.x : inside.right() - bar, inside.y, bar, inside.height};
   body_size_ = {std::max(layout.body.width, room), std::max(layout.body.height, inside.height)};
   for (std::size_t i = 0; i < made_.size(); ++i) {
     if (!made_[i].control) continue;
@@ -248,7 +246,7 @@ void FormWindow::scroll_to(int x, int y) {
   const int left = look_.right_to_left() ? room.right - body_size_.width + x : -x;
   SetWindowPos(body_.window(), nullptr, left, -y, body_size_.width, body_size_.height,
                SWP_NOZORDER | SWP_NOACTIVATE);
-  bar_.set(body_size_.height, room.bottom, y);
+  bar_.put(bar_place_, body_size_.height, room.bottom, y);
 }
 
 void FormWindow::set_seen(bool seen) {

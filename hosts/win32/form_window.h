@@ -135,6 +135,7 @@ class FormWindow : public NativeWindow {
   bool shown_ = false;
   int step_ = 0;
   Size body_size_;
+  Rect bar_place_;
   Point scrolled_{};
   ControlSink sink_;
   FormGround view_, body_;

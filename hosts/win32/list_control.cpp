@@ -47,10 +47,9 @@ void draw_list_row(const DRAWITEMSTRUCT& item, TextView text, const FormLook& lo
 bool ListBoxControl::create(HWND parent) {
   Creation creation;
   creation.window_class = L"LISTBOX";
-  creation.style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_HASSTRINGS |
-                   LBS_OWNERDRAWVARIABLE | LBS_NOINTEGRALHEIGHT;
+  creation.style = WS_CHILD | WS_TABSTOP | LBS_NOTIFY | LBS_HASSTRINGS | LBS_OWNERDRAWVARIABLE |
+                   LBS_NOINTEGRALHEIGHT;
   if (several()) creation.style |= LBS_MULTIPLESEL;
-  if (look().right_to_left()) creation.extended_style = WS_EX_LEFTSCROLLBAR;
   creation.place = {0, 0, 0, 0};
   creation.parent = parent;
   creation.id = id();
@@ -72,9 +71,21 @@ void ListBoxControl::put(const Rect& place) {
 
 void ListBoxControl::measure_rows() {
   RECT room{};
-  GetClientRect(window(), &room);
+  GetWindowRect(window(), &room);
+  const int edges = 2 * std::max(1, look().scaled(kFieldEdge));
+  const int width = static_cast<int>(room.right - room.left) - edges,
+            height = static_cast<int>(room.bottom - room.top) - edges;
+  if (width <= 0 || height <= 0) return;
+  bool scrolls = false;
+  for (std::size_t row = 0, all = 0; row < rows_.size() && !scrolls; ++row) {
+    all += static_cast<std::size_t>(list_row_height(rows_[row], width, look()));
+    scrolls = all > static_cast<std::size_t>(height);
+  }
+  const int room_of_rows = width - (scrolls ? scroll_.width() : 0);
   for (std::size_t row = 0; row < rows_.size(); ++row)
-    SendMessageW(window(), LB_SETITEMHEIGHT, row, list_row_height(rows_[row], room.right, look()));
+    SendMessageW(window(), LB_SETITEMHEIGHT, row,
+                 list_row_height(rows_[row], room_of_rows, look()));
+  scroll_.show(window(), scrolls);
   InvalidateRect(window(), nullptr, FALSE);
 }
 
@@ -180,7 +191,19 @@ std::optional<LRESULT> ListBoxControl::reflected(UINT message, WPARAM wparam, LP
   }
 }
 
+// A list that shows all of its rows leaves the wheel to its form.
+void ListBoxControl::turn_wheel(int delta) {
+  if (scroll_.is_shown()) return scroll_.turn_wheel(window(), delta);
+  sink().scroll_form(-delta * 3 * look().scaled(5 * kGrid) / WHEEL_DELTA);
+}
+
 LRESULT ListBoxControl::control_message(UINT message, WPARAM wparam, LPARAM lparam) {
+  const bool beside = message == WM_NCLBUTTONDOWN || message == WM_NCLBUTTONDBLCLK;
+  if (beside && sink().covered()) return 0;
+  return scroll_.take(window(), message, wparam, lparam);
+}
+
+LRESULT ListBoxControl::platform_message(UINT message, WPARAM wparam, LPARAM lparam) {
   const auto rest = [this](UINT id, WPARAM w, LPARAM l) { return by_default(id, w, l); };
   if (const auto answer = frame_.take(window(), message, wparam, lparam, rest)) return *answer;
   switch (message) {
@@ -191,6 +214,9 @@ LRESULT ListBoxControl::control_message(UINT message, WPARAM wparam, LPARAM lpar
       SetCapture(window());
       return 0;
     case WM_MOUSEMOVE:
+      return 0;
+    case WM_MOUSEWHEEL:
+      if (!sink().covered()) turn_wheel(GET_WHEEL_DELTA_WPARAM(wparam));
       return 0;
     case WM_LBUTTONUP: {
       if (GetCapture() != window()) return 0;

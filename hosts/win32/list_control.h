@@ -3,6 +3,7 @@
 
 #include "hosts/win32/field_frame.h"
 #include "hosts/win32/form_control.h"
+#include "hosts/win32/list_scroll.h"
 
 namespace orvello {
 
@@ -13,7 +14,9 @@ int list_row_height(TextView text, int width, const FormLook& look);
 class ListBoxControl : public FormControl, private ListControl {
  public:
   ListBoxControl(const ControlTemplate& made, const FormLook& look, const ControlSink& sink)
-      : FormControl(made, look, sink), frame_(look) {}
+      : FormControl(made, look, sink),
+        frame_(look),
+        scroll_(look, [this](UINT id, WPARAM w, LPARAM l) { return platform_message(id, w, l); }) {}
   bool create(HWND parent) override;
   void put(const Rect& place) override;
   void look_changed() override;
@@ -35,11 +38,14 @@ class ListBoxControl : public FormControl, private ListControl {
 
   bool several() const { return kind() == ControlTemplate::Kind::multi_list; }
   bool is_row(int row) const { return row >= 0 && row < static_cast<int>(rows_.size()); }
+  LRESULT platform_message(UINT message, WPARAM wparam, LPARAM lparam);
   int row_at(LPARAM point) const;
+  void turn_wheel(int delta);
   void measure_rows();
   void tap(int row);
 
   FieldFrame frame_;
+  ListScroll scroll_;
   std::vector<Text> rows_;
 };
 

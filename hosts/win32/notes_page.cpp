@@ -96,11 +96,11 @@ void NotesWindow::place_page() {
   SetWindowPos(edit_.window(), nullptr, edge - left_, edge - top_ + inside, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   const Rect all = room();
-  const int bar = look().scaled(kScrollBarWidth), line = look().scaled(kNotesWheelLine);
+  const int bar = look().scaled(kScrollBarWidth);
   down_.put({all.x + view_size_.width, all.y, bar, view_size_.height}, page_.height,
-            view_size_.height, top_, line);
+            view_size_.height, top_);
   sideways_.put({all.x, all.y + view_size_.height, view_size_.width, bar}, page_.width,
-                view_size_.width, left_, line);
+                view_size_.width, left_);
   RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 

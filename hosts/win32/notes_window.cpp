@@ -67,7 +67,7 @@ bool NotesWindow::create(HWND parent) {
   creation.parent = parent;
   creation.id = id();
   if (!create_own(creation) || !view_.create(window()) || !edit_.create(view_.window()) ||
-      !down_.create(window(), true) || !sideways_.create(window(), false))
+      !down_.create(window()) || !sideways_.create(window()))
     return false;
   edit_.first = [this](UINT message, WPARAM wparam, LPARAM lparam) {
     return edit_message(message, wparam, lparam);
@@ -373,12 +373,6 @@ LRESULT NotesWindow::control_message(UINT message, WPARAM wparam, LPARAM lparam)
       return 0;
     case WM_SIZE:
       lay_out();
-      return 0;
-    case WM_VSCROLL:
-      down_.take(wparam, lparam);
-      return 0;
-    case WM_HSCROLL:
-      sideways_.take(wparam, lparam);
       return 0;
     case WM_ERASEBKGND:
       return 1;

@@ -8,8 +8,8 @@
 
 #include "hosts/shared/notes_history.h"
 #include "hosts/win32/form_control.h"
+#include "hosts/win32/form_scroll_bar.h"
 #include "hosts/win32/notes_edit.h"
-#include "hosts/win32/scroll_bar.h"
 
 namespace orvello {
 
@@ -31,7 +31,10 @@ class NotesView : public NativeWindow {
 class NotesWindow : public FormControl, private NotesControl {
  public:
   NotesWindow(ControlTemplate made, const FormLook& look, const ControlSink& sink)
-      : FormControl(std::move(made), look, sink), view_(*this) {}
+      : FormControl(std::move(made), look, sink),
+        view_(*this),
+        down_(look),
+        sideways_(look, false) {}
 
   bool create(HWND parent) override;
   void put(const Rect& place) override;
@@ -97,7 +100,7 @@ class NotesWindow : public FormControl, private NotesControl {
 
   NotesView view_;
   NotesEdit edit_;
-  ScrollBar down_, sideways_;
+  FormScrollBar down_, sideways_;
   NotesTool tool_ = NotesTool::text;
   NotesText text_;
   NotesState now_;  // its text and runs are those of text_

@@ -37,6 +37,8 @@ Text spoken(const ReportRow& row) {
 
 ReportWindow::ReportWindow(ControlTemplate made, const FormLook& look, const ControlSink& sink)
     : PointedControl(std::move(made), look, sink),
+      down_(look),
+      sideways_(look, false),
       motion_([this](double pixels) { return scroll_on(pixels); }) {}
 
 bool ReportWindow::create(HWND parent) {
@@ -46,8 +48,7 @@ bool ReportWindow::create(HWND parent) {
   creation.place = {};
   creation.parent = parent;
   creation.id = id();
-  if (!create_own(creation) || !down_.create(window(), true) || !sideways_.create(window(), false))
-    return false;
+  if (!create_own(creation) || !down_.create(window()) || !sideways_.create(window())) return false;
   down_.moved = [this](int position) {
     end_glide();
     scroll_to(position);
@@ -109,14 +110,13 @@ void ReportWindow::lay_out() {
 void ReportWindow::place_bars() {
   if (!down_.window() || !sideways_.window()) return;
   const Rect rows = pane_.view(), all = room();
-  const int line = look().scaled(kWheelLine);
   const Rect beside{rows.right(), 0, all.width - rows.width, rows.bottom()};
   const Rect below{0, rows.bottom(), rows.width, all.height - rows.bottom()};
-  down_.put(beside.empty() ? Rect{} : turned(beside), pane_.rows_height(), rows.height, pane_.top(),
-            line);
+  down_.put(beside.empty() ? Rect{} : turned(beside), pane_.rows_height(), rows.height,
+            pane_.top());
   const int left = look().right_to_left() ? pane_.farthest() - pane_.left() : pane_.left();
   sideways_.put(below.empty() || !pane_.scrolls_sideways() ? Rect{} : turned(below),
-                pane_.whole_width(), rows.width, left, line);
+                pane_.whole_width(), rows.width, left);
 }
 
 void ReportWindow::set_content(ReportContent content) {
@@ -242,7 +242,7 @@ void ReportWindow::paint_edge(HDC screen) const {
   const bool focused = GetFocus() == window();
   if (border() == 0 && !(focused && keys_used_)) return;
   const Size size = client_size();
-  const int width = border() > 0 ? border() : std::max(2, look().scaled(2));
+  const int width = focused ? std::max(2, look().scaled(2)) : border();
   const HBRUSH brush = look().brush(focused ? look().colors().accent : look().colors().edge);
   const RECT edges[] = {{0, 0, size.width, width},
                         {0, size.height - width, size.width, size.height},
@@ -274,12 +274,6 @@ LRESULT ReportWindow::control_message(UINT message, WPARAM wparam, LPARAM lparam
       return 1;
     case WM_SIZE:
       lay_out();
-      return 0;
-    case WM_VSCROLL:
-      down_.take(wparam, lparam);
-      return 0;
-    case WM_HSCROLL:
-      sideways_.take(wparam, lparam);
       return 0;
     case WM_TIMER:
       if (wparam == kGlideTimer) glide_on();

@@ -5,8 +5,8 @@
 
 #include "draw/report_pane.h"
 #include "hosts/shared/glide_motion.h"
+#include "hosts/win32/form_scroll_bar.h"
 #include "hosts/win32/pointed_control.h"
-#include "hosts/win32/scroll_bar.h"
 #include "hosts/win32/win32_surface.h"
 
 namespace orvello {
@@ -64,7 +64,7 @@ class ReportWindow : public PointedControl, public ReportList, private Accessibl
   void press_accessible(int part) override;
 
   ReportPane pane_;
-  ScrollBar down_, sideways_;
+  FormScrollBar down_, sideways_;
   std::unique_ptr<Win32Surface> surface_;  // as large as the room
   Size surface_size_;
   std::vector<int> selected_;
