@@ -457,10 +457,9 @@ void ChoiceBoxControl::paint(HDC given) {
     TextPaint how;
     how.font = look().font();
     how.color = enabled ? colors.text : colors.dim_text;
-    RECT room = field_room();
-    const int side = look().scaled(1.5 * kGrid) - look().scaled(kFieldEdge);
-    room.left += side;
-    room.right -= side;
+    const RECT room =
+        turned_room({look().scaled(1.5 * kGrid), 0, whole.right - arrow_width(), whole.bottom},
+                    whole.right, look().right_to_left());
     paint_text(paint.dc(), room, text(), how, look());
   }
   const RECT arrow = turned_room({whole.right - arrow_width(), 0, whole.right, whole.bottom},

@@ -1,12 +1,9 @@
 #include "hosts/win32/date_controls.h"
 
-#include <commctrl.h>
-
-#include <algorithm>
 #include <utility>
 
 #include "draw/mirrored.h"
-#include "hosts/win32/date_system_time.h"
+#include "hosts/win32/form_paint.h"
 #include "hosts/win32/wide_text.h"
 
 namespace orvello {
@@ -14,34 +11,29 @@ namespace {
 
 using Event = DialogEvent::Kind;
 
-constexpr int kMostLetters = 20, kLeastLetters = 8;  // design units
-
 }  // namespace
 
-void DatedControl::set_name(const Text& name) {
-  FormControl::set_name(name);
-  SetWindowTextW(window(), wide(name));
-}
-
-bool DatedControl::create_dated(HWND parent, const wchar_t* window_class, DWORD style,
-                                DWORD extended_style) {
-  const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_DATE_CLASSES};
-  InitCommonControlsEx(&classes);
+bool DatedControl::create_dated(HWND parent, const wchar_t* window_class) {
   Creation creation;
   creation.window_class = window_class;
-  creation.style = WS_CHILD | WS_CLIPSIBLINGS | style;
-  creation.extended_style = extended_style;
+  creation.style = WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP;
   creation.place = {};
   creation.parent = parent;
   creation.id = id();
-  return create_control(creation) != nullptr;
+  return create_own(creation) != nullptr;
 }
 
-std::optional<MonthDayYear> DatedControl::after_key(UINT key) const {
+std::optional<MonthDayYear> DatedControl::after_key(const MonthDayYear& date, UINT key) const {
   const bool by_years = is_key_held(VK_CONTROL) || is_key_held(VK_SHIFT);
-  const std::uint32_t turned = look().right_to_left() ? mirrored_key(key) : key;
-  const auto date = date_after_key(date_, turned, by_years);
-  return date == date_ ? std::nullopt : date;
+  return date_after_key(date, look().right_to_left() ? mirrored_key(key) : key, by_years);
+}
+
+MonthDayYear DatedControl::after_wheel(const MonthDayYear& date, WPARAM wparam) {
+  MonthDayYear moved = date;
+  int notches = wheel_.take(GET_WHEEL_DELTA_WPARAM(wparam), false);
+  for (; notches != 0; notches += notches > 0 ? -1 : 1)
+    moved = date_after_key(moved, notches > 0 ? VK_PRIOR : VK_NEXT, false).value_or(moved);
+  return moved;
 }
 
 void DatedControl::Handle::set_date(const MonthDayYear& date) {
@@ -62,113 +54,112 @@ void DatedControl::Handle::set_picture(TextView picture) {
 }
 
 bool CalendarControl::create(HWND parent) {
-  const DWORD turned = look().right_to_left() ? WS_EX_LAYOUTRTL : 0;
-  if (!create_dated(parent, MONTHCAL_CLASSW, MCS_NOTODAY, turned)) return false;
+  if (!create_dated(parent, L"OrvelloCalendar")) return false;
+  face_.set_windows(window(), window());
   look_changed();
-  limit_calendar(window());
   date_is_set();
   return true;
 }
 
-void CalendarControl::look_changed() {
-  color_calendar(window(), look().colors());
-  letters_ = 0;
-  put(place_);
-}
-
-// As large as it can be in its place, in whose middle it stands: in more room the platform would
-// show more months.
 void CalendarControl::put(const Rect& place) {
-  if (Size{place.width, place.height} != Size{place_.width, place_.height} || letters_ == 0)
-    fit_letters({place.width, place.height});
-  place_ = place;
-  const int width = std::min(needed_.width, place.width);
-  const int height = std::min(needed_.height, place.height);
-  FormControl::put(
-      {place.x + (place.width - width) / 2, place.y + (place.height - height) / 2, width, height});
+  FormControl::put(place);
+  face_.set_size({place.width, place.height});
+  InvalidateRect(window(), nullptr, FALSE);
 }
 
-void CalendarControl::write_letters(int height) {
-  letters_ = height;
-  SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(look().font(height, false)), FALSE);
-  RECT needed{};
-  SendMessageW(window(), MCM_GETMINREQRECT, 0, reinterpret_cast<LPARAM>(&needed));
-  needed_ = {static_cast<int>(needed.right), static_cast<int>(needed.bottom)};
-}
-
-// What it needs grows with its letters: from one size the right one is nearly known. Each change of
-// its font costs some versions of the platform one that they never give back.
-void CalendarControl::fit_letters(Size room) {
-  if (room.width <= 0 || room.height <= 0) return;
-  const int least = look().scaled(kLeastLetters), most = look().scaled(kMostLetters);
-  if (letters_ == 0) write_letters(look().scaled(kTextSize));
-  const double share = std::min(1.0 * room.width / std::max(1, needed_.width),
-                                1.0 * room.height / std::max(1, needed_.height));
-  const int wanted = std::clamp(static_cast<int>(letters_ * share), least, most);
-  if (wanted != letters_) write_letters(wanted);
-  while (letters_ > least && (needed_.width > room.width || needed_.height > room.height))
-    write_letters(letters_ - 1);
+void CalendarControl::set_name(const Text& name) {
+  FormControl::set_name(name);
+  face_.set_name(name);
 }
 
 void CalendarControl::date_is_set() {
-  const bool before = std::exchange(setting_, true);
-  const SYSTEMTIME time = system_time_of(date_);
-  SendMessageW(window(), MCM_SETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
-  setting_ = before;
+  face_.set_date(date_);
+  InvalidateRect(window(), nullptr, FALSE);
 }
 
 void CalendarControl::calendar_is_set() {
-  const bool before = std::exchange(setting_, true);
-  set_weeks(window(), today_, monday_first_);
-  setting_ = before;
+  face_.set_calendar(today_, monday_first_);
+  InvalidateRect(window(), nullptr, FALSE);
 }
 
 bool CalendarControl::uses_key(UINT key) const {
   return moves_date(key) || key == VK_RETURN || key == VK_SPACE;
 }
 
-bool CalendarControl::move_to(const MonthDayYear& date) {
-  if (date == date_) return false;
+void CalendarControl::move_to(const MonthDayYear& date) {
+  if (date == date_) return;
   date_ = date;
   date_is_set();
-  NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
-  return true;
+  AccessibleWindow::tell(window(), EVENT_OBJECT_FOCUS, face_.selected_part());
+  tell(Event::changed);
+}
+
+void CalendarControl::tap(int part) {
+  if (part < 0) return;
+  move_to(face_.pad().target(part));
+  if (CalendarFace::is_day(part)) tell(Event::taken);
+}
+
+bool CalendarControl::press_key(UINT key) {
+  if (key == VK_RETURN || key == VK_SPACE) return tell(Event::taken), true;
+  if (const auto date = after_key(date_, key)) move_to(*date);
+  return moves_date(key);
 }
 
 LRESULT CalendarControl::control_message(UINT message, WPARAM wparam, LPARAM lparam) {
-  if (message == WM_KEYDOWN) {
-    const auto key = static_cast<UINT>(wparam);
-    if (key == VK_RETURN || key == VK_SPACE) return tell(Event::taken), 0;
-    if (const auto date = after_key(key); date && move_to(*date)) return tell(Event::changed), 0;
-    if (moves_date(key)) return 0;
-  }
-  if (message == WM_CHAR) return 0;
-  if (message == WM_LBUTTONDOWN) {
-    if (sink().covered()) return 0;
-    take_focus();
-  }
-  if (message == WM_MOUSEWHEEL) {
-    if (sink().covered()) return 0;
-    const int notches = GET_WHEEL_DELTA_WPARAM(wparam) / WHEEL_DELTA;
-    const auto date = date_after_key(date_, notches > 0 ? VK_PRIOR : VK_NEXT, false);
-    if (notches != 0 && date && move_to(*date)) tell(Event::changed);
-    return 0;
+  const POINT at{static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
+  switch (message) {
+    case WM_PAINT:
+    case WM_PRINTCLIENT: {
+      const BufferedPaint painting(window(), reinterpret_cast<HDC>(wparam));
+      face_.paint(painting.dc(), GetFocus() == window());
+      return 0;
+    }
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      if (sink().covered()) return 0;
+      take_focus();
+      SetCapture(window());
+      face_.press(at);
+      InvalidateRect(window(), nullptr, FALSE);
+      return 0;
+    case WM_LBUTTONUP: {
+      const int part = GetCapture() == window() ? face_.release(at) : -1;
+      if (GetCapture() == window()) ReleaseCapture();
+      InvalidateRect(window(), nullptr, FALSE);
+      if (!sink().covered()) tap(part);
+      return 0;
+    }
+    case WM_CAPTURECHANGED:
+      face_.let_go();
+      InvalidateRect(window(), nullptr, FALSE);
+      return 0;
+    case WM_MOUSEWHEEL:
+      if (!sink().covered()) move_to(after_wheel(date_, wparam));
+      return 0;
+    case WM_KEYDOWN:
+      if (press_key(static_cast<UINT>(wparam))) return 0;
+      break;
+    case WM_CHAR:
+      return 0;
+    case WM_SETFOCUS:
+      AccessibleWindow::tell(window(), EVENT_OBJECT_FOCUS, face_.selected_part());
+      [[fallthrough]];
+    case WM_KILLFOCUS:
+      InvalidateRect(window(), nullptr, FALSE);
+      return 0;
+    case CalendarFace::kPressPart:
+      if (wparam < MonthPad::kParts && !sink().covered()) tap(static_cast<int>(wparam));
+      return 0;
+    case WM_GETOBJECT:
+      if (const auto answer = face_.answer(wparam, lparam)) return *answer;
+      break;
+    default:
+      break;
   }
   return by_default(message, wparam, lparam);
-}
-
-std::optional<LRESULT> CalendarControl::reflected(UINT message, WPARAM, LPARAM lparam) {
-  if (message != WM_NOTIFY || setting_) return {};
-  const UINT code = reinterpret_cast<const NMHDR*>(lparam)->code;
-  if (code != MCN_SELCHANGE && code != MCN_SELECT) return {};
-  SYSTEMTIME time{};
-  SendMessageW(window(), MCM_GETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
-  const MonthDayYear chosen = date_of(time);
-  const bool other = is_real_date(chosen) && chosen != date_;
-  if (other) date_ = chosen;
-  if (other) tell(Event::changed);
-  if (code == MCN_SELECT) tell(Event::taken);
-  return 0;
 }
 
 }  // namespace orvello

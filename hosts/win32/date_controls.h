@@ -1,9 +1,13 @@
-// What a date is chosen in. The platform's controls are what is seen and tapped; the date is kept
-// here, also one that a control of the platform would not take, and keys are alike on all versions.
+// What a date is chosen in, drawn here: the platform's own controls are too small for a finger and
+// speak the system's language. Keys are alike on all systems.
 #pragma once
 
+#include <memory>
+
 #include "hosts/shared/date_keys.h"
+#include "hosts/win32/calendar_face.h"
 #include "hosts/win32/form_control.h"
+#include "hosts/win32/wheel_turns.h"
 
 namespace orvello {
 
@@ -12,17 +16,20 @@ class DatedControl : public FormControl {
   DatedControl(ControlTemplate made, const FormLook& look, const ControlSink& sink)
       : FormControl(std::move(made), look, sink), handle_(*this) {}
   DateControl* date() final { return &handle_; }
-  void set_name(const Text& name) override;
+  // The calendar that is seen, and its window; null: none is.
+  virtual const CalendarFace* face() const = 0;
+  virtual HWND face_window() const = 0;
 
  protected:
   virtual void date_is_set() = 0;
   virtual void calendar_is_set() = 0;
   virtual void picture_is_set() {}
-  bool create_dated(HWND parent, const wchar_t* window_class, DWORD style,
-                    DWORD extended_style = 0);
-  // Where a key of this moment leads; nothing: nowhere, or to the same date.
-  std::optional<MonthDayYear> after_key(UINT key) const;
+  bool create_dated(HWND parent, const wchar_t* window_class);
+  // Where a key of this moment leads from a date; nothing: nowhere.
+  std::optional<MonthDayYear> after_key(const MonthDayYear& date, UINT key) const;
   static bool moves_date(UINT key) { return key >= VK_PRIOR && key <= VK_DOWN; }
+  // A turn of the wheel, in months.
+  MonthDayYear after_wheel(const MonthDayYear& date, WPARAM wparam);
 
   MonthDayYear date_{1, 1, 2000}, today_{};
   bool monday_first_ = false;
@@ -38,17 +45,20 @@ class DatedControl : public FormControl {
     DatedControl& control;
   };
   Handle handle_;
+  WheelTurns wheel_;
 };
 
-// A month, in letters as large as its place allows.
+// A month that fills its place.
 class CalendarControl : public DatedControl {
  public:
-  using DatedControl::DatedControl;
+  CalendarControl(ControlTemplate made, const FormLook& look, const ControlSink& sink)
+      : DatedControl(std::move(made), look, sink), face_(look) {}
   bool create(HWND parent) override;
   void put(const Rect& place) override;
-  void look_changed() override;
+  void set_name(const Text& name) override;
   bool uses_key(UINT key) const override;
-  std::optional<LRESULT> reflected(UINT message, WPARAM wparam, LPARAM lparam) override;
+  const CalendarFace* face() const override { return &face_; }
+  HWND face_window() const override { return window(); }
 
  protected:
   void date_is_set() override;
@@ -56,26 +66,44 @@ class CalendarControl : public DatedControl {
   LRESULT control_message(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
-  bool move_to(const MonthDayYear& date);  // false: it is there
-  void fit_letters(Size room);
-  void write_letters(int height);
+  void move_to(const MonthDayYear& date);  // as a person does
+  void tap(int part);
+  bool press_key(UINT key);
 
-  Rect place_;
-  int letters_ = 0;  // their height; 0: not written yet
-  Size needed_;      // with them
-  bool setting_ = false;
+  CalendarFace face_;
 };
 
-// A field with a date in the program's own words, which drops the platform's calendar down.
-class DatePickerControl : public DatedControl {
+// The calendar that a picker drops down: above all else in the main window. It only shows; the
+// field, which holds the pointer meanwhile, takes what is done.
+class DroppedCalendar : public NativeWindow {
+ public:
+  DroppedCalendar(const FormLook& look, HWND field);
+  CalendarFace& face() { return face_; }
+  const CalendarFace& face() const { return face_; }
+  bool open();  // below the field, else above it
+  void refresh() { InvalidateRect(window(), nullptr, FALSE); }
+
+ protected:
+  LRESULT message(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  const FormLook& look_;
+  HWND field_;
+  CalendarFace face_;
+};
+
+// A field with a date in the program's own words, which drops a calendar down.
+class DatePickerControl : public DatedControl, private AccessibleSource {
  public:
   using DatedControl::DatedControl;
   bool create(HWND parent) override;
-  void look_changed() override;
+  void put(const Rect& place) override;
   bool uses_key(UINT key) const override;
-  bool is_dropped_down() const override;
+  bool is_dropped_down() const override { return dropped_ != nullptr; }
   void close_drop() override;
-  std::optional<LRESULT> reflected(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void press() override { drop(); }
+  const CalendarFace* face() const override { return dropped_ ? &dropped_->face() : nullptr; }
+  HWND face_window() const override { return dropped_ ? dropped_->window() : nullptr; }
 
  protected:
   void date_is_set() override;
@@ -84,17 +112,23 @@ class DatePickerControl : public DatedControl {
   LRESULT control_message(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
-  HWND calendar() const;  // the one that is down; null: none
   void drop();
-  void dropped();
-  void closed();
+  void take();
+  void tap(int part);
+  void take_pointer(UINT message, LPARAM lparam);
   bool press_key(UINT key);
+  bool press_dropped_key(UINT key);
   void show_date(const MonthDayYear& date);
   Text shown() const;
-  void paint();
+  void paint(HDC given);
 
-  bool tapped_ = false;  // a day of the calendar that is down
-  bool setting_ = false;
+  AccessiblePart accessible_self() override;
+  int accessible_count() override { return 0; }
+  AccessiblePart accessible_part(int) override { return {}; }
+  void press_accessible(int) override;
+
+  std::unique_ptr<DroppedCalendar> dropped_;
+  AccessibleWindow accessible_{*this};
 };
 
 }  // namespace orvello

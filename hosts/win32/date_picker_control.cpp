@@ -1,12 +1,12 @@
-// The field of a date picker: drawn here, as the platform's writes in the system's language.
-#include <windows.h>
+// The field of a date picker, and the calendar that it drops down.
+#include <oleacc.h>
 
-#include <commctrl.h>
+#include <algorithm>
 
 #include "calendar/date_pictures.h"
 #include "hosts/win32/date_controls.h"
-#include "hosts/win32/date_system_time.h"
 #include "hosts/win32/form_paint.h"
+#include "hosts/win32/pointed_control.h"
 #include "hosts/win32/wide_text.h"
 
 namespace orvello {
@@ -14,40 +14,90 @@ namespace {
 
 using Event = DialogEvent::Kind;
 
-constexpr UINT kCloseCalendar = DTM_FIRST + 13;  // of newer versions
-constexpr int kDroppedLetters = 14;              // design units: a day is as wide as a finger needs
+constexpr int kDroppedWidth = 224, kDroppedHeight = 208;  // design units: a day is 7 mm wide
 
 }  // namespace
 
+DroppedCalendar::DroppedCalendar(const FormLook& look, HWND field)
+    : look_(look), field_(field), face_(look) {}
+
+bool DroppedCalendar::open() {
+  const HWND ground = GetAncestor(field_, GA_ROOT);
+  RECT around{}, field{};
+  GetClientRect(ground, &around);
+  GetClientRect(field_, &field);
+  MapWindowPoints(field_, ground, reinterpret_cast<POINT*>(&field), 2);
+  const LONG edge = std::max(1, look_.scaled(1));
+  const LONG wide = std::min(look_.scaled(kDroppedWidth) + 2 * edge, around.right);
+  const LONG tall = std::min(look_.scaled(kDroppedHeight) + 2 * edge, around.bottom);
+  const bool below = field.bottom + tall <= around.bottom || field.top < tall;
+  const LONG y = std::clamp(below ? field.bottom : field.top - tall, 0L, around.bottom - tall);
+  const LONG x = look_.right_to_left() ? field.right - wide : field.left;
+  Creation creation;
+  creation.window_class = L"OrvelloDroppedCalendar";
+  creation.style = WS_CHILD | WS_CLIPSIBLINGS;
+  const LONG left = std::clamp(x, 0L, around.right - wide);
+  creation.place = {left, y, left + wide, y + tall};
+  creation.parent = ground;
+  if (!create_own(creation)) return false;
+  face_.set_windows(window(), field_);
+  face_.set_size({static_cast<int>(wide - 2 * edge), static_cast<int>(tall - 2 * edge)});
+  SetWindowPos(window(), HWND_TOP, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+  return true;
+}
+
+LRESULT DroppedCalendar::message(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    // The edge is the platform's frame without its look, so that the calendar counts from 0.
+    case WM_NCCALCSIZE: {
+      const int edge = std::max(1, look_.scaled(1));
+      InflateRect(reinterpret_cast<RECT*>(lparam), -edge, -edge);
+      return 0;
+    }
+    case WM_NCPAINT: {
+      RECT whole{};
+      GetWindowRect(window(), &whole);
+      OffsetRect(&whole, -whole.left, -whole.top);
+      const HDC dc = GetWindowDC(window());
+      const int edge = std::max(1, look_.scaled(1));
+      ExcludeClipRect(dc, edge, edge, whole.right - edge, whole.bottom - edge);
+      fill_room(dc, whole, look_.colors().accent);
+      ReleaseDC(window(), dc);
+      return 0;
+    }
+    case WM_PAINT:
+    case WM_PRINTCLIENT: {
+      const BufferedPaint painting(window(), reinterpret_cast<HDC>(wparam));
+      face_.paint(painting.dc(), true);
+      return 0;
+    }
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_GETOBJECT:
+      if (const auto answer = face_.answer(wparam, lparam)) return *answer;
+      break;
+    default:
+      break;
+  }
+  return by_default(message, wparam, lparam);
+}
+
 bool DatePickerControl::create(HWND parent) {
-  const DWORD side = look().right_to_left() ? DTS_RIGHTALIGN : 0;
-  if (!create_dated(parent, DATETIMEPICK_CLASSW, DTS_SHORTDATEFORMAT | side)) return false;
+  if (!create_dated(parent, L"OrvelloDatePicker")) return false;
   look_changed();
-  const SYSTEMTIME range[2] = {system_time_of({1, 1, 1601}), system_time_of({12, 31, 9999})};
-  SendMessageW(window(), DTM_SETRANGE, GDTR_MIN | GDTR_MAX, reinterpret_cast<LPARAM>(range));
   picture_is_set();
   return true;
 }
 
-void DatePickerControl::look_changed() {
-  FormControl::look_changed();
-  const HFONT font = look().font(look().scaled(kDroppedLetters), false);
-  SendMessageW(window(), DTM_SETMCFONT, reinterpret_cast<WPARAM>(font), FALSE);
+void DatePickerControl::put(const Rect& place) {
+  close_drop();
+  FormControl::put(place);
+  InvalidateRect(window(), nullptr, FALSE);
 }
-
-HWND DatePickerControl::calendar() const {
-  const auto calendar = reinterpret_cast<HWND>(SendMessageW(window(), DTM_GETMONTHCAL, 0, 0));
-  return calendar && IsWindowVisible(calendar) ? calendar : nullptr;
-}
-
-bool DatePickerControl::is_dropped_down() const { return calendar() != nullptr; }
 
 void DatePickerControl::show_date(const MonthDayYear& date) {
   date_ = date;
-  const bool before = std::exchange(setting_, true);
-  const SYSTEMTIME time = system_time_of(date_);
-  SendMessageW(window(), DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
-  setting_ = before;
   NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
   InvalidateRect(window(), nullptr, FALSE);
 }
@@ -58,7 +108,9 @@ void DatePickerControl::date_is_set() {
 }
 
 void DatePickerControl::calendar_is_set() {
-  if (const HWND down = calendar()) set_weeks(down, today_, monday_first_);
+  if (!dropped_) return;
+  dropped_->face().set_calendar(today_, monday_first_);
+  dropped_->refresh();
 }
 
 void DatePickerControl::picture_is_set() {
@@ -75,82 +127,87 @@ Text DatePickerControl::shown() const {
   return FormatDatePicture(picture_, time, look().locale());
 }
 
-// The platform has no call for it: a press on its arrow, which stands on the right.
+// The field holds the pointer meanwhile, so that a press anywhere else closes the calendar.
 void DatePickerControl::drop() {
-  if (is_dropped_down() || !IsWindowVisible(window())) return;
-  RECT client{};
-  GetClientRect(window(), &client);
-  const LPARAM arrow = MAKELPARAM(client.right - 4, client.bottom / 2);
-  by_default(WM_LBUTTONDOWN, MK_LBUTTON, arrow);
-  by_default(WM_LBUTTONUP, 0, arrow);
+  if (dropped_ || !IsWindowVisible(window()) || !IsWindowEnabled(window())) return;
+  take_focus();
+  auto dropped = std::make_unique<DroppedCalendar>(look(), window());
+  dropped->face().set_name(name());
+  dropped->face().set_calendar(today_, monday_first_);
+  dropped->face().set_date(date_);
+  if (!dropped->open()) return;
+  dropped_ = std::move(dropped);
+  SetCapture(window());
+  AccessibleWindow::tell(dropped_->window(), EVENT_OBJECT_FOCUS, dropped_->face().selected_part());
 }
 
 void DatePickerControl::close_drop() {
-  if (!is_dropped_down()) return;
-  SendMessageW(window(), kCloseCalendar, 0, 0);
-  // Where the platform does not know that yet.
-  if (const HWND down = calendar()) {
-    ShowWindow(down, SW_HIDE);
-    closed();
-  }
+  if (!dropped_) return;
+  dropped_.reset();
+  if (GetCapture() == window()) ReleaseCapture();
+  InvalidateRect(window(), nullptr, FALSE);
 }
 
-void DatePickerControl::dropped() {
-  tapped_ = false;
-  const HWND down = reinterpret_cast<HWND>(SendMessageW(window(), DTM_GETMONTHCAL, 0, 0));
-  if (!down) return;
-  color_calendar(down, look().colors());
-  limit_calendar(down);
-  set_weeks(down, today_, monday_first_);
-  const SYSTEMTIME time = system_time_of(date_);
-  SendMessageW(down, MCM_SETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
-}
-
-// With a day that was tapped or taken, or left as it was.
-void DatePickerControl::closed() {
-  const bool tapped = std::exchange(tapped_, false);
-  SYSTEMTIME time{};
-  SendMessageW(window(), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
-  const MonthDayYear chosen = date_of(time);
-  const bool other = tapped && is_real_date(chosen) && chosen != date_;
-  show_date(other ? chosen : date_);
+void DatePickerControl::take() {
+  const MonthDayYear chosen = dropped_->face().date();
+  close_drop();
+  const bool other = chosen != date_;
+  if (other) show_date(chosen);
   if (other) tell(Event::changed);
-  if (tapped) tell(Event::taken);
+  tell(Event::taken);
+}
+
+void DatePickerControl::tap(int part) {
+  if (!dropped_ || part < 0) return;
+  dropped_->face().set_date(dropped_->face().pad().target(part));
+  dropped_->refresh();
+  if (CalendarFace::is_day(part)) take();
+}
+
+void DatePickerControl::take_pointer(UINT message, LPARAM lparam) {
+  POINT at{static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
+  const bool press = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK;
+  if (!dropped_) {
+    if (press && !sink().covered()) drop();
+    return;
+  }
+  MapWindowPoints(window(), dropped_->window(), &at, 1);
+  RECT room{};
+  GetClientRect(dropped_->window(), &room);
+  if (press && !PtInRect(&room, at)) return close_drop();
+  if (press) dropped_->face().press(at);
+  dropped_->refresh();
+  if (message == WM_LBUTTONUP) tap(dropped_->face().release(at));
 }
 
 bool DatePickerControl::uses_key(UINT key) const {
-  const bool down = is_dropped_down();
   return moves_date(key) || key == VK_F4 || key == VK_SPACE ||
-         (down && (key == VK_RETURN || key == VK_ESCAPE));
+         (dropped_ && (key == VK_RETURN || key == VK_ESCAPE));
+}
+
+bool DatePickerControl::press_dropped_key(UINT key) {
+  if (key == VK_ESCAPE || key == VK_F4) return close_drop(), true;
+  if (key == VK_RETURN || key == VK_SPACE) return take(), true;
+  const auto date = after_key(dropped_->face().date(), key);
+  if (!date) return false;
+  dropped_->face().set_date(*date);
+  dropped_->refresh();
+  AccessibleWindow::tell(dropped_->window(), EVENT_OBJECT_FOCUS, dropped_->face().selected_part());
+  return true;
 }
 
 bool DatePickerControl::press_key(UINT key) {
-  if (const HWND down = calendar()) {
-    if (key == VK_ESCAPE || key == VK_F4) return close_drop(), true;
-    SYSTEMTIME time{};
-    SendMessageW(down, MCM_GETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
-    if (key == VK_RETURN || key == VK_SPACE) {
-      SendMessageW(window(), DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
-      tapped_ = true;
-      return close_drop(), true;
-    }
-    const auto date = date_after_key(date_of(time), key, is_key_held(VK_CONTROL));
-    if (!date) return false;
-    time = system_time_of(*date);
-    SendMessageW(down, MCM_SETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
-    return true;
-  }
+  if (dropped_) return press_dropped_key(key);
   if (key == VK_F4 || key == VK_SPACE) return drop(), true;
-  if (const auto date = after_key(key)) {
+  if (const auto date = after_key(date_, key); date && *date != date_) {
     show_date(*date);
     tell(Event::changed);
-    return true;
   }
   return moves_date(key);
 }
 
-void DatePickerControl::paint() {
-  const BufferedPaint painting(window());
+void DatePickerControl::paint(HDC given) {
+  const BufferedPaint painting(window(), given);
   const bool enabled = IsWindowEnabled(window());
   const LookColors& colors = look().colors();
   const RECT all = painting.room();
@@ -176,51 +233,52 @@ void DatePickerControl::paint() {
 LRESULT DatePickerControl::control_message(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_PAINT:
-      paint();
+    case WM_PRINTCLIENT:
+      paint(reinterpret_cast<HDC>(wparam));
       return 0;
     case WM_ERASEBKGND:
       return 1;
-    case WM_NCPAINT:
-      return 0;
-    case WM_NCCALCSIZE:
-      return 0;  // the edge is drawn with the field
     case WM_LBUTTONDOWN:
-      if (sink().covered()) return 0;
-      take_focus();
-      if (is_dropped_down())
-        close_drop();
-      else
-        drop();
-      return 0;
+    case WM_LBUTTONDBLCLK:
     case WM_LBUTTONUP:
+      take_pointer(message, lparam);
+      return 0;
+    case WM_RBUTTONDOWN:
+      close_drop();
+      return 0;
+    case WM_CAPTURECHANGED:
+      if (reinterpret_cast<HWND>(lparam) != window()) close_drop();
       return 0;
     case WM_KEYDOWN:
       if (press_key(static_cast<UINT>(wparam))) return 0;
       break;
     case WM_SYSKEYDOWN:
-      if (wparam == VK_DOWN || wparam == VK_UP) return is_dropped_down() ? close_drop() : drop(), 0;
-      break;
+      if (wparam != VK_DOWN && wparam != VK_UP) break;
+      return dropped_ ? close_drop() : drop(), 0;
+    case WM_MOUSEWHEEL:
+      // On the field it scrolls the form: a date that is passed on the way is not meant.
+      if (!dropped_) return SendMessageW(GetParent(window()), message, wparam, lparam);
+      dropped_->face().set_date(after_wheel(dropped_->face().date(), wparam));
+      dropped_->refresh();
+      return 0;
     case WM_CHAR:
       return 0;
-    case WM_SETFOCUS:
     case WM_KILLFOCUS:
-    case WM_ENABLE:
+      close_drop();
+      [[fallthrough]];
+    case WM_SETFOCUS:
       InvalidateRect(window(), nullptr, FALSE);
-      break;
-    case WM_GETTEXTLENGTH:
-      return static_cast<LRESULT>(shown().size());
-    case WM_GETTEXT: {
-      // What a screen reader is told that stands in the field.
-      const Text text = shown();
-      if (wparam == 0) return 0;
-      const std::size_t length = std::min<std::size_t>(text.size(), wparam - 1);
-      std::copy_n(wide(text), length, reinterpret_cast<wchar_t*>(lparam));
-      reinterpret_cast<wchar_t*>(lparam)[length] = 0;
-      return static_cast<LRESULT>(length);
-    }
-    case WM_NOTIFY:
-      // Of the calendar that is down, before the field closes it.
-      if (reinterpret_cast<const NMHDR*>(lparam)->code == MCN_SELECT) tapped_ = true;
+      return 0;
+    case WM_ENABLE:
+    case WM_SHOWWINDOW:
+      if (!wparam) close_drop();
+      InvalidateRect(window(), nullptr, FALSE);
+      return 0;
+    case CalendarFace::kPressPart:
+      if (wparam < MonthPad::kParts) tap(static_cast<int>(wparam));
+      return 0;
+    case WM_GETOBJECT:
+      if (const auto answer = accessible_.answer(window(), wparam, lparam)) return *answer;
       break;
     default:
       break;
@@ -228,18 +286,21 @@ LRESULT DatePickerControl::control_message(UINT message, WPARAM wparam, LPARAM l
   return by_default(message, wparam, lparam);
 }
 
-std::optional<LRESULT> DatePickerControl::reflected(UINT message, WPARAM, LPARAM lparam) {
-  if (message != WM_NOTIFY || setting_) return {};
-  switch (reinterpret_cast<const NMHDR*>(lparam)->code) {
-    case DTN_DROPDOWN:
-      dropped();
-      return 0;
-    case DTN_CLOSEUP:
-      closed();
-      return 0;
-    default:
-      return {};
-  }
+AccessiblePart DatePickerControl::accessible_self() {
+  AccessiblePart self;
+  self.name = name();
+  self.description = shown();
+  RECT room{};
+  GetClientRect(window(), &room);
+  self.place = place_on_screen(window(), from_rect(room));
+  self.role = ROLE_SYSTEM_DROPLIST;
+  self.state = STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_HASPOPUP;
+  self.state |= dropped_ ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED;
+  if (GetFocus() == window()) self.state |= STATE_SYSTEM_FOCUSED;
+  if (!IsWindowEnabled(window())) self.state |= STATE_SYSTEM_UNAVAILABLE;
+  return self;
 }
+
+void DatePickerControl::press_accessible(int) {}
 
 }  // namespace orvello

@@ -188,60 +188,28 @@ void Win32Person::key(std::uint32_t code, bool control_held, bool shift_held) {
   settle();
 }
 
-// Turns by the calendar's own keys' way and taps the day.
-void Win32Person::pick_in(HWND calendar, const MonthDayYear& date) {
-  SYSTEMTIME shown{};
-  const auto month_of = [](int year, int month) { return year * 12 + month; };
-  for (int turns = 0; turns < 60; ++turns) {
-    MCHITTESTINFO part{};
-    SYSTEMTIME range[2]{};
-    SendMessageW(calendar, MCM_GETMONTHRANGE, GMR_VISIBLE, reinterpret_cast<LPARAM>(range));
-    shown = range[0];
-    const int by = month_of(date.year, date.month) - month_of(shown.wYear, shown.wMonth);
+// Turns by the arrows and taps the day.
+void Win32Person::pick_in(const DatedControl& dated, const MonthDayYear& date) {
+  const auto tap_part = [&](int part) {
+    if (dated.face()) click(middle(on_screen(dated.face_window(), dated.face()->place(part))));
+  };
+  for (int turns = 0; turns < 60 && dated.face(); ++turns) {
+    const MonthDayYear& shown = dated.face()->date();
+    const int by = (date.year - shown.year) * 12 + date.month - shown.month;
     if (by == 0) break;
-    RECT room{};
-    GetClientRect(calendar, &room);
-    // The arrow of that side, wherever the platform has put it.
-    bool found = false;
-    for (LONG y = 0; y < room.bottom / 3 && !found; y += 3)
-      for (LONG x = 0; x < room.right && !found; x += 3) {
-        part = {};
-        part.cbSize = sizeof part;
-        part.pt = {x, y};
-        SendMessageW(calendar, MCM_HITTEST, 0, reinterpret_cast<LPARAM>(&part));
-        found = part.uHit == (by > 0 ? MCHT_TITLEBTNNEXT : MCHT_TITLEBTNPREV);
-      }
-    if (!found) return;
-    POINT at = part.pt;
-    ClientToScreen(calendar, &at);
-    click(at);
+    tap_part((by > 0 ? 1 : 0) + (by >= 12 || by <= -12 ? 2 : 0));
   }
-  RECT room{};
-  GetClientRect(calendar, &room);
-  for (LONG y = 0; y < room.bottom; y += 3)
-    for (LONG x = 0; x < room.right; x += 3) {
-      MCHITTESTINFO part{};
-      part.cbSize = sizeof part;
-      part.pt = {x, y};
-      SendMessageW(calendar, MCM_HITTEST, 0, reinterpret_cast<LPARAM>(&part));
-      if (part.uHit != MCHT_CALENDARDATE || part.st.wDay != date.day ||
-          part.st.wMonth != date.month)
-        continue;
-      POINT at = part.pt;
-      ClientToScreen(calendar, &at);
-      return click(at);
-    }
+  for (int part = MonthPad::kArrows; part < MonthPad::kParts && dated.face(); ++part)
+    if (dated.face()->pad().day(part) == date) return tap_part(part);
 }
 
 void Win32Person::pick_date(int control, const MonthDayYear& date) {
   FormWindow* shown = reach(control);
-  if (!shown) return;
-  const HWND window = shown->control(control)->window();
-  if (class_of(window) == MONTHCAL_CLASSW) return pick_in(window, date);
+  auto* dated = shown ? dynamic_cast<DatedControl*>(shown->control(control)) : nullptr;
+  if (!dated) return;
   const RECT place = shown->place_on_screen(control);
-  click({place.right - 8, (place.top + place.bottom) / 2});
-  if (const auto calendar = SendMessageW(window, DTM_GETMONTHCAL, 0, 0))
-    pick_in(reinterpret_cast<HWND>(calendar), date);
+  if (!dated->face()) click({place.right - 8, (place.top + place.bottom) / 2});
+  pick_in(*dated, date);
 }
 
 void Win32Person::slide(int control, int position) {

@@ -1,6 +1,7 @@
 // A person in front of the Windows host's dialogs, who presses and types what the platform sends.
 #pragma once
 
+#include "hosts/win32/date_controls.h"
 #include "hosts/win32/form_window.h"
 #include "hosts/win32/win32_dialogs.h"
 #include "tests/contract/dialogs_bench.h"
@@ -58,7 +59,7 @@ class Win32Person : public DialogsBench {
   bool press(const wchar_t* title);
   void mouse(UINT id, POINT screen);
   void pen(UINT id, int control, Point point);
-  void pick_in(HWND calendar, const MonthDayYear& date);
+  void pick_in(const DatedControl& dated, const MonthDayYear& date);
   void in_front_of(HWND below, std::function<void()> person, int tries);
 
   Recorder told_;
