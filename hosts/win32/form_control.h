@@ -11,6 +11,7 @@
 
 #include "hosts/win32/form_look.h"
 #include "hosts/win32/native_window.h"
+#include "hosts/win32/pen_input.h"
 #include "ports/dialog.h"
 
 namespace orvello {
@@ -35,6 +36,7 @@ struct ControlSink {
   std::function<std::uint32_t(const std::vector<MenuItem>&, POINT screen)> track_menu;
   // A press or turn of the wheel that the control has no use for scrolls the form.
   std::function<void(int pixels)> scroll_form;
+  PenReader pen;  // may be empty
 };
 
 class FormControl : public NativeWindow {

@@ -46,6 +46,20 @@ Text name_of(const ControlTemplate& control, const Text& label, const Text& titl
   return name.empty() ? title : name;
 }
 
+// Of the shape and the line around it, which is drawn on its points: the platform's own leaves out
+// what lies on the right and the lower edge.
+HRGN outline_region(const std::vector<POINT>& points, int line) {
+  const HRGN all = CreateRectRgn(0, 0, 0, 0);
+  const OwnedGdi inside(CreatePolygonRgn(points.data(), static_cast<int>(points.size()), WINDING));
+  for (int x = -(line / 2); x <= line - line / 2; ++x)
+    for (int y = -(line / 2); y <= line - line / 2; ++y) {
+      OffsetRgn(static_cast<HRGN>(inside.get()), x, y);
+      CombineRgn(all, all, static_cast<HRGN>(inside.get()), RGN_OR);
+      OffsetRgn(static_cast<HRGN>(inside.get()), -x, -y);
+    }
+  return all;
+}
+
 }  // namespace
 
 Rect edged_place(const Rect& place, const FormLook& look, Size room) {
@@ -105,6 +119,7 @@ void FormWindow::make_sink() {
   sink_.track_menu = [this](const std::vector<MenuItem>& items, POINT screen) {
     return track_menu ? track_menu(window(), items, screen) : 0u;
   };
+  sink_.pen = system_pen_reader();
   sink_.scroll_form = [this](int pixels) { scroll_to(scrolled_.x, scrolled_.y + pixels); };
 }
 
@@ -260,7 +275,7 @@ void FormWindow::set_seen(bool seen) {
       const Point at = look_.right_to_left() ? mirrored(point, template_.place.width) : point;
       points.push_back({at.x, at.y});
     }
-    shape = CreatePolygonRgn(points.data(), static_cast<int>(points.size()), WINDING);
+    shape = outline_region(points, std::max(1, look_.scaled(1)));
   }
   SetWindowRgn(window(), shape, TRUE);  // which takes the region
 }
@@ -386,6 +401,9 @@ LRESULT FormWindow::message(UINT message, WPARAM wparam, LPARAM lparam) {
       SetFocus(had ? had->focus_target() : body_.window());
       return 0;
     }
+    case WM_QUERYENDSESSION:
+      if (session_ending) session_ending();
+      return TRUE;
     case WM_TIMER:
       if (ticked) ticked(static_cast<int>(wparam));
       return 0;

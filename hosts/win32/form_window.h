@@ -52,6 +52,7 @@ class FormWindow : public NativeWindow {
   std::function<bool(bool back)> tab_left;  // Tab behind the last control; false: round
   std::function<void(int by)> turn_wanted;  // to another page of a sheet
   std::function<void(int timer)> ticked;
+  std::function<void()> session_ending;  // the person signs out
   std::function<void()> painted;
   std::function<bool()> covered;
   std::function<void(HWND)> give_focus;

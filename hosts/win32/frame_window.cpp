@@ -124,7 +124,7 @@ bool FrameWindow::take_change(UINT id, WPARAM wparam, LPARAM lparam) {
       owner_.resized();
       return true;
     case kDensityChanged:
-      owner_.changed_density(*reinterpret_cast<const RECT*>(lparam));
+      owner_.changed_density(LOWORD(wparam), *reinterpret_cast<const RECT*>(lparam));
       return true;
     case WM_SETTINGCHANGE:
       owner_.setting_changed(wparam, lparam);
@@ -132,6 +132,12 @@ bool FrameWindow::take_change(UINT id, WPARAM wparam, LPARAM lparam) {
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
       owner_.read_look();
+      return true;
+    case WM_TIMECHANGE:
+      owner_.changed_clock(true);
+      return true;
+    case WM_ENDSESSION:
+      if (wparam != 0) owner_.session_ended();
       return true;
     case WM_DROPFILES:
       owner_.dropped(reinterpret_cast<HDROP>(wparam));
@@ -150,6 +156,13 @@ LRESULT FrameWindow::message(UINT id, WPARAM wparam, LPARAM lparam) {
     case WM_GETMINMAXINFO:
       limit(*reinterpret_cast<MINMAXINFO*>(lparam));
       return 0;
+    case WM_POWERBROADCAST:
+      // Midnight may have passed meanwhile.
+      if (wparam == PBT_APMRESUMEAUTOMATIC) owner_.changed_clock(false);
+      break;
+    case WM_QUERYENDSESSION:
+      owner_.session_ending();
+      return TRUE;  // an open form is no reason to stop it: its draft is kept
     case WM_ACTIVATE:
       owner_.activated(wparam, lparam);
       break;  // which gives it the focus

@@ -1,4 +1,4 @@
-// The letters of a page of notes; the ink and the page are in notes_page.cpp.
+// The letters of a page of notes; the page is in notes_page.cpp, its ink in notes_pen.cpp.
 #include "hosts/win32/notes_window.h"
 
 #include <commctrl.h>
@@ -325,6 +325,8 @@ std::optional<LRESULT> NotesWindow::edit_message(UINT message, WPARAM wparam, LP
     case WM_MOUSEHWHEEL:
       turn_wheel(GET_WHEEL_DELTA_WPARAM(wparam), message == WM_MOUSEHWHEEL);
       return 0;
+    case kPenGestures:
+      return pen_gestures();
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
       history_.end_typing();
@@ -348,6 +350,8 @@ std::optional<LRESULT> NotesWindow::view_message(UINT message, WPARAM wparam, LP
       if (!setting_) follow_edit();
       look_at_style();
       return 0;
+    case kPenGestures:
+      return pen_gestures();
     case WM_ERASEBKGND:
       return 1;
     case WM_PAINT: {

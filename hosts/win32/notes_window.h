@@ -79,6 +79,8 @@ class NotesWindow : public FormControl, private NotesControl {
 
   // Ink.
   bool take_pointer(HWND from, UINT message, WPARAM wparam, LPARAM lparam);
+  bool take_pen(UINT message, WPARAM wparam);
+  std::optional<LRESULT> pen_gestures() const;
   void press_pen(PagePoint at, double pressure);
   void drag_pen(PagePoint at, double pressure);
   void lift_pen();
@@ -113,7 +115,8 @@ class NotesWindow : public FormControl, private NotesControl {
   NotesStyle told_style_;
 
   bool erasing_ = false, held_ = false;
-  PagePoint last_;  // of the eraser
+  std::optional<UINT32> pen_;  // which pointer holds, where that is known
+  PagePoint last_;             // of the eraser
   NotesState before_erasing_;
   std::optional<NotesStroke> drawing_;
 

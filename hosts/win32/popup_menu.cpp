@@ -156,7 +156,8 @@ std::uint32_t run_menu(Win32Window& window, const std::vector<MenuItem>& items, 
   window.let_pointer_go();  // the menu gets the release
   UINT flags = TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTBUTTON;
   flags |= beside ? TPM_BOTTOMALIGN | TPM_VERTICAL : TPM_TOPALIGN;
-  if (window.right_to_left()) flags |= TPM_RIGHTALIGN | TPM_LAYOUTRTL;
+  // The rows are mirrored as they are drawn: a mirrored menu would turn them round again.
+  if (window.right_to_left()) flags |= TPM_RIGHTALIGN;
   TPMPARAMS around{};
   around.cbSize = sizeof around;
   if (beside) around.rcExclude = *beside;

@@ -4,23 +4,13 @@
 
 #include "draw/mirrored.h"
 #include "hosts/win32/painting.h"
+#include "hosts/win32/pen_input.h"
 #include "hosts/win32/win32_surface.h"
 #include "hosts/win32/win32_window.h"
 #include "ports/messages.h"
 
 namespace orvello {
 namespace {
-
-// A pen's own gestures would keep a press back until they are told from it.
-constexpr UINT kPenGestures = 0x02CC;
-constexpr LRESULT kNoPenGestures = 0x0001 | 0x0008 | 0x0010 | 0x10000;  // no hold, rings, flicks
-
-// One finger is the pointer: what it draws is for the program to read.
-void take_no_gestures(HWND window) {
-  GESTURECONFIG none{};
-  none.dwBlock = GC_ALLGESTURES;
-  SetGestureConfig(window, 0, 1, &none, sizeof none);
-}
 
 int held_keys() {
   int held = 0;

@@ -1,6 +1,8 @@
 #include "hosts/win32/win32_clock.h"
 
 #include <cstdlib>
+#include <cstring>
+#include <cwchar>
 
 #include "base/text.h"
 #include "calendar/posix_zone.h"
@@ -73,21 +75,59 @@ Zone zone_of_rules(const TIME_ZONE_INFORMATION& rules) {
   return Zone("", std::move(observances));
 }
 
-Zone device_zone() {
-  DYNAMIC_TIME_ZONE_INFORMATION info{};
-  if (GetDynamicTimeZoneInformation(&info) == TIME_ZONE_ID_INVALID) return Zone();
+DYNAMIC_TIME_ZONE_INFORMATION machine_zone() {
+  DYNAMIC_TIME_ZONE_INFORMATION told{};
+  if (GetDynamicTimeZoneInformation(&told) == TIME_ZONE_ID_INVALID) return {};
+  return told;
+}
+
+Zone device_zone(const DYNAMIC_TIME_ZONE_INFORMATION& told) {
   TIME_ZONE_INFORMATION rules{};
-  GetTimeZoneInformation(&rules);
+  rules.Bias = told.Bias;
+  rules.StandardBias = told.StandardBias, rules.StandardDate = told.StandardDate;
+  rules.DaylightBias = told.DaylightBias, rules.DaylightDate = told.DaylightDate;
   Zone own = zone_of_rules(rules);
   const std::string name =
-      zone_of_system_name(to_utf8(from_wide(info.TimeZoneKeyName)), country_of_person());
+      zone_of_system_name(to_utf8(from_wide(told.TimeZoneKeyName)), country_of_person());
   const auto known = builtin_zone(name);
   // A machine whose clock does not change in summer, or whose rules are older or newer than the
   // database, shows its own time everywhere else.
   return known && same_time_this_year(*known, own) ? *known : own;
 }
 
+Win32Clock::Win32Clock(std::optional<LocalSeconds> fixed, ZoneSource source)
+    : fixed_(fixed), source_(std::move(source)) {
+  follow_machine();
+}
+
+// Asked where somebody looks at the clock, and not for each of thousands of moments.
+void Win32Clock::follow_machine() const {
+  if (!source_) return;
+  const DYNAMIC_TIME_ZONE_INFORMATION told = source_();
+  const std::lock_guard lock(lock_);
+  const bool same =
+      told.Bias == told_.Bias && told.StandardBias == told_.StandardBias &&
+      told.DaylightBias == told_.DaylightBias &&
+      std::memcmp(&told.StandardDate, &told_.StandardDate, sizeof told.StandardDate) == 0 &&
+      std::memcmp(&told.DaylightDate, &told_.DaylightDate, sizeof told.DaylightDate) == 0 &&
+      std::wcscmp(told.TimeZoneKeyName, told_.TimeZoneKeyName) == 0;
+  if (zone_ && same) return;
+  told_ = told;
+  zone_ = std::make_shared<const Zone>(device_zone(told));
+}
+
+std::shared_ptr<const Zone> Win32Clock::zone() const {
+  const std::lock_guard lock(lock_);
+  return zone_;
+}
+
+std::string Win32Clock::zone_name() const {
+  follow_machine();
+  return zone()->name();
+}
+
 SystemTime Win32Clock::local_time() const {
+  follow_machine();
   if (fixed_) return parts_of_moment(*fixed_);
   const std::int64_t now = ticks_now();
   SystemTime time = parts_of_moment(to_local(kFirstMoment + now / kTicksPerSecond));

@@ -43,6 +43,9 @@ void Win32Dialog::listen_to_form() {
     });
   };
   form_->ticked = [this](int id) { tick(id); };
+  form_->session_ending = [this] {
+    for (const int id : timers_) tick(id);
+  };
   const HWND whole = form_->window();
   form_->covered = [this, whole] { return window_.covers().pointer_over(whole) != nullptr; };
   form_->give_focus = [this](HWND control) { window_.covers().give_focus(control); };
@@ -58,6 +61,7 @@ Win32Dialog::~Win32Dialog() {
   form_->report = nullptr;
   form_->behind = nullptr;
   form_->ticked = nullptr;
+  form_->session_ending = nullptr;
   form_->painted = nullptr;
   form_->close_wanted = nullptr;
   form_->accept_wanted = nullptr;

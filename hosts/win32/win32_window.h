@@ -137,7 +137,11 @@ class Win32Window : public MainWindow {
   void close_wanted();
   void resized();
   void changed_size();
-  void changed_density(const RECT& suggested);
+  void changed_density(int dpi, const RECT& suggested);
+  void changed_clock(bool set);  // by somebody, or another zone; else it has slept
+  // First, while everybody is asked, and last.
+  void session_ending();
+  void session_ended();
   void activated(WPARAM wparam, LPARAM lparam);
   void setting_changed(WPARAM wparam, LPARAM lparam);
   void take_focus();

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/own_messages.h"
 #include "hosts/win32/frame_window.h"
 #include "hosts/win32/hover_window.h"
 #include "hosts/win32/painting.h"
@@ -30,7 +31,10 @@ void Win32Window::close_wanted() {
   if (!send({kMessageClose, 0, {}, 0})) destroy();
 }
 
-void Win32Window::changed_size() { lay_out(); }
+void Win32Window::changed_size() {
+  EndMenu();  // which would stand where something else is now
+  lay_out();
+}
 
 void Win32Window::resized() {
   if (!frame() || IsIconic(frame())) return;
@@ -44,15 +48,37 @@ void Win32Window::resized() {
   send({kMessageSettingChange, kScreenRotated, {}, 0});
 }
 
-void Win32Window::changed_density(const RECT& suggested) {
+void Win32Window::changed_density(int dpi, const RECT& suggested) {
   if (options_.dpi > 0 || options_.screen) return;
-  density_.dpi = monitor_dpi(frame());
+  density_.dpi = dpi;
   const Rect place = from_native(suggested);
   SetWindowPos(frame(), nullptr, place.x, place.y, place.width, place.height,
                SWP_NOZORDER | SWP_NOACTIVATE);
   take_scale();
   if (on_look) on_look();
   resized();
+}
+
+// The mark of today moves now, and not when the next minute is over.
+void Win32Window::changed_clock(bool set) {
+  post({kMessageTimer, kTimerDayChange, {}, 0});
+  if (set) post({kMessageRefresh, 0, {}, 0});
+}
+
+// What forms with something in them would do in a moment, such as keeping it, they do now.
+void Win32Window::session_ending() {
+  const auto is_modeless = [this](HWND window) {
+    return std::any_of(slots_.begin(), slots_.end(),
+                       [window](const FormSlot& slot) { return slot.window == window; });
+  };
+  for (HWND child = GetWindow(frame(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+    if (!is_modeless(child)) SendMessageW(child, WM_QUERYENDSESSION, 0, 0);
+}
+
+// The process may be gone when this returns.
+void Win32Window::session_ended() {
+  remember_place();
+  posted_->take_all();
 }
 
 // Forms are as wide as the least window: where they have grown out of this one they would have to

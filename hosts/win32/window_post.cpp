@@ -53,6 +53,16 @@ void WindowPost::take() {
   action();
 }
 
+void WindowPost::take_all() {
+  std::size_t count = 0;
+  {
+    const std::lock_guard lock(lock_);
+    count = waiting_.size();
+  }
+  // What these post in their turn is the answer to them, once.
+  for (count *= 2; count > 0; --count) take();
+}
+
 void WindowPost::start_timer(int id, int milliseconds) {
   timers_.insert(id);
   SetTimer(window(), static_cast<UINT_PTR>(id), static_cast<UINT>(std::max(1, milliseconds)),

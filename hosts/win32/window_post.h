@@ -26,6 +26,8 @@ class WindowPost : public NativeWindow {
   void post(const Message& message);
   void invalidate();
   void later(std::function<void()> action);
+  // What waits now, at once: there may be no later. Of the user-interface thread.
+  void take_all();
 
   void start_timer(int id, int milliseconds);
   void stop_timer(int id);

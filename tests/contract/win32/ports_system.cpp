@@ -129,6 +129,22 @@ TEST(Win32Clock, GoesByTheMachinesRules) {
   EXPECT_EQ(now.hour * 60 + now.minute, shown.wHour * 60 + shown.wMinute);
 }
 
+TEST(Win32Clock, FollowsAMachineThatIsCarriedElsewhere) {
+  DYNAMIC_TIME_ZONE_INFORMATION told{};
+  wcscpy(told.TimeZoneKeyName, L"Tokyo Standard Time");
+  told.Bias = -9 * 60;
+  const LocalSeconds noon = midnight_of(day_of(2026, 11, 22)) + 12 * 3600;
+  const Win32Clock clock(noon, [&] { return told; });
+  EXPECT_EQ(clock.zone_name(), "Asia/Tokyo");
+  const UtcSeconds moment = clock.to_utc(noon);
+  wcscpy(told.TimeZoneKeyName, L"Nobody's Standard Time");
+  told.Bias = -5 * 60 - 30;
+  EXPECT_EQ(clock.to_local(moment), noon) << "not before somebody looks";
+  clock.local_time();
+  EXPECT_EQ(clock.to_local(moment), noon - (3 * 3600 + 1800));
+  EXPECT_EQ(clock.zone_name(), "");
+}
+
 struct Win32FilesDevice : FilesDevice {
   Files& files() override { return port; }
   void put(TextView path) override { std::ofstream(place(path)) << "no bitmap"; }

@@ -2,6 +2,7 @@
 #include <objbase.h>
 #include <oleacc.h>
 
+#include "hosts/win32/notes_window.h"
 #include "hosts/win32/win32_dialogs.h"
 #include "tests/contract/every_kind.cpp"  // NOLINT
 #include "tests/contract/win32/native_objects.h"
@@ -204,6 +205,74 @@ TEST(RichControls, NotesAreTypedPastedAndTakenBackWithTheirInk) {
   EXPECT_EQ(notes.content().text, u"{\\rtf1 \\b x}second\nthird");
   EXPECT_TRUE(notes.undo() && notes.undo());
   EXPECT_EQ(notes.content().runs, page.runs);
+}
+
+// A page of notes under a pen whose readings are given; points of the view's pixels.
+struct ChangingPen {
+  struct At {
+    LONG x, y;
+    double pressure;
+    bool erases = false;
+  };
+  ChangingPen() {
+    EXPECT_TRUE(window.create(u"OrvelloRichTest", u"", 320, handler));
+    window.show();
+    sink.tell = [this](Event kind, int) { changes += kind == Event::changed; };
+    sink.focused = [](int) {};
+    sink.covered = [] { return false; };
+    sink.pen = [this](UINT32) { return std::exchange(reading, {}); };
+    EXPECT_TRUE(notes.create(window.frame()));
+    notes.put({0, 0, 240, 268});
+    notes.show(true);
+    page = find_child(window.frame(), L"OrvelloNotesView");
+  }
+  void send(UINT message, const std::vector<At>& points = {}) {
+    for (const At& at : points) {
+      POINT screen{at.x, at.y};
+      ClientToScreen(page, &screen);
+      reading.push_back({screen, at.pressure, at.erases});
+    }
+    SendMessageW(page, message, MAKEWPARAM(9, 0), 0);
+  }
+  std::vector<NotesStroke> strokes() { return notes.notes()->content().strokes; }
+
+  Win32Window window{small_screen()};
+  Recorder handler;
+  LocaleData locale = english_locale();
+  FormLook look{{}, locale};
+  ControlSink sink;
+  NotesWindow notes{form_of(Kind::notes, 21).controls[0], look, sink};
+  HWND page = nullptr;
+  std::vector<PenPoint> reading;
+  int changes = 0;
+};
+
+// A pen that tells its pressure, with the points that it went through since the last message.
+TEST(RichControls, APenOnAPageIsAsThickAsItIsPressedAndErasesTurnedRound) {
+  ChangingPen pen;
+  pen.send(kPointerDown, {{20, 40, 0.25}});
+  pen.send(kPointerMoved, {{40, 40, 0.5}, {60, 44, 1}});
+  pen.send(kPointerUp);
+  ASSERT_EQ(pen.strokes().size(), 0u) << "letters are chosen";
+  pen.notes.notes()->set_tool(NotesTool::pen);
+  pen.send(kPointerDown, {{5, 5, 1}, {20, 40, 0.25}});
+  pen.send(kPointerMoved, {{40, 40, 0.5}, {60, 44, 1}});
+  pen.send(kPointerUp);
+  ASSERT_EQ(pen.strokes().size(), 1u);
+  const NotesStroke stroke = pen.strokes()[0];
+  ASSERT_EQ(stroke.points.size(), 3u) << "from where it was pressed";
+  EXPECT_NEAR(stroke.points[0].pressure, 0.25, 0.01);
+  EXPECT_NEAR(stroke.points[1].pressure, 0.5, 0.01);
+  EXPECT_NEAR(stroke.points[2].pressure, 1, 0.01);
+  EXPECT_NEAR(stroke.points[1].x - stroke.points[0].x, 20, 0.01);
+  EXPECT_EQ(pen.changes, 1);
+  pen.send(kPointerDown, {{40, 30, 1, true}});
+  pen.send(kPointerMoved, {{40, 60, 1, true}});
+  pen.send(kPointerLost);
+  EXPECT_TRUE(pen.strokes().empty());
+  EXPECT_EQ(pen.changes, 2);
+  EXPECT_TRUE(pen.notes.notes()->undo());
+  EXPECT_EQ(pen.strokes().size(), 1u);
 }
 
 TEST(RichControls, NoKindKeepsAnythingOfThePlatform) {
