@@ -140,7 +140,8 @@ bool ModalCovers::take_pointer(const MSG& message) {
   if (covers_.empty() || !is_press(message.message)) return false;
   const ModalCover& cover = covers_.back();
   if (is_in(message.hwnd, cover.window)) return false;
-  const bool goes_on = cover.lets_presses_through;
+  // The window's frame lies below nothing: by it a person moves, sizes and closes what stands too.
+  const bool goes_on = cover.lets_presses_through || message.message == WM_NCLBUTTONDOWN;
   if (const auto pressed = cover.pressed_beside) pressed(screen_point(message));
   return !goes_on;
 }

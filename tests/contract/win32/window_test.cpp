@@ -125,6 +125,23 @@ TEST(Win32WindowAccessible, WhatStandsAboveTheViewIsToldInItsPlace) {
   EXPECT_EQ(GetFocus(), shown.window.view());
 }
 
+TEST(Win32WindowCovers, TheFrameIsTakenHoldOfWhateverStandsInIt) {
+  ShownWindow shown;
+  ModalCover cover;
+  cover.window = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 50,
+                                 shown.window.frame(), nullptr, nullptr, nullptr);
+  int beside = 0;
+  cover.pressed_beside = [&](POINT) { ++beside; };
+  shown.window.covers().push(cover);
+  MSG press{};
+  press.hwnd = shown.window.frame();
+  press.message = WM_NCLBUTTONDOWN;
+  EXPECT_FALSE(shown.window.covers().take_pointer(press));
+  press.message = WM_LBUTTONDOWN;
+  EXPECT_TRUE(shown.window.covers().take_pointer(press));
+  EXPECT_EQ(beside, 2);
+}
+
 // A popup that is opened by a press hears of its release, and of the next press beside it.
 TEST(Win32WindowCovers, APopupHearsTheReleaseAndThePressBesideIt) {
   for (const bool goes_on : {false, true}) {
