@@ -17,7 +17,7 @@ orvello_library(store/embedded/sqlite orvello_calendar orvello_files orvello_win
 orvello_library(store/embedded orvello_store orvello_store_embedded_sqlite)
 orvello_library(exchange orvello_store orvello_windows_ICAL)
 orvello_library(cli orvello_app orvello_exchange orvello_files)
-orvello_library(store/pim orvello_store ole32 oleaut32 uuid)
+orvello_library(store/pim orvello_store orvello_files ole32 oleaut32 uuid)
 orvello_library(store/cedb orvello_ports)
 orvello_library(hosts/shared orvello_cli orvello_store_embedded orvello_hosts_headless)
 orvello_library(hosts/win32 orvello_app orvello_hosts_headless orvello_hosts_shared user32 gdi32 comctl32 comdlg32

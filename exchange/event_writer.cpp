@@ -161,8 +161,10 @@ std::optional<ReadEvent> EventWriter::reference_of(const Component& text) {
 
 EventWriter::Item EventWriter::item_of(const AppointmentRecord& record,
                                        const ReadEvent* reference) {
-  Item item{record.fields,   record.zone, record.start, record.end, record.recipients,
-            record.modified, record.uid,  &record,      {},         0};
+  // Of what a store does not know when it changed, it is the time of writing.
+  const UtcSeconds modified = record.modified == UtcSeconds() ? clock_.utc_now() : record.modified;
+  Item item{record.fields, record.zone, record.start, record.end, record.recipients,
+            modified,      record.uid,  &record,      {},         0};
   if (!reference) return item;
   item.rezoned = !record.fields.all_day && record.zone != reference->record.zone;
   const std::string& kept = reference->record.uid;

@@ -14,7 +14,7 @@ bool is_own_data(std::string_view name) {
     if (rest.empty() || rest == "-journal" || rest == "-wal" || rest == "-shm") return true;
   }
   return name.ends_with(".db") || name.ends_with(".lock") || name == "icons.bmp" ||
-         name == "backups";
+         name == "backups" || name == "device.uids";
 }
 
 bool is_own_config(std::string_view name) {

@@ -224,7 +224,8 @@ int run_with_device_store(const CommandLine& line, Opened& opened, std::ostream&
     return failed("the device's own store is not this program's to copy.");
   if (line.command == Command::window && !opened.system.can_show_windows())
     return failed("there is no display to open a window on.");
-  opened.store = opened.system.device_store(*opened.clock);
+  opened.store =
+      opened.system.device_store(*opened.clock, path_in(opened.paths.data, "device.uids"));
   const WindowParts parts{line, opened.paths, *opened.clock, opened.store.get(), ""};
   if (line.command == Command::render) return run_render(opened.system, parts);
   if (line.command == Command::window) return run_window(opened.system, parts);

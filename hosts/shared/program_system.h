@@ -51,10 +51,13 @@ class ProgramSystem : public OwnRuns {
   // The device's volumes with records; the object store is kept at `object_store`.
   virtual std::unique_ptr<RecordDatabases> databases(const std::string& object_store) = 0;
   // Whether this system's devices have a store of their own, to be asked for; whether this is such
-  // a device, which takes it unasked; and that store.
+  // a device, which takes it unasked; and that store, with what it has no place for in `uids`.
   virtual bool has_device_store() const { return false; }
   virtual bool is_device() const { return false; }
-  virtual std::unique_ptr<RecordCalendarStore> device_store(const Clock&) { return nullptr; }
+  virtual std::unique_ptr<RecordCalendarStore> device_store(const Clock&,
+                                                            const std::string& /*uids*/) {
+    return nullptr;
+  }
   // `--data`'s folder, or empty: what leaves goes there then, and nobody's mail program is started.
   virtual std::unique_ptr<Departures> departures(const std::string& folder) = 0;
 

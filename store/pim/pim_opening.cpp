@@ -94,6 +94,7 @@ void PimStore::told(std::uint32_t message) {
 
 void PimStore::opened(PimApplication& application) {
   next_state();
+  static_cast<void>(uids_.read());  // who needs them asks again, and says why not
   open_.push_back(&application);
 }
 

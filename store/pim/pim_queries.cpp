@@ -96,6 +96,8 @@ Result<std::vector<AppointmentRecord>> PimStore::records_after(std::int32_t afte
   using Records = Result<std::vector<AppointmentRecord>>;
   problem_.clear();
   if (after == 0) {
+    if (!uids_.read()) return Records::failure(uids_.problem());
+    write_uids();  // others may come to know this device's name from what is read
     all_oids_.clear();
     const auto items = folder_items(kFolderCalendar);
     const bool whole =

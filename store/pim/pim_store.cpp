@@ -22,7 +22,7 @@ std::string no_appointment(std::int32_t oid) {
 }  // namespace
 
 PimStore::PimStore(const Clock& clock, PimPlatform platform)
-    : RecordCalendarStore(clock), platform_(std::move(platform)) {
+    : RecordCalendarStore(clock), platform_(std::move(platform)), uids_(platform_.uids) {
   if (platform_.generation == 3) form_.all_day_end = AllDayEnd::next_midnight;
   set_posts_unasked(platform_.generation != 3);
   set_transport([this](const AppointmentRecord& record) { return send_item(record); }, {});
@@ -88,8 +88,11 @@ std::optional<PimObject> PimStore::item(std::int32_t oid) {
 
 std::optional<AppointmentRecord> PimStore::record_of(const PimObject& item, std::int32_t oid,
                                                      bool ink) {
-  auto record = read_record(item, oid, numbers_.uid_of(oid), ink, form_, time_);
+  const std::int32_t number = numbers_.of_platform(oid);
+  auto record = read_record(item, oid, uids_.of(number), ink, form_, time_);
   if (!record) return cannot_read(), std::nullopt;
+  if (!uids_.meets(number, PimUids::mark_of(record->start, record->fields.subject)))
+    record->uid = uids_.of(number);
   const auto written = modified_.find(oid);
   if (written != modified_.end()) record->modified = written->second;
   return record;
@@ -107,12 +110,30 @@ Result<std::optional<AppointmentRecord>> PimStore::load(std::int32_t oid) {
 }
 
 Result<std::optional<std::int32_t>> PimStore::oid_of_uid(std::string_view uid) {
+  using Known = Result<std::optional<std::int32_t>>;
   problem_.clear();
-  const std::int32_t oid = numbers_.number_of(uid);
-  if (oid == 0) return std::nullopt;
+  if (!uids_.read()) return Known::failure(uids_.problem());
+  const std::int32_t number = uids_.number_of(uid);
+  if (number == 0) return std::nullopt;
+  const std::int32_t oid = numbers_.known(number);
   const auto found = item(oid);
-  if (!found) return Result<std::optional<std::int32_t>>::failure(problem_);
-  return *found ? std::optional(oid) : std::nullopt;
+  if (!found) return Known::failure(problem_);
+  if (!*found) return uids_.forget(number), std::nullopt;
+  AppointmentFields fields;
+  if (!read_fields(*found, {AppointmentField::start, AppointmentField::subject}, form_, fields))
+    return cannot_read(), Known::failure(problem_);
+  const auto seen = PimUids::mark_of(to_seconds(fields.start), fields.subject);
+  return uids_.meets(number, seen) ? std::optional(oid) : std::nullopt;
+}
+
+void PimStore::name(std::int32_t oid, const AppointmentRecord& record) {
+  uids_.name(numbers_.of_platform(oid), record.uid,
+             PimUids::mark_of(record.start, record.fields.subject));
+}
+
+// What cannot be written now is written with the next one.
+void PimStore::write_uids() {
+  if (!writing_) static_cast<void>(uids_.write());
 }
 
 void PimStore::note(StoreChange change) {
@@ -136,7 +157,7 @@ bool PimStore::begin() {
 
 bool PimStore::commit() {
   if (!writing_) return false;
-  if (spoilt_) {
+  if (spoilt_ || !(uids_.write() || refuse(uids_.problem()))) {
     rollback();
     return false;
   }
@@ -156,6 +177,7 @@ void PimStore::rollback() {
     whole = take_back(*one) && whole;
   written_.clear();
   next_state();
+  write_uids();
   fail(whole ? reason : "The device's calendar store could not be brought back to what it was.");
 }
 
@@ -201,11 +223,10 @@ bool PimStore::has_place_for(const AppointmentRecord& record) {
 
 bool PimStore::fit(AppointmentRecord& record) {
   if (!simplify_all(record)) return false;
-  const std::int32_t named = numbers_.number_of(record.uid);
-  if (named == 0 || named == record.oid) return true;
-  const auto other = item(named);
-  return other && (!*other || refuse("An appointment with the UID " + record.uid +
-                                     " is already in the store."));
+  const auto other = oid_of_uid(record.uid);
+  if (!other) return refuse(other.reason());
+  return !*other || **other == record.oid ||
+         refuse("An appointment with the UID " + record.uid + " is already in the store.");
 }
 
 std::int32_t PimStore::put(const AppointmentRecord& record) {
@@ -215,6 +236,7 @@ std::int32_t PimStore::put(const AppointmentRecord& record) {
                            : stored.oid == 0 ? put_new(stored)
                                              : put_existing(stored);
   if (oid == 0) refused_write(problem_);
+  write_uids();
   return oid;
 }
 
@@ -242,7 +264,7 @@ std::int32_t PimStore::put_new(const AppointmentRecord& record) {
   }
   const std::int32_t oid =
       record.oid == 0 ? numbers_.known(*platform) : numbers_.note(record.oid, *platform);
-  numbers_.name(oid, record.uid);
+  name(oid, record);
   modified_[oid] = record.modified;
   if (writing_) written_.push_back({oid, std::nullopt});
   note(StoreChange::created);
@@ -263,7 +285,7 @@ std::int32_t PimStore::put_existing(const AppointmentRecord& record) {
     return cannot_write(), 0;
   }
   if (writing_) written_.push_back(std::move(written));
-  numbers_.name(record.oid, record.uid);
+  name(record.oid, record);
   modified_[record.oid] = record.modified;
   note(StoreChange::changed);
   return record.oid;
@@ -275,6 +297,7 @@ bool PimStore::restore(const AppointmentRecord& record) {
   problem_.clear();
   const auto found = item(record.oid);
   const bool done = found && (*found ? put_existing(record) != 0 : bring_back(record));
+  write_uids();
   return done || refused_write(problem_);
 }
 
@@ -283,6 +306,7 @@ bool PimStore::remove(std::int32_t oid) {
   if (!found) return false;
   if (!*found) return refuse(no_appointment(oid));
   if (!found->call(PimName::remove)) return cannot_write();
+  uids_.forget(numbers_.of_platform(oid));
   numbers_.forget(oid);
   modified_.erase(oid);
   note(StoreChange::deleted);
@@ -299,6 +323,7 @@ bool PimStore::erase(std::int32_t oid) {
   }
   if (!remove(oid)) return refused_write(problem_);
   if (writing_) written_.push_back(std::move(written));
+  write_uids();
   return true;
 }
 

@@ -2,11 +2,11 @@
 // Everything above whole records is the core's; here a record is an item with its pattern, its
 // exceptions and its recipients, and the views' collections are the platform's own.
 //
-// What the platform has no place for is not kept: zones, UIDs and what a file said beside the
-// fields; a recurrence that no pattern holds is refused. Nor has it transactions: what was written
-// of one is taken back, in reverse, when it fails or is given up. That holds while this process and
-// the store do; a process that dies in between leaves a part. Of one item without exceptions
-// nothing is ever half written, since the platform takes it whole.
+// What the platform has no place for is not kept: zones and what a file said beside the fields;
+// UIDs are, in a file of this program's own. A recurrence that no pattern holds is refused. Nor has
+// it transactions: what was written of one is taken back, in reverse, when it fails or is given up.
+// That holds while this process and the store do; a process that dies in between leaves a part. Of
+// one item without exceptions nothing is ever half written, since the platform takes it whole.
 #pragma once
 
 #include <memory>
@@ -15,6 +15,7 @@
 
 #include "store/pim/pim_items.h"
 #include "store/pim/pim_record.h"
+#include "store/pim/pim_uids.h"
 #include "store/record_calendar_store.h"
 #include "store/record_limits.h"
 
@@ -36,6 +37,7 @@ struct PimPlatform {
   // With a window changes are told from the message loop, without poll(); without one nobody hears
   // of other programs' changes.
   MakePimWindow make_window{};
+  std::string uids{};  // the file for them; "": they are forgotten at the end
 };
 
 class PimApplication;
@@ -115,6 +117,8 @@ class PimStore : public RecordCalendarStore, public RecordLimits {
   bool bring_back(const AppointmentRecord& before);
   bool take_back(const Written& written);
   bool remove(std::int32_t oid);
+  void name(std::int32_t oid, const AppointmentRecord& record);
+  void write_uids();
   void note(StoreChange change);
   void told(std::uint32_t message);
   Sending send_item(const AppointmentRecord& record);
@@ -123,6 +127,7 @@ class PimStore : public RecordCalendarStore, public RecordLimits {
   PimForm form_;
   PimCaller caller_;
   PimNumbers numbers_;
+  PimUids uids_;
   std::unique_ptr<PimWindow> window_;
   bool delivery_posted_ = false;
   int hosts_apartments_ = 0;           // initializations that found the thread ready

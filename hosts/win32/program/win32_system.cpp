@@ -86,9 +86,10 @@ std::unique_ptr<RecordDatabases> Win32System::databases(const std::string& objec
 
 bool Win32System::is_device() const { return platform_generation_here() > 0; }
 
-std::unique_ptr<RecordCalendarStore> Win32System::device_store(const Clock& clock) {
+std::unique_ptr<RecordCalendarStore> Win32System::device_store(const Clock& clock,
+                                                               const std::string& uids) {
   return std::make_unique<PimStore>(clock,
-                                    PimPlatform{platform_generation_here(), make_pim_window});
+                                    PimPlatform{platform_generation_here(), make_pim_window, uids});
 }
 
 std::unique_ptr<Departures> Win32System::departures(const std::string& folder) {

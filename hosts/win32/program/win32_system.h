@@ -16,7 +16,8 @@ class Win32System : public ProgramSystem {
   std::unique_ptr<RecordDatabases> databases(const std::string& object_store) override;
   bool has_device_store() const override { return true; }
   bool is_device() const override;
-  std::unique_ptr<RecordCalendarStore> device_store(const Clock& clock) override;
+  std::unique_ptr<RecordCalendarStore> device_store(const Clock& clock,
+                                                    const std::string& uids) override;
   std::unique_ptr<Departures> departures(const std::string& folder) override;
 
   bool can_show_windows() override;

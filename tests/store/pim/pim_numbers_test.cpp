@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "files/system_files.h"
+#include "store/pim/pim_uids.h"
+#include "tests/scratch.h"
+
 namespace orvello::test {
 namespace {
 
@@ -23,18 +27,60 @@ TEST(PimNumbers, StayWithWhatIsMadeAgain) {
   EXPECT_EQ(numbers.known(12), 12);
 }
 
-TEST(PimNumbers, AreFoundByTheUidThatWasToldElseMadeOfThem) {
-  PimNumbers numbers;
-  const std::string made = numbers.uid_of(7);
-  EXPECT_EQ(numbers.number_of(made), 7);
-  numbers.name(7, "told@test");
-  EXPECT_EQ(numbers.uid_of(7), "told@test");
-  EXPECT_EQ(numbers.number_of("told@test"), 7);
-  EXPECT_EQ(numbers.number_of(made), 0);
-  numbers.forget(7);
-  EXPECT_EQ(numbers.number_of("told@test"), 0);
-  for (const char* other : {"", "device-", "device-07@orvello", "device-7@orvello.example"})
-    EXPECT_EQ(numbers.number_of(other), 0) << other;
+const PimUids::Mark kTeam = PimUids::mark_of(LocalSeconds(86400), u"Team");
+
+TEST(PimUids, AreKeptForTheNextStartAndForOtherProcesses) {
+  const ScratchFolder folder;
+  const std::string path = folder / "device.uids";
+  const std::string odd = "a b%20\n\tc@test ";
+  PimUids first(path), other(path);
+  ASSERT_TRUE(first.read() && other.read());
+  const std::string made = first.of(9);
+  EXPECT_EQ(first.number_of(made), 9);
+  first.name(7, odd, kTeam);
+  first.name(8, "gone@test", kTeam);
+  ASSERT_TRUE(first.write());
+  EXPECT_EQ(first.of(9), made) << "a device keeps its name";
+  other.name(5, "other@test", kTeam);
+  EXPECT_EQ(other.number_of(odd), 0);
+  ASSERT_TRUE(other.write());
+  first.forget(8);
+  first.name(6, "other@test", kTeam);  // another number has it now
+  ASSERT_TRUE(first.write() && other.read());
+  PimUids next(path);
+  ASSERT_TRUE(next.read());
+  for (const PimUids* one : {&first, &other, &next}) {
+    EXPECT_EQ(one->number_of(odd), 7);
+    EXPECT_EQ(one->of(7), odd);
+    EXPECT_EQ(one->number_of("gone@test"), 0);
+    EXPECT_EQ(one->number_of("other@test"), 6);
+    EXPECT_EQ(one->of(9), made);
+    EXPECT_EQ(one->number_of(one->of(7)), 7);
+  }
+  EXPECT_EQ(PimUids("").number_of(made), 0) << "made by another device";
+}
+
+TEST(PimUids, AreNotThoseOfAnotherAppointmentThatGotTheNumber) {
+  PimUids uids("");
+  const auto later = PimUids::mark_of(LocalSeconds(90000), u"Team"),
+             renamed = PimUids::mark_of(LocalSeconds(86400), u"Club"),
+             other = PimUids::mark_of(LocalSeconds(90000), u"Club");
+  uids.name(7, "told@test", kTeam);
+  EXPECT_TRUE(uids.meets(7, later) && uids.meets(7, renamed) && uids.meets(3, other));
+  EXPECT_EQ(uids.of(7), "told@test");
+  EXPECT_FALSE(uids.meets(7, other));
+  EXPECT_EQ(uids.number_of("told@test"), 0);
+}
+
+TEST(PimUids, ThatCannotBeReadAreNoneAtAll) {
+  const ScratchFolder folder;
+  const std::string path = folder / "device.uids";
+  ASSERT_TRUE(make_folder(path));
+  PimUids uids(path);
+  EXPECT_FALSE(uids.read());
+  uids.name(7, "told@test", kTeam);
+  EXPECT_FALSE(uids.write());
+  EXPECT_NE(uids.problem().find("device.uids"), std::string::npos);
 }
 
 }  // namespace

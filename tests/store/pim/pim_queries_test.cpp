@@ -4,7 +4,9 @@
 #include "store/store_session.h"
 #include "views/period_query.h"
 
+#include "files/system_files.h"
 #include "store/pim/pim_store.h"
+#include "tests/scratch.h"
 #include "tests/store/pim/pim_server.h"
 
 namespace orvello::test {
@@ -137,6 +139,41 @@ TEST_F(PimQueries, ChangesAreHeardFromTheMessageLoop) {
     session_.reset();
     store_.reset();
   }
+}
+
+// Of a calendar that comes again, in another process: what it made is met, and nothing else.
+TEST_F(PimQueries, UidsAreMetAgainAfterARestart) {
+  const ScratchFolder folder;
+  standin();
+  AppointmentRecord record;
+  record.uid = "met@test";
+  record.fields.subject = u"Met";
+  record.start = midnight_of(Day(46202));
+  record.end = record.start + 3600;
+  std::int32_t oid = 0;
+  const auto start_again = [&](const char* file) {
+    session_.reset();
+    store_ = std::make_unique<PimStore>(clock_, PimPlatform{2, {}, folder / file});
+    session_ = std::make_unique<StoreSession>(*store_, boxes_);
+    return session_->Open(nullptr);
+  };
+  ASSERT_TRUE(start_again("device.uids"));
+  ASSERT_TRUE(store_->all_or_nothing([&] { return (oid = store_->put(record)) != 0; }));
+  ASSERT_TRUE(start_again("device.uids"));
+  EXPECT_EQ(*store_->oid_of_uid("met@test"), oid);
+  EXPECT_EQ((*store_->load(oid))->uid, "met@test");
+  EXPECT_EQ(store_->put(record), 0) << "there is one of that UID";
+  record.uid = "again@test";
+  // Where they cannot be kept, nothing is: it would come twice.
+  ASSERT_TRUE(make_folder(folder / "none"));
+  ASSERT_TRUE(start_again("none"));
+  const auto before = standin().fingerprint();
+  EXPECT_FALSE(store_->all_or_nothing([&] { return store_->put(record) != 0; }));
+  EXPECT_NE(store_->problem().find("none"), std::string::npos) << store_->problem();
+  EXPECT_EQ(standin().fingerprint(), before);
+  EXPECT_FALSE(store_->oid_of_uid("met@test"));
+  session_.reset();
+  store_.reset();
 }
 
 // Labels of a folder: its own property where the platform has it, else those of its items.
