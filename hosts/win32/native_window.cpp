@@ -10,7 +10,14 @@ FaultHandler& current_handler() {
   return handler;
 }
 
-constexpr wchar_t kSelf[] = L"OrvelloNativeWindow";  // the property that leads back to the object
+// The window's own word leads back to the object: asking for it is cheap, and each message does.
+void set_object(HWND window, NativeWindow* self) {
+  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+}
+
+NativeWindow* object_in(HWND window) {
+  return reinterpret_cast<NativeWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
 
 HINSTANCE program_module() { return GetModuleHandleW(nullptr); }
 
@@ -30,7 +37,7 @@ void report_fault(std::exception_ptr fault) noexcept {
 NativeWindow::~NativeWindow() {
   const HWND window = std::exchange(window_, nullptr);
   if (!window) return;
-  RemovePropW(window, kSelf);
+  set_object(window, nullptr);
   if (before_)
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_));
   else
@@ -74,9 +81,15 @@ HWND NativeWindow::create_control(const Creation& creation) {
 
 void NativeWindow::adopt(HWND window) {
   window_ = window;
-  SetPropW(window, kSelf, this);
+  set_object(window, this);
   before_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+}
+
+NativeWindow* NativeWindow::of(HWND window) {
+  const bool ours =
+      GetWindowLongPtrW(window, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(procedure);
+  return ours ? object_in(window) : nullptr;
 }
 
 LRESULT NativeWindow::by_default(UINT id, WPARAM wparam, LPARAM lparam) {
@@ -98,14 +111,14 @@ LRESULT CALLBACK NativeWindow::procedure(HWND window, UINT id, WPARAM wparam, LP
     auto* creation = reinterpret_cast<CREATESTRUCTW*>(lparam);
     auto* self = static_cast<NativeWindow*>(creation->lpCreateParams);
     self->window_ = window;
-    SetPropW(window, kSelf, self);
+    set_object(window, self);
   }
-  auto* self = static_cast<NativeWindow*>(GetPropW(window, kSelf));
+  NativeWindow* self = object_in(window);
   if (!self) return DefWindowProcW(window, id, wparam, lparam);
   if (id != WM_NCDESTROY) return dispatch(*self, id, wparam, lparam);
   // The last message: the object may outlive the window, and knows it by having none.
   const LRESULT answer = dispatch(*self, id, wparam, lparam);
-  RemovePropW(window, kSelf);
+  set_object(window, nullptr);
   self->window_ = nullptr;
   return answer;
 }

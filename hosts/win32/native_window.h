@@ -36,6 +36,8 @@ class NativeWindow {
   NativeWindow& operator=(const NativeWindow&) = delete;
 
   HWND window() const { return window_; }
+  // Whose window it is; null: nobody's here.
+  static NativeWindow* of(HWND window);
 
  protected:
   struct Creation {

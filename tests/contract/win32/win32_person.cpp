@@ -27,7 +27,7 @@ std::wstring title_of(HWND window) {
 // The object that a window of the host belongs to.
 template <typename Kind>
 Kind* object_of(HWND window) {
-  return dynamic_cast<Kind*>(static_cast<NativeWindow*>(GetPropW(window, L"OrvelloNativeWindow")));
+  return dynamic_cast<Kind*>(NativeWindow::of(window));
 }
 
 // The first seen one, the window itself or below it, that something is true of.
