@@ -95,7 +95,7 @@ bool ChoiceBoxControl::create(HWND parent) {
 
 void ChoiceBoxControl::look_changed() {
   FormControl::look_changed();
-  if (!place_.empty()) put(place_);
+  if (!place_.empty()) fit();
 }
 
 int ChoiceBoxControl::arrow_width() const {
@@ -110,22 +110,32 @@ RECT ChoiceBoxControl::field_room() const {
                      room.right, look().right_to_left());
 }
 
-// The platform takes the height of the dropped list with that of the control, whose own follows
-// from its row's.
 void ChoiceBoxControl::put(const Rect& place) {
+  if (place == place_) return;
   place_ = place;
+  fit();
+}
+
+// The platform takes the height of the list that drops down with that of the control, whose own
+// follows from its row's.
+void ChoiceBoxControl::stand(int list_height) {
+  SetWindowPos(window(), nullptr, place_.x, place_.y, place_.width, place_.height + list_height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ChoiceBoxControl::fit() {
+  const auto set_row = [this](int height) {
+    SendMessageW(window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(1, height));
+    stand(0);
+  };
+  set_row(place_.height - 6);
   RECT whole{};
-  SendMessageW(window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(1, place.height - 6));
-  FormControl::put({place.x, place.y, place.width, place.height});
   GetWindowRect(window(), &whole);
-  const int missing = place.height - (whole.bottom - whole.top);
-  if (missing != 0) {
-    SendMessageW(window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
-                 std::max(1, place.height - 6 + missing));
-    FormControl::put({place.x, place.y, place.width, place.height});
-  }
+  const int missing = place_.height - (whole.bottom - whole.top);
+  if (missing != 0) set_row(place_.height - 6 + missing);
   place_edit();
-  measure_rows();
+  rows_measured_ = false;
+  if (is_dropped_down()) measure_rows();
 }
 
 void ChoiceBoxControl::place_edit() {
@@ -134,8 +144,13 @@ void ChoiceBoxControl::place_edit() {
   const int side = look().scaled(1.5 * kGrid) - look().scaled(kFieldEdge),
             line = look().line_height();
   const LONG top = std::max(room.top, (room.top + room.bottom - line) / 2);
-  SetWindowPos(edit_.window(), nullptr, room.left, top, room.right - room.left,
-               std::min<LONG>(line, room.bottom - top), SWP_NOZORDER | SWP_NOACTIVATE);
+  const RECT wanted{room.left, top, room.right, top + std::min<LONG>(line, room.bottom - top)};
+  RECT now{};
+  GetWindowRect(edit_.window(), &now);
+  MapWindowPoints(nullptr, window(), reinterpret_cast<POINT*>(&now), 2);
+  if (!EqualRect(&now, &wanted))
+    SetWindowPos(edit_.window(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
+                 wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);
   SendMessageW(edit_.window(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN,
                MAKELPARAM(std::max(0, side), std::max(0, side)));
 }
@@ -150,7 +165,9 @@ int ChoiceBoxControl::dropped_height(int width) const {
 }
 
 // As wide as its rows need, within limits and the form; what is longer wraps. As high as they are.
+// Only a list that drops down needs it, and few of those that a form has do.
 void ChoiceBoxControl::measure_rows() {
+  if (std::exchange(rows_measured_, true)) return;
   int wide = place_.width;
   for (const Text& row : rows_)
     wide = std::max(wide, measured_text(look().font(), row).width + look().scaled(3 * kGrid));
@@ -166,7 +183,7 @@ void ChoiceBoxControl::measure_rows() {
   for (std::size_t row = 0; row < rows_.size(); ++row)
     SendMessageW(window(), CB_SETITEMHEIGHT, row, list_row_height(rows_[row], room, look()));
   const int high = std::clamp(dropped_height(room), look().scaled(kTouchHeight), most) + edges;
-  FormControl::put({place_.x, place_.y, place_.width, place_.height + high});
+  stand(high);
   rows_below_.scroll().show(rows_below_.window(), scrolls);
 }
 
@@ -208,7 +225,7 @@ void ChoiceBoxControl::set_rows(const std::vector<Text>& rows) {
     SendMessageW(window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(wide(row)));
   if (editable()) set_text(kept);
   setting_ = before;
-  if (!place_.empty()) measure_rows();
+  rows_measured_ = false;
   InvalidateRect(window(), nullptr, FALSE);
 }
 
@@ -258,6 +275,7 @@ void ChoiceBoxControl::open() {
 
 void ChoiceBoxControl::dropped() {
   wanted_ = -1;
+  measure_rows();
   const Text shown = text();
   write(selected());
   if (editable()) set_text(shown);

@@ -80,6 +80,8 @@ class ChoiceBoxControl : public FormControl, private ChoiceControl {
   bool step(UINT key);
   bool take_key(WPARAM key);
   bool take_letter(WPARAM letter);
+  void fit();  // to its place and its look
+  void stand(int list_height);
   void place_edit();
   int dropped_height(int width) const;
   void measure_rows();
@@ -91,6 +93,7 @@ class ChoiceBoxControl : public FormControl, private ChoiceControl {
   int selected_ = -1;  // of a drop list
   Text last_;          // of a combo, as it was told
   Rect place_;
+  bool rows_measured_ = false;  // for the list that drops down
   bool typed_ = false;
   bool setting_ = false;
   int wanted_ = -1;  // the row that the open list is closed with

@@ -70,6 +70,7 @@ void EditControl::look_changed() {
 
 // One line stands in the middle of its height.
 void EditControl::put(const Rect& place) {
+  if (stands_at(place)) return;
   const int edges = 2 * std::max(1, look().scaled(kFieldEdge));
   if (!several()) frame_.inset.cy = std::max(0, (place.height - edges - look().line_height()) / 2);
   FormControl::put(place);

@@ -7,11 +7,14 @@ namespace orvello {
 bool is_key_held(int virtual_key) { return GetKeyState(virtual_key) < 0; }
 
 void FormControl::put(const Rect& place) {
+  if (stands_at(place)) return;
+  placed_ = place;
   SetWindowPos(window(), nullptr, place.x, place.y, place.width, place.height,
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FormControl::look_changed() {
+  placed_.reset();
   SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(look_.font()), FALSE);
   InvalidateRect(window(), nullptr, TRUE);
 }

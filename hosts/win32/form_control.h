@@ -52,7 +52,8 @@ class FormControl : public NativeWindow {
   ControlTemplate::Kind kind() const { return made_.kind; }
   const ControlTemplate& made() const { return made_; }
 
-  // Pixels of the parent, mirrored already where the screen runs from the right.
+  // Pixels of the parent, mirrored already where the screen runs from the right. Forms are laid out
+  // often, and moving a window to where it stands costs as much as moving it elsewhere.
   virtual void put(const Rect& place);
   virtual void show(bool shown) { ShowWindow(window(), shown ? SW_SHOWNA : SW_HIDE); }
   virtual void enable(bool enabled) { EnableWindow(window(), enabled); }
@@ -106,6 +107,7 @@ class FormControl : public NativeWindow {
   }
   LRESULT message(UINT message, WPARAM wparam, LPARAM lparam) final;
 
+  bool stands_at(const Rect& place) const { return placed_ == place; }
   const FormLook& look() const { return look_; }
   const ControlSink& sink() const { return sink_; }
   void tell(DialogEvent::Kind kind) const { sink_.tell(kind, id()); }
@@ -118,7 +120,8 @@ class FormControl : public NativeWindow {
   const FormLook& look_;
   const ControlSink& sink_;
   Text name_;
-  bool key_done_ = false;  // its letter is not typed
+  std::optional<Rect> placed_;  // nothing as well when the look is another since
+  bool key_done_ = false;       // its letter is not typed
 };
 
 // Whether it is held down at this message.

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "hosts/win32/painting.h"
+
 namespace orvello {
 
 FormLook::FormLook(const Settings& settings, const LocaleData& locale,
@@ -33,12 +35,9 @@ HFONT FormLook::font(int height, bool bold) const {
 }
 
 int FormLook::line_height(bool bold) const {
-  const HDC screen = GetDC(nullptr);
-  const HGDIOBJ before = SelectObject(screen, font(bold));
+  const MeasuringDc measuring(font(bold));
   TEXTMETRICW metrics{};
-  GetTextMetricsW(screen, &metrics);
-  SelectObject(screen, before);
-  ReleaseDC(nullptr, screen);
+  GetTextMetricsW(measuring.dc(), &metrics);
   return metrics.tmHeight;
 }
 

@@ -4,6 +4,7 @@
 
 #include "draw/readable.h"
 #include "draw/text_direction.h"
+#include "hosts/win32/painting.h"
 #include "hosts/win32/pixel_shapes.h"
 #include "hosts/win32/wide_text.h"
 
@@ -141,26 +142,18 @@ void paint_text(HDC dc, const RECT& room, TextView text, const TextPaint& paint,
 }
 
 Size measured_text(HFONT font, TextView text) {
-  const HDC screen = GetDC(nullptr);
+  const MeasuringDc measuring(font);
   SIZE size{};
-  {
-    const Chosen with_font(screen, font);
-    GetTextExtentPoint32W(screen, letters(text), length(text), &size);
-  }
-  ReleaseDC(nullptr, screen);
+  GetTextExtentPoint32W(measuring.dc(), letters(text), length(text), &size);
   return {size.cx, size.cy};
 }
 
 int wrapped_height(HFONT font, TextView text, int width) {
-  const HDC screen = GetDC(nullptr);
+  const MeasuringDc measuring(font);
   RECT needed{0, 0, width, 0};
-  {
-    const Chosen with_font(screen, font);
-    const Text shown = text.empty() ? Text(u" ") : Text(text);
-    DrawTextW(screen, letters(shown), length(shown), &needed,
-              DT_CALCRECT | DT_NOPREFIX | DT_WORDBREAK);
-  }
-  ReleaseDC(nullptr, screen);
+  const Text shown = text.empty() ? Text(u" ") : Text(text);
+  DrawTextW(measuring.dc(), letters(shown), length(shown), &needed,
+            DT_CALCRECT | DT_NOPREFIX | DT_WORDBREAK);
   return needed.bottom;
 }
 

@@ -282,7 +282,7 @@ void FormWindow::set_seen(bool seen) {
 
 void FormWindow::set_place(int id, const Rect& place) {
   const int at = index_of(id);
-  if (at < 0) return;
+  if (at < 0 || made_as(static_cast<std::size_t>(at)).place == place) return;
   template_.controls[static_cast<std::size_t>(at)].place = place;
   lay_out();
 }

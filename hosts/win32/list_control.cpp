@@ -65,6 +65,7 @@ void ListBoxControl::look_changed() {
 }
 
 void ListBoxControl::put(const Rect& place) {
+  if (stands_at(place)) return;
   FormControl::put(place);
   measure_rows();
 }

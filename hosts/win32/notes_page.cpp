@@ -4,6 +4,7 @@
 
 #include "hosts/win32/ink_overlay.h"
 #include "hosts/win32/notes_window.h"
+#include "hosts/win32/painting.h"
 
 namespace orvello {
 namespace {
@@ -34,11 +35,8 @@ Rect NotesWindow::room() const {
 int NotesWindow::text_height() const {
   const int first = edit_.place_of(0).y, last = edit_.place_of(text_.size()).y;
   TEXTMETRICW metrics{};
-  const HDC screen = GetDC(nullptr);
-  const HGDIOBJ before = SelectObject(screen, look().font(letters().height, false));
-  GetTextMetricsW(screen, &metrics);
-  SelectObject(screen, before);
-  ReleaseDC(nullptr, screen);
+  const MeasuringDc measuring(look().font(letters().height, false));
+  GetTextMetricsW(measuring.dc(), &metrics);
   return last - first + static_cast<int>(metrics.tmHeight);
 }
 

@@ -31,6 +31,24 @@ inline void fill_native(HDC dc, const Rect& rect, Color color) {
   SetBkColor(dc, before);
 }
 
+// What texts are measured in; the screen's own context is dearer to get.
+class MeasuringDc {
+ public:
+  explicit MeasuringDc(HFONT font)
+      : dc_(CreateCompatibleDC(nullptr)), before_(SelectObject(dc_, font)) {}
+  ~MeasuringDc() {
+    SelectObject(dc_, before_);
+    DeleteDC(dc_);
+  }
+  MeasuringDc(const MeasuringDc&) = delete;
+  MeasuringDc& operator=(const MeasuringDc&) = delete;
+  HDC dc() const { return dc_; }
+
+ private:
+  HDC dc_;
+  HGDIOBJ before_;
+};
+
 // Painting in answer to WM_PAINT.
 class PaintTurn {
  public:

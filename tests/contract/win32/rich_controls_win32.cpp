@@ -275,6 +275,33 @@ TEST(RichControls, APenOnAPageIsAsThickAsItIsPressedAndErasesTurnedRound) {
   EXPECT_EQ(pen.strokes().size(), 1u);
 }
 
+// Rows are measured as the list comes, whatever they were before.
+TEST(RichControls, AListThatDropsDownFitsTheRowsThatItHasByThen) {
+  Stage shown(Kind::drop_list, 21);
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  ASSERT_TRUE(GetComboBoxInfo(shown.child(L"COMBOBOX"), &parts));
+  const auto row_height = [&](WPARAM row) {
+    return static_cast<int>(SendMessageW(parts.hwndList, LB_GETITEMHEIGHT, row, 0));
+  };
+  const auto dropped_height = [&](const std::vector<Text>& rows) {
+    shown.dialog->choice(21)->set_rows(rows);
+    shown.dialog->choice(21)->open();
+    settle(shown.window);
+    EXPECT_TRUE(IsWindowVisible(parts.hwndList));
+    RECT place{};
+    GetWindowRect(parts.hwndList, &place);
+    return static_cast<int>(place.bottom - place.top);
+  };
+  const int two = dropped_height({u"One", u"Two"});
+  EXPECT_GE(row_height(0), 27);
+  EXPECT_EQ(dropped_height({u"One", u"Two", u"Three"}), two + row_height(0));
+  Text long_row;
+  for (int i = 0; i < 40; ++i) long_row += u"words ";
+  dropped_height({u"One", long_row});
+  EXPECT_GT(row_height(1), row_height(0));
+}
+
 TEST(RichControls, NoKindKeepsAnythingOfThePlatform) {
   Win32Window window(small_screen());
   Win32Dialogs dialogs(window);
