@@ -66,30 +66,31 @@ void Win32MenuBar::destroy() {
 void Win32MenuBar::set_button_text(int index, TextView text) {
   if (!bar_ || index < 0 || index >= static_cast<int>(bar_->buttons().size())) return;
   MenuBarButton& button = bar_->buttons()[static_cast<std::size_t>(index)].content;
-  if (button.kind == MenuBarButton::Kind::separator) return;
+  if (button.kind == MenuBarButton::Kind::separator || button.text == text) return;
   button.text = Text(text);
   bar_->lay_out();
 }
 
 void Win32MenuBar::enable_button(std::uint32_t command, bool enabled) {
   BarWindow::Button* button = bar_ ? bar_->button_of(command) : nullptr;
-  if (!button) return;
+  if (!button || button->enabled == enabled) return;
   button->enabled = enabled;
   bar_->lay_out();
 }
 
 void Win32MenuBar::check_button(std::uint32_t command, bool checked) {
   BarWindow::Button* button = bar_ ? bar_->button_of(command) : nullptr;
-  if (!button) return;
+  if (!button || button->checked == checked) return;
   button->checked = checked;
   bar_->lay_out();
 }
 
 void Win32MenuBar::highlight_button(std::uint32_t command, bool highlighted, TextView hint) {
   BarWindow::Button* button = bar_ ? bar_->button_of(command) : nullptr;
-  if (!button) return;
+  if (!highlighted) hint = {};
+  if (!button || (button->highlighted == highlighted && button->hint == hint)) return;
   button->highlighted = highlighted;
-  button->hint = Text(highlighted ? hint : TextView());
+  button->hint = Text(hint);
   bar_->lay_out();
 }
 
