@@ -14,7 +14,7 @@ bool is_outside(UINT message) {
          message == WM_NCMOUSEMOVE || message == WM_NCLBUTTONUP;
 }
 
-bool is_press(UINT message) {
+bool is_press_on_bar(UINT message) {
   return message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_NCLBUTTONDOWN ||
          message == WM_NCLBUTTONDBLCLK;
 }
@@ -90,7 +90,7 @@ bool ListScroll::take_pointer(HWND list, UINT message, POINT client, bool outsid
     return true;
   }
   if (!PtInRect(&bar, client)) return outside;
-  if (!is_press(message)) return true;
+  if (!is_press_on_bar(message)) return true;
   captures_ = GetCapture() != list;
   if (captures_) SetCapture(list);
   if (const auto position = track_.press(bar, client)) scroll_to(*position);
