@@ -3,11 +3,12 @@
 meeting, moves one of its occurrences, changes a colour, starts again and finds all of it. What came
 of it is asked of the program's own commands, never read from a picture.
 
-    drive_window.py [--pictures FOLDER] [--tour] PROGRAM...
+    drive_window.py [--pictures FOLDER] [--tour] [--device-store FOLDER] PROGRAM...
 
 PROGRAM is the command that starts it, such as `wine orvello.exe`. It needs an X display, xdotool and
 ImageMagick. Pictures of each step go to FOLDER; with --tour also all views, the editor and each page
-of the settings at the sizes that they are made for, in both languages. Places to press are those of
+of the settings at the sizes that they are made for, in both languages; with --device-store also what
+a person does with a device's store, which the pimstore.dll in FOLDER stands in for. Places to press are those of
 a screen of 480x640 at 192 dpi. Ends with "N passed, N failed"; exit 1 when anything failed."""
 import argparse
 import json
@@ -148,10 +149,13 @@ class Story:
         return ["--data", self.data, "--now", NOW, "--screen", screen, "--dpi", str(dpi),
                 "--language", language]
 
-    def ask(self, *arguments, data=None):
-        done = subprocess.run(self.command + list(arguments) +
+    def run(self, *arguments, data=None):
+        return subprocess.run(self.command + list(arguments) +
                               ["--data", data or self.data, "--now", NOW],
                               capture_output=True, timeout=PATIENCE, check=False)
+
+    def ask(self, *arguments, data=None):
+        done = self.run(*arguments, data=data)
         if done.returncode != 0:
             raise Failed(f"{arguments[0]} ended with {done.returncode}: {done.stderr.decode()}")
         return done.stdout.decode("utf-8").replace("\r\n", "\n")
@@ -248,6 +252,43 @@ class Story:
         window.press(SHEET_OK)
         self.expect("color", self.color, "#1e4a7a")
 
+    def tell_of_device(self, library):
+        """A device's own store, which the library stands in for, keeps what both ways into it say."""
+        self.data = os.path.join(self.folder, "device")
+        os.environ["WINEPATH"] = "Z:" + os.path.abspath(library).replace("/", "\\")
+        os.environ["PIMSTORE_FILE"] = os.path.join(self.folder, "pimstore")
+        calendar = os.path.join(self.folder, "week.ics")
+        for outcome in ("1 imported, 0 updated", "0 imported, 1 updated"):  # and not twice there
+            self.expect("import on a device",
+                        lambda: self.ask("import", calendar, "--device-store")[:len(outcome)],
+                        outcome)
+        window = Window(self.command, self.options() + ["--device-store"], self.pictures)
+        try:
+            window.settle()
+            window.keys("Return", "n")
+            window.write("Team")
+            window.picture("device-editor")
+            window.keys("Return")
+            window.picture("device")
+            self.end(window, "the device's store")
+        finally:
+            window.kill()
+        self.expect("what a device keeps",
+                    lambda: [one["subject"] for one in json.loads(
+                        self.ask("agenda", "2026-11-06", "--json", "--device-store"))],
+                    ["Dentist", "Team"])
+        self.expect("a device's UIDs",
+                    lambda: "UID:dentist@test" in self.ask("export", "-", "--device-store"), True)
+        for command, call, reason in (("backup", "", "the device's own store is not"),
+                                      ("restore", "", "the device's own store is not"),
+                                      ("agenda", "Logon", "Failure to logon to app object."),
+                                      ("search x", "Items", "could not be read"),
+                                      (f"import {calendar}", "Save", "could not be written")):
+            os.environ["PIMSTORE_FAIL"] = call
+            done = self.run(*command.split(" "), "--device-store")
+            self.expect(f"{command} on a device without {call}",
+                        lambda: (done.returncode, reason in done.stderr.decode()), (1, True))
+
     def tour(self):
         for screen, dpi in SIZES:
             for language in ("en", "ru"):
@@ -280,6 +321,7 @@ def main():
     parser = argparse.ArgumentParser(usage=__doc__)
     parser.add_argument("--pictures")
     parser.add_argument("--tour", action="store_true")
+    parser.add_argument("--device-store")
     parser.add_argument("program", nargs="+")
     arguments = parser.parse_args()
     if arguments.pictures:
@@ -288,6 +330,8 @@ def main():
     story = Story(arguments.program, arguments.pictures, folder)
     try:
         story.tell()
+        if arguments.device_store:
+            story.tell_of_device(arguments.device_store)
         if arguments.tour:
             story.tour()
     except (Failed, subprocess.TimeoutExpired, ValueError) as fault:
