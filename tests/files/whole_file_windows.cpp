@@ -2,9 +2,12 @@
 
 #include <aclapi.h>
 #include <gtest/gtest.h>
+#include <io.h>
 
+#include "files/descriptor.h"
 #include "files/file_lock.h"
 #include "files/input_file.h"
+#include "files/private_rights_windows.h"
 #include "files/replace_file.h"
 #include "tests/scratch.h"
 
@@ -13,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct WholeFileTest : testing::Test {
+struct WindowsFileTest : testing::Test {
   std::string path(const std::string& name) const { return path_in(folder.path(), name); }
   // As another program opens it that lets nobody else write, or replace it.
   HANDLE opened_by_another(const std::string& name) const {
@@ -23,21 +26,7 @@ struct WholeFileTest : testing::Test {
   ScratchFolder folder;
 };
 
-TEST_F(WholeFileTest, IsReplacedWholeAndOthersAreLeftAlone) {
-  EXPECT_EQ(*replace_file(path("a"), "one"), 3u);
-  EXPECT_EQ(*replace_file(path("a"), "another"), 7u);
-  EXPECT_EQ(content_of(path("a")), "another");
-  EXPECT_TRUE(*create_whole_file(path("b"), "x"));
-  EXPECT_FALSE(*create_whole_file(path("b"), "y"));
-  EXPECT_EQ(content_of(path("b")), "x");
-  // One that this program reads at the moment: the old content or a reason, never half.
-  InputFile reader(path("a"), 100);
-  const bool replaced = static_cast<bool>(replace_file(path("a"), "third"));
-  EXPECT_EQ(content_of(path("a")), replaced ? "third" : "another");
-  EXPECT_EQ(folder.files(), 2u) << "nothing temporary stays";
-}
-
-TEST_F(WholeFileTest, MayHaveALongPathAndLettersOfEveryLanguage) {
+TEST_F(WindowsFileTest, MayHaveALongPathAndLettersOfEveryLanguage) {
   std::string deep = folder.path();
   for (int i = 0; i < 8; ++i) deep = path_in(deep, "Папка " + std::string(40, 'x'));
   ASSERT_GT(deep.size(), 300u);
@@ -53,7 +42,7 @@ TEST_F(WholeFileTest, MayHaveALongPathAndLettersOfEveryLanguage) {
         fs::path(std::u8string(u8"\\\\?\\") + std::u8string(deep.begin(), deep.end())).c_str());
 }
 
-TEST_F(WholeFileTest, WhatIsNoPlaceForAFileIsRefusedByNameAndReason) {
+TEST_F(WindowsFileTest, WhatIsNoPlaceForAFileIsRefusedByNameAndReason) {
   fs::create_directory(path("folder"));
   ASSERT_TRUE(replace_file(path("kept"), "x"));
   SetFileAttributesA(path("kept").c_str(), FILE_ATTRIBUTE_READONLY);
@@ -75,10 +64,9 @@ TEST_F(WholeFileTest, WhatIsNoPlaceForAFileIsRefusedByNameAndReason) {
     EXPECT_FALSE(refused) << bad;
     EXPECT_NE(refused.problem().find(bad), std::string::npos) << refused.problem();
   }
-  EXPECT_FALSE(read_whole_file(path("kept"), 0)) << "too large";
 }
 
-TEST_F(WholeFileTest, OneThatAnotherProgramHoldsIsWaitedForAndToldOf) {
+TEST_F(WindowsFileTest, OneThatAnotherProgramHoldsIsWaitedForAndToldOf) {
   ASSERT_TRUE(replace_file(path("a"), "old"));
   const HANDLE other = opened_by_another("a");
   const auto refused = replace_file(path("a"), "new");
@@ -96,45 +84,88 @@ TEST_F(WholeFileTest, OneThatAnotherProgramHoldsIsWaitedForAndToldOf) {
   EXPECT_TRUE(FileLock(path("lock"), FileLock::Kind::alone).granted());
 }
 
-// Of whoever may read a new file: the owner, the system and who looks after the machine.
-TEST_F(WholeFileTest, ANewOneIsItsOwnersAlone) {
-  ASSERT_TRUE(replace_file(path("a"), "x"));
-  PACL rights = nullptr;
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
-  std::string name = path("a");
-  ASSERT_EQ(GetNamedSecurityInfoA(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                                  nullptr, &rights, nullptr, &descriptor),
-            DWORD{ERROR_SUCCESS});
+bool let_everyone_read(PACL rights) {
   BYTE everyone[SECURITY_MAX_SID_SIZE];
   DWORD size = sizeof everyone;
-  ASSERT_TRUE(CreateWellKnownSid(WinWorldSid, nullptr, everyone, &size));
-  ASSERT_TRUE(rights);
-  for (DWORD i = 0; i < rights->AceCount; ++i) {
+  EXPECT_TRUE(rights && CreateWellKnownSid(WinWorldSid, nullptr, everyone, &size));
+  for (DWORD i = 0; rights && i < rights->AceCount; ++i) {
     void* entry = nullptr;
-    ASSERT_TRUE(GetAce(rights, i, &entry));
+    EXPECT_TRUE(GetAce(rights, i, &entry));
     auto* allowed = static_cast<ACCESS_ALLOWED_ACE*>(entry);
-    EXPECT_FALSE(EqualSid(&allowed->SidStart, everyone) && (allowed->Mask & FILE_READ_DATA) != 0);
+    if (EqualSid(&allowed->SidStart, everyone) && (allowed->Mask & FILE_READ_DATA) != 0)
+      return true;
   }
-  LocalFree(descriptor);
+  return false;
 }
 
-TEST_F(WholeFileTest, OnlyWhatADeadProcessOfOursLeftIsRemoved) {
-  const auto leave = [&](const char* name, bool old) {
-    put_content(path(name), "x");
-    if (old)
-      fs::last_write_time(path(name), fs::file_time_type::clock::now() - std::chrono::hours(9));
+bool everyone_may_read(std::string path) {
+  PACL rights = nullptr;
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  EXPECT_EQ(GetNamedSecurityInfoA(path.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
+                                  nullptr, &rights, nullptr, &descriptor),
+            DWORD{ERROR_SUCCESS});
+  const bool may = let_everyone_read(rights);
+  LocalFree(descriptor);
+  return may;
+}
+
+TEST_F(WindowsFileTest, WhatIsMadeIsItsOwnersAloneAndWhatIsReplacedStaysWhoseItWas) {
+  Descriptor(open_or_make_file(path("lock"))).close();
+  Descriptor(open_file_to_append(path("log"))).close();
+  ASSERT_TRUE(replace_file(path("new"), "x") && make_folder(path("folder")));
+  for (const char* made : {"lock", "log", "new", "folder"})
+    EXPECT_FALSE(everyone_may_read(path(made))) << made;
+  for (const auto of : {PrivateRights::Of::file, PrivateRights::Of::folder}) {
+    PrivateRights rights(of);
+    ASSERT_NE(rights.attributes(), nullptr);
+    void* const descriptor = rights.attributes()->lpSecurityDescriptor;
+    SECURITY_DESCRIPTOR_CONTROL control = 0;
+    DWORD revision = 0;
+    ASSERT_TRUE(GetSecurityDescriptorControl(descriptor, &control, &revision));
+    EXPECT_TRUE(control & SE_DACL_PROTECTED) << "nothing comes from the folder around it";
+    BOOL present = FALSE, defaulted = FALSE;
+    PACL list = nullptr;
+    ASSERT_TRUE(GetSecurityDescriptorDacl(descriptor, &present, &list, &defaulted));
+    EXPECT_FALSE(let_everyone_read(list));
+    for (DWORD i = 0; i < list->AceCount; ++i) {
+      void* entry = nullptr;
+      ASSERT_TRUE(GetAce(list, i, &entry));
+      const BYTE passed_on = CONTAINER_INHERIT_ACE | OBJECT_INHERIT_ACE;
+      EXPECT_EQ(static_cast<ACE_HEADER*>(entry)->AceFlags & passed_on,
+                of == PrivateRights::Of::folder ? passed_on : 0);
+    }
+  }
+  put_content(path("shared"), "x");
+  ASSERT_TRUE(everyone_may_read(path("shared"))) << "as the folder has it";
+  ASSERT_TRUE(replace_file(path("shared"), "y"));
+  EXPECT_TRUE(everyone_may_read(path("shared")));
+}
+
+// A handle that stays open keeps others from a file for as long as the program runs.
+TEST_F(WindowsFileTest, NothingStaysOpen) {
+  put_content(path("a"), "x");
+  const auto use = [&] {
+    for (const std::string& file : {path("a"), path("none"), folder.path(), std::string("NUL")}) {
+      Descriptor(open_file_to_read(file)).close();
+      (void)status_of_file(file), (void)may_write_file(file), (void)names_in_folder(file);
+      (void)replace_file(file, "y");
+    }
   };
-  leave("a.part", true);
-  leave(".orvello-aB3dEf.part", true);
-  leave(".orvello-aB3dEf.part-journal", true);
-  leave(".orvello-locked.part", true);
-  leave(".orvello-recent.part", false);
-  const FileLock held(path(".orvello-locked.part"), FileLock::Kind::alone);
-  fs::last_write_time(path(".orvello-locked.part"),
-                      fs::file_time_type::clock::now() - std::chrono::hours(9));
-  ASSERT_TRUE(held.granted() && replace_file(path("a"), "x"));
-  EXPECT_FALSE(fs::exists(path(".orvello-aB3dEf.part")));
-  EXPECT_EQ(folder.files(), 4u);
+  DWORD before = 0, after = 0;
+  use();
+  GetProcessHandleCount(GetCurrentProcess(), &before);
+  for (int i = 0; i < 5; ++i) use();
+  GetProcessHandleCount(GetCurrentProcess(), &after);
+  EXPECT_LE(after, before);
+}
+
+TEST_F(WindowsFileTest, APipeWhoseOtherEndHasGoneIsAtItsEnd) {
+  HANDLE out = nullptr, in = nullptr;
+  ASSERT_TRUE(CreatePipe(&out, &in, nullptr, 0));
+  Descriptor reader(_open_osfhandle(reinterpret_cast<intptr_t>(out), 0));
+  CloseHandle(in);
+  char byte = 0;
+  EXPECT_EQ(read_bytes(reader.number(), &byte, 1), 0);
 }
 
 }  // namespace
