@@ -14,6 +14,8 @@ bool look_up(HMODULE library, const char* name, std::function<Answer(Arguments..
   return found != nullptr;
 }
 
+}  // namespace
+
 bool add_turns(CedbCalls& calls) {
   std::shared_ptr<void> turn(::CreateMutexW(nullptr, FALSE, L"Orvello record databases"),
                              [](void* handle) {
@@ -27,8 +29,6 @@ bool add_turns(CedbCalls& calls) {
   calls.end_turn = [turn] { ::ReleaseMutex(turn.get()); };
   return true;
 }
-
-}  // namespace
 
 std::optional<CedbCalls> device_cedb_calls() {
   // The library of the whole system: it stays loaded for as long as the program runs.

@@ -127,6 +127,9 @@ struct CedbCalls {
   std::function<void()> end_turn;
 };
 
+// Gives `calls` their turns, which the programs of one person share; false when the system cannot.
+bool add_turns(CedbCalls& calls);
+
 // Nothing on a system without them.
 std::optional<CedbCalls> device_cedb_calls();
 

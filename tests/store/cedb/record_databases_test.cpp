@@ -1,5 +1,6 @@
 // The device's record databases over a stand-in for the platform's calls.
 #include <set>
+#include <thread>
 
 #include "settings/category_list.h"
 #include "settings/category_props.h"
@@ -95,7 +96,7 @@ class CedbTest : public ::testing::Test {
 };
 
 // What a change of several databases is stopped by at each of its calls in turn.
-enum class Stop { failed_call, dead_process, lost_power };
+enum class Stop { failed_call, dead_process, lost_power, lost_records };
 
 class CedbChangeTest : public CedbTest, public ::testing::WithParamInterface<Stop> {};
 
@@ -116,7 +117,9 @@ TEST_P(CedbChangeTest, IsAllOrNothingWhereverItStops) {
     ASSERT_EQ(everything_on(fresh), old_lines);
     std::function<void()> then;
     if (GetParam() == Stop::dead_process) then = [&] { fresh.device.kill(0); };
-    if (GetParam() == Stop::lost_power) then = [&] { fresh.device.lose_power(); };
+    using Lost = VolumesStandIn::Lost;
+    if (GetParam() == Stop::lost_power) then = [&] { fresh.device.lose_power(Lost::everything); };
+    if (GetParam() == Stop::lost_records) then = [&] { fresh.device.lose_power(Lost::records); };
     fresh.fail_call(call, ERROR_DISK_FULL, then);
     const bool changed = program.replace(there, {u"pfile-Work", u"pfile-Home", u"none"}, after);
     const auto reason = program.last_error();
@@ -134,8 +137,26 @@ TEST_P(CedbChangeTest, IsAllOrNothingWhereverItStops) {
   EXPECT_GT(stops, 20);
 }
 INSTANTIATE_TEST_SUITE_P(Cedb, CedbChangeTest,
-                         ::testing::Values(Stop::failed_call, Stop::dead_process,
-                                           Stop::lost_power));
+                         ::testing::Values(Stop::failed_call, Stop::dead_process, Stop::lost_power,
+                                           Stop::lost_records));
+
+// Which needs no plan.
+TEST_F(CedbTest, OneNewDatabaseIsThereWithItsRecordsOrNotAtAll) {
+  bool stopped = true, came_about = false;
+  for (int call = 1; stopped; ++call) {
+    CedbPlace fresh;
+    RecordDatabases& program = fresh.open();
+    const VolumeId there = program.mount(kVolumePath);
+    fresh.fail_call(call, 0, [&] { fresh.device.lose_power(VolumesStandIn::Lost::records); });
+    program.create_all(there, {database(u"one", {u"a", u"b"})});
+    stopped = fresh.failed;
+    const auto found = everything_on(fresh);
+    came_about = came_about || !found.empty();
+    EXPECT_EQ(found, came_about ? (std::vector<Text>{u"one", u"a", u"b"}) : std::vector<Text>())
+        << "at call " << call;
+  }
+  EXPECT_TRUE(came_about);
+}
 
 TEST_F(CedbTest, OldDatabaseInUseElsewhereIsPutBack) {
   const VolumeId there = databases.mount(kVolumePath);
@@ -181,6 +202,9 @@ TEST_F(CedbTest, LocksAreWaitedForOnceAndNotForLong) {
   EXPECT_FALSE(databases.enumerate(there));
   place.device.turn_of = -1;
   EXPECT_TRUE(databases.enumerate(there));
+  place.device.coarse_clock = true;
+  locked = 1000;
+  EXPECT_EQ(databases.mount(kVolumePath), kInvalidVolume) << "also by ticks that are far apart";
 }
 
 TEST_F(CedbTest, KeepsWhatFitsThePlatformAndRefusesTheRest) {
@@ -199,6 +223,15 @@ TEST_F(CedbTest, KeepsWhatFitsThePlatformAndRefusesTheRest) {
   EXPECT_EQ(everything(), texts);
   EXPECT_EQ(databases.mount(Text(300, u'x')), kInvalidVolume);
   EXPECT_EQ(databases.last_error(), DatabaseError::invalid_parameter);
+}
+
+TEST(CedbTurns, AProgramThatEndsInItsTurnLeavesItToTheNext) {
+  CedbCalls one, next;
+  ASSERT_TRUE(add_turns(one) && add_turns(next));
+  std::thread([&] { EXPECT_TRUE(one.take_turn(0)); }).join();
+  EXPECT_TRUE(next.take_turn(0));
+  std::thread([&] { EXPECT_FALSE(one.take_turn(0)); }).join();
+  next.end_turn();
 }
 
 // What people are told when a call of an operation fails.

@@ -40,10 +40,15 @@ void VolumesStandIn::kill(std::size_t program) {
   if (turn_of == static_cast<int>(program)) turn_of = -1, turns_ = 0;
 }
 
-void VolumesStandIn::lose_power() {
+void VolumesStandIn::lose_power(Lost lost) {
   for (std::size_t program = 0; program < alive_.size(); ++program) kill(program);
-  for (auto& [path, volume] : volumes_)
-    if (!path.empty()) volume.databases = volume.flushed;
+  for (auto& [path, volume] : volumes_) {
+    if (path.empty()) continue;
+    if (lost == Lost::everything) volume.databases = volume.flushed;
+    for (auto& [oid, database] : volume.databases)
+      database.records = std::move(volume.flushed[oid].records);
+    volume.flushed = volume.databases;
+  }
 }
 
 BOOL VolumesStandIn::fail(DWORD error) {
@@ -281,7 +286,7 @@ void VolumesStandIn::add_system_calls(CedbCalls& calls, std::size_t program) {
   };
   calls.GetLastError = [this] { return last_error_; };
   calls.GetTickCount = [this] { return clock; };
-  calls.Sleep = [this](DWORD milliseconds) { clock += milliseconds; };
+  calls.Sleep = [this](DWORD milliseconds) { clock += coarse_clock ? 0 : milliseconds; };
   calls.take_turn = [=, this](DWORD milliseconds) {
     const int me = static_cast<int>(program);
     if (turn_of != -1 && turn_of != me) return clock += milliseconds, false;

@@ -19,15 +19,18 @@ class VolumesStandIn {
   CedbCalls program();
   // Its process ends: what it has open is closed, and none of its calls works from then on.
   void kill(std::size_t program_number);
-  // The device is switched off and on: what was not flushed is lost, and no program lives.
-  void lose_power();
+  // The device is switched off and on, and no program lives: all that was not flushed is lost, or
+  // the records alone, while databases came into being and took their names.
+  enum class Lost { everything, records };
+  void lose_power(Lost lost);
 
   // Asked at each call by its name; other than 0: the call fails so.
   std::function<DWORD(const std::string& call)> fault;
   bool nothing_left() const { return handles_.empty() && mounts_.empty() && blocks_ == 0; }
   std::size_t programs() const { return alive_.size(); }
-  DWORD clock = 1000;  // milliseconds; sleeping moves it
-  int turn_of = -1;    // the program whose turn it is; -2 is one that is none of these
+  DWORD clock = 1000;  // milliseconds; sleeping moves it, unless its ticks are far apart
+  bool coarse_clock = false;
+  int turn_of = -1;  // the program whose turn it is; -2 is one that is none of these
 
  private:
   struct Value {
