@@ -70,14 +70,8 @@ PimValue PimValue::bytes(const std::string& bytes) {
   if (bytes.empty()) return value;
   value.value_.vt = VT_ERROR;
   SAFEARRAY* const array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
-  void* data = nullptr;
   if (!array) return value;
-  if (FAILED(SafeArrayAccessData(array, &data))) {
-    SafeArrayDestroy(array);
-    return value;
-  }
-  std::memcpy(data, bytes.data(), bytes.size());
-  SafeArrayUnaccessData(array);
+  std::memcpy(array->pvData, bytes.data(), bytes.size());
   value.value_.vt = VT_ARRAY | VT_UI1;
   value.value_.parray = array;
   return value;
@@ -122,15 +116,9 @@ std::optional<Text> PimValue::as_text() const {
 std::optional<std::string> PimValue::as_bytes() const {
   if (is_unset(value_)) return std::string();
   if (value_.vt != (VT_ARRAY | VT_UI1) || SafeArrayGetDim(value_.parray) != 1) return std::nullopt;
-  LONG first = 0, last = 0;
-  void* data = nullptr;
-  if (FAILED(SafeArrayGetLBound(value_.parray, 1, &first)) ||
-      FAILED(SafeArrayGetUBound(value_.parray, 1, &last)) ||
-      FAILED(SafeArrayAccessData(value_.parray, &data)))
-    return std::nullopt;
-  std::string bytes(static_cast<const char*>(data), static_cast<std::size_t>(last - first + 1));
-  SafeArrayUnaccessData(value_.parray);
-  return bytes;
+  // Not locked: nobody else has it, and a lock that was left would keep it from being freed.
+  const SAFEARRAY& array = *value_.parray;
+  return std::string(static_cast<const char*>(array.pvData), array.rgsabound[0].cElements);
 }
 
 Ref<IDispatch> PimValue::take_object() {

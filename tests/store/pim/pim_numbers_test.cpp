@@ -1,13 +1,57 @@
+// What values of the platform mean to the program, and the numbers that its items have there.
 #include "store/pim/pim_numbers.h"
 
 #include <gtest/gtest.h>
 
 #include "files/system_files.h"
+#include "store/pim/automation.h"
 #include "store/pim/pim_uids.h"
 #include "tests/scratch.h"
 
 namespace orvello::test {
 namespace {
+
+PimValue raw_value(VARTYPE type, std::int32_t number) {
+  PimValue value;
+  value.raw().vt = type;
+  if (type == VT_I2 || type == VT_UI2 || type == VT_BOOL)
+    value.raw().iVal = static_cast<SHORT>(number);
+  else
+    value.raw().lVal = number;
+  return value;
+}
+
+TEST(PimValue, IsReadAsThePlatformMeansIt) {
+  const struct {
+    VARTYPE type;
+    std::int32_t number;
+    std::optional<std::int32_t> as_number;
+    std::optional<bool> as_flag;
+  } cases[] = {{VT_BOOL, -1, -1, true},
+               {VT_BOOL, 1, 1, false},
+               {VT_BOOL, 0, 0, false},
+               {VT_I4, 65535, 65535, true},
+               {VT_I4, 65534, 65534, false},
+               {VT_I4, -1, -1, true},
+               {VT_UI2, 65535, 65535, true},
+               {VT_I2, -2, -2, true},
+               {VT_EMPTY, 7, 0, false},
+               {VT_NULL, 7, 0, false},
+               {VT_DATE, 7, std::nullopt, std::nullopt}};
+  for (const auto& one : cases) {
+    EXPECT_EQ(raw_value(one.type, one.number).as_number(), one.as_number) << one.type;
+    EXPECT_EQ(raw_value(one.type, one.number).as_flag(), one.as_flag) << one.type;
+  }
+  for (const VARTYPE unset : {VT_EMPTY, VT_NULL}) {
+    EXPECT_EQ(raw_value(unset, 7).as_moment(), kPimNoDate);
+    EXPECT_EQ(raw_value(unset, 7).as_text(), Text());
+    EXPECT_EQ(raw_value(unset, 7).as_bytes(), std::string());
+  }
+  const std::string bytes("a\0b", 3);
+  EXPECT_EQ(PimValue::bytes(bytes).as_bytes(), bytes);
+  EXPECT_EQ(PimValue::number(1).as_text(), std::nullopt);
+  EXPECT_EQ(PimValue::number(1).as_bytes(), std::nullopt);
+}
 
 TEST(PimNumbers, StayWithWhatIsMadeAgain) {
   PimNumbers numbers;

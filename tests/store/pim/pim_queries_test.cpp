@@ -2,6 +2,7 @@
 #include "hosts/headless/headless_ports.h"
 #include "store/day_agenda.h"
 #include "store/store_session.h"
+#include "tests/appointments.h"
 #include "views/period_query.h"
 
 #include "files/system_files.h"
@@ -53,6 +54,38 @@ TEST_F(PimQueries, ReadTheWantedPropertiesAlone) {
   for (const wchar_t* name : {L"Subject", L"Location", L"Body"})
     EXPECT_EQ(asked(name), rows) << to_utf8(Text(name, name + lstrlenW(name)));
   for (const wchar_t* name : {L"BodyInk", L"Sensitivity", L"Recipients"}) EXPECT_EQ(asked(name), 0);
+}
+
+TEST_F(PimQueries, AServerWithoutInkKeepsTheRest) {
+  open(2);
+  standin().fail_name(L"BodyInk", DISP_E_UNKNOWNNAME);
+  ASSERT_TRUE(session_->Open(nullptr));
+  AppointmentRecord record = one_hour({11, 21, 2026}, 9, u"Dentist");
+  record.fields.body_ink = "ink";
+  record.modified = UtcSeconds(1234567);
+  for (int i = 0; i < 2; ++i) {
+    record.oid = store_->put(record);
+    ASSERT_NE(record.oid, 0) << store_->problem();
+    const auto kept = store_->load(record.oid);
+    ASSERT_TRUE(kept && *kept) << store_->problem();
+    EXPECT_EQ((*kept)->fields.subject, u"Dentist");
+    EXPECT_EQ((*kept)->fields.body_ink, "");
+    EXPECT_EQ((*kept)->modified, record.modified) << "which the server has no place for";
+  }
+}
+
+TEST_F(PimQueries, WhatCannotBeTakenBackIsSaid) {
+  open(2);
+  ASSERT_TRUE(session_->Open(nullptr));
+  for (const bool fails : {false, true}) {
+    ASSERT_TRUE(store_->begin());
+    EXPECT_NE(store_->put(one_hour({11, 21, 2026}, 9, u"Dentist")), 0);
+    standin().fail_name(L"Delete", fails ? E_FAIL : S_OK);
+    store_->rollback();
+    EXPECT_EQ(standin().items(), fails ? 1 : 0);
+    EXPECT_EQ(store_->problem(),
+              fails ? "The device's calendar store could not be brought back to what it was." : "");
+  }
 }
 
 TEST_F(PimQueries, AreGivenUpBetweenTwoItems) {

@@ -20,7 +20,7 @@ class StandinControl {
   virtual void fail_call(int number, HRESULT failure) = 0;
   virtual bool reached() const = 0;
   // Every call by that name fails ("Logon", "Save"; "CreateInstance" of the class, "Register").
-  // S_OK: no longer. `times` below 0: until then.
+  // S_OK: no longer. `times` below 0: until then. DISP_E_UNKNOWNNAME: it has no such member.
   virtual void fail_name(const wchar_t* name, HRESULT failure, int times = -1) = 0;
   // Failures come as DISP_E_EXCEPTION with an EXCEPINFO, as a type library's dispatcher answers.
   virtual void answer_exceptions(bool exceptions) = 0;

@@ -82,6 +82,7 @@ HRESULT StandinObject::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCI
   if (const HRESULT failure = server().enter(L"GetIDsOfNames"); FAILED(failure)) return failure;
   for (std::size_t i = 0; i < members_.size(); ++i) {
     if (lstrcmpiW(members_[i].name, names[0]) != 0) continue;
+    if (server().hides(members_[i].name)) break;
     ids[0] = first_number(kind()) + static_cast<int>(i);
     return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;  // arguments have no names
   }

@@ -162,6 +162,11 @@ void StandinServer::fail_name(const wchar_t* name, HRESULT failure, int times) {
   named_faults_[name] = {failure, FAILED(failure) ? times : 0};
 }
 
+bool StandinServer::hides(const wchar_t* name) const {
+  const auto named = named_faults_.find(std::wstring_view(name));
+  return named != named_faults_.end() && named->second.failure == DISP_E_UNKNOWNNAME;
+}
+
 int StandinServer::calls_of(const wchar_t* name) const {
   int count = 0;
   for (const auto& [known, calls] : calls_of_)

@@ -34,6 +34,7 @@ class StandinServer final : public StandinControl {
 
   // Counts a call; a failure when it is to fail.
   HRESULT enter(const wchar_t* name);
+  bool hides(const wchar_t* name) const;
   void count_get() { ++gets_; }
   void add_fault(const std::string& what);
   void born(const char* kind) { ++held_[kind]; }
