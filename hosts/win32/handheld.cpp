@@ -91,9 +91,9 @@ bool Handheld::fill_screen(HWND dialog) const {
 }
 
 void Handheld::tell_activation(HWND window, WPARAM wparam, LPARAM lparam) {
-  using Tell = BOOL(WINAPI*)(HWND, WPARAM, LPARAM, Activation*);
+  using Tell = BOOL(WINAPI*)(HWND, WPARAM, LPARAM, Activation*, DWORD flags);
   if (const auto tell = entry<Tell>(kShell, "SHHandleWMActivate"))
-    tell(window, wparam, lparam, &activation_);
+    tell(window, wparam, lparam, &activation_, 0);
 }
 
 void Handheld::tell_setting_change(HWND window, WPARAM wparam, LPARAM lparam) {
@@ -120,8 +120,8 @@ std::optional<Rect> Handheld::visible_desktop() const {
 }
 
 bool Handheld::raise_panel(HWND window) const {
-  if (const auto prefer = entry<BOOL(WINAPI*)(HWND, int)>(kShell, "SHSipPreference"))
-    return prefer(window, kWishUp) != FALSE;
+  const auto prefer = entry<BOOL(WINAPI*)(HWND, int)>(kShell, "SHSipPreference");
+  if (prefer && prefer(window, kWishUp)) return true;
   const auto show = entry<BOOL(WINAPI*)(DWORD)>(kCore, "SipShowIM");
   return show && show(kPanelOn);
 }

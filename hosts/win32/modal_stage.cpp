@@ -26,7 +26,8 @@ class ModalStage::LoneWindow : public NativeWindow {
 
  protected:
   LRESULT message(UINT message, WPARAM wparam, LPARAM lparam) override {
-    if (message == WM_CLOSE) {
+    // On a handheld the title has a button for it.
+    if (message == WM_CLOSE || (message == WM_COMMAND && LOWORD(wparam) == IDOK)) {
       if (close_wanted) close_wanted();
       return 0;
     }
