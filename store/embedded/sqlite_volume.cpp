@@ -114,6 +114,9 @@ bool SqliteVolume::prepare_format() {
     const auto now = connection_.number(count_tables);
     if (!now || (*now == 0 && !connection_.run(kSchema)) || !change.commit()) return false;
   }
+  // Each by itself would take the file's lock and give it back.
+  const SqliteTransaction look(connection_, SqliteTransaction::Kind::read);
+  if (!look) return false;
   const auto application = connection_.number("PRAGMA application_id");
   const auto format = connection_.number("PRAGMA user_version");
   if (!application || !format) return false;
