@@ -1,7 +1,7 @@
 // The registry as one text file. What is set is held until a flush, which takes a lock, reads the
 // file again, puts the changes in and replaces it whole: other processes' values survive, and a
 // reader finds the old file or the new one. Where it cannot be written everything goes on being
-// held.
+// held. Other processes' values are seen as a key is opened.
 #pragma once
 
 #include <string>
