@@ -163,6 +163,63 @@ TEST(RichControls, ALongReportScrollsByPixelsAndShowsItsRows) {
   EXPECT_EQ(report.row_place(0).y, place.y);
 }
 
+// Its bar stands beside the rows, where the platform tells of presses by the screen's places.
+TEST(RichControls, ALongListIsScrolledByItsBar) {
+  for (const bool right_to_left : {false, true}) {
+    Win32WindowOptions options = small_screen();
+    options.right_to_left = right_to_left;
+    Stage stage(Kind::list, 21, options);
+    const HWND list = stage.child(L"LISTBOX");
+    RECT whole{}, rows{};
+    const auto measure = [&] {
+      GetWindowRect(list, &whole);
+      GetClientRect(list, &rows);
+      MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&rows), 2);
+      return right_to_left ? rows.left - whole.left : whole.right - rows.right;
+    };
+    stage.dialog->list(21)->set_rows(std::vector<Text>(3, u"row"));
+    const LONG edge = measure();
+    stage.dialog->list(21)->set_rows(std::vector<Text>(200, u"row"));
+    EXPECT_GE(measure(), edge + kScrollBarWidth);
+    const LONG x = right_to_left ? rows.left - 5 : rows.right + 5;
+    EXPECT_EQ(SendMessageW(list, WM_NCHITTEST, 0, MAKELPARAM(x, rows.bottom - 2)), HTBORDER);
+    SendMessageW(list, WM_NCLBUTTONDOWN, HTBORDER, MAKELPARAM(x, rows.top + 2));
+    POINT end{x, rows.bottom + 20};
+    ScreenToClient(list, &end);
+    SendMessageW(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(end.x, end.y));
+    SendMessageW(list, WM_LBUTTONUP, 0, MAKELPARAM(end.x, end.y));
+    EXPECT_EQ(GetCapture(), nullptr);
+    RECT last{};
+    SendMessageW(list, LB_GETITEMRECT, 199, reinterpret_cast<LPARAM>(&last));
+    EXPECT_LE(last.bottom, rows.bottom - rows.top) << "the last row is seen";
+    EXPECT_TRUE(stage.dialog->list(21)->selected().empty());
+  }
+}
+
+// The field holds the pointer while its calendar is down: a press beside that closes it, and leaves
+// the date and what was pressed alone.
+TEST(RichControls, ACalendarThatIsDownClosesWithAPressBesideItAndChangesNothing) {
+  Stage stage(Kind::date_picker, 21);
+  stage.dialog->date(21)->set_date({2, 28, 2027});
+  const HWND field = stage.child(L"OrvelloDatePicker");
+  click(field, {20, 10});
+  const HWND calendar = stage.child(L"OrvelloDroppedCalendar");
+  ASSERT_TRUE(calendar);
+  RECT place{}, frame{};
+  GetWindowRect(calendar, &place);
+  GetWindowRect(stage.window.frame(), &frame);
+  EXPECT_TRUE(place.left >= frame.left && place.right <= frame.right && place.top >= frame.top &&
+              place.bottom <= frame.bottom);
+  POINT beside{place.left + 5, place.top > frame.top + 10 ? place.top - 5 : place.bottom + 5};
+  ScreenToClient(field, &beside);
+  SendMessageW(field, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(beside.x, beside.y));
+  SendMessageW(field, WM_LBUTTONUP, 0, MAKELPARAM(beside.x, beside.y));
+  EXPECT_FALSE(stage.child(L"OrvelloDroppedCalendar"));
+  EXPECT_EQ(GetCapture(), nullptr);
+  EXPECT_EQ(stage.dialog->date(21)->date(), (MonthDayYear{2, 28, 2027}));
+  stage.dialog.reset();
+}
+
 TEST(RichControls, NotesAreTypedPastedAndTakenBackWithTheirInk) {
   Stage stage(Kind::notes, 21);
   NotesControl& notes = *stage.dialog->notes(21);
