@@ -39,6 +39,8 @@ int length(TextView text) { return static_cast<int>(text.size()); }
 
 BufferedPaint::BufferedPaint(HWND window, HDC given) : window_(window), given_(given) {
   const HDC screen = given ? given : BeginPaint(window, &paint_);
+  // A window that the platform lays out from the right would turn the bitmap, letters and all.
+  SetLayout(screen, 0);
   GetClientRect(window, &room_);
   dc_ = CreateCompatibleDC(screen);
   bitmap_.reset(CreateCompatibleBitmap(screen, std::max<LONG>(1, room_.right),

@@ -2,6 +2,7 @@
 #include <objbase.h>
 #include <oleacc.h>
 
+#include "hosts/win32/form_paint.h"
 #include "hosts/win32/notes_window.h"
 #include "hosts/win32/win32_dialogs.h"
 #include "tests/contract/every_kind.cpp"  // NOLINT
@@ -161,6 +162,36 @@ TEST(RichControls, ALongReportScrollsByPixelsAndShowsItsRows) {
   SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, packed_point({5, -50}));
   SendMessageW(bar, WM_LBUTTONUP, 0, packed_point({5, -50}));
   EXPECT_EQ(report.row_place(0).y, place.y);
+}
+
+// A box of the platform's lays itself out from the right: what is drawn in it keeps its sides.
+TEST(RichControls, WhatIsPaintedIsNotTurnedWithTheWindow) {
+  class Painted : public NativeWindow {
+   public:
+    Painted() {
+      Creation creation;
+      creation.window_class = L"OrvelloTestPainted";
+      creation.style = WS_POPUP | WS_VISIBLE;
+      creation.extended_style = WS_EX_LAYOUTRTL | WS_EX_TOPMOST;
+      creation.place = {10, 10, 50, 30};
+      create_own(creation);
+    }
+
+   private:
+    LRESULT message(UINT id, WPARAM wparam, LPARAM lparam) override {
+      if (id != WM_PAINT) return by_default(id, wparam, lparam);
+      const BufferedPaint painting(window());
+      fill_room(painting.dc(), painting.room(), kBlue);
+      fill_room(painting.dc(), {0, 0, 10, 20}, kRed);
+      return 0;
+    }
+  } painted;
+  UpdateWindow(painted.window());
+  const HDC dc = GetDC(painted.window());
+  SetLayout(dc, 0);
+  EXPECT_EQ(GetPixel(dc, 5, 10), static_cast<COLORREF>(kRed));
+  EXPECT_EQ(GetPixel(dc, 35, 10), static_cast<COLORREF>(kBlue));
+  ReleaseDC(painted.window(), dc);
 }
 
 // Its bar stands beside the rows, where the platform tells of presses by the screen's places.
