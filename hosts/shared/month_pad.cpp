@@ -9,7 +9,7 @@
 namespace orvello {
 namespace {
 
-constexpr int kTouch = 27, kYearWidth = 44, kNamesHeight = 18;  // design units
+constexpr int kPadTouch = 27, kPadYear = 44, kPadNames = 18;  // design units
 
 }  // namespace
 
@@ -21,13 +21,13 @@ void MonthPad::set_size(Size size, double unit) {
 int MonthPad::scaled(int design) const { return static_cast<int>(std::lround(design * unit_)); }
 
 Rect MonthPad::place(int part) const {
-  const int side = scaled(kTouch), year = scaled(kYearWidth), wide = size_.width;
+  const int side = scaled(kPadTouch), year = scaled(kPadYear), wide = size_.width;
   if (part < kArrows) {
     const int x[kArrows] = {0, wide - 3 * side - year, wide - 2 * side - year, wide - side};
     return {x[part], 0, side, side};
   }
   const int column = (part - kArrows) % kColumns, row = (part - kArrows) / kColumns;
-  const int top = side + scaled(kNamesHeight), rest = size_.height - top;
+  const int top = side + scaled(kPadNames), rest = size_.height - top;
   const int x = wide * column / kColumns, y = top + rest * row / kRows;
   return {x, y, wide * (column + 1) / kColumns - x, top + rest * (row + 1) / kRows - y};
 }
@@ -45,7 +45,7 @@ Rect MonthPad::between(int back, int on) const {
 
 Rect MonthPad::names_room(int column) const {
   const Rect below = place(kArrows + column);
-  return {below.x, scaled(kTouch), below.width, scaled(kNamesHeight)};
+  return {below.x, scaled(kPadTouch), below.width, scaled(kPadNames)};
 }
 
 int MonthPad::weekday(int column) const { return monday_first_ ? column : (column + 6) % 7; }

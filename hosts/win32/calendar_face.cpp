@@ -13,14 +13,14 @@
 namespace orvello {
 namespace {
 
-constexpr int kHeading = 12;  // design units
+constexpr int kCalendarHeading = 12;  // design units
 
 Text digits_of(int number) {
   const std::string digits = std::to_string(number);
   return Text(digits.begin(), digits.end());
 }
 
-Size size_of(HWND window) {
+Size client_size_of(HWND window) {
   RECT room{};
   GetClientRect(window, &room);
   return {static_cast<int>(room.right), static_cast<int>(room.bottom)};
@@ -84,7 +84,7 @@ void CalendarFace::paint_heading(HDC dc) const {
   const LocaleData& locale = look_.locale();
   const auto month = static_cast<std::size_t>(pad_.date().month - 1);
   TextPaint how;
-  how.font = look_.font(look_.scaled(kHeading), true);
+  how.font = look_.font(look_.scaled(kCalendarHeading), true);
   how.color = look_.colors().accent;
   how.centered = true;
   const RECT room = turned(pad_.month_room());
@@ -147,7 +147,7 @@ void CalendarFace::paint_day(HDC dc, int part, bool focused) const {
 AccessiblePart CalendarFace::accessible_self() {
   AccessiblePart self;
   self.name = name_;
-  const Size size = size_of(shown_);
+  const Size size = client_size_of(shown_);
   self.place = place_on_screen(shown_, {0, 0, size.width, size.height});
   self.role = ROLE_SYSTEM_GROUPING;
   self.state = STATE_SYSTEM_FOCUSABLE;
