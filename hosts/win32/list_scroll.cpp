@@ -98,15 +98,12 @@ bool ListScroll::take_pointer(HWND list, UINT message, POINT client, bool outsid
   return true;
 }
 
-// To the row that begins nearest to a place among all rows.
+// To the first row that begins at a place among all rows or behind it: at the end all of the last
+// one is seen.
 void ListScroll::scroll_to(int position) {
   const int rows = count();
   int row = 0;
-  for (int top = 0; row < rows - 1; ++row) {
-    const int high = height_of(row);
-    if (top + high / 2 >= position) break;
-    top += high;
-  }
+  for (int top = 0; row < rows - 1 && top < position; ++row) top += height_of(row);
   rest_(LB_SETTOPINDEX, static_cast<WPARAM>(row), 0);
 }
 
