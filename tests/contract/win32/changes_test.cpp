@@ -78,6 +78,50 @@ TEST(Win32Changes, AClockThatIsSetOrHasSleptMovesToday) {
   EXPECT_EQ(world.recorder.count(kMessageRefresh), 1) << "the zone may be another";
 }
 
+// The registry of a person whose desktop changes.
+class ChangingDesktop {
+ public:
+  ChangingDesktop() {
+    RegCreateKeyExW(HKEY_CURRENT_USER, kScratch, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_,
+                    nullptr);
+    RegOverridePredefKey(HKEY_CURRENT_USER, key_);
+  }
+  ~ChangingDesktop() {
+    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+    RegCloseKey(key_);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kScratch);
+  }
+  void set(const wchar_t* key, const wchar_t* name, DWORD value) {
+    RegSetKeyValueW(HKEY_CURRENT_USER, key, name, REG_DWORD, &value, sizeof value);
+  }
+
+ private:
+  static constexpr const wchar_t* kScratch = L"Software\\OrvelloChangesTest";
+  HKEY key_ = nullptr;
+};
+
+TEST(Win32Changes, ADesktopThatTurnsDarkAndTakesLargerTextsIsFollowed) {
+  ChangingDesktop desktop;
+  Win32WindowOptions options = small_screen();
+  options.screen = Size{480, 640};
+  options.fixed_look = false;
+  ChangingWindow world(options);
+  EXPECT_FALSE(world.window.screen().dark_desktop);
+  int looks = 0;
+  world.window.on_look = [&] { ++looks; };
+  desktop.set(L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+              L"AppsUseLightTheme", 0);
+  desktop.set(L"Software\\Microsoft\\Accessibility", L"TextScaleFactor", 150);
+  SendMessageW(world.window.frame(), WM_SETTINGCHANGE, 0,
+               reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
+  EXPECT_TRUE(world.window.screen().dark_desktop);
+  EXPECT_EQ(world.window.screen().form_dpi, 144);
+  EXPECT_EQ(world.window.screen().dpi_x, 96);
+  EXPECT_EQ(world.dialogs.colors().ground, kDarkColors.ground);
+  EXPECT_EQ(looks, 1);
+  EXPECT_EQ(world.recorder.count(kMessageSettingChange), 1);
+}
+
 // What a form keeps in a while is kept before the process may be gone, and so is the window's
 // place.
 TEST(Win32Changes, TheEndOfTheSessionIsNotHeldUpAndLosesNothing) {
