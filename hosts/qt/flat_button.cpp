@@ -1,5 +1,6 @@
 #include "hosts/qt/flat_button.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -42,6 +43,16 @@ void FlatButton::paintEvent(QPaintEvent*) {
   draw_directed(
       painter, room, Qt::AlignCenter | Qt::TextShowMnemonic,
       fontMetrics().elidedText(text(), Qt::ElideRight, room.width(), Qt::TextShowMnemonic));
+}
+
+// The toolkit's own leaves Return to the default button, also where the keyboard stands on
+// "Cancel".
+void FlatButton::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && !isCheckable() && !event->isAutoRepeat())
+    click();
+  else
+    QPushButton::keyPressEvent(event);
 }
 
 void FlatButton::set_picture(const QImage& picture) {

@@ -21,6 +21,7 @@ class FlatButton : public Guarded<QPushButton> {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void paint_picture(QPainter& painter) const;

@@ -539,6 +539,13 @@ TEST_P(DialogsContract, NotesAreTextStylesAndStrokes) {
   EXPECT_EQ(notes.content(), NotesContent());
 }
 
+TEST_P(DialogsContract, ReturnOnAButtonPressesThatOne) {
+  open();
+  dialog_->focus(kButton);
+  bench_->settle();
+  EXPECT_EQ(after([&] { bench_->key(kKeyReturn); }), Told{id("command", kButton)});
+}
+
 TEST_P(DialogsContract, ListsGoOnWithReturnAndNotesKeepTheirLimit) {
   open();
   NotesControl& notes = *dialog_->notes(kNotes);
