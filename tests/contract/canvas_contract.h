@@ -205,6 +205,8 @@ TEST_P(CanvasContract, ALineStaysALineUnlessItMayBreak) {
   EXPECT_LE(line.drawn().height, 16);
   EXPECT_GE(broken.drawn().height, 3 * 12);
   EXPECT_LE(broken.drawn().right(), 60);
+  broken.canvas().draw_text(u"M", {100, 60, 20, 20}, {font, kBlack});
+  EXPECT_GE(broken.drawn().right(), 102) << "its box is no clip for what follows";
 }
 
 TEST_P(CanvasContract, AnotherThreadDrawsTheSamePixels) {

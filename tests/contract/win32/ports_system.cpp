@@ -75,6 +75,11 @@ TEST(Win32Registry, TellsOfOtherProgramsAndOfWhatItCouldNotWrite) {
   first.forget_changes();
   EXPECT_EQ(shown(mine->query(u"x")), "1");
 
+  mine->set(Text(20000, u'n'), number_value(5));
+  EXPECT_FALSE(mine->flush()) << "no value has such a name";
+  EXPECT_NE(first.trouble().find(u"cannot be written"), Text::npos);
+  first.forget_changes();
+
   RegistryPlaces nowhere = place.places();
   nowhere.classes = reinterpret_cast<HKEY>(std::intptr_t{8});  // no key
   Win32Registry broken(nowhere);
