@@ -1,9 +1,5 @@
 // The recurrence editor and the chooser on the screens that there are: nothing of them has to be
 // scrolled to. With ORVELLO_PICTURES=folder they are also saved as they look there.
-#include <QDir>
-#include <QScrollArea>
-#include <cstdlib>
-
 #include "editor/chooser.h"
 #include "editor/edit_recurrence.h"
 #include "resources/chooser_ids.h"
@@ -11,42 +7,23 @@
 #include "settings/category_list.h"
 #include "settings/registry_access.h"
 #include "tests/contract/editor_contract.h"
-#include "tests/contract/linux/qt_person.h"
+#include "tests/contract/linux/shown_screens.h"
 
 namespace orvello::test {
 namespace {
 
-struct CompanionScreen {
-  const char* name;
-  Size size;
-  int dpi;
-};
-constexpr CompanionScreen kCompanionScreens[] = {{"portrait", {240, 294}, 96},
-                                                 {"landscape", {320, 214}, 96},
-                                                 {"double", {480, 588}, 192},
-                                                 {"desktop", {1000, 700}, 96}};
-
+// What a form is in: below it stands the menu bar.
 class CompanionDesk {
  public:
-  CompanionDesk(const CompanionScreen& screen, bool russian)
-      : name_(std::string(screen.name) + (russian ? "-ru-" : "-en-")) {
-    auto made = std::make_unique<QtPerson>(screen.size, screen.dpi);
+  CompanionDesk(const ShownScreen& screen, bool russian) : name_(screen.name_in(russian) + "-") {
+    const Size room{screen.size.width, screen.size.height - 26 * screen.dpi / 96};
+    auto made = std::make_unique<QtPerson>(room, screen.dpi);
     person = made.get();
     desk = std::make_unique<EditorDesk>(std::move(made), russian);
-    desk->screen = layout_screen(screen.size, screen.dpi, screen.dpi, false);
+    desk->screen = layout_screen(room, screen.dpi, screen.dpi, false);
     desk->settings.timeformat = russian ? 1 : 0;
   }
-  void look(const std::string& what) {
-    person->settle();
-    for (QScrollArea* area : person->shell()->findChildren<QScrollArea*>()) {
-      EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << name_ << what;
-      EXPECT_EQ(area->verticalScrollBar()->maximum(), 0) << name_ << what;
-    }
-    const char* folder = std::getenv("ORVELLO_PICTURES");
-    if (!folder) return;
-    QDir().mkpath(QString::fromLocal8Bit(folder));
-    person->shell()->grab().save(QString::fromStdString(folder + ("/" + name_) + what + ".png"));
-  }
+  void look(const std::string& what) { expect_seen_whole(*person, name_ + what); }
 
   QtPerson* person;
   std::unique_ptr<EditorDesk> desk;
@@ -55,19 +32,9 @@ class CompanionDesk {
   std::string name_;
 };
 
-// Calls test(desk, russian) for each screen and language.
-template <typename Test>
-void on_all_screens(Test test) {
-  for (const CompanionScreen& screen : kCompanionScreens) {
-    for (const bool russian : {false, true}) {
-      CompanionDesk desk(screen, russian);
-      test(desk, russian);
-    }
-  }
-}
-
 TEST(CompanionSizes, EachStepOfTheRecurrenceEditorIsSeenWhole) {
-  on_all_screens([](CompanionDesk& at, bool) {
+  on_all_screens([](const ShownScreen& screen, bool russian) {
+    CompanionDesk at(screen, russian);
     for (int kind = 0; kind < 4; ++kind) {
       RecurrencePattern pattern;
       pattern.type = kind == 3 ? RecurrenceType::yearly : RecurrenceType::weekly;
@@ -91,7 +58,8 @@ TEST(CompanionSizes, EachStepOfTheRecurrenceEditorIsSeenWhole) {
 }
 
 TEST(CompanionSizes, TheChooserShowsItsBarsAndSomeRows) {
-  on_all_screens([](CompanionDesk& at, bool russian) {
+  on_all_screens([](const ShownScreen& screen, bool russian) {
+    CompanionDesk at(screen, russian);
     at.desk->device.databases.create(kObjectStore, kCategoriesDatabase, 0);
     for (int count : {0, 1, 60}) {
       for (int i = 0; i < count; ++i) {

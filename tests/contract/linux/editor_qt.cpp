@@ -1,14 +1,10 @@
 // The editor's contract on real widgets, and its form on the screens that there are. With
 // ORVELLO_PICTURES=folder the form is also saved as it looks there.
-#include <QDir>
-#include <QScrollArea>
-#include <cstdlib>
-
 #include "calendar/dates.h"
 #include "ports/messages.h"
 #include "resources/editor_ids.h"
 #include "settings/pretexts.h"
-#include "tests/contract/linux/qt_person.h"
+#include "tests/contract/linux/shown_screens.h"
 // The suite itself, as this is another test program.
 #include "tests/contract/companions_contract.cpp"   // NOLINT
 #include "tests/contract/editor_contract.cpp"       // NOLINT
@@ -21,23 +17,6 @@ namespace {
 
 INSTANTIATE_TEST_SUITE_P(Qt, EditorContract,
                          testing::Values(MakeBench([] { return std::make_unique<QtPerson>(); })));
-
-struct EditorScreen {
-  const char* name;
-  Size size;
-  int dpi;
-};
-constexpr EditorScreen kEditorScreens[] = {{"portrait", {240, 320}, 96},
-                                           {"landscape", {320, 240}, 96},
-                                           {"double", {480, 640}, 192},
-                                           {"desktop", {1000, 700}, 96}};
-
-void picture(QtPerson& person, const std::string& name) {
-  const char* folder = std::getenv("ORVELLO_PICTURES");
-  if (!folder) return;
-  QDir().mkpath(QString::fromLocal8Bit(folder));
-  person.shell()->grab().save(QString::fromStdString(folder + ("/editor-" + name) + ".png"));
-}
 
 // A form whose texts are as long as they get, or one as it opens.
 void write_form(EditorDesk& desk, bool full) {
@@ -54,55 +33,51 @@ void write_form(EditorDesk& desk, bool full) {
 }
 
 TEST(EditorSizes, EveryLineCanBeEditedOnEveryScreen) {
-  for (const EditorScreen& screen : kEditorScreens) {
-    for (const bool russian : {false, true}) {
-      for (const bool full : {false, true}) {
-        const std::string name =
-            std::string(screen.name) + (russian ? "-ru" : "-en") + (full ? "-full" : "-empty");
-        SCOPED_TRACE(name);
-        auto made = std::make_unique<QtPerson>(screen.size, screen.dpi);
-        QtPerson& person = *made;
-        EditorDesk desk(std::move(made), russian);
-        desk.screen = layout_screen(screen.size, screen.dpi, screen.dpi, false);
-        desk.settings.timeformat = russian ? 1 : 0;
-        write_form(desk, full);
-        desk.meet([&] {
-          auto* form = person.shell()->findChild<FormWidget*>(QStringLiteral("dialog116"));
-          EXPECT_EQ(form->findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
-          if (full) desk.choose(kLineSubject, 40);
-          desk.tap(kEditorPrivate);
-          picture(person, name);
-          for (const EditorLine& line : kEditorLines) {
-            const auto* shown = form->control(line.line);
-            EXPECT_NE(shown->accessibleName(), form->title()) << line.line;
-            if (line.edit == 0 || !desk.bench->seen(line.line)) continue;
-            EXPECT_EQ(person.find(line.line)->accessibleName(), shown->accessibleName());
-            desk.tap(line.line);
-            EXPECT_TRUE(desk.bench->seen(line.edit)) << line.edit;
-            EXPECT_EQ(desk.bench->dropped_down() == line.edit, line.kind == EditorLine::Kind::list)
-                << line.edit;
-            picture(person, name + "-" + std::to_string(line.edit));
-            if (desk.bench->dropped_down() != 0) desk.bench->key(kKeyEscape);
-            desk.bench->key(kKeyEscape);
-            EXPECT_TRUE(desk.bench->seen(line.line)) << line.line;
-          }
-          auto* bar = form->findChild<QScrollArea*>()->verticalScrollBar();
-          if (bar->maximum() > 0) {
-            bar->setValue(bar->maximum());
-            picture(person, name + "-end");
-          }
-          desk.choose(kLineOccurs, 1);
-          picture(person, name + "-weekly");
-          desk.tap(kEditorAllDay);
-          picture(person, name + "-allday");
-          desk.tap(kEditorNotes);
-          picture(person, name + "-notes");
-          desk.tap(kEditorCancel);
-        });
-        desk.open({});
-      }
+  on_all_screens([](const ShownScreen& screen, bool russian) {
+    for (const bool full : {false, true}) {
+      const std::string name = screen.name_in(russian) + (full ? "-full" : "-empty");
+      auto made = std::make_unique<QtPerson>(screen.size, screen.dpi);
+      QtPerson& person = *made;
+      EditorDesk desk(std::move(made), russian);
+      desk.screen = layout_screen(screen.size, screen.dpi, screen.dpi, false);
+      desk.settings.timeformat = russian ? 1 : 0;
+      write_form(desk, full);
+      desk.meet([&] {
+        auto* form = person.shell()->findChild<FormWidget*>(QStringLiteral("dialog116"));
+        EXPECT_EQ(form->findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
+        if (full) desk.choose(kLineSubject, 40);
+        desk.tap(kEditorPrivate);
+        save_picture(person, "editor-" + name);
+        for (const EditorLine& line : kEditorLines) {
+          const auto* shown = form->control(line.line);
+          EXPECT_NE(shown->accessibleName(), form->title()) << line.line;
+          if (line.edit == 0 || !desk.bench->seen(line.line)) continue;
+          EXPECT_EQ(person.find(line.line)->accessibleName(), shown->accessibleName());
+          desk.tap(line.line);
+          EXPECT_TRUE(desk.bench->seen(line.edit)) << line.edit;
+          EXPECT_EQ(desk.bench->dropped_down() == line.edit, line.kind == EditorLine::Kind::list)
+              << line.edit;
+          save_picture(person, "editor-" + name + "-" + std::to_string(line.edit));
+          if (desk.bench->dropped_down() != 0) desk.bench->key(kKeyEscape);
+          desk.bench->key(kKeyEscape);
+          EXPECT_TRUE(desk.bench->seen(line.line)) << line.line;
+        }
+        auto* bar = form->findChild<QScrollArea*>()->verticalScrollBar();
+        if (bar->maximum() > 0) {
+          bar->setValue(bar->maximum());
+          save_picture(person, "editor-" + name + "-end");
+        }
+        desk.choose(kLineOccurs, 1);
+        save_picture(person, "editor-" + name + "-weekly");
+        desk.tap(kEditorAllDay);
+        save_picture(person, "editor-" + name + "-allday");
+        desk.tap(kEditorNotes);
+        save_picture(person, "editor-" + name + "-notes");
+        desk.tap(kEditorCancel);
+      });
+      desk.open({});
     }
-  }
+  });
 }
 
 }  // namespace

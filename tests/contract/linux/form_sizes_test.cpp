@@ -1,32 +1,25 @@
 // The form of every kind on the screens that there are. With ORVELLO_PICTURES=folder it is also
 // saved as it looks there, a picture for each place that it is scrolled to.
-#include <gtest/gtest.h>
-
 #include <QAccessible>
-#include <QDir>
-#include <QScrollBar>
-#include <cstdlib>
+#include <cmath>
 
 #include "ports/messages.h"
 #include "tests/contract/every_kind.h"
-#include "tests/contract/linux/qt_person.h"
+#include "tests/contract/linux/shown_screens.h"
 
 namespace orvello::test {
 namespace {
 
-struct Screen {
-  const char* name;
-  Size size;
-  int dpi;
-  DesktopLook look{};
-};
-constexpr Screen kScreens[] = {{"portrait", {240, 320}, 96},
-                               {"landscape", {320, 240}, 96},
-                               {"double", {480, 640}, 192},
-                               {"desktop", {1000, 700}, 96},
-                               {"little-room", {320, 240}, 96, {false, 1.5}},
-                               {"dark", {240, 320}, 96, {true, 1}},
-                               {"large", {1000, 700}, 96, {true, 1.5}}};
+constexpr ShownScreen kLooks[] = {{"little-room", {320, 240}, 96, {false, 1.5}},
+                                  {"dark", {240, 320}, 96, {true, 1}},
+                                  {"large", {1000, 700}, 96, {true, 1.5}}};
+
+// Each screen, also as some desktops would have it.
+std::vector<ShownScreen> screens_and_looks() {
+  std::vector<ShownScreen> all(std::begin(kShownScreens), std::end(kShownScreens));
+  all.insert(all.end(), std::begin(kLooks), std::end(kLooks));
+  return all;
+}
 
 // Rows and letters of a form; its rows that are selected are marked, too.
 struct Filling {
@@ -102,17 +95,10 @@ void fill(Dialog& dialog, const Filling& filling, int dpi) {
   dialog.notes(kNotes)->set_content(notes);
 }
 
-void save(QtPerson& person, const std::string& name) {
-  const char* folder = std::getenv("ORVELLO_PICTURES");
-  if (!folder) return;
-  QDir().mkpath(QString::fromLocal8Bit(folder));
-  person.shell()->grab().save(QString::fromStdString(folder + ("/" + name) + ".png"));
-}
-
 void save_all(QtPerson& person, FormWidget& form, const std::string& name) {
   auto* bar = form.findChild<QScrollArea*>()->verticalScrollBar();
   for (int part = 0;; ++part) {
-    save(person, name + "-" + std::to_string(part));
+    save_picture(person, name + "-" + std::to_string(part));
     if (bar->value() == bar->maximum()) break;
     bar->setValue(bar->value() + bar->pageStep());
   }
@@ -130,7 +116,7 @@ class Painter : public RecordingProcedure {
 };
 
 TEST(FormSizes, EveryControlCanBeReachedAndTappedOnEveryScreen) {
-  for (const Screen& screen : kScreens) {
+  for (const ShownScreen& screen : screens_and_looks()) {
     for (const Filling& filling : kFillings) {
       SCOPED_TRACE(std::string(screen.name) + " " + filling.name);
       QtPerson person(screen.size, screen.dpi, screen.look);
@@ -158,8 +144,8 @@ TEST(FormSizes, EveryControlCanBeReachedAndTappedOnEveryScreen) {
           ASSERT_NE(drop, nullptr);
           const auto* content = drop->findChild<QWidget*>();
           EXPECT_TRUE(drop->rect().contains(content->geometry())) << "inside the window";
-          save(person,
-               std::string(screen.name) + "-" + filling.name + "-drop" + std::to_string(drops));
+          save_picture(person, std::string(screen.name) + "-" + filling.name + "-drop" +
+                                   std::to_string(drops));
           person.key(kKeyEscape, false, false);
         }
       });
@@ -169,7 +155,7 @@ TEST(FormSizes, EveryControlCanBeReachedAndTappedOnEveryScreen) {
 }
 
 TEST(FormSizes, TheShownTabIsInSight) {
-  for (const Screen& screen : kScreens) {
+  for (const ShownScreen& screen : screens_and_looks()) {
     SCOPED_TRACE(screen.name);
     QtPerson person(screen.size, screen.dpi, screen.look);
     const std::vector<DialogTemplate> forms = sheet_pages();
@@ -191,7 +177,7 @@ TEST(FormSizes, TheShownTabIsInSight) {
         EXPECT_TRUE(tabs->parentWidget()->rect().contains(tab.translated(tabs->pos()))) << page;
         EXPECT_GE(tab.height(), 26 * screen.dpi / 96);
         if (page == 0 || page == 4)
-          save(person, std::string(screen.name) + "-sheet" + std::to_string(page));
+          save_picture(person, std::string(screen.name) + "-sheet" + std::to_string(page));
         // A press on what takes no focus leaves the keys to the sheet.
         person.click(*person.shell()->findChild<QWidget*>(QStringLiteral("sheet")), {4, 4});
         person.key(kKeyPageDown, true, false);

@@ -1,29 +1,15 @@
 // The notes pane on the screens that there are. With ORVELLO_PICTURES=folder it is also saved as it
 // looks there.
-#include <gtest/gtest.h>
-
-#include <QDir>
 #include <cmath>
-#include <cstdlib>
 
 #include "editor/notes_block.h"
 #include "editor/notes_pane.h"
 #include "hosts/headless/headless_host.h"
 #include "resources/notes_template.h"
-#include "tests/contract/linux/qt_person.h"
+#include "tests/contract/linux/shown_screens.h"
 
 namespace orvello::test {
 namespace {
-
-struct PaneScreen {
-  const char* name;
-  Size size;
-  int dpi;
-};
-constexpr PaneScreen kPaneScreens[] = {{"portrait", {240, 320}, 96},
-                                       {"landscape", {320, 240}, 96},
-                                       {"double", {480, 640}, 192},
-                                       {"desktop", {1000, 700}, 96}};
 
 class PaneProcedure : public DialogProcedure {
  public:
@@ -69,60 +55,49 @@ NotesContent full_page() {
   return page;
 }
 
-void keep_picture(QtPerson& person, const std::string& name) {
-  const char* folder = std::getenv("ORVELLO_PICTURES");
-  if (!folder) return;
-  QDir().mkpath(QString::fromLocal8Bit(folder));
-  person.settle();
-  person.shell()->grab().save(QString::fromStdString(folder + ("/notes-" + name) + ".png"));
-}
-
 TEST(NotesPaneSizes, EveryToolIsSeenAndWorksOnEveryScreen) {
-  for (const PaneScreen& screen : kPaneScreens) {
-    for (const Language language : {Language::russian, Language::english}) {
-      const std::string name =
-          std::string(screen.name) + (language == Language::russian ? "-ru" : "-en");
-      SCOPED_TRACE(name);
-      HeadlessHost device;
-      Host host = device.host();
-      QtPerson person(screen.size, screen.dpi);
-      DialogTemplate form;
-      form.id = 116;
-      form.title = u"Appointment - Notes";
-      form.size = {240, 292};
-      form.controls = notes_controls(language, {0, 0, 240, 292}, screen.dpi == 96);
-      PaneProcedure page(host, full_page());
-      person.in_front([&] {
-        keep_picture(person, name + "-full");
-        page.notes.set(*page.opened, {}, {});
-        person.type(u"ж");
-        keep_picture(person, name + "-letter");
-        person.tap(kNotesBold);
-        person.tap(kNotesList);
-        person.type(u"one");
-        EXPECT_EQ(person.focused(), kNotesPage);
-        keep_picture(person, name + "-typing");
-        person.tap(kNotesPen);
-        EXPECT_TRUE(person.seen(kNotesEraser) && person.seen(kNotesText));
-        EXPECT_FALSE(person.seen(kNotesBold));
-        person.draw(kNotesPage, {{20, 30}, {40, 60}, {80, 50}, {120, 90}, {160, 40}});
-        keep_picture(person, name + "-drawing");
-        EXPECT_EQ(page.opened->notes(kNotesPage)->content().strokes.size(), 1u);
-        person.tap(kNotesUndo);
-        EXPECT_TRUE(page.opened->notes(kNotesPage)->content().strokes.empty());
-        person.tap(kNotesRedo);
-        person.tap(kNotesEraser);
-        person.draw(kNotesPage, {{40, 60}});
-        EXPECT_TRUE(page.opened->notes(kNotesPage)->content().strokes.empty());
-        person.tap(kNotesText);
-        EXPECT_TRUE(person.seen(kNotesBold));
-        person.tap(kNotesBack);
-        EXPECT_FALSE(person.seen(kNotesPage) || page.notes.shown());
-        EXPECT_EQ(page.notes.parts(*page.opened).body, u"жone");
-      });
-      person.dialogs().run_modal(form, page);
-    }
-  }
+  on_all_screens([](const ShownScreen& screen, bool russian) {
+    const std::string name = screen.name_in(russian);
+    const Language language = russian ? Language::russian : Language::english;
+    HeadlessHost device;
+    Host host = device.host();
+    QtPerson person(screen.size, screen.dpi);
+    DialogTemplate form;
+    form.id = 116;
+    form.title = u"Appointment - Notes";
+    form.size = {240, 292};
+    form.controls = notes_controls(language, {0, 0, 240, 292}, screen.dpi == 96);
+    PaneProcedure page(host, full_page());
+    person.in_front([&] {
+      save_picture(person, "notes-" + name + "-full");
+      page.notes.set(*page.opened, {}, {});
+      person.type(u"ж");
+      save_picture(person, "notes-" + name + "-letter");
+      person.tap(kNotesBold);
+      person.tap(kNotesList);
+      person.type(u"one");
+      EXPECT_EQ(person.focused(), kNotesPage);
+      save_picture(person, "notes-" + name + "-typing");
+      person.tap(kNotesPen);
+      EXPECT_TRUE(person.seen(kNotesEraser) && person.seen(kNotesText));
+      EXPECT_FALSE(person.seen(kNotesBold));
+      person.draw(kNotesPage, {{20, 30}, {40, 60}, {80, 50}, {120, 90}, {160, 40}});
+      save_picture(person, "notes-" + name + "-drawing");
+      EXPECT_EQ(page.opened->notes(kNotesPage)->content().strokes.size(), 1u);
+      person.tap(kNotesUndo);
+      EXPECT_TRUE(page.opened->notes(kNotesPage)->content().strokes.empty());
+      person.tap(kNotesRedo);
+      person.tap(kNotesEraser);
+      person.draw(kNotesPage, {{40, 60}});
+      EXPECT_TRUE(page.opened->notes(kNotesPage)->content().strokes.empty());
+      person.tap(kNotesText);
+      EXPECT_TRUE(person.seen(kNotesBold));
+      person.tap(kNotesBack);
+      EXPECT_FALSE(person.seen(kNotesPage) || page.notes.shown());
+      EXPECT_EQ(page.notes.parts(*page.opened).body, u"жone");
+    });
+    person.dialogs().run_modal(form, page);
+  });
 }
 
 }  // namespace

@@ -179,13 +179,5 @@ TEST_F(FileRegistryTest, AReaderAndAKilledWriterMeetTheOldFileOrTheNewOne) {
   EXPECT_TRUE(write_round(path, 1, 1)) << "a dead writer's leavings are in the way";
 }
 
-TEST_F(FileRegistryTest, AFullDiskKeepsTheOldFile) {
-  ASSERT_TRUE(write(u"x", number_value(1)));
-  const std::string before = content_of(path);
-  EXPECT_TRUE(with_room(1000, [&] { return !write_round(path, 1, 500); })) << "it was not reported";
-  EXPECT_EQ(content_of(path), before);
-  EXPECT_FALSE(std::filesystem::exists(path + ".new"));
-}
-
 }  // namespace
 }  // namespace orvello

@@ -6,7 +6,8 @@
 #include "settings/category_list.h"
 #include "settings/new_labels.h"
 #include "tests/appointments.h"
-#include "tests/contract/linux/sheet_pictures.h"
+#include "tests/contract/linux/shown_screens.h"
+#include "tests/contract/settings_contract.h"
 
 namespace orvello::test {
 namespace {
@@ -21,7 +22,7 @@ void list_labels(SettingsDesk& desk, int count, bool russian) {
 }
 
 TEST(CategorySizes, ThePagesAreSeenWhole) {
-  for (const SheetScreen& screen : kSheetScreens) {
+  for (const ShownScreen& screen : kShownScreens) {
     for (const bool russian : {false, true}) {
       for (const int count : {0, 1, 2, 60}) {
         auto made = std::make_unique<QtPerson>(screen.size, screen.dpi);
@@ -37,12 +38,12 @@ TEST(CategorySizes, ThePagesAreSeenWhole) {
         desk.open(kPageCategory, [&] {
           EXPECT_GE(desk.dialog().place(kCategoryPageList).height, 40 * screen.dpi / 96);
           if (count > 1) person.tap_row(kCategoryPageList, 1), desk.tap(kCategoryPageUseColor);
-          look_at_sheet(person, "category-" + name + labels);
+          expect_seen_whole(person, "category-" + name + labels);
           desk.show_page(kPageIcons);
           EXPECT_GE(desk.dialog().place(kIconsPageGrid).height, 40 * screen.dpi / 96);
-          look_at_sheet(person, "icons-" + name + labels);
+          expect_seen_whole(person, "icons-" + name + labels);
           if (count != 2) return;
-          person.in_front([&] { look_at_sheet(person, "icon-choice-" + name); });
+          person.in_front([&] { expect_seen_whole(person, "icon-choice-" + name); });
           desk.tap(kIconsPageIcon);
         });
       }

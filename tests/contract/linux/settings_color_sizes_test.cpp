@@ -2,13 +2,14 @@
 // to. With ORVELLO_PICTURES=folder they are also saved as they look there.
 #include "resources/color_page_ids.h"
 #include "settings/color_schemes.h"
-#include "tests/contract/linux/sheet_pictures.h"
+#include "tests/contract/linux/shown_screens.h"
+#include "tests/contract/settings_contract.h"
 
 namespace orvello::test {
 namespace {
 
 TEST(ColorSizes, ThePageAndThePickerAreSeenWhole) {
-  for (const SheetScreen& screen : kSheetScreens) {
+  for (const ShownScreen& screen : kShownScreens) {
     for (const bool russian : {false, true}) {
       auto made = std::make_unique<QtPerson>(screen.size, screen.dpi);
       QtPerson& person = *made;
@@ -20,19 +21,19 @@ TEST(ColorSizes, ThePageAndThePickerAreSeenWhole) {
         for (int group = 0; group < 5; ++group) {
           desk.choose(kColorGroupList, group);
           EXPECT_GE(desk.dialog().place(kColorPreview).height, 60 * screen.dpi / 96);
-          look_at_sheet(person, name + std::to_string(group));
+          expect_seen_whole(person, name + std::to_string(group));
         }
         person.choose_in_menu(2);
         desk.tap(kColorSchemes);
         desk.choose(kColorGroupList, 0);
-        look_at_sheet(person, name + "dark");
+        expect_seen_whole(person, name + "dark");
         person.in_front([&] {
-          look_at_sheet(person, name + "palette");
+          expect_seen_whole(person, name + "palette");
           desk.tap(kPickerRgbToggle);
-          look_at_sheet(person, name + "rgb");
+          expect_seen_whole(person, name + "rgb");
           desk.tap(kPickerHsvToggle);
           desk.type(kPickerHex, u"#E0E0E0");
-          look_at_sheet(person, name + "hsv");
+          expect_seen_whole(person, name + "hsv");
         });
         person.tap_row(kColorSlotList, 0);
       });

@@ -1,13 +1,10 @@
 // The settings sheet's contract on real widgets, and its first pages on the screens that there are.
 // With ORVELLO_PICTURES=folder they are also saved as they look there.
-#include <QDir>
-#include <QScrollArea>
 #include <algorithm>
-#include <cstdlib>
 
 #include "ports/messages.h"
 #include "resources/settings_templates.h"
-#include "tests/contract/linux/qt_person.h"
+#include "tests/contract/linux/shown_screens.h"
 // The suites themselves, as this is another test program.
 #include "tests/contract/settings_bad_contract.cpp"       // NOLINT
 #include "tests/contract/settings_category_contract.cpp"  // NOLINT
@@ -24,33 +21,15 @@ namespace {
 INSTANTIATE_TEST_SUITE_P(Qt, SettingsContract,
                          testing::Values(MakeBench([] { return std::make_unique<QtPerson>(); })));
 
-struct SheetScreen {
-  const char* name;
-  Size size;
-  int dpi;
-};
-constexpr SheetScreen kSheetScreens[] = {{"portrait", {240, 320}, 96},
-                                         {"landscape", {320, 240}, 96},
-                                         {"double", {480, 640}, 192},
-                                         {"desktop", {1000, 700}, 96}};
-
 // The pages by the keyboard alone: all that can be touched, one after the other, and in sight.
 struct SheetWalk {
-  SheetWalk(const SheetScreen& at, bool russian)
-      : screen(at), name(std::string(at.name) + (russian ? "-ru" : "-en")) {
+  SheetWalk(const ShownScreen& at, bool russian) : screen(at), name(at.name_in(russian)) {
     auto made = std::make_unique<QtPerson>(at.size, at.dpi);
     person = made.get();
     desk = std::make_unique<SettingsDesk>(std::move(made), russian);
     desk->screen = layout_screen(at.size, at.dpi, at.dpi, false);
   }
-  void save(const std::string& what) {
-    const char* folder = std::getenv("ORVELLO_PICTURES");
-    if (!folder) return;
-    QDir().mkpath(QString::fromLocal8Bit(folder));
-    person->settle();
-    person->shell()->grab().save(QString::fromStdString(folder + ("/settings-" + name) + what) +
-                                 ".png");
-  }
+  void save(const std::string& what) { save_picture(*person, "settings-" + name + what); }
   // The text stands whole in its control, also in a narrow column.
   void expect_whole(const ControlTemplate& control) {
     const QWidget* widget = person->find(control.id);
@@ -93,41 +72,38 @@ struct SheetWalk {
     EXPECT_EQ(walked, expected);
   }
 
-  SheetScreen screen;
+  ShownScreen screen;
   std::string name;
   QtPerson* person;
   std::unique_ptr<SettingsDesk> desk;
 };
 
 TEST(SettingsSizes, TheFirstPagesGoByKeysOnEveryScreen) {
-  for (const SheetScreen& screen : kSheetScreens) {
-    for (const bool russian : {false, true}) {
-      SheetWalk at(screen, russian);
-      SCOPED_TRACE(at.name);
-      const auto pages = settings_pages(language_of(at.desk->locale));
-      EXPECT_EQ(at.desk->open(kPageDisplay,
-                              [&] {
-                                at.person->key(kKeyDown, false, false);  // the size of letters
-                                at.person->tab(false);
-                                at.person->key(kKeySpace, false, false);  // the location
-                                at.person->tab(true);
-                                at.walk(pages[kPageDisplay]);
-                                at.person->key(kKeyPageDown, true, false);
-                                at.walk(pages[kPageOptions]);
-                                at.person->show_page(kPageDisplay);
-                                at.person->show_page(kPageOptions);
-                                at.desk->choose(kOptionsMonthColors, 1);
-                                at.desk->choose(kOptionsWeekNumber, 2);
-                                at.save("-week-one");
-                                at.desk->dialog().focus(kOptionsDefault);
-                                at.person->key(kKeyReturn, false, false);
-                              }),
-                kSheetOk);
-      EXPECT_EQ(at.desk->number(u"dvfontsize"), 13);
-      EXPECT_EQ(at.desk->number(u"showlocation"), 1);
-      EXPECT_EQ(at.desk->number(u"weeknumberformat"), 2);
-    }
-  }
+  on_all_screens([](const ShownScreen& screen, bool russian) {
+    SheetWalk at(screen, russian);
+    const auto pages = settings_pages(language_of(at.desk->locale));
+    EXPECT_EQ(at.desk->open(kPageDisplay,
+                            [&] {
+                              at.person->key(kKeyDown, false, false);  // the size of letters
+                              at.person->tab(false);
+                              at.person->key(kKeySpace, false, false);  // the location
+                              at.person->tab(true);
+                              at.walk(pages[kPageDisplay]);
+                              at.person->key(kKeyPageDown, true, false);
+                              at.walk(pages[kPageOptions]);
+                              at.person->show_page(kPageDisplay);
+                              at.person->show_page(kPageOptions);
+                              at.desk->choose(kOptionsMonthColors, 1);
+                              at.desk->choose(kOptionsWeekNumber, 2);
+                              at.save("-week-one");
+                              at.desk->dialog().focus(kOptionsDefault);
+                              at.person->key(kKeyReturn, false, false);
+                            }),
+              kSheetOk);
+    EXPECT_EQ(at.desk->number(u"dvfontsize"), 13);
+    EXPECT_EQ(at.desk->number(u"showlocation"), 1);
+    EXPECT_EQ(at.desk->number(u"weeknumberformat"), 2);
+  });
 }
 
 }  // namespace
