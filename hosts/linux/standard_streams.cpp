@@ -29,7 +29,7 @@ void occupy_standard_numbers() {
 StandardStreams::StandardStreams()
     : out_([this](std::string_view bytes) { return write_out(bytes); }),
       err_([](std::string_view bytes) { return write_all(STDERR_FILENO, bytes); }),
-      exact_(*this),
+      exact_([this](std::string_view bytes) { return write_out(bytes); }),
       content_(is_terminal() ? static_cast<std::streambuf*>(&out_) : &exact_),
       old_out_(std::cout.rdbuf(&out_)),
       old_err_(std::cerr.rdbuf(&err_)) {
@@ -54,16 +54,6 @@ std::optional<std::string> StandardStreams::finish() {
   std::cerr.flush();
   if (error_ == 0) return std::nullopt;
   return cannot_be_written("standard output", error_);
-}
-
-StandardStreams::ExactBuffer::int_type StandardStreams::ExactBuffer::overflow(int_type c) {
-  if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
-  const char byte = traits_type::to_char_type(c);
-  return xsputn(&byte, 1) == 1 ? c : traits_type::eof();
-}
-
-std::streamsize StandardStreams::ExactBuffer::xsputn(const char* bytes, std::streamsize count) {
-  return streams_.write_out({bytes, static_cast<std::size_t>(count)}) ? count : 0;
 }
 
 }  // namespace orvello

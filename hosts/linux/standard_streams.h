@@ -8,6 +8,7 @@
 #include <string>
 
 #include "base/terminal_text.h"
+#include "hosts/shared/exact_buffer.h"
 
 namespace orvello {
 
@@ -27,17 +28,6 @@ class StandardStreams {
   std::optional<std::string> finish();
 
  private:
-  class ExactBuffer : public std::streambuf {
-   public:
-    explicit ExactBuffer(StandardStreams& streams) : streams_(streams) {}
-
-   protected:
-    int_type overflow(int_type c) override;
-    std::streamsize xsputn(const char* bytes, std::streamsize count) override;
-
-   private:
-    StandardStreams& streams_;
-  };
   bool write_out(std::string_view bytes);
 
   int error_ = 0;

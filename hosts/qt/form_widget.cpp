@@ -17,33 +17,13 @@
 #include "hosts/qt/qt_report.h"
 #include "hosts/qt/qt_text.h"
 #include "hosts/qt/title_strip.h"
+#include "hosts/shared/spoken_names.h"
 
 namespace orvello {
 namespace {
 
 using Kind = ControlTemplate::Kind;
 using Event = DialogEvent::Kind;
-
-// What a control's own text says to a screen reader is its value, if there is one.
-bool is_named_by_label(Kind kind) {
-  switch (kind) {
-    case Kind::label:
-    case Kind::button:
-    case Kind::default_button:
-    case Kind::check_box:
-    case Kind::radio_button:
-    case Kind::toggle:
-      return false;
-    default:
-      return true;
-  }
-}
-
-bool has_name_of_its_own(Kind kind) {
-  return kind == Kind::custom || kind == Kind::report || kind == Kind::month_calendar ||
-         kind == Kind::picture_button || kind == Kind::notes || kind == Kind::slider ||
-         kind == Kind::date_picker;
-}
 
 }  // namespace
 
@@ -71,9 +51,7 @@ FormWidget::FormWidget(QWidget* parent, const Density& density, const LocaleData
   for (const ControlTemplate& control : template_.controls) {
     make(control);
     name(control, *made_.back().widget, label);
-    // It goes for all that follows without a name of its own: a line and the edit in its place.
-    if (!is_named_by_label(control.kind))
-      label = control.kind == Kind::label ? control.text : Text();
+    pass_label(control, label);
   }
   if (!template_.outline.empty()) see_through();
   focus_.watch(*body_, 0);
@@ -111,16 +89,12 @@ void FormWidget::make(const ControlTemplate& control) {
   made_.push_back({widget, !control.hidden, true});
 }
 
-// A control without a text of its own is called after the label before it, else after the form.
 void FormWidget::name(const ControlTemplate& control, QWidget& widget, const Text& label) {
   if (!is_named_by_label(control.kind)) return;
-  Text name = has_name_of_its_own(control.kind) ? control.text : Text();
-  if (name.empty()) name = label;
-  while (!name.empty() && (name.back() == u':' || name.back() == u' ')) name.pop_back();
-  if (name.empty()) name = template_.title;
-  widget.setAccessibleName(to_qt(name));
+  const QString name = to_qt(spoken_name(control, label, template_.title));
+  widget.setAccessibleName(name);
   if (control.kind == Kind::line) widget.setAccessibleDescription(to_qt(control.text));
-  if (widget.focusProxy()) widget.focusProxy()->setAccessibleName(to_qt(name));
+  if (widget.focusProxy()) widget.focusProxy()->setAccessibleName(name);
 }
 
 void FormWidget::tell(Event kind, int id) {

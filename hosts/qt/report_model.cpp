@@ -9,6 +9,7 @@
 #include "hosts/qt/qt_fonts.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
+#include "hosts/shared/spoken_names.h"
 
 namespace orvello {
 namespace {
@@ -22,17 +23,6 @@ Qt::Alignment alignment_of(Align align) {
 
 QString single_line(const Text& text) {
   return to_qt(text).replace(u'\n', u' ').replace(u'\r', u' ').replace(u'\t', u' ');
-}
-
-Text spoken(const ReportRow& row) {
-  if (!row.name.empty()) return row.name;
-  Text text;
-  for (const Text& cell : row.cells) {
-    if (cell.empty()) continue;
-    if (!text.empty()) text += u' ';
-    text += cell;
-  }
-  return text;
 }
 
 }  // namespace
@@ -119,7 +109,7 @@ QVariant ReportModel::row_data(const QModelIndex& index, int role) const {
   if (role == Qt::CheckStateRole && mark != ReportMark::none)
     return mark == ReportMark::set ? Qt::Checked : Qt::Unchecked;
   if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) return {};
-  return to_qt(spoken(row(index.row())));
+  return to_qt(spoken_row(row(index.row())));
 }
 
 QSize ReportDelegate::row_size(const QStyleOptionViewItem&, const QModelIndex& index) const {

@@ -5,6 +5,7 @@
 
 #include "draw/form_layout.h"
 #include "draw/mirrored.h"
+#include "hosts/shared/spoken_names.h"
 #include "hosts/win32/form_paint.h"
 #include "hosts/win32/make_control.h"
 #include "hosts/win32/wide_text.h"
@@ -16,35 +17,6 @@ using Kind = ControlTemplate::Kind;
 using Event = DialogEvent::Kind;
 
 constexpr int kHeading = 12;  // design units
-
-// What a control's own text says to a screen reader is its value, if there is one.
-bool is_named_by_label(Kind kind) {
-  switch (kind) {
-    case Kind::label:
-    case Kind::button:
-    case Kind::default_button:
-    case Kind::check_box:
-    case Kind::radio_button:
-    case Kind::toggle:
-      return false;
-    default:
-      return true;
-  }
-}
-
-bool has_name_of_its_own(Kind kind) {
-  return kind == Kind::custom || kind == Kind::report || kind == Kind::month_calendar ||
-         kind == Kind::picture_button || kind == Kind::notes || kind == Kind::slider ||
-         kind == Kind::date_picker;
-}
-
-// A control without a text of its own is called after the label before it, else after the form.
-Text name_of(const ControlTemplate& control, const Text& label, const Text& title) {
-  Text name = has_name_of_its_own(control.kind) ? control.text : Text();
-  if (name.empty()) name = label;
-  while (!name.empty() && (name.back() == u':' || name.back() == u' ')) name.pop_back();
-  return name.empty() ? title : name;
-}
 
 // Of the shape and the line around it, which is drawn on its points: the platform's own leaves out
 // what lies on the right and the lower edge.
@@ -143,8 +115,7 @@ bool FormWindow::create(HWND parent) {
   Text label;
   for (const ControlTemplate& made : template_.controls) {
     if (!make(made, label)) return false;
-    // It goes for all that follows without a name of its own: a line and the edit in its place.
-    if (!is_named_by_label(made.kind)) label = made.kind == Kind::label ? made.text : Text();
+    pass_label(made, label);
   }
   keep_seen();
   return true;
@@ -154,7 +125,7 @@ bool FormWindow::make(const ControlTemplate& made, const Text& label) {
   auto control = make_form_control(made, look_, sink_);
   if (control && !control->create(body_.window())) return false;
   if (control && is_named_by_label(made.kind))
-    control->set_name(name_of(made, label, template_.title));
+    control->set_name(spoken_name(made, label, template_.title));
   made_.push_back({std::move(control), !made.hidden, true, false});
   return true;
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "draw/mirrored.h"
+#include "hosts/shared/spoken_names.h"
 
 namespace orvello {
 namespace {
@@ -20,17 +21,6 @@ int wheel_lines(bool sideways) {
   UINT lines = 3;
   SystemParametersInfoW(sideways ? SPI_GETWHEELSCROLLCHARS : SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
   return lines == WHEEL_PAGESCROLL ? -1 : static_cast<int>(lines);
-}
-
-Text spoken(const ReportRow& row) {
-  if (!row.name.empty()) return row.name;
-  Text text;
-  for (const Text& cell : row.cells) {
-    if (cell.empty()) continue;
-    if (!text.empty()) text += u' ';
-    text += cell;
-  }
-  return text;
 }
 
 }  // namespace
@@ -322,7 +312,7 @@ AccessiblePart ReportWindow::accessible_self() {
 AccessiblePart ReportWindow::accessible_part(int part) {
   const ReportRow& row = pane_.content().rows[static_cast<std::size_t>(part)];
   AccessiblePart told;
-  told.name = spoken(row);
+  told.name = spoken_row(row);
   told.place = row_on_screen(part);
   told.role = row.mark == ReportMark::none ? ROLE_SYSTEM_LISTITEM : ROLE_SYSTEM_CHECKBUTTON;
   told.state = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE;

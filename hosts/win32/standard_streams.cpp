@@ -97,7 +97,7 @@ StandardStreams::StandardStreams()
       system_err_(STD_ERROR_HANDLE),
       out_([this](std::string_view bytes) { return write_out(bytes); }),
       err_([this](std::string_view bytes) { return system_err_.write(bytes); }),
-      exact_(*this),
+      exact_([this](std::string_view bytes) { return write_out(bytes); }),
       content_(system_out_.is_console() ? static_cast<std::streambuf*>(&out_) : &exact_),
       old_out_(std::cout.rdbuf(&out_)),
       old_err_(std::cerr.rdbuf(&err_)),
@@ -121,16 +121,6 @@ std::optional<std::string> StandardStreams::finish() {
   std::cerr.flush();
   if (error_ == 0) return std::nullopt;
   return cannot_be_written("standard output", error_);
-}
-
-StandardStreams::ExactBuffer::int_type StandardStreams::ExactBuffer::overflow(int_type c) {
-  if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
-  const char byte = traits_type::to_char_type(c);
-  return xsputn(&byte, 1) == 1 ? c : traits_type::eof();
-}
-
-std::streamsize StandardStreams::ExactBuffer::xsputn(const char* bytes, std::streamsize count) {
-  return streams_.write_out({bytes, static_cast<std::size_t>(count)}) ? count : 0;
 }
 
 }  // namespace orvello

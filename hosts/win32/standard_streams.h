@@ -9,6 +9,7 @@
 #include <string>
 
 #include "base/terminal_text.h"
+#include "hosts/shared/exact_buffer.h"
 
 namespace orvello {
 
@@ -48,17 +49,6 @@ class StandardStreams {
    private:
     void* handle_ = nullptr;
     char bytes_[4096];
-  };
-  class ExactBuffer : public std::streambuf {
-   public:
-    explicit ExactBuffer(StandardStreams& streams) : streams_(streams) {}
-
-   protected:
-    int_type overflow(int_type c) override;
-    std::streamsize xsputn(const char* bytes, std::streamsize count) override;
-
-   private:
-    StandardStreams& streams_;
   };
   bool write_out(std::string_view bytes);
 
