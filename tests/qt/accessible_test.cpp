@@ -3,31 +3,13 @@
 #include <QAccessible>
 
 #include "hosts/qt/qt_dialogs.h"
+#include "tests/contract/cell_view.h"
 #include "tests/qt/dialog_events.h"
 #include "tests/qt/right_to_left.h"
 #include "tests/qt/test_window.h"
 
 namespace orvello {
 namespace {
-
-class FakeView : public AccessibleView {
- public:
-  AccessibleGrid accessible_grid() override {
-    ++asked;
-    AccessibleGrid grid{u"November 2026", 3, {}};
-    for (int i = 0; i < 6; ++i)
-      grid.cells.push_back({u"Day " + to_utf16(std::to_string(i)),
-                            {(i % 3) * 80, (i / 3) * 100, 80, 100},
-                            i == selected});
-    return grid;
-  }
-  std::vector<Text> accessible_items(int cell) override {
-    if (cell == 4) return {u"Dentist", u"Lunch"};
-    return {};
-  }
-  void choose_accessible(int cell) override { chosen = cell; }
-  int selected = 2, chosen = -1, asked = 0;
-};
 
 struct Reader {
   Reader() {
@@ -36,7 +18,7 @@ struct Reader {
     content = QAccessible::queryAccessibleInterface(test.content());
   }
   ~Reader() { test.window->set_accessible_view(nullptr); }
-  FakeView view;
+  CellView view;
   TestWindow test;
   QAccessibleInterface* content = nullptr;
 };

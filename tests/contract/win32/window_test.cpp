@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "hosts/win32/win32_surface.h"
+#include "tests/contract/cell_view.h"
 #include "tests/contract/win32/native_objects.h"
 #include "tests/contract/win32/window_bench.h"
 
@@ -23,24 +24,12 @@ struct ShownWindow {
   test::Soon person;
 };
 
-class CellView : public AccessibleView {
- public:
-  AccessibleGrid accessible_grid() override {
-    ++asked;
-    AccessibleGrid grid{u"November 2026", 3, {}, 1};
-    for (int i = 0; i < 6; ++i)
-      grid.cells.push_back({i == 1 ? Text() : u"Day " + to_utf16(std::to_string(i)),
-                            {(i % 3) * 80, (i / 3) * 100, 80, 100},
-                            i == selected});
-    return grid;
-  }
-  std::vector<Text> accessible_items(int cell) override {
-    if (cell == 4) return {u"Dentist", u"Lunch"};
-    return {};
-  }
-  void choose_accessible(int cell) override { chosen = cell; }
-  int selected = 2, chosen = -1, asked = 0;
-};
+// One has no name, and the last one is a button.
+CellView view_with_a_button() {
+  CellView view;
+  view.nameless = view.buttons = 1;
+  return view;
+}
 
 // A screen reader: it asks the window for its object, and that for its children by number.
 struct ScreenReader {
@@ -75,7 +64,7 @@ struct ScreenReader {
 };
 
 TEST(Win32WindowAccessible, TheViewIsATableOfItsNamedCellsAskedOnceSomebodyListens) {
-  CellView view;
+  CellView view = view_with_a_button();
   ShownWindow shown;
   shown.window.set_accessible_view(&view);
   shown.window.accessible_changed();
@@ -108,7 +97,7 @@ TEST(Win32WindowAccessible, TheViewIsATableOfItsNamedCellsAskedOnceSomebodyListe
 }
 
 TEST(Win32WindowAccessible, WhatStandsAboveTheViewIsToldInItsPlace) {
-  CellView view;
+  CellView view = view_with_a_button();
   ShownWindow shown;
   shown.window.set_accessible_view(&view);
   const ScreenReader reader(shown.window.view());
