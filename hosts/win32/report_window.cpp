@@ -6,6 +6,7 @@
 
 #include "draw/mirrored.h"
 #include "hosts/shared/spoken_names.h"
+#include "hosts/win32/form_paint.h"
 
 namespace orvello {
 namespace {
@@ -67,7 +68,9 @@ void ReportWindow::look_changed() {
 }
 
 // One that stands at the form's edge has no edge of its own.
-int ReportWindow::border() const { return made().place.x <= 0 ? 0 : std::max(1, look().scaled(1)); }
+int ReportWindow::border() const {
+  return made().place.x <= 0 ? 0 : std::max(1, look().scaled(kFieldEdge));
+}
 
 Rect ReportWindow::room() const {
   const Size size = client_size();
@@ -232,13 +235,17 @@ void ReportWindow::paint_edge(HDC screen) const {
   const bool focused = GetFocus() == window();
   if (border() == 0 && !(focused && keys_used_)) return;
   const Size size = client_size();
-  const int width = focused ? std::max(2, look().scaled(2)) : border();
-  const HBRUSH brush = look().brush(focused ? look().colors().accent : look().colors().edge);
-  const RECT edges[] = {{0, 0, size.width, width},
-                        {0, size.height - width, size.width, size.height},
-                        {0, 0, width, size.height},
-                        {size.width - width, 0, size.width, size.height}};
-  for (const RECT& edge : edges) FillRect(screen, &edge, brush);
+  const LookColors& colors = look().colors();
+  const auto ring = [&](int width, Color color) {
+    const RECT edges[] = {{0, 0, size.width, width},
+                          {0, size.height - width, size.width, size.height},
+                          {0, 0, width, size.height},
+                          {size.width - width, 0, size.width, size.height}};
+    for (const RECT& edge : edges) FillRect(screen, &edge, look().brush(color));
+  };
+  if (focused) return ring(std::max(1, look().scaled(kFieldEdge)), colors.accent);
+  ring(border(), colors.field);
+  ring(std::max(1, look().scaled(1)), colors.edge);
 }
 
 void ReportWindow::paint() {
