@@ -66,7 +66,7 @@ std::unique_ptr<StoreItems> PimItems::restrict_to(TextView restriction) {
   auto part = restricted(restriction);
   if (!part) return fail(), nullptr;
   if (stopped()) return nullptr;  // it may have taken long
-  auto items = std::make_unique<PimItems>(std::move(*part), form_, numbers_, cannot_read_);
+  auto items = std::make_unique<PimItems>(std::move(*part), form_, numbers_, time_, cannot_read_);
   items->wanted_ = wanted_;
   items->stop_ = stop_;
   items->occurrences_ = occurrences_;
@@ -135,6 +135,13 @@ std::optional<StoreItem> PimItems::item_of(const PimObject& item) {
   const auto recurring = item.flag(PimName::is_recurring);
   if (!oid || !recurring || !read_fields(item, wanted, form_, fields)) return std::nullopt;
   StoreItem read;
+  // The platform names a time that the clock skips, where records have the one that is shown.
+  if (!fields.all_day && time_.skips_on(whole_day(fields.start))) {
+    const auto shown =
+        time_.shown(to_seconds(fields.start), to_seconds(fields.end), nullptr, false);
+    fields.start = to_calendar_date(shown.start);
+    fields.end = to_calendar_date(shown.end);
+  }
   read.start = fields.start;
   read.end = fields.all_day ? stored_end(fields.end, form_.all_day_end) : fields.end;
   read.summary = make_summary(fields, numbers_.known(*oid), *recurring);

@@ -2,6 +2,7 @@
 // stand, each item is an object that is asked for what is wanted, and nothing else.
 #pragma once
 
+#include "store/device_time.h"
 #include "store/pim/pim_fields.h"
 #include "store/pim/pim_numbers.h"
 
@@ -9,12 +10,13 @@ namespace orvello {
 
 class PimItems : public StoreItems {
  public:
-  // A collection that is null holds nothing. `cannot_read` is told of failures; both go after this.
-  PimItems(PimObject items, const PimForm& form, PimNumbers& numbers,
+  // A collection that is null holds nothing. `cannot_read` is told of failures; all go after this.
+  PimItems(PimObject items, const PimForm& form, PimNumbers& numbers, DeviceTime& time,
            std::function<void()> cannot_read)
       : items_(std::move(items)),
         form_(form),
         numbers_(numbers),
+        time_(time),
         cannot_read_(std::move(cannot_read)) {}
 
   void set_include_recurrences(bool include) override;
@@ -44,6 +46,7 @@ class PimItems : public StoreItems {
   PimObject items_;
   const PimForm& form_;
   PimNumbers& numbers_;
+  DeviceTime& time_;
   std::function<void()> cannot_read_;
   AppointmentFieldSet wanted_ = AppointmentFieldSet::all();
   std::function<bool()> stop_;

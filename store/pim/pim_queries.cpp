@@ -59,7 +59,7 @@ bool PimStore::query(const ItemQuery& query, OccurrenceList& list) {
   problem_.clear();
   auto objects = folder_items(kFolderCalendar);
   if (!objects) return false;
-  PimItems items(std::move(*objects), form_, numbers_, [this] { cannot_read(); });
+  PimItems items(std::move(*objects), form_, numbers_, time_, [this] { cannot_read(); });
   items.want(query.wanted);
   SeriesScratch scratch;
   bool whole = true;

@@ -70,7 +70,8 @@ std::unique_ptr<StoreItems> PimStore::items_of(const PimObject& folder) {
   problem_.clear();
   auto items = folder.part(PimName::items, PimKind::items);
   if (!items) return cannot_read(), nullptr;
-  return std::make_unique<PimItems>(std::move(*items), form_, numbers_, [this] { cannot_read(); });
+  return std::make_unique<PimItems>(std::move(*items), form_, numbers_, time_,
+                                    [this] { cannot_read(); });
 }
 
 std::optional<PimObject> PimStore::item(std::int32_t oid) {
@@ -78,12 +79,16 @@ std::optional<PimObject> PimStore::item(std::int32_t oid) {
                              : open_.front()->object().made_by(
                                    PimName::get_item_from_oid, PimKind::appointment,
                                    PimValue::number(numbers_.of_platform(oid)));
-  if (found && *found && form_.ink && !found->knows(PimName::body_ink))
-    form_.ink = found->last_result() != DISP_E_UNKNOWNNAME;
+  if (found) look_for_ink(*found);
   if (found || (!open_.empty() && caller_.last() == E_INVALIDARG))
     return found ? std::move(found) : std::optional<PimObject>(std::in_place);
   cannot_read();
   return std::nullopt;
+}
+
+void PimStore::look_for_ink(const PimObject& item) {
+  if (item && form_.ink && !item.knows(PimName::body_ink))
+    form_.ink = item.last_result() != DISP_E_UNKNOWNNAME;
 }
 
 std::optional<AppointmentRecord> PimStore::record_of(const PimObject& item, std::int32_t oid,
@@ -255,6 +260,7 @@ std::optional<PimObject> PimStore::contact_item(std::int32_t oid) {
 // With the number that it had, when it had one.
 std::int32_t PimStore::put_new(const AppointmentRecord& record) {
   const auto made = made_item(PimKind::appointment, kPimAppointmentItem);
+  if (made) look_for_ink(*made);
   int saves = 0;
   const bool saved = made && *made && write_record(*made, nullptr, record, form_, saves);
   const auto platform = saved ? made->number(PimName::oid) : std::nullopt;

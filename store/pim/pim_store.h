@@ -108,6 +108,7 @@ class PimStore : public RecordCalendarStore, public RecordLimits {
   std::optional<PimObject> folder(int number);
   std::optional<PimObject> folder_items(int number);
   std::optional<AppointmentRecord> record_of(const PimObject& item, std::int32_t oid, bool ink);
+  void look_for_ink(const PimObject& item);
   std::optional<PimObject> made_item(PimKind kind, std::int32_t type);
   std::optional<PimObject> contact_item(std::int32_t oid);  // 0: a new one
   bool simplify_all(AppointmentRecord& record);
