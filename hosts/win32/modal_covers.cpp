@@ -90,6 +90,14 @@ HWND ModalCovers::over(HWND window) const {
   return covers_.back().window;
 }
 
+// What drops down from a control is a window beside the frame and stands above all.
+bool ModalCovers::is_below(HWND window) const {
+  if (is_in(window, covers_.back().window)) return false;
+  return (frame_ && is_in(window, frame_)) ||
+         std::any_of(covers_.begin(), covers_.end(),
+                     [window](const ModalCover& one) { return is_in(window, one.window); });
+}
+
 HWND ModalCovers::pointer_over(HWND window) const {
   for (auto cover = covers_.rbegin(); cover != covers_.rend(); ++cover) {
     if (is_in(window, cover->window)) return nullptr;
@@ -138,8 +146,8 @@ bool ModalCovers::take_pointer(const MSG& message) {
     return true;
   }
   if (covers_.empty() || !is_press(message.message)) return false;
+  if (!is_below(message.hwnd)) return false;
   const ModalCover& cover = covers_.back();
-  if (is_in(message.hwnd, cover.window)) return false;
   // The window's frame lies below nothing: by it a person moves, sizes and closes what stands too.
   const bool goes_on = cover.lets_presses_through || message.message == WM_NCLBUTTONDOWN;
   if (const auto pressed = cover.pressed_beside) pressed(screen_point(message));

@@ -50,6 +50,7 @@ class ModalCovers {
   bool take_pointer(const MSG& message);
 
  private:
+  bool is_below(HWND window) const;  // of the last one
   void give_back(HWND wanted);
 
   HWND frame_ = nullptr;
