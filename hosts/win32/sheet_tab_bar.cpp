@@ -29,6 +29,9 @@ LRESULT SheetTabControl::message(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_ERASEBKGND:
       return 1;
+    case WM_NCHITTEST:
+      // The platform's tabs end before the drawn ones, and it lets presses behind them through.
+      return HTCLIENT;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK: {
       const int page =
