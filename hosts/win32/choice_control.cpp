@@ -106,8 +106,8 @@ RECT ChoiceBoxControl::field_room() const {
   RECT room{};
   GetClientRect(window(), &room);
   const int edge = std::max(1, look().scaled(kFieldEdge));
-  return turned_room({edge, edge, room.right - arrow_width() - edge, room.bottom - edge},
-                     room.right, look().right_to_left());
+  return turned_room({edge, edge, room.right - arrow_width(), room.bottom - edge}, room.right,
+                     look().right_to_left());
 }
 
 void ChoiceBoxControl::put(const Rect& place) {
@@ -208,6 +208,8 @@ void ChoiceBoxControl::set_text(TextView text) {
   const bool before = std::exchange(setting_, true);
   SendMessageW(edit_.window(), EM_SETLIMITTEXT, 0, 0);
   set_edit_text(edit_.window(), text, made().limit);
+  // Who is typing goes on behind it; the platform would begin it anew.
+  if (GetFocus() == edit_.window()) put_caret(Caret::end);
   if (made().limit > 0)
     SendMessageW(edit_.window(), EM_SETLIMITTEXT, static_cast<WPARAM>(made().limit), 0);
   last_ = this->text();

@@ -88,6 +88,8 @@ void EditControl::set_text(TextView text) {
   setting_ = true;
   SendMessageW(window(), EM_SETLIMITTEXT, kNoLimit, 0);
   set_edit_text(window(), text, made().limit);
+  // Who is typing goes on behind it; the platform would begin it anew.
+  if (GetFocus() == window()) put_caret(Caret::end);
   keep_limit();
   last_ = edit_text(window());
   setting_ = false;
