@@ -5,6 +5,7 @@
 
 #include "draw/form_layout.h"
 #include "hosts/win32/form_paint.h"
+#include "tests/contract/every_kind.h"
 #include "tests/contract/win32/native_objects.h"
 #include "tests/contract/win32/win32_person.h"
 
@@ -76,13 +77,65 @@ TEST(Win32Forms, OpenOnASmallScreenAndLeaveNothingBehind) {
   for (int round = 0; round < 3; ++round) {
     for (const DialogTemplate& dialog : dialogs)
       EXPECT_EQ(person.dialogs().run_modal(dialog, closing), 1) << dialog.id;
-    person.settle();
+    test::settle(person.window());  // with all that is painted late
     if (round == 0) objects = drawing_objects();
     if (round == 0) windows = thread_windows();
   }
   EXPECT_EQ(closing.inits, 3 * static_cast<int>(dialogs.size()));
   EXPECT_LE(drawing_objects(), objects);
   EXPECT_EQ(thread_windows(), windows);
+}
+
+TEST(Win32Forms, TheKeyboardGoesOnWhereItWasWhenAModalFormIsGone) {
+  Win32Person person;
+  RecordingProcedure outer, inner;
+  Dialog* below = nullptr;
+  outer.act = [&](Dialog& dialog, const DialogEvent&) { below = &dialog; };
+  person.in_front([&] {
+    for (const bool sheet : {false, true}) {
+      person.tap(kEdit);
+      person.type(u"a");
+      person.in_front([&] {
+        if (!sheet) person.tap(kMultiLine);
+        person.type(u"not here");
+      });
+      if (sheet)
+        person.dialogs().run_sheet(u"Pages", {SheetPage{sheet_pages()[0], &inner}});
+      else
+        person.dialogs().run_modal(every_kind_form(), inner);
+      EXPECT_EQ(person.focused(), kEdit);
+      person.type(u"b");
+    }
+    EXPECT_EQ(below->text(kEdit), u"abab");
+  });
+  person.dialogs().run_modal(every_kind_form(), outer);
+}
+
+TEST(Win32Forms, ALetterChoosesTheNextRowThatBeginsWithIt) {
+  Win32Person person;
+  RecordingProcedure procedure;
+  procedure.act = [&](Dialog& dialog, const DialogEvent& event) {
+    if (event.kind == DialogEvent::Kind::init)
+      dialog.choice(kDropList)->set_rows(
+          {u"Work", u"home", u"", u"Holiday", u"\u0414\u043e\u043c"});
+    if (event.kind != DialogEvent::Kind::command) return;
+    ChoiceControl& rows = *dialog.choice(kDropList);
+    dialog.focus(kDropList);
+    const std::pair<TextView, int> typed[] = {{u"H", 1},      {u"h", 3}, {u"h", 1},
+                                              {u"\u0434", 4}, {u"x", 4}, {u"w", 0}};
+    for (const auto& [letter, row] : typed) {
+      person.type(letter);
+      EXPECT_EQ(rows.selected(), row) << to_utf8(letter);
+    }
+    // In the list that is down it moves the mark alone, until that is taken.
+    rows.open();
+    person.type(u"h");
+    EXPECT_EQ(rows.selected(), 0);
+    person.key(VK_RETURN, false, false);
+    EXPECT_EQ(rows.selected(), 1);
+  };
+  person.in_front([&] { person.tap(kButton); });
+  person.dialogs().run_modal(every_kind_form(), procedure);
 }
 
 }  // namespace

@@ -23,8 +23,8 @@ class Win32Person : public DialogsBench {
 
   void in_front(std::function<void()> person) override;
   void choose_in_menu(std::uint32_t command) override { choose_in_next_menu(soon_, command); }
-  void settle() override { test::settle(window_, 12); }
-  void wait(int) override { test::settle(window_, 60); }
+  void settle() override;
+  void wait(int timer_id) override;
   void tap(int control) override;
   void tap_row(int control, int row) override;
   void choose_row(int control, int row) override;
@@ -57,6 +57,7 @@ class Win32Person : public DialogsBench {
   HWND top();                      // what takes input: a modal cover or the frame
   FormWindow* reach(int control);  // null: it cannot be reached
   bool press(const wchar_t* title);
+  HWND post_mouse(UINT id, POINT screen);  // to whom; null: nobody is there
   void mouse(UINT id, POINT screen);
   void pen(UINT id, int control, Point point);
   void pick_in(const DatedControl& dated, const MonthDayYear& date);
