@@ -88,7 +88,9 @@ TEST_P(SettingsContract, StrangeValuesCountAsDefaultsAndHurtNoPage) {
       desk->device.window.command(view);
       desk->settle();
     }
-    for (int page = kPageDisplay; page <= kPageIcons; ++page) desk->open(page, [] {});
+    desk->open(kPageDisplay, [&] {
+      for (int page = kPageOptions; page <= kPageIcons; ++page) desk->show_page(page);
+    });
     EXPECT_EQ(desk->open(kPageIcons, [&] { desk->ok(); }), kSheetOk);
     EXPECT_EQ(desk->program->state().view_mode, ViewMode::year);
   }
