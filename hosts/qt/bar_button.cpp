@@ -62,7 +62,7 @@ std::uint32_t BarButton::run_menu() {
     const int shift = std::max(-left, std::min(begin, window()->width() - left - size.width()));
     return mapToGlobal(QPoint(shift, -size.height()));
   };
-  const std::uint32_t chosen = run_touch_menu(density_, content_.menu, place);
+  const std::uint32_t chosen = run_touch_menu(density_, content_.menu, place, hasFocus());
   if (alive) setDown(false);
   return chosen;
 }

@@ -4,14 +4,26 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "hosts/qt/callbacks.h"
 #include "hosts/qt/direction.h"
 #include "hosts/qt/qt_look.h"
 #include "hosts/qt/qt_text.h"
 
 namespace orvello {
+namespace {
+
+QAction* first_enabled(const QMenu& menu) {
+  const QList<QAction*> rows = menu.actions();
+  const auto found = std::find_if(rows.begin(), rows.end(), [](const QAction* row) {
+    return row->isEnabled() && !row->isSeparator();
+  });
+  return found == rows.end() ? nullptr : *found;
+}
+
+}  // namespace
 
 std::uint32_t run_touch_menu(const Density& on, const std::vector<MenuItem>& items,
-                             const std::function<QPoint(QSize)>& place) {
+                             const std::function<QPoint(QSize)>& place, bool by_key) {
   const Density density = on.grown();
   QMenu menu;  // without a parent, which a command of another source could destroy meanwhile
   menu.setPalette(look_palette(*density.colors));
@@ -41,6 +53,8 @@ std::uint32_t run_touch_menu(const Density& on, const std::vector<MenuItem>& ite
     action->setChecked(item.checked);
     action->setData(item.command);
   }
+  // Once it stands: it is shown without a row.
+  if (by_key) later(&menu, [&menu] { menu.setActiveAction(first_enabled(menu)); });
   const QAction* chosen = menu.exec(place(menu.sizeHint()));
   return chosen ? chosen->data().toUInt() : 0;
 }

@@ -10,8 +10,8 @@
 namespace orvello {
 namespace {
 
-constexpr int kLeastWidth = 216, kMostWidth = 300;  // inside, design units
-constexpr int kLeastButton = 56;                    // three of them fit the narrowest box
+constexpr int kLeastBoxWidth = 216, kMostBoxWidth = 300;  // inside, design units
+constexpr int kLeastButton = 56;                          // three of them fit the narrowest box
 constexpr int kIconSide = 32;
 
 INT_PTR CALLBACK leave_to_box(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
@@ -103,7 +103,8 @@ void BoxWindow::lay_out(const Rect& over) {
   const int icon = icon_ ? std::max(kIconSide, GetSystemMetrics(SM_CXICON)) : 0;
   const int beside = icon_ ? icon + gap : 0;
   const Rect room = room_on_screen(over);
-  int inside = std::clamp(over.width * 3 / 4, look_.scaled(kLeastWidth), look_.scaled(kMostWidth));
+  int inside =
+      std::clamp(over.width * 3 / 4, look_.scaled(kLeastBoxWidth), look_.scaled(kMostBoxWidth));
   inside = std::min(std::max(inside - 2 * edge, buttons_width()), room.width - 2 * edge);
   const int width = std::max(1, inside - beside);
   const int wanted = std::max(icon, wrapped_height(look_.font(), content_.text, width));

@@ -10,7 +10,7 @@
 namespace orvello {
 namespace {
 
-constexpr int kOkWidth = 44, kButtonWidth = 72, kHeading = 12;  // design units
+constexpr int kOkWidth = 44, kButtonWidth = 72, kSheetHeading = 12;  // design units
 
 }  // namespace
 
@@ -146,7 +146,7 @@ void SheetWindow::paint(HDC given) {
   fill_room(paint.dc(), {rim, rim, whole.right - rim, top}, colors.field);
   fill_room(paint.dc(), {rim, top - line, whole.right - rim, top}, colors.accent);
   TextPaint how;
-  how.font = look_.font(static_cast<int>(kHeading * look_.unit()), true);
+  how.font = look_.font(static_cast<int>(kSheetHeading * look_.unit()), true);
   how.color = colors.accent;
   const int taken = top + (roomy_ ? 0 : look_.scaled(kOkWidth) + look_.scaled(kGrid));
   const RECT room{side, rim, whole.right - taken, top - line};

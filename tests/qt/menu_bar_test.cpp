@@ -105,22 +105,32 @@ TEST(MenuBar, HasNamesForThoseWhoCannotSeeIt) {
   EXPECT_FALSE(test.content()->accessibleName().isEmpty());
 }
 
-TEST(MenuBar, TheRowOfAMenuThatKeysStandOnIsSeen) {
+TEST(MenuBar, AMenuThatKeysOpenStandsOnItsFirstRowWhichIsSeen) {
   TestBar test({240, 320}, 96, Language::english);
-  QTimer::singleShot(50, [] {
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    const auto ground = [menu](const QAction* row) {
-      const QRect place = menu->actionGeometry(const_cast<QAction*>(row));
-      return menu->grab().toImage().pixelColor(place.left() + 4, place.center().y());
-    };
-    const QColor before = ground(menu->actions()[0]);
-    QTest::keyClick(menu, Qt::Key_Down);
-    ASSERT_EQ(menu->activeAction(), menu->actions()[0]);
-    EXPECT_NE(ground(menu->actions()[0]), before);
-    menu->close();
+  const auto opened = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
+  const auto ground = [&](int row) {
+    const QRect place = opened()->actionGeometry(opened()->actions()[row]);
+    return opened()->grab().toImage().pixelColor(place.left() + 4, place.center().y());
+  };
+  int seen = 0;
+  QTimer::singleShot(50, [&] {
+    ASSERT_NE(opened(), nullptr);
+    EXPECT_EQ(opened()->activeAction(), nullptr);
+    EXPECT_EQ(ground(0), ground(1));
+    ++seen;
+    opened()->close();
   });
   QTest::mouseClick(test.button(kCommandOptions), Qt::LeftButton);
+  QTimer::singleShot(50, [&] {
+    ASSERT_NE(opened(), nullptr);
+    ASSERT_EQ(opened()->activeAction(), opened()->actions()[0]);
+    EXPECT_NE(ground(0), ground(1));
+    ++seen;
+    opened()->close();
+  });
+  test.button(kCommandOptions)->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(test.button(kCommandOptions), Qt::Key_Return);
+  EXPECT_EQ(seen, 2);
 }
 
 }  // namespace
