@@ -1,5 +1,5 @@
-# The sanitizers' builds, and the release build's tests, compile up to eight files of a folder as
-# one, which takes half the time.
+# All presets but the daily one and the core's own compile up to eight files of a folder as one, which
+# takes half the time.
 # These name something, out of others' sight, as another file of their folder or a header does: they
 # are compiled alone there. A "redefinition" in the sanitizers' builds only means one more line here.
 set(alone
